@@ -1,0 +1,20 @@
+# What Torvex stands on, all from the distribution's packages.
+find_package(PkgConfig REQUIRED)
+find_package(Threads REQUIRED)
+find_package(OpenSSL REQUIRED)
+find_package(Boost 1.81 EXACT REQUIRED COMPONENTS json url)
+find_package(fmt REQUIRED)
+find_package(spdlog REQUIRED)
+find_package(CURL REQUIRED)
+pkg_check_modules(SQLITE REQUIRED IMPORTED_TARGET sqlite3)
+pkg_check_modules(PQ REQUIRED IMPORTED_TARGET libpq)
+pkg_check_modules(ICU REQUIRED IMPORTED_TARGET icu-uc icu-i18n)
+pkg_check_modules(XML REQUIRED IMPORTED_TARGET libxml-2.0 libxslt)
+pkg_check_modules(SODIUM REQUIRED IMPORTED_TARGET libsodium)
+
+add_library(torvex_libraries INTERFACE)
+target_link_libraries(torvex_libraries INTERFACE
+  Threads::Threads OpenSSL::SSL OpenSSL::Crypto Boost::json Boost::url fmt::fmt spdlog::spdlog CURL::libcurl
+  PkgConfig::SQLITE PkgConfig::PQ PkgConfig::ICU PkgConfig::XML PkgConfig::SODIUM)
+target_compile_definitions(torvex_libraries INTERFACE
+  BOOST_ASIO_NO_DEPRECATED BOOST_ASIO_SEPARATE_COMPILATION BOOST_BEAST_SEPARATE_COMPILATION SPDLOG_FMT_EXTERNAL)

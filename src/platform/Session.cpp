@@ -1,0 +1,34 @@
+#include "platform/Session.h"
+
+#include <algorithm>
+
+#include "platform/Text.h"
+
+namespace torvex {
+
+namespace {
+
+template <typename Values>
+auto findKey(Values& values, std::string_view key) {
+    return std::find_if(values.begin(), values.end(),
+                        [key](const auto& entry) { return text::equals(entry.first, key); });
+}
+
+}  // namespace
+
+Value Session::get(std::string_view key) const {
+    if (const auto own = findKey(own_, key); own != own_.end()) return own->second;
+    if (!defaults_) return {};
+    const auto shared = findKey(*defaults_, key);
+    return shared == defaults_->end() ? Value() : shared->second;
+}
+
+void Session::set(std::string_view key, Value value) {
+    if (const auto own = findKey(own_, key); own != own_.end()) {
+        own->second = std::move(value);
+    } else {
+        own_.emplace_back(key, std::move(value));
+    }
+}
+
+}  // namespace torvex

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/Value.h"
+
+namespace torvex {
+
+/// One visitor's values from request to request. Keys ignore case; a key never written is empty. The requests
+/// of one visitor run one at a time, so nothing here locks.
+///
+/// The values that every new session starts with are shared between sessions; a session owns just the keys
+/// that were written to it, so one that only has defaults is a few words of memory.
+class Session {
+  public:
+    using Values = std::vector<std::pair<std::string, Value>>;
+
+    explicit Session(std::string id, std::shared_ptr<const Values> defaults = nullptr)
+        : id_(std::move(id)), defaults_(std::move(defaults)) {}
+
+    const std::string& id() const { return id_; }
+    /// A new id for the same values: after a login, so that an id known before is worth nothing.
+    void changeId(std::string id) { id_ = std::move(id); }
+
+    Value get(std::string_view key) const;
+    std::string text(std::string_view key) const { return get(key).toText(); }
+    double number(std::string_view key) const { return get(key).toNumber(); }
+    bool isTrue(std::string_view key) const { return get(key).isTrue(); }
+    void set(std::string_view key, Value value);
+
+    /// Ends the session when the request is done.
+    void abandon() { abandoned_ = true; }
+    bool isAbandoned() const { return abandoned_; }
+
+    int codePage() const { return codePage_; }
+    void setCodePage(int codePage) { codePage_ = codePage; }
+
+    /// The keys written to this session itself.
+    const Values& ownValues() const { return own_; }
+
+  private:
+    std::string id_;
+    std::shared_ptr<const Values> defaults_;
+    Values own_;
+    int codePage_ = 65001;
+    bool abandoned_ = false;
+};
+
+}  // namespace torvex

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/PageId.h"
+
+namespace torvex {
+namespace db {
+class Connection;
+}
+
+/// A page's two names: its permanent number and its place in the tree ("site.lang.NN.NN").
+struct PageIdentity {
+    PageId pageId = -1;
+    std::string nodeId;
+
+    /// Whether both are there: a number above 0 and a node of at least a root's length.
+    bool isValid() const { return pageId > 0 && nodeId.size() >= rootLength; }
+
+    static constexpr std::size_t rootLength = 5;   ///< "ss.ll"
+    static constexpr std::size_t levelLength = 3;  ///< ".NN"
+};
+
+/// Both names convert by the design tables, so that they do so before a page is published.
+/// "" when there is no such page.
+std::string nodeIdOf(db::Connection& connection, PageId pageId);
+/// -1 when there is no such page, or the text is blank.
+PageId pageIdOf(db::Connection& connection, std::string_view nodeId);
+
+/// Both names for a text that holds either one, in any case and with blanks around it.
+PageIdentity identify(db::Connection& connection, std::string_view pageIdent);
+
+/// The parts of a node. Views into it; "" where it is too short.
+std::string_view siteOf(std::string_view nodeId);
+std::string_view langOf(std::string_view nodeId);
+/// The node without its last level: all code walks up the tree by this cut.
+std::string_view parentOf(std::string_view nodeId);
+
+/// Which of the twin tables an operation works on.
+enum class Twin { Live, Design };
+
+/// "D" in either case is the design, anything else the live tables.
+Twin twinOf(std::string_view mode);
+
+}  // namespace torvex
