@@ -1,7 +1,7 @@
 -- The content of an installation: pages, their twins, design assets, registers, logins and rights,
 -- media and the modules. Type words in braces are explained in README.md.
 
--- Pages. Authors write the _DESIGN twin; publishing copies to the _LIVE twin with the same keys.
+-- Pages. Authors write the _DESIGN twin, and publishing copies to the _LIVE twin with the same keys.
 
 create table TORVEX_PAGES_DESIGN (
   pageId {identity},

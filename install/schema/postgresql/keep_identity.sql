@@ -9,24 +9,28 @@
 create or replace function torvex_keep_identity() returns trigger language plpgsql as $body$
 declare
   sequence_name regclass := tg_argv[0]::regclass;
+  lock_class constant integer := 'pg_sequence'::regclass::oid::integer;
   wanted bigint;
+  missing bigint;
 begin
   execute format('select ($1).%I', tg_argv[1]) into wanted using new;
-  if wanted - coalesce(pg_sequence_last_value(sequence_name), 0) > 10000 then
-    perform pg_advisory_lock('pg_sequence'::regclass::oid::integer, sequence_name::oid::integer);
-    begin
-      perform setval(sequence_name, wanted)
-      where coalesce(pg_sequence_last_value(sequence_name), 0) < wanted;
-    exception when others then
-      perform pg_advisory_unlock('pg_sequence'::regclass::oid::integer, sequence_name::oid::integer);
-      raise;
-    end;
-    perform pg_advisory_unlock('pg_sequence'::regclass::oid::integer, sequence_name::oid::integer);
-  else
-    while coalesce(pg_sequence_last_value(sequence_name), 0) < wanted loop
+  loop
+    missing := wanted - coalesce(pg_sequence_last_value(sequence_name), 0);
+    exit when missing <= 0;
+    if missing <= 10000 then
       perform nextval(sequence_name);
-    end loop;
-  end if;
+    else
+      perform pg_advisory_lock(lock_class, sequence_name::oid::bigint::bit(32)::integer);
+      begin
+        perform setval(sequence_name, wanted)
+        where wanted - coalesce(pg_sequence_last_value(sequence_name), 0) > 10000;
+      exception when others then
+        perform pg_advisory_unlock(lock_class, sequence_name::oid::bigint::bit(32)::integer);
+        raise;
+      end;
+      perform pg_advisory_unlock(lock_class, sequence_name::oid::bigint::bit(32)::integer);
+    end if;
+  end loop;
   return new;
 end
 $body$;
@@ -44,9 +48,8 @@ begin
     where c.relnamespace = current_schema()::regnamespace
       and c.relkind = 'r' and starts_with(c.relname, 'torvex_')
   loop
-    execute format('drop trigger if exists torvex_keep_identity on %s', key.table_name);
     execute format(
-      'create trigger torvex_keep_identity before insert on %s for each row'
+      'create or replace trigger torvex_keep_identity before insert on %s for each row'
       ' when (new.%I > coalesce(pg_sequence_last_value(%L::regclass), 0))'
       ' execute function torvex_keep_identity(%L, %L)',
       key.table_name, key.column_name, key.sequence_name, key.sequence_name, key.column_name);
