@@ -42,11 +42,15 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
           <tr><td></td><th scope="col">Jan</th><th scope="col">Feb</th><th scope="col">Mär</th><th scope="col">Apr</th><th scope="col">Mai</th><th scope="col">Jun</th><th scope="col">Jul</th><th scope="col">Aug</th><th scope="col">Sep</th><th scope="col">Okt</th><th scope="col">Nov</th><th scope="col">Dez</th></tr>
         </thead>
         <tbody>
-          <tr><th scope="row">Schneeglöckchen, Wald</th><td class="in first"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td class="bud first last"><span class="visually-hidden">Knospen</span></td></tr>
-          <tr><th scope="row">Enziane, Alpinum</th><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td><td></td></tr>
-          <tr><th scope="row">Rosen, Mauergarten</th><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td></tr>
-          <tr><th scope="row">Mondwinde, Nachtgarten</th><td></td><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td></tr>
-          <tr><th scope="row">Zaubernuss, Uferweg</th><td class="in first"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in last"><span class="visually-hidden">blüht</span></td></tr>
+          <tr><th scope="row">Schneeglöckchen <span>Wald</span></th><td class="in first"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td class="bud first last"><span class="visually-hidden">Knospen</span></td></tr>
+          <tr><th scope="row">Magnolie <span>Flusstor</span></th><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Enzian <span>Alpinum</span></th><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Schwertlilie <span>Familienbeete</span></th><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Alte Rosen <span>Mauergarten</span></th><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Riesenseerose <span>Palmenhaus</span></th><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Mondwinde <span>Nachtgarten</span></th><td></td><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Herbstzeitlose <span>Wiese</span></th><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td class="in first"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td></tr>
+          <tr><th scope="row">Zaubernuss <span>Uferweg</span></th><td class="in first"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in last"><span class="visually-hidden">blüht</span></td></tr>
         </tbody>
       </table>
     </div>
@@ -61,6 +65,75 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
       <p>Bevor es Fotografien gab, brauchte die Botanik Menschen, die zeichnen konnten. Die Orangerie zeigt neunzig Blätter aus unserer Sammlung, darunter vierzig, die ihre Mappen noch nie verlassen haben.</p>
       <p><a href="/tvx.asp?pageId=112">Zur Ausstellung</a></p>
     </div>
+  </div>
+</section>
+<section class="band">
+  <div class="wrap">
+    <h2>Kommen Sie mit</h2>
+    <ul class="agenda">
+      <li><span class="when">Samstags um 11 Uhr</span> <span>Der Garten in einer Stunde, mit jemandem aus dem Gärtnerteam</span> <span class="where">Haupttor</span></li>
+      <li><span class="when">Am ersten Sonntag um 14 Uhr</span> <span>Unter Glas: die drei Häuser vom Keller bis zur Kuppel</span> <span class="where">Palmenhaus, Westtür</span></li>
+      <li><span class="when">Sonntags um 15 Uhr</span> <span>Mitzeichnen: Papier, Stifte und eine Pflanze</span> <span class="where">Orangerie, Obergeschoss</span></li>
+      <li><span class="when">Freitags um 21.30 Uhr im Juli und August</span> <span>Falter und Mondwinden im Dunkeln</span> <span class="where">Flusstor</span></li>
+    </ul>
+    <p>Die Führungen sind im Eintritt enthalten. <a href="/tvx.asp?pageId=111">Das ganze Programm</a></p>
+  </div>
+</section>
+<section class="band">
+  <div class="wrap">
+    <h2>Notizen aus den Beeten</h2>
+    <div class="notes">
+      <article>
+        <h3>Montags wird nicht gemäht</h3>
+        <p>Seit dem Frühjahr mähen wir die Wiese am Fluss in Streifen, jede Woche einen, mit der Sense. Was fliegt, kann in den nächsten Streifen umziehen. Es dauert fünfmal so lange, und inzwischen gibt es eine Warteliste von Leuten, die es lernen möchten.</p>
+        <p class="who">Enno Janssen, Wiesen und Uferweg</p>
+      </article>
+      <article>
+        <h3>Ameisen im Dienst</h3>
+        <p>Die Veilchen im Wald säen sich mit Hilfe von Ameisen aus, die die Samen wegen eines kleinen fetten Anhängsels forttragen. Seither wird dort nicht mehr geharkt. Wer im Juni einer Ameise folgt, sieht, wo im nächsten Jahr die Veilchen stehen.</p>
+        <p class="who">Thea Wilken, Wald</p>
+      </article>
+      <article>
+        <h3>Pünktlich wie die Seerose</h3>
+        <p>Die erste Riesenseerose des Jahres öffnete sich um zehn vor sieben am Abend, genau wie im Vorjahr. Am dritten Abend hatte sie sich geschlossen und war untergetaucht. Zweihundert Menschen waren gekommen, und alle flüsterten.</p>
+        <p class="who">Jale Demir, Gewächshäuser</p>
+      </article>
+    </div>
+  </div>
+</section>
+<section class="band">
+  <div class="wrap">
+    <h2>Gut zu wissen</h2>
+    <details>
+      <summary>Darf mein Hund mitkommen?</summary>
+      <p>Ja, an der kurzen Leine, nur nicht in die Gewächshäuser und ins Alpinum. Assistenzhunde dürfen überallhin.</p>
+    </details>
+    <details>
+      <summary>Gibt es etwas für Kinder?</summary>
+      <p>Fragen Sie am Tor nach dem Ranzen mit Lupe, Karte und zwölf Rätseln. Er kostet nichts; als Pfand bleibt ein Schuh da oder sonst etwas, das Sie vermissen würden. Der Wasserspielplatz am Wehr ist von Mai bis September geöffnet.</p>
+    </details>
+    <details>
+      <summary>Komme ich mit Rollstuhl oder Kinderwagen durch den Garten?</summary>
+      <p>Zwei Drittel der Wege sind stufenlos. Im Faltblatt am Tor sind sie grün eingezeichnet. Mehr unter <a href="/tvx.asp?pageId=122">Barrierefreiheit</a>.</p>
+    </details>
+    <details>
+      <summary>Darf ich fotografieren?</summary>
+      <p>So viel Sie möchten, für sich selbst. Stative bleiben auf den Wegen. Hochzeitspaare und Filmteams rufen uns bitte zwei Wochen vorher an.</p>
+    </details>
+    <details>
+      <summary>Meine Zimmerpflanze ist krank. Können Sie helfen?</summary>
+      <p>Mittwochs von 14 bis 16 Uhr sitzt am grünen Tisch in der Orangerie jemand, der das meiste schon gesehen hat. Bringen Sie die Pflanze in einem geschlossenen Beutel mit, damit ihre Gäste bei ihr bleiben.</p>
+    </details>
+  </div>
+</section>
+<section class="band">
+  <div class="wrap split">
+    <div>
+      <h2>Das Forschungshaus nebenan</h2>
+      <p>Hinter der Blutbuche steht das Pflanzeninstitut. Dort werden Bergblumen gezählt, Samen nach hundert Jahren Schlaf geweckt und 612.000 gepresste Pflanzen aufbewahrt. Vieles von dem, was auf unseren Schildern steht, wurde dort herausgefunden.</p>
+      <p><a href="/tvx.asp?pageId=301">Zum Pflanzeninstitut</a></p>
+    </div>
+    <img src="/images/ri/seeds.svg" width="1200" height="720" alt="Die Spirale eines Samenstands und drei Samen in Kreisen, wie unter der Lupe" loading="lazy">
   </div>
 </section>'),
 (101, 4, 1, 0, '<section>
