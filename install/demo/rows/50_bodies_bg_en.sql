@@ -416,7 +416,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
 (21, 1, 1, 0, 'Imprint and privacy'),
 (21, 2, 1, 0, '<h2>Publisher</h2>
-<p>Lindhaven Foundation, Orangery Lane 4, 26871 Lindhaven. Represented by the director, Dr. Marit Oltmanns. Telephone 04961 555 0140, garden@lindhaven.example.</p>
+<p>Lindhaven Foundation, Orangery Lane 4, 26871 Lindhaven. Represented by the director, Dr. Marit Oltmanns. Telephone 04961 555 0140, <a href="mailto:garden@lindhaven.example">garden@lindhaven.example</a>.</p>
 <h2>Pictures</h2>
 <p>The illustrations on these pages were drawn for this website.</p>
 <h2>Privacy</h2>
@@ -431,7 +431,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <p>On the second Wednesday of the month there is a walk with plants to touch and smell, see <a href="/tvx.asp?pageId=11">What’s on</a>.</p>
 <h2>On this website</h2>
 <p>The pages follow the Web Content Accessibility Guidelines 2.2 at level AA. They can be read without a mouse, without colours, at four times the size and without scripts. Dark colours and reduced motion follow the setting of your device.</p>
-<p>Something doesn’t work for you? Tell us: garden@lindhaven.example, telephone 04961 555 0140. We answer within five working days.</p>');
+<p>Something doesn’t work for you? Tell us: <a href="mailto:garden@lindhaven.example">garden@lindhaven.example</a>, telephone 04961 555 0140. We answer within five working days.</p>');
 
 -- bg.en.99.03  Leaflet to print
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values

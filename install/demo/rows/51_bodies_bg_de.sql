@@ -364,7 +364,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
 (121, 1, 1, 0, 'Impressum und Datenschutz'),
 (121, 2, 1, 0, '<h2>Herausgeberin</h2>
-<p>Stiftung Lindhaven, Orangeriegasse 4, 26871 Lindhaven. Vertreten durch die Direktorin Dr. Marit Oltmanns. Telefon 04961 555 0140, garten@lindhaven.example.</p>
+<p>Stiftung Lindhaven, Orangeriegasse 4, 26871 Lindhaven. Vertreten durch die Direktorin Dr. Marit Oltmanns. Telefon 04961 555 0140, <a href="mailto:garten@lindhaven.example">garten@lindhaven.example</a>.</p>
 <h2>Bilder</h2>
 <p>Die Illustrationen auf diesen Seiten wurden für diese Website gezeichnet.</p>
 <h2>Datenschutz</h2>
@@ -379,4 +379,4 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <p>Am zweiten Mittwoch im Monat gibt es einen Rundgang mit Pflanzen zum Tasten und Riechen, siehe <a href="/tvx.asp?pageId=111">Programm</a>.</p>
 <h2>Auf dieser Website</h2>
 <p>Die Seiten folgen den Richtlinien WCAG 2.2 auf der Stufe AA. Sie lassen sich ohne Maus, ohne Farben, in vierfacher Größe und ohne Skripte lesen. Dunkle Farben und verminderte Bewegung richten sich nach der Einstellung Ihres Geräts.</p>
-<p>Etwas funktioniert für Sie nicht? Sagen Sie es uns: garten@lindhaven.example, Telefon 04961 555 0140. Wir antworten innerhalb von fünf Arbeitstagen.</p>');
+<p>Etwas funktioniert für Sie nicht? Sagen Sie es uns: <a href="mailto:garten@lindhaven.example">garten@lindhaven.example</a>, Telefon 04961 555 0140. Wir antworten innerhalb von fünf Arbeitstagen.</p>');
