@@ -162,7 +162,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   <tbody>
     <tr><th scope="row">Grounds</th><td>9 to 20</td><td>9 to 17</td></tr>
     <tr><th scope="row">Glasshouses</th><td>10 to 18</td><td>10 to 16.30</td></tr>
-    <tr><th scope="row">Night garden</th><td>until 23, Thursday to Saturday in July and August</td><td>closed</td></tr>
+    <tr><th scope="row">Night garden</th><td>Thursday to Saturday until 23, in July and August</td><td>closed</td></tr>
     <tr><th scope="row">Orangery café</th><td>9.30 to 18.30</td><td>9.30 to 16.30</td></tr>
   </tbody>
 </table>

@@ -162,7 +162,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   <tbody>
     <tr><th scope="row">Freigelände</th><td>9 bis 20 Uhr</td><td>9 bis 17 Uhr</td></tr>
     <tr><th scope="row">Gewächshäuser</th><td>10 bis 18 Uhr</td><td>10 bis 16.30 Uhr</td></tr>
-    <tr><th scope="row">Nachtgarten</th><td>im Juli und August donnerstags bis samstags bis 23 Uhr</td><td>geschlossen</td></tr>
+    <tr><th scope="row">Nachtgarten</th><td>donnerstags bis samstags bis 23 Uhr, im Juli und August</td><td>geschlossen</td></tr>
     <tr><th scope="row">Café in der Orangerie</th><td>9.30 bis 18.30 Uhr</td><td>9.30 bis 16.30 Uhr</td></tr>
   </tbody>
 </table>
