@@ -156,14 +156,15 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 (104, 3, 1, 0, '<h2>Öffnungszeiten</h2>
 <div class="table">
 <table>
+  <caption>Alle Angaben in Uhr</caption>
   <thead>
     <tr><th scope="col">Bereich</th><th scope="col">April bis September</th><th scope="col">Oktober bis März</th></tr>
   </thead>
   <tbody>
-    <tr><th scope="row">Freigelände</th><td>9 bis 20 Uhr</td><td>9 bis 17 Uhr</td></tr>
-    <tr><th scope="row">Gewächshäuser</th><td>10 bis 18 Uhr</td><td>10 bis 16.30 Uhr</td></tr>
-    <tr><th scope="row">Nachtgarten</th><td>donnerstags bis samstags bis 23 Uhr, im Juli und August</td><td>geschlossen</td></tr>
-    <tr><th scope="row">Café in der Orangerie</th><td>9.30 bis 18.30 Uhr</td><td>9.30 bis 16.30 Uhr</td></tr>
+    <tr><th scope="row">Freigelände</th><td>9 bis 20</td><td>9 bis 17</td></tr>
+    <tr><th scope="row">Gewächshäuser</th><td>10 bis 18</td><td>10 bis 16.30</td></tr>
+    <tr><th scope="row">Nachtgarten</th><td>Do bis Sa bis 23, im Juli und August</td><td>geschlossen</td></tr>
+    <tr><th scope="row">Café in der Orangerie</th><td>9.30 bis 18.30</td><td>9.30 bis 16.30</td></tr>
   </tbody>
 </table>
 </div>

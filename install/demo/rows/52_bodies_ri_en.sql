@@ -134,7 +134,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   <dt>Sheets</dt><dd>612,000</dd>
   <dt>Types</dt><dd>about 1,900</dd>
   <dt>Curator</dt><dd>Dr. Ilse Tammena</dd>
-  <dt>Post</dt><dd><a href="mailto:herbarium@lindhaven.example">herbarium@lindhaven.example</a></dd>
+  <dt>Post</dt><dd><a href="mailto:herbarium@lindhaven.example">herbarium@<wbr>lindhaven.example</a></dd>
 </dl>'),
 (206, 5, 1, 0, '<img src="/images/ri/herbarium-sheet.svg" width="900" height="1000" alt="A pressed fern on a herbarium sheet with label, colour scale and bar code">
 <figcaption>Male fern, collected in 1907 in the woodland of the garden.</figcaption>');

@@ -134,7 +134,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   <dt>Bögen</dt><dd>612.000</dd>
   <dt>Typen</dt><dd>etwa 1.900</dd>
   <dt>Kustodin</dt><dd>Dr. Ilse Tammena</dd>
-  <dt>Post</dt><dd><a href="mailto:herbarium@lindhaven.example">herbarium@lindhaven.example</a></dd>
+  <dt>Post</dt><dd><a href="mailto:herbarium@lindhaven.example">herbarium@<wbr>lindhaven.example</a></dd>
 </dl>'),
 (306, 5, 1, 0, '<img src="/images/ri/herbarium-sheet.svg" width="900" height="1000" alt="Ein gepresster Farn auf einem Herbarbogen mit Etikett, Farbskala und Strichcode">
 <figcaption>Wurmfarn, 1907 im Wald des Gartens gesammelt.</figcaption>');
