@@ -1,11 +1,10 @@
 #include "cli/BatchAnswer.h"
 
-#include <sodium.h>
-
 #include <boost/json/serialize.hpp>
 #include <boost/json/value.hpp>
 #include <cmath>
 #include <cstdint>
+#include <sodium.h>
 
 #include "platform/Text.h"
 
@@ -18,11 +17,14 @@ namespace json = boost::json;
 /// Beyond this a double no longer holds every whole number.
 constexpr double largestWhole = 9007199254740992.0;
 
-json::value textJson(std::string_view content) { return json::string(text::toValidUtf8(content)); }
+json::value textJson(std::string_view content) {
+    return json::string(text::toValidUtf8(content));
+}
 
 json::value numberJson(double number) {
     if (!std::isfinite(number)) return nullptr;
-    if (std::trunc(number) == number && std::abs(number) <= largestWhole) return static_cast<std::int64_t>(number);
+    if (std::trunc(number) == number && std::abs(number) <= largestWhole)
+        return static_cast<std::int64_t>(number);
     return number;
 }
 

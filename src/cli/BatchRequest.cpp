@@ -12,7 +12,9 @@ namespace {
 
 namespace json = boost::json;
 
-std::string quoted(std::string_view name) { return '"' + std::string(name) + '"'; }
+std::string quoted(std::string_view name) {
+    return '"' + std::string(name) + '"';
+}
 
 [[noreturn]] void refuse(const std::string& where, const std::string& needed) {
     throw Error(where + " must be " + needed);
@@ -59,7 +61,8 @@ NamedValues textsOf(const json::value& given, const std::string& where) {
 }
 
 /// A misspelt field would otherwise be passed over in silence.
-void allowOnly(const json::object& given, std::initializer_list<std::string_view> known, const std::string& where) {
+void allowOnly(const json::object& given, std::initializer_list<std::string_view> known,
+               const std::string& where) {
     for (const auto& [name, value] : given) {
         if (std::find(known.begin(), known.end(), std::string_view(name)) != known.end()) continue;
         std::string names;
@@ -85,7 +88,8 @@ Step setStep(const json::object& given, const std::string& where) {
     allowOnly(given, {"on", "set", "to"}, where);
     const auto* value = given.if_contains("to");
     if (!value) throw Error(where + " has no field \"to\"");
-    return SetStep{fieldOf(given, "on", where), fieldOf(given, "set", where), valueOf(*value, where + ": \"to\"")};
+    return SetStep{fieldOf(given, "on", where), fieldOf(given, "set", where),
+                   valueOf(*value, where + ": \"to\"")};
 }
 
 Step stepOf(const json::value& value, const std::string& where) {
@@ -110,7 +114,8 @@ Step stepOf(const json::value& value, const std::string& where) {
 std::vector<Step> stepsOf(const json::value& given) {
     if (!given.is_array()) refuse("\"calls\"", "a list");
     std::vector<Step> steps;
-    for (const auto& one : given.get_array()) steps.push_back(stepOf(one, "call " + std::to_string(steps.size())));
+    for (const auto& one : given.get_array())
+        steps.push_back(stepOf(one, "call " + std::to_string(steps.size())));
     return steps;
 }
 
@@ -125,7 +130,8 @@ void readVisit(const json::value& value, BatchRequest& request) {
     allowOnly(given, {"query", "form", "server"}, "\"request\"");
     if (const auto* query = given.if_contains("query")) request.query = textOf(*query, "\"query\"");
     if (const auto* form = given.if_contains("form")) request.form = textsOf(*form, "\"form\"");
-    if (const auto* server = given.if_contains("server")) request.serverVariables = textsOf(*server, "\"server\"");
+    if (const auto* server = given.if_contains("server"))
+        request.serverVariables = textsOf(*server, "\"server\"");
 }
 
 json::value parsed(std::string_view line) {
