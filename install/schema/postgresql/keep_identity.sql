@@ -3,8 +3,9 @@
 -- it covers every identity column there is then, and brings a sequence that lags behind its table forward.
 --
 -- A handed-out key is never above its sequence, so the trigger's condition skips such rows without calling
--- the function. A sequence is only ever moved forward: by nextval, which can't move it back whatever
--- others do meanwhile, or over a long way by setval, which only one session does at a time.
+-- the function. A sequence is only ever moved forward. Over a short way nextval does it, which can't move it
+-- back whatever others do meanwhile. Over a long way setval does it in one step, so that no other session is
+-- handed the wanted key on the way. One session does so at a time, and only while the way is still long.
 
 create or replace function torvex_keep_identity() returns trigger language plpgsql as $body$
 declare
@@ -17,13 +18,13 @@ begin
   loop
     missing := wanted - coalesce(pg_sequence_last_value(sequence_name), 0);
     exit when missing <= 0;
-    if missing <= 10000 then
+    if missing <= 100 then
       perform nextval(sequence_name);
     else
       perform pg_advisory_lock(lock_class, sequence_name::oid::bigint::bit(32)::integer);
       begin
         perform setval(sequence_name, wanted)
-        where wanted - coalesce(pg_sequence_last_value(sequence_name), 0) > 10000;
+        where wanted - coalesce(pg_sequence_last_value(sequence_name), 0) > 100;
       exception when others then
         perform pg_advisory_unlock(lock_class, sequence_name::oid::bigint::bit(32)::integer);
         raise;
