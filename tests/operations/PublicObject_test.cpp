@@ -77,7 +77,7 @@ class PublicObjectTest : public ::testing::Test {
         return "accepted";
     }
 
-    TestHost host_;
+    test::TestHost host_;
     ClassEntry entry_ = sampleEntry();
     PublicObject sample_{entry_, host_.context()};
 };

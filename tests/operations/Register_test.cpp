@@ -94,7 +94,9 @@ TEST(Register, WhatReachesFilesOrOpensDatabasesIsOutOfTheNetworksReach) {
     forEachOperation([](const ClassEntry& entry, const Operation& operation) {
         const bool kept =
             entry.name == "HTMLTemplate" || entry.name == "Setup" || operation.name == "connect";
-        if (kept) EXPECT_EQ(operation.right.kind, Right::Kind::Nobody);
+        if (kept) {
+            EXPECT_EQ(operation.right.kind, Right::Kind::Nobody);
+        }
     });
 }
 
