@@ -1,5 +1,7 @@
 #include "platform/ApplicationValues.h"
 
+#include <utility>
+
 #include "platform/Text.h"
 
 namespace torvex {

@@ -8,7 +8,9 @@ namespace torvex {
 
 namespace {
 
-std::string decoded(std::string_view part) { return text::toValidUtf8(text::urlDecode(part)); }
+std::string decoded(std::string_view part) {
+    return text::toValidUtf8(text::urlDecode(part));
+}
 
 bool has(const NamedValues& values, std::string_view name) {
     return std::any_of(values.begin(), values.end(),
@@ -56,16 +58,21 @@ std::string Request::item(std::string_view name) const {
     return serverVariable(name);
 }
 
-std::string Request::queryString(std::string_view name) const { return joined(query_, name); }
+std::string Request::queryString(std::string_view name) const {
+    return joined(query_, name);
+}
 
-std::string Request::formField(std::string_view name) const { return joined(form_, name); }
+std::string Request::formField(std::string_view name) const {
+    return joined(form_, name);
+}
 
-bool Request::hasFormField(std::string_view name) const { return has(form_, name); }
+bool Request::hasFormField(std::string_view name) const {
+    return has(form_, name);
+}
 
 std::string Request::serverVariable(std::string_view name) const {
-    const auto found = std::find_if(serverVariables_.begin(), serverVariables_.end(), [name](const auto& entry) {
-        return text::equals(entry.first, name);
-    });
+    const auto found = std::find_if(serverVariables_.begin(), serverVariables_.end(),
+                                    [name](const auto& entry) { return text::equals(entry.first, name); });
     return found == serverVariables_.end() ? std::string() : found->second;
 }
 

@@ -1,0 +1,87 @@
+// cServer: the trail from the root to a page.
+
+#include <cmath>
+#include <utility>
+
+#include "delivery/cServer.h"
+#include "platform/ApplicationValues.h"
+#include "platform/Errors.h"
+#include "platform/HostContext.h"
+#include "platform/Text.h"
+#include "records/PageIdentity.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view selectCrumb =
+    "select pageId, nodeId, title, type, online, breadcrumb from TORVEX_PAGES_LIVE where nodeId = ?";
+
+constexpr std::string_view divider = "&nbsp;&gt; </span>";
+constexpr std::string_view folderDivider = "&nbsp;-&nbsp;";
+
+struct Crumb {
+    std::string pageId;
+    std::string nodeId;
+    std::string title;  ///< encoded, with the titles of the folders above it
+};
+
+std::string link(const Crumb& crumb, bool frames) {
+    const std::string address = frames ? "javascript:top.page('" + crumb.pageId + "','" + crumb.nodeId + "')"
+                                       : "/tvx.asp?pageId=" + crumb.pageId;
+    return R"(<a class="breadcrumb" href=")" + address + "\">" + crumb.title +
+           R"(</a><span class="breadcrumb">)" + std::string(divider);
+}
+
+std::string plain(const Crumb& crumb) {
+    return R"(<span class="breadcrumb">)" + crumb.title + std::string(divider);
+}
+
+std::string active(const Crumb& crumb) {
+    return R"(<span class="breadcrumbActive">)" + crumb.title + R"(</span><span class="breadcrumb">)" +
+           std::string(divider);
+}
+
+/// Levels of a node, its root being the first.
+long levelsOf(std::string_view nodeId) {
+    return std::lround((static_cast<double>(nodeId.size()) + 1) / PageIdentity::levelLength - 1);
+}
+
+/// Without the last divider. This leaves the last span open, as delivered pages expect.
+std::string withoutLastDivider(std::string trail) {
+    if (trail.empty()) return trail;
+    trail.resize(trail.size() - divider.size());
+    return std::string(text::trim(trail));
+}
+
+}  // namespace
+
+std::string cServer::getBreadcrumb(const std::string& pageIdent) try {
+    const PageIdentity page = identify(connection(), pageIdent);
+    if (page.nodeId.size() < PageIdentity::rootLength) return {};
+    const bool frames = host_.application.isTrue("torvex_frames");
+    std::string trail;
+    std::string folders;
+    for (long level = 0; level < levelsOf(page.nodeId); ++level) {
+        const auto length =
+            PageIdentity::rootLength + static_cast<std::size_t>(level) * PageIdentity::levelLength;
+        auto rows = connection().query(selectCrumb, {std::string_view(page.nodeId).substr(0, length)});
+        if (!rows.next()) continue;
+        const std::string title = text::htmlEncode(rows.text("title"));
+        if (text::equals(text::trim(rows.text("type")), "F")) {
+            if (rows.number("breadcrumb") == 1) folders.append(title).append(folderDivider);
+            continue;
+        }
+        const Crumb crumb{rows.text("pageId"), rows.text("nodeId"), std::exchange(folders, {}) + title};
+        if (text::equals(crumb.nodeId, page.nodeId)) {
+            trail += active(crumb);
+        } else {
+            trail += rows.number("online") == 1 ? link(crumb, frames) : plain(crumb);
+        }
+    }
+    return withoutLastDivider(std::move(trail));
+} catch (...) {
+    raiseFrom("getBreadcrumb !");
+}
+
+}  // namespace torvex

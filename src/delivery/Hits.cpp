@@ -1,0 +1,51 @@
+// cServer: counting views.
+
+#include <algorithm>
+
+#include "delivery/cServer.h"
+#include "platform/ApplicationValues.h"
+#include "platform/DateTime.h"
+#include "platform/Errors.h"
+#include "platform/HitCounter.h"
+#include "platform/HostContext.h"
+#include "platform/Request.h"
+#include "platform/Session.h"
+#include "platform/Text.h"
+#include "records/Addresses.h"
+#include "records/PageIdentity.h"
+
+namespace torvex {
+
+namespace {
+
+/// Keeps the site's own staff out of the figures.
+bool isFilteredOut(std::string_view filter, std::string_view address) {
+    if (filter.empty() || address.empty()) return false;
+    if (text::contains(filter, address)) return true;
+    const std::string normalised = normalizeIp(address);
+    while (!filter.empty()) {
+        const std::size_t end = std::min(filter.find(','), filter.size());
+        if (isInFilterItem(filter.substr(0, end), normalised)) return true;
+        filter.remove_prefix(std::min(end + 1, filter.size()));
+    }
+    return false;
+}
+
+}  // namespace
+
+void cServer::logPage(const std::string& pageIdent) try {
+    const PageIdentity page = identify(connection(), pageIdent);
+    if (page.nodeId.size() < PageIdentity::rootLength) return;
+    const std::string filter = host_.application.text("tvx_log_IP_filter");
+    const std::string address = host_.request.serverVariable("remote_addr");
+    if (isFilteredOut(text::trim(filter), text::trim(address))) return;
+    const std::string mark = "," + page.nodeId + ",";
+    const std::string visited = host_.session.text("torvex_visited_pages");
+    if (host_.hits.count(page.nodeId, host_.clock.today(), !text::contains(visited, mark))) {
+        host_.session.set("torvex_visited_pages", visited + mark);
+    }
+} catch (...) {
+    raiseFrom("logPage!");
+}
+
+}  // namespace torvex

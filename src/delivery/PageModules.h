@@ -1,0 +1,30 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/PageId.h"
+
+namespace torvex {
+
+/// What a module puts on a page: a text for the page's head, and its content.
+struct ModuleOutput {
+    std::string header;
+    std::string content;
+};
+
+/// The modules that fill tags of their own in every page. They stand above assembly, which is why they are
+/// handed in; without any, their tags behave as ones that don't load.
+class PageModules {
+  public:
+    virtual ~PageModules() = default;
+
+    /// Nothing when the page shows no menu.
+    virtual std::optional<ModuleOutput> dynamicMenu(PageId pageId) = 0;
+    /// Nothing when there is no such newsflash.
+    virtual std::optional<ModuleOutput> newsflash(std::string_view site, std::string_view lang,
+                                                  int number) = 0;
+};
+
+}  // namespace torvex

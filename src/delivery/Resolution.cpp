@@ -1,0 +1,239 @@
+// cServer: from what was asked for to the page record.
+
+#include "delivery/Access.h"
+#include "delivery/FolderTrail.h"
+#include "delivery/cServer.h"
+#include "platform/ApplicationValues.h"
+#include "platform/DateTime.h"
+#include "platform/Errors.h"
+#include "platform/HostContext.h"
+#include "platform/Request.h"
+#include "platform/Text.h"
+#include "records/PageIdentity.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view selectPage =
+    "select a.pageId, a.nodeId, a.type, a.online, a.onlineFrom, a.onlineTo, a.orderId, a.title, "
+    "b.tpl_filename, c.ss_filename, e.btpl_filename, a.breadcrumb, a.dynMenu, a.application, "
+    "a.app_param_public, d.app_href_public, a.navigation, a.previous, a.next, a.up "
+    "from TORVEX_PAGES_LIVE a "
+    "left outer join TORVEX_TEMPLATES b on a.template = b.tpl_id "
+    "left outer join TORVEX_STYLESHEETS c on a.stylesheet = c.ss_id "
+    "left outer join TORVEX_APPLICATIONS d on a.application = d.app_id "
+    "left outer join TORVEX_BASETEMPLATES e on a.baseTemplate = e.btpl_id "
+    "where a.pageId = ?";
+
+constexpr std::string_view selectFirstChild =
+    "select a.pageId, a.nodeId, a.type, a.online, a.onlineFrom, a.onlineTo, a.orderId, a.title, "
+    "b.tpl_filename, c.ss_filename, e.btpl_filename, a.breadcrumb, a.dynMenu, a.application, "
+    "a.app_param_public, d.app_href_public, a.navigation, a.previous, a.next, a.up "
+    "from TORVEX_PAGES_LIVE a "
+    "left outer join TORVEX_TEMPLATES b on a.template = b.tpl_id "
+    "left outer join TORVEX_STYLESHEETS c on a.stylesheet = c.ss_id "
+    "left outer join TORVEX_APPLICATIONS d on a.application = d.app_id "
+    "left outer join TORVEX_BASETEMPLATES e on a.baseTemplate = e.btpl_id "
+    "where a.parent = ? order by a.orderId, a.nodeId";
+
+constexpr std::string_view selectType = "select type from TORVEX_PAGES_LIVE where pageId = ?";
+
+constexpr std::string_view selectOnline =
+    "select nodeId, type, online, onlineFrom, onlineTo from TORVEX_PAGES_LIVE where nodeId = ?";
+constexpr std::string_view selectFirstChildOnline =
+    "select nodeId, type, online, onlineFrom, onlineTo from TORVEX_PAGES_LIVE "
+    "where parent = ? order by orderId, nodeId";
+
+constexpr std::string_view selectPrevious =
+    "select pageId, type from TORVEX_PAGES_LIVE "
+    "where parent = ? and orderId < ? and online = 1 order by orderId desc, nodeId desc";
+// The bound keeps the system branch out of Next; Previous has none, by intention.
+constexpr std::string_view selectNext =
+    "select pageId, type from TORVEX_PAGES_LIVE "
+    "where parent = ? and orderId > ? and nodeId < ? and online = 1 order by orderId, nodeId";
+
+std::string trimmed(const db::Rows& rows, std::string_view column) {
+    return std::string(text::trim(rows.text(column)));
+}
+
+std::string typeOf(const db::Rows& rows) {
+    return text::upper(trimmed(rows, "type"));
+}
+
+bool isOnline(const db::Rows& rows, std::string_view today) {
+    return isOnlineOn(today, rows.number("online"), rows.text("onlineFrom"), rows.text("onlineTo"));
+}
+
+void fillPage(PageRecord& record, const db::Rows& rows) {
+    record.orderId = rows.number("orderId", -1);
+    record.type = typeOf(rows);
+    record.title = trimmed(rows, "title");
+    record.navigation = trimmed(rows, "navigation");
+    record.online = static_cast<int>(rows.number("online"));
+    record.onlineFrom = rows.text("onlineFrom");
+    record.onlineTo = rows.text("onlineTo");
+    record.templateFile = trimmed(rows, "tpl_filename");
+    record.stylesheetFile = trimmed(rows, "ss_filename");
+    record.baseTemplateFile = trimmed(rows, "btpl_filename");
+    record.breadcrumb = rows.text("breadcrumb");
+    record.dynMenu = rows.text("dynMenu");
+}
+
+std::string encodedQuery(std::string_view query) {
+    return text::replaceAll(text::replaceAll(text::urlEncode(query), "%3D", "="), "%26", "&");
+}
+
+/// The application's address with the page's number, the request's query and the page's own parameters.
+std::string applicationAddress(const PageRecord& record, const std::string& query) {
+    std::string address = record.appUrl;
+    address += text::contains(address, "?") ? "&" : "?";
+    if (!text::contains(query, "pageId")) address += "pageId=" + text::fromNumber(record.pageId) + "&";
+    address += query;
+    if (!record.appParamPublic.empty()) {
+        address += "&" + encodedQuery(text::replaceAll(record.appParamPublic, ",", "&"));
+    }
+    return address;
+}
+
+/// False when the page's application is missing or has no address.
+bool fillApplication(PageRecord& record, const db::Rows& rows, const Request& request) {
+    record.appParamPublic = trimmed(rows, "app_param_public");
+    record.appUrl = trimmed(rows, "app_href_public");
+    if (rows.number("application", -1) == -1 || record.appUrl.empty()) return false;
+    record.appUrlPublic = applicationAddress(record, request.queryString());
+    return true;
+}
+
+std::string liveType(db::Connection& connection, PageId pageId) {
+    if (!(pageId > 0)) return {};
+    auto rows = connection.query(selectType, {pageId});
+    return rows.next() ? text::upper(rows.text("type")) : std::string();
+}
+
+/// The nearest ancestor that is no folder.
+PageId pageAbove(db::Connection& connection, std::string_view nodeId) {
+    constexpr std::size_t firstLevel = PageIdentity::rootLength + PageIdentity::levelLength;
+    while (nodeId.size() >= firstLevel) {
+        nodeId = parentOf(nodeId);
+        const PageId ancestor = pageIdOf(connection, nodeId);
+        if (liveType(connection, ancestor) != "F") return ancestor;
+    }
+    return -1;
+}
+
+PageId firstPageId(db::Rows rows) {
+    return rows.next() ? rows.number("pageId", -1) : -1;
+}
+
+void computeNavigation(db::Connection& connection, PageRecord& record) {
+    record.up = pageAbove(connection, record.nodeId);
+    if (record.nodeId.size() < PageIdentity::rootLength + PageIdentity::levelLength) return;
+    const std::string parent(parentOf(record.nodeId));
+    record.previous = firstPageId(connection.query(selectPrevious, {parent, record.orderId}));
+    record.next = firstPageId(connection.query(selectNext, {parent, record.orderId, parent + ".99"}));
+    if (record.previous == record.pageId || record.next == record.pageId) {
+        throw Error("Type mismatch: page " + text::fromNumber(record.pageId) + " is its own neighbour");
+    }
+}
+
+/// Resolves one request's page; the record is filled as far as the way leads.
+class Resolver {
+  public:
+    Resolver(HostContext& host, db::Connection& connection, PageRecord& record, const Visitor& visitor)
+        : host_(host),
+          connection_(connection),
+          record_(record),
+          visitor_(visitor),
+          today_(host.clock.today()) {}
+
+    void resolve(const std::string& pageIdent) {
+        const PageIdentity asked = identify(connection_, pageIdent);
+        if (!asked.isValid()) return;
+        record_.pageId = asked.pageId;
+        record_.nodeId = asked.nodeId;
+        FolderTrail trail;
+        auto rows = connection_.query(selectPage, {asked.pageId});
+        while (takeRow(rows)) {
+            if (typeOf(rows) != "F") return settle(rows);
+            if (!trail.leadsOn(record_.nodeId)) break;
+            rows = connection_.query(selectFirstChild, {record_.nodeId});
+        }
+        if (!denied_) record_.access = pageAccess::notFound;
+    }
+
+  private:
+    /// False when there is no row, or the groups of its page end the way.
+    bool takeRow(db::Rows& rows) {
+        if (!rows.next()) return false;
+        record_.pageId = rows.number("pageId", -1);
+        record_.nodeId = rows.text("nodeId");
+        record_.access = pageAccess::open;
+        if (host_.application.isTrue("torvex_extranet")) {
+            record_.access = groupVerdict(connection_, record_.pageId, record_.nodeId, visitor_, today_);
+        }
+        denied_ = record_.access < 0;
+        return !denied_;
+    }
+
+    void settle(const db::Rows& rows) {
+        if (!isOnline(rows, today_)) {
+            record_.access = pageAccess::offline;
+            const std::string from = rows.text("onlineFrom");
+            if (!from.empty() && text::compare(today_, from) < 0) record_.onlineFrom = from;
+            return;
+        }
+        fillPage(record_, rows);
+        if (record_.type == "A" && !fillApplication(record_, rows, host_.request)) {
+            record_.access = pageAccess::noApplication;
+        } else if (text::equals(record_.navigation, "M")) {
+            record_.previous = rows.number("previous", -1);
+            record_.next = rows.number("next", -1);
+            record_.up = rows.number("up", -1);
+        } else {
+            computeNavigation(connection_, record_);
+        }
+    }
+
+    HostContext& host_;
+    db::Connection& connection_;
+    PageRecord& record_;
+    const Visitor& visitor_;
+    const std::string today_;
+    bool denied_ = false;
+};
+
+}  // namespace
+
+void cServer::getPage(const std::string& pageIdent, const std::string& username,
+                      const std::string& password) try {
+    record_ = {};
+    const Visitor visitor{username, password};
+    Resolver(host_, connection(), record_, visitor).resolve(pageIdent);
+} catch (...) {
+    raiseFrom("getPage!");
+}
+
+bool cServer::isPage(const std::string& pageIdent) try {
+    const std::string ident = text::lowerTrim(pageIdent);
+    const std::string node = text::isNumeric(ident) ? nodeIdOf(connection(), text::toNumber(ident)) : ident;
+    if (node.size() < PageIdentity::rootLength) return false;
+    const std::string today = host_.clock.today();
+    FolderTrail trail;
+    auto rows = connection().query(selectOnline, {node});
+    while (rows.next()) {
+        if (typeOf(rows) != "F") return isOnline(rows, today);
+        const std::string folder = rows.text("nodeId");
+        if (!trail.leadsOn(folder)) break;
+        rows = connection().query(selectFirstChildOnline, {folder});
+    }
+    return false;
+} catch (...) {
+    raiseFrom("isPage !");
+}
+
+std::string cServer::urlencode(const std::string& queryString) {
+    return encodedQuery(queryString);
+}
+
+}  // namespace torvex

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace torvex {
+
+/// A small page of the server's own: what happened, and what to do next. Needs no other file.
+struct MessagePage {
+    std::string title;        ///< plain text
+    std::string explanation;  ///< plain text
+    std::string advice;       ///< plain text; "" for none
+    std::string reference;    ///< a number to name to the operators; "" for none
+    std::string homeAddress = "/";
+};
+
+/// The page as HTML in UTF-8; all texts are encoded.
+std::string messagePageHtml(const MessagePage& page);
+
+}  // namespace torvex

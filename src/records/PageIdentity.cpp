@@ -1,0 +1,53 @@
+#include "records/PageIdentity.h"
+
+#include "platform/Text.h"
+#include "platform/db/Connection.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view selectNodeId = "select nodeId from TORVEX_PAGES_DESIGN where pageId = ?";
+constexpr std::string_view selectPageId = "select pageId from TORVEX_PAGES_DESIGN where nodeId = ?";
+
+}  // namespace
+
+std::string nodeIdOf(db::Connection& connection, PageId pageId) {
+    auto rows = connection.query(selectNodeId, {pageId});
+    return rows.next() ? rows.text("nodeId") : std::string();
+}
+
+PageId pageIdOf(db::Connection& connection, std::string_view nodeId) {
+    const std::string_view node = text::trim(nodeId);
+    if (node.empty()) return -1;
+    auto rows = connection.query(selectPageId, {node});
+    return rows.next() ? rows.number("pageId", -1) : -1;
+}
+
+PageIdentity identify(db::Connection& connection, std::string_view pageIdent) {
+    const std::string ident = text::lowerTrim(pageIdent);
+    if (text::isNumeric(ident)) {
+        const PageId pageId = text::toNumber(ident);
+        return {pageId, nodeIdOf(connection, pageId)};
+    }
+    return {pageIdOf(connection, ident), ident};
+}
+
+std::string_view siteOf(std::string_view nodeId) {
+    return nodeId.substr(0, 2);
+}
+
+std::string_view langOf(std::string_view nodeId) {
+    return nodeId.size() < 4 ? std::string_view() : nodeId.substr(3, 2);
+}
+
+std::string_view parentOf(std::string_view nodeId) {
+    return nodeId.substr(
+        0, nodeId.size() < PageIdentity::levelLength ? 0 : nodeId.size() - PageIdentity::levelLength);
+}
+
+Twin twinOf(std::string_view mode) {
+    return text::equals(text::trim(mode), "D") ? Twin::Design : Twin::Live;
+}
+
+}  // namespace torvex

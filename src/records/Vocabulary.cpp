@@ -1,0 +1,38 @@
+#include "records/Vocabulary.h"
+
+#include <algorithm>
+
+#include "platform/Text.h"
+#include "platform/db/Connection.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view selectColumnNumber = "select id from TORVEX_INTERFACE_LANGUAGES where lang_id = ?";
+
+/// The number of a language's column as digits; "" when the language isn't there.
+std::string columnNumber(db::Connection& connection, std::string_view language) {
+    if (text::isNumeric(language)) return std::string(text::trim(language));
+    auto rows = connection.query(selectColumnNumber, {language});
+    return rows.next() ? rows.text("id") : std::string();
+}
+
+bool isDigits(std::string_view number) {
+    return std::all_of(number.begin(), number.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+}  // namespace
+
+std::string vocabularyText(db::Connection& connection, std::string_view language, double label) {
+    const std::string number = columnNumber(connection, language);
+    if (number.empty()) return {};
+    // A column can't be bound, so nothing but digits may reach the statement.
+    if (!isDigits(number)) throw db::DatabaseError("no such column: lang_vocab" + number);
+    const std::string column = "lang_vocab" + number;
+    auto rows =
+        connection.query("select " + column + " from TORVEX_INTERFACE_VOCAB where lang_label = ?", {label});
+    return rows.next() ? std::string(text::trim(rows.text(column))) : std::string();
+}
+
+}  // namespace torvex

@@ -1,0 +1,67 @@
+#include "templates/StyleSheet.h"
+
+#include "platform/Errors.h"
+#include "platform/db/Grid.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view selectAll =
+    "select ss_id, ss_Name, ss_Description from TORVEX_STYLESHEETS "
+    "where ss_site = ? and ss_lang = ? order by ss_Name";
+
+}  // namespace
+
+std::string StyleSheet::checkStylesheet(const std::string& site, const std::string& lang, int stylesheetId,
+                                        const std::string& name, const std::string& file) try {
+    return std::string(assets().check(site, lang, stylesheetId, name, file));
+} catch (...) {
+    raiseFrom("checkStylesheet !");
+}
+
+bool StyleSheet::getStylesheet(int stylesheetId) try {
+    entry_ = assets().read(stylesheetId);
+    return entry_.exists;
+} catch (...) {
+    raiseFrom("getStylesheet !");
+}
+
+int StyleSheet::getStylesheetId(const std::string& name, const std::string& site,
+                                const std::string& lang) try {
+    return assets().idByName(name, site, lang);
+} catch (...) {
+    raiseFrom("getStylesheetId !");
+}
+
+Value StyleSheet::getStylesheetList(const std::string& site, const std::string& lang) try {
+    return db::gridOf(connection_.use(host_).query(selectAll, {site, lang}));
+} catch (...) {
+    raiseFrom("getStylesheetList !");
+}
+
+std::string StyleSheet::getStylesheetFile(const std::string& pageIdent, const std::string& mode) try {
+    return assets().fileOfPage(pageIdent, twinOf(mode));
+} catch (...) {
+    raiseFrom("getStyleSheetFile !");
+}
+
+std::string StyleSheet::getStylesheetName(const std::string& pageIdent, const std::string& mode) try {
+    return assets().nameOfPage(pageIdent, twinOf(mode));
+} catch (...) {
+    raiseFrom("getStyleSheetName !");
+}
+
+std::string StyleSheet::getNodeId(PageId pageId) try {
+    return nodeIdOf(connection_.use(host_), pageId);
+} catch (...) {
+    raiseFrom("getNodeId !");
+}
+
+PageId StyleSheet::getPageId(const std::string& nodeId) try {
+    return pageIdOf(connection_.use(host_), nodeId);
+} catch (...) {
+    raiseFrom("getPageId !");
+}
+
+}  // namespace torvex
