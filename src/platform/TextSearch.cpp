@@ -1,0 +1,184 @@
+#include <cstring>
+#include <limits>
+
+#include "platform/Text.h"
+#include "platform/Utf8.h"
+
+namespace torvex::text {
+
+namespace {
+
+/// The bytes, in one place of the needle, by which a place in the text is taken into consideration. A byte
+/// that is rare in HTML is best: the search for it is what a search costs.
+struct Anchor {
+    std::size_t offset = 0;  ///< bytes from the start of a match
+    std::array<char, 3> bytes{};
+    std::size_t count = 0;  ///< of the bytes
+    int cost = std::numeric_limits<int>::max();
+};
+
+/// Some measure of how often a byte occurs in HTML.
+int costOf(char c) {
+    constexpr std::string_view markup = "<>/=\"-. \r\n'0123456789:;";
+    const char lower = static_cast<char>(utf8::foldedAscii(c));
+    if (lower >= 'a' && lower <= 'z') return lower == 'j' || lower == 'q' || lower == 'z' ? 3 : 8;
+    return markup.find(c) != std::string_view::npos ? 2 : 1;
+}
+
+Anchor anchorAt(std::string_view needle, std::size_t offset) {
+    const char lower = static_cast<char>(utf8::foldedAscii(needle[offset]));
+    Anchor anchor{offset, {lower}, 1, costOf(lower)};
+    if (lower < 'a' || lower > 'z') return anchor;
+    anchor.bytes[anchor.count++] = static_cast<char>(lower - 32);
+    // Two letters of ASCII have a third form beyond it: the Kelvin sign and the long s, by their first bytes.
+    if (lower == 'k') anchor.bytes[anchor.count++] = '\xE2';
+    if (lower == 's') anchor.bytes[anchor.count++] = '\xC5';
+    return anchor;
+}
+
+/// The best anchor of a needle that begins with ASCII. Behind "k", "s" and what is not ASCII offsets are no
+/// longer fixed.
+Anchor chooseAnchor(std::string_view needle) {
+    constexpr std::size_t farEnough = 16;
+    Anchor best;
+    for (std::size_t i = 0; i < std::min(needle.size(), farEnough) && utf8::isAscii(needle[i]); ++i) {
+        const Anchor anchor = anchorAt(needle, i);
+        if (anchor.count < 3 || i == 0) {
+            if (anchor.cost < best.cost) best = anchor;
+        }
+        if (anchor.count == 3) break;
+    }
+    return best;
+}
+
+/// Finds the next of up to three bytes. It looks for each of them only a stretch ahead: otherwise a caller
+/// that finds one byte again and again would pay each time for the other ones, which may be far away.
+class ByteScanner {
+  public:
+    ByteScanner(std::string_view text, std::size_t from, const Anchor& anchor)
+        : text_(text), at_(from), anchor_(anchor), windowEnd_(from) {}
+
+    std::size_t next() {
+        if (anchor_.count == 1) return nextOfOne();
+        for (;;) {
+            const std::size_t found = std::min({next_[0], next_[1], next_[2]});
+            if (found != npos) return take(found);
+            if (windowEnd_ >= text_.size()) return npos;
+            openWindow();
+        }
+    }
+
+  private:
+    static constexpr std::size_t windowSize = 512;
+
+    std::size_t findByte(char byte, std::size_t from, std::size_t end) const {
+        const void* found = std::memchr(text_.data() + from, byte, end - from);
+        return found == nullptr ? npos
+                                : static_cast<std::size_t>(static_cast<const char*>(found) - text_.data());
+    }
+
+    std::size_t nextOfOne() {
+        if (at_ >= text_.size()) return npos;
+        const std::size_t found = findByte(anchor_.bytes[0], at_, text_.size());
+        at_ = found == npos ? text_.size() : found + 1;
+        return found;
+    }
+
+    std::size_t take(std::size_t found) {
+        for (std::size_t i = 0; i < anchor_.count; ++i) {
+            if (next_[i] == found) next_[i] = findByte(anchor_.bytes[i], found + 1, windowEnd_);
+        }
+        return found;
+    }
+
+    void openWindow() {
+        const std::size_t begin = windowEnd_;
+        windowEnd_ = std::min(begin + windowSize, text_.size());
+        for (std::size_t i = 0; i < anchor_.count; ++i) {
+            next_[i] = findByte(anchor_.bytes[i], begin, windowEnd_);
+        }
+    }
+
+    std::string_view text_;
+    std::size_t at_;
+    const Anchor& anchor_;
+    std::size_t windowEnd_;
+    std::array<std::size_t, 3> next_{npos, npos, npos};
+};
+
+std::size_t findAnchored(std::string_view text, std::string_view needle, std::size_t from) {
+    const Anchor anchor = chooseAnchor(needle);
+    ByteScanner scanner(text, std::min(from + anchor.offset, text.size()), anchor);
+    for (std::size_t hit = scanner.next(); hit != npos; hit = scanner.next()) {
+        if (matchLength(text, hit - anchor.offset, needle) > 0) return hit - anchor.offset;
+    }
+    return npos;
+}
+
+/// For needles that begin beyond ASCII: only characters beyond it can match the first one.
+std::size_t findByUnits(std::string_view text, std::string_view needle, std::size_t from) {
+    for (std::size_t at = from; at < text.size();) {
+        at += utf8::asciiRun(text, at);
+        if (at == text.size()) break;
+        if (matchLength(text, at, needle) > 0) return at;
+        at += utf8::unitAt(text, at).length;
+    }
+    return npos;
+}
+
+/// A needle whose first character is the long form of an ASCII letter, in that letter.
+std::string inAscii(std::string_view needle, std::uint32_t firstFolded) {
+    std::string result(1, static_cast<char>(firstFolded));
+    return result.append(needle.substr(utf8::unitAt(needle, 0).length));
+}
+
+}  // namespace
+
+std::size_t matchLength(std::string_view text, std::size_t at, std::string_view needle) {
+    std::size_t t = at;
+    for (std::size_t n = 0; n < needle.size();) {
+        if (t >= text.size()) return 0;
+        if (utf8::isAscii(text[t]) && utf8::isAscii(needle[n])) {
+            if (utf8::foldedAscii(text[t]) != utf8::foldedAscii(needle[n])) return 0;
+            ++t;
+            ++n;
+            continue;
+        }
+        const utf8::Unit ours = utf8::unitAt(text, t);
+        const utf8::Unit theirs = utf8::unitAt(needle, n);
+        if (ours.value != theirs.value && utf8::folded(ours.value) != utf8::folded(theirs.value)) return 0;
+        t += ours.length;
+        n += theirs.length;
+    }
+    return t - at;
+}
+
+std::size_t find(std::string_view text, std::string_view needle, std::size_t from) {
+    if (from > text.size()) return npos;
+    if (needle.empty()) return from;
+    if (utf8::isAscii(needle.front())) return findAnchored(text, needle, from);
+    const std::uint32_t firstFolded = utf8::folded(utf8::unitAt(needle, 0).value);
+    if (firstFolded < 0x80) return findAnchored(text, inAscii(needle, firstFolded), from);
+    return findByUnits(text, needle, from);
+}
+
+bool contains(std::string_view text, std::string_view needle) {
+    return find(text, needle) != npos;
+}
+
+std::string replaceAll(std::string_view text, std::string_view from, std::string_view to, int count) {
+    std::string result;
+    std::size_t kept = 0;
+    if (!from.empty()) {
+        for (; count != 0; --count) {
+            const std::size_t at = find(text, from, kept);
+            if (at == npos) break;
+            if (kept == 0) result.reserve(text.size() + to.size());
+            result.append(text, kept, at - kept).append(to);
+            kept = at + matchLength(text, at, from);
+        }
+    }
+    return result.append(text, kept);
+}
+
+}  // namespace torvex::text
