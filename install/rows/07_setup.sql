@@ -1,0 +1,46 @@
+-- Settings of the installation. N is a number, C a text, B a yes (1) or no.
+-- The site's default page, tvx_default_pageId, is set once there is a page.
+insert into TORVEX_SETUP (parameter, value, dataType, loginId) values
+  ('tvx_website_ssl', '0', 'B', 0),
+  ('tvx_extranet_ssl', '0', 'B', 0),
+  ('torvex_ssl', '0', 'B', 0),
+  ('torvex_extranet', '0', 'B', 0),
+  ('torvex_feeds', '0', 'B', 0),
+  ('torvex_frames', '0', 'B', 0),
+  ('torvex_hyperlink_check', '1', 'B', 0),
+  ('torvex_img_security', '0', 'B', 0),
+  ('torvex_doc_security', '0', 'B', 0),
+  ('torvex_msgBoard_html_allowed', '0', 'B', 0),
+  ('torvex_autoApprove', '0', 'B', 0),
+  ('torvex_emailNotification', '0', 'N', 0),
+  ('torvex_loadBalancing_shareName', '', 'C', 0),
+  ('torvex_editor_styles', '1', 'B', 0),
+  ('torvex_editor_headings', '1', 'B', 0),
+  ('torvex_editor_fontname', '1', 'B', 0),
+  ('torvex_editor_fontsize', '1', 'B', 0),
+  ('torvex_editor_fontcolor', '1', 'B', 0),
+  ('torvex_editor_backcolor', '1', 'B', 0),
+  ('torvex_editor_width', '580', 'N', 0),
+  ('torvex_editor_height', '480', 'N', 0),
+  ('torvex_interface_charset', 'utf-8', 'C', 0),
+  ('torvex_WinHTTP_version', '5', 'N', 0),
+  ('torvex_XMLParser_version', '4', 'N', 0),
+  ('tvx_log_IP_filter', '', 'C', 0),
+  ('torvex_access_IP_filter', '', 'C', 0),
+  ('torvex_scriptTimeout_normal', '90', 'N', 0),
+  ('torvex_scriptTimeout_long', '3600', 'N', 0),
+  ('torvex_sitemap_loadLevel', '2', 'N', 0),
+  ('torvex_search_security', '1', 'B', 0),
+  ('torvex_search_pageSecurity', '1', 'B', 0),
+  ('torvex_search_docSecurity', '1', 'B', 0),
+  ('torvex_search_resultsPerPage', '20', 'N', 0),
+  ('torvex_search_maxResults', '100', 'N', 0);
+
+-- Settings of a login: those of login 1 are its own, and each new login starts with a copy of them.
+insert into TORVEX_SETUP (parameter, value, dataType, loginId) values
+  ('torvex_interface_language', 'en', 'C', 1),
+  ('torvex_editor_language', '', 'C', 1),
+  ('torvex_date_format', 'mmddyyyy', 'C', 1),
+  ('torvex_sitemap_loadLevel', '2', 'N', 1),
+  ('torvex_scriptTimeout_normal', '90', 'N', 1),
+  ('torvex_scriptTimeout_long', '3600', 'N', 1);

@@ -1,0 +1,2 @@
+-- Before the first step: text that compares ignoring case.
+create extension if not exists citext;
