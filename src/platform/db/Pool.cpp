@@ -1,0 +1,106 @@
+#include <mutex>
+#include <vector>
+
+#include "platform/db/ConnectionText.h"
+#include "platform/db/Database.h"
+#include "platform/db/PooledConnection.h"
+#include "platform/db/SqliteConnection.h"
+
+namespace torvex::db {
+
+namespace {
+
+/// More requests than this seldom run at once on one server, since the pages have one worker for each core or
+/// two; further connections are closed at the end of their lease.
+constexpr std::size_t mostIdle = 32;
+
+struct PoolKey {
+    std::string_view text;
+    std::string_view user;
+    std::string_view password;
+    Purpose purpose;
+
+    bool operator==(const PoolKey&) const = default;
+};
+
+std::unique_ptr<PooledConnection> openConnection(const PoolKey& key) {
+    if (engineOf(key.text) == Engine::Sqlite) return openSqliteStore(storeFolder(key.text), key.purpose);
+    throw DatabaseError("PostgreSQL is not built in");
+}
+
+/// The idle connections to one database. Kept alive by its leases, so that they may outlive the `Database`.
+class Pool : public std::enable_shared_from_this<Pool> {
+  public:
+    explicit Pool(const PoolKey& key)
+        : text_(key.text), user_(key.user), password_(key.password), purpose_(key.purpose) {}
+
+    PoolKey key() const { return {text_, user_, password_, purpose_}; }
+
+    Lease lease() {
+        auto connection = takeIdle();
+        if (connection == nullptr) connection = openConnection(key());
+        // Should making the lease fail, its deleter is called all the same.
+        return Lease(connection.release(), GiveBack{shared_from_this()});
+    }
+
+  private:
+    struct GiveBack {
+        std::shared_ptr<Pool> pool;
+        void operator()(Connection* connection) const noexcept {
+            pool->giveBack(std::unique_ptr<PooledConnection>(static_cast<PooledConnection*>(connection)));
+        }
+    };
+
+    std::unique_ptr<PooledConnection> takeIdle() {
+        const std::scoped_lock lock(mutex_);
+        if (idle_.empty()) return nullptr;
+        auto connection = std::move(idle_.back());
+        idle_.pop_back();
+        return connection;
+    }
+
+    void giveBack(std::unique_ptr<PooledConnection> connection) noexcept {
+        if (!connection->makeReusable()) return;
+        const std::scoped_lock lock(mutex_);
+        if (idle_.size() < mostIdle) idle_.push_back(std::move(connection));
+        // One too many is closed by its owner here, behind the lock.
+    }
+
+    std::string text_;
+    std::string user_;
+    std::string password_;
+    Purpose purpose_;
+    std::mutex mutex_;
+    std::vector<std::unique_ptr<PooledConnection>> idle_;
+};
+
+class Pools final : public Database {
+  public:
+    Lease open(std::string_view text, std::string_view user, std::string_view password,
+               Purpose purpose) override {
+        return poolOf({text, user, password, purpose})->lease();
+    }
+
+  private:
+    /// A program knows a handful of texts, so a list is searched faster than a table.
+    std::shared_ptr<Pool> poolOf(const PoolKey& key) {
+        const std::scoped_lock lock(mutex_);
+        for (const auto& pool : pools_) {
+            if (pool->key() == key) return pool;
+        }
+        engineOf(key.text);
+        return pools_.emplace_back(std::make_shared<Pool>(key));
+    }
+
+    std::mutex mutex_;
+    std::vector<std::shared_ptr<Pool>> pools_;
+};
+
+}  // namespace
+
+std::unique_ptr<Database> makeDatabase() {
+    setUpSqlite();
+    return std::make_unique<Pools>();
+}
+
+}  // namespace torvex::db

@@ -1,0 +1,244 @@
+#include "platform/db/SqliteConnection.h"
+
+#include <filesystem>
+#include <fmt/format.h>
+#include <sqlite3.h>
+#include <system_error>
+
+#include "platform/db/SqliteFunctions.h"
+#include "platform/db/SqliteStatement.h"
+#include "platform/db/SqliteStore.h"
+
+namespace torvex::db {
+
+namespace {
+
+/// Per connection and file. The pages that are read come through the memory map, which all connections share;
+/// the cache mostly holds what a transaction changes.
+constexpr int cacheKibibytes = 8 * 1024;
+constexpr std::int64_t mappedBytes = std::int64_t{1} << 30;
+
+/// Takes the write lock of one file and changes nothing.
+struct LockStatement {
+    SqliteFiles file;
+    std::string_view text;
+};
+constexpr LockStatement lockMain = {MainFile,
+                                    "update main.TORVEX_SCHEMA_CONTENT set version = version where 1 = 0"};
+constexpr LockStatement lockHits = {HitsFile,
+                                    "update hits.TORVEX_SCHEMA_HITS set version = version where 1 = 0"};
+constexpr LockStatement lockAudit = {AuditFile,
+                                     "update audit.TORVEX_SCHEMA_AUDIT set version = version where 1 = 0"};
+
+unsigned fileOfSchema(std::string_view name) {
+    if (name == "main") return MainFile;
+    if (name == "hits") return HitsFile;
+    return name == "audit" ? AuditFile : NoFile;
+}
+
+/// SQLite asks this about each thing that a statement does while it is prepared.
+int noteUse(void* noted, int action, const char* /*table*/, const char* /*column*/, const char* schema,
+            const char* /*trigger*/) {
+    auto& use = *static_cast<SqliteUse*>(noted);
+    const unsigned file = schema == nullptr ? NoFile : fileOfSchema(schema);
+    use.files |= file;
+    if (action == SQLITE_INSERT || action == SQLITE_UPDATE || action == SQLITE_DELETE) use.written |= file;
+    return SQLITE_OK;
+}
+
+struct CloseDatabase {
+    void operator()(sqlite3* database) const noexcept { sqlite3_close_v2(database); }
+};
+using Handle = std::unique_ptr<sqlite3, CloseDatabase>;
+
+void run(sqlite3* database, const std::string& script) {
+    if (sqlite3_exec(database, script.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) failSqlite(database);
+}
+
+Handle openFile(const std::string& path) {
+    if (!std::filesystem::exists(path)) {
+        throw DatabaseError(fmt::format("there is no database {}", path));
+    }
+    sqlite3* opened = nullptr;
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
+    const int code = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
+    Handle handle(opened);
+    if (code != SQLITE_OK) {
+        throw DatabaseError(fmt::format("the database {} can't be opened: {}", path, sqlite3_errstr(code)));
+    }
+    sqlite3_extended_result_codes(opened, 0);
+    sqlite3_busy_timeout(opened, lockWaitSeconds * 1000);
+    return handle;
+}
+
+/// A text in double quotes is a name, as on the other engine, and never silently a text.
+void setStrictQuotes(sqlite3* database) {
+    sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+}
+
+/// Also the first reading of the file: one that is damaged shows here.
+void tune(sqlite3* database, std::string_view schema, std::string_view synchronous) {
+    run(database, fmt::format("pragma {0}.journal_mode = wal; pragma {0}.synchronous = {1};"
+                              "pragma {0}.cache_size = -{2}; pragma {0}.mmap_size = {3};"
+                              "pragma {0}.secure_delete = fast",
+                              schema, synchronous, cacheKibibytes, mappedBytes));
+}
+
+class SqliteConnection final : public PooledConnection {
+  public:
+    SqliteConnection(Handle handle, std::string text, bool wholeStore)
+        : handle_(std::move(handle)), text_(std::move(text)), wholeStore_(wholeStore) {
+        setStrictQuotes(handle_.get());
+        addTextFunctions(handle_.get());
+        sqlite3_set_authorizer(handle_.get(), noteUse, &preparing_);
+    }
+
+    Engine engine() const override { return Engine::Sqlite; }
+    const std::string& connectionText() const override { return text_; }
+    Rows query(std::string_view statement, Parameters parameters) override;
+    std::int64_t execute(std::string_view statement, Parameters parameters) override;
+    void executeScript(const std::string& script) override { run(handle_.get(), script); }
+    void begin() override;
+    void beginReading() override { runOnly("begin"); }
+    void commit() override;
+    void rollback() override;
+    bool makeReusable() noexcept override;
+
+    void attach(const std::string& folder, const std::string& store, std::string_view synchronous);
+
+  private:
+    SqliteRun take(std::string_view statement);
+    SqliteRun prepare(std::string_view statement, Parameters parameters);
+    void runOnly(std::string_view statement);
+    void lockTouched(const SqliteUse& use);
+    void lock(const LockStatement& statement);
+
+    Handle handle_;
+    std::string text_;
+    bool wholeStore_;
+    SqliteUse preparing_;
+    bool writing_ = false;
+    unsigned locked_ = NoFile;  ///< while `writing_`
+    SqliteStatementCache statements_;
+};
+
+void SqliteConnection::attach(const std::string& folder, const std::string& store,
+                              std::string_view synchronous) {
+    const std::string path = storeFile(folder, store);
+    if (!std::filesystem::exists(path)) throw DatabaseError(fmt::format("there is no database {}", path));
+    execute("attach ? as " + store, {std::string_view(path)});
+    tune(handle_.get(), store, synchronous);
+}
+
+SqliteRun SqliteConnection::take(std::string_view statement) {
+    auto& slot = statements_.slot(statement);
+    auto idle = SqliteStatementCache::take(slot);
+    if (idle == nullptr) {
+        idle = std::make_unique<SqliteStatement>(handle_.get(), statement, preparing_);
+        ++slot.inUse;
+    }
+    return {slot, std::move(idle)};
+}
+
+SqliteRun SqliteConnection::prepare(std::string_view statement, Parameters parameters) {
+    SqliteRun taken = take(statement);
+    if (writing_) lockTouched(taken->use());
+    taken->bind(parameters);
+    return taken;
+}
+
+Rows SqliteConnection::query(std::string_view statement, Parameters parameters) {
+    return Rows(openSqliteRows(prepare(statement, parameters)));
+}
+
+std::int64_t SqliteConnection::execute(std::string_view statement, Parameters parameters) {
+    const SqliteRun taken = prepare(statement, parameters);
+    const std::int64_t before = sqlite3_total_changes64(handle_.get());
+    while (taken->step()) {
+    }
+    // The count of the last change stays as it was when a statement, such as "create table", changes no row.
+    return sqlite3_total_changes64(handle_.get()) == before ? 0 : sqlite3_changes64(handle_.get());
+}
+
+void SqliteConnection::runOnly(std::string_view statement) {
+    const SqliteRun taken = take(statement);
+    taken->step();
+}
+
+void SqliteConnection::lock(const LockStatement& statement) {
+    if ((locked_ & statement.file) != 0) return;
+    runOnly(statement.text);
+    locked_ |= statement.file;
+}
+
+/// Reading a further file and only then locking it would fail if someone else wrote it in between.
+void SqliteConnection::lockTouched(const SqliteUse& use) {
+    if ((use.files & HitsFile) != 0) lock(lockHits);
+    if ((use.files & AuditFile) != 0) lock(lockAudit);
+}
+
+void SqliteConnection::begin() {
+    if (!wholeStore_) return runOnly("begin immediate");
+    // "begin immediate" would lock all three files.
+    runOnly("begin");
+    try {
+        locked_ = NoFile;
+        lock(lockMain);
+    } catch (const DatabaseError&) {
+        rollback();
+        throw;
+    }
+    writing_ = true;
+}
+
+void SqliteConnection::commit() {
+    runOnly("commit");
+    writing_ = false;
+}
+
+void SqliteConnection::rollback() {
+    writing_ = false;
+    // After some failures SQLite has rolled back by itself.
+    if (sqlite3_get_autocommit(handle_.get()) == 0) runOnly("rollback");
+}
+
+bool SqliteConnection::makeReusable() noexcept {
+    try {
+        rollback();
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+}  // namespace
+
+void setUpSqlite() {
+    // With its statistics on, all threads meet at one lock at every allocation.
+    static const int code = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+    static_cast<void>(code);
+}
+
+std::unique_ptr<PooledConnection> openSqliteStore(const std::string& folder, Purpose purpose) {
+    setUpSqlite();
+    if (!std::filesystem::is_directory(folder)) {
+        throw DatabaseError(fmt::format("there is no database folder {}", folder));
+    }
+    Handle handle = openFile(storeFile(folder, "content"));
+    tune(handle.get(), "main", "full");
+    auto connection = std::make_unique<SqliteConnection>(std::move(handle), "sqlite:" + folder, true);
+    // A lost hit after a power cut is no loss; a lost change or audit line would be.
+    connection->attach(folder, "hits", "normal");
+    if (purpose == Purpose::Everything) connection->attach(folder, "audit", "full");
+    return connection;
+}
+
+std::unique_ptr<Connection> openSqliteFile(const std::string& folder, const std::string& store) {
+    setUpSqlite();
+    Handle handle = openFile(storeFile(folder, store));
+    tune(handle.get(), "main", "full");
+    return std::make_unique<SqliteConnection>(std::move(handle), "sqlite:" + folder, false);
+}
+
+}  // namespace torvex::db
