@@ -84,6 +84,12 @@ class cServer {
     /// One body; its kind and feed are looked up when `bodyType` is below 1.
     std::string getBody(const std::string& pageIdent, int bodyId, int bodyType = 0, int feedId = 0);
 
+    // Links
+    /// The page with its stored link notations turned into real links of the site's mode, and dead ones gone.
+    /// `site` is the site of documents that name none; `lang` and `mode` have no effect.
+    std::string buildLinks(const std::string& html, const std::string& site, const std::string& lang = "",
+                           const std::string& mode = "");
+
     // Around a page
     /// Counts a view, unless the visitor's address is filtered out.
     void logPage(const std::string& pageIdent);

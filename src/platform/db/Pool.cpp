@@ -4,6 +4,7 @@
 #include "platform/db/ConnectionText.h"
 #include "platform/db/Database.h"
 #include "platform/db/PooledConnection.h"
+#include "platform/db/PostgresConnection.h"
 #include "platform/db/SqliteConnection.h"
 
 namespace torvex::db {
@@ -25,7 +26,7 @@ struct PoolKey {
 
 std::unique_ptr<PooledConnection> openConnection(const PoolKey& key) {
     if (engineOf(key.text) == Engine::Sqlite) return openSqliteStore(storeFolder(key.text), key.purpose);
-    throw DatabaseError("PostgreSQL is not built in");
+    return openPostgres(key.text, key.user, key.password);
 }
 
 /// The idle connections to one database. Kept alive by its leases, so that they may outlive the `Database`.

@@ -1,0 +1,306 @@
+#include "delivery/LinkBuilder.h"
+
+#include <array>
+
+#include "delivery/cServer.h"
+#include "platform/ApplicationValues.h"
+#include "platform/DateTime.h"
+#include "platform/Errors.h"
+#include "platform/FileSystem.h"
+#include "platform/HostContext.h"
+#include "platform/Text.h"
+#include "platform/db/Connection.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view pageScript = "/tvx.asp";
+constexpr std::string_view framesetScript = "/frameset.asp";
+constexpr std::string_view markerStart = "<!--!";
+
+constexpr std::string_view selectDocument =
+    "select doc_filename from TORVEX_DOCUMENTS where doc_site = ? and doc_title = ?";
+
+void replaceIn(std::string& link, std::string_view from, std::string_view to) {
+    if (text::contains(link, from)) link = text::replaceAll(link, from, to);
+}
+
+/// Where `href=` with either quote is followed by `start`; the offset is that of `start`.
+std::size_t findAddress(std::string_view link, std::string_view start) {
+    constexpr std::size_t attributeLength = 6;  // href="
+    std::string sought("href=\"");
+    sought.append(start);
+    std::size_t at = text::find(link, sought);
+    if (at == text::npos) {
+        sought[attributeLength - 1] = '\'';
+        at = text::find(link, sought);
+    }
+    return at == text::npos ? at : at + attributeLength;
+}
+
+bool hasAddress(std::string_view link, std::string_view start) {
+    return findAddress(link, start) != text::npos;
+}
+
+std::string_view withoutQuotes(std::string_view value) {
+    const bool quoted =
+        value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.front() == value.back();
+    return quoted ? value.substr(1, value.size() - 2) : value;
+}
+
+std::string jsEscape(std::string_view value) {
+    std::string escaped;
+    for (const char c : value) {
+        if (c == '\\' || c == '\'' || c == '"') escaped += '\\';
+        escaped += c;
+    }
+    return escaped;
+}
+
+bool leadsOutside(std::string_view link) {
+    static constexpr std::array prefixes = {"http://", "https://",  "ftp://",
+                                            "file://", "gopher://", "wais://"};
+    for (const auto* prefix : prefixes) {
+        if (hasAddress(link, prefix)) return true;
+    }
+    return false;
+}
+
+void replaceTarget(std::string& link, std::string_view target, std::string_view with) {
+    const std::string name(target);
+    replaceIn(link, "target=" + name, with);
+    replaceIn(link, "target=\"" + name + "\"", with);
+    replaceIn(link, "target='" + name + "'", with);
+}
+
+/// Brings the notations of the attribute to one; returns whether the tag lies inside a script's string.
+bool normalise(std::string& link) {
+    const bool escaped = text::contains(link, "{href}");
+    if (escaped) replaceIn(link, "{href}", "href");
+    replaceIn(link, "[href]", "href");
+    replaceIn(link, "href =", "href=");
+    replaceIn(link, "href= ", "href=");
+    return escaped;
+}
+
+/// The page that an address names behind "pageId=", up to the next "&"; `found` says whether it names one.
+std::string_view pageInAddress(std::string_view address, bool& found) {
+    constexpr std::string_view parameter = "?pageId=";
+    std::size_t at = text::find(address, parameter);
+    if (at == text::npos) at = text::find(address, "&pageId=");
+    found = at != text::npos;
+    if (!found) return {};
+    at += parameter.size();
+    return address.substr(at, address.find('&', at) - at);
+}
+
+/// Keeps the browser's status bar clean.
+std::string withoutStatus(const std::string& link, bool doubleQuoted) {
+    if (link.empty() || text::contains(link, "onmouseover")) return link;
+    return text::replaceAll(link, ">",
+                            doubleQuoted ? " onmouseover=\"window.status=top.torvex_empty;return true;\" >"
+                                         : " onmouseover='window.status=top.torvex_empty;return true;' >");
+}
+
+}  // namespace
+
+/// One start tag on its way.
+struct LinkBuilder::Link {
+    std::string tag;
+    LinkTag kind;
+    bool escaped;
+    bool doubleQuoted = false;
+
+    std::string_view from(std::size_t at) const { return std::string_view(tag).substr(at); }
+    std::string_view ahead(std::size_t of) const { return std::string_view(tag).substr(0, of); }
+
+    /// The tag when its target isn't there: an anchor goes, an area stays without an address.
+    std::string dead(std::size_t begin, std::size_t end) const {
+        if (kind == LinkTag::Anchor) return {};
+        std::string area(ahead(begin));
+        area.append(from(end));
+        replaceIn(area, "href=\"\"", "");
+        replaceIn(area, "href=''", "");
+        return area;
+    }
+
+    /// A call of a function of the frame set in place of the address between `begin` and `end`.
+    std::string call(std::size_t begin, std::size_t end, std::string_view function, const std::string& first,
+                     const std::string& second) const {
+        constexpr std::size_t attributeLength = 6;
+        const std::string quote = std::string(escaped ? "\\" : "") + (doubleQuoted ? "'" : "\"");
+        std::string result(ahead(begin - attributeLength));
+        result.append(doubleQuoted ? "href=\"" : "href='").append("javascript:").append(function);
+        result.append("(").append(quote).append(first).append(quote).append(",");
+        result.append(quote).append(second).append(quote).append(")");
+        return result.append(from(end));
+    }
+};
+
+LinkBuilder::LinkBuilder(HostContext& host, cServer& server, db::Connection& connection, std::string site)
+    : host_(host),
+      connection_(connection),
+      targets_(connection, server, host.clock.today()),
+      site_(std::move(site)),
+      frames_(host.application.isTrue("torvex_frames")),
+      checked_(host.application.isTrue("torvex_hyperlink_check")),
+      defaultPage_(host.application.text("tvx_default_pageId")) {}
+
+void LinkBuilder::prepare(const std::vector<std::string>& startTags) {
+    std::vector<std::string> identifiers;
+    for (std::string tag : startTags) {
+        normalise(tag);
+        std::string_view identifier;
+        if (const std::size_t page = findAddress(tag, "page("); page != text::npos) {
+            const std::string_view rest = std::string_view(tag).substr(page + 5);
+            identifier = withoutQuotes(rest.substr(0, rest.find(')')));
+        } else if (text::contains(tag, ".asp")) {
+            bool named = false;
+            const std::string_view behind = pageInAddress(tag, named);
+            identifier = behind.substr(0, behind.find_first_of("\"' >"));
+        }
+        if (!identifier.empty()) identifiers.push_back(text::lowerTrim(identifier));
+    }
+    targets_.learn(identifiers);
+}
+
+std::string LinkBuilder::rewrite(std::string startTag, LinkTag kind) {
+    Link link{std::move(startTag), kind, false};
+    link.escaped = normalise(link.tag);
+    const std::string built = build(link);
+    return withoutStatus(built, link.doubleQuoted);
+}
+
+std::string LinkBuilder::build(Link& link) {
+    link.doubleQuoted = text::contains(link.tag, "href=\"");
+    if (hasAddress(link.tag, "page(")) return buildPage(link);
+    for (const auto script : {pageScript, framesetScript}) {
+        if (hasAddress(link.tag, script) || hasAddress(link.tag, script.substr(1))) {
+            return buildAddressForm(link, script);
+        }
+    }
+    if (hasAddress(link.tag, "file(")) return buildFile(link);
+    if (!leadsOutside(link.tag)) replaceIn(link.tag, "_parent", "_top");
+    return link.tag;
+}
+
+/// A link written as an address of one of the two scripts.
+std::string LinkBuilder::buildAddressForm(Link& link, std::string_view script) {
+    const bool isFrameset = script == framesetScript;
+    for (const char quote : {'"', '\''}) {
+        const std::string attribute = std::string("href=") + quote;
+        replaceIn(link.tag, attribute + std::string(script.substr(1)), attribute + std::string(script));
+    }
+    if (isFrameset || frames_) {
+        replaceIn(link.tag, "_self", "_top");
+        replaceIn(link.tag, "_parent", "_top");
+    }
+    if (checked_ && !checkAddress(link, script)) return link.tag;
+    if (frames_ && !isFrameset) replaceIn(link.tag, pageScript, framesetScript);
+    if (!frames_ && isFrameset) replaceIn(link.tag, framesetScript, pageScript);
+    return link.tag;
+}
+
+/// Gives an address without a page the site's default page, and the page's number for its node. False when
+/// the page isn't there; the tag is then the dead one.
+bool LinkBuilder::checkAddress(Link& link, std::string_view script) {
+    const std::size_t begin = findAddress(link.tag, script);
+    const std::size_t end = link.tag.find(link.tag[begin - 1], begin);
+    if (end == std::string::npos) return true;
+    const std::string address = link.tag.substr(begin, end - begin);
+    bool named = false;
+    const std::string identifier(pageInAddress(address, named));
+    if (!named) {
+        const std::string query = std::string(script) + "?";
+        const std::string page = query + "pageId=" + defaultPage_;
+        if (text::contains(link.tag, query)) {
+            replaceIn(link.tag, query, page + "&");
+        } else {
+            replaceIn(link.tag, script, page);
+        }
+        return checkAddress(link, script);
+    }
+    if (text::contains(identifier, markerStart)) return true;
+    const std::string wanted = text::lowerTrim(identifier);
+    if (!targets_.isOnline(wanted)) {
+        link.tag = link.dead(begin, end);
+        return false;
+    }
+    if (!text::isNumeric(wanted)) {
+        replaceIn(link.tag, "pageId=" + identifier,
+                  "pageId=" + text::fromNumber(targets_.identityOf(wanted).pageId));
+    }
+    return true;
+}
+
+std::string LinkBuilder::buildPage(Link& link) {
+    bool leaves = text::contains(link.tag, "_parent");
+    if (leaves) replaceTarget(link.tag, "_parent", "target=_top");
+    leaves = leaves || text::contains(link.tag, "_top") || text::contains(link.tag, "_blank");
+    const std::size_t begin = findAddress(link.tag, "page(");
+    const std::size_t close = link.tag.find(')', begin);
+    if (close == std::string::npos) return link.tag;
+    const std::size_t end = close + 1;
+    const std::string identifier =
+        text::lowerTrim(withoutQuotes(std::string_view(link.tag).substr(begin + 5, close - begin - 5)));
+    if (checked_ && text::contains(identifier, markerStart)) return link.tag;
+    if (checked_ && !targets_.isOnline(identifier)) return link.dead(begin, end);
+    const PageIdentity page = targets_.identityOf(identifier);
+    const std::string number = text::isNumeric(identifier) ? identifier : text::fromNumber(page.pageId);
+    if (frames_ && !leaves) return link.call(begin, end, "top.page", number, page.nodeId);
+    std::string result(link.ahead(begin));
+    result.append(frames_ ? framesetScript : pageScript).append("?pageId=").append(number);
+    return result.append(link.from(end));
+}
+
+std::string LinkBuilder::buildFile(Link& link) {
+    const bool popup = !text::contains(link.tag, "_self") && !text::contains(link.tag, "_top") &&
+                       !text::contains(link.tag, "_parent");
+    replaceIn(link.tag, "_parent", "_top");
+    replaceTarget(link.tag, "_blank", "");
+    const std::size_t begin = findAddress(link.tag, "file(");
+    const std::size_t close = link.tag.find(')', begin);
+    if (close == std::string::npos) return link.tag;
+    const std::size_t end = close + 1;
+    std::string value(
+        withoutQuotes(text::trim(std::string_view(link.tag).substr(begin + 5, close - begin - 5))));
+    value = text::replaceAll(text::replaceAll(value, "\\", "/"), " ", "%20");
+    std::string site = site_;
+    if (value.size() > 2 && value[2] == '/') {
+        site = value.substr(0, 2);
+        value.erase(0, 3);
+    }
+    if (text::contains(value, markerStart)) return link.tag;
+    const std::string name = documentName(site, value);
+    if (name.empty()) return link.dead(begin, end);
+    if (popup) return link.call(begin, end, "top.popup", site, jsEscape(name));
+    std::string result(link.ahead(begin));
+    result.append(host_.application.text("torvex_doc_url")).append(site).append("/").append(name);
+    return result.append(link.from(end));
+}
+
+/// The file of a document that is given by its file name or its title; "" when there is none.
+std::string LinkBuilder::documentName(const std::string& site, const std::string& value) {
+    if (documentExists(site, value)) return value;
+    const std::string title = text::replaceAll(value, "%20", " ");
+    auto rows = connection_.query(selectDocument, {text::lowerTrim(site), title});
+    const std::string name = rows.next() ? std::string(text::trim(rows.text("doc_filename"))) : std::string();
+    return !name.empty() && checked_ && !documentExists(site, name) ? std::string() : name;
+}
+
+/// The value stands as it goes into an address, with its blanks encoded.
+bool LinkBuilder::documentExists(const std::string& site, const std::string& value) const {
+    return !value.empty() && host_.files.fileExists(host_.application.text("torvex_doc_dir") + site + "/" +
+                                                    text::replaceAll(value, "%20", " "));
+}
+
+std::string cServer::buildLinks(const std::string& html, const std::string& site, const std::string& /*lang*/,
+                                const std::string& /*mode*/) try {
+    LinkBuilder builder(host_, *this, connection(), site);
+    return rewriteLinks(html, builder);
+} catch (...) {
+    raiseFrom("buildLinks !");
+}
+
+}  // namespace torvex

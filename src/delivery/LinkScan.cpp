@@ -1,0 +1,99 @@
+#include "delivery/LinkScan.h"
+
+#include "platform/Text.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view commentEnd = "-->";
+constexpr std::string_view maskedCommentEnd = "|-\u00A7\u00A7-|";
+
+struct TagSpan {
+    std::size_t begin;       ///< of the start tag
+    std::size_t end;         ///< behind its ">"
+    std::size_t innerEnd;    ///< of the text in it
+    std::size_t closingEnd;  ///< behind its end tag
+};
+
+/// Behind the next ">" that doesn't end a comment; `npos` when there is none.
+std::size_t endOfTag(std::string_view html, std::size_t from) {
+    for (std::size_t at = from; (at = html.find('>', at)) != text::npos; ++at) {
+        if (at < 2 || html.substr(at - 2, 2) != "--") return at + 1;
+    }
+    return text::npos;
+}
+
+std::vector<TagSpan> findAnchors(std::string_view html) {
+    constexpr std::string_view closing = "</a>";
+    std::vector<TagSpan> tags;
+    std::size_t from = 0;
+    while (true) {
+        const std::size_t begin = text::find(html, "<a ", from);
+        if (begin == text::npos) break;
+        const std::size_t end = endOfTag(html, begin);
+        if (end == text::npos) break;
+        const std::size_t innerEnd = text::find(html, closing, end);
+        if (innerEnd == text::npos) break;
+        from = innerEnd + closing.size();
+        tags.push_back({begin, end, innerEnd, from});
+    }
+    return tags;
+}
+
+std::vector<TagSpan> findAreas(std::string_view html) {
+    std::vector<TagSpan> tags;
+    std::size_t end = 0;
+    while (true) {
+        const std::size_t begin = text::find(html, "<area ", end);
+        if (begin == text::npos) break;
+        end = endOfTag(html, begin);
+        if (end == text::npos) break;
+        tags.push_back({begin, end, end, end});
+    }
+    return tags;
+}
+
+std::vector<std::string> startTags(std::string_view html, const std::vector<TagSpan>& spans) {
+    std::vector<std::string> tags;
+    tags.reserve(spans.size());
+    for (const TagSpan& span : spans) {
+        tags.push_back(
+            text::replaceAll(html.substr(span.begin, span.end - span.begin), commentEnd, maskedCommentEnd));
+    }
+    return tags;
+}
+
+std::string rewriteTags(std::string_view html, const std::vector<TagSpan>& spans, LinkTag kind,
+                        LinkPolicy& policy) {
+    std::vector<std::string> tags = startTags(html, spans);
+    policy.prepare(tags);
+    std::string result;
+    result.reserve(html.size() + spans.size() * 80);
+    std::size_t copied = 0;
+    for (std::size_t i = 0; i < spans.size(); ++i) {
+        const TagSpan& span = spans[i];
+        result.append(html.substr(copied, span.begin - copied));
+        const std::string tag = policy.rewrite(std::move(tags[i]), kind);
+        result.append(text::replaceAll(tag, maskedCommentEnd, commentEnd));
+        const std::size_t keptEnd = tag.empty() ? span.innerEnd : span.closingEnd;
+        result.append(html.substr(span.end, keptEnd - span.end));
+        copied = span.closingEnd;
+    }
+    return result.append(html.substr(copied));
+}
+
+}  // namespace
+
+std::string rewriteLinks(std::string_view html, LinkPolicy& policy) {
+    const std::size_t body = text::find(html, "<body");
+    const std::size_t headLength = body == text::npos ? 0 : body;
+    const std::string_view head = html.substr(0, headLength);
+    std::string page =
+        rewriteTags(html.substr(headLength), findAnchors(html.substr(headLength)), LinkTag::Anchor, policy);
+    const auto areas = findAreas(page);
+    if (!areas.empty()) page = rewriteTags(page, areas, LinkTag::Area, policy);
+    return page.insert(0, head);
+}
+
+}  // namespace torvex
