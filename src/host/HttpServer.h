@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "host/HostServices.h"
-#include "host/PageHandler.h"
 #include "host/ServerOptions.h"
+#include "pages/PageRoute.h"
 
 namespace torvex {
 
@@ -26,8 +26,8 @@ class HttpServer {
 
     /// Serves until `stop`. To be called once.
     void run();
-    /// Accepts no more, lets running requests finish (up to the stop deadline) and makes `run` return. Safe from
-    /// any thread, and to call again; not from a signal handler.
+    /// Accepts no more, lets running requests finish (up to the stop deadline) and makes `run` return. Safe
+    /// from any thread, and to call again; not from a signal handler.
     void stop();
 
     /// Sessions that are kept at the moment.
