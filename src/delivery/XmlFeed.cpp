@@ -64,22 +64,22 @@ void XmlFeed::addQuery(Source& source) const {
     source.place = feeds::withQuery(std::move(source.place), feeds::queryText(parameters_));
 }
 
-XmlDocument XmlFeed::load(const Source& source) const {
-    return source.isFile ? loadFile(source.place) : fetch(source.place);
+XmlDocument XmlFeed::load(const Source& source, XmlBlanks blanks) const {
+    return source.isFile ? loadFile(source.place, blanks) : fetch(source.place, blanks);
 }
 
-XmlDocument XmlFeed::loadFile(const std::string& path) const {
+XmlDocument XmlFeed::loadFile(const std::string& path, XmlBlanks blanks) const {
     const std::optional<std::string> bytes = host_->files.readBytes(path);
     if (!bytes) throw XmlError("the feed's file is not there", -1);
-    return XmlDocument::parse(*bytes, blanks_);
+    return XmlDocument::parse(*bytes, blanks);
 }
 
-XmlDocument XmlFeed::fetch(const std::string& address) const {
+XmlDocument XmlFeed::fetch(const std::string& address, XmlBlanks blanks) const {
     const HttpClient::Answer answer = host_->http.get(address);
     if (answer.status < 200 || answer.status > 299) {
         throw XmlError("HTTP " + std::to_string(answer.status) + " - " + answer.statusText, answer.status);
     }
-    return XmlDocument::parse(answer.bytes, blanks_, charsetOf(answer.contentType));
+    return XmlDocument::parse(answer.bytes, blanks, charsetOf(answer.contentType));
 }
 
 std::string XmlFeed::transform(XmlDocument stylesheet, XmlDocument data) const {

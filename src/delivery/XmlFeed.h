@@ -23,8 +23,9 @@ class XmlFeed {
 
     /// One try each: reads or fetches, and parses. Throw `XmlError` for a document that isn't one or an
     /// address that answers anything but 2xx, other `Error`s when there is nothing to be had.
-    XmlDocument loadStylesheet() const { return load(stylesheet_); }
-    XmlDocument loadData() const { return load(data_); }
+    /// A stylesheet's blanks are the transformation's affair: it keeps none but those of xsl:text.
+    XmlDocument loadStylesheet() const { return load(stylesheet_, XmlBlanks::Keep); }
+    XmlDocument loadData() const { return load(data_, blanks_); }
 
     /// Throws `XmlError`.
     std::string transform(XmlDocument stylesheet, XmlDocument data) const;
@@ -39,9 +40,9 @@ class XmlFeed {
 
     Source sourceOf(const std::string& site, const std::string& file, const std::string& address) const;
     void addQuery(Source& source) const;
-    XmlDocument load(const Source& source) const;
-    XmlDocument loadFile(const std::string& path) const;
-    XmlDocument fetch(const std::string& address) const;
+    XmlDocument load(const Source& source, XmlBlanks blanks) const;
+    XmlDocument loadFile(const std::string& path, XmlBlanks blanks) const;
+    XmlDocument fetch(const std::string& address, XmlBlanks blanks) const;
 
     HostContext* host_;
     Source stylesheet_;
