@@ -20,14 +20,11 @@ constexpr std::string_view selectUserOfPage =
     "inner join TORVEX_PAGES_GROUPS_LIVE c on b.groupId = c.groupId "
     "where a.username = ? and a.password = ? and c.pageId = ?";
 
-/// The page that decides, and its lowest group. Nothing when a page on the way has no groups at all.
-struct Deciding {
-    PageId pageId;
-    double group;
-};
+}  // namespace
 
-std::optional<Deciding> decidingGroup(db::Connection& connection, PageId pageId, std::string_view nodeId) {
-    Deciding at{pageId, inheritedGroup};
+std::optional<DecidingGroup> decidingGroup(db::Connection& connection, PageId pageId,
+                                           std::string_view nodeId) {
+    DecidingGroup at{pageId, inheritedGroup};
     while (nodeId.size() >= PageIdentity::rootLength) {
         auto rows = connection.query(selectGroups, {at.pageId});
         if (!rows.next()) return std::nullopt;
@@ -39,12 +36,9 @@ std::optional<Deciding> decidingGroup(db::Connection& connection, PageId pageId,
     return at;
 }
 
-/// A missing limit counts as today.
 bool isWithin(std::string_view today, std::string_view from, std::string_view to) {
     return (from.empty() || text::compare(today, from) >= 0) && (to.empty() || text::compare(today, to) <= 0);
 }
-
-}  // namespace
 
 bool isOnlineOn(std::string_view today, double online, std::string_view from, std::string_view to) {
     return online == 1 && isWithin(today, from, to);
@@ -54,7 +48,7 @@ int groupVerdict(db::Connection& connection, PageId pageId, std::string_view nod
                  std::string_view today) {
     const auto deciding = decidingGroup(connection, pageId, nodeId);
     if (!deciding) return pageAccess::noGroups;
-    if (deciding->group <= everybodyGroup) return pageAccess::open;
+    if (!deciding->isReal()) return pageAccess::open;
     if (visitor.username.empty() || visitor.password.empty()) return pageAccess::needsLogin;
     auto user = connection.query(selectUserOfPage, {visitor.username, visitor.password, deciding->pageId});
     if (!user.next()) return pageAccess::refused;

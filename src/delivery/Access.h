@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,9 +22,24 @@ struct Visitor {
     std::string password;
 };
 
-/// The verdict (one of `pageAccess`) of a page's groups on a visitor. A page that inherits its groups is
-/// judged by the nearest ancestor that has some of its own. `today` is yyyymmdd.
+/// The page whose own groups decide on a page, and the lowest of them. A page that inherits its groups is
+/// decided by the nearest ancestor that has some of its own.
+struct DecidingGroup {
+    PageId pageId;
+    double group;
+
+    bool isReal() const { return group > everybodyGroup; }
+};
+
+/// Nothing when a page on the way has no groups at all.
+std::optional<DecidingGroup> decidingGroup(db::Connection& connection, PageId pageId,
+                                           std::string_view nodeId);
+
+/// The verdict (one of `pageAccess`) of a page's groups on a visitor. `today` is yyyymmdd.
 int groupVerdict(db::Connection& connection, PageId pageId, std::string_view nodeId, const Visitor& visitor,
                  std::string_view today);
+
+/// Whether `today` (yyyymmdd) lies within two days and both themselves; an empty limit counts as today.
+bool isWithin(std::string_view today, std::string_view from, std::string_view to);
 
 }  // namespace torvex

@@ -40,6 +40,7 @@ inline constexpr int offline = -2;        ///< switched off or outside its dates
 inline constexpr int noGroups = -3;       ///< the extranet is on and no group has the page
 inline constexpr int needsLogin = -4;     ///< secured, and no name or no password was given
 inline constexpr int refused = -5;        ///< no such user in a group of the page, or outside the dates
+inline constexpr int noTemplate = -6;     ///< no template could be loaded
 inline constexpr int noApplication = -7;  ///< its application is missing or has no address
 }  // namespace pageAccess
 

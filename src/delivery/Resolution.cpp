@@ -1,9 +1,7 @@
 // cServer: from what was asked for to the page record.
 
-#include <algorithm>
-#include <vector>
-
 #include "delivery/Access.h"
+#include "delivery/FolderTrail.h"
 #include "delivery/cServer.h"
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
@@ -66,19 +64,6 @@ std::string typeOf(const db::Rows& rows) {
 bool isOnline(const db::Rows& rows, std::string_view today) {
     return isOnlineOn(today, rows.number("online"), rows.text("onlineFrom"), rows.text("onlineTo"));
 }
-
-/// Follows folders to their first child. Inconsistent rows may lead in a circle, which ends the way.
-class FolderTrail {
-  public:
-    bool leadsOn(const std::string& nodeId) {
-        if (std::find(seen_.begin(), seen_.end(), nodeId) != seen_.end()) return false;
-        seen_.push_back(nodeId);
-        return true;
-    }
-
-  private:
-    std::vector<std::string> seen_;
-};
 
 void fillPage(PageRecord& record, const db::Rows& rows) {
     record.orderId = rows.number("orderId", -1);

@@ -57,6 +57,41 @@ class cServer {
     const std::string& pgBreadcrumb() const { return record_.breadcrumb; }
     const std::string& pgDynMenu() const { return record_.dynMenu; }
 
+    // Access
+    /// Turns the verdict on the page of the record into the address that the visitor has to be sent to; ""
+    /// when the page may be served now. `applicationDir` is the folder of an application that serves the page
+    /// itself.
+    std::string securityCheck(const std::string& applicationDir = "");
+    /// The verdict on any page and user, without the page's online dates. Without a name the session's user.
+    bool hasAccess(const std::string& pageIdent, const std::string& username = "");
+    /// Whether a real group guards the page.
+    bool isSecuredPage(const std::string& pageIdent);
+    /// 1 a user of the folder's group, 0 open, -1 no groups, -2 no valid login, -99 a bad path; 100 in place
+    /// of a refusal of an image, which shows as a blank picture.
+    int checkFolderAccess(const std::string& folder);
+
+    // Users. Names and passwords that are left out are the session's.
+    bool isUser(const std::string& username, const std::string& password);
+    /// 0 when there is no such user.
+    double getUserId(const std::string& username = "", const std::string& password = "");
+    std::string getUserPassword(const std::string& username = "");
+    /// The page that the user's lowest group with one enters or leaves by; -1 for none.
+    PageId getEntryPage(const std::string& username = "", const std::string& password = "");
+    PageId getExitPage(const std::string& username = "", const std::string& password = "");
+
+    // Logging in and out
+    /// The login page that guards a page; 0 with the extranet off.
+    PageId getLoginPage(const std::string& pageIdent);
+    /// Does what the posted login form asks for, and says where it leads. "" when there is nothing to do.
+    std::string getLoginURL();
+    /// Logs the visitor out, and says where that leads.
+    std::string getLogoutURL();
+
+    // Files
+    /// Writes a file to the response. "0" sent, "-99" not found, "-10" a secure address is needed, or the
+    /// negative code of `checkFolderAccess`, which is asked unless `securityCheck` is false.
+    std::string sendBinaryFile(const std::string& fileSpec, bool securityCheck = true);
+
     // Names and titles
     /// -1 when there is no such page.
     PageId getPageId(const std::string& nodeId);
@@ -112,6 +147,8 @@ class cServer {
 
   private:
     db::Connection& connection() { return connection_.use(host_); }
+    std::string secureAddress() const;
+    bool needsSecureAddress(int folderAccess) const;
 
     HostContext& host_;
     PageModules* modules_;

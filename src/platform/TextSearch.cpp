@@ -170,7 +170,7 @@ std::string replaceAll(std::string_view text, std::string_view from, std::string
     std::string result;
     std::size_t kept = 0;
     if (!from.empty()) {
-        for (; count != 0; --count) {
+        for (; count != 0; count -= count > 0 ? 1 : 0) {
             const std::size_t at = find(text, from, kept);
             if (at == npos) break;
             if (kept == 0) result.reserve(text.size() + to.size());

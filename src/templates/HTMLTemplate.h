@@ -47,7 +47,8 @@ class HTMLTemplate {
     bool save(const std::string& filename, bool unicode = false);
     /// Loads the content template that the application page `pageIdent` keeps under the title `tplTitle` in
     /// its system folder. The pageId of that template page, or -1.
-    PageId loadAppTpl(const std::string& pageIdent, const std::string& tplTitle, const std::string& mode = "L");
+    PageId loadAppTpl(const std::string& pageIdent, const std::string& tplTitle,
+                      const std::string& mode = "L");
 
     // Tags
     bool tagExists(std::string_view tag) const;

@@ -42,11 +42,15 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
           <tr><td></td><th scope="col">Jan</th><th scope="col">Feb</th><th scope="col">Mar</th><th scope="col">Apr</th><th scope="col">May</th><th scope="col">Jun</th><th scope="col">Jul</th><th scope="col">Aug</th><th scope="col">Sep</th><th scope="col">Oct</th><th scope="col">Nov</th><th scope="col">Dec</th></tr>
         </thead>
         <tbody>
-          <tr><th scope="row">Snowdrops, woodland</th><td class="in first"><span class="visually-hidden">in flower</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in last"><span class="visually-hidden">in flower</span></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td class="bud first last"><span class="visually-hidden">in bud</span></td></tr>
-          <tr><th scope="row">Gentians, alpine garden</th><td></td><td></td><td class="bud first"><span class="visually-hidden">in bud</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in last"><span class="visually-hidden">in flower</span></td><td></td><td></td><td></td><td></td><td></td><td></td></tr>
-          <tr><th scope="row">Roses, walled garden</th><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">in bud</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in last"><span class="visually-hidden">in flower</span></td><td></td><td></td><td></td></tr>
-          <tr><th scope="row">Moonflower, night garden</th><td></td><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">in bud</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in last"><span class="visually-hidden">in flower</span></td><td></td><td></td><td></td></tr>
-          <tr><th scope="row">Witch hazel, river walk</th><td class="in first"><span class="visually-hidden">in flower</span></td><td class="in last"><span class="visually-hidden">in flower</span></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">in bud</span></td><td class="in last"><span class="visually-hidden">in flower</span></td></tr>
+          <tr><th scope="row">Snowdrop <span>woodland</span></th><td class="in first"><span class="visually-hidden">in flower</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in last"><span class="visually-hidden">in flower</span></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td class="bud first last"><span class="visually-hidden">in bud</span></td></tr>
+          <tr><th scope="row">Magnolia <span>river gate</span></th><td></td><td class="bud first"><span class="visually-hidden">in bud</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in last"><span class="visually-hidden">in flower</span></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Gentian <span>alpine garden</span></th><td></td><td></td><td class="bud first"><span class="visually-hidden">in bud</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in last"><span class="visually-hidden">in flower</span></td><td></td><td></td><td></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Iris <span>family beds</span></th><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">in bud</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in last"><span class="visually-hidden">in flower</span></td><td></td><td></td><td></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Old roses <span>walled garden</span></th><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">in bud</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in last"><span class="visually-hidden">in flower</span></td><td></td><td></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Giant water lily <span>Palm House</span></th><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">in bud</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in last"><span class="visually-hidden">in flower</span></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Moonflower <span>night garden</span></th><td></td><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">in bud</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in"><span class="visually-hidden">in flower</span></td><td class="in last"><span class="visually-hidden">in flower</span></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Autumn crocus <span>meadow</span></th><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td class="in first"><span class="visually-hidden">in flower</span></td><td class="in last"><span class="visually-hidden">in flower</span></td><td></td><td></td></tr>
+          <tr><th scope="row">Witch hazel <span>river walk</span></th><td class="in first"><span class="visually-hidden">in flower</span></td><td class="in last"><span class="visually-hidden">in flower</span></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">in bud</span></td><td class="in last"><span class="visually-hidden">in flower</span></td></tr>
         </tbody>
       </table>
     </div>
@@ -61,6 +65,75 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
       <p>Before photographs, a botanist needed someone who could draw. The Orangery shows ninety sheets from our own collection, among them forty that have never left their boxes.</p>
       <p><a href="/tvx.asp?pageId=12">About the exhibition</a></p>
     </div>
+  </div>
+</section>
+<section class="band">
+  <div class="wrap">
+    <h2>Come along</h2>
+    <ul class="agenda">
+      <li><span class="when">Saturdays at 11</span> <span>The garden in an hour, with one of the gardeners</span> <span class="where">Main gate</span></li>
+      <li><span class="when">First Sunday at 14</span> <span>Under glass: the three houses from cellar to dome</span> <span class="where">Palm House, western door</span></li>
+      <li><span class="when">Sundays at 15</span> <span>Draw along: paper, pencils and a plant</span> <span class="where">Orangery, upper floor</span></li>
+      <li><span class="when">Fridays at 21.30 in July and August</span> <span>Moths and moonflowers in the dark</span> <span class="where">River gate</span></li>
+    </ul>
+    <p>Walks are included in the ticket. <a href="/tvx.asp?pageId=11">Everything that’s on</a></p>
+  </div>
+</section>
+<section class="band">
+  <div class="wrap">
+    <h2>Notes from the beds</h2>
+    <div class="notes">
+      <article>
+        <h3>Nobody mows on Mondays</h3>
+        <p>Since spring the meadow by the river has been cut in strips, one each week, with the scythe. What flies can move to the next strip. It takes five times as long, and there is now a waiting list of people who want to learn it.</p>
+        <p class="who">Enno Janssen, meadows and river walk</p>
+      </article>
+      <article>
+        <h3>Ants, hired</h3>
+        <p>The violets in the woodland sow themselves with the help of ants, which carry off the seeds for a little fatty handle. We have stopped raking there. Follow an ant in June, and you will see where the violets will be next year.</p>
+        <p class="who">Thea Wilken, woodland</p>
+      </article>
+      <article>
+        <h3>A lily keeps its appointment</h3>
+        <p>The first giant water lily of the year opened at ten to seven in the evening, as it did last year. By the third evening it had closed and gone under. Two hundred people had come to see it, and nobody spoke above a whisper.</p>
+        <p class="who">Jale Demir, glasshouses</p>
+      </article>
+    </div>
+  </div>
+</section>
+<section class="band">
+  <div class="wrap">
+    <h2>Good to know</h2>
+    <details>
+      <summary>May I bring my dog?</summary>
+      <p>Yes, on a short lead, but not into the glasshouses and the alpine garden. Guide dogs may go everywhere.</p>
+    </details>
+    <details>
+      <summary>Is there something for children?</summary>
+      <p>Ask at the gate for the satchel with a lens, a map and twelve riddles. It is free; you leave a shoe as a deposit, or anything else you’ll miss. The water playground by the weir is open from May to September.</p>
+    </details>
+    <details>
+      <summary>Can I get about with a wheelchair or a pram?</summary>
+      <p>Two thirds of the paths are step-free. The leaflet at the gate marks them in green. More under <a href="/tvx.asp?pageId=22">Accessibility</a>.</p>
+    </details>
+    <details>
+      <summary>May I take photographs?</summary>
+      <p>As many as you like, for yourself. Tripods stay on the paths. For weddings and film crews please ring us two weeks ahead.</p>
+    </details>
+    <details>
+      <summary>My plant at home is ill. Can you help?</summary>
+      <p>On Wednesdays from 14 to 16 somebody sits at the green table in the Orangery who has seen most things before. Bring the plant in a closed bag, so that its guests stay with it.</p>
+    </details>
+  </div>
+</section>
+<section class="band">
+  <div class="wrap split">
+    <div>
+      <h2>The research house next door</h2>
+      <p>Behind the copper beech stands the Plant Institute. There people count mountain flowers, wake seeds from a century of sleep and keep 612,000 pressed plants. Much of what you read on our labels was found out there.</p>
+      <p><a href="/tvx.asp?pageId=201">Visit the Plant Institute</a></p>
+    </div>
+    <img src="/images/ri/seeds.svg" width="1200" height="720" alt="The spiral of a seed head and three kinds of seed in circles, as under a lens" loading="lazy">
   </div>
 </section>'),
 (1, 4, 1, 0, '<section>
@@ -89,7 +162,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   <tbody>
     <tr><th scope="row">Grounds</th><td>9 to 20</td><td>9 to 17</td></tr>
     <tr><th scope="row">Glasshouses</th><td>10 to 18</td><td>10 to 16.30</td></tr>
-    <tr><th scope="row">Night garden</th><td>until 23, Thursday to Saturday in July and August</td><td>closed</td></tr>
+    <tr><th scope="row">Night garden</th><td>Thursday to Saturday until 23, in July and August</td><td>closed</td></tr>
     <tr><th scope="row">Orangery café</th><td>9.30 to 18.30</td><td>9.30 to 16.30</td></tr>
   </tbody>
 </table>
@@ -217,7 +290,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 (10, 5, 1, 0, '<img src="/images/bg/night-garden.svg" width="1200" height="720" alt="White trumpet flowers under a full moon, a hawk moth above them">
 <figcaption>Tobacco flowers and a hawk moth, about half past ten.</figcaption>');
 
--- bg.en.03  What's on
+-- bg.en.03  What’s on
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
 (11, 1, 1, 0, 'What’s on'),
 (11, 2, 1, 0, '<p>Exhibitions in the Orangery, walks with the people who look after the plants, and a few evenings that need a coat.</p>'),
@@ -343,7 +416,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
 (21, 1, 1, 0, 'Imprint and privacy'),
 (21, 2, 1, 0, '<h2>Publisher</h2>
-<p>Lindhaven Foundation, Orangery Lane 4, 26871 Lindhaven. Represented by the director, Dr. Marit Oltmanns. Telephone 04961 555 0140, garden@lindhaven.example.</p>
+<p>Lindhaven Foundation, Orangery Lane 4, 26871 Lindhaven. Represented by the director, Dr. Marit Oltmanns. Telephone 04961 555 0140, <a href="mailto:garden@lindhaven.example">garden@lindhaven.example</a>.</p>
 <h2>Pictures</h2>
 <p>The illustrations on these pages were drawn for this website.</p>
 <h2>Privacy</h2>
@@ -358,7 +431,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <p>On the second Wednesday of the month there is a walk with plants to touch and smell, see <a href="/tvx.asp?pageId=11">What’s on</a>.</p>
 <h2>On this website</h2>
 <p>The pages follow the Web Content Accessibility Guidelines 2.2 at level AA. They can be read without a mouse, without colours, at four times the size and without scripts. Dark colours and reduced motion follow the setting of your device.</p>
-<p>Something doesn’t work for you? Tell us: garden@lindhaven.example, telephone 04961 555 0140. We answer within five working days.</p>');
+<p>Something doesn’t work for you? Tell us: <a href="mailto:garden@lindhaven.example">garden@lindhaven.example</a>, telephone 04961 555 0140. We answer within five working days.</p>');
 
 -- bg.en.99.03  Leaflet to print
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values

@@ -42,11 +42,15 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
           <tr><td></td><th scope="col">Jan</th><th scope="col">Feb</th><th scope="col">Mär</th><th scope="col">Apr</th><th scope="col">Mai</th><th scope="col">Jun</th><th scope="col">Jul</th><th scope="col">Aug</th><th scope="col">Sep</th><th scope="col">Okt</th><th scope="col">Nov</th><th scope="col">Dez</th></tr>
         </thead>
         <tbody>
-          <tr><th scope="row">Schneeglöckchen, Wald</th><td class="in first"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td class="bud first last"><span class="visually-hidden">Knospen</span></td></tr>
-          <tr><th scope="row">Enziane, Alpinum</th><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td><td></td></tr>
-          <tr><th scope="row">Rosen, Mauergarten</th><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td></tr>
-          <tr><th scope="row">Mondwinde, Nachtgarten</th><td></td><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td></tr>
-          <tr><th scope="row">Zaubernuss, Uferweg</th><td class="in first"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in last"><span class="visually-hidden">blüht</span></td></tr>
+          <tr><th scope="row">Schneeglöckchen <span>Wald</span></th><td class="in first"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td class="bud first last"><span class="visually-hidden">Knospen</span></td></tr>
+          <tr><th scope="row">Magnolie <span>Flusstor</span></th><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Enzian <span>Alpinum</span></th><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Schwertlilie <span>Familienbeete</span></th><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Alte Rosen <span>Mauergarten</span></th><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Riesenseerose <span>Palmenhaus</span></th><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Mondwinde <span>Nachtgarten</span></th><td></td><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td></tr>
+          <tr><th scope="row">Herbstzeitlose <span>Wiese</span></th><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td class="in first"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td></tr>
+          <tr><th scope="row">Zaubernuss <span>Uferweg</span></th><td class="in first"><span class="visually-hidden">blüht</span></td><td class="in last"><span class="visually-hidden">blüht</span></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td></td><td class="bud first"><span class="visually-hidden">Knospen</span></td><td class="in last"><span class="visually-hidden">blüht</span></td></tr>
         </tbody>
       </table>
     </div>
@@ -61,6 +65,75 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
       <p>Bevor es Fotografien gab, brauchte die Botanik Menschen, die zeichnen konnten. Die Orangerie zeigt neunzig Blätter aus unserer Sammlung, darunter vierzig, die ihre Mappen noch nie verlassen haben.</p>
       <p><a href="/tvx.asp?pageId=112">Zur Ausstellung</a></p>
     </div>
+  </div>
+</section>
+<section class="band">
+  <div class="wrap">
+    <h2>Kommen Sie mit</h2>
+    <ul class="agenda">
+      <li><span class="when">Samstags um 11 Uhr</span> <span>Der Garten in einer Stunde, mit jemandem aus dem Gärtnerteam</span> <span class="where">Haupttor</span></li>
+      <li><span class="when">Am ersten Sonntag um 14 Uhr</span> <span>Unter Glas: die drei Häuser vom Keller bis zur Kuppel</span> <span class="where">Palmenhaus, Westtür</span></li>
+      <li><span class="when">Sonntags um 15 Uhr</span> <span>Mitzeichnen: Papier, Stifte und eine Pflanze</span> <span class="where">Orangerie, Obergeschoss</span></li>
+      <li><span class="when">Freitags um 21.30 Uhr im Juli und August</span> <span>Falter und Mondwinden im Dunkeln</span> <span class="where">Flusstor</span></li>
+    </ul>
+    <p>Die Führungen sind im Eintritt enthalten. <a href="/tvx.asp?pageId=111">Das ganze Programm</a></p>
+  </div>
+</section>
+<section class="band">
+  <div class="wrap">
+    <h2>Notizen aus den Beeten</h2>
+    <div class="notes">
+      <article>
+        <h3>Montags wird nicht gemäht</h3>
+        <p>Seit dem Frühjahr mähen wir die Wiese am Fluss in Streifen, jede Woche einen, mit der Sense. Was fliegt, kann in den nächsten Streifen umziehen. Es dauert fünfmal so lange, und inzwischen gibt es eine Warteliste von Leuten, die es lernen möchten.</p>
+        <p class="who">Enno Janssen, Wiesen und Uferweg</p>
+      </article>
+      <article>
+        <h3>Ameisen im Dienst</h3>
+        <p>Die Veilchen im Wald säen sich mit Hilfe von Ameisen aus, die die Samen wegen eines kleinen fetten Anhängsels forttragen. Seither wird dort nicht mehr geharkt. Wer im Juni einer Ameise folgt, sieht, wo im nächsten Jahr die Veilchen stehen.</p>
+        <p class="who">Thea Wilken, Wald</p>
+      </article>
+      <article>
+        <h3>Pünktlich wie die Seerose</h3>
+        <p>Die erste Riesenseerose des Jahres öffnete sich um zehn vor sieben am Abend, genau wie im Vorjahr. Am dritten Abend hatte sie sich geschlossen und war untergetaucht. Zweihundert Menschen waren gekommen, und alle flüsterten.</p>
+        <p class="who">Jale Demir, Gewächshäuser</p>
+      </article>
+    </div>
+  </div>
+</section>
+<section class="band">
+  <div class="wrap">
+    <h2>Gut zu wissen</h2>
+    <details>
+      <summary>Darf mein Hund mitkommen?</summary>
+      <p>Ja, an der kurzen Leine, nur nicht in die Gewächshäuser und ins Alpinum. Assistenzhunde dürfen überallhin.</p>
+    </details>
+    <details>
+      <summary>Gibt es etwas für Kinder?</summary>
+      <p>Fragen Sie am Tor nach dem Ranzen mit Lupe, Karte und zwölf Rätseln. Er kostet nichts; als Pfand bleibt ein Schuh da oder sonst etwas, das Sie vermissen würden. Der Wasserspielplatz am Wehr ist von Mai bis September geöffnet.</p>
+    </details>
+    <details>
+      <summary>Komme ich mit Rollstuhl oder Kinderwagen durch den Garten?</summary>
+      <p>Zwei Drittel der Wege sind stufenlos. Im Faltblatt am Tor sind sie grün eingezeichnet. Mehr unter <a href="/tvx.asp?pageId=122">Barrierefreiheit</a>.</p>
+    </details>
+    <details>
+      <summary>Darf ich fotografieren?</summary>
+      <p>So viel Sie möchten, für sich selbst. Stative bleiben auf den Wegen. Hochzeitspaare und Filmteams rufen uns bitte zwei Wochen vorher an.</p>
+    </details>
+    <details>
+      <summary>Meine Zimmerpflanze ist krank. Können Sie helfen?</summary>
+      <p>Mittwochs von 14 bis 16 Uhr sitzt am grünen Tisch in der Orangerie jemand, der das meiste schon gesehen hat. Bringen Sie die Pflanze in einem geschlossenen Beutel mit, damit ihre Gäste bei ihr bleiben.</p>
+    </details>
+  </div>
+</section>
+<section class="band">
+  <div class="wrap split">
+    <div>
+      <h2>Das Forschungshaus nebenan</h2>
+      <p>Hinter der Blutbuche steht das Pflanzeninstitut. Dort werden Bergblumen gezählt, Samen nach hundert Jahren Schlaf geweckt und 612.000 gepresste Pflanzen aufbewahrt. Vieles von dem, was auf unseren Schildern steht, wurde dort herausgefunden.</p>
+      <p><a href="/tvx.asp?pageId=301">Zum Pflanzeninstitut</a></p>
+    </div>
+    <img src="/images/ri/seeds.svg" width="1200" height="720" alt="Die Spirale eines Samenstands und drei Samen in Kreisen, wie unter der Lupe" loading="lazy">
   </div>
 </section>'),
 (101, 4, 1, 0, '<section>
@@ -83,14 +156,15 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 (104, 3, 1, 0, '<h2>Öffnungszeiten</h2>
 <div class="table">
 <table>
+  <caption>Alle Angaben in Uhr</caption>
   <thead>
     <tr><th scope="col">Bereich</th><th scope="col">April bis September</th><th scope="col">Oktober bis März</th></tr>
   </thead>
   <tbody>
-    <tr><th scope="row">Freigelände</th><td>9 bis 20 Uhr</td><td>9 bis 17 Uhr</td></tr>
-    <tr><th scope="row">Gewächshäuser</th><td>10 bis 18 Uhr</td><td>10 bis 16.30 Uhr</td></tr>
-    <tr><th scope="row">Nachtgarten</th><td>im Juli und August donnerstags bis samstags bis 23 Uhr</td><td>geschlossen</td></tr>
-    <tr><th scope="row">Café in der Orangerie</th><td>9.30 bis 18.30 Uhr</td><td>9.30 bis 16.30 Uhr</td></tr>
+    <tr><th scope="row">Freigelände</th><td>9 bis 20</td><td>9 bis 17</td></tr>
+    <tr><th scope="row">Gewächshäuser</th><td>10 bis 18</td><td>10 bis 16.30</td></tr>
+    <tr><th scope="row">Nachtgarten</th><td>Do bis Sa bis 23, im Juli und August</td><td>geschlossen</td></tr>
+    <tr><th scope="row">Café in der Orangerie</th><td>9.30 bis 18.30</td><td>9.30 bis 16.30</td></tr>
   </tbody>
 </table>
 </div>
@@ -291,7 +365,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
 (121, 1, 1, 0, 'Impressum und Datenschutz'),
 (121, 2, 1, 0, '<h2>Herausgeberin</h2>
-<p>Stiftung Lindhaven, Orangeriegasse 4, 26871 Lindhaven. Vertreten durch die Direktorin Dr. Marit Oltmanns. Telefon 04961 555 0140, garten@lindhaven.example.</p>
+<p>Stiftung Lindhaven, Orangeriegasse 4, 26871 Lindhaven. Vertreten durch die Direktorin Dr. Marit Oltmanns. Telefon 04961 555 0140, <a href="mailto:garten@lindhaven.example">garten@lindhaven.example</a>.</p>
 <h2>Bilder</h2>
 <p>Die Illustrationen auf diesen Seiten wurden für diese Website gezeichnet.</p>
 <h2>Datenschutz</h2>
@@ -306,4 +380,4 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <p>Am zweiten Mittwoch im Monat gibt es einen Rundgang mit Pflanzen zum Tasten und Riechen, siehe <a href="/tvx.asp?pageId=111">Programm</a>.</p>
 <h2>Auf dieser Website</h2>
 <p>Die Seiten folgen den Richtlinien WCAG 2.2 auf der Stufe AA. Sie lassen sich ohne Maus, ohne Farben, in vierfacher Größe und ohne Skripte lesen. Dunkle Farben und verminderte Bewegung richten sich nach der Einstellung Ihres Geräts.</p>
-<p>Etwas funktioniert für Sie nicht? Sagen Sie es uns: garten@lindhaven.example, Telefon 04961 555 0140. Wir antworten innerhalb von fünf Arbeitstagen.</p>');
+<p>Etwas funktioniert für Sie nicht? Sagen Sie es uns: <a href="mailto:garten@lindhaven.example">garten@lindhaven.example</a>, Telefon 04961 555 0140. Wir antworten innerhalb von fünf Arbeitstagen.</p>');

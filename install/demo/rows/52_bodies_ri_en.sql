@@ -134,7 +134,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   <dt>Sheets</dt><dd>612,000</dd>
   <dt>Types</dt><dd>about 1,900</dd>
   <dt>Curator</dt><dd>Dr. Ilse Tammena</dd>
-  <dt>Post</dt><dd>herbarium@lindhaven.example</dd>
+  <dt>Post</dt><dd><a href="mailto:herbarium@lindhaven.example">herbarium@<wbr>lindhaven.example</a></dd>
 </dl>'),
 (206, 5, 1, 0, '<img src="/images/ri/herbarium-sheet.svg" width="900" height="1000" alt="A pressed fern on a herbarium sheet with label, colour scale and bar code">
 <figcaption>Male fern, collected in 1907 in the woodland of the garden.</figcaption>');
@@ -176,10 +176,10 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
 (211, 1, 1, 0, 'Imprint and accessibility'),
 (211, 2, 1, 0, '<h2>Publisher</h2>
-<p>Lindhaven Foundation, Orangery Lane 12, 26871 Lindhaven. Director of the Institute: Prof. Jorun Vestergaard. Telephone 04961 555 0180, institute@lindhaven.example.</p>
+<p>Lindhaven Foundation, Orangery Lane 12, 26871 Lindhaven. Director of the Institute: Prof. Jorun Vestergaard. Telephone 04961 555 0180, <a href="mailto:institute@lindhaven.example">institute@lindhaven.example</a>.</p>
 <h2>Data protection</h2>
 <p>This website loads nothing from other servers and keeps no addresses. It counts how often a page is read, by day.</p>
 <h2>Accessibility</h2>
-<p>The pages follow the Web Content Accessibility Guidelines 2.2 at level AA. Each chart stands next to the table that it was drawn from. If something keeps you from using these pages, please tell us: institute@lindhaven.example.</p>
+<p>The pages follow the Web Content Accessibility Guidelines 2.2 at level AA. Each chart stands next to the table that it was drawn from. If something keeps you from using these pages, please tell us: <a href="mailto:institute@lindhaven.example">institute@lindhaven.example</a>.</p>
 <h2>Citation</h2>
 <p>Figures and data may be used under CC BY 4.0, with the name of the Institute and the year.</p>');

@@ -134,7 +134,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   <dt>Bögen</dt><dd>612.000</dd>
   <dt>Typen</dt><dd>etwa 1.900</dd>
   <dt>Kustodin</dt><dd>Dr. Ilse Tammena</dd>
-  <dt>Post</dt><dd>herbarium@lindhaven.example</dd>
+  <dt>Post</dt><dd><a href="mailto:herbarium@lindhaven.example">herbarium@<wbr>lindhaven.example</a></dd>
 </dl>'),
 (306, 5, 1, 0, '<img src="/images/ri/herbarium-sheet.svg" width="900" height="1000" alt="Ein gepresster Farn auf einem Herbarbogen mit Etikett, Farbskala und Strichcode">
 <figcaption>Wurmfarn, 1907 im Wald des Gartens gesammelt.</figcaption>');
@@ -159,10 +159,10 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
 (311, 1, 1, 0, 'Impressum und Barrierefreiheit'),
 (311, 2, 1, 0, '<h2>Herausgeberin</h2>
-<p>Stiftung Lindhaven, Orangeriegasse 12, 26871 Lindhaven. Direktorin des Instituts: Prof. Jorun Vestergaard. Telefon 04961 555 0180, institut@lindhaven.example.</p>
+<p>Stiftung Lindhaven, Orangeriegasse 12, 26871 Lindhaven. Direktorin des Instituts: Prof. Jorun Vestergaard. Telefon 04961 555 0180, <a href="mailto:institut@lindhaven.example">institut@lindhaven.example</a>.</p>
 <h2>Datenschutz</h2>
 <p>Diese Website lädt nichts von anderen Servern und speichert keine Adressen. Sie zählt, wie oft eine Seite am Tag gelesen wird.</p>
 <h2>Barrierefreiheit</h2>
-<p>Die Seiten folgen den Richtlinien WCAG 2.2 auf der Stufe AA. Jedes Diagramm steht neben der Tabelle, aus der es gezeichnet wurde. Wenn Sie etwas an der Nutzung dieser Seiten hindert, schreiben Sie uns bitte: institut@lindhaven.example.</p>
+<p>Die Seiten folgen den Richtlinien WCAG 2.2 auf der Stufe AA. Jedes Diagramm steht neben der Tabelle, aus der es gezeichnet wurde. Wenn Sie etwas an der Nutzung dieser Seiten hindert, schreiben Sie uns bitte: <a href="mailto:institut@lindhaven.example">institut@lindhaven.example</a>.</p>
 <h2>Zitieren</h2>
 <p>Abbildungen und Daten dürfen unter CC BY 4.0 verwendet werden, mit dem Namen des Instituts und der Jahreszahl.</p>');

@@ -3,10 +3,12 @@
 #include <cstdint>
 #include <initializer_list>
 #include <memory>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 #include "platform/Value.h"
 
@@ -24,7 +26,21 @@ enum class Engine { Sqlite, PostgreSql };
 /// A value bound to a "?". Texts are viewed, not copied: they must live until the call returns. Whole numbers
 /// are bound as whole numbers whatever their C++ type; a moment is bound as the engine's date and time.
 using Parameter = std::variant<std::nullptr_t, bool, int, std::int64_t, double, std::string_view, DateTime>;
-using Parameters = std::initializer_list<Parameter>;
+
+/// The values of one call, in the order of the "?". A view: the values must live until the call returns.
+class Parameters {
+  public:
+    Parameters() = default;
+    Parameters(std::initializer_list<Parameter> values) : values_(values.begin(), values.size()) {}
+    Parameters(const std::vector<Parameter>& values) : values_(values) {}
+
+    auto begin() const { return values_.begin(); }
+    auto end() const { return values_.end(); }
+    std::size_t size() const { return values_.size(); }
+
+  private:
+    std::span<const Parameter> values_;
+};
 
 /// The rows of one query, read forward only. Columns are found by name, ignoring case. Texts are UTF-8. Must
 /// not outlive its connection; closing it (its destructor) frees the statement for its next use.

@@ -1,0 +1,157 @@
+// cServer: guarded files.
+
+#include <array>
+#include <utility>
+
+#include "delivery/Access.h"
+#include "delivery/cServer.h"
+#include "platform/ApplicationValues.h"
+#include "platform/DateTime.h"
+#include "platform/Errors.h"
+#include "platform/FileSystem.h"
+#include "platform/HostContext.h"
+#include "platform/Request.h"
+#include "platform/Response.h"
+#include "platform/Session.h"
+#include "platform/Text.h"
+#include "platform/db/Connection.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr int openFolder = 0;
+constexpr int memberOfFolder = 1;
+constexpr int noFolderGroups = -1;
+constexpr int noFolderLogin = -2;
+constexpr int badFolder = -99;
+constexpr int blankPicture = 100;
+
+constexpr std::string_view fileSent = "0";
+constexpr std::string_view fileNotFound = "-99";
+constexpr std::string_view secureAddressNeeded = "-10";
+
+constexpr std::string_view selectFolderGroups =
+    "select groupId from TORVEX_FOLDERS_GROUPS where fld_type = ? and fld_site = ? and fld_id = ? "
+    "order by groupId";
+constexpr std::string_view selectUserOfFolder =
+    "select a.validFrom, a.validTo from TORVEX_USERS a "
+    "inner join TORVEX_GROUPS_USERS b on a.userId = b.userId "
+    "inner join TORVEX_FOLDERS_GROUPS c on b.groupId = c.groupId "
+    "where a.username = ? and a.password = ? and c.fld_type = ? and c.fld_site = ? and c.fld_id = ?";
+constexpr std::string_view selectMimeType = "select MimeType from TORVEX_MIMETYPES where filetype = ?";
+
+constexpr std::size_t siteLength = 2;
+constexpr std::size_t folderLevelLength = 3;
+
+/// A media folder as the group lists know it.
+struct MediaFolder {
+    std::string_view type;  ///< "img" or "doc"
+    std::string site;
+    std::string id;
+};
+
+int folderVerdict(db::Connection& connection, MediaFolder folder, const Visitor& visitor,
+                  std::string_view today) {
+    double group = inheritedGroup;
+    while (true) {
+        auto rows = connection.query(selectFolderGroups, {folder.type, folder.site, folder.id});
+        if (!rows.next()) return noFolderGroups;
+        group = rows.number("groupId");
+        if (group != inheritedGroup || folder.id.size() < folderLevelLength) break;
+        folder.id.resize(folder.id.size() - folderLevelLength);
+    }
+    if (group <= everybodyGroup) return openFolder;
+    if (visitor.username.empty() && visitor.password.empty()) return noFolderLogin;
+    auto user = connection.query(selectUserOfFolder,
+                                 {visitor.username, visitor.password, folder.type, folder.site, folder.id});
+    const bool isValid = user.next() && isWithin(today, user.text("validFrom"), user.text("validTo"));
+    return isValid ? memberOfFolder : noFolderLogin;
+}
+
+std::string mimeType(db::Connection& connection, const std::string& extension) {
+    static constexpr std::array<std::pair<std::string_view, std::string_view>, 7> common = {{
+        {"gif", "image/gif"},
+        {"jpg", "image/jpeg"},
+        {"jpeg", "image/jpeg"},
+        {"bmp", "image/bmp"},
+        {"doc", "application/msword"},
+        {"xls", "application/vnd.ms-excel"},
+        {"pdf", "application/pdf"},
+    }};
+    for (const auto& [known, type] : common) {
+        if (text::equals(known, extension)) return std::string(type);
+    }
+    auto rows = connection.query(selectMimeType, {extension});
+    const std::string type = rows.next() ? rows.text("MimeType") : std::string();
+    return type.empty() ? "application/octet-stream" : type;
+}
+
+/// What lies behind the last divider; the whole text when there is none.
+std::string behindLast(const std::string& text, char divider) {
+    return text.substr(text.rfind(divider) + 1);
+}
+
+}  // namespace
+
+int cServer::checkFolderAccess(const std::string& folder) try {
+    const auto& application = host_.application;
+    if (!host_.session.text("torvex_username").empty()) return openFolder;  // an author sees everything
+    const std::string images = application.text("torvex_image_dir");
+    const std::string documents = application.text("torvex_doc_dir");
+    const bool isImage = text::startsWith(folder, images);
+    if (!isImage && !text::startsWith(folder, documents)) return openFolder;
+    if (!application.isTrue(isImage ? "torvex_img_security" : "torvex_doc_security")) return openFolder;
+    std::string path = folder.substr((isImage ? images : documents).size());
+    std::erase(path, '/');
+    int code = badFolder;
+    if (path.size() >= siteLength) {
+        code = openFolder;
+        if (application.isTrue("torvex_extranet")) {
+            const Visitor visitor{host_.session.text("tvx_username"), host_.session.text("tvx_password")};
+            code = folderVerdict(
+                connection(), {isImage ? "img" : "doc", path.substr(0, siteLength), path.substr(siteLength)},
+                visitor, host_.clock.today());
+        }
+    }
+    return isImage && code < 0 ? blankPicture : code;
+} catch (...) {
+    raiseFrom("checkFolderAccess !");
+}
+
+/// Whether a document may only be sent over a secure connection.
+bool cServer::needsSecureAddress(int folderAccess) const {
+    const auto& application = host_.application;
+    if (!host_.session.text("torvex_username").empty()) return host_.session.isTrue("torvex_ssl");
+    return application.isTrue("tvx_website_ssl") ||
+           (folderAccess == memberOfFolder && application.isTrue("tvx_extranet_ssl"));
+}
+
+std::string cServer::sendBinaryFile(const std::string& fileSpec, bool securityCheck) try {
+    std::string path = text::replaceAll(text::trim(fileSpec), "\\", "/");
+    std::string filename = behindLast(path, '/');
+    const std::string folder = path.substr(0, path.size() - filename.size());
+    if (folder.empty() || filename.empty()) return std::string(fileNotFound);
+    if (securityCheck) {
+        const int access = checkFolderAccess(folder);
+        if (access < 0) return std::to_string(access);
+        if (access == blankPicture) {
+            filename = "spacer.gif";
+            path = host_.application.text("torvex_install_path") + "wwwroot/torvex/images/" + filename;
+        } else if (text::startsWith(folder, host_.application.text("torvex_doc_dir")) &&
+                   needsSecureAddress(access) && text::equals(host_.request.serverVariable("https"), "off")) {
+            return std::string(secureAddressNeeded);
+        }
+    }
+    const std::string type = mimeType(connection(), behindLast(filename, '.'));
+    const auto bytes = host_.files.readBytes(path);
+    if (!bytes || bytes->empty()) return std::string(fileNotFound);
+    host_.response.contentType = type;
+    host_.response.addHeader("Content-Disposition", "inline; filename=" + filename);
+    host_.response.binaryWrite(*bytes);
+    return std::string(fileSent);
+} catch (...) {
+    raiseFrom("SendBinaryFile !");
+}
+
+}  // namespace torvex

@@ -1,0 +1,246 @@
+// cServer: where a login or a logout leads.
+
+#include <optional>
+
+#include "delivery/cServer.h"
+#include "platform/ApplicationValues.h"
+#include "platform/Errors.h"
+#include "platform/HostContext.h"
+#include "platform/Request.h"
+#include "platform/Session.h"
+#include "platform/Text.h"
+#include "records/PageIdentity.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr double trialLimit = 5;
+
+constexpr std::string_view selectRealGroup =
+    "select groupId from TORVEX_GROUPS_USERS where userId = ? and groupId > 1 order by groupId";
+constexpr std::string_view selectFirstLevel =
+    "select pageId, nodeId from TORVEX_PAGES_LIVE where parent = ? order by orderId, nodeId";
+
+constexpr std::string_view systemBranch = ".99";
+
+std::string pageText(PageId pageId) {
+    return text::fromNumber(pageId);
+}
+
+std::string field(const HostContext& host, std::string_view name) {
+    return text::lowerTrim(host.request.item(name));
+}
+
+bool isTarget(std::string_view target) {
+    return target == "current" || target == "sitemap" || target == "group";
+}
+
+/// The page that a target names when it is none of the three words; 0 for none.
+PageId pageNamed(db::Connection& connection, const std::string& target) {
+    if (target.empty() || isTarget(target)) return 0;
+    const PageId pageId = text::isNumeric(target) ? text::toNumber(target) : pageIdOf(connection, target);
+    return pageId > 0 ? pageId : 0;
+}
+
+/// The authoring preview shows pages with their forms, but nobody logs in or out there.
+bool isPreview(const HostContext& host) {
+    return text::contains(host.request.serverVariable("HTTP_Referer"), "view.asp");
+}
+
+std::string addressOf(const HostContext& host, PageId pageId) {
+    const bool frames = host.application.isTrue("torvex_frames");
+    return (frames ? "/redirect.asp?pageId=" : "/tvx.asp?pageId=") + pageText(pageId);
+}
+
+/// Whether an address lies on the host that was asked; another is never followed.
+bool isOwnAddress(const HostContext& host, std::string_view address) {
+    const std::string own = host.request.serverVariable("http_host");
+    for (const std::string_view scheme : {"http://", "https://"}) {
+        if (!text::startsWith(address, scheme)) continue;
+        const std::string_view rest = address.substr(scheme.size());
+        return !own.empty() && text::equals(rest.substr(0, rest.find_first_of("/?#")), own);
+    }
+    return false;
+}
+
+/// Back to where the form was posted.
+std::string refererOr(const HostContext& host, PageId currentPage) {
+    const std::string referer = host.request.serverVariable("HTTP_Referer");
+    const bool follow = !host.application.isTrue("torvex_frames") && isOwnAddress(host, referer);
+    return follow ? referer : addressOf(host, currentPage);
+}
+
+/// One attempt to log in.
+class LoginAttempt {
+  public:
+    LoginAttempt(HostContext& host, cServer& server, db::Connection& connection)
+        : host_(host), server_(server), connection_(connection) {}
+
+    std::string run() {
+        page_ = identify(connection_, host_.request.item("torvex_pageId"));
+        if (!page_.isValid()) return {};
+        readForm();
+        if (isPreview(host_)) return refererOr(host_, page_.pageId);
+        if (host_.session.number("tvx_loginTrials") >= trialLimit) return fail();
+        // Left out, a name or password would be the session's; a form without one means nobody.
+        userId_ = name_.empty() || password_.empty() ? 0 : server_.getUserId(name_, password_);
+        if (wanted_ > 0) return enterWanted();
+        if (!isTarget(target_)) throw Error("there is no login target \"" + target_ + "\"");
+        if (userId_ == 0) return fail();
+        if (target_ == "sitemap") return enterSitemap();
+        if (!hasRealGroup()) return fail();
+        return target_ == "group" ? enterGroup() : enterCurrent();
+    }
+
+  private:
+    void readForm() {
+        name_ = field(host_, "torvex_username");
+        password_ = field(host_, "torvex_password");
+        if (host_.application.isTrue("torvex_frames")) location_ = field(host_, "torvex_loginLocation");
+        target_ = field(host_, "torvex_loginTarget");
+        if (target_.empty()) target_ = "current";
+        wanted_ = pageNamed(connection_, target_);
+        const std::string appliedFor = host_.session.text("tvx_pageAppliedFor");
+        if (field(host_, "torvex_loginTargetEnforced") != "true" && !appliedFor.empty()) {
+            wanted_ = pageNamed(connection_, appliedFor);
+        }
+    }
+
+    std::string enterWanted() {
+        const std::string wanted = pageText(wanted_);
+        if (userId_ == 0 || !server_.hasAccess(wanted, name_) || !server_.isPage(wanted)) return fail();
+        logIn("");
+        return addressOf(host_, wanted_);
+    }
+
+    std::string enterGroup() {
+        logIn("group");
+        const PageId entry = server_.getEntryPage(name_, password_);
+        return entry > 0 ? addressOf(host_, entry) : refererOr(host_, page_.pageId);
+    }
+
+    std::string enterSitemap() {
+        auto rows = connection_.query(selectFirstLevel,
+                                      {std::string_view(page_.nodeId).substr(0, PageIdentity::rootLength)});
+        while (rows.next()) {
+            const PageId candidate = rows.number("pageId");
+            if (text::contains(rows.text("nodeId"), systemBranch)) continue;
+            if (!server_.isPage(pageText(candidate)) || !server_.hasAccess(pageText(candidate), name_))
+                continue;
+            logIn("sitemap");
+            return addressOf(host_, candidate);
+        }
+        return fail();
+    }
+
+    std::string enterCurrent() {
+        logIn("current");
+        const std::string current = pageText(page_.pageId);
+        const bool shows = server_.hasAccess(current, name_) && server_.isPage(current);
+        return shows ? refererOr(host_, page_.pageId) : addressOf(host_, page_.pageId);
+    }
+
+    bool hasRealGroup() { return userId_ > 0 && connection_.query(selectRealGroup, {userId_}).next(); }
+
+    void logIn(std::string_view target) {
+        host_.session.set("tvx_username", name_);
+        host_.session.set("tvx_password", password_);
+        host_.session.set("tvx_target", target);
+        host_.session.set("tvx_loginTrials", 0);
+    }
+
+    std::string fail() {
+        auto& session = host_.session;
+        const double trials = session.number("tvx_loginTrials") + 1;
+        session.set("tvx_loginTrials", trials);
+        if (trials < trialLimit) {
+            session.set("tvx_loginError", true);
+        } else if (location_ != "frameset") {
+            session.set("tvx_loginError", false);
+            return "/error.asp?pageId=" + pageText(page_.pageId) + "&error=no_login";
+        }
+        return refererOr(host_, page_.pageId);
+    }
+
+    HostContext& host_;
+    cServer& server_;
+    db::Connection& connection_;
+    PageIdentity page_;
+    std::string name_;
+    std::string password_;
+    std::string location_;
+    std::string target_;
+    PageId wanted_ = 0;  ///< a page that is asked for by name or was applied for before
+    double userId_ = 0;
+};
+
+/// Chooses where a visitor who has just left goes on.
+class LogoutWay {
+  public:
+    LogoutWay(cServer& server, const PageIdentity& current, PageId exitPage)
+        : server_(server), current_(current), exitPage_(exitPage) {}
+
+    /// 0 when the rule leads nowhere.
+    PageId by(std::string_view rule) {
+        if (rule == "group") return ifOpen(exitPage_);
+        if (rule == "current") return ifOpen(current_.pageId);
+        if (rule != "sitemap") return 0;
+        for (std::string_view node = current_.nodeId; node.size() >= PageIdentity::rootLength;
+             node = parentOf(node)) {
+            if (server_.hasAccess(std::string(node))) return server_.getPageId(std::string(node));
+        }
+        return 0;
+    }
+
+    PageId ifOpen(PageId pageId) { return pageId > 0 && server_.hasAccess(pageText(pageId)) ? pageId : 0; }
+
+    /// The first of the rules that leads somewhere.
+    PageId pickLocation() {
+        for (const auto* rule : {"current", "group", "sitemap"}) {
+            if (const PageId page = by(rule); page > 0) return page;
+        }
+        return 0;
+    }
+
+  private:
+    cServer& server_;
+    const PageIdentity& current_;
+    const PageId exitPage_;
+};
+
+std::string logoutTarget(const HostContext& host) {
+    for (const std::string& target : {field(host, "torvex_logoutTarget"), host.session.text("tvx_target")}) {
+        if (!target.empty()) return target;
+    }
+    return "current";
+}
+
+}  // namespace
+
+std::string cServer::getLoginURL() try {
+    if (!host_.application.isTrue("torvex_extranet")) return {};
+    return LoginAttempt(host_, *this, connection()).run();
+} catch (...) {
+    raiseFrom("getLoginURL !");
+}
+
+std::string cServer::getLogoutURL() try {
+    if (!host_.application.isTrue("torvex_extranet")) return {};
+    const PageIdentity current = identify(connection(), host_.request.item("torvex_pageId"));
+    if (!current.isValid()) return {};
+    auto& session = host_.session;
+    const std::string target = logoutTarget(host_);
+    const PageId exitPage = session.text("tvx_username").empty() ? -1 : getExitPage();
+    if (!isPreview(host_)) {
+        for (const auto* key : {"tvx_username", "tvx_password", "tvx_target"}) session.set(key, "");
+    }
+    LogoutWay way(*this, current, exitPage);
+    PageId page = isTarget(target) ? way.by(target) : way.ifOpen(pageNamed(connection(), target));
+    if (!(page > 0)) page = way.pickLocation();
+    return addressOf(host_, page > 0 ? page : host_.application.number("tvx_default_pageId"));
+} catch (...) {
+    raiseFrom("getLogoutURL !");
+}
+
+}  // namespace torvex

@@ -1,0 +1,155 @@
+// cServer: from the verdict on a page to what the visitor sees.
+
+#include "delivery/Access.h"
+#include "delivery/FolderTrail.h"
+#include "delivery/cServer.h"
+#include "platform/ApplicationValues.h"
+#include "platform/DateTime.h"
+#include "platform/Errors.h"
+#include "platform/HostContext.h"
+#include "platform/Request.h"
+#include "platform/Session.h"
+#include "platform/Text.h"
+#include "records/PageIdentity.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view selectPage = "select pageId, nodeId, type from TORVEX_PAGES_LIVE where pageId = ?";
+constexpr std::string_view selectFirstChild =
+    "select pageId, nodeId, type from TORVEX_PAGES_LIVE where parent = ? order by orderId, nodeId";
+
+constexpr std::string_view selectFirstGroup =
+    "select a.groupId from TORVEX_PAGES_GROUPS_LIVE a inner join TORVEX_USERGROUPS b on a.groupId = "
+    "b.groupId "
+    "where a.pageId = ? order by a.groupId";
+constexpr std::string_view selectLoginPage = "select loginPage from TORVEX_PAGES_LIVE where pageId = ?";
+
+/// A node that holds this anywhere is not served by its bare address.
+constexpr std::string_view systemBranch = "99";
+
+std::string errorValue(int code, const PageRecord& record, std::string_view today) {
+    switch (code) {
+        case pageAccess::noApplication:
+            return "no_application";
+        case pageAccess::noTemplate:
+            return "no_template";
+        case pageAccess::noGroups:
+            return "no_login";
+        case pageAccess::offline:
+            if (record.onlineFrom.empty() || text::compare(today, record.onlineFrom) >= 0)
+                return "page_offline";
+            return "page_offline&onlineFrom=" + record.onlineFrom;
+        default:
+            return "page_not_found";
+    }
+}
+
+/// Follows folders to their first child, asking the groups of every page on the way.
+bool mayEnter(db::Connection& connection, PageId pageId, const Visitor& visitor, bool extranet,
+              std::string_view today) {
+    auto rows = connection.query(selectPage, {pageId});
+    FolderTrail trail;
+    while (rows.next()) {
+        const std::string node = rows.text("nodeId");
+        if (extranet && groupVerdict(connection, rows.number("pageId"), node, visitor, today) < 0)
+            return false;
+        if (!text::equals(text::trim(rows.text("type")), "F")) return true;
+        if (!trail.leadsOn(node)) return false;
+        rows = connection.query(selectFirstChild, {node});
+    }
+    return false;
+}
+
+}  // namespace
+
+std::string cServer::securityCheck(const std::string& applicationDir) try {
+    auto& session = host_.session;
+    int code = pageAccess::notFound;
+    PageId pageId = -1;
+    if (record_.pageId > 0 && record_.nodeId.size() >= PageIdentity::rootLength) {
+        code = record_.access;
+        pageId = record_.pageId;
+        // The page applied for lives for one page view after the visitor was sent to log in.
+        const double counter = session.number("tvx_counter") + 1;
+        session.set("tvx_counter", counter);
+        if (counter != 0) session.set("tvx_pageAppliedFor", "");
+        if (text::contains(record_.nodeId, systemBranch)) code = pageAccess::notFound;
+        if (code >= 0 && !applicationDir.empty() && !text::contains(record_.appUrlPublic, applicationDir)) {
+            code = pageAccess::noGroups;
+        }
+        if (code == pageAccess::needsLogin || code == pageAccess::refused) {
+            if (const PageId login = getLoginPage(text::fromNumber(pageId)); login > 0) {
+                if (session.text("tvx_pageAppliedFor").empty()) session.set("tvx_pageAppliedFor", pageId);
+                session.set("tvx_counter", -1);
+                return "/tvx.asp?pageId=" + text::fromNumber(login);
+            }
+            session.set("tvx_pageAppliedFor", "");
+            code = pageAccess::noGroups;
+        }
+    }
+    if (code >= 0) return secureAddress();
+    return "/error.asp?pageId=" + text::fromNumber(pageId) +
+           "&error=" + errorValue(code, record_, host_.clock.today());
+} catch (...) {
+    raiseFrom("securityCheck !");
+}
+
+/// The address by which the page has to be asked for, when the present one is secure and shouldn't be, or the
+/// other way round.
+std::string cServer::secureAddress() const {
+    const auto& application = host_.application;
+    const auto& request = host_.request;
+    const bool wanted = application.isTrue("tvx_website_ssl") ||
+                        (record_.access == pageAccess::member && application.isTrue("tvx_extranet_ssl"));
+    const std::string site = (wanted ? "https://" : "http://") + request.serverVariable("http_host");
+    if (application.isTrue("torvex_frames")) {
+        if (wanted == host_.session.isTrue("ssl")) return {};
+        return site + "/redirect.asp?pageId=" + text::fromNumber(record_.pageId);
+    }
+    const std::string present = request.serverVariable("HTTPS");
+    const bool isRight =
+        !(text::equals(present, "off") && wanted) && !(text::equals(present, "on") && !wanted);
+    return isRight ? std::string()
+                   : site + request.serverVariable("script_name") + "?" + request.queryString();
+}
+
+bool cServer::hasAccess(const std::string& pageIdent, const std::string& username) try {
+    const PageIdentity page = identify(connection(), pageIdent);
+    if (!page.isValid()) return false;
+    const Visitor visitor =
+        username.empty() ? Visitor{host_.session.text("tvx_username"), host_.session.text("tvx_password")}
+                         : Visitor{username, getUserPassword(username)};
+    return mayEnter(connection(), page.pageId, visitor, host_.application.isTrue("torvex_extranet"),
+                    host_.clock.today());
+} catch (...) {
+    raiseFrom("hasAccess !");
+}
+
+bool cServer::isSecuredPage(const std::string& pageIdent) try {
+    if (!host_.application.isTrue("torvex_extranet")) return false;
+    const PageIdentity page = identify(connection(), pageIdent);
+    if (!page.isValid()) return false;
+    const auto deciding = decidingGroup(connection(), page.pageId, page.nodeId);
+    return deciding && deciding->isReal();
+} catch (...) {
+    raiseFrom("isSecuredPage !");
+}
+
+PageId cServer::getLoginPage(const std::string& pageIdent) try {
+    if (!host_.application.isTrue("torvex_extranet")) return 0;
+    PageIdentity page = identify(connection(), pageIdent);
+    while (page.isValid()) {
+        auto groups = connection().query(selectFirstGroup, {page.pageId});
+        if (!groups.next() || groups.number("groupId") != inheritedGroup) break;
+        page.nodeId = parentOf(page.nodeId);
+        page.pageId = pageIdOf(connection(), page.nodeId);
+    }
+    auto rows = connection().query(selectLoginPage, {page.pageId});
+    return rows.next() ? rows.number("loginPage", -1) : 0;
+} catch (...) {
+    raiseFrom("getLoginPage !");
+}
+
+}  // namespace torvex

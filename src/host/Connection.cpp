@@ -1,0 +1,272 @@
+#include "host/Connection.h"
+
+#include <boost/asio/post.hpp>
+
+#include "host/ErrorPages.h"
+#include "host/EventLoop.h"
+#include "host/Pipeline.h"
+
+namespace torvex {
+
+namespace {
+
+using boost::system::error_code;
+
+constexpr std::size_t readSize = 4096;
+constexpr std::size_t lingerBytes = 256 * 1024;  ///< of a refused body, dropped; more is cut off
+constexpr int mostInOneGo = 16;                  ///< pipelined requests, before other connections have their turn
+constexpr std::string_view goOn = "HTTP/1.1 100 Continue\r\n\r\n";
+
+}  // namespace
+
+Connection::Connection(EventLoop& loop, Transport transport)
+    : loop_(loop), transport_(std::move(transport)), parser_(loop.options().limits) {}
+
+void Connection::start() {
+    loop_.add(*this);
+    if (!transport_.isEncrypted()) {
+        enter(Stage::Header);
+        return read();
+    }
+    enter(Stage::Handshake);
+    transport_.handshake([self = shared_from_this()](const error_code& error) {
+        if (self->stage_ == Stage::Closed) return;
+        if (error) return self->close();
+        self->enter(Stage::Header);
+        self->read();
+    });
+}
+
+void Connection::enter(Stage stage) {
+    const Deadlines& deadlines = loop_.options().deadlines;
+    const TimePoint now = std::chrono::steady_clock::now();
+    stage_ = stage;
+    switch (stage) {
+        case Stage::Handshake:
+        case Stage::Header:
+            deadline_ = now + deadlines.header;
+            break;
+        case Stage::Idle:
+            deadline_ = now + deadlines.idle;
+            break;
+        case Stage::Body:
+            deadline_ = now + deadlines.body;
+            break;
+        case Stage::Writing:
+            deadline_ = now + deadlines.write;
+            break;
+        case Stage::Lingering:
+            deadline_ = now + deadlines.linger;
+            break;
+        case Stage::Handling:
+        case Stage::Closed:
+            deadline_ = TimePoint::max();
+            break;
+    }
+}
+
+void Connection::checkDeadline(TimePoint now) {
+    if (now < deadline_) return;
+    const auto self = shared_from_this();
+    const bool isAnswered = stage_ == Stage::Body || (stage_ == Stage::Header && buffer_.size() > 0);
+    if (!isAnswered) return close();
+    // The read under way is ended, and its handler says why.
+    deadline_ = TimePoint::max();
+    isTimedOut_ = true;
+    error_code ignored;
+    transport_.socket().cancel(ignored);
+}
+
+void Connection::closeIfIdle() {
+    const bool isWaiting = stage_ == Stage::Idle || stage_ == Stage::Handshake;
+    if (!isWaiting && !(stage_ == Stage::Header && buffer_.size() == 0)) return;
+    const auto self = shared_from_this();
+    close();
+}
+
+void Connection::read() {
+    transport_.read(buffer_.prepare(readSize),
+                    [self = shared_from_this()](const error_code& error, std::size_t count) {
+                        self->onRead(error, count);
+                    });
+}
+
+void Connection::onRead(const error_code& error, std::size_t count) {
+    if (stage_ == Stage::Closed) return;
+    if (isTimedOut_) {
+        if (refuse(errorPages::page(408))) process();
+        return;
+    }
+    if (error) return close();
+    buffer_.commit(count);
+    if (stage_ == Stage::Idle) enter(Stage::Header);
+    process();
+}
+
+/// Goes on with what has been read until there is nothing left that can be done at once.
+void Connection::process() {
+    inOneGo_ = 0;
+    while (processOnce()) {
+        if (++inOneGo_ < mostInOneGo * 4) continue;
+        asio::post(loop_.context(), [self = shared_from_this()] { self->resume(); });
+        return;
+    }
+}
+
+void Connection::resume() {
+    if (stage_ != Stage::Closed) process();
+}
+
+/// One step; false when the next one waits for the network, a worker, or nothing at all.
+bool Connection::processOnce() {
+    const std::string_view bytes(static_cast<const char*>(buffer_.data().data()), buffer_.size());
+    const std::size_t consumed = parser_.feed(bytes);
+    buffer_.consume(consumed);
+    switch (parser_.state()) {
+        case RequestParser::State::HeaderDone:
+            return onHeader();
+        case RequestParser::State::Complete:
+            return onComplete();
+        case RequestParser::State::Refused:
+            return refuse(errorPages::page(parser_.refusal()));
+        default:
+            if (consumed > 0) return true;
+            read();
+            return false;
+    }
+}
+
+bool Connection::onHeader() {
+    if (auto refusal = loop_.pipeline().examine(*this)) {
+        if (parser_.head().hasBody) return refuse(std::move(*refusal));
+        return send(std::move(*refusal));
+    }
+    parser_.readBody();
+    if (parser_.state() == RequestParser::State::Complete) return true;
+    enter(Stage::Body);
+    return askForBody();
+}
+
+/// A client that waits to be told so is told to send the body.
+bool Connection::askForBody() {
+    const bool isAsked = !head().field("Expect").empty() && head().version == 11;
+    if (!isAsked || buffer_.size() > 0) return true;
+    writer_.startRaw(goOn);
+    isInterim_ = true;
+    return writeOn();
+}
+
+bool Connection::onComplete() {
+    enter(Stage::Handling);
+    body_.swap(parser_.body());
+    auto answer = loop_.pipeline().answer(std::static_pointer_cast<Exchange>(shared_from_this()), loop_.files());
+    return answer && send(std::move(*answer));
+}
+
+/// Any thread: so it only posts. What is posted holds the last reference, for connections end on their loop.
+void Connection::finish(std::shared_ptr<Exchange> self, Answer answer) {
+    asio::post(loop_.context(), [this, self = std::move(self), answer = std::move(answer)]() mutable {
+        if (stage_ != Stage::Closed && send(std::move(answer))) process();
+    });
+}
+
+/// An answer behind which the connection is of no use: what the visitor still sends can't be made sense of.
+bool Connection::refuse(Answer answer) {
+    answer.closes = true;
+    return send(std::move(answer));
+}
+
+bool Connection::send(Answer answer) {
+    const bool hasRequest = parser_.state() != RequestParser::State::Refused && !isTimedOut_;
+    closesAfterAnswer_ = answer.closes || !hasRequest || !head().keepAlive || loop_.isStopping();
+    const bool isHead = hasRequest && head().method == Method::Head;
+    writer_.start(std::move(answer), {loop_.date(), !closesAfterAnswer_, isHead, hasRequest && head().version == 10});
+    isInterim_ = false;
+    enter(Stage::Writing);
+    return writeOn();
+}
+
+/// True when all is written and the next request can be looked at.
+bool Connection::writeOn() {
+    if (!transport_.isEncrypted()) return writePlain();
+    writeEncrypted();
+    return false;
+}
+
+bool Connection::writePlain() {
+    const std::uint64_t before = writer_.written();
+    const AnswerWriter::Progress progress = writer_.writeTo(transport_.socket().native_handle());
+    if (progress == AnswerWriter::Progress::Done) return afterAnswer();
+    if (progress == AnswerWriter::Progress::Failed) return close(), false;
+    if (writer_.written() > before && !isInterim_) enter(Stage::Writing);
+    awaitWritable();
+    return false;
+}
+
+void Connection::awaitWritable() {
+    transport_.socket().async_wait(Socket::wait_write, [self = shared_from_this()](const error_code& error) {
+        if (self->stage_ == Stage::Closed) return;
+        if (error) return self->close();
+        if (self->writePlain()) self->process();
+    });
+}
+
+void Connection::writeEncrypted() {
+    const std::string_view bytes = writer_.next();
+    if (writer_.failed()) return close();
+    transport_.writeEncrypted(asio::const_buffer(bytes.data(), bytes.size()),
+                              [self = shared_from_this()](const error_code& error, std::size_t count) {
+                                  if (self->stage_ == Stage::Closed) return;
+                                  if (error) return self->close();
+                                  self->writer_.advance(count);
+                                  if (!self->isInterim_) self->enter(Stage::Writing);
+                                  if (!self->writer_.next().empty()) return self->writeEncrypted();
+                                  if (self->afterAnswer()) self->process();
+                              });
+}
+
+bool Connection::afterAnswer() {
+    writer_.clear();
+    if (isInterim_) {
+        isInterim_ = false;
+        return true;
+    }
+    if (closesAfterAnswer_) return linger(), false;
+    parser_.reset();
+    body_.clear();
+    enter(buffer_.size() > 0 ? Stage::Header : Stage::Idle);
+    return true;
+}
+
+/// Closing while the visitor still sends would make the system discard the answer; so the sending end is closed and
+/// what comes is read for a short while.
+void Connection::linger() {
+    error_code ignored;
+    enter(Stage::Lingering);
+    transport_.socket().shutdown(Socket::shutdown_send, ignored);
+    buffer_.clear();
+    transport_.socket().async_read_some(buffer_.prepare(readSize),
+                                        [self = shared_from_this()](const error_code& error, std::size_t count) {
+                                            self->onLinger(error, count);
+                                        });
+}
+
+void Connection::onLinger(const error_code& error, std::size_t count) {
+    lingered_ += count;
+    if (stage_ == Stage::Closed) return;
+    if (error || lingered_ > lingerBytes) return close();
+    transport_.socket().async_read_some(buffer_.prepare(readSize),
+                                        [self = shared_from_this()](const error_code& failure, std::size_t more) {
+                                            self->onLinger(failure, more);
+                                        });
+}
+
+void Connection::close() {
+    if (stage_ == Stage::Closed) return;
+    enter(Stage::Closed);
+    error_code ignored;
+    transport_.socket().close(ignored);
+    loop_.remove(*this);
+}
+
+}  // namespace torvex

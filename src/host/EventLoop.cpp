@@ -1,0 +1,155 @@
+#include "host/EventLoop.h"
+
+#include <fmt/format.h>
+#include <sys/socket.h>
+
+#include <boost/asio/post.hpp>
+#include <vector>
+
+#include "host/AnswerWriter.h"
+#include "host/Connection.h"
+#include "host/ErrorPages.h"
+#include "host/HttpDate.h"
+#include "platform/Errors.h"
+
+namespace torvex {
+
+namespace {
+
+using boost::system::error_code;
+using asio::ip::tcp;
+
+/// Deadlines are looked at this often: exact enough for times of seconds, and free for thousands of connections.
+constexpr std::chrono::milliseconds tickLength{50};
+constexpr std::chrono::milliseconds afterFailedAccept{100};
+
+using ReusePort = asio::detail::socket_option::boolean<SOL_SOCKET, SO_REUSEPORT>;
+
+std::string peerText(const tcp::endpoint& peer) {
+    const asio::ip::address& address = peer.address();
+    if (address.is_v6() && address.to_v6().is_v4_mapped())
+        return asio::ip::make_address_v4(asio::ip::v4_mapped, address.to_v6()).to_string();
+    return address.to_string();
+}
+
+}  // namespace
+
+EventLoop::EventLoop(const LoopSetting& setting) : setting_(setting) {
+    if (!setting.root) return;
+    const ServerOptions& options = setting.options;
+    files_.emplace(*setting.root,
+                   StaticFileOptions{options.smallFile, options.fileCache, options.staticCacheControl});
+}
+
+EventLoop::~EventLoop() = default;
+
+std::uint16_t EventLoop::listen(const std::string& address, std::uint16_t port) {
+    try {
+        const tcp::endpoint endpoint(asio::ip::make_address(address), port);
+        acceptor_.open(endpoint.protocol());
+        acceptor_.set_option(asio::socket_base::reuse_address(true));
+        acceptor_.set_option(ReusePort(true));
+        acceptor_.bind(endpoint);
+        acceptor_.listen(asio::socket_base::max_listen_connections);
+        return port_ = acceptor_.local_endpoint().port();
+    } catch (const boost::system::system_error& error) {
+        throw Error(fmt::format("Can't listen on {} port {}: {}", address, port, error.code().message()));
+    }
+}
+
+void EventLoop::run() {
+    accept();
+    tick();
+    context_.run();
+}
+
+void EventLoop::accept() {
+    acceptor_.async_accept(context_, peer_, [this](const error_code& error, Socket socket) {
+        if (!acceptor_.is_open()) return;
+        if (!error) {
+            welcome(std::move(socket), peer_);
+            accept();
+            return;
+        }
+        // Most likely out of descriptors: the tick below takes accepting up again.
+        acceptFailedAt_ = std::chrono::steady_clock::now();
+    });
+}
+
+void EventLoop::welcome(Socket socket, const tcp::endpoint& peer) {
+    error_code ignored;
+    socket.non_blocking(true, ignored);
+    socket.set_option(tcp::no_delay(true), ignored);
+    if (setting_.connections.load(std::memory_order_relaxed) >= options().connections) return turnAway(socket);
+    const auto connection = std::make_shared<Connection>(*this, Transport(std::move(socket), setting_.tls));
+    connection->remoteAddress = peerText(peer);
+    connection->localPort = port_;
+    connection->isTls = setting_.tls != nullptr;
+    connection->start();
+}
+
+void EventLoop::turnAway(Socket& socket) {
+    if (setting_.tls) return;
+    AnswerWriter writer;
+    writer.start(errorPages::page(503), {date(), false, false, false});
+    writer.writeTo(socket.native_handle());
+    error_code ignored;
+    socket.shutdown(tcp::socket::shutdown_both, ignored);
+}
+
+void EventLoop::tick() {
+    timer_.expires_after(tickLength);
+    timer_.async_wait([this](const error_code& error) {
+        if (error) return;
+        const TimePoint now = std::chrono::steady_clock::now();
+        const std::vector<Connection*> current(connections_.begin(), connections_.end());
+        for (Connection* connection : current) connection->checkDeadline(now);
+        if (acceptFailedAt_ && now - *acceptFailedAt_ > afterFailedAccept && !isStopping_) {
+            acceptFailedAt_.reset();
+            accept();
+        }
+        if (everySecond_ && now - lastSecond_ >= std::chrono::seconds(1)) {
+            lastSecond_ = now;
+            everySecond_();
+        }
+        tick();
+    });
+}
+
+void EventLoop::beginStop() {
+    asio::post(context_, [this] {
+        if (isStopping_) return;
+        isStopping_ = true;
+        error_code ignored;
+        acceptor_.close(ignored);
+        const std::vector<Connection*> current(connections_.begin(), connections_.end());
+        for (Connection* connection : current) connection->closeIfIdle();
+        endWhenIdle();
+    });
+}
+
+void EventLoop::endWhenIdle() {
+    if (isStopping_ && connections_.empty()) context_.stop();
+}
+
+void EventLoop::add(Connection& connection) {
+    connections_.insert(&connection);
+    setting_.connections.fetch_add(1, std::memory_order_relaxed);
+}
+
+void EventLoop::remove(Connection& connection) {
+    if (connections_.erase(&connection) == 0) return;
+    setting_.connections.fetch_sub(1, std::memory_order_relaxed);
+    endWhenIdle();
+}
+
+std::string_view EventLoop::date() {
+    const std::time_t now = std::time(nullptr);
+    if (now != dateOf_) {
+        dateOf_ = now;
+        date_ = httpDate(now);
+    }
+    return date_;
+}
+
+}  // namespace torvex

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <atomic>
+#include <boost/asio/basic_waitable_timer.hpp>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/ssl/context.hpp>
+#include <chrono>
+#include <cstddef>
+#include <ctime>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_set>
+
+#include "host/Pipeline.h"
+#include "host/ServerOptions.h"
+#include "host/StaticFiles.h"
+#include "host/Transport.h"
+
+namespace torvex {
+
+class Connection;
+
+/// What all event loops share.
+struct LoopSetting {
+    const ServerOptions& options;
+    const Pipeline& pipeline;
+    const RootFolder* root;
+    asio::ssl::context* tls;  ///< null for plain HTTP
+    std::atomic<std::size_t>& connections;
+};
+
+/// One thread's share of the server: its listening socket, its connections and its public files. Everything but
+/// `beginStop` and `abort` belongs to the thread that runs it.
+class EventLoop {
+  public:
+    using TimePoint = std::chrono::steady_clock::time_point;
+    using Acceptor = asio::basic_socket_acceptor<asio::ip::tcp, asio::io_context::executor_type>;
+
+    explicit EventLoop(const LoopSetting& setting);
+    ~EventLoop();
+
+    /// Listens; throws `Error` when the address can't be had. Returns the port.
+    std::uint16_t listen(const std::string& address, std::uint16_t port);
+    void onEverySecond(std::function<void()> action) { everySecond_ = std::move(action); }
+    void run();
+    /// Accepts no more and ends when the last connection has.
+    void beginStop();
+    /// Ends at once.
+    void abort() { context_.stop(); }
+
+    void add(Connection& connection);
+    void remove(Connection& connection);
+
+    const ServerOptions& options() const { return setting_.options; }
+    const Pipeline& pipeline() const { return setting_.pipeline; }
+    StaticFiles* files() { return files_ ? &*files_ : nullptr; }
+    asio::io_context& context() { return context_; }
+    bool isStopping() const { return isStopping_; }
+    std::uint16_t port() const { return port_; }
+    /// The current time as header fields give it.
+    std::string_view date();
+
+  private:
+    void accept();
+    void welcome(Socket socket, const asio::ip::tcp::endpoint& peer);
+    void turnAway(Socket& socket);
+    void tick();
+    void endWhenIdle();
+
+    const LoopSetting setting_;
+    asio::io_context context_{1};
+    Acceptor acceptor_{context_};
+    asio::ip::tcp::endpoint peer_;
+    asio::basic_waitable_timer<std::chrono::steady_clock, asio::wait_traits<std::chrono::steady_clock>,
+                               asio::io_context::executor_type>
+        timer_{context_};
+    std::optional<StaticFiles> files_;
+    std::unordered_set<Connection*> connections_;
+    std::function<void()> everySecond_;
+    TimePoint lastSecond_{};
+    std::optional<TimePoint> acceptFailedAt_;
+    std::uint16_t port_ = 0;
+    std::time_t dateOf_ = 0;
+    std::string date_;
+    bool isStopping_ = false;
+};
+
+}  // namespace torvex

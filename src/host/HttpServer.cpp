@@ -1,0 +1,154 @@
+#include "host/HttpServer.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <boost/asio/ssl/context.hpp>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
+#include "host/EventLoop.h"
+#include "host/Pipeline.h"
+#include "platform/Errors.h"
+#include "platform/RootFolder.h"
+
+namespace torvex {
+
+namespace {
+
+unsigned cores() { return std::max(std::thread::hardware_concurrency(), 1U); }
+
+unsigned workerCount(const ServerOptions& options) {
+    return options.workers > 0 ? options.workers : std::max(cores() * 2, 4U);
+}
+
+std::unique_ptr<RootFolder> openRoot(const ServerOptions& options) {
+    return options.rootFolder.empty() ? nullptr : std::make_unique<RootFolder>(options.rootFolder);
+}
+
+std::unique_ptr<asio::ssl::context> openTls(const TlsFiles& files) {
+    if (files.certificate.empty()) return nullptr;
+    try {
+        auto context = std::make_unique<asio::ssl::context>(asio::ssl::context::tls_server);
+        context->set_options(asio::ssl::context::default_workarounds | asio::ssl::context::no_tlsv1 |
+                             asio::ssl::context::no_tlsv1_1);
+        context->use_certificate_chain_file(files.certificate);
+        context->use_private_key_file(files.key, asio::ssl::context::pem);
+        return context;
+    } catch (const boost::system::system_error& error) {
+        throw Error(fmt::format("Can't use the certificate \"{}\" with the key \"{}\": {}", files.certificate,
+                                files.key, error.code().message()));
+    }
+}
+
+/// The loops share their address with each other, which would also let a second server share it unnoticed: so it is
+/// first taken alone.
+void checkAddressIsFree(const std::string& address, std::uint16_t port) {
+    try {
+        asio::io_context context;
+        const asio::ip::tcp::endpoint endpoint(asio::ip::make_address(address), port);
+        asio::ip::tcp::acceptor probe(context, endpoint, true);
+    } catch (const boost::system::system_error& error) {
+        throw Error(fmt::format("Can't listen on {} port {}: {}", address, port, error.code().message()));
+    }
+}
+
+}  // namespace
+
+class HttpServer::Implementation {
+  public:
+    Implementation(ServerOptions options, HostServices services, std::vector<PageRoute> pages,
+                   std::vector<FileGuard> guards)
+        : options_(std::move(options)),
+          root_(openRoot(options_)),
+          tls_(openTls(options_.tls)),
+          sessions_(options_.sessions),
+          workers_(workerCount(options_), options_.queuedPages),
+          pipeline_({std::move(services), sessions_, workers_, root_.get(),
+                     StaticFileOptions{options_.smallFile, 0, "private, no-cache"}, options_.secureCookies},
+                    std::move(pages), root_ ? std::move(guards) : std::vector<FileGuard>()) {
+        listen();
+    }
+
+    ~Implementation() { workers_.stop(); }
+
+    std::uint16_t port() const { return port_; }
+    std::size_t sessionCount() const { return sessions_.size(); }
+
+    void run() {
+        std::vector<std::thread> threads;
+        for (auto& loop : loops_) threads.emplace_back([&loop] { loop->run(); });
+        std::thread watch([this] { endLoopsAfterDeadline(); });
+        for (std::thread& thread : threads) thread.join();
+        {
+            const std::scoped_lock guard(mutex_);
+            hasEnded_ = true;
+        }
+        changed_.notify_all();
+        watch.join();
+    }
+
+    void stop() {
+        {
+            const std::scoped_lock guard(mutex_);
+            isStopping_ = true;
+        }
+        changed_.notify_all();
+        for (auto& loop : loops_) loop->beginStop();
+    }
+
+  private:
+    void listen() {
+        checkAddressIsFree(options_.address, options_.port);
+        const unsigned count = options_.loops > 0 ? options_.loops : cores();
+        const LoopSetting setting{options_, pipeline_, root_.get(), tls_.get(), connections_};
+        port_ = options_.port;
+        for (unsigned i = 0; i < count; ++i) {
+            loops_.push_back(std::make_unique<EventLoop>(setting));
+            port_ = loops_.back()->listen(options_.address, port_);
+        }
+        loops_.front()->onEverySecond([this] { sessions_.sweep(); });
+    }
+
+    void endLoopsAfterDeadline() {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [this] { return isStopping_ || hasEnded_; });
+        changed_.wait_for(lock, options_.deadlines.stop, [this] { return hasEnded_; });
+        if (hasEnded_) return;
+        for (auto& loop : loops_) loop->abort();
+    }
+
+    const ServerOptions options_;
+    std::unique_ptr<RootFolder> root_;
+    std::unique_ptr<asio::ssl::context> tls_;
+    SessionStore sessions_;
+    std::atomic<std::size_t> connections_ = 0;
+    // The workers end before the loops that they hand their answers to.
+    std::vector<std::unique_ptr<EventLoop>> loops_;
+    WorkerPool workers_;
+    Pipeline pipeline_;
+    std::uint16_t port_ = 0;
+
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    bool isStopping_ = false;
+    bool hasEnded_ = false;
+};
+
+HttpServer::HttpServer(ServerOptions options, HostServices services, std::vector<PageRoute> pages,
+                       std::vector<FileGuard> guards)
+    : implementation_(std::make_unique<Implementation>(std::move(options), std::move(services), std::move(pages),
+                                                       std::move(guards))) {}
+
+HttpServer::~HttpServer() = default;
+
+std::uint16_t HttpServer::port() const { return implementation_->port(); }
+
+void HttpServer::run() { implementation_->run(); }
+
+void HttpServer::stop() { implementation_->stop(); }
+
+std::size_t HttpServer::sessionCount() const { return implementation_->sessionCount(); }
+
+}  // namespace torvex

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "host/HostServices.h"
+#include "host/ServerOptions.h"
+#include "pages/PageRoute.h"
+
+namespace torvex {
+
+/// The HTTP server: listens, answers public files on its event loops and pages on a pool of workers.
+class HttpServer {
+  public:
+    /// Listens from here on; requests are answered once `run` is called. Throws `Error` when the address is
+    /// taken, or the folder or certificate can't be read.
+    HttpServer(ServerOptions options, HostServices services, std::vector<PageRoute> pages,
+               std::vector<FileGuard> guards = {});
+    HttpServer(const HttpServer&) = delete;
+    HttpServer& operator=(const HttpServer&) = delete;
+    /// Waits for pages that still run.
+    ~HttpServer();
+
+    std::uint16_t port() const;
+
+    /// Serves until `stop`. To be called once.
+    void run();
+    /// Accepts no more, lets running requests finish (up to the stop deadline) and makes `run` return. Safe
+    /// from any thread, and to call again; not from a signal handler.
+    void stop();
+
+    /// Sessions that are kept at the moment.
+    std::size_t sessionCount() const;
+
+  private:
+    class Implementation;
+    std::unique_ptr<Implementation> implementation_;
+};
+
+}  // namespace torvex

@@ -1,0 +1,100 @@
+#include "host/PageJob.h"
+
+#include <fmt/format.h>
+
+#include "host/ErrorPages.h"
+#include "host/FailureReport.h"
+#include "host/RequestConversion.h"
+#include "host/ResponseConversion.h"
+#include "pages/PageRoute.h"
+#include "platform/Errors.h"
+#include "platform/HostContext.h"
+#include "platform/Request.h"
+#include "platform/Response.h"
+
+namespace torvex {
+
+bool PageJob::start() {
+    const std::string_view token = cookie(exchange_->head().field("Cookie"), sessionCookieName);
+    return setting_.sessions.enter(
+        token, [job = shared_from_this()](SessionLease lease) { job->begin(std::move(lease)); });
+}
+
+void PageJob::begin(SessionLease lease) {
+    lease_.emplace(std::move(lease));
+    if (setting_.workers.submit([job = shared_from_this()] { job->run(); })) return;
+    lease_.reset();
+    Exchange& exchange = *exchange_;
+    exchange.finish(std::move(exchange_), errorPages::page(503));
+}
+
+void PageJob::run() {
+    Answer answer = produce();
+    if (isSessionReady_) {
+        if (const auto token = lease_->finish()) addCookie(answer, *token);
+    }
+    lease_.reset();
+    Exchange& exchange = *exchange_;
+    exchange.finish(std::move(exchange_), std::move(answer));
+}
+
+Answer PageJob::produce() {
+    const HostServices& services = setting_.services;
+    try {
+        Request request = toRequest(*exchange_);
+        Response response;
+        HostContext context{request,        response,       lease_->session(), services.application,
+                            services.files, services.clock, services.http,     services.database,
+                            services.hits};
+        return exchange_->guard ? runGuard(context) : runPage(context);
+    } catch (const std::exception& error) {
+        return failed(error.what());
+    } catch (...) {
+        return failed("unknown error");
+    }
+}
+
+void PageJob::openSession(HostContext& context) {
+    if (lease_->isNew()) {
+        setting_.services.startSession(context);
+        lease_->keepAsDefaults();
+    }
+    isSessionReady_ = true;
+}
+
+Answer PageJob::runPage(HostContext& context) {
+    try {
+        openSession(context);
+        exchange_->page->handler(context);
+    } catch (const ResponseEnded&) {
+        isSessionReady_ = true;
+    }
+    return toAnswer(std::move(context.response));
+}
+
+Answer PageJob::runGuard(HostContext& context) {
+    bool mayRead = false;
+    try {
+        openSession(context);
+        mayRead = exchange_->guard->mayRead(context, exchange_->target.path);
+    } catch (const ResponseEnded&) {
+        isSessionReady_ = true;
+    }
+    if (mayRead)
+        return fileAnswer(*setting_.root, exchange_->target.path, exchange_->head(), setting_.guardedFiles);
+    return context.response.isTouched() ? toAnswer(std::move(context.response)) : errorPages::page(403);
+}
+
+Answer PageJob::failed(std::string_view error) {
+    const FailureReport report(*exchange_, lease_->session(), error);
+    report.write(setting_.services.log);
+    return errorPages::failure(report.reference());
+}
+
+void PageJob::addCookie(Answer& answer, const SessionToken& token) const {
+    const bool isSecure = exchange_->isTls || setting_.secureCookies;
+    answer.addField("Set-Cookie", fmt::format("{}={}; Path=/; HttpOnly; SameSite=Lax{}", sessionCookieName,
+                                              token.text(), isSecure ? "; Secure" : ""));
+}
+
+}  // namespace torvex

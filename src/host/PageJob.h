@@ -1,0 +1,54 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "host/Exchange.h"
+#include "host/HostServices.h"
+#include "host/SessionStore.h"
+#include "host/StaticFiles.h"
+#include "host/WorkerPool.h"
+
+namespace torvex {
+
+struct HostContext;
+
+inline constexpr std::string_view sessionCookieName = "torvex_session";
+
+/// What page jobs share; outlives them all.
+struct PageSetting {
+    HostServices services;
+    SessionStore& sessions;
+    WorkerPool& workers;
+    const RootFolder* root;  ///< of guarded files
+    StaticFileOptions guardedFiles;
+    bool secureCookies;
+};
+
+/// One request for a page or a guarded file: waits for its session and a worker, runs there, and hands the answer to
+/// the exchange.
+class PageJob : public std::enable_shared_from_this<PageJob> {
+  public:
+    PageJob(const PageSetting& setting, std::shared_ptr<Exchange> exchange)
+        : setting_(setting), exchange_(std::move(exchange)) {}
+
+    /// False when the visitor has too many requests waiting: nothing will come then.
+    bool start();
+
+  private:
+    void begin(SessionLease lease);
+    void run();
+    Answer produce();
+    void openSession(HostContext& context);
+    Answer runPage(HostContext& context);
+    Answer runGuard(HostContext& context);
+    Answer failed(std::string_view error);
+    void addCookie(Answer& answer, const SessionToken& token) const;
+
+    const PageSetting& setting_;
+    std::shared_ptr<Exchange> exchange_;
+    std::optional<SessionLease> lease_;
+    bool isSessionReady_ = false;
+};
+
+}  // namespace torvex

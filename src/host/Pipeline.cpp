@@ -1,0 +1,103 @@
+#include "host/Pipeline.h"
+
+#include "host/ErrorPages.h"
+#include "host/Exchange.h"
+#include "host/RequestConversion.h"
+#include "host/StaticFiles.h"
+
+// The steps of a request, in order:
+//
+//  1. limits             the parser has refused what is too large or malformed: nothing below sees such bytes
+//  2. target and host    both go into links and look-ups, so they must be well-formed before anyone reads them
+//  3. method known       cheap, and the same for every address
+//  4. who is responsible pages first: a look-up in memory, and no file in the public folder can stand in a page's
+//                        place; then guarded folders; all else is a public file
+//  5. method allowed     depends on who is responsible
+//  6. body               its type is refused before it is read; then it is read within its deadline
+//  7. public file        on the loop, without a session: it takes microseconds and needs no worker
+//  8. session            requests of one visitor queue up here, where waiting costs no thread
+//  9. worker             the page or guard runs; it may wait for the database or a feed
+// 10. response           converted on the worker, which has the time for it
+// 11. security headers   added by the connection, so that no answer, not even a refusal, is without them
+// 12. write
+
+namespace torvex {
+
+namespace {
+
+std::string_view allowedMethods(const Exchange& exchange) {
+    return exchange.page && exchange.page->acceptsPost ? "GET, HEAD, POST" : "GET, HEAD";
+}
+
+bool isBelow(std::string_view path, std::string_view folder) { return ascii::startsWith(path, folder); }
+
+}  // namespace
+
+Pipeline::Pipeline(PageSetting setting, std::vector<PageRoute> pages, std::vector<FileGuard> guards)
+    : setting_(std::move(setting)), guards_(std::move(guards)) {
+    for (PageRoute& page : pages) {
+        std::string path = ascii::lowered(page.path);
+        pages_.emplace(std::move(path), std::move(page));
+    }
+}
+
+std::optional<Answer> Pipeline::examine(Exchange& exchange) const {
+    std::optional<RequestTarget> target = parseTarget(exchange.head().target);
+    if (!target) return errorPages::page(400);
+    exchange.target = std::move(*target);
+    if (auto refusal = checkHost(exchange)) return refusal;
+    if (exchange.head().method == Method::Unknown) return errorPages::page(501);
+    findResponsible(exchange);
+    if (auto refusal = checkMethod(exchange)) return refusal;
+    return checkBody(exchange);
+}
+
+std::optional<Answer> Pipeline::checkHost(Exchange& exchange) const {
+    const RequestHead& head = exchange.head();
+    const std::size_t hosts = head.count("Host");
+    if (hosts > 1 || (hosts == 0 && head.version == 11)) return errorPages::page(400);
+    exchange.host = exchange.target.authority.empty() ? head.field("Host") : exchange.target.authority;
+    if (hosts == 1 && !isValidHost(head.field("Host"))) return errorPages::page(400);
+    return std::nullopt;
+}
+
+void Pipeline::findResponsible(Exchange& exchange) const {
+    exchange.page = nullptr;
+    exchange.guard = nullptr;
+    const auto page = pages_.find(ascii::lowered(exchange.target.path));
+    if (page != pages_.end()) {
+        exchange.page = &page->second;
+        return;
+    }
+    for (const FileGuard& guard : guards_)
+        if (isBelow(exchange.target.path, guard.folder) && guard.isOn()) exchange.guard = &guard;
+}
+
+std::optional<Answer> Pipeline::checkMethod(const Exchange& exchange) const {
+    const Method method = exchange.head().method;
+    if (method == Method::Get || method == Method::Head) return std::nullopt;
+    if (method == Method::Post && exchange.page && exchange.page->acceptsPost) return std::nullopt;
+    return errorPages::methodNotAllowed(allowedMethods(exchange));
+}
+
+std::optional<Answer> Pipeline::checkBody(const Exchange& exchange) const {
+    const RequestHead& head = exchange.head();
+    const std::string_view expectation = head.field("Expect");
+    if (!expectation.empty() && !ascii::equals(expectation, "100-continue")) return errorPages::page(417);
+    if (head.method == Method::Post && head.hasBody && !isFormType(head.field("Content-Type")))
+        return errorPages::page(415);
+    return std::nullopt;
+}
+
+std::optional<Answer> Pipeline::answer(const std::shared_ptr<Exchange>& exchange, StaticFiles* files) const {
+    if (!exchange->page && !exchange->guard) {
+        // A style sheet that is fetched with the cookie shows that the visitor keeps cookies.
+        const std::string_view cookies = exchange->head().field("Cookie");
+        if (!cookies.empty()) setting_.sessions.touch(cookie(cookies, sessionCookieName));
+        return files ? files->answer(exchange->target.path, exchange->head()) : errorPages::page(404);
+    }
+    if (std::make_shared<PageJob>(setting_, exchange)->start()) return std::nullopt;
+    return errorPages::page(503);
+}
+
+}  // namespace torvex

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "host/Answer.h"
+#include "host/PageJob.h"
+#include "pages/PageRoute.h"
+
+namespace torvex {
+
+class Exchange;
+class StaticFiles;
+
+/// The way of every request, the same for all event loops. See the source for its steps and their order. Safe
+/// to share between threads.
+class Pipeline {
+  public:
+    Pipeline(PageSetting setting, std::vector<PageRoute> pages, std::vector<FileGuard> guards);
+
+    /// What can be decided on the header alone; an answer here is a refusal, and the body needn't be read.
+    std::optional<Answer> examine(Exchange& exchange) const;
+
+    /// Answers a whole request: at once, or later through the exchange. `files` are the calling loop's, null
+    /// when none are served.
+    std::optional<Answer> answer(const std::shared_ptr<Exchange>& exchange, StaticFiles* files) const;
+
+    SessionStore& sessions() const { return setting_.sessions; }
+
+  private:
+    std::optional<Answer> checkHost(Exchange& exchange) const;
+    std::optional<Answer> checkMethod(const Exchange& exchange) const;
+    void findResponsible(Exchange& exchange) const;
+    std::optional<Answer> checkBody(const Exchange& exchange) const;
+
+    PageSetting setting_;
+    std::unordered_map<std::string, PageRoute> pages_;
+    std::vector<FileGuard> guards_;
+};
+
+}  // namespace torvex

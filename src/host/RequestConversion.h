@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string_view>
+
+#include "platform/Request.h"
+
+namespace torvex {
+
+class Exchange;
+
+/// The request as pages see it: query, form and server variables ("http_host", "remote_addr", ...). Each header field
+/// is there as "http_" and its name; names with "_" are left out, as they could pose as another field.
+Request toRequest(const Exchange& exchange);
+
+/// Whether a body of this type can be read as a form.
+bool isFormType(std::string_view contentType);
+
+/// The value of the named cookie, "" when it isn't there.
+std::string_view cookie(std::string_view cookieField, std::string_view name);
+
+}  // namespace torvex

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace torvex {
+
+/// How long each stage of a connection may take. All are total times of their stage, so that a sender who drips
+/// one byte a second is cut off as surely as one who sends none.
+struct Deadlines {
+    /// For all of a request's header. Longer helps visitors on very bad lines, shorter frees slots sooner.
+    std::chrono::milliseconds header{10'000};
+    /// For all of a request's body: 2 MB at 70 KB/s. Uploads on slow lines need more.
+    std::chrono::milliseconds body{30'000};
+    /// Between two requests. Longer saves visitors handshakes, shorter saves memory under many visitors.
+    std::chrono::milliseconds idle{60'000};
+    /// Without any progress in writing an answer. Big files may take long in all, as long as they flow.
+    std::chrono::milliseconds write{30'000};
+    /// For the rest of a refused request, read and dropped so that the visitor sees the answer and no reset.
+    std::chrono::milliseconds linger{2'000};
+    /// For running requests when the server stops.
+    std::chrono::milliseconds stop{10'000};
+};
+
+/// What one request may be. Bigger limits cost memory for each connection that uses them.
+struct RequestLimits {
+    std::size_t requestLine = 8 * 1024;  ///< links with long queries still fit
+    std::size_t header = 16 * 1024;      ///< all of it, with the request line; cookies are the big part
+    std::size_t fields = 100;            ///< header lines; each costs a look-up entry
+    std::uint64_t body = 2 * 1024 * 1024;
+};
+
+/// How long sessions live and how many there may be. A session with nothing but defaults takes some 500 bytes.
+struct SessionLimits {
+    /// Since the last request of a visitor who sends the cookie back. Longer is kinder to authors who think.
+    std::chrono::milliseconds idle{20 * 60'000};
+    /// For a session whose cookie has not come back: most are crawlers, which never return.
+    std::chrono::milliseconds probation{2 * 60'000};
+    /// Sessions on probation; the oldest goes first. Too few would lose visitors between their first two requests.
+    std::size_t onProbation = 20'000;
+    /// Sessions in all other states; the one idle for longest goes first.
+    std::size_t established = 200'000;
+    /// Requests of one session that wait for their turn; more are refused.
+    std::size_t waiting = 64;
+};
+
+struct TlsFiles {
+    std::string certificate;  ///< PEM, with the chain; "" serves plain HTTP
+    std::string key;          ///< PEM
+};
+
+struct ServerOptions {
+    std::string address = "127.0.0.1";
+    std::uint16_t port = 0;  ///< 0 takes a free one
+    TlsFiles tls;
+    /// Marks cookies "Secure" although this server speaks plain HTTP: when TLS ends at a proxy in front.
+    bool secureCookies = false;
+
+    /// Event loops; 0 is one for each core. They never wait, so more than the cores only adds switching.
+    unsigned loops = 0;
+    /// Threads that run pages; 0 is two for each core, at least four. Pages may wait for a feed or the
+    /// database, so there are more of them than cores; each holds a database connection while it runs.
+    unsigned workers = 0;
+    /// Pages waiting for a worker. A longer queue rides out peaks; one too long answers visitors who have left.
+    std::size_t queuedPages = 1024;
+    /// Open connections; further ones are told to come back. Each takes some 6 KB and a file descriptor.
+    std::size_t connections = 4096;
+
+    Deadlines deadlines;
+    RequestLimits limits;
+    SessionLimits sessions;
+
+    /// The folder of the public files; "" serves none.
+    std::string rootFolder;
+    /// Files up to this size are kept in memory, each loop for itself, and answered in one write.
+    std::size_t smallFile = 64 * 1024;
+    std::size_t fileCache = 32 * 1024 * 1024;  ///< bytes for each loop; 0 keeps none
+    std::string staticCacheControl = "public, max-age=300";
+};
+
+}  // namespace torvex

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/ssl/context.hpp>
+#include <boost/asio/ssl/stream.hpp>
+#include <optional>
+#include <utility>
+
+namespace torvex {
+
+namespace asio = boost::asio;
+using Socket = asio::basic_stream_socket<asio::ip::tcp, asio::io_context::executor_type>;
+
+/// A connection's bytes, plain or encrypted. For the sources of the event loop only.
+class Transport {
+  public:
+    Transport(Socket socket, asio::ssl::context* tls) : socket_(std::move(socket)) {
+        if (tls) tls_.emplace(socket_, *tls);
+    }
+
+    bool isEncrypted() const { return tls_.has_value(); }
+    Socket& socket() { return socket_; }
+
+    template <class Handler>
+    void handshake(Handler&& handler) {
+        tls_->async_handshake(asio::ssl::stream_base::server, std::forward<Handler>(handler));
+    }
+    template <class Handler>
+    void read(asio::mutable_buffer space, Handler&& handler) {
+        if (tls_) {
+            tls_->async_read_some(space, std::forward<Handler>(handler));
+        } else {
+            socket_.async_read_some(space, std::forward<Handler>(handler));
+        }
+    }
+    template <class Handler>
+    void writeEncrypted(asio::const_buffer bytes, Handler&& handler) {
+        tls_->async_write_some(bytes, std::forward<Handler>(handler));
+    }
+
+  private:
+    Socket socket_;
+    std::optional<asio::ssl::stream<Socket&>> tls_;
+};
+
+}  // namespace torvex

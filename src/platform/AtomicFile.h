@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <sys/types.h>
+
+#include "platform/Descriptor.h"
+
+namespace torvex {
+
+/// A file that comes to be, or replaces the one of its name, whole: what is written goes to a temporary file
+/// beside it, which takes the name in `commit`. Without that it leaves no trace. Failures throw
+/// `std::system_error`.
+class AtomicFile {
+  public:
+    /// `folder` is open for reading and outlives the object. Without a `mode` a new file gets the usual one.
+    AtomicFile(int folder, std::string name, std::optional<mode_t> mode);
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
+    ~AtomicFile();
+
+    void write(std::string_view bytes);
+    /// Returns when the disk holds the file under its name.
+    void commit();
+
+    /// Whether a name is one of a temporary file: one that is being written, or that a crash left behind.
+    static bool isTemporary(std::string_view name);
+
+  private:
+    int folder_;
+    std::string name_;
+    std::string temporaryName_;
+    Descriptor file_;
+    bool committed_ = false;
+};
+
+}  // namespace torvex

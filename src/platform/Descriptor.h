@@ -1,0 +1,31 @@
+#pragma once
+
+#include <unistd.h>
+#include <utility>
+
+namespace torvex {
+
+/// An open file descriptor, closed at the end of its life. -1 stands for none.
+class Descriptor {
+  public:
+    Descriptor() = default;
+    explicit Descriptor(int number) : number_(number) {}
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        std::swap(number_, other.number_);
+        return *this;
+    }
+    ~Descriptor() {
+        if (number_ >= 0) ::close(number_);
+    }
+
+    int number() const { return number_; }
+    explicit operator bool() const { return number_ >= 0; }
+    /// Gives it away: the caller closes it.
+    int release() { return std::exchange(number_, -1); }
+
+  private:
+    int number_ = -1;
+};
+
+}  // namespace torvex

@@ -1,0 +1,173 @@
+#include "templates/Markers.h"
+
+#include <algorithm>
+#include <charconv>
+#include <fmt/format.h>
+#include <map>
+#include <vector>
+
+#include "platform/Text.h"
+
+namespace torvex::markers {
+
+namespace {
+
+/// A start or end marker of a family of blocks.
+struct FamilyMarker {
+    int number;  ///< 0 for the blocks without a number
+    bool isStart;
+    std::size_t begin;
+    std::size_t end;
+};
+
+/// The number at `at` with the "_" behind it, moving `at` past both; 0, without moving, when there is none in
+/// plain form.
+int takeNumber(std::string_view text, std::size_t& at) {
+    int number = 0;
+    const char* begin = text.data() + at;
+    if (at >= text.size() || *begin < '1' || *begin > '9') return 0;
+    const auto read = std::from_chars(begin, text.data() + text.size(), number);
+    const auto end = static_cast<std::size_t>(read.ptr - text.data());
+    if (read.ec != std::errc() || end >= text.size() || text[end] != '_') return 0;
+    at = end + 1;
+    return number;
+}
+
+std::optional<FamilyMarker> readFamilyMarker(std::string_view text, std::size_t begin, std::size_t nameEnd) {
+    std::size_t at = nameEnd;
+    const int number = takeNumber(text, at);
+    if (const std::size_t length = text::matchLength(text, at, "start!-->")) {
+        return FamilyMarker{number, true, begin, at + length};
+    }
+    if (const std::size_t length = text::matchLength(text, at, "end!-->")) {
+        return FamilyMarker{number, false, begin, at + length};
+    }
+    return std::nullopt;
+}
+
+/// All markers of a family, by number and then by place.
+std::vector<FamilyMarker> familyMarkers(std::string_view text, std::string_view name) {
+    const std::string prefix = fmt::format("{}{}_", opening, name);
+    std::vector<FamilyMarker> found;
+    for (std::size_t at = text::find(text, prefix); at != text::npos; at = text::find(text, prefix, at + 1)) {
+        const auto marker = readFamilyMarker(text, at, at + text::matchLength(text, at, prefix));
+        if (marker) found.push_back(*marker);
+    }
+    std::stable_sort(found.begin(), found.end(),
+                     [](const auto& a, const auto& b) { return a.number < b.number; });
+    return found;
+}
+
+/// The stretches of a text that are replaced; they don't overlap, and a later one swallows those inside it.
+class Replacements {
+  public:
+    bool contains(std::size_t at) const {
+        const auto next = ranges_.upper_bound(at);
+        return next != ranges_.begin() && at < std::prev(next)->second;
+    }
+    void add(std::size_t begin, std::size_t end) {
+        ranges_.erase(ranges_.lower_bound(begin), ranges_.lower_bound(end));
+        ranges_.emplace(begin, end);
+    }
+    std::string apply(std::string_view text, std::string_view replacement) const {
+        std::string result;
+        result.reserve(text.size());
+        std::size_t kept = 0;
+        for (const auto& [begin, end] : ranges_) {
+            result.append(text, kept, begin - kept).append(replacement);
+            kept = end;
+        }
+        return result.append(text, kept);
+    }
+
+  private:
+    std::map<std::size_t, std::size_t> ranges_;  ///< begin and end
+};
+
+using MarkerIterator = std::vector<FamilyMarker>::const_iterator;
+
+/// Takes the blocks of one number, whose markers are given; false when there is none.
+bool addBlocks(MarkerIterator marker, MarkerIterator last, Replacements& replacements) {
+    const FamilyMarker* start = nullptr;
+    bool found = false;
+    for (; marker != last; ++marker) {
+        if (replacements.contains(marker->begin)) continue;
+        if (start == nullptr && marker->isStart) {
+            start = &*marker;
+        } else if (start != nullptr && !marker->isStart) {
+            replacements.add(start->begin, marker->end);
+            start = nullptr;
+            found = true;
+        }
+    }
+    return found;
+}
+
+}  // namespace
+
+std::string tag(std::string_view name) {
+    return fmt::format("{}{}{}", opening, name, closing);
+}
+
+std::string blockStart(std::string_view name) {
+    return fmt::format("{}{}_start{}", opening, name, closing);
+}
+
+std::string blockEnd(std::string_view name) {
+    return fmt::format("{}{}_end{}", opening, name, closing);
+}
+
+std::optional<Block> findBlock(std::string_view text, std::string_view startMarker,
+                               std::string_view endMarker, std::size_t from) {
+    const std::size_t begin = text::find(text, startMarker, from);
+    if (begin == text::npos) return std::nullopt;
+    const std::size_t innerEnd = text::find(text, endMarker, begin + 1);
+    if (innerEnd == text::npos) return std::nullopt;
+    const std::size_t innerBegin = begin + text::matchLength(text, begin, startMarker);
+    // Names chosen so that one marker lies in the other leave nothing between them.
+    return Block{begin, std::min(innerBegin, innerEnd), innerEnd,
+                 innerEnd + text::matchLength(text, innerEnd, endMarker)};
+}
+
+std::string replaceBlocks(std::string_view text, std::string_view name, std::string_view replacement) {
+    const std::string start = blockStart(name);
+    const std::string end = blockEnd(name);
+    std::string result;
+    std::size_t kept = 0;
+    for (auto block = findBlock(text, start, end); block; block = findBlock(text, start, end, kept)) {
+        result.append(text, kept, block->begin - kept).append(replacement);
+        kept = block->end;
+    }
+    return result.append(text, kept);
+}
+
+std::string replaceNumberedBlocks(std::string_view text, std::string_view name,
+                                  std::string_view replacement) {
+    const std::vector<FamilyMarker> found = familyMarkers(text, name);
+    Replacements replacements;
+    auto marker = found.begin();
+    for (int number = 0;; ++number) {
+        const auto last =
+            std::find_if(marker, found.end(), [number](const auto& other) { return other.number != number; });
+        if (!addBlocks(marker, last, replacements) && number > 0) break;
+        marker = last;
+    }
+    return replacements.apply(text, replacement);
+}
+
+std::string withoutMarkers(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    std::size_t kept = 0;
+    for (;;) {
+        const std::size_t begin = text::find(text, opening, kept);
+        if (begin == text::npos) break;
+        const std::size_t end = text::find(text, closing, begin + 1);
+        if (end == text::npos) break;
+        result.append(text, kept, begin - kept);
+        kept = end + closing.size();
+    }
+    return result.append(text, kept);
+}
+
+}  // namespace torvex::markers

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <map>
+#include <utility>
+
+#include "platform/ApplicationValues.h"
+#include "platform/DateTime.h"
+#include "platform/HitCounter.h"
+#include "platform/HostContext.h"
+#include "platform/HttpClient.h"
+#include "platform/Request.h"
+#include "platform/Response.h"
+#include "platform/Session.h"
+#include "platform/db/Database.h"
+#include "support/MemoryFileSystem.h"
+
+namespace torvex::test {
+
+/// Answers from `answers` by address; any other address, and any at all while `failure` is set, throws.
+class FakeHttpClient final : public HttpClient {
+  public:
+    std::map<std::string, Answer> answers;
+    std::string failure;
+
+    Answer get(const std::string& url) override;
+};
+
+/// Remembers how often each node was counted on each day.
+class FakeHitCounter final : public HitCounter {
+  public:
+    std::map<std::pair<std::string, std::string>, int> views;  ///< by node and day
+    std::map<std::pair<std::string, std::string>, int> uniqueViews;
+
+    bool count(std::string_view nodeId, std::string_view day, bool unique) override;
+};
+
+/// Hands on to a database that comes later; until then using it throws `DatabaseError`.
+class LateDatabase final : public db::Database {
+  public:
+    db::Database* target = nullptr;  ///< owned by the test
+
+    db::Lease open(std::string_view text, std::string_view user, std::string_view password,
+                   db::Purpose purpose) override;
+};
+
+/// All that a request sees of a server, without a server: everything is public, to be filled and looked at.
+/// The clock stands at noon of 2026-06-15.
+class TestHost {
+  public:
+    TestHost() = default;
+    TestHost(const TestHost&) = delete;
+    TestHost& operator=(const TestHost&) = delete;
+
+    HostContext& context() { return context_; }
+
+    Request request;
+    Response response;
+    Session session{"test-session"};
+    ApplicationValues application;
+    MemoryFileSystem files;
+    FixedClock clock{DateTime{2026, 6, 15, 12, 0, 0}};
+    FakeHttpClient http;
+    LateDatabase database;
+    FakeHitCounter hits;
+
+  private:
+    HostContext context_{request, response, session, application, files, clock, http, database, hits};
+};
+
+}  // namespace torvex::test
