@@ -15,9 +15,9 @@ std::vector<Operation> resolution() {
                   "Whether a page shows today, whoever asks; folders are followed to their first child.",
                   visitor()),
         operation("getPageId", &cServer::getPageId, {argument("nodeId")},
-                  "The page number of a node; -1 when there is no such page.", visitor()),
+                  "The page number of a node; -1 when there is no such page.", anyLogin()),
         operation("getNodeId", &cServer::getNodeId, {argument("pageId")},
-                  "The node of a page number; empty text when there is no such page.", visitor()),
+                  "The node of a page number; empty text when there is no such page.", anyLogin()),
         operation("getPageTitle", &cServer::getPageTitle, {argument("pageIdent")},
                   "The title of a live page, or a bracketed word in the page's language when it has none.",
                   anyLogin()),
@@ -25,7 +25,7 @@ std::vector<Operation> resolution() {
                   "The title of a site in a language.", visitor()),
         operation("getVocab", &cServer::getVocab, {argument("langId"), argument("labelId")},
                   "The text of a label of the interface in a language, given by code or by number.",
-                  visitor()),
+                  anyLogin()),
     };
 }
 
@@ -56,6 +56,10 @@ std::vector<Operation> assembly() {
 
 std::vector<Operation> pageServices() {
     return {
+        operation("buildLinks", &cServer::buildLinks,
+                  {argument("html"), argument("site"), argument("lang", ""), argument("mode", "")},
+                  "The page with its link notations as real links; the language and the mode have no effect.",
+                  anyLogin()),
         operation("logPage", &cServer::logPage, {argument("pageIdent")},
                   "Counts a view of a page, unless the visitor's address is filtered out.", nobody()),
         operation("getBreadcrumb", &cServer::getBreadcrumb, {argument("pageIdent")},
