@@ -5,8 +5,9 @@
 #include <vector>
 
 #include "host/HostServices.h"
-#include "host/PageHandler.h"
+#include "host/FileGuard.h"
 #include "host/ServerOptions.h"
+#include "pages/PageRoute.h"
 
 namespace torvex {
 

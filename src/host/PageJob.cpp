@@ -1,10 +1,11 @@
 #include "host/PageJob.h"
+#include "pages/PageRoute.h"
 
 #include <fmt/format.h>
 
 #include "host/ErrorPages.h"
 #include "host/FailureReport.h"
-#include "host/PageHandler.h"
+#include "host/FileGuard.h"
 #include "host/RequestConversion.h"
 #include "host/ResponseConversion.h"
 #include "platform/Errors.h"

@@ -7,8 +7,9 @@
 #include <vector>
 
 #include "host/Answer.h"
-#include "host/PageHandler.h"
+#include "host/FileGuard.h"
 #include "host/PageJob.h"
+#include "pages/PageRoute.h"
 
 namespace torvex {
 

@@ -3,25 +3,14 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace torvex {
 
 struct HostContext;
 
-/// What answers one address; called on a worker with the visitor's session held. Fills `response`. What it throws
-/// is logged and answered with a page that shows a reference number; `ResponseEnded` is a normal end.
-using PageHandler = std::function<void(HostContext&)>;
-
-struct PageRoute {
-    std::string path;  ///< lower case, exact: "/tvx.asp" or "/"; requests match it ignoring case
-    PageHandler handler;
-    bool acceptsPost = false;
-};
-
 /// A folder of public files whose readers are checked one by one.
 struct FileGuard {
-    std::string folder;  ///< as in addresses: "/images/"
+    std::string folder;  ///< as in addresses: "/images/"; requests match it ignoring case
     /// Asked on the event loop for each request, so it must be quick; false serves the folder unchecked.
     std::function<bool()> isOn;
     /// Called on a worker with the session held; `path` is the decoded address. True sends the file; otherwise
