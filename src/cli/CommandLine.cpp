@@ -48,7 +48,8 @@ class Parser {
     }
 
   private:
-    CLI::App& add(const char* name, const char* description, const char* examples, std::function<Command()> command) {
+    CLI::App& add(const char* name, const char* description, const char* examples,
+                  std::function<Command()> command) {
         CLI::App* app = app_.add_subcommand(name, description);
         app->footer(examples);
         entries_.push_back({app, std::move(command)});
@@ -67,7 +68,10 @@ class Parser {
         demo->excludes(empty);
         const auto addStarter = [&](const char* name, std::string& target, const char* description,
                                     const char* type) {
-            app.add_option(name, target, description)->type_name(type)->capture_default_str()->excludes(demo, empty);
+            app.add_option(name, target, description)
+                ->type_name(type)
+                ->capture_default_str()
+                ->excludes(demo, empty);
         };
         addStarter("--site", init_.starter.site, "two-character code of the starter's site", "CODE");
         addStarter("--lang", init_.starter.lang, "two-character code of its language", "CODE");
@@ -89,7 +93,8 @@ class Parser {
     void addServe() {
         auto& app = add("serve", help::serve, help::serveExamples, [this] { return serve_; });
         addInstall(app, serve_.install);
-        app.add_option("--listen", serve_.listen, "in place of the address in the settings")->type_name("ADDR:PORT");
+        app.add_option("--listen", serve_.listen, "in place of the address in the settings")
+            ->type_name("ADDR:PORT");
     }
 
     void addSql() {
@@ -102,10 +107,13 @@ class Parser {
     void addCall() {
         auto& app = add("call", help::call, help::callExamples, [this] { return call_; });
         addInstall(app, call_.install);
-        auto* batch = app.add_flag("--batch", call_.batch, "read requests as lines of JSON from standard input");
+        auto* batch =
+            app.add_flag("--batch", call_.batch, "read requests as lines of JSON from standard input");
         auto* target = app.add_option("OPERATION", call_.target, "CLASS.OPERATION")->type_name("");
         app.add_option("ARGUMENTS", call_.arguments, "its arguments, each as name=value")->type_name("");
-        app.add_option("--login", call_.login, "username of the author who calls")->type_name("NAME")->excludes(batch);
+        app.add_option("--login", call_.login, "username of the author who calls")
+            ->type_name("NAME")
+            ->excludes(batch);
         app.add_flag("--json", call_.json, "print the whole answer as a line of JSON")->excludes(batch);
         target->excludes(batch);
         app.callback([this] {
@@ -124,7 +132,8 @@ class Parser {
 
     /// The help of the command that was asked about, or the version.
     std::string textOf(const CLI::Success& asked) {
-        if (dynamic_cast<const CLI::CallForVersion*>(&asked) != nullptr) return std::string(asked.what()) + '\n';
+        if (dynamic_cast<const CLI::CallForVersion*>(&asked) != nullptr)
+            return std::string(asked.what()) + '\n';
         for (const Entry& entry : entries_) {
             if (entry.app->parsed()) return entry.app->help();
         }

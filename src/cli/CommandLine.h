@@ -22,8 +22,8 @@ struct ShowText {
 };
 
 /// What a command line asks for.
-using Command = std::variant<InitOptions, ServeOptions, SqlOptions, MigrateOptions, CallFrameOptions, ReferenceOptions,
-                             ShowText>;
+using Command = std::variant<InitOptions, ServeOptions, SqlOptions, MigrateOptions, CallFrameOptions,
+                             ReferenceOptions, ShowText>;
 
 /// Reads the arguments of the program. Throws `UsageError` for a command line that makes no sense.
 Command parseCommandLine(int count, const char* const* arguments);

@@ -18,8 +18,12 @@ struct Runner {
     ExitCode operator()(const InitOptions& options) const { return init(options, environment, terminal); }
     ExitCode operator()(const ServeOptions& options) const { return serve(options, environment); }
     ExitCode operator()(const SqlOptions& options) const { return sql(options, environment, terminal); }
-    ExitCode operator()(const MigrateOptions& options) const { return migrate(options, environment, terminal); }
-    ExitCode operator()(const CallFrameOptions& options) const { return call(options, environment, terminal); }
+    ExitCode operator()(const MigrateOptions& options) const {
+        return migrate(options, environment, terminal);
+    }
+    ExitCode operator()(const CallFrameOptions& options) const {
+        return call(options, environment, terminal);
+    }
     ExitCode operator()(const ReferenceOptions&) const { return reference(terminal); }
     ExitCode operator()(const ShowText& show) const {
         terminal.out << show.text;

@@ -17,8 +17,8 @@ struct HostContext;
 
 namespace torvex::cli {
 
-/// What the work on an opened installation needs, each real thing made once. All parts are safe to share between
-/// threads.
+/// What the work on an opened installation needs, each real thing made once. All parts are safe to share
+/// between threads.
 struct Services {
     /// Throws `Error` when the database can't be reached or its schema isn't this program's.
     explicit Services(Installation opened);

@@ -38,7 +38,8 @@ TEST_P(InitCommand, EmptyInstallationHasOnlyTheFixedRows) {
                                "TORVEX_INTERFACE_VOCAB", "TORVEX_SETUP"}) {
         EXPECT_NE(sql(std::string("select count(*) as n from ") + filled), "{\"n\":0}\n") << filled;
     }
-    for (const auto* empty : {"TORVEX_SITES", "TORVEX_LANGUAGES", "TORVEX_PAGES_DESIGN", "TORVEX_PAGES_LIVE"}) {
+    for (const auto* empty :
+         {"TORVEX_SITES", "TORVEX_LANGUAGES", "TORVEX_PAGES_DESIGN", "TORVEX_PAGES_LIVE"}) {
         EXPECT_EQ(sql(std::string("select count(*) as n from ") + empty), "{\"n\":0}\n") << empty;
     }
 }
@@ -126,10 +127,12 @@ TEST_F(InitFolder, SecretsAreForTheOwnerAlone) {
 }
 
 TEST_F(InitFolder, DatabaseElsewhereIsMadeThere) {
-    output({"init", site(), "--empty", "--admin-password", "word", "--database", "sqlite:" + folder() + "/store"});
+    output({"init", site(), "--empty", "--admin-password", "word", "--database",
+            "sqlite:" + folder() + "/store"});
     EXPECT_TRUE(exists("store/content.db"));
     EXPECT_FALSE(exists("site/data"));
-    EXPECT_EQ(output({"sql", "--install", site(), "--json", "select count(*) as n from TORVEX_LOGINS"}), "{\"n\":1}\n");
+    EXPECT_EQ(output({"sql", "--install", site(), "--json", "select count(*) as n from TORVEX_LOGINS"}),
+              "{\"n\":1}\n");
 }
 
 TEST_F(InitFolder, FolderWithFilesOfOthersIsTaken) {
@@ -179,7 +182,8 @@ TEST_F(InitFolder, StoreThatIsTakenIsRefused) {
 TEST_F(InitFolder, FailureOnTheWayLeavesNothing) {
     // The store's folder would have to be made below a file.
     std::ofstream(folder() + "/plain") << "x";
-    expectRefused({"init", site() + "/deep/down", "--database", "sqlite:" + folder() + "/plain/store"}, 1, "");
+    expectRefused({"init", site() + "/deep/down", "--database", "sqlite:" + folder() + "/plain/store"}, 1,
+                  "");
     EXPECT_FALSE(exists("site"));
 }
 

@@ -39,7 +39,8 @@ TEST_P(MigrateCommand, MissingStepsAreAppliedAfterACopy) {
 
 TEST_P(MigrateCommand, NewerDatabaseIsRefusedAndLeftAlone) {
     init();
-    sql("insert into TORVEX_SCHEMA_CONTENT (version, name, applied) values (999, 'later', '2026-01-01 00:00:00')");
+    sql("insert into TORVEX_SCHEMA_CONTENT (version, name, applied) values (999, 'later', '2026-01-01 "
+        "00:00:00')");
     const ProgramResult refused = run({"migrate", "--install", site()});
     EXPECT_EQ(refused.code, 1);
     EXPECT_THAT(refused.err, HasSubstr("newer"));

@@ -10,7 +10,9 @@ using testing::HasSubstr;
 
 class Program : public ProgramTest {};
 
-TEST_F(Program, VersionIsShown) { EXPECT_THAT(output({"--version"}), testing::StartsWith("torvex 0.")); }
+TEST_F(Program, VersionIsShown) {
+    EXPECT_THAT(output({"--version"}), testing::StartsWith("torvex 0."));
+}
 
 TEST_F(Program, HelpNamesEveryCommandWithExamples) {
     const std::string help = output({"--help"});
@@ -63,7 +65,8 @@ TEST_F(Program, InstallationIsFoundByVariableAndByCurrentFolder) {
     output({"init", ".", "--empty", "--admin-password", "word"});
     EXPECT_EQ(output({"sql", "--json", "select 1 as one"}), "{\"one\":1}\n");
     const TemporaryFolder elsewhere;
-    RunningProgram program(elsewhere.path(), {"sql", "--json", "select 2 as two"}, "", {{"TORVEX_INSTALL", folder()}});
+    RunningProgram program(elsewhere.path(), {"sql", "--json", "select 2 as two"}, "",
+                           {{"TORVEX_INSTALL", folder()}});
     const ProgramResult result = program.wait();
     EXPECT_EQ(result.out, "{\"two\":2}\n") << result.err;
 }

@@ -89,7 +89,8 @@ TEST_P(ServeCommand, AddressThatIsNoneIsWrongUsage) {
 
 TEST_P(ServeCommand, NewerDatabaseIsRefused) {
     init();
-    sql("insert into TORVEX_SCHEMA_CONTENT (version, name, applied) values (999, 'later', '2026-01-01 00:00:00')");
+    sql("insert into TORVEX_SCHEMA_CONTENT (version, name, applied) values (999, 'later', '2026-01-01 "
+        "00:00:00')");
     const ProgramResult refused = run({"serve", "--install", site(), "--listen", "127.0.0.1:0"});
     EXPECT_EQ(refused.code, 1);
     EXPECT_THAT(refused.err, HasSubstr("newer than this program"));

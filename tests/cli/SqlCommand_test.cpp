@@ -11,7 +11,9 @@ class SqlCommand : public ProgramDatabaseTest {
   protected:
     SqlCommand() { init(); }
 
-    ProgramResult tryOut(const std::string& statements) { return run({"sql", "--install", site(), statements}); }
+    ProgramResult tryOut(const std::string& statements) {
+        return run({"sql", "--install", site(), statements});
+    }
 };
 INSTANTIATE_TEST_SUITE_P(Engines, SqlCommand, bothEngines(), engineName);
 
@@ -28,14 +30,16 @@ TEST_P(SqlCommand, RowsAreShownAsATable) {
 }
 
 TEST_P(SqlCommand, NoRowsAreShownToo) {
-    EXPECT_EQ(output({"sql", "--install", site(), "select site from TORVEX_SITES"}), "site\n----\n(0 rows)\n");
+    EXPECT_EQ(output({"sql", "--install", site(), "select site from TORVEX_SITES"}),
+              "site\n----\n(0 rows)\n");
 }
 
 TEST_P(SqlCommand, JsonKeepsKindsAndTheNamesOfTheSchema) {
     sql("insert into TORVEX_PAGES_DESIGN (nodeId, title, editingDate) "
         "values ('ab.en', 'A \"b\"', '2026-06-15 12:00:00')");
     EXPECT_EQ(sql("select pageId, NODEID, title, editingDate, baseTemplate, editor from TORVEX_PAGES_DESIGN"),
-              "{\"pageId\":1,\"nodeId\":\"ab.en\",\"title\":\"A \\\"b\\\"\",\"editingDate\":\"2026-06-15T12:00:00\","
+              "{\"pageId\":1,\"nodeId\":\"ab.en\",\"title\":\"A "
+              "\\\"b\\\"\",\"editingDate\":\"2026-06-15T12:00:00\","
               "\"baseTemplate\":0,\"editor\":null}\n");
 }
 
@@ -58,17 +62,18 @@ TEST_P(SqlCommand, StatementsComeFromTheInput) {
 }
 
 TEST_P(SqlCommand, AllStoresAreReached) {
-    sql("insert into TORVEX_LOGGING (site, lang, nodeId, yyyymmdd, hits) values ('ab', 'en', 'ab.en', '20260615', 3);"
+    sql("insert into TORVEX_LOGGING (site, lang, nodeId, yyyymmdd, hits) values ('ab', 'en', 'ab.en', "
+        "'20260615', 3);"
         "insert into TORVEX_AUDIT_TRAIL (action) values ('x')");
     EXPECT_EQ(sql("select hits from TORVEX_LOGGING; select action from TORVEX_AUDIT_TRAIL"),
               "{\"hits\":3}\n{\"action\":\"x\"}\n");
 }
 
 TEST_P(SqlCommand, FailureNamesTheStatementAndKeepsNothing) {
-    const ProgramResult failed =
-        tryOut("insert into TORVEX_SITES (site, name) values ('ab', 'x');"
-               "insert into TORVEX_LOGGING (site, lang, nodeId, yyyymmdd) values ('ab', 'en', 'ab.en', '20260615');"
-               "select site from TORVEX_SITES; insert into TORVEX_NOWHERE (a) values (1)");
+    const ProgramResult failed = tryOut(
+        "insert into TORVEX_SITES (site, name) values ('ab', 'x');"
+        "insert into TORVEX_LOGGING (site, lang, nodeId, yyyymmdd) values ('ab', 'en', 'ab.en', '20260615');"
+        "select site from TORVEX_SITES; insert into TORVEX_NOWHERE (a) values (1)");
     EXPECT_EQ(failed.code, 1);
     EXPECT_THAT(failed.err, HasSubstr("statement 4: "));
     EXPECT_THAT(failed.err, HasSubstr("Nothing was changed"));

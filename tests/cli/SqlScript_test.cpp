@@ -8,7 +8,9 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(SqlScript, IsDividedAtSemicolons) { EXPECT_THAT(splitStatements("a; b ;c"), ElementsAre("a", "b", "c")); }
+TEST(SqlScript, IsDividedAtSemicolons) {
+    EXPECT_THAT(splitStatements("a; b ;c"), ElementsAre("a", "b", "c"));
+}
 
 TEST(SqlScript, EmptyStatementsAreLeftOut) {
     EXPECT_THAT(splitStatements(""), IsEmpty());

@@ -88,14 +88,19 @@ void RunningProgram::signal(int number) const {
 ProgramResult RunningProgram::wait(std::chrono::seconds patience) {
     const auto end = std::chrono::steady_clock::now() + patience;
     while (!hasEnded()) {
-        if (std::chrono::steady_clock::now() > end) throw std::runtime_error("the program doesn't end: " + err());
+        if (std::chrono::steady_clock::now() > end)
+            throw std::runtime_error("the program doesn't end: " + err());
         std::this_thread::sleep_for(5ms);
     }
     return {WIFEXITED(status_) ? WEXITSTATUS(status_) : -1, out(), err()};
 }
 
-std::string RunningProgram::out() const { return content(stem_ + ".out"); }
-std::string RunningProgram::err() const { return content(stem_ + ".err"); }
+std::string RunningProgram::out() const {
+    return content(stem_ + ".out");
+}
+std::string RunningProgram::err() const {
+    return content(stem_ + ".err");
+}
 
 void RunningProgram::waitForError(const std::string& text, std::chrono::seconds patience) const {
     const auto end = std::chrono::steady_clock::now() + patience;

@@ -15,8 +15,8 @@ struct ProgramResult {
     std::string err;
 };
 
-/// The real program, which the variable TORVEX_PROGRAM names, as a process of its own. Its streams are files in
-/// `folder`, which it also runs in. Killed at the end of the object's life unless it has ended.
+/// The real program, which the variable TORVEX_PROGRAM names, as a process of its own. Its streams are files
+/// in `folder`, which it also runs in. Killed at the end of the object's life unless it has ended.
 class RunningProgram {
   public:
     RunningProgram(const std::string& folder, const std::vector<std::string>& arguments,
@@ -32,7 +32,8 @@ class RunningProgram {
     std::string out() const;
     std::string err() const;
     /// Waits until `text` stands on the error stream; throws when the program ends or time runs out before.
-    void waitForError(const std::string& text, std::chrono::seconds patience = std::chrono::seconds(30)) const;
+    void waitForError(const std::string& text,
+                      std::chrono::seconds patience = std::chrono::seconds(30)) const;
 
   private:
     bool hasEnded() const;
