@@ -51,7 +51,8 @@ ColumnNames::ColumnNames() {
     for (const InstallFile& file : installFiles("schema/")) {
         std::string_view text = file.bytes();
         if (!file.name().ends_with(".sql")) continue;
-        for (std::size_t at = text.find(createTable); at != std::string_view::npos; at = text.find(createTable)) {
+        for (std::size_t at = text.find(createTable); at != std::string_view::npos;
+             at = text.find(createTable)) {
             text.remove_prefix(at + createTable.size());
             readTable(text.substr(0, text.find("\n);")));
         }
@@ -62,7 +63,8 @@ ColumnNames::ColumnNames() {
 void ColumnNames::readTable(std::string_view definition) {
     Columns columns;
     const std::string table = text::lower(nameAt(definition));
-    for (std::size_t end = definition.find('\n'); end != std::string_view::npos; end = definition.find('\n')) {
+    for (std::size_t end = definition.find('\n'); end != std::string_view::npos;
+         end = definition.find('\n')) {
         definition.remove_prefix(end + 1);
         const std::string_view name = nameAt(withoutIndent(definition));
         if (!name.empty() && name != "primary") columns.emplace(text::lower(name), name);

@@ -26,10 +26,11 @@ constexpr std::array<const char*, 6> ownNames = {"data",   "baseTemplates", "con
                                                  "torvex", "wwwroot",       "search"};
 
 constexpr std::array<const char*, 8> folders = {
-    "baseTemplates",       "contentTemplates",  "torvex/templates/gen",  "wwwroot/stylesheets",
-    "wwwroot/images",      "wwwroot/documents", "wwwroot/torvex/images", "search/html"};
+    "baseTemplates",  "contentTemplates",  "torvex/templates/gen",  "wwwroot/stylesheets",
+    "wwwroot/images", "wwwroot/documents", "wwwroot/torvex/images", "search/html"};
 
-constexpr std::string_view selectWebsites = "select site, lang from TORVEX_SITES, TORVEX_LANGUAGES order by site";
+constexpr std::string_view selectWebsites =
+    "select site, lang from TORVEX_SITES, TORVEX_LANGUAGES order by site";
 
 /// Absolute, without "..", links or a "/" at its end.
 fs::path plainPath(const std::string& given) {
@@ -40,18 +41,20 @@ fs::path plainPath(const std::string& given) {
 void refuseTakenNames(const fs::path& folder) {
     std::error_code error;
     if (fs::exists(folder / settingsFileName, error)) {
-        throw Error(fmt::format("{} holds an installation already. Nothing was changed. Serve it with \"torvex "
-                                "serve --install {}\", or name another folder",
-                                folder.string(), folder.string()));
+        throw Error(
+            fmt::format("{} holds an installation already. Nothing was changed. Serve it with \"torvex "
+                        "serve --install {}\", or name another folder",
+                        folder.string(), folder.string()));
     }
     if (fs::exists(folder, error) && !fs::is_directory(folder, error)) {
         throw Error(fmt::format("{} is a file, not a folder. Nothing was changed", folder.string()));
     }
     for (const char* name : ownNames) {
         if (!fs::exists(fs::symlink_status(folder / name, error))) continue;
-        throw Error(fmt::format("{} holds {} already, which an installation would make. Nothing was changed. "
-                                "Name another folder",
-                                folder.string(), name));
+        throw Error(
+            fmt::format("{} holds {} already, which an installation would make. Nothing was changed. "
+                        "Name another folder",
+                        folder.string(), name));
     }
 }
 
@@ -122,7 +125,8 @@ class Maker {
         while (websites.next()) {
             const std::string site = websites.text("site");
             const std::string lang = websites.text("lang");
-            for (const char* parent : {"wwwroot/images", "wwwroot/documents"}) makeFolder(folder() / parent / site);
+            for (const char* parent : {"wwwroot/images", "wwwroot/documents"})
+                makeFolder(folder() / parent / site);
             for (const char* parent : {"baseTemplates", "contentTemplates", "wwwroot/stylesheets"}) {
                 makeFolder(folder() / parent / site / lang);
             }
@@ -147,9 +151,10 @@ void report(const InitOptions& options, const fs::path& folder, const std::strin
             std::ostream& out) {
     out << fmt::format("Made an installation {} in {}\n", contentText(options), folder.string());
     if (!options.adminPassword) {
-        out << fmt::format("\nThe system administrator is \"sa\" with the password\n\n    {}\n\n"
-                           "It is shown this once and kept nowhere. Case doesn't matter in it.\n",
-                           password);
+        out << fmt::format(
+            "\nThe system administrator is \"sa\" with the password\n\n    {}\n\n"
+            "It is shown this once and kept nowhere. Case doesn't matter in it.\n",
+            password);
     }
     out << fmt::format("\nServe it with:  torvex serve --install {}\n", folder.string());
 }

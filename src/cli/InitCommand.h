@@ -14,13 +14,13 @@ enum class FirstContent { Starter, Demo, Empty };
 struct InitOptions {
     std::string folder;
     FirstContent content = FirstContent::Starter;
-    StarterSite starter;                 ///< for `FirstContent::Starter`
+    StarterSite starter;  ///< for `FirstContent::Starter`
     std::string database = "sqlite:data";
     std::optional<std::string> adminPassword;  ///< none: one is made and shown
 };
 
-/// Makes an installation, or nothing: what was made so far is taken back when it fails. Throws `UsageError` or
-/// `Error`, with nothing changed, when the folder or the database is taken.
+/// Makes an installation, or nothing: what was made so far is taken back when it fails. Throws `UsageError`
+/// or `Error`, with nothing changed, when the folder or the database is taken.
 ExitCode init(const InitOptions& options, const Environment& environment, const Terminal& terminal);
 
 }  // namespace torvex::cli

@@ -6,7 +6,8 @@
 
 namespace torvex {
 
-/// One file of the folder `install/`, as the program carries it. The layout is that of the table in the program.
+/// One file of the folder `install/`, as the program carries it. The layout is that of the table in the
+/// program.
 class InstallFile {
   public:
     /// Its path below the folder, "schema/content/0001_foundation.sql".

@@ -29,9 +29,10 @@ fs::path absoluteFolder(const fs::path& folder) {
 fs::path findFolder(const std::optional<std::string>& given, const Environment& environment) {
     const auto require = [](const fs::path& folder, std::string_view source) {
         if (isInstallation(folder)) return absoluteFolder(folder);
-        throw Error(fmt::format("there is no installation in {} ({}): it has no {}. Make one with "
-                                "\"torvex init {}\"",
-                                folder.string(), source, settingsFileName, folder.string()));
+        throw Error(
+            fmt::format("there is no installation in {} ({}): it has no {}. Make one with "
+                        "\"torvex init {}\"",
+                        folder.string(), source, settingsFileName, folder.string()));
     };
     if (given) return require(*given, "given with --install");
     const auto variable = environment("TORVEX_INSTALL");

@@ -18,9 +18,9 @@ namespace torvex::cli {
 /// opened; the database is opened by its user.
 class Installation {
   public:
-    /// The folder that is given, else the one that the variable TORVEX_INSTALL names, else the current folder.
-    /// A password in TORVEX_DATABASE_PASSWORD goes before the one in the settings. Throws `Error` that says
-    /// how to name a folder when there is no installation.
+    /// The folder that is given, else the one that the variable TORVEX_INSTALL names, else the current
+    /// folder. A password in TORVEX_DATABASE_PASSWORD goes before the one in the settings. Throws `Error`
+    /// that says how to name a folder when there is no installation.
     static Installation open(const std::optional<std::string>& given, const Environment& environment);
 
     Installation(std::filesystem::path folder, Settings settings);

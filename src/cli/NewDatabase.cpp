@@ -33,10 +33,12 @@ std::vector<std::string> tables(db::Connection& connection) {
 
 void refuseTakenFolder(const fs::path& folder) {
     std::error_code error;
-    if (!fs::exists(folder, error) || (fs::is_directory(folder, error) && fs::is_empty(folder, error))) return;
-    throw Error(fmt::format("{} is there already and not empty: the embedded database needs a folder of its "
-                            "own. Nothing was changed",
-                            folder.string()));
+    if (!fs::exists(folder, error) || (fs::is_directory(folder, error) && fs::is_empty(folder, error)))
+        return;
+    throw Error(
+        fmt::format("{} is there already and not empty: the embedded database needs a folder of its "
+                    "own. Nothing was changed",
+                    folder.string()));
 }
 
 /// All of them were made here, since the database was empty before.
@@ -55,9 +57,10 @@ void refuseTakenDatabase(const Installation& installation, db::Database& databas
     const auto connection = installation.openDatabase(database);
     const auto taken = tables(*connection);
     if (taken.empty()) return;
-    throw Error(fmt::format("the database holds {} tables already (one is {}): name one that is empty. Nothing "
-                            "was changed",
-                            taken.size(), taken.front()));
+    throw Error(
+        fmt::format("the database holds {} tables already (one is {}): name one that is empty. Nothing "
+                    "was changed",
+                    taken.size(), taken.front()));
 }
 
 void makeDatabaseTables(const Installation& installation, db::Database& database, const Clock& clock,

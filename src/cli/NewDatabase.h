@@ -13,6 +13,7 @@ namespace torvex::cli {
 void refuseTakenDatabase(const Installation& installation, db::Database& database);
 
 /// Makes the tables, without rows, in a database that isn't taken. `undo` gets what takes them back.
-void makeDatabaseTables(const Installation& installation, db::Database& database, const Clock& clock, Undo& undo);
+void makeDatabaseTables(const Installation& installation, db::Database& database, const Clock& clock,
+                        Undo& undo);
 
 }  // namespace torvex::cli

@@ -71,7 +71,8 @@ std::string withWords(std::string_view text, const Words& words) {
             result += value;
             used = close + 2;
         }
-        if (used == 0) throw Error(fmt::format("a file of the program holds an unknown word {{{{{}}}}}", name));
+        if (used == 0)
+            throw Error(fmt::format("a file of the program holds an unknown word {{{{{}}}}}", name));
         text.remove_prefix(used);
     }
     return result;

@@ -16,7 +16,8 @@ class RowPrinter {
     virtual void print(const std::vector<std::string>& names, db::Rows& rows) = 0;
 };
 
-/// An aligned table with a line of names and the number of rows. Line breaks and the like in a text are shown as
+/// An aligned table with a line of names and the number of rows. Line breaks and the like in a text are shown
+/// as
 /// "\n"; a null is shown as "null".
 std::unique_ptr<RowPrinter> tablePrinter(std::ostream& out);
 

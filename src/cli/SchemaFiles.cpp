@@ -34,8 +34,9 @@ Schema installedSchema() {
             steps.push_back(stepOf(store, file.name().substr(folder.size()), file.bytes()));
         }
     }
-    return {std::move(steps), {std::string(installFile("schema/postgresql/prepare.sql")),
-                               std::string(installFile("schema/postgresql/keep_identity.sql"))}};
+    return {std::move(steps),
+            {std::string(installFile("schema/postgresql/prepare.sql")),
+             std::string(installFile("schema/postgresql/keep_identity.sql"))}};
 }
 
 }  // namespace torvex::cli

@@ -29,9 +29,10 @@ std::string readAll(std::istream& in) {
 void refuseTransactionWords(const std::vector<std::string>& statements) {
     for (std::size_t i = 0; i < statements.size(); ++i) {
         const std::string word = firstWord(statements[i]);
-        if (std::find(transactionWords.begin(), transactionWords.end(), word) == transactionWords.end()) continue;
-        throw Error(fmt::format("statement {}: leave \"{}\" out; all statements run in one transaction", i + 1,
-                                word));
+        if (std::find(transactionWords.begin(), transactionWords.end(), word) == transactionWords.end())
+            continue;
+        throw Error(fmt::format("statement {}: leave \"{}\" out; all statements run in one transaction",
+                                i + 1, word));
     }
 }
 
@@ -43,7 +44,8 @@ void runStatement(db::Connection& connection, const std::string& statement, cons
         return;
     }
     std::vector<std::string> names;
-    for (std::size_t i = 0; i < rows.columns(); ++i) names.push_back(spelling.spelled(rows.columnName(i), statement));
+    for (std::size_t i = 0; i < rows.columns(); ++i)
+        names.push_back(spelling.spelled(rows.columnName(i), statement));
     printer.print(names, rows);
 }
 

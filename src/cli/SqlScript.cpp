@@ -28,8 +28,8 @@ std::size_t behindComment(std::string_view text, std::size_t at) {
     return text[at] == '-' ? behind(text, "\n", at) : behind(text, "*/", at + 2);
 }
 
-/// Behind the character, the quoted stretch or the comment that begins at `at`. A doubled quote within a quoted
-/// stretch ends one and begins the next, which comes to the same.
+/// Behind the character, the quoted stretch or the comment that begins at `at`. A doubled quote within a
+/// quoted stretch ends one and begins the next, which comes to the same.
 std::size_t behindPart(std::string_view text, std::size_t at) {
     if (isCommentAt(text, at)) return behindComment(text, at);
     if (text[at] == '\'' || text[at] == '"') return behind(text, text.substr(at, 1), at + 1);

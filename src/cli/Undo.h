@@ -6,8 +6,8 @@
 
 namespace torvex::cli {
 
-/// What has to be taken back when a piece of work fails half-way: runs the noted steps at its end, the last one
-/// first, unless the work is kept. A step that fails doesn't stop the others.
+/// What has to be taken back when a piece of work fails half-way: runs the noted steps at its end, the last
+/// one first, unless the work is kept. A step that fails doesn't stop the others.
 class Undo {
   public:
     Undo() = default;
@@ -17,8 +17,8 @@ class Undo {
 
     void add(std::function<void()> step) { steps_.push_back(std::move(step)); }
 
-    /// To be called before `path` is made: it will be removed with all that is in it, and so will those of its
-    /// parents that aren't there yet. A path that is there already stays.
+    /// To be called before `path` is made: it will be removed with all that is in it, and so will those of
+    /// its parents that aren't there yet. A path that is there already stays.
     void removeWhatIsMade(const std::filesystem::path& path);
 
     void keep() { steps_.clear(); }

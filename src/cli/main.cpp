@@ -1,1 +1,14 @@
-int main() { return 0; }
+#include <cstdlib>
+#include <iostream>
+
+#include "cli/CommandLine.h"
+
+int main(int count, char** arguments) {
+    const auto environment = [](const std::string& name) -> std::optional<std::string> {
+        const char* value = std::getenv(name.c_str());
+        if (value == nullptr) return std::nullopt;
+        return value;
+    };
+    const torvex::cli::Terminal terminal{std::cin, std::cout, std::cerr};
+    return static_cast<int>(torvex::cli::runProgram(count, arguments, environment, terminal));
+}

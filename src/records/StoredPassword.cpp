@@ -10,7 +10,9 @@ namespace {
 constexpr std::size_t usedCharacters = 20;
 constexpr std::size_t mostDigits = 20;
 
-int digit(char c) { return c - '0'; }
+int digit(char c) {
+    return c - '0';
+}
 
 struct CharacterCodes {
     double sum = 0;

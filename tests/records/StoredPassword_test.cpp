@@ -17,7 +17,9 @@ TEST(StoredPassword, OnlyTheLastTwoDigitsOfTheSumCount) {
     EXPECT_EQ(encodePassword("AB"), "192165204210");
 }
 
-TEST(StoredPassword, SumBelowTenIsTakenAsItStands) { EXPECT_EQ(encodePassword("\t"), "90"); }
+TEST(StoredPassword, SumBelowTenIsTakenAsItStands) {
+    EXPECT_EQ(encodePassword("\t"), "90");
+}
 
 TEST(StoredPassword, CharacterBeyondAsciiCountsWithItsCodePoint) {
     // "É" is 201, the factors begin at 1 + 1.
@@ -36,9 +38,13 @@ TEST(StoredPassword, CaseIsIgnored) {
     EXPECT_EQ(encodePassword("é"), encodePassword("É"));
 }
 
-TEST(StoredPassword, BlanksAroundAreIgnored) { EXPECT_EQ(encodePassword("  Secret "), encodePassword("Secret")); }
+TEST(StoredPassword, BlanksAroundAreIgnored) {
+    EXPECT_EQ(encodePassword("  Secret "), encodePassword("Secret"));
+}
 
-TEST(StoredPassword, BlankInsideCounts) { EXPECT_NE(encodePassword("Sec ret"), encodePassword("Secret")); }
+TEST(StoredPassword, BlankInsideCounts) {
+    EXPECT_NE(encodePassword("Sec ret"), encodePassword("Secret"));
+}
 
 TEST(StoredPassword, WhatFollowsTheTwentiethCharacterIsIgnored) {
     EXPECT_EQ(encodePassword("correct horse battery staple"), encodePassword("correct horse batter"));

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/Terminal.h"
+
+namespace torvex::cli {
+
+struct CallFrameOptions {
+    std::optional<std::string> install;
+    std::string target;                  ///< "CLASS.OPERATION"
+    std::vector<std::string> arguments;  ///< "name=value"
+    std::string login;                   ///< the author who calls; "" for none
+    bool json = false;
+    bool batch = false;  ///< requests come as lines of JSON from the terminal; the rest is left empty
+};
+
+/// Calls an operation of a public class on the installation, beside a server that may run on it.
+ExitCode call(const CallFrameOptions& options, const Environment& environment, const Terminal& terminal);
+
+/// Prints the reference page of all operations. Needs no installation.
+ExitCode reference(const Terminal& terminal);
+
+}  // namespace torvex::cli

@@ -1,0 +1,167 @@
+#include "cli/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <ostream>
+
+#include "cli/HelpTexts.h"
+#include "cli/UsageError.h"
+#include "cli/Version.h"
+
+namespace torvex::cli {
+
+namespace {
+
+/// One command of the program: its options as they are read, and what is asked for once they are.
+struct Entry {
+    CLI::App* app;
+    std::function<Command()> command;
+};
+
+/// Reads the options of all commands into places of its own.
+class Parser {
+  public:
+    Parser() : app_(help::program, "torvex") {
+        app_.footer(help::programExamples);
+        app_.require_subcommand(1);
+        app_.set_version_flag("--version", versionText());
+        addInit();
+        addServe();
+        addSql();
+        addCall();
+        addMigrate();
+        addReference();
+    }
+
+    Command parse(int count, const char* const* arguments) {
+        try {
+            app_.parse(count, arguments);
+        } catch (const CLI::Success& asked) {
+            return ShowText{textOf(asked)};
+        } catch (const CLI::ParseError& error) {
+            throw UsageError(fmt::format("{}\nSee \"{} --help\".", error.what(), nameOfAsked()));
+        }
+        for (const Entry& entry : entries_) {
+            if (entry.app->parsed()) return entry.command();
+        }
+        return ShowText{app_.help()};
+    }
+
+  private:
+    CLI::App& add(const char* name, const char* description, const char* examples,
+                  std::function<Command()> command) {
+        CLI::App* app = app_.add_subcommand(name, description);
+        app->footer(examples);
+        entries_.push_back({app, std::move(command)});
+        return *app;
+    }
+
+    static void addInstall(CLI::App& app, std::optional<std::string>& install) {
+        app.add_option("--install", install, "the installation's folder")->type_name("DIR");
+    }
+
+    void addInit() {
+        auto& app = add("init", help::init, help::initExamples, [this] { return initCommand(); });
+        app.add_option("DIR", init_.folder, "the folder to make it in")->required()->type_name("");
+        auto* demo = app.add_flag("--demo", demo_, "begin with the demo: two sites in two languages");
+        auto* empty = app.add_flag("--empty", empty_, "begin without a site");
+        demo->excludes(empty);
+        const auto addStarter = [&](const char* name, std::string& target, const char* description,
+                                    const char* type) {
+            app.add_option(name, target, description)
+                ->type_name(type)
+                ->capture_default_str()
+                ->excludes(demo, empty);
+        };
+        addStarter("--site", init_.starter.site, "two-character code of the starter's site", "CODE");
+        addStarter("--lang", init_.starter.lang, "two-character code of its language", "CODE");
+        addStarter("--title", init_.starter.title, "its title", "TEXT");
+        app.add_option("--database", init_.database,
+                       "sqlite:FOLDER, below DIR or absolute, or postgresql://USER@HOST/DATABASE")
+            ->type_name("TEXT")
+            ->capture_default_str();
+        app.add_option("--admin-password", init_.adminPassword, "password of the system administrator \"sa\"")
+            ->type_name("PW");
+    }
+
+    Command initCommand() {
+        if (demo_) init_.content = FirstContent::Demo;
+        if (empty_) init_.content = FirstContent::Empty;
+        return init_;
+    }
+
+    void addServe() {
+        auto& app = add("serve", help::serve, help::serveExamples, [this] { return serve_; });
+        addInstall(app, serve_.install);
+        app.add_option("--listen", serve_.listen, "in place of the address in the settings")
+            ->type_name("ADDR:PORT");
+    }
+
+    void addSql() {
+        auto& app = add("sql", help::sql, help::sqlExamples, [this] { return sql_; });
+        addInstall(app, sql_.install);
+        app.add_flag("--json", sql_.json, "print each row as a line of JSON");
+        app.add_option("STATEMENT", sql_.statements, "the statements")->type_name("");
+    }
+
+    void addCall() {
+        auto& app = add("call", help::call, help::callExamples, [this] { return call_; });
+        addInstall(app, call_.install);
+        auto* batch =
+            app.add_flag("--batch", call_.batch, "read requests as lines of JSON from standard input");
+        auto* target = app.add_option("OPERATION", call_.target, "CLASS.OPERATION")->type_name("");
+        app.add_option("ARGUMENTS", call_.arguments, "its arguments, each as name=value")->type_name("");
+        app.add_option("--login", call_.login, "username of the author who calls")
+            ->type_name("NAME")
+            ->excludes(batch);
+        app.add_flag("--json", call_.json, "print the whole answer as a line of JSON")->excludes(batch);
+        target->excludes(batch);
+        app.callback([this] {
+            if (!call_.batch && call_.target.empty()) throw CLI::RequiredError("OPERATION or --batch");
+        });
+    }
+
+    void addMigrate() {
+        auto& app = add("migrate", help::migrate, help::migrateExamples, [this] { return migrate_; });
+        addInstall(app, migrate_.install);
+    }
+
+    void addReference() {
+        add("reference", help::reference, help::referenceExamples, [] { return ReferenceOptions{}; });
+    }
+
+    /// The help of the command that was asked about, or the version.
+    std::string textOf(const CLI::Success& asked) {
+        if (dynamic_cast<const CLI::CallForVersion*>(&asked) != nullptr)
+            return std::string(asked.what()) + '\n';
+        for (const Entry& entry : entries_) {
+            if (entry.app->parsed()) return entry.app->help();
+        }
+        return app_.help();
+    }
+
+    std::string nameOfAsked() const {
+        for (const Entry& entry : entries_) {
+            if (entry.app->parsed()) return "torvex " + entry.app->get_name();
+        }
+        return "torvex";
+    }
+
+    CLI::App app_;
+    std::vector<Entry> entries_;
+    InitOptions init_;
+    bool demo_ = false;
+    bool empty_ = false;
+    ServeOptions serve_;
+    SqlOptions sql_;
+    MigrateOptions migrate_;
+    CallFrameOptions call_;
+};
+
+}  // namespace
+
+Command parseCommandLine(int count, const char* const* arguments) {
+    return Parser().parse(count, arguments);
+}
+
+}  // namespace torvex::cli

@@ -1,0 +1,63 @@
+#include "cli/ServeCommand.h"
+
+#include <fmt/format.h>
+#include <memory>
+#include <spdlog/logger.h>
+#include <spdlog/sinks/stdout_sinks.h>
+
+#include "cli/Services.h"
+#include "cli/StopSignals.h"
+#include "cli/UsageError.h"
+#include "host/HttpServer.h"
+#include "pages/Routes.h"
+#include "platform/Setup.h"
+
+namespace torvex::cli {
+
+namespace {
+
+std::unique_ptr<spdlog::logger> makeLog(const std::string& level) {
+    auto log = std::make_unique<spdlog::logger>("torvex", std::make_shared<spdlog::sinks::stderr_sink_mt>());
+    log->set_pattern("%Y-%m-%d %H:%M:%S.%e %l %v");
+    log->set_level(spdlog::level::from_str(level));
+    log->flush_on(spdlog::level::info);
+    return log;
+}
+
+void listenAt(const std::string& text, ServerOptions& server) try {
+    const ListenAddress parsed = parseListenAddress(text);
+    server.address = parsed.address;
+    server.port = parsed.port;
+} catch (const Error& error) {
+    throw UsageError(fmt::format("--listen: {}", error.what()));
+}
+
+std::string address(const ServerOptions& options, std::uint16_t port) {
+    const bool isV6 = options.address.find(':') != std::string::npos;
+    return fmt::format(fmt::runtime(isV6 ? "{}://[{}]:{}/" : "{}://{}:{}/"),
+                       options.tls.certificate.empty() ? "http" : "https", options.address, port);
+}
+
+}  // namespace
+
+ExitCode serve(const ServeOptions& options, const Environment& environment) {
+    StopSignals signals;
+    Services services(Installation::open(options.install, environment));
+    ServerOptions server = services.installation.settings().server;
+    if (options.listen) listenAt(*options.listen, server);
+    server.rootFolder = (services.installation.folder() / "wwwroot").string();
+
+    const auto log = makeLog(services.installation.settings().logLevel);
+    services.runWithoutVisitor([](HostContext& host) { Setup(host).initApplication(); });
+    HttpServer http(server,
+                    {services.application, services.files, services.clock, services.http, *services.database,
+                     services.directHits, *log, [](HostContext& host) { Setup(host).initSession(); }},
+                    pageRoutes(), mediaGuards(services.application));
+    log->info("serving {} at {}", services.installation.folder().string(), address(server, http.port()));
+    signals.watch([&] { http.stop(); });
+    http.run();
+    log->info("stopped");
+    return ExitCode::Ok;
+}
+
+}  // namespace torvex::cli

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "cli/Installation.h"
+#include "delivery/HitStore.h"
+#include "platform/ApplicationValues.h"
+#include "platform/CurlHttpClient.h"
+#include "platform/DateTime.h"
+#include "platform/DiskFileSystem.h"
+#include "platform/db/Database.h"
+
+namespace torvex {
+struct HostContext;
+}
+
+namespace torvex::cli {
+
+/// What the work on an opened installation needs, each real thing made once. All parts are safe to share
+/// between threads.
+struct Services {
+    /// Throws `Error` when the database can't be reached or its schema isn't this program's.
+    explicit Services(Installation opened);
+    Services(const Services&) = delete;
+    Services& operator=(const Services&) = delete;
+
+    /// Runs what needs a host context and has no visitor: the set-up of the application values.
+    void runWithoutVisitor(const std::function<void(HostContext&)>& work);
+
+    const Installation installation;
+    const std::unique_ptr<db::Database> database;
+    ApplicationValues application;  ///< holds the start values
+    DiskFileSystem files;
+    const SystemClock clock;
+    CurlHttpClient http;
+    DirectHits directHits;
+};
+
+}  // namespace torvex::cli

@@ -1,0 +1,102 @@
+#!/bin/bash
+# Builds Torvex and runs every test and check. The last line sums up the test cases: "N passed, N failed".
+set -euo pipefail
+
+usage() {
+    echo "usage: $0 [--quick]"
+    echo
+    echo "Debug build and tests on both databases; then the same under the address and undefined-behaviour"
+    echo "sanitizers, format, lint, a short run of the fuzz targets, and the browser tests. --quick stops after the"
+    echo "first. What is missing is installed from Debian's packages."
+}
+
+cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")"
+quick=
+case "${1:-}" in
+    "") ;;
+    --quick) quick=1 ;;
+    -h | --help) usage; exit 0 ;;
+    *) usage >&2; exit 2 ;;
+esac
+
+. scripts/common.sh
+passed=0
+failed=0
+fuzz_seconds=20
+jobs=$(nproc)
+
+# Runs a step; a failure is noted and the others run all the same.
+step() {
+    local name=$1 begin=$SECONDS
+    shift
+    say "$name"
+    if "$@"; then
+        say "$name: done in $((SECONDS - begin)) s"
+    else
+        say "$name: FAILED"
+        failed=$((failed + 1))
+    fi
+}
+
+# Sum of an attribute in the first line of a results file that holds it.
+total() { sed -n "s/^<testsuites .*\\b$1=\"\\([0-9]*\\)\".*/\\1/p" "$2" | head -n 1; }
+
+# The test cases of a preset on both databases. Adds to the sums what is in the results file; a program that ends
+# without one counts as one failure.
+run_tests() {
+    local preset=$1 results=build/$1/results.xml status=0
+    rm -f "$results"
+    TORVEX_PROGRAM=$PWD/build/$preset/torvex tests/with_postgres.sh \
+        "build/$preset/tests/torvex_tests" --gtest_brief=1 --gtest_output="xml:$results" </dev/null || status=$?
+    if [ ! -s "$results" ]; then
+        say "the tests of $preset ended without results (status $status)"
+        failed=$((failed + 1))
+        return
+    fi
+    local all broken skipped
+    all=$(total tests "$results")
+    broken=$(($(total failures "$results") + $(total errors "$results")))
+    skipped=$(($(total disabled "$results") + $(grep -c '<skipped' "$results" || true)))
+    if [ "$status" -ne 0 ] && [ "$broken" -eq 0 ]; then broken=1; fi
+    failed=$((failed + broken))
+    # The same cases under the sanitizers are no further ones.
+    [ "$preset" = debug ] && passed=$((all - broken - skipped))
+    say "$preset: $((all - broken - skipped)) passed, $broken failed, $skipped skipped"
+}
+
+sources() { find src tests bench fuzz \( -name '*.cpp' -o -name '*.h' \) -print0 2>/dev/null; }
+check_format() { sources | xargs -0 clang-format-14 --dry-run -Werror; }
+check_lint() {
+    find src -name '*.cpp' -print0 |
+        xargs -0 -n 4 -P "$jobs" clang-tidy-14 -p build/debug --quiet 2> >(grep -v 'warnings generated' >&2 || true)
+}
+run_fuzz_target() {
+    local corpus=build/fuzz/corpus/${1##*/}
+    mkdir -p "$corpus"
+    "$1" -max_total_time=$fuzz_seconds -timeout=10 -verbosity=0 -print_final_stats=1 \
+        -artifact_prefix="build/fuzz/" "$corpus" </dev/null 2>&1 | tail -n 25
+}
+run_browser_tests() { (cd tests/browser && npm ci --no-audit --no-fund && npm test); }
+
+groups=(build test)
+[ -n "$quick" ] || groups+=(check)
+[ -n "$quick" ] || [ ! -e tests/browser/package.json ] || groups+=(browser)
+install_packages "${groups[@]}"
+
+step "debug build" build_preset debug
+[ -x build/debug/tests/torvex_tests ] && run_tests debug
+if [ -z "$quick" ]; then
+    step "format" check_format
+    step "sanitizer build" build_preset asan
+    [ -x build/asan/tests/torvex_tests ] && run_tests asan
+    step "fuzz build" build_preset fuzz
+    for target in build/fuzz/fuzz/*_fuzz; do
+        [ -x "$target" ] && step "fuzz ${target##*/}" run_fuzz_target "$target"
+    done
+    step "lint" check_lint
+    if [ -e tests/browser/package.json ]; then step "browser tests" run_browser_tests; fi
+fi
+
+echo
+echo "$passed passed, $failed failed"
+[ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]

@@ -1,0 +1,221 @@
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <regex>
+#include <set>
+
+#include "cli/ProgramFixture.h"
+#include "records/StoredPassword.h"
+
+namespace torvex::test {
+namespace {
+
+using testing::HasSubstr;
+namespace fs = std::filesystem;
+
+/// Every path below a folder.
+std::set<std::string> pathsIn(const std::string& folder) {
+    std::set<std::string> paths;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        // The streams of the program itself lie in the folder that it runs in.
+        if (!entry.path().filename().string().starts_with(".run")) paths.insert(entry.path().string());
+    }
+    return paths;
+}
+
+fs::perms rightsOf(const std::string& path) {
+    return fs::status(path).permissions();
+}
+
+class InitCommand : public ProgramDatabaseTest {};
+INSTANTIATE_TEST_SUITE_P(Engines, InitCommand, bothEngines(), engineName);
+
+TEST_P(InitCommand, EmptyInstallationHasOnlyTheFixedRows) {
+    init();
+    EXPECT_EQ(sql("select loginId, username from TORVEX_LOGINS"), "{\"loginId\":1,\"username\":\"sa\"}\n");
+    EXPECT_EQ(sql("select lang_id from TORVEX_INTERFACE_LANGUAGES"), "{\"lang_id\":\"en\"}\n");
+    for (const auto* filled : {"TORVEX_USERGROUPS", "TORVEX_CHARSETS", "TORVEX_MIMETYPES", "TORVEX_ADVANCED",
+                               "TORVEX_INTERFACE_VOCAB", "TORVEX_SETUP"}) {
+        EXPECT_NE(sql(std::string("select count(*) as n from ") + filled), "{\"n\":0}\n") << filled;
+    }
+    for (const auto* empty :
+         {"TORVEX_SITES", "TORVEX_LANGUAGES", "TORVEX_PAGES_DESIGN", "TORVEX_PAGES_LIVE"}) {
+        EXPECT_EQ(sql(std::string("select count(*) as n from ") + empty), "{\"n\":0}\n") << empty;
+    }
+}
+
+TEST_P(InitCommand, StarterSiteHasThreePublishedPages) {
+    init({"--site", "sh", "--lang", "de", "--title", "Stadthaus & 'Söhne'", "--admin-password", "word"});
+    EXPECT_EQ(sql("select nodeId from TORVEX_PAGES_LIVE order by nodeId"),
+              "{\"nodeId\":\"sh.de\"}\n{\"nodeId\":\"sh.de.01\"}\n{\"nodeId\":\"sh.de.02\"}\n");
+    EXPECT_EQ(sql("select title from TORVEX_SITES_LANGUAGES"), "{\"title\":\"Stadthaus & 'Söhne'\"}\n");
+    EXPECT_EQ(sql("select bodyText from TORVEX_BODIES_LIVE where pageId = 1 and bodyId = 1"),
+              "{\"bodyText\":\"Welcome to Stadthaus &amp; 'Söhne'\"}\n");
+    EXPECT_EQ(sql("select lang, name from TORVEX_LANGUAGES"), "{\"lang\":\"de\",\"name\":\"Deutsch\"}\n");
+    EXPECT_TRUE(exists("site/wwwroot/stylesheets/sh/de/site.css"));
+    EXPECT_TRUE(exists("site/wwwroot/images/sh"));
+    EXPECT_THAT(content("site/baseTemplates/sh/de/page.html"), HasSubstr("Stadthaus &amp; 'Söhne'"));
+    EXPECT_THAT(content("site/contentTemplates/sh/de/home.html"), testing::Not(HasSubstr("{{")));
+}
+
+TEST_P(InitCommand, DemoHasItsSitesAndFiles) {
+    init({"--demo", "--admin-password", "word"});
+    EXPECT_EQ(sql("select count(*) as n from TORVEX_SITES"), "{\"n\":2}\n");
+    EXPECT_TRUE(exists("site/contentTemplates/bg/en/home.html"));
+    EXPECT_TRUE(exists("site/wwwroot/favicon.svg"));
+    EXPECT_FALSE(exists("site/rows"));
+}
+
+TEST_P(InitCommand, NewRowsGetKeysBehindThoseLaidDown) {
+    init({"--admin-password", "word"});
+    sql("insert into TORVEX_PAGES_DESIGN (nodeId, site, lang) values ('ws.en.03', 'ws', 'en')");
+    EXPECT_EQ(sql("select pageId from TORVEX_PAGES_DESIGN where nodeId = 'ws.en.03'"), "{\"pageId\":4}\n");
+}
+
+TEST_P(InitCommand, GivenPasswordIsStoredEncodedAndNotShown) {
+    const std::string said = init({"--empty", "--admin-password", "open sesame"});
+    EXPECT_THAT(said, testing::Not(HasSubstr("open sesame")));
+    EXPECT_EQ(sql("select password from TORVEX_LOGINS"),
+              "{\"password\":\"" + encodePassword("open sesame") + "\"}\n");
+}
+
+TEST_P(InitCommand, MadePasswordIsShownOnceAndIsTheStoredOne) {
+    const std::string said = init({"--empty"});
+    std::smatch found;
+    ASSERT_TRUE(std::regex_search(said, found, std::regex(R"(\n\s+([a-z2-9]{4}(-[a-z2-9]{4}){3})\n)")));
+    EXPECT_EQ(sql("select password from TORVEX_LOGINS"),
+              "{\"password\":\"" + encodePassword(found[1].str()) + "\"}\n");
+}
+
+TEST_P(InitCommand, SecondInitIsRefusedAndChangesNothing) {
+    init();
+    const auto before = pathsIn(folder());
+    const std::string settings = content("site/torvex.toml");
+    const ProgramResult again = run({"init", site(), "--demo", "--database", database});
+    EXPECT_EQ(again.code, 1);
+    EXPECT_THAT(again.err, HasSubstr("holds an installation already"));
+    EXPECT_EQ(pathsIn(folder()), before);
+    EXPECT_EQ(content("site/torvex.toml"), settings);
+    EXPECT_EQ(sql("select count(*) as n from TORVEX_SITES"), "{\"n\":0}\n");
+}
+
+class InitFolder : public ProgramTest {
+  protected:
+    void expectRefused(const Arguments& arguments, int code, const std::string& reason) {
+        const auto before = pathsIn(folder());
+        const ProgramResult result = run(arguments);
+        EXPECT_EQ(result.code, code) << result.err;
+        EXPECT_THAT(result.err, HasSubstr(reason));
+        EXPECT_EQ(pathsIn(folder()), before);
+    }
+};
+
+TEST_F(InitFolder, HasEveryFolderAndTheSpacer) {
+    output({"init", site(), "--empty", "--admin-password", "word"});
+    for (const auto* name : {"data", "baseTemplates", "contentTemplates", "torvex/templates/gen",
+                             "wwwroot/stylesheets", "wwwroot/images", "wwwroot/documents", "search/html"}) {
+        EXPECT_TRUE(fs::is_directory(site() + '/' + name)) << name;
+    }
+    const std::string spacer = content("site/wwwroot/torvex/images/spacer.gif");
+    EXPECT_EQ(spacer.substr(0, 10), std::string("GIF89a\x01\0\x01\0", 10));
+}
+
+TEST_F(InitFolder, SecretsAreForTheOwnerAlone) {
+    output({"init", site(), "--empty", "--admin-password", "word"});
+    EXPECT_EQ(rightsOf(site() + "/torvex.toml"), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(rightsOf(site() + "/data"), fs::perms::owner_all);
+}
+
+TEST_F(InitFolder, DatabaseElsewhereIsMadeThere) {
+    output({"init", site(), "--empty", "--admin-password", "word", "--database",
+            "sqlite:" + folder() + "/store"});
+    EXPECT_TRUE(exists("store/content.db"));
+    EXPECT_FALSE(exists("site/data"));
+    EXPECT_EQ(output({"sql", "--install", site(), "--json", "select count(*) as n from TORVEX_LOGINS"}),
+              "{\"n\":1}\n");
+}
+
+TEST_F(InitFolder, FolderWithFilesOfOthersIsTaken) {
+    fs::create_directories(site());
+    std::ofstream(site() + "/notes.txt") << "mine";
+    output({"init", site(), "--empty", "--admin-password", "word"});
+    EXPECT_EQ(content("site/notes.txt"), "mine");
+}
+
+TEST_F(InitFolder, FolderThatHoldsItsNamesIsRefused) {
+    fs::create_directories(site() + "/wwwroot");
+    expectRefused({"init", site(), "--empty"}, 1, "holds wwwroot already");
+}
+
+TEST_F(InitFolder, FileInPlaceOfTheFolderIsRefused) {
+    std::ofstream(site()) << "x";
+    expectRefused({"init", site(), "--empty"}, 1, "is a file");
+}
+
+TEST_F(InitFolder, WrongCodesAreRefused) {
+    for (const auto* code : {"", "a", "abc", "A1", "é", "..", "a'"}) {
+        expectRefused({"init", site(), "--site", code}, 2, "--site");
+        expectRefused({"init", site(), "--lang", code}, 2, "--lang");
+    }
+}
+
+TEST_F(InitFolder, EmptyTitleAndPasswordAreRefused) {
+    expectRefused({"init", site(), "--title", " "}, 2, "--title");
+    expectRefused({"init", site(), "--admin-password", " "}, 2, "--admin-password");
+}
+
+TEST_F(InitFolder, TextThatNamesNoDatabaseIsRefused) {
+    expectRefused({"init", site(), "--database", "mysql:x"}, 1, "names no database");
+}
+
+TEST_F(InitFolder, ServerThatDoesNotAnswerIsRefused) {
+    expectRefused({"init", site(), "--database", "host=" + folder() + " dbname=none"}, 1, "can't be opened");
+}
+
+TEST_F(InitFolder, StoreThatIsTakenIsRefused) {
+    fs::create_directories(folder() + "/store");
+    std::ofstream(folder() + "/store/content.db") << "x";
+    expectRefused({"init", site(), "--database", "sqlite:" + folder() + "/store"}, 1, "not empty");
+    EXPECT_EQ(content("store/content.db"), "x");
+}
+
+TEST_F(InitFolder, FailureOnTheWayLeavesNothing) {
+    // The store's folder would have to be made below a file.
+    std::ofstream(folder() + "/plain") << "x";
+    expectRefused({"init", site() + "/deep/down", "--database", "sqlite:" + folder() + "/plain/store"}, 1,
+                  "");
+    EXPECT_FALSE(exists("site"));
+}
+
+class InitPostgres : public ProgramDatabaseTest {};
+INSTANTIATE_TEST_SUITE_P(Engines, InitPostgres, testing::Values(db::Engine::PostgreSql), engineName);
+
+TEST_P(InitPostgres, DatabaseWithTablesIsRefusedAndLeftAlone) {
+    init();
+    const ProgramResult second = run({"init", folder() + "/second", "--empty", "--database", database});
+    EXPECT_EQ(second.code, 1);
+    EXPECT_THAT(second.err, HasSubstr("tables already"));
+    EXPECT_FALSE(exists("second"));
+    EXPECT_EQ(sql("select count(*) as n from TORVEX_LOGINS"), "{\"n\":1}\n");
+}
+
+TEST_P(InitPostgres, FailureAfterTheTablesTakesThemBack) {
+    // A file of the same name can't be made where its folder is kept from writing; root writes everywhere.
+    fs::create_directories(folder() + "/guarded");
+    std::ofstream(folder() + "/guarded/site") << "x";
+    const ProgramResult failed =
+        run({"init", folder() + "/guarded/site/below", "--empty", "--database", database});
+    EXPECT_EQ(failed.code, 1);
+    init();
+    EXPECT_EQ(sql("select count(*) as n from TORVEX_LOGINS"), "{\"n\":1}\n");
+}
+
+TEST_P(InitPostgres, PasswordComesFromTheEnvironmentAndIsNotStored) {
+    RunningProgram program(folder(), {"init", site(), "--empty", "--database", database}, "",
+                           {{"TORVEX_DATABASE_PASSWORD", "hush-hush"}});
+    EXPECT_EQ(program.wait().code, 0) << program.err();
+    EXPECT_THAT(content("site/torvex.toml"), testing::Not(HasSubstr("hush-hush")));
+}
+
+}  // namespace
+}  // namespace torvex::test

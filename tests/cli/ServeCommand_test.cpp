@@ -1,0 +1,108 @@
+#include <arpa/inet.h>
+#include <csignal>
+#include <gmock/gmock.h>
+#include <netinet/in.h>
+#include <regex>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include "cli/ProgramFixture.h"
+#include "platform/CurlHttpClient.h"
+
+namespace torvex::test {
+namespace {
+
+using testing::HasSubstr;
+
+class ServeCommand : public ProgramDatabaseTest {
+  protected:
+    std::unique_ptr<RunningProgram> serve(const std::string& listen = "127.0.0.1:0") {
+        auto program = std::make_unique<RunningProgram>(
+            folder(), Arguments{"serve", "--install", site(), "--listen", listen});
+        program->waitForError("serving ");
+        return program;
+    }
+    static std::string addressOf(const RunningProgram& program) {
+        const std::string said = program.err();
+        std::smatch found;
+        if (!std::regex_search(said, found, std::regex(R"(http://127\.0\.0\.1:\d+/)"))) return "";
+        return found[0];
+    }
+};
+INSTANTIATE_TEST_SUITE_P(Engines, ServeCommand, bothEngines(), engineName);
+
+TEST_P(ServeCommand, ServesTheStarterSite) {
+    init({"--title", "Blue house", "--admin-password", "word"});
+    const auto server = serve();
+    CurlHttpClient http;
+    const auto home = http.get(addressOf(*server));
+    EXPECT_EQ(home.status, 200);
+    EXPECT_THAT(home.body, HasSubstr("Welcome to Blue house"));
+    EXPECT_THAT(home.body, HasSubstr("/stylesheets/ws/en/site.css"));
+    EXPECT_EQ(http.get(addressOf(*server) + "stylesheets/ws/en/site.css").status, 200);
+}
+
+TEST_P(ServeCommand, EndsCleanlyWhenAsked) {
+    init({"--admin-password", "word"});
+    for (const int number : {SIGTERM, SIGINT}) {
+        const auto server = serve();
+        server->signal(number);
+        const ProgramResult ended = server->wait(std::chrono::seconds(15));
+        EXPECT_EQ(ended.code, 0) << ended.err;
+        EXPECT_THAT(ended.err, HasSubstr("stopped"));
+    }
+}
+
+TEST_P(ServeCommand, KeepsTheHitsOfPagesServedBeforeTheEnd) {
+    init({"--admin-password", "word"});
+    const auto server = serve();
+    CurlHttpClient http;
+    http.get(addressOf(*server) + "tvx.asp?pageId=2");
+    server->signal(SIGTERM);
+    server->wait(std::chrono::seconds(15));
+    EXPECT_EQ(sql("select nodeId, hits, uniqueHits from TORVEX_LOGGING"),
+              "{\"nodeId\":\"ws.en.01\",\"hits\":1,\"uniquehits\":1}\n");
+}
+
+TEST_P(ServeCommand, StartFreesEveryLogin) {
+    init({"--admin-password", "word"});
+    sql("update TORVEX_LOGINS set sessionId = 'held'");
+    const auto server = serve();
+    EXPECT_EQ(sql("select sessionId from TORVEX_LOGINS"), "{\"sessionId\":\"\"}\n");
+}
+
+TEST_P(ServeCommand, AddressInUseIsRefused) {
+    init({"--admin-password", "word"});
+    const auto server = serve();
+    const std::string address = addressOf(*server);
+    const std::string listen = address.substr(7, address.size() - 8);
+    const ProgramResult second = run({"serve", "--install", site(), "--listen", listen});
+    EXPECT_EQ(second.code, 1);
+    EXPECT_THAT(second.err, HasSubstr(listen));
+    EXPECT_EQ(CurlHttpClient().get(address).status, 200);
+}
+
+TEST_P(ServeCommand, AddressThatIsNoneIsWrongUsage) {
+    init();
+    EXPECT_EQ(run({"serve", "--install", site(), "--listen", "here"}).code, 2);
+}
+
+TEST_P(ServeCommand, NewerDatabaseIsRefused) {
+    init();
+    sql("insert into TORVEX_SCHEMA_CONTENT (version, name, applied) values (999, 'later', '2026-01-01 "
+        "00:00:00')");
+    const ProgramResult refused = run({"serve", "--install", site(), "--listen", "127.0.0.1:0"});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_THAT(refused.err, HasSubstr("newer than this program"));
+}
+
+TEST_P(ServeCommand, OlderDatabaseIsRefusedWithTheWayOut) {
+    init();
+    sql("delete from TORVEX_SCHEMA_HITS");
+    const ProgramResult refused = run({"serve", "--install", site(), "--listen", "127.0.0.1:0"});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_THAT(refused.err, HasSubstr("torvex migrate"));
+}
+
+}  // namespace
+}  // namespace torvex::test
