@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "host/HostServices.h"
-#include "host/FileGuard.h"
 #include "host/ServerOptions.h"
 #include "pages/PageRoute.h"
 
@@ -27,8 +26,8 @@ class HttpServer {
 
     /// Serves until `stop`. To be called once.
     void run();
-    /// Accepts no more, lets running requests finish (up to the stop deadline) and makes `run` return. Safe from
-    /// any thread, and to call again; not from a signal handler.
+    /// Accepts no more, lets running requests finish (up to the stop deadline) and makes `run` return. Safe
+    /// from any thread, and to call again; not from a signal handler.
     void stop();
 
     /// Sessions that are kept at the moment.

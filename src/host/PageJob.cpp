@@ -1,13 +1,12 @@
 #include "host/PageJob.h"
-#include "pages/PageRoute.h"
 
 #include <fmt/format.h>
 
 #include "host/ErrorPages.h"
 #include "host/FailureReport.h"
-#include "host/FileGuard.h"
 #include "host/RequestConversion.h"
 #include "host/ResponseConversion.h"
+#include "pages/PageRoute.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
@@ -44,8 +43,9 @@ Answer PageJob::produce() {
     try {
         Request request = toRequest(*exchange_);
         Response response;
-        HostContext context{request,        response,      lease_->session(),  services.application, services.files,
-                            services.clock, services.http, services.database, services.hits};
+        HostContext context{request,        response,       lease_->session(), services.application,
+                            services.files, services.clock, services.http,     services.database,
+                            services.hits};
         return exchange_->guard ? runGuard(context) : runPage(context);
     } catch (const std::exception& error) {
         return failed(error.what());
@@ -80,7 +80,8 @@ Answer PageJob::runGuard(HostContext& context) {
     } catch (const ResponseEnded&) {
         isSessionReady_ = true;
     }
-    if (mayRead) return fileAnswer(*setting_.root, exchange_->target.path, exchange_->head(), setting_.guardedFiles);
+    if (mayRead)
+        return fileAnswer(*setting_.root, exchange_->target.path, exchange_->head(), setting_.guardedFiles);
     return context.response.isTouched() ? toAnswer(std::move(context.response)) : errorPages::page(403);
 }
 

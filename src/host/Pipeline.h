@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "host/Answer.h"
-#include "host/FileGuard.h"
 #include "host/PageJob.h"
 #include "pages/PageRoute.h"
 
@@ -16,8 +15,8 @@ namespace torvex {
 class Exchange;
 class StaticFiles;
 
-/// The way of every request, the same for all event loops. See the source for its steps and their order. Safe to
-/// share between threads.
+/// The way of every request, the same for all event loops. See the source for its steps and their order. Safe
+/// to share between threads.
 class Pipeline {
   public:
     Pipeline(PageSetting setting, std::vector<PageRoute> pages, std::vector<FileGuard> guards);
@@ -25,8 +24,8 @@ class Pipeline {
     /// What can be decided on the header alone; an answer here is a refusal, and the body needn't be read.
     std::optional<Answer> examine(Exchange& exchange) const;
 
-    /// Answers a whole request: at once, or later through the exchange. `files` are the calling loop's, null when
-    /// none are served.
+    /// Answers a whole request: at once, or later through the exchange. `files` are the calling loop's, null
+    /// when none are served.
     std::optional<Answer> answer(const std::shared_ptr<Exchange>& exchange, StaticFiles* files) const;
 
     SessionStore& sessions() const { return setting_.sessions; }

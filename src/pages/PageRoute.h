@@ -2,20 +2,32 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace torvex {
 
 struct HostContext;
 
 /// What answers one address: reads the request, calls the classes and fills the response. Called on a worker
-/// thread, with the visitor's session held.
+/// thread, with the visitor's session held. What it throws is logged and answered with a page that shows a
+/// reference number; `ResponseEnded` is a normal end.
 using PageHandler = std::function<void(HostContext&)>;
 
-/// An address of the server's own, and what answers it. Addresses compare ignoring case.
+/// An address of the server's own, and what answers it.
 struct PageRoute {
-    std::string path;  ///< lower case, as "/tvx.asp"
+    std::string path;  ///< lower case, exact: "/tvx.asp" or "/"; requests match it ignoring case
     PageHandler handler;
     bool acceptsPost = false;
+};
+
+/// A folder of public files whose readers are checked one by one.
+struct FileGuard {
+    std::string folder;  ///< as in addresses: "/images/"
+    /// Asked on the event loop for each request, so it must be quick; false serves the folder unchecked.
+    std::function<bool()> isOn;
+    /// Called on a worker with the session held; `path` is the decoded address. True sends the file;
+    /// otherwise the response says why not (untouched, it becomes a 403).
+    std::function<bool(HostContext&, std::string_view path)> mayRead;
 };
 
 }  // namespace torvex

@@ -2,6 +2,7 @@
 
 namespace torvex {
 
+class GuessThrottle;
 struct HostContext;
 
 // One function for each address of the server's own, in a file of its own.
@@ -10,6 +11,14 @@ struct HostContext;
 void homePage(HostContext& host);
 /// "/tvx.asp?pageId=N": a page, or the way to what the visitor has to see instead.
 void tvxPage(HostContext& host);
+/// "/frameset.asp?pageId=N": the frame set around a page, with the functions that links in frames mode call.
+void framesetPage(HostContext& host);
+/// "/redirect.asp?pageId=N": leaves whatever frame it is loaded in and opens the page anew.
+void redirectPage(HostContext& host);
+/// "/tvxLogin.asp", posted: logs a visitor in and goes where that leads.
+void loginPage(HostContext& host, GuessThrottle& throttle);
+/// "/tvxLogout.asp": logs the visitor out and goes where that leads.
+void logoutPage(HostContext& host);
 /// "/error.asp?pageId=N&error=VALUE": tells a visitor why there is no page, with a fitting status.
 void errorPage(HostContext& host);
 

@@ -1,5 +1,6 @@
 #include "delivery/cServer.h"
 #include "pages/Pages.h"
+#include "pages/PublicAddress.h"
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
@@ -36,7 +37,7 @@ void answerPage(HostContext& host, cServer& server, db::Connection& connection) 
     page.syncFrames(pageId);
     server.logPage(pageId);
     host.response.charset = charsetOf(host, server);
-    host.response.write(page.strVal());
+    host.response.write(withPublicPorts(host, page.takeStrVal()));
 }
 
 }  // namespace
@@ -49,7 +50,7 @@ void tvxPage(HostContext& host) {
     server.setCodePage();
     server.getPage(askedPage(host), host.session.text("tvx_username"), host.session.text("tvx_password"));
     const std::string elsewhere = server.securityCheck();
-    if (!elsewhere.empty()) return host.response.redirect(elsewhere);
+    if (!elsewhere.empty()) return host.response.redirect(withPublicPorts(host, elsewhere));
     if (server.pgType() == "A") return host.response.redirect(server.pgAppURLpublic());
     answerPage(host, server, *connection);
 }

@@ -13,9 +13,9 @@ class Response {
   public:
     int status = 200;
     std::string contentType = "text/html";
-    std::string charset;          ///< "" leaves the choice to the server
-    std::optional<int> expires;   ///< minutes until the answer is stale
-    std::string cacheControl;     ///< "" for none
+    std::string charset;         ///< "" leaves the choice to the server
+    std::optional<int> expires;  ///< minutes until the answer is stale
+    std::string cacheControl;    ///< "" for none
     std::vector<std::pair<std::string, std::string>> headers;
 
     void addHeader(std::string name, std::string value) {

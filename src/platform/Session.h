@@ -23,8 +23,15 @@ class Session {
         : id_(std::move(id)), defaults_(std::move(defaults)) {}
 
     const std::string& id() const { return id_; }
-    /// A new id for the same values: after a login, so that an id known before is worth nothing.
-    void changeId(std::string id) { id_ = std::move(id); }
+    /// A new id for the same values: what the server does for a session that asked for one.
+    void changeId(std::string id) {
+        id_ = std::move(id);
+        wantsNewId_ = false;
+    }
+    /// Asks for a new id when the request is done: after a login, so that an id known before is worth
+    /// nothing.
+    void renewId() { wantsNewId_ = true; }
+    bool wantsNewId() const { return wantsNewId_; }
 
     Value get(std::string_view key) const;
     std::string text(std::string_view key) const { return get(key).toText(); }
@@ -48,6 +55,7 @@ class Session {
     Values own_;
     int codePage_ = 65001;
     bool abandoned_ = false;
+    bool wantsNewId_ = false;
 };
 
 }  // namespace torvex

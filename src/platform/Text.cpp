@@ -39,10 +39,13 @@ std::string mapped(std::string_view text, MapAscii mapAscii, Map map) {
     std::string result;
     result.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
-        if (utf8::isAscii(text[at])) {
-            result += mapAscii(text[at++]);
-            continue;
-        }
+        const std::string_view ascii = text.substr(at, utf8::asciiRun(text, at));
+        const std::size_t begin = result.size();
+        result.append(ascii);
+        std::transform(ascii.begin(), ascii.end(), result.begin() + static_cast<std::ptrdiff_t>(begin),
+                       mapAscii);
+        at += ascii.size();
+        if (at == text.size()) break;
         const Unit unit = utf8::unitAt(text, at);
         if (unit.value >= utf8::brokenByte) {
             result += text[at];
@@ -68,8 +71,9 @@ int compare(std::string_view a, std::string_view b) {
 }
 
 bool equals(std::string_view a, std::string_view b) {
-    if (b.empty()) return a.empty();
-    return matchLength(a, 0, b) == a.size() && !a.empty();
+    // Most names are written in one way.
+    if (a == b) return true;
+    return !a.empty() && !b.empty() && matchLength(a, 0, b) == a.size();
 }
 
 bool startsWith(std::string_view text, std::string_view prefix) {
@@ -90,7 +94,7 @@ bool endsWith(std::string_view text, std::string_view suffix) {
 
 std::string lower(std::string_view text) {
     return mapped(
-        text, [](char c) { return static_cast<char>(utf8::foldedAscii(c)); }, u_tolower);
+        text, [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }, u_tolower);
 }
 
 std::string upper(std::string_view text) {

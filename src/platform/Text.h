@@ -22,8 +22,8 @@ bool endsWith(std::string_view text, std::string_view suffix);
 std::size_t find(std::string_view text, std::string_view needle, std::size_t from = 0);
 bool contains(std::string_view text, std::string_view needle);
 
-/// How many bytes of `text` at `at` match `needle` ignoring case, 0 when they don't. Differs from the needle's
-/// size where the two cases of a letter differ in length.
+/// How many bytes of `text` at `at` match `needle` ignoring case, 0 when they don't. Differs from the
+/// needle's size where the two cases of a letter differ in length.
 std::size_t matchLength(std::string_view text, std::size_t at, std::string_view needle);
 
 /// Replaces occurrences from the start; a negative `count` means all. Text put in is not searched again.

@@ -40,6 +40,22 @@ std::string withoutTrailingZeros(std::string number) {
     return number == "-0" ? "0" : number;
 }
 
+/// "" for a character that stands for itself.
+std::string_view entityOf(char c) {
+    switch (c) {
+        case '&':
+            return "&amp;";
+        case '<':
+            return "&lt;";
+        case '>':
+            return "&gt;";
+        case '"':
+            return "&quot;";
+        default:
+            return {};
+    }
+}
+
 /// -1 when it is no hexadecimal digit.
 int hexadecimalValue(char c) {
     if (isDigit(c)) return c - '0';
@@ -89,28 +105,16 @@ std::string fromNumber(double number) {
 }
 
 std::string htmlEncode(std::string_view text) {
-    constexpr std::string_view special = "&<>\"";
     std::string result;
-    result.reserve(text.size() + text.size() / 8);
-    for (;;) {
-        const std::size_t at = text.find_first_of(special);
-        result.append(text, 0, at);
-        if (at == npos) return result;
-        switch (text[at]) {
-            case '&':
-                result += "&amp;";
-                break;
-            case '<':
-                result += "&lt;";
-                break;
-            case '>':
-                result += "&gt;";
-                break;
-            default:
-                result += "&quot;";
-        }
-        text.remove_prefix(at + 1);
+    result.reserve(text.size() + text.size() / 4);
+    std::size_t kept = 0;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const std::string_view entity = entityOf(text[at]);
+        if (entity.empty()) continue;
+        result.append(text, kept, at - kept).append(entity);
+        kept = at + 1;
     }
+    return result.append(text, kept);
 }
 
 std::string urlEncode(std::string_view text) {

@@ -108,9 +108,13 @@ class ByteScanner {
 
 std::size_t findAnchored(std::string_view text, std::string_view needle, std::size_t from) {
     const Anchor anchor = chooseAnchor(needle);
+    const unsigned char first = utf8::foldedAscii(needle.front());
     ByteScanner scanner(text, std::min(from + anchor.offset, text.size()), anchor);
     for (std::size_t hit = scanner.next(); hit != npos; hit = scanner.next()) {
-        if (matchLength(text, hit - anchor.offset, needle) > 0) return hit - anchor.offset;
+        const std::size_t at = hit - anchor.offset;
+        // Most hits are told by one look at the first character.
+        if (utf8::isAscii(text[at]) && utf8::foldedAscii(text[at]) != first) continue;
+        if (matchLength(text, at, needle) > 0) return at;
     }
     return npos;
 }

@@ -109,8 +109,11 @@ void HTMLTemplate::replaceCustomBlock(std::string_view beginTag, std::string_vie
 }
 
 void HTMLTemplate::replaceAllBlocks(std::string_view tag, std::string_view text) try {
-    buffer_ = namesFamily(tag) ? markers::replaceNumberedBlocks(buffer_, tag.substr(0, tag.size() - 2), text)
-                               : markers::replaceBlocks(buffer_, tag, text);
+    if (namesFamily(tag)) {
+        markers::replaceNumberedBlocks(buffer_, tag.substr(0, tag.size() - 2), text);
+    } else {
+        markers::replaceBlocks(buffer_, tag, text);
+    }
 } catch (...) {
     raiseFrom("ReplaceAllBlocks (HTMLTemplate) !");
 }

@@ -61,6 +61,7 @@ std::vector<FamilyMarker> familyMarkers(std::string_view text, std::string_view 
 /// The stretches of a text that are replaced; they don't overlap, and a later one swallows those inside it.
 class Replacements {
   public:
+    bool empty() const { return ranges_.empty(); }
     bool contains(std::size_t at) const {
         const auto next = ranges_.upper_bound(at);
         return next != ranges_.begin() && at < std::prev(next)->second;
@@ -129,20 +130,21 @@ std::optional<Block> findBlock(std::string_view text, std::string_view startMark
                  innerEnd + text::matchLength(text, innerEnd, endMarker)};
 }
 
-std::string replaceBlocks(std::string_view text, std::string_view name, std::string_view replacement) {
+void replaceBlocks(std::string& text, std::string_view name, std::string_view replacement) {
     const std::string start = blockStart(name);
     const std::string end = blockEnd(name);
+    auto block = findBlock(text, start, end);
+    if (!block) return;
     std::string result;
     std::size_t kept = 0;
-    for (auto block = findBlock(text, start, end); block; block = findBlock(text, start, end, kept)) {
+    for (; block; block = findBlock(text, start, end, kept)) {
         result.append(text, kept, block->begin - kept).append(replacement);
         kept = block->end;
     }
-    return result.append(text, kept);
+    text = std::move(result.append(text, kept));
 }
 
-std::string replaceNumberedBlocks(std::string_view text, std::string_view name,
-                                  std::string_view replacement) {
+void replaceNumberedBlocks(std::string& text, std::string_view name, std::string_view replacement) {
     const std::vector<FamilyMarker> found = familyMarkers(text, name);
     Replacements replacements;
     auto marker = found.begin();
@@ -152,7 +154,7 @@ std::string replaceNumberedBlocks(std::string_view text, std::string_view name,
         if (!addBlocks(marker, last, replacements) && number > 0) break;
         marker = last;
     }
-    return replacements.apply(text, replacement);
+    if (!replacements.empty()) text = replacements.apply(text, replacement);
 }
 
 std::string withoutMarkers(std::string_view text) {

@@ -27,13 +27,13 @@ struct Block {
 std::optional<Block> findBlock(std::string_view text, std::string_view startMarker,
                                std::string_view endMarker, std::size_t from = 0);
 
-/// The text with every block of that name replaced.
-std::string replaceBlocks(std::string_view text, std::string_view name, std::string_view replacement);
+/// Replaces every block of that name. `replacement` may be a part of the text.
+void replaceBlocks(std::string& text, std::string_view name, std::string_view replacement);
 
-/// The text with the blocks `name` and then `name_1`, `name_2`, ... replaced, up to the first number of which
-/// there is no block. What an earlier number has replaced counts as gone for the later ones, and what was put
-/// in is searched for none of them. One pass over the text, whatever the count of blocks.
-std::string replaceNumberedBlocks(std::string_view text, std::string_view name, std::string_view replacement);
+/// Replaces the blocks `name` and then `name_1`, `name_2`, ..., up to the first number of which there is no
+/// block. What an earlier number has replaced counts as gone for the later ones, and what was put in is
+/// searched for none of them. One pass over the text, whatever the count of blocks.
+void replaceNumberedBlocks(std::string& text, std::string_view name, std::string_view replacement);
 
 /// The text without any marker; an opening without a closing stays, with all that follows it.
 std::string withoutMarkers(std::string_view text);

@@ -6,7 +6,6 @@
 #include <thread>
 #include <vector>
 
-#include "host/FileGuard.h"
 #include "host/HttpServer.h"
 #include "support/RawHttpClient.h"
 #include "support/TestDatabase.h"

@@ -1,0 +1,123 @@
+#!/bin/bash
+# Measures the whole server beside nginx, which serves the same bytes from a file, in one run on this machine:
+# requests per second of both and their ratio, the latencies, and processor time per request.
+#
+#   bench/serve.sh [--seconds N] [--rounds N]
+#
+# Three answers are measured: the demo's home page, assembled for every request; a static file of some
+# kilobytes; and the page again through a session that comes back with its cookie. Everything runs on
+# 127.0.0.1 and in a temporary folder. What is missing (nginx, wrk) is installed from Debian's packages.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+seconds=5
+rounds=3
+while [ $# -gt 0 ]; do
+    case "$1" in
+        --seconds) seconds=$2; shift 2 ;;
+        --rounds) rounds=$2; shift 2 ;;
+        *) echo "usage: $0 [--seconds N] [--rounds N]" >&2; exit 2 ;;
+    esac
+done
+
+for tool in nginx wrk curl; do
+    PATH=$PATH:/usr/sbin command -v $tool >/dev/null && continue
+    echo "installing $tool"
+    ${SUDO:-$([ "$(id -u)" -eq 0 ] || echo sudo)} apt-get install -y --no-install-recommends $tool >/dev/null
+done
+
+cmake --preset release >/dev/null
+cmake --build --preset release >/dev/null
+torvex=$PWD/build/release/torvex
+
+folder=$(mktemp -d /tmp/torvex-bench-XXXXXX)
+server=
+nginx=
+finish() {
+    for process in $server $nginx; do kill "$process" 2>/dev/null && wait "$process" 2>/dev/null || true; done
+    rm -rf "$folder"
+}
+trap finish EXIT
+
+port=$((20000 + RANDOM % 10000))
+nginx_port=$((port + 10001))
+site=http://127.0.0.1:$port
+"$torvex" init "$folder/site" --demo >/dev/null
+"$torvex" serve --install "$folder/site" --listen 127.0.0.1:$port 2>"$folder/torvex.log" &
+server=$!
+for _ in $(seq 100); do curl -s -o /dev/null "$site/error.asp" && break; sleep 0.05; done
+
+page=$(curl -s -o /dev/null -w '%{redirect_url}' "$site/")
+page=${page#"$site"}
+static=/stylesheets/shared/core.css
+mkdir -p "$folder/www/stylesheets/shared" "$folder/nginx"
+chmod 755 "$folder"
+curl -s "$site$page" >"$folder/www/page.html"
+curl -s "$site$static" >"$folder/www$static"
+echo "page $page: $(stat -c %s "$folder/www/page.html") bytes; file $static: $(stat -c %s "$folder/www$static") bytes"
+
+cat >"$folder/nginx/nginx.conf" <<CONF
+worker_processes auto;
+daemon off;
+pid $folder/nginx/pid;
+error_log $folder/nginx/error.log;
+events { worker_connections 1024; }
+http {
+    access_log off;
+    sendfile on;
+    tcp_nopush on;
+    keepalive_requests 1000000;
+    include /etc/nginx/mime.types;
+    client_body_temp_path $folder/nginx; proxy_temp_path $folder/nginx; fastcgi_temp_path $folder/nginx;
+    uwsgi_temp_path $folder/nginx; scgi_temp_path $folder/nginx;
+    server { listen 127.0.0.1:$nginx_port reuseport; root $folder/www; }
+}
+CONF
+PATH=$PATH:/usr/sbin nginx -c "$folder/nginx/nginx.conf" 2>/dev/null &
+nginx=$!
+sleep 0.5
+
+# Processor time of a process and its children, in clock ticks.
+ticks() {
+    local total=0 process
+    for process in $1 $(pgrep -P "$1" || true); do
+        total=$((total + $(awk '{print $14 + $15}' "/proc/$process/stat")))
+    done
+    echo $total
+}
+
+# load NAME PROCESS URL [HEADER]: one round; appends "requests/s p50 p99 us-of-processor" to NAME's figures.
+load() {
+    local before after
+    before=$(ticks "$2")
+    wrk -t1 -c32 -d"${seconds}s" --latency ${4:+-H "$4"} "$3" >"$folder/wrk.txt"
+    after=$(ticks "$2")
+    awk -v used=$((after - before)) -v hz="$(getconf CLK_TCK)" '
+        /Requests\/sec/ {rate = $2} /50%/ {p50 = $2} /99%/ {p99 = $2} / requests in / {count = $1}
+        /Non-2xx/ {bad = $0} /Socket errors/ {bad = bad $0}
+        END {printf "%.0f %s %s %.1f %s\n", rate, p50, p99, used / hz * 1e6 / count, bad}' "$folder/wrk.txt" >>"$folder/$1"
+}
+
+# The best round of each, as noise only ever slows down.
+best() { sort -rn "$folder/$1" | head -n 1; }
+
+cookie=$(curl -s -D - -o /dev/null "$site$page" | sed -n 's/^[Ss]et-[Cc]ookie: \([^;]*\).*/\1/p')
+for _ in $(seq "$rounds"); do
+    load page "$server" "$site$page"
+    load nginx-page "$nginx" "http://127.0.0.1:$nginx_port/page.html"
+    load cookie "$server" "$site$page" "Cookie: $cookie"
+    load file "$server" "$site$static"
+    load nginx-file "$nginx" "http://127.0.0.1:$nginx_port$static"
+done
+
+report() {
+    local ours theirs
+    read -r -a ours <<<"$(best "$2")"
+    read -r -a theirs <<<"$(best "$3")"
+    printf '%-22s %8s/s  nginx %8s/s  ratio %.3f  p50 %s  p99 %s  processor %s us/request (nginx %s) %s\n' "$1" \
+        "${ours[0]}" "${theirs[0]}" "$(echo "${ours[0]} ${theirs[0]}" | awk '{print $1 / $2}')" "${ours[1]}" "${ours[2]}" \
+        "${ours[3]}" "${theirs[3]}" "${ours[*]:4}"
+}
+report "home page" page nginx-page
+report "home page, one visitor" cookie nginx-page
+report "static file" file nginx-file

@@ -1,0 +1,69 @@
+#include "cli/CallCommand.h"
+
+#include <ostream>
+
+#include "cli/CallTable.h"
+#include "platform/Errors.h"
+#include "platform/Text.h"
+
+namespace torvex::cli {
+
+namespace {
+
+OperationStep stepOf(const CallOptions& options) {
+    const auto dot = options.target.find('.');
+    if (dot == std::string::npos)
+        throw Error("an operation is named as CLASS.OPERATION, not " + options.target);
+    OperationStep step{options.target.substr(0, dot), options.target.substr(dot + 1), {}};
+    for (const auto& argument : options.arguments) {
+        const auto equals = argument.find('=');
+        if (equals == std::string::npos) throw Error("an argument is given as name=value, not " + argument);
+        step.arguments.emplace_back(argument.substr(0, equals), argument.substr(equals + 1));
+    }
+    return step;
+}
+
+BatchRequest requestOf(const CallOptions& options) {
+    BatchRequest request;
+    if (!options.login.empty()) request.login = options.login;
+    request.steps.emplace_back(stepOf(options));
+    return request;
+}
+
+void print(const Value& result, std::ostream& out) {
+    if (result.isGrid()) {
+        out << alignedTable(result.grid());
+    } else if (!result.isEmpty()) {
+        out << result.toText() << '\n';
+    }
+}
+
+void print(const BatchAnswer& answer, bool json, std::ostream& out) {
+    if (json) {
+        out << toJson(answer) << '\n';
+        return;
+    }
+    for (const auto& result : answer.results) print(result, out);
+    if (!answer.response.body().empty()) out << answer.response.body() << '\n';
+}
+
+/// The chain of an error has one line for each operation that it passed.
+void complain(const std::string& description, std::ostream& err) {
+    err << text::replaceAll(description, "\r\n", "\n") << '\n';
+}
+
+}  // namespace
+
+int runCall(BatchEngine& engine, const CallOptions& options, std::ostream& out, std::ostream& err) try {
+    const auto answer = engine.run(requestOf(options));
+    print(answer, options.json, out);
+    out.flush();
+    if (!answer.failure) return 0;
+    complain(answer.failure->description, err);
+    return 1;
+} catch (const Error& error) {
+    complain(error.what(), err);
+    return 1;
+}
+
+}  // namespace torvex::cli

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "operations/Register.h"
+
+/// The entries of the register, one function for each public class.
+namespace torvex::operations {
+
+ClassEntry serverOperations();
+ClassEntry htmlTemplateOperations();
+ClassEntry templateOperations();
+ClassEntry baseTemplateOperations();
+ClassEntry styleSheetOperations();
+ClassEntry applicationOperations();
+ClassEntry setupOperations();
+
+}  // namespace torvex::operations

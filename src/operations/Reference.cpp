@@ -1,0 +1,106 @@
+#include "operations/Reference.h"
+
+#include <boost/json/serialize.hpp>
+#include <boost/json/value.hpp>
+
+#include "operations/Conversion.h"
+#include "platform/Text.h"
+
+namespace torvex::operations {
+
+namespace {
+
+constexpr std::string_view introduction = R"(# Operations
+
+The public classes and what each can do. `torvex call CLASS.OPERATION name=value` runs one operation and
+`torvex call --batch` a list of them (see [call.md](call.md)); names ignore case. This page is generated
+from the program's own register: the tests rewrite it when `TORVEX_ACCEPT=1` is set.
+
+Arguments are converted to the type that stands behind their name. A *number* is a plain decimal number;
+an *integer* is rounded to a whole one and goes from -32768 to 32767; a *boolean* is `true`, `false` or
+a number; a *text format* is -2 (the system's encoding), -1 (Unicode) or 0 (ANSI). An argument with a
+value behind "=" may be left out. *Empty* results are null, and so is a grid without rows.
+
+The right is what a caller over the network needs; the command line asks for none.
+)";
+
+std::string rightText(const Right& right) {
+    switch (right.kind) {
+        case Right::Kind::Nobody:
+            return "not over the network";
+        case Right::Kind::Visitor:
+            return "any visitor";
+        case Right::Kind::AnyLogin:
+            return "any author";
+        case Right::Kind::EditRight:
+            return "edit right: " + right.detail;
+        case Right::Kind::AdvancedRight:
+            return "advanced right: " + right.detail;
+        case Right::Kind::OnlySa:
+            return "only sa";
+    }
+    return "";
+}
+
+/// Texts in quotation marks, everything else as it is written in a call.
+std::string literal(const Value& value) {
+    if (value.isText()) return boost::json::serialize(boost::json::value(value.text()));
+    return text::lower(value.toText());
+}
+
+/// A "|" would end the cell.
+std::string cell(std::string_view content) {
+    return text::replaceAll(content, "|", "\\|");
+}
+
+std::string argumentText(const Argument& argument) {
+    std::string line = '`' + argument.name + "` " + std::string(typeName(argument.type));
+    if (argument.defaultValue) line += " = `" + literal(*argument.defaultValue) + '`';
+    return line;
+}
+
+std::string argumentsText(const Operation& operation) {
+    std::string lines;
+    for (const auto& argument : operation.arguments) {
+        lines += (lines.empty() ? "" : "<br>") + argumentText(argument);
+    }
+    return lines;
+}
+
+std::string operationsTable(const ClassEntry& entry) {
+    std::string table =
+        "\n| Operation | Arguments | Result | What it does | Right |\n| --- | --- | --- | --- | --- |\n";
+    for (const auto& operation : entry.operations) {
+        table += "| `" + operation.name + "` | " + cell(argumentsText(operation)) + " | " +
+                 cell(operation.result) + " | " + cell(operation.summary) + " | " +
+                 cell(rightText(operation.right)) + " |\n";
+    }
+    return table;
+}
+
+std::string propertiesTable(const ClassEntry& entry) {
+    if (entry.properties.empty()) return {};
+    std::string table = "\n| Property | Type | What it holds | Set |\n| --- | --- | --- | --- |\n";
+    for (const auto& property : entry.properties) {
+        table += "| `" + property.name + "` | " + std::string(typeName(property.type)) + " | " +
+                 cell(property.summary) + " | " + (property.set ? "yes" : "no") + " |\n";
+    }
+    return table;
+}
+
+}  // namespace
+
+std::string referenceMarkdown(const Register& classes) {
+    std::string page(introduction);
+    page += '\n';
+    for (const auto& entry : classes.classes()) {
+        page += "- [`" + entry.name + "`](#" + text::lower(entry.name) + "): " + entry.summary + '\n';
+    }
+    for (const auto& entry : classes.classes()) {
+        page += "\n## " + entry.name + "\n\n" + entry.summary + '\n' + operationsTable(entry) +
+                propertiesTable(entry);
+    }
+    return page;
+}
+
+}  // namespace torvex::operations

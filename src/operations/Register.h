@@ -1,0 +1,93 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/Value.h"
+
+namespace torvex {
+struct HostContext;
+namespace db {
+class Link;
+}
+}  // namespace torvex
+
+/// The one list of the public classes and what each can do, under the names by which callers outside know
+/// them. Its readers are the command line, the interface for programs, and the reference page.
+namespace torvex::operations {
+
+/// What an argument is converted to before the operation sees it; see Conversion.h.
+enum class ArgumentType { Text, Number, Integer, Boolean, TextFormat };
+
+struct Argument {
+    std::string name;
+    ArgumentType type;
+    std::optional<Value> defaultValue;  ///< none: the argument must be given
+};
+
+/// What a caller from outside must be allowed to do. An operation that states `Nobody` is out of reach of the
+/// network: it reads or writes files by path, opens connections, or changes what isn't the caller's own.
+struct Right {
+    enum class Kind { Nobody, Visitor, AnyLogin, EditRight, AdvancedRight, OnlySa };
+
+    Kind kind;
+    std::string detail;  ///< which edit or advanced right
+};
+
+struct Operation {
+    std::string name;
+    std::vector<Argument> arguments;
+    std::string result;  ///< its kind: "text", "number", "integer", "boolean", "empty", or a grid's columns
+    std::string summary;
+    Right right;
+    /// Takes the object and one converted value for each argument, in order.
+    std::function<Value(void*, const std::vector<Value>&)> invoke;
+
+    /// Says what the columns of the grid are that the operation gives.
+    Operation lists(std::string columns) &&;
+};
+
+struct Property {
+    std::string name;
+    ArgumentType type;
+    std::string summary;
+    std::function<Value(const void*)> get;
+    std::function<void(void*, const Value&)> set;  ///< takes a converted value; missing when it is read-only
+};
+
+struct ClassEntry {
+    std::string name;
+    std::string summary;
+    std::function<std::shared_ptr<void>(HostContext&)> create;
+    /// Missing for a class that takes no connection.
+    std::function<void(void*, const db::Link&)> connect;
+    std::vector<Operation> operations;
+    std::vector<Property> properties;
+
+    /// Names ignore case; null when there is none.
+    const Operation* findOperation(std::string_view name) const;
+    const Property* findProperty(std::string_view name) const;
+};
+
+/// Immutable once made; safe to share between threads.
+class Register {
+  public:
+    explicit Register(std::vector<ClassEntry> classes) : classes_(std::move(classes)) {}
+
+    const std::vector<ClassEntry>& classes() const { return classes_; }
+    /// Names ignore case. Throws `Error` that names the classes when there is none.
+    const ClassEntry& find(std::string_view name) const;
+
+  private:
+    std::vector<ClassEntry> classes_;
+};
+
+/// All public classes of the system.
+Register makeRegister();
+
+}  // namespace torvex::operations

@@ -1,0 +1,64 @@
+#include "delivery/cServer.h"
+#include "pages/MessagePage.h"
+#include "pages/Pages.h"
+#include "pages/SameSite.h"
+#include "platform/GuessThrottle.h"
+#include "platform/HostContext.h"
+#include "platform/Request.h"
+#include "platform/Response.h"
+#include "platform/Session.h"
+#include "platform/Text.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr double noTrials = 0;
+
+void answerTooMany(Response& response, std::chrono::seconds wait) {
+    response.status = 429;
+    response.cacheControl = "no-store";
+    response.addHeader("Retry-After", std::to_string(wait.count()));
+    response.write(messagePageHtml(
+        {.title = "Too many attempts",
+         .explanation = "There were too many failed logins in a short time.",
+         .advice = "Wait " + std::to_string(wait.count()) + " seconds, then go back and try again.",
+         .reference = {}}));
+}
+
+void answerForeign(Response& response) {
+    response.status = 403;
+    response.cacheControl = "no-store";
+    response.write(
+        messagePageHtml({.title = "This login came from another site",
+                         .explanation = "For your safety you can only log in from this site's pages.",
+                         .advice = "Go to the home page and log in there.",
+                         .reference = {}}));
+}
+
+}  // namespace
+
+void loginPage(HostContext& host, GuessThrottle& throttle) {
+    if (!comesFromOwnPages(host.request)) return answerForeign(host.response);
+    const std::string address = "address " + host.request.serverVariable("remote_addr");
+    const std::string name = "name " + text::lowerTrim(host.request.item("torvex_username"));
+    if (const auto wait = std::max(throttle.wait(address), throttle.wait(name)); wait.count() > 0) {
+        return answerTooMany(host.response, wait);
+    }
+    const auto connection = db::openOwn(host, db::Purpose::Everything);
+    cServer server(host);
+    server.connect(*connection);
+    const double trialsBefore = host.session.number("tvx_loginTrials");
+    const std::string target = server.getLoginURL();
+    const double trials = host.session.number("tvx_loginTrials");
+    if (trials > trialsBefore) {
+        throttle.failed(address);
+        throttle.failed(name);
+    } else if (trials == noTrials && !host.session.text("tvx_username").empty()) {
+        throttle.succeeded(name);
+        host.session.renewId();
+    }
+    host.response.redirect(target.empty() ? "/" : target);
+}
+
+}  // namespace torvex

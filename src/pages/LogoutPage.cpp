@@ -1,0 +1,21 @@
+#include "delivery/cServer.h"
+#include "pages/Pages.h"
+#include "pages/SameSite.h"
+#include "platform/HostContext.h"
+#include "platform/Request.h"
+#include "platform/Response.h"
+#include "platform/Session.h"
+
+namespace torvex {
+
+void logoutPage(HostContext& host) {
+    if (!comesFromOwnPages(host.request)) return host.response.redirect("/");
+    const auto connection = db::openOwn(host, db::Purpose::Everything);
+    cServer server(host);
+    server.connect(*connection);
+    const std::string target = server.getLogoutURL();
+    host.session.renewId();
+    host.response.redirect(target.empty() ? "/" : target);
+}
+
+}  // namespace torvex

@@ -1,0 +1,51 @@
+#include "delivery/cServer.h"
+#include "pages/Routes.h"
+#include "platform/ApplicationValues.h"
+#include "platform/HostContext.h"
+#include "platform/Request.h"
+#include "platform/Response.h"
+#include "platform/Session.h"
+#include "platform/Text.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr int blankPicture = 100;
+
+/// The path of an address below the public folder, as the folder check knows it.
+std::string folderOf(const HostContext& host, std::string_view address) {
+    const std::string_view folder = address.substr(1, address.rfind('/'));
+    return host.application.text("torvex_root_path") + std::string(folder);
+}
+
+void sendBlankPicture(HostContext& host, cServer& server) {
+    host.response.cacheControl = "no-store";
+    server.sendBinaryFile(host.application.text("torvex_root_path") + "torvex/images/spacer.gif", false);
+}
+
+bool mayRead(HostContext& host, std::string_view address) {
+    const auto connection = db::openOwn(host, db::Purpose::Everything);
+    cServer server(host);
+    server.connect(*connection);
+    const int access = server.checkFolderAccess(folderOf(host, address));
+    if (access == blankPicture) sendBlankPicture(host, server);
+    if (access < 0) host.response.redirect("/error.asp?error=no_login");
+    return access >= 0 && access != blankPicture;
+}
+
+}  // namespace
+
+std::vector<FileGuard> mediaGuards(const ApplicationValues& application) {
+    return {
+        {application.text("torvex_image_url"),
+         [&application] { return application.isTrue("torvex_img_security"); }, mayRead},
+        {application.text("torvex_doc_url"),
+         [&application] {
+             return application.isTrue("torvex_doc_security") || application.isTrue("tvx_website_ssl");
+         },
+         mayRead},
+    };
+}
+
+}  // namespace torvex

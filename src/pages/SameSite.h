@@ -1,0 +1,11 @@
+#pragma once
+
+namespace torvex {
+
+class Request;
+
+/// Whether the browser says that this server's own pages sent the request. A request that says nothing of its
+/// origin is let through: programs send none, and browsers always do with a post.
+bool comesFromOwnPages(const Request& request);
+
+}  // namespace torvex
