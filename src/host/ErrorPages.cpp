@@ -52,17 +52,19 @@ constexpr std::string_view toStart = "You can go back, or begin at the <a href=\
 Wording wordingOf(int status) {
     switch (status) {
         case 400:
-            return {"This request could not be understood", "The address or the data sent is not in a valid form.",
+            return {"This request could not be understood",
+                    "The address or the data sent is not in a valid form.",
                     "Check the address for missing or stray characters and try again."};
         case 403:
             return {"You may not see this", "Your visit does not have the right to open this address.",
                     "If you have a login, log in and try again. Otherwise ask the owner of this site."};
         case 404:
-            return {"This page was not found", "There is nothing at this address. It may have been moved or removed.",
+            return {"This page was not found",
+                    "There is nothing at this address. It may have been moved or removed.",
                     "Check the address, or begin at the <a href=\"/\">start page</a>."};
         case 405:
-            return {"This can't be done here", "The address exists, but it does not take this kind of request.",
-                    toStart};
+            return {"This can't be done here",
+                    "The address exists, but it does not take this kind of request.", toStart};
         case 408:
             return {"The request took too long", "It did not arrive completely within the time allowed.",
                     "Check your connection and try again."};
@@ -73,19 +75,22 @@ Wording wordingOf(int status) {
             return {"The address is too long", "This server does not take addresses of such length.",
                     "Shorten the address, or use the form that led here with less text."};
         case 415:
-            return {"This kind of data is not taken", "What was sent is in a form that this address does not read.",
+            return {"This kind of data is not taken",
+                    "What was sent is in a form that this address does not read.",
                     "Use the form of the page itself to send it."};
         case 416:
             return {"This part does not exist", "The part asked for lies behind the end of the file.",
                     "Load the file again from its beginning."};
         case 417:
-            return {"This expectation can't be met", "The request asks for something that this server does not do.",
-                    "Try again without it."};
+            return {"This expectation can't be met",
+                    "The request asks for something that this server does not do.", "Try again without it."};
         case 431:
-            return {"The request's header is too large", "Most often the cookies of this site have become too many.",
+            return {"The request's header is too large",
+                    "Most often the cookies of this site have become too many.",
                     "Delete this site's cookies in your browser and try again."};
         case 500:
-            return {"Something went wrong", "An error on this server kept the page from being made. It is not your fault.",
+            return {"Something went wrong",
+                    "An error on this server kept the page from being made. It is not your fault.",
                     "Please try again in a moment."};
         case 501:
             return {"This is not supported", "This server does not know this kind of request.", toStart};

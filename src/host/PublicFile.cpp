@@ -1,10 +1,9 @@
 #include "host/PublicFile.h"
 
+#include <cerrno>
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <unistd.h>
-
-#include <cerrno>
 
 #include "host/ErrorPages.h"
 #include "host/HttpDate.h"
@@ -28,7 +27,8 @@ std::string readAll(const Descriptor& file, std::size_t size) {
     std::string bytes(size, '\0');
     std::size_t done = 0;
     while (done < size) {
-        const ssize_t count = ::pread(file.number(), bytes.data() + done, size - done, static_cast<off_t>(done));
+        const ssize_t count =
+            ::pread(file.number(), bytes.data() + done, size - done, static_cast<off_t>(done));
         if (count < 0 && errno == EINTR) continue;
         if (count <= 0) break;
         done += static_cast<std::size_t>(count);
@@ -59,8 +59,8 @@ void describe(PublicFile& file, std::string_view name, std::string_view cacheCon
 }  // namespace
 
 FileStamp FileStamp::of(const struct stat& status) {
-    return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size), nanoseconds(status.st_mtim),
-            nanoseconds(status.st_ctim)};
+    return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size),
+            nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
 }
 
 bool FileStamp::isSettled() const {
@@ -113,7 +113,8 @@ Answer PublicFile::part(const FilePart& part) const {
     answer.addField("Content-Range",
                     fmt::format("bytes {}-{}/{}", part.offset, part.offset + part.length - 1, stamp.size));
     if (bytes) {
-        answer.body = bytes->substr(static_cast<std::size_t>(part.offset), static_cast<std::size_t>(part.length));
+        answer.body =
+            bytes->substr(static_cast<std::size_t>(part.offset), static_cast<std::size_t>(part.length));
     } else {
         answer.body = FileAnswer{file, part.offset, part.length};
     }

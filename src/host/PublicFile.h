@@ -1,13 +1,12 @@
 #pragma once
 
-#include <sys/stat.h>
-
 #include <cstdint>
 #include <ctime>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 
 #include "host/Answer.h"
 #include "host/ByteRange.h"
@@ -24,7 +23,8 @@ struct FileStamp {
     std::int64_t changed = 0;   ///< nanoseconds; can't be set back, unlike `modified`
 
     static FileStamp of(const struct stat& status);
-    /// False while another change could leave the stamp as it is, because the file system's clock has not moved on.
+    /// False while another change could leave the stamp as it is, because the file system's clock has not
+    /// moved on.
     bool isSettled() const;
     bool operator==(const FileStamp&) const = default;
 };
@@ -39,8 +39,8 @@ struct PublicFile {
 
     std::time_t modified() const { return static_cast<std::time_t>(stamp.modified / 1'000'000'000); }
 
-    /// Opens the regular file at a path relative to the root; nothing when there is none. Files up to `smallFile`
-    /// bytes are read.
+    /// Opens the regular file at a path relative to the root; nothing when there is none. Files up to
+    /// `smallFile` bytes are read.
     static std::optional<PublicFile> open(const RootFolder& root, const std::string& relativePath,
                                           std::size_t smallFile, std::string_view cacheControl);
 

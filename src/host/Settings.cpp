@@ -144,9 +144,10 @@ Settings readSettings(const std::filesystem::path& file) {
 
 ListenAddress parseListenAddress(std::string_view text) {
     const auto refuse = [&] {
-        throw Error(fmt::format("\"{}\" is no address to listen on: it must be ADDRESS:PORT, such as "
-                                "127.0.0.1:8080 or [::1]:8080",
-                                text));
+        throw Error(
+            fmt::format("\"{}\" is no address to listen on: it must be ADDRESS:PORT, such as "
+                        "127.0.0.1:8080 or [::1]:8080",
+                        text));
     };
     const std::size_t colon = text.rfind(':');
     if (colon == std::string_view::npos || colon == 0) refuse();

@@ -21,7 +21,8 @@ struct PathSettings {
     std::string documents = "documents";
 };
 
-/// The settings of an installation, as its file `torvex.toml` gives them; what it leaves out keeps its default.
+/// The settings of an installation, as its file `torvex.toml` gives them; what it leaves out keeps its
+/// default.
 struct Settings {
     DatabaseSettings database;
     ServerOptions server;
@@ -32,8 +33,8 @@ struct Settings {
 /// The address that the server listens on unless the settings or the command line name another one.
 inline constexpr std::uint16_t defaultPort = 8080;
 
-/// Reads the file. Throws `Error` with file, line and what is expected when it can't be read or parsed, or has
-/// an unknown key or a value of the wrong kind. The text of a secret is never part of an error.
+/// Reads the file. Throws `Error` with file, line and what is expected when it can't be read or parsed, or
+/// has an unknown key or a value of the wrong kind. The text of a secret is never part of an error.
 Settings readSettings(const std::filesystem::path& file);
 
 struct ListenAddress {

@@ -9,8 +9,9 @@
 
 namespace torvex {
 
-/// One section of the settings file while it is read. Remembers which keys were asked for, so that the rest can
-/// be refused. Readers leave the target alone when the key isn't there and throw `Error` for a wrong value.
+/// One section of the settings file while it is read. Remembers which keys were asked for, so that the rest
+/// can be refused. Readers leave the target alone when the key isn't there and throw `Error` for a wrong
+/// value.
 class SettingsSection {
   public:
     SettingsSection(const toml::table& file, std::string fileName, std::string name);

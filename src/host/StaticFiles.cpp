@@ -1,9 +1,8 @@
 #include "host/StaticFiles.h"
 
-#include <fcntl.h>
-
 #include <algorithm>
 #include <array>
+#include <fcntl.h>
 
 #include "host/ErrorPages.h"
 #include "host/PublicFile.h"
@@ -14,9 +13,9 @@ namespace {
 
 /// Sources of pages, scripts, settings, databases, keys, and what editors leave behind.
 constexpr std::array<std::string_view, 28> hiddenSuffixes{
-    ".asp", ".asa",    ".aspx",    ".inc",    ".lua",     ".php", ".sh",   ".py",   ".toml", ".ini",
-    ".cfg", ".conf",   ".config",  ".sql",    ".db",      ".db-wal", ".db-shm", ".sqlite", ".sqlite3", ".mdb",
-    ".log", ".key",    ".pem",     ".bak",    ".old",     ".orig",   ".swp", "~"};
+    ".asp", ".asa",  ".aspx",   ".inc", ".lua", ".php",    ".sh",     ".py",     ".toml",    ".ini",
+    ".cfg", ".conf", ".config", ".sql", ".db",  ".db-wal", ".db-shm", ".sqlite", ".sqlite3", ".mdb",
+    ".log", ".key",  ".pem",    ".bak", ".old", ".orig",   ".swp",    "~"};
 
 bool isHiddenName(std::string_view name) {
     return std::any_of(hiddenSuffixes.begin(), hiddenSuffixes.end(),
@@ -34,7 +33,9 @@ FileConditions conditionsOf(const RequestHead& head) {
     return conditions;
 }
 
-std::string relative(std::string_view path) { return std::string(path.substr(1)); }
+std::string relative(std::string_view path) {
+    return std::string(path.substr(1));
+}
 
 }  // namespace
 
@@ -81,8 +82,8 @@ Answer StaticFiles::answer(std::string_view path, const RequestHead& head) {
     return answer;
 }
 
-/// One look at the disk and no opening. That the look may follow a link does no harm: what it finds must be the very
-/// file that was opened beneath the root.
+/// One look at the disk and no opening. That the look may follow a link does no harm: what it finds must be
+/// the very file that was opened beneath the root.
 const StaticFiles::Kept* StaticFiles::findCurrent(std::string_view path) {
     const auto found = byPath_.find(path);
     if (found == byPath_.end()) return nullptr;

@@ -1,9 +1,8 @@
 // Sessions and the pool of workers as clients meet them.
 
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <condition_variable>
+#include <gtest/gtest.h>
 #include <mutex>
 
 #include "host/WorkerPool.h"
@@ -155,7 +154,8 @@ TEST_F(SessionsTest, RequestsOfOneSessionRunOneAtATimeInOrder) {
     }
     gate.open();
     EXPECT_EQ(holding.read().body, "held");
-    for (int i = 0; i < 5; ++i) EXPECT_EQ(others[static_cast<std::size_t>(i)].read().body, std::to_string(i + 2));
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(others[static_cast<std::size_t>(i)].read().body, std::to_string(i + 2));
 }
 
 TEST_F(SessionsTest, WaitingForASessionTakesNoWorker) {

@@ -16,9 +16,7 @@ using namespace std::chrono_literals;
 
 class SettingsFile : public testing::Test {
   protected:
-    SettingsFile() {
-        std::filesystem::create_directories(folder_);
-    }
+    SettingsFile() { std::filesystem::create_directories(folder_); }
     ~SettingsFile() override { std::filesystem::remove_all(folder_); }
 
     Settings read(const std::string& text) {
