@@ -1,6 +1,6 @@
 #include "host/ErrorPages.h"
 
-#include <fmt/format.h>
+#include "pages/MessagePage.h"
 
 namespace torvex::errorPages {
 
@@ -12,57 +12,24 @@ struct Wording {
     std::string_view next;
 };
 
-constexpr std::string_view layout = R"(<!DOCTYPE html>
-<html lang="en">
-<head>
-<meta charset="utf-8">
-<meta name="viewport" content="width=device-width, initial-scale=1">
-<meta name="robots" content="noindex">
-<title>{1}</title>
-<style>
-:root {{ color-scheme: light dark; }}
-body {{ margin: 0; min-height: 100vh; display: flex; align-items: center; justify-content: center;
-  font: 1.0625rem/1.55 system-ui, -apple-system, "Segoe UI", Roboto, sans-serif; background: #f4f5f7; color: #1f2733; }}
-main {{ max-width: 34rem; margin: 1.25rem; padding: 2rem 2.25rem; background: #fff; border-radius: .75rem;
-  border-top: .3rem solid #2b5c8a; box-shadow: 0 1px 3px rgba(20, 30, 50, .12), 0 8px 28px rgba(20, 30, 50, .08); }}
-.status {{ margin: 0; font-size: .875rem; letter-spacing: .06em; color: #5b6675; }}
-h1 {{ margin: .2rem 0 .8rem; font-size: 1.6rem; line-height: 1.25; }}
-p {{ margin: .6rem 0; }}
-code {{ font: .95em ui-monospace, Menlo, Consolas, monospace; background: #eef1f5; padding: .15em .45em; border-radius: .3em; }}
-a {{ color: #2b5c8a; }}
-@media (prefers-color-scheme: dark) {{
-  body {{ background: #14181e; color: #e4e8ee; }} main {{ background: #1d232c; box-shadow: none; }}
-  .status {{ color: #98a3b3; }} code {{ background: #2a323d; }} a {{ color: #8dbbe6; }} }}
-@media (max-width: 30rem) {{ main {{ padding: 1.4rem 1.3rem; }} h1 {{ font-size: 1.35rem; }} }}
-</style>
-</head>
-<body>
-<main>
-<p class="status">{0}</p>
-<h1>{1}</h1>
-<p>{2}</p>
-<p>{3}</p>
-{4}</main>
-</body>
-</html>
-)";
-
-constexpr std::string_view toStart = "You can go back, or begin at the <a href=\"/\">start page</a>.";
+constexpr std::string_view toStart = "You can go back, or begin at the home page.";
 
 Wording wordingOf(int status) {
     switch (status) {
         case 400:
-            return {"This request could not be understood", "The address or the data sent is not in a valid form.",
+            return {"This request could not be understood",
+                    "The address or the data sent is not in a valid form.",
                     "Check the address for missing or stray characters and try again."};
         case 403:
             return {"You may not see this", "Your visit does not have the right to open this address.",
                     "If you have a login, log in and try again. Otherwise ask the owner of this site."};
         case 404:
-            return {"This page was not found", "There is nothing at this address. It may have been moved or removed.",
-                    "Check the address, or begin at the <a href=\"/\">start page</a>."};
+            return {"This page was not found",
+                    "There is nothing at this address. It may have been moved or removed.",
+                    "Check the address, or begin at the home page."};
         case 405:
-            return {"This can't be done here", "The address exists, but it does not take this kind of request.",
-                    toStart};
+            return {"This can't be done here",
+                    "The address exists, but it does not take this kind of request.", toStart};
         case 408:
             return {"The request took too long", "It did not arrive completely within the time allowed.",
                     "Check your connection and try again."};
@@ -73,19 +40,22 @@ Wording wordingOf(int status) {
             return {"The address is too long", "This server does not take addresses of such length.",
                     "Shorten the address, or use the form that led here with less text."};
         case 415:
-            return {"This kind of data is not taken", "What was sent is in a form that this address does not read.",
+            return {"This kind of data is not taken",
+                    "What was sent is in a form that this address does not read.",
                     "Use the form of the page itself to send it."};
         case 416:
             return {"This part does not exist", "The part asked for lies behind the end of the file.",
                     "Load the file again from its beginning."};
         case 417:
-            return {"This expectation can't be met", "The request asks for something that this server does not do.",
-                    "Try again without it."};
+            return {"This expectation can't be met",
+                    "The request asks for something that this server does not do.", "Try again without it."};
         case 431:
-            return {"The request's header is too large", "Most often the cookies of this site have become too many.",
+            return {"The request's header is too large",
+                    "Most often the cookies of this site have become too many.",
                     "Delete this site's cookies in your browser and try again."};
         case 500:
-            return {"Something went wrong", "An error on this server kept the page from being made. It is not your fault.",
+            return {"Something went wrong",
+                    "An error on this server kept the page from being made. It is not your fault.",
                     "Please try again in a moment."};
         case 501:
             return {"This is not supported", "This server does not know this kind of request.", toStart};
@@ -97,11 +67,14 @@ Wording wordingOf(int status) {
     }
 }
 
-Answer compose(int status, std::string_view addition) {
+Answer compose(int status, std::string_view reference) {
     const Wording wording = wordingOf(status);
     Answer answer;
     answer.status = status;
-    answer.body = fmt::format(layout, status, wording.title, wording.happened, wording.next, addition);
+    answer.body = messagePageHtml({.title = std::string(wording.title),
+                                   .explanation = std::string(wording.happened),
+                                   .advice = std::string(wording.next),
+                                   .reference = std::string(reference)});
     answer.addField("Content-Type", "text/html; charset=utf-8");
     answer.addField("Cache-Control", "no-store");
     return answer;
@@ -122,9 +95,7 @@ Answer methodNotAllowed(std::string_view allowed) {
 }
 
 Answer failure(std::string_view reference) {
-    return compose(500, fmt::format("<p>If it happens again, give the owner of this site the number "
-                                    "<code>{}</code>.</p>\n",
-                                    reference));
+    return compose(500, reference);
 }
 
 }  // namespace torvex::errorPages

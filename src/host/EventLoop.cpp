@@ -1,9 +1,8 @@
 #include "host/EventLoop.h"
 
+#include <boost/asio/post.hpp>
 #include <fmt/format.h>
 #include <sys/socket.h>
-
-#include <boost/asio/post.hpp>
 #include <vector>
 
 #include "host/AnswerWriter.h"
@@ -16,10 +15,11 @@ namespace torvex {
 
 namespace {
 
-using boost::system::error_code;
 using asio::ip::tcp;
+using boost::system::error_code;
 
-/// Deadlines are looked at this often: exact enough for times of seconds, and free for thousands of connections.
+/// Deadlines are looked at this often: exact enough for times of seconds, and free for thousands of
+/// connections.
 constexpr std::chrono::milliseconds tickLength{50};
 constexpr std::chrono::milliseconds afterFailedAccept{100};
 
@@ -37,8 +37,8 @@ std::string peerText(const tcp::endpoint& peer) {
 EventLoop::EventLoop(const LoopSetting& setting) : setting_(setting) {
     if (!setting.root) return;
     const ServerOptions& options = setting.options;
-    files_.emplace(*setting.root,
-                   StaticFileOptions{options.smallFile, options.fileCache, options.staticCacheControl});
+    files_.emplace(*setting.root, StaticFileOptions{options.smallFile, options.fileCache,
+                                                    options.staticCacheControl, options.uploadFolders});
 }
 
 EventLoop::~EventLoop() = default;
@@ -80,7 +80,8 @@ void EventLoop::welcome(Socket socket, const tcp::endpoint& peer) {
     error_code ignored;
     socket.non_blocking(true, ignored);
     socket.set_option(tcp::no_delay(true), ignored);
-    if (setting_.connections.load(std::memory_order_relaxed) >= options().connections) return turnAway(socket);
+    if (setting_.connections.load(std::memory_order_relaxed) >= options().connections)
+        return turnAway(socket);
     const auto connection = std::make_shared<Connection>(*this, Transport(std::move(socket), setting_.tls));
     connection->remoteAddress = peerText(peer);
     connection->localPort = port_;

@@ -1,10 +1,9 @@
 #include "host/HttpServer.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <boost/asio/ssl/context.hpp>
 #include <condition_variable>
+#include <fmt/format.h>
 #include <mutex>
 #include <thread>
 
@@ -17,7 +16,9 @@ namespace torvex {
 
 namespace {
 
-unsigned cores() { return std::max(std::thread::hardware_concurrency(), 1U); }
+unsigned cores() {
+    return std::max(std::thread::hardware_concurrency(), 1U);
+}
 
 unsigned workerCount(const ServerOptions& options) {
     return options.workers > 0 ? options.workers : std::max(cores() * 2, 4U);
@@ -42,8 +43,8 @@ std::unique_ptr<asio::ssl::context> openTls(const TlsFiles& files) {
     }
 }
 
-/// The loops share their address with each other, which would also let a second server share it unnoticed: so it is
-/// first taken alone.
+/// The loops share their address with each other, which would also let a second server share it unnoticed: so
+/// it is first taken alone.
 void checkAddressIsFree(const std::string& address, std::uint16_t port) {
     try {
         asio::io_context context;
@@ -66,7 +67,8 @@ class HttpServer::Implementation {
           sessions_(options_.sessions),
           workers_(workerCount(options_), options_.queuedPages),
           pipeline_({std::move(services), sessions_, workers_, root_.get(),
-                     StaticFileOptions{options_.smallFile, 0, "private, no-cache"}, options_.secureCookies},
+                     StaticFileOptions{options_.smallFile, 0, "private, no-cache", options_.uploadFolders},
+                     options_.secureCookies},
                     std::move(pages), root_ ? std::move(guards) : std::vector<FileGuard>()) {
         listen();
     }
@@ -138,17 +140,25 @@ class HttpServer::Implementation {
 
 HttpServer::HttpServer(ServerOptions options, HostServices services, std::vector<PageRoute> pages,
                        std::vector<FileGuard> guards)
-    : implementation_(std::make_unique<Implementation>(std::move(options), std::move(services), std::move(pages),
-                                                       std::move(guards))) {}
+    : implementation_(std::make_unique<Implementation>(std::move(options), std::move(services),
+                                                       std::move(pages), std::move(guards))) {}
 
 HttpServer::~HttpServer() = default;
 
-std::uint16_t HttpServer::port() const { return implementation_->port(); }
+std::uint16_t HttpServer::port() const {
+    return implementation_->port();
+}
 
-void HttpServer::run() { implementation_->run(); }
+void HttpServer::run() {
+    implementation_->run();
+}
 
-void HttpServer::stop() { implementation_->stop(); }
+void HttpServer::stop() {
+    implementation_->stop();
+}
 
-std::size_t HttpServer::sessionCount() const { return implementation_->sessionCount(); }
+std::size_t HttpServer::sessionCount() const {
+    return implementation_->sessionCount();
+}
 
 }  // namespace torvex

@@ -1,11 +1,12 @@
 #include "host/PublicFile.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include <cerrno>
-
+#include "host/Ascii.h"
 #include "host/ErrorPages.h"
 #include "host/HttpDate.h"
 #include "host/MediaTypes.h"
@@ -28,7 +29,8 @@ std::string readAll(const Descriptor& file, std::size_t size) {
     std::string bytes(size, '\0');
     std::size_t done = 0;
     while (done < size) {
-        const ssize_t count = ::pread(file.number(), bytes.data() + done, size - done, static_cast<off_t>(done));
+        const ssize_t count =
+            ::pread(file.number(), bytes.data() + done, size - done, static_cast<off_t>(done));
         if (count < 0 && errno == EINTR) continue;
         if (count <= 0) break;
         done += static_cast<std::size_t>(count);
@@ -49,18 +51,32 @@ std::optional<std::string> readStable(const Descriptor& file, FileStamp& stamp, 
     return std::nullopt;
 }
 
-void describe(PublicFile& file, std::string_view name, std::string_view cacheControl) {
+/// Whether a browser would run script in a document of this type.
+bool isActive(std::string_view type) {
+    return type.starts_with("text/html") || type.find("xml") != std::string_view::npos;
+}
+
+bool isUpload(std::string_view relativePath, const StaticFileOptions& options) {
+    return std::any_of(options.uploads.begin(), options.uploads.end(),
+                       [relativePath](std::string_view folder) {
+                           return ascii::startsWith(relativePath, folder.substr(1));
+                       });
+}
+
+void describe(PublicFile& file, std::string_view name, const StaticFileOptions& options) {
     file.etag = fmt::format("\"{:x}-{:x}-{:x}\"", file.stamp.inode, file.stamp.size, file.stamp.modified);
     file.fields = fmt::format(
         "Content-Type: {}\r\nLast-Modified: {}\r\nETag: {}\r\nCache-Control: {}\r\nAccept-Ranges: bytes\r\n",
-        mediaType(name), httpDate(file.modified()), file.etag, cacheControl);
+        mediaType(name), httpDate(file.modified()), file.etag, options.cacheControl);
+    if (isActive(mediaType(name)) && isUpload(name, options))
+        file.fields += "Content-Security-Policy: sandbox\r\n";
 }
 
 }  // namespace
 
 FileStamp FileStamp::of(const struct stat& status) {
-    return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size), nanoseconds(status.st_mtim),
-            nanoseconds(status.st_ctim)};
+    return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size),
+            nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
 }
 
 bool FileStamp::isSettled() const {
@@ -71,19 +87,19 @@ bool FileStamp::isSettled() const {
 }
 
 std::optional<PublicFile> PublicFile::open(const RootFolder& root, const std::string& relativePath,
-                                           std::size_t smallFile, std::string_view cacheControl) {
+                                           const StaticFileOptions& options) {
     // Not blocking: a pipe in the folder would hold up the loop until someone writes to it.
     Descriptor opened = root.open(relativePath, O_RDONLY | O_NONBLOCK | O_NOCTTY);
     const std::optional<FileStamp> stamp = opened ? stampOf(opened) : std::nullopt;
     if (!stamp) return std::nullopt;
     PublicFile result;
     result.stamp = *stamp;
-    if (std::optional<std::string> bytes = readStable(opened, result.stamp, smallFile)) {
+    if (std::optional<std::string> bytes = readStable(opened, result.stamp, options.smallFile)) {
         result.bytes = std::make_shared<const std::string>(std::move(*bytes));
     } else {
         result.file = std::make_shared<const Descriptor>(std::move(opened));
     }
-    describe(result, relativePath, cacheControl);
+    describe(result, relativePath, options);
     return result;
 }
 
@@ -113,7 +129,8 @@ Answer PublicFile::part(const FilePart& part) const {
     answer.addField("Content-Range",
                     fmt::format("bytes {}-{}/{}", part.offset, part.offset + part.length - 1, stamp.size));
     if (bytes) {
-        answer.body = bytes->substr(static_cast<std::size_t>(part.offset), static_cast<std::size_t>(part.length));
+        answer.body =
+            bytes->substr(static_cast<std::size_t>(part.offset), static_cast<std::size_t>(part.length));
     } else {
         answer.body = FileAnswer{file, part.offset, part.length};
     }

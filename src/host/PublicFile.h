@@ -1,16 +1,16 @@
 #pragma once
 
-#include <sys/stat.h>
-
 #include <cstdint>
 #include <ctime>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 
 #include "host/Answer.h"
 #include "host/ByteRange.h"
+#include "host/StaticFileOptions.h"
 #include "platform/RootFolder.h"
 
 namespace torvex {
@@ -24,7 +24,8 @@ struct FileStamp {
     std::int64_t changed = 0;   ///< nanoseconds; can't be set back, unlike `modified`
 
     static FileStamp of(const struct stat& status);
-    /// False while another change could leave the stamp as it is, because the file system's clock has not moved on.
+    /// False while another change could leave the stamp as it is, because the file system's clock has not
+    /// moved on.
     bool isSettled() const;
     bool operator==(const FileStamp&) const = default;
 };
@@ -39,10 +40,10 @@ struct PublicFile {
 
     std::time_t modified() const { return static_cast<std::time_t>(stamp.modified / 1'000'000'000); }
 
-    /// Opens the regular file at a path relative to the root; nothing when there is none. Files up to `smallFile`
-    /// bytes are read.
+    /// Opens the regular file at a path relative to the root; nothing when there is none. Small files are
+    /// read.
     static std::optional<PublicFile> open(const RootFolder& root, const std::string& relativePath,
-                                          std::size_t smallFile, std::string_view cacheControl);
+                                          const StaticFileOptions& options);
 
     /// The whole, a part, "not modified" or a refusal.
     Answer answer(const FileConditions& conditions) const;

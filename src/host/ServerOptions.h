@@ -4,11 +4,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace torvex {
 
-/// How long each stage of a connection may take. All are total times of their stage, so that a sender who drips
-/// one byte a second is cut off as surely as one who sends none.
+/// How long each stage of a connection may take. All are total times of their stage, so that a sender who
+/// drips one byte a second is cut off as surely as one who sends none.
 struct Deadlines {
     /// For all of a request's header. Longer helps visitors on very bad lines, shorter frees slots sooner.
     std::chrono::milliseconds header{10'000};
@@ -32,13 +33,15 @@ struct RequestLimits {
     std::uint64_t body = 2 * 1024 * 1024;
 };
 
-/// How long sessions live and how many there may be. A session with nothing but defaults takes some 500 bytes.
+/// How long sessions live and how many there may be. A session with nothing but defaults takes some 500
+/// bytes.
 struct SessionLimits {
     /// Since the last request of a visitor who sends the cookie back. Longer is kinder to authors who think.
     std::chrono::milliseconds idle{20 * 60'000};
     /// For a session whose cookie has not come back: most are crawlers, which never return.
     std::chrono::milliseconds probation{2 * 60'000};
-    /// Sessions on probation; the oldest goes first. Too few would lose visitors between their first two requests.
+    /// Sessions on probation; the oldest goes first. Too few would lose visitors between their first two
+    /// requests.
     std::size_t onProbation = 20'000;
     /// Sessions in all other states; the one idle for longest goes first.
     std::size_t established = 200'000;
@@ -63,7 +66,8 @@ struct ServerOptions {
     /// Threads that run pages; 0 is two for each core, at least four. Pages may wait for a feed or the
     /// database, so there are more of them than cores; each holds a database connection while it runs.
     unsigned workers = 0;
-    /// Pages waiting for a worker. A longer queue rides out peaks; one too long answers visitors who have left.
+    /// Pages waiting for a worker. A longer queue rides out peaks; one too long answers visitors who have
+    /// left.
     std::size_t queuedPages = 1024;
     /// Open connections; further ones are told to come back. Each takes some 6 KB and a file descriptor.
     std::size_t connections = 4096;
@@ -78,6 +82,9 @@ struct ServerOptions {
     std::size_t smallFile = 64 * 1024;
     std::size_t fileCache = 32 * 1024 * 1024;  ///< bytes for each loop; 0 keeps none
     std::string staticCacheControl = "public, max-age=300";
+    /// Folders that authors upload to, as in addresses ("/images/"): nothing in them can run script on this
+    /// site.
+    std::vector<std::string> uploadFolders{};
 };
 
 }  // namespace torvex

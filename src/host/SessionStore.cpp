@@ -1,11 +1,10 @@
 #include "host/SessionStore.h"
 
-#include <fmt/format.h>
-#include <sodium.h>
-
 #include <algorithm>
+#include <fmt/format.h>
 #include <list>
 #include <mutex>
+#include <sodium.h>
 #include <unordered_map>
 #include <vector>
 
@@ -62,8 +61,9 @@ struct SessionStore::Shard {
     }
 };
 
-/// The start values of the most recent visits: one block for all sessions that start alike. Which values a session
-/// starts with depends on the host name that the visitor sends, so the number of blocks must be bounded.
+/// The start values of the most recent visits: one block for all sessions that start alike. Which values a
+/// session starts with depends on the host name that the visitor sends, so the number of blocks must be
+/// bounded.
 class SessionStore::DefaultsCache {
   public:
     std::shared_ptr<const Session::Values> share(const Session::Values& values) {
@@ -103,16 +103,20 @@ std::optional<SessionToken> SessionToken::parse(std::string_view text) {
     return token;
 }
 
-std::string SessionToken::text() const { return fmt::format("{:016x}{:016x}", high, low); }
+std::string SessionToken::text() const {
+    return fmt::format("{:016x}{:016x}", high, low);
+}
 
 SessionLease::SessionLease(SessionStore& store, std::shared_ptr<Entry> entry, bool isNew)
-    : store_(&store), entry_(std::move(entry)), isNew_(isNew), idBefore_(entry_->session.id()) {}
+    : store_(&store), entry_(std::move(entry)), isNew_(isNew) {}
 
 SessionLease::~SessionLease() {
     if (entry_ && !isNew_) store_->endTurn(entry_);
 }
 
-Session& SessionLease::session() { return entry_->session; }
+Session& SessionLease::session() {
+    return entry_->session;
+}
 
 void SessionLease::keepAsDefaults() {
     Session fresh(entry_->session.id(), store_->defaults_->share(entry_->session.ownValues()));
@@ -126,7 +130,7 @@ std::optional<SessionToken> SessionLease::finish() {
         store_->abandon(entry);
         return std::nullopt;
     }
-    const bool sendsToken = isNew_ || entry->session.id() != idBefore_;
+    const bool sendsToken = isNew_ || entry->session.takeTokenRequest();
     if (isNew_) {
         store_->keep(entry);
     } else if (sendsToken) {

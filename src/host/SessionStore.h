@@ -29,8 +29,8 @@ struct SessionToken {
     bool operator==(const SessionToken&) const = default;
 };
 
-/// One request's turn with its session: while it is held, no other request has the session. Ended by `finish`; if
-/// it is just destroyed, a new session is forgotten and the next request has its turn.
+/// One request's turn with its session: while it is held, no other request has the session. Ended by
+/// `finish`; if it is just destroyed, a new session is forgotten and the next request has its turn.
 class SessionLease {
   public:
     struct Entry;  ///< what the store keeps for a session
@@ -42,8 +42,8 @@ class SessionLease {
 
     Session& session();
     bool isNew() const { return isNew_; }
-    /// Takes the values now in the new session as those that it starts with, and shares them with other sessions
-    /// that start with the same.
+    /// Takes the values now in the new session as those that it starts with, and shares them with other
+    /// sessions that start with the same.
     void keepAsDefaults();
     /// Ends the turn: keeps the session, or drops it when it was abandoned. The result is the token that the
     /// visitor is to be sent, when it is a new one.
@@ -53,10 +53,10 @@ class SessionLease {
     SessionStore* store_;
     std::shared_ptr<Entry> entry_;  ///< empty when the turn has ended
     bool isNew_;
-    std::string idBefore_;
 };
 
-/// The sessions of all visitors. Safe to share between threads; no operation waits for another visitor's request.
+/// The sessions of all visitors. Safe to share between threads; no operation waits for another visitor's
+/// request.
 class SessionStore {
   public:
     using TimePoint = std::chrono::steady_clock::time_point;
@@ -68,9 +68,10 @@ class SessionStore {
     SessionStore& operator=(const SessionStore&) = delete;
     ~SessionStore();
 
-    /// Calls `turn` with the session of the token: at once, or, when earlier requests of the session have not ended,
-    /// after them, on the thread that ends the last of them. A token that isn't known (made up, or of a session
-    /// that has ended) is not adopted: it gets a new session. False when too many wait for this session already.
+    /// Calls `turn` with the session of the token: at once, or, when earlier requests of the session have not
+    /// ended, after them, on the thread that ends the last of them. A token that isn't known (made up, or of
+    /// a session that has ended) is not adopted: it gets a new session. False when too many wait for this
+    /// session already.
     bool enter(std::string_view token, Turn turn);
 
     /// Notes that the visitor has sent the cookie back, without a turn.

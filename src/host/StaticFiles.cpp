@@ -1,9 +1,8 @@
 #include "host/StaticFiles.h"
 
-#include <fcntl.h>
-
 #include <algorithm>
 #include <array>
+#include <fcntl.h>
 
 #include "host/ErrorPages.h"
 #include "host/PublicFile.h"
@@ -14,9 +13,9 @@ namespace {
 
 /// Sources of pages, scripts, settings, databases, keys, and what editors leave behind.
 constexpr std::array<std::string_view, 28> hiddenSuffixes{
-    ".asp", ".asa",    ".aspx",    ".inc",    ".lua",     ".php", ".sh",   ".py",   ".toml", ".ini",
-    ".cfg", ".conf",   ".config",  ".sql",    ".db",      ".db-wal", ".db-shm", ".sqlite", ".sqlite3", ".mdb",
-    ".log", ".key",    ".pem",     ".bak",    ".old",     ".orig",   ".swp", "~"};
+    ".asp", ".asa",  ".aspx",   ".inc", ".lua", ".php",    ".sh",     ".py",     ".toml",    ".ini",
+    ".cfg", ".conf", ".config", ".sql", ".db",  ".db-wal", ".db-shm", ".sqlite", ".sqlite3", ".mdb",
+    ".log", ".key",  ".pem",    ".bak", ".old", ".orig",   ".swp",    "~"};
 
 bool isHiddenName(std::string_view name) {
     return std::any_of(hiddenSuffixes.begin(), hiddenSuffixes.end(),
@@ -34,7 +33,9 @@ FileConditions conditionsOf(const RequestHead& head) {
     return conditions;
 }
 
-std::string relative(std::string_view path) { return std::string(path.substr(1)); }
+std::string relative(std::string_view path) {
+    return std::string(path.substr(1));
+}
 
 }  // namespace
 
@@ -54,7 +55,7 @@ bool isPublicPath(std::string_view path) {
 Answer fileAnswer(const RootFolder& root, std::string_view path, const RequestHead& head,
                   const StaticFileOptions& options) {
     if (!isPublicPath(path)) return errorPages::page(404);
-    const auto file = PublicFile::open(root, relative(path), options.smallFile, options.cacheControl);
+    const auto file = PublicFile::open(root, relative(path), options);
     return file ? file->answer(conditionsOf(head)) : errorPages::page(404);
 }
 
@@ -73,16 +74,15 @@ StaticFiles::~StaticFiles() = default;
 Answer StaticFiles::answer(std::string_view path, const RequestHead& head) {
     if (const Kept* kept = findCurrent(path)) return kept->file.answer(conditionsOf(head));
     if (!isPublicPath(path)) return errorPages::page(404);
-    std::optional<PublicFile> file =
-        PublicFile::open(root_, relative(path), options_.smallFile, options_.cacheControl);
+    std::optional<PublicFile> file = PublicFile::open(root_, relative(path), options_);
     if (!file) return errorPages::page(404);
     Answer answer = file->answer(conditionsOf(head));
     if (file->bytes && file->stamp.isSettled()) keep({std::string(path), std::move(*file)});
     return answer;
 }
 
-/// One look at the disk and no opening. That the look may follow a link does no harm: what it finds must be the very
-/// file that was opened beneath the root.
+/// One look at the disk and no opening. That the look may follow a link does no harm: what it finds must be
+/// the very file that was opened beneath the root.
 const StaticFiles::Kept* StaticFiles::findCurrent(std::string_view path) {
     const auto found = byPath_.find(path);
     if (found == byPath_.end()) return nullptr;

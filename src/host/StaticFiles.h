@@ -9,27 +9,22 @@
 
 #include "host/Answer.h"
 #include "host/RequestHead.h"
+#include "host/StaticFileOptions.h"
 #include "platform/RootFolder.h"
 
 namespace torvex {
 
-struct StaticFileOptions {
-    std::size_t smallFile = 64 * 1024;
-    std::size_t cacheBytes = 32 * 1024 * 1024;
-    std::string cacheControl = "public, max-age=300";
-};
-
-/// Whether a decoded path may name a public file at all: not hidden, no page source, script, settings, database or
-/// leftover of an editor, and in its plain form (no empty, "." or ".." part).
+/// Whether a decoded path may name a public file at all: not hidden, no page source, script, settings,
+/// database or leftover of an editor, and in its plain form (no empty, "." or ".." part).
 bool isPublicPath(std::string_view path);
 
-/// The answer for the file at `path` below `root`: the whole, a part, or "not modified", as the request asks; 404
-/// when there is none that may be seen. Keeps nothing; safe from any thread.
+/// The answer for the file at `path` below `root`: the whole, a part, or "not modified", as the request asks;
+/// 404 when there is none that may be seen. Keeps nothing; safe from any thread.
 Answer fileAnswer(const RootFolder& root, std::string_view path, const RequestHead& head,
                   const StaticFileOptions& options);
 
-/// Answers from a folder and keeps small files in memory. A kept file is compared with the file on disk at each
-/// request, so that an answer is never older than the file's last change. One event loop uses it.
+/// Answers from a folder and keeps small files in memory. A kept file is compared with the file on disk at
+/// each request, so that an answer is never older than the file's last change. One event loop uses it.
 class StaticFiles {
   public:
     /// `root` must outlive this.

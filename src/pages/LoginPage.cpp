@@ -56,7 +56,7 @@ void loginPage(HostContext& host, GuessThrottle& throttle) {
         throttle.failed(name);
     } else if (trials == noTrials && !host.session.text("tvx_username").empty()) {
         throttle.succeeded(name);
-        host.session.renewId();
+        host.session.renewToken();
     }
     host.response.redirect(target.empty() ? "/" : target);
 }

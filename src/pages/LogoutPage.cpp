@@ -14,7 +14,7 @@ void logoutPage(HostContext& host) {
     cServer server(host);
     server.connect(*connection);
     const std::string target = server.getLogoutURL();
-    host.session.renewId();
+    host.session.renewToken();
     host.response.redirect(target.empty() ? "/" : target);
 }
 

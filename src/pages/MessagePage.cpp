@@ -37,7 +37,9 @@ std::string messagePageHtml(const MessagePage& page) {
     html += paragraph(page.explanation);
     html += paragraph(page.advice, " class=\"advice\"");
     if (!page.reference.empty()) {
-        html.append("<p>Reference: <code>").append(text::htmlEncode(page.reference)).append("</code></p>\n");
+        html.append("<p>If it happens again, give the owner of this site the number <code>")
+            .append(text::htmlEncode(page.reference))
+            .append("</code></p>\n");
     }
     html.append("<p><a href=\"")
         .append(text::htmlEncode(page.homeAddress))

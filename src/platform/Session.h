@@ -23,15 +23,11 @@ class Session {
         : id_(std::move(id)), defaults_(std::move(defaults)) {}
 
     const std::string& id() const { return id_; }
-    /// A new id for the same values: what the server does for a session that asked for one.
-    void changeId(std::string id) {
-        id_ = std::move(id);
-        wantsNewId_ = false;
-    }
-    /// Asks for a new id when the request is done: after a login, so that an id known before is worth
-    /// nothing.
-    void renewId() { wantsNewId_ = true; }
-    bool wantsNewId() const { return wantsNewId_; }
+    /// Asks for a new token in the visitor's cookie when the request is done: after a login, so that a token
+    /// known before is worth nothing.
+    void renewToken() { wantsNewToken_ = true; }
+    /// Whether one was asked for; asks once.
+    bool takeTokenRequest() { return std::exchange(wantsNewToken_, false); }
 
     Value get(std::string_view key) const;
     std::string text(std::string_view key) const { return get(key).toText(); }
@@ -55,7 +51,7 @@ class Session {
     Values own_;
     int codePage_ = 65001;
     bool abandoned_ = false;
-    bool wantsNewId_ = false;
+    bool wantsNewToken_ = false;
 };
 
 }  // namespace torvex

@@ -64,7 +64,7 @@ xmlNodePtr nextInDocument(xmlNodePtr node) {
 }
 
 bool isDroppable(xmlNodePtr node) {
-    return node->type == XML_TEXT_NODE && xmlIsBlankNode(node) == 1 && xmlNodeGetSpacePreserve(node) != 1;
+    return node->type == XML_TEXT_NODE && xmlIsBlankNode(node) == 1 && xmlNodeGetSpacePreserve(node->parent) != 1;
 }
 
 void dropBlanks(xmlDocPtr document) {

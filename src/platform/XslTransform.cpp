@@ -81,17 +81,20 @@ bool loadsOthers(xmlNodePtr node) {
            (IS_XSLT_NAME(node, "import") || IS_XSLT_NAME(node, "include"));
 }
 
-/// While a stylesheet is compiled the library asks only process-wide rules, so this is looked at before.
-void refuseOthers(xmlDocPtr stylesheet) {
+/// While a stylesheet is compiled the library asks only process-wide rules and counts nothing, so this is
+/// looked at before.
+void checkTopLevel(xmlDocPtr stylesheet, const XslLimits& limits) {
     const xmlNodePtr root = xmlDocGetRootElement(stylesheet);
+    int elements = 0;
     for (xmlNodePtr node = root == nullptr ? nullptr : root->children; node != nullptr; node = node->next) {
-        if (!loadsOthers(node)) continue;
-        throw XmlError("xsl:import and xsl:include are not allowed", -1);
+        if (loadsOthers(node)) throw XmlError("xsl:import and xsl:include are not allowed", -1);
+        if (node->type == XML_ELEMENT_NODE) ++elements;
     }
+    if (elements > limits.topLevelElements) throw XmlError("the stylesheet has too many parts", -1);
 }
 
-Stylesheet compile(XmlDocument document, const XslMessages& messages) {
-    refuseOthers(document.get());
+Stylesheet compile(XmlDocument document, const XslLimits& limits, const XslMessages& messages) {
+    checkTopLevel(document.get(), limits);
     document.get()->URL = xmlStrdup(xml(ownAddress));
     Stylesheet stylesheet(xsltParseStylesheetDoc(document.get()));
     if (!stylesheet) throw messages.error("the stylesheet is not valid");
@@ -135,7 +138,11 @@ std::string written(xmlDocPtr result, xsltStylesheetPtr stylesheet) {
     }
     const std::unique_ptr<xmlChar, xmlFreeFunc> owner(bytes, xmlFree);
     if (bytes == nullptr) return {};
-    return text::toValidUtf8({reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(size)});
+    std::string_view text(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(size));
+    // Written as HTML or XML, the library ends every output with a line break of its own.
+    const bool isMarkup = !xmlStrEqual(stylesheet->method, xml("text"));
+    if (isMarkup && text.ends_with('\n')) text.remove_suffix(1);
+    return text::toValidUtf8(text);
 }
 
 }  // namespace
@@ -143,7 +150,7 @@ std::string written(xmlDocPtr result, xsltStylesheetPtr stylesheet) {
 std::string transform(XslInput input, const XslLimits& limits) {
     initialiseLibrary();
     XslMessages messages;
-    const Stylesheet stylesheet = compile(std::move(input.stylesheet), messages);
+    const Stylesheet stylesheet = compile(std::move(input.stylesheet), limits, messages);
     const Security security = nothingOutside();
     const Context context(xsltNewTransformContext(stylesheet.get(), input.data.get()));
     if (!context) throw std::bad_alloc();

@@ -7,13 +7,17 @@
 
 namespace torvex {
 
-/// What one transformation may cost.
+/// What one transformation may cost. These hold off accidents and crude attacks; against a stylesheet made
+/// with skill they are no wall: memory is not bounded.
 struct XslLimits {
-    /// How deep templates may call each other. A level takes stack: this much fits in 8 MB with room to
-    /// spare.
-    int templateDepth = 2000;
-    /// Steps of the stylesheet and, counted apart, of the expressions in it; some seconds at the most.
-    unsigned long operations = 20'000'000;
+    /// How deep templates, and the instructions around a call, may nest. A level takes up to 0.7 KB of stack:
+    /// this much fits in the 2 MB that a thread has at least.
+    int templateDepth = 2500;
+    /// Steps of the stylesheet and, counted apart, of the expressions in it: about a second.
+    unsigned long operations = 10'000'000;
+    /// Templates, variables and the like. The time of compiling grows with the square of their number: this
+    /// many take a tenth of a second.
+    int topLevelElements = 2000;
 };
 
 /// The documents of a transformation and what the stylesheet is told.

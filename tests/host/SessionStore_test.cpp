@@ -1,8 +1,7 @@
 #include "host/SessionStore.h"
 
-#include <gtest/gtest.h>
-
 #include <atomic>
+#include <gtest/gtest.h>
 #include <set>
 #include <thread>
 #include <vector>
@@ -53,7 +52,8 @@ TEST_F(SessionStoreTest, AVisitorFindsTheSessionAgain) {
     const std::string token = request("", set("mine"));
     ASSERT_EQ(token.size(), 32U);
     std::string found;
-    const std::string second = request(token, [&](SessionLease& lease) { found = lease.session().text("key"); });
+    const std::string second =
+        request(token, [&](SessionLease& lease) { found = lease.session().text("key"); });
     EXPECT_EQ(found, "mine");
     EXPECT_EQ(second, "");
 }
@@ -67,7 +67,8 @@ TEST_F(SessionStoreTest, ATokenMadeUpIsNotAdopted) {
 }
 
 TEST_F(SessionStoreTest, WhatIsNoTokenStartsAnew) {
-    for (const std::string& token : {std::string("x"), std::string(31, 'a'), std::string(33, 'a'), std::string(32, 'g')})
+    for (const std::string& token :
+         {std::string("x"), std::string(31, 'a'), std::string(33, 'a'), std::string(32, 'g')})
         EXPECT_EQ(request(token).size(), 32U) << token;
 }
 
@@ -79,9 +80,9 @@ TEST_F(SessionStoreTest, TokensAndIdsAreAllDifferent) {
     EXPECT_EQ(seen.size(), 2000U);
 }
 
-TEST_F(SessionStoreTest, ANewIdComesWithANewTokenAndTheOldOneIsWorthNothing) {
+TEST_F(SessionStoreTest, ANewTokenComesWhenItIsAskedForAndTheOldOneIsWorthNothing) {
     const std::string before = request("", set("mine"));
-    const std::string after = request(before, [](SessionLease& lease) { lease.session().changeId("another"); });
+    const std::string after = request(before, [](SessionLease& lease) { lease.session().renewToken(); });
     ASSERT_EQ(after.size(), 32U);
     EXPECT_NE(after, before);
     EXPECT_FALSE(isKnown(before));
@@ -245,7 +246,7 @@ TEST_F(SessionStoreTest, ThoseWhoWaitFollowASessionToItsNewToken) {
         found = lease.session().text("key");
         EXPECT_FALSE(lease.finish());
     });
-    running->session().changeId("another");
+    running->session().renewToken();
     const auto after = running->finish();
     EXPECT_EQ(found, "mine");
     ASSERT_TRUE(after);

@@ -1,9 +1,8 @@
 // Sessions and the pool of workers as clients meet them.
 
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <condition_variable>
+#include <gtest/gtest.h>
 #include <mutex>
 
 #include "host/WorkerPool.h"
@@ -122,8 +121,8 @@ TEST_F(SessionsTest, ASessionThatCannotBeStartedIsNotKept) {
     EXPECT_EQ(running.server->sessionCount(), 0U);
 }
 
-TEST_F(SessionsTest, ANewIdSendsANewCookie) {
-    running.page("/login.asp", [](HostContext& host) { host.session.changeId("fresh"); });
+TEST_F(SessionsTest, ARenewedTokenSendsANewCookie) {
+    running.page("/login.asp", [](HostContext& host) { host.session.renewToken(); });
     running.start();
     const std::string before = get("/count.asp").sessionCookie();
     const std::string after = get("/login.asp", before).sessionCookie();
@@ -155,7 +154,8 @@ TEST_F(SessionsTest, RequestsOfOneSessionRunOneAtATimeInOrder) {
     }
     gate.open();
     EXPECT_EQ(holding.read().body, "held");
-    for (int i = 0; i < 5; ++i) EXPECT_EQ(others[static_cast<std::size_t>(i)].read().body, std::to_string(i + 2));
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(others[static_cast<std::size_t>(i)].read().body, std::to_string(i + 2));
 }
 
 TEST_F(SessionsTest, WaitingForASessionTakesNoWorker) {

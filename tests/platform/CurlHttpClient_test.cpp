@@ -235,13 +235,7 @@ TEST(CurlHttpClient, CutsOffAnEndlessRedirect) {
     limits.bodyBytes = 1u << 20;
     limits.total = 5s;
     CurlHttpClient client(limits);
-    const std::string failure = failureOf(client, server.url("/a"));
-    // Either it doesn't read what it throws away, and asks on, or it stops.
-    if (failure != "no error") {
-        EXPECT_EQ(failure, "the answer is larger than 1 MB");
-    } else {
-        EXPECT_EQ(server.targets().back(), "/b");
-    }
+    EXPECT_EQ(failureOf(client, server.url("/a")), "the answer is larger than 1 MB");
 }
 
 TEST(CurlHttpClient, CutsOffAnEndlessHeader) {
