@@ -1,5 +1,5 @@
-// Whatever a client may send: the parser, and what reads the parts that it finds. The first byte chooses how the rest
-// is cut in pieces.
+// Whatever a client may send: the parser, and what reads the parts that it finds. The first byte chooses how
+// the rest is cut in pieces.
 
 #include <cstdint>
 #include <cstdlib>

@@ -17,8 +17,8 @@ struct FileAnswer {
     std::uint64_t length = 0;
 };
 
-/// What is sent back. The connection adds what concerns itself: Date, Connection, Content-Length, and the header
-/// fields that every answer carries. Plain data; may be made on any thread.
+/// What is sent back. The connection adds what concerns itself: Date, Connection, Content-Length, and the
+/// header fields that every answer carries. Plain data; may be made on any thread.
 struct Answer {
     using Body = std::variant<std::string, std::shared_ptr<const std::string>, FileAnswer>;
 

@@ -1,33 +1,36 @@
 #include "host/AnswerWriter.h"
 
+#include <algorithm>
+#include <array>
+#include <cerrno>
 #include <fmt/format.h>
+#include <iterator>
 #include <sys/sendfile.h>
 #include <sys/socket.h>
 #include <sys/uio.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
-#include <cerrno>
-#include <iterator>
-
 namespace torvex {
 
 namespace {
 
-/// With every answer: a type is what we say it is; other sites don't learn the full address that a visitor came from;
-/// only pages of this site may frame it (the frames mode is made of such).
+/// With every answer: a type is what we say it is; other sites don't learn the full address that a visitor
+/// came from; only pages of this site may frame it (the frames mode is made of such).
 constexpr std::string_view securityFields =
     "X-Content-Type-Options: nosniff\r\n"
     "Referrer-Policy: strict-origin-when-cross-origin\r\n"
     "X-Frame-Options: SAMEORIGIN\r\n";
 
-constexpr std::size_t chunkSize = 16 * 1024;      ///< one record of TLS
-constexpr std::uint64_t burst = 1024 * 1024;      ///< of a file, before others have their turn
+constexpr std::size_t chunkSize = 16 * 1024;  ///< one record of TLS
+constexpr std::uint64_t burst = 1024 * 1024;  ///< of a file, before others have their turn
 
-iovec vectorOf(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
+iovec vectorOf(std::string_view text) {
+    return {const_cast<char*>(text.data()), text.size()};
+}
 
-bool isBlocked() { return errno == EAGAIN || errno == EWOULDBLOCK; }
+bool isBlocked() {
+    return errno == EAGAIN || errno == EWOULDBLOCK;
+}
 
 }  // namespace
 
@@ -57,7 +60,8 @@ void AnswerWriter::clear() {
 void AnswerWriter::composeHead(const AnswerFrame& frame) {
     head_.clear();
     auto out = std::back_inserter(head_);
-    fmt::format_to(out, "HTTP/1.1 {} {}\r\nDate: {}\r\n", answer_.status, statusName(answer_.status), frame.date);
+    fmt::format_to(out, "HTTP/1.1 {} {}\r\nDate: {}\r\n", answer_.status, statusName(answer_.status),
+                   frame.date);
     if (answer_.hasLength) fmt::format_to(out, "Content-Length: {}\r\n", bodyLength());
     if (!frame.keepAlive) {
         head_ += "Connection: close\r\n";
@@ -93,7 +97,8 @@ AnswerWriter::Progress AnswerWriter::writeText(int socket) {
     const std::string_view body = bodyText().substr(0, static_cast<std::size_t>(bodyToSend_));
     while (true) {
         const std::string_view headRest = std::string_view(head_).substr(headSent_);
-        const std::string_view bodyRest = isFile ? std::string_view() : body.substr(static_cast<std::size_t>(bodySent_));
+        const std::string_view bodyRest =
+            isFile ? std::string_view() : body.substr(static_cast<std::size_t>(bodySent_));
         if (headRest.empty() && bodyRest.empty()) return Progress::Done;
         std::array<iovec, 2> parts{vectorOf(headRest), vectorOf(bodyRest)};
         msghdr message{};
@@ -113,8 +118,8 @@ AnswerWriter::Progress AnswerWriter::writeFile(int socket, const FileAnswer& fil
     const std::uint64_t stopAt = std::min(bodyToSend_, bodySent_ + burst);
     while (bodySent_ < stopAt) {
         auto offset = static_cast<off_t>(file.offset + bodySent_);
-        const ssize_t count =
-            ::sendfile(socket, file.file->number(), &offset, static_cast<std::size_t>(bodyToSend_ - bodySent_));
+        const ssize_t count = ::sendfile(socket, file.file->number(), &offset,
+                                         static_cast<std::size_t>(bodyToSend_ - bodySent_));
         if (count > 0) {
             advance(static_cast<std::size_t>(count));
         } else if (count == 0) {
@@ -148,8 +153,8 @@ std::string_view AnswerWriter::nextOfFile(const FileAnswer& file) {
     const std::uint64_t rest = bodyToSend_ - bodySent_;
     if (rest == 0) return {};
     chunk_.resize(static_cast<std::size_t>(std::min<std::uint64_t>(rest, chunkSize)));
-    const ssize_t count =
-        ::pread(file.file->number(), chunk_.data(), chunk_.size(), static_cast<off_t>(file.offset + bodySent_));
+    const ssize_t count = ::pread(file.file->number(), chunk_.data(), chunk_.size(),
+                                  static_cast<off_t>(file.offset + bodySent_));
     if (count <= 0) {
         failed_ = true;
         return {};

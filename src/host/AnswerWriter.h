@@ -16,8 +16,8 @@ struct AnswerFrame {
     bool isHttp10 = false;
 };
 
-/// Sends one answer after the other. Header and body go out in one call where they fit; files go from the page
-/// cache to the socket without being read. One connection uses it.
+/// Sends one answer after the other. Header and body go out in one call where they fit; files go from the
+/// page cache to the socket without being read. One connection uses it.
 class AnswerWriter {
   public:
     enum class Progress { Done, Blocked, Failed };
@@ -29,8 +29,8 @@ class AnswerWriter {
     /// Writes as much as the socket, which must not block, takes.
     Progress writeTo(int socket);
 
-    /// The same for an encrypting stream: the next bytes to be written, at most some 16 KB, "" at the end; then how
-    /// many were written. `failed` tells that the file has become shorter than announced.
+    /// The same for an encrypting stream: the next bytes to be written, at most some 16 KB, "" at the end;
+    /// then how many were written. `failed` tells that the file has become shorter than announced.
     std::string_view next();
     void advance(std::size_t count);
     bool failed() const { return failed_; }

@@ -4,11 +4,13 @@
 #include <string>
 #include <string_view>
 
-/// Case in the protocol's own words, which are ASCII: for names of header fields and the like. Text that people
-/// write is compared with `text::equals`.
+/// Case in the protocol's own words, which are ASCII: for names of header fields and the like. Text that
+/// people write is compared with `text::equals`.
 namespace torvex::ascii {
 
-constexpr char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
+constexpr char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+}
 
 constexpr bool equals(std::string_view a, std::string_view b) {
     return a.size() == b.size() &&
@@ -29,7 +31,9 @@ inline std::string lowered(std::string_view text) {
     return result;
 }
 
-constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
 
 /// The value of a hexadecimal digit, -1 for any other character.
 constexpr int hexValue(char c) {

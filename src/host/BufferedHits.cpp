@@ -50,7 +50,9 @@ void BufferedHits::know(const Key& key) {
     while (known_.size() > daysKept) known_.erase(known_.begin());
 }
 
-bool BufferedHits::wasViewedBefore(const Key& key) { return hasHits(*open_(), key.second, key.first); }
+bool BufferedHits::wasViewedBefore(const Key& key) {
+    return hasHits(*open_(), key.second, key.first);
+}
 
 void BufferedHits::add(const Key& key, bool unique) {
     Views& views = pending_[key];
@@ -80,7 +82,8 @@ bool BufferedHits::flush() {
 void BufferedHits::write(const Batch& batch) {
     const db::Lease connection = open_();
     db::Transaction transaction(*connection);
-    for (const auto& [key, views] : batch) addHits(*connection, key.second, key.first, views.hits, views.uniqueHits);
+    for (const auto& [key, views] : batch)
+        addHits(*connection, key.second, key.first, views.hits, views.uniqueHits);
     transaction.commit();
 }
 

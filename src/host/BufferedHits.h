@@ -21,14 +21,15 @@ class logger;
 
 namespace torvex {
 
-/// Collects views in memory and writes them together, on a thread of its own: a page never waits for the database to
-/// be written. What was counted in the last moment before a crash is lost. Failing to write keeps the views and
-/// tries again; it is logged once, until it works again.
+/// Collects views in memory and writes them together, on a thread of its own: a page never waits for the
+/// database to be written. What was counted in the last moment before a crash is lost. Failing to write keeps
+/// the views and tries again; it is logged once, until it works again.
 class BufferedHits final : public HitCounter {
   public:
     using OpenDatabase = std::function<db::Lease()>;
 
-    /// `open` gives a connection to the counts, on any thread. A longer `delay` makes fewer and larger writes.
+    /// `open` gives a connection to the counts, on any thread. A longer `delay` makes fewer and larger
+    /// writes.
     BufferedHits(OpenDatabase open, spdlog::logger& log,
                  std::chrono::milliseconds delay = std::chrono::milliseconds(200));
     BufferedHits(const BufferedHits&) = delete;

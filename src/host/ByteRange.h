@@ -30,8 +30,8 @@ struct FilePart {
 };
 using FileSelection = std::variant<WholeFile, FilePart, NotModified, UnsatisfiableRange>;
 
-/// Weighs the conditions in the protocol's order. A range that isn't valid, and one of several parts, selects the
-/// whole file, as the protocol allows.
+/// Weighs the conditions in the protocol's order. A range that isn't valid, and one of several parts, selects
+/// the whole file, as the protocol allows.
 FileSelection select(const FileConditions& conditions, const FileVersion& version);
 
 /// The range alone: "bytes=0-99", "bytes=100-", "bytes=-50".

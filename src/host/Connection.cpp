@@ -14,7 +14,7 @@ using boost::system::error_code;
 
 constexpr std::size_t readSize = 4096;
 constexpr std::size_t lingerBytes = 256 * 1024;  ///< of a refused body, dropped; more is cut off
-constexpr int mostInOneGo = 16;                  ///< pipelined requests, before other connections have their turn
+constexpr int mostInOneGo = 16;  ///< pipelined requests, before other connections have their turn
 constexpr std::string_view goOn = "HTTP/1.1 100 Continue\r\n\r\n";
 
 }  // namespace
@@ -159,7 +159,8 @@ bool Connection::askForBody() {
 bool Connection::onComplete() {
     enter(Stage::Handling);
     body_.swap(parser_.body());
-    auto answer = loop_.pipeline().answer(std::static_pointer_cast<Exchange>(shared_from_this()), loop_.files());
+    auto answer =
+        loop_.pipeline().answer(std::static_pointer_cast<Exchange>(shared_from_this()), loop_.files());
     return answer && send(std::move(*answer));
 }
 
@@ -180,7 +181,8 @@ bool Connection::send(Answer answer) {
     const bool hasRequest = parser_.state() != RequestParser::State::Refused && !isTimedOut_;
     closesAfterAnswer_ = answer.closes || !hasRequest || !head().keepAlive || loop_.isStopping();
     const bool isHead = hasRequest && head().method == Method::Head;
-    writer_.start(std::move(answer), {loop_.date(), !closesAfterAnswer_, isHead, hasRequest && head().version == 10});
+    writer_.start(std::move(answer),
+                  {loop_.date(), !closesAfterAnswer_, isHead, hasRequest && head().version == 10});
     isInterim_ = false;
     enter(Stage::Writing);
     return writeOn();
@@ -238,27 +240,27 @@ bool Connection::afterAnswer() {
     return true;
 }
 
-/// Closing while the visitor still sends would make the system discard the answer; so the sending end is closed and
-/// what comes is read for a short while.
+/// Closing while the visitor still sends would make the system discard the answer; so the sending end is
+/// closed and what comes is read for a short while.
 void Connection::linger() {
     error_code ignored;
     enter(Stage::Lingering);
     transport_.socket().shutdown(Socket::shutdown_send, ignored);
     buffer_.clear();
-    transport_.socket().async_read_some(buffer_.prepare(readSize),
-                                        [self = shared_from_this()](const error_code& error, std::size_t count) {
-                                            self->onLinger(error, count);
-                                        });
+    transport_.socket().async_read_some(
+        buffer_.prepare(readSize), [self = shared_from_this()](const error_code& error, std::size_t count) {
+            self->onLinger(error, count);
+        });
 }
 
 void Connection::onLinger(const error_code& error, std::size_t count) {
     lingered_ += count;
     if (stage_ == Stage::Closed) return;
     if (error || lingered_ > lingerBytes) return close();
-    transport_.socket().async_read_some(buffer_.prepare(readSize),
-                                        [self = shared_from_this()](const error_code& failure, std::size_t more) {
-                                            self->onLinger(failure, more);
-                                        });
+    transport_.socket().async_read_some(
+        buffer_.prepare(readSize), [self = shared_from_this()](const error_code& failure, std::size_t more) {
+            self->onLinger(failure, more);
+        });
 }
 
 void Connection::close() {

@@ -13,8 +13,8 @@ namespace torvex {
 
 class EventLoop;
 
-/// One visitor's connection: reads a request, has it answered, writes the answer, and goes on to the next. Belongs to
-/// the thread of its loop, but for `finish`. It lives as long as something is under way for it.
+/// One visitor's connection: reads a request, has it answered, writes the answer, and goes on to the next.
+/// Belongs to the thread of its loop, but for `finish`. It lives as long as something is under way for it.
 class Connection final : public Exchange, public std::enable_shared_from_this<Connection> {
   public:
     using TimePoint = std::chrono::steady_clock::time_point;

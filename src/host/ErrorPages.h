@@ -5,8 +5,8 @@
 
 #include "host/Answer.h"
 
-/// The server's own pages for what went wrong: they say what happened and what to do next, stand by themselves and
-/// are never stored. Pure; safe from any thread.
+/// The server's own pages for what went wrong: they say what happened and what to do next, stand by
+/// themselves and are never stored. Pure; safe from any thread.
 namespace torvex::errorPages {
 
 /// The page of a status; one without a text of its own gets a general one.

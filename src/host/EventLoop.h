@@ -32,8 +32,8 @@ struct LoopSetting {
     std::atomic<std::size_t>& connections;
 };
 
-/// One thread's share of the server: its listening socket, its connections and its public files. Everything but
-/// `beginStop` and `abort` belongs to the thread that runs it.
+/// One thread's share of the server: its listening socket, its connections and its public files. Everything
+/// but `beginStop` and `abort` belongs to the thread that runs it.
 class EventLoop {
   public:
     using TimePoint = std::chrono::steady_clock::time_point;

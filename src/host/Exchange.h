@@ -13,14 +13,14 @@ namespace torvex {
 struct PageRoute;
 struct FileGuard;
 
-/// One request on its way through the pipeline. Read by the thread that has it at the moment: the loop, then a
-/// worker, then the loop again.
+/// One request on its way through the pipeline. Read by the thread that has it at the moment: the loop, then
+/// a worker, then the loop again.
 class Exchange {
   public:
     virtual ~Exchange() = default;
 
-    /// Sends the answer; once for each request, from any thread. `self` is this, handed on so that its last owner is
-    /// the loop.
+    /// Sends the answer; once for each request, from any thread. `self` is this, handed on so that its last
+    /// owner is the loop.
     virtual void finish(std::shared_ptr<Exchange> self, Answer answer) = 0;
 
     virtual const RequestHead& head() const = 0;

@@ -1,11 +1,10 @@
 #include "host/FailureReport.h"
 
+#include <algorithm>
+#include <array>
 #include <fmt/format.h>
 #include <sodium.h>
 #include <spdlog/logger.h>
-
-#include <algorithm>
-#include <array>
 
 #include "host/Ascii.h"
 #include "host/Exchange.h"
@@ -23,9 +22,8 @@ std::string newReference() {
 
 bool isSecret(std::string_view name) {
     const std::string lowered = ascii::lowered(name);
-    return std::any_of(secretNames.begin(), secretNames.end(), [&](std::string_view part) {
-        return lowered.find(part) != std::string::npos;
-    });
+    return std::any_of(secretNames.begin(), secretNames.end(),
+                       [&](std::string_view part) { return lowered.find(part) != std::string::npos; });
 }
 
 /// On one line: the lines of a chain are divided by bars, other control characters dropped.
@@ -71,10 +69,12 @@ FailureReport::FailureReport(const Exchange& exchange, const Session& session, s
     : reference_(newReference()) {
     const std::string query = withoutSecrets(exchange.target.query);
     line_ = fmt::format("request failed: reference {}, {} {}{}{}, login {}: {}", reference_,
-                        exchange.head().methodText, oneLine(exchange.target.path), query.empty() ? "" : "?", query,
-                        oneLine(login(session)), oneLine(error));
+                        exchange.head().methodText, oneLine(exchange.target.path), query.empty() ? "" : "?",
+                        query, oneLine(login(session)), oneLine(error));
 }
 
-void FailureReport::write(spdlog::logger& log) const { log.error(line_); }
+void FailureReport::write(spdlog::logger& log) const {
+    log.error(line_);
+}
 
 }  // namespace torvex

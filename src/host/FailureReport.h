@@ -12,9 +12,9 @@ namespace torvex {
 class Exchange;
 class Session;
 
-/// What the log keeps of a request that failed: one line with a random number, which the visitor sees too, the
-/// address, the login and the error. Values that look like passwords are left out, and nothing that a visitor
-/// sends can break the line.
+/// What the log keeps of a request that failed: one line with a random number, which the visitor sees too,
+/// the address, the login and the error. Values that look like passwords are left out, and nothing that a
+/// visitor sends can break the line.
 class FailureReport {
   public:
     FailureReport(const Exchange& exchange, const Session& session, std::string_view error);

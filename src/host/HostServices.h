@@ -18,8 +18,8 @@ namespace db {
 class Database;
 }
 
-/// What the server hands on to every request. All of it is owned by the caller, outlives the server and is safe
-/// to share between threads.
+/// What the server hands on to every request. All of it is owned by the caller, outlives the server and is
+/// safe to share between threads.
 struct HostServices {
     ApplicationValues& application;
     FileSystem& files;

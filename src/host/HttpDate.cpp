@@ -1,8 +1,7 @@
 #include "host/HttpDate.h"
 
-#include <fmt/format.h>
-
 #include <array>
+#include <fmt/format.h>
 
 namespace torvex {
 
@@ -52,9 +51,9 @@ std::optional<std::time_t> parseHttpDate(std::string_view text) {
     parts.tm_hour = digits(text.substr(17, 2));
     parts.tm_min = digits(text.substr(20, 2));
     parts.tm_sec = digits(text.substr(23, 2));
-    const bool valid = parts.tm_mday >= 1 && parts.tm_mday <= 31 && parts.tm_mon >= 0 && parts.tm_year >= -300 &&
-                       parts.tm_hour >= 0 && parts.tm_hour < 24 && parts.tm_min >= 0 && parts.tm_min < 60 &&
-                       parts.tm_sec >= 0 && parts.tm_sec <= 60;
+    const bool valid = parts.tm_mday >= 1 && parts.tm_mday <= 31 && parts.tm_mon >= 0 &&
+                       parts.tm_year >= -300 && parts.tm_hour >= 0 && parts.tm_hour < 24 &&
+                       parts.tm_min >= 0 && parts.tm_min < 60 && parts.tm_sec >= 0 && parts.tm_sec <= 60;
     if (!valid) return std::nullopt;
     return timegm(&parts);
 }

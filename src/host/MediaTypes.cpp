@@ -75,8 +75,9 @@ std::string_view mediaType(std::string_view fileName) {
     const std::size_t dot = fileName.rfind('.');
     if (dot == std::string_view::npos) return "application/octet-stream";
     const std::string suffix = ascii::lowered(fileName.substr(dot + 1));
-    const auto found = std::lower_bound(table.begin(), table.end(), suffix,
-                                        [](const Entry& entry, const std::string& key) { return entry.first < key; });
+    const auto found =
+        std::lower_bound(table.begin(), table.end(), suffix,
+                         [](const Entry& entry, const std::string& key) { return entry.first < key; });
     return found != table.end() && found->first == suffix ? found->second : "application/octet-stream";
 }
 

@@ -25,8 +25,8 @@ struct PageSetting {
     bool secureCookies;
 };
 
-/// One request for a page or a guarded file: waits for its session and a worker, runs there, and hands the answer to
-/// the exchange.
+/// One request for a page or a guarded file: waits for its session and a worker, runs there, and hands the
+/// answer to the exchange.
 class PageJob : public std::enable_shared_from_this<PageJob> {
   public:
     PageJob(const PageSetting& setting, std::shared_ptr<Exchange> exchange)

@@ -8,8 +8,9 @@ namespace torvex {
 
 class Exchange;
 
-/// The request as pages see it: query, form and server variables ("http_host", "remote_addr", ...). Each header field
-/// is there as "http_" and its name; names with "_" are left out, as they could pose as another field.
+/// The request as pages see it: query, form and server variables ("http_host", "remote_addr", ...). Each
+/// header field is there as "http_" and its name; names with "_" are left out, as they could pose as another
+/// field.
 Request toRequest(const Exchange& exchange);
 
 /// Whether a body of this type can be read as a form.

@@ -14,9 +14,12 @@ using boost::beast::string_view;
 namespace {
 
 constexpr std::size_t notFound = std::string_view::npos;
-constexpr std::size_t reservedBody = 64 * 1024;  ///< a length that is only claimed gets no more memory than this
+constexpr std::size_t reservedBody =
+    64 * 1024;  ///< a length that is only claimed gets no more memory than this
 
-std::string_view view(string_view text) { return {text.data(), text.size()}; }
+std::string_view view(string_view text) {
+    return {text.data(), text.size()};
+}
 
 Method methodOf(http::verb verb) {
     switch (verb) {
@@ -33,19 +36,23 @@ Method methodOf(http::verb verb) {
     }
 }
 
-bool isTokenStart(char c) { return (ascii::lower(c) >= 'a' && ascii::lower(c) <= 'z') || ascii::isDigit(c) ||
-                                   std::string_view("!#$%&'*+-.^_`|~").find(c) != notFound; }
+bool isTokenStart(char c) {
+    return (ascii::lower(c) >= 'a' && ascii::lower(c) <= 'z') || ascii::isDigit(c) ||
+           std::string_view("!#$%&'*+-.^_`|~").find(c) != notFound;
+}
 
 bool isAllDigits(std::string_view text) {
     return !text.empty() && std::all_of(text.begin(), text.end(), ascii::isDigit);
 }
 
-int statusOf(const error_code& error) { return error == http::error::body_limit ? 413 : 400; }
+int statusOf(const error_code& error) {
+    return error == http::error::body_limit ? 413 : 400;
+}
 
 }  // namespace
 
-/// Hands on what the library's parser finds. Fields of a trailer, behind the body, are dropped: nothing may come
-/// in there that the header's checks have not seen.
+/// Hands on what the library's parser finds. Fields of a trailer, behind the body, are dropped: nothing may
+/// come in there that the header's checks have not seen.
 class RequestParser::Reader final : public http::basic_parser<true> {
   public:
     Reader(RequestHead& head, std::string& body) : head_(head), body_(body) {}
@@ -90,7 +97,9 @@ class RequestParser::Reader final : public http::basic_parser<true> {
     bool headerDone_ = false;
 };
 
-RequestParser::RequestParser(const RequestLimits& limits) : limits_(limits) { reset(); }
+RequestParser::RequestParser(const RequestLimits& limits) : limits_(limits) {
+    reset();
+}
 
 RequestParser::~RequestParser() = default;
 

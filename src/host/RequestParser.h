@@ -9,9 +9,9 @@
 
 namespace torvex {
 
-/// Reads one request after the other from bytes as they come. Stricter than the protocol needs where leniency has
-/// let requests be smuggled past proxies: bare line feeds, folded lines, doubled or contradicting lengths are
-/// refused. One connection uses it.
+/// Reads one request after the other from bytes as they come. Stricter than the protocol needs where leniency
+/// has let requests be smuggled past proxies: bare line feeds, folded lines, doubled or contradicting lengths
+/// are refused. One connection uses it.
 class RequestParser {
   public:
     enum class State {

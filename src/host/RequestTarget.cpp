@@ -60,10 +60,13 @@ bool isPort(std::string_view text) {
 }
 
 bool isNameCharacter(char c) {
-    return (ascii::lower(c) >= 'a' && ascii::lower(c) <= 'z') || ascii::isDigit(c) || c == '-' || c == '.' || c == '_';
+    return (ascii::lower(c) >= 'a' && ascii::lower(c) <= 'z') || ascii::isDigit(c) || c == '-' || c == '.' ||
+           c == '_';
 }
 
-bool isAddress6Character(char c) { return ascii::hexValue(c) >= 0 || c == ':' || c == '.'; }
+bool isAddress6Character(char c) {
+    return ascii::hexValue(c) >= 0 || c == ':' || c == '.';
+}
 
 }  // namespace
 

@@ -1,10 +1,9 @@
 #include "host/ResponseConversion.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <array>
 #include <ctime>
+#include <fmt/format.h>
 
 #include "host/Ascii.h"
 #include "host/HttpDate.h"
@@ -14,8 +13,8 @@ namespace torvex {
 
 namespace {
 
-constexpr std::array<std::string_view, 7> ownFields{"Content-Length", "Content-Type",      "Connection", "Keep-Alive",
-                                                    "Date",           "Transfer-Encoding", "Upgrade"};
+constexpr std::array<std::string_view, 7> ownFields{
+    "Content-Length", "Content-Type", "Connection", "Keep-Alive", "Date", "Transfer-Encoding", "Upgrade"};
 
 bool isOwnField(std::string_view name) {
     return std::any_of(ownFields.begin(), ownFields.end(),
@@ -24,7 +23,8 @@ bool isOwnField(std::string_view name) {
 
 bool isFieldName(std::string_view name) {
     return !name.empty() && std::all_of(name.begin(), name.end(), [](char c) {
-        return (ascii::lower(c) >= 'a' && ascii::lower(c) <= 'z') || ascii::isDigit(c) || c == '-' || c == '_';
+        return (ascii::lower(c) >= 'a' && ascii::lower(c) <= 'z') || ascii::isDigit(c) || c == '-' ||
+               c == '_';
     });
 }
 
@@ -62,12 +62,13 @@ std::string charsetOf(const Response& response) {
 void addContentType(Answer& answer, const Response& response, std::string_view charset) {
     std::string type = fieldValue(response.contentType);
     if (type.empty()) type = "application/octet-stream";
-    if (!charset.empty() && type.find("charset=") == std::string::npos) type.append("; charset=").append(charset);
+    if (!charset.empty() && type.find("charset=") == std::string::npos)
+        type.append("; charset=").append(charset);
     answer.addField("Content-Type", type);
 }
 
-/// Pages are made for one visitor: no shared cache may keep them, and a browser asks again unless the page says how
-/// long it is good for.
+/// Pages are made for one visitor: no shared cache may keep them, and a browser asks again unless the page
+/// says how long it is good for.
 void addCaching(Answer& answer, const Response& response) {
     std::string control = fieldValue(response.cacheControl);
     if (response.expires) {
@@ -78,7 +79,8 @@ void addCaching(Answer& answer, const Response& response) {
     const bool isGiven = std::any_of(response.headers.begin(), response.headers.end(), [](const auto& field) {
         return ascii::equals(field.first, "Cache-Control");
     });
-    if (!control.empty() || !isGiven) answer.addField("Cache-Control", control.empty() ? "private, no-cache" : control);
+    if (!control.empty() || !isGiven)
+        answer.addField("Cache-Control", control.empty() ? "private, no-cache" : control);
 }
 
 void addFields(Answer& answer, const Response& response) {

@@ -5,8 +5,8 @@
 
 namespace torvex {
 
-/// The answer that a page's response stands for: its text in its charset (UTF-8 unless it names one), its header
-/// fields without those that are the server's own. Line breaks can't get into a field.
+/// The answer that a page's response stands for: its text in its charset (UTF-8 unless it names one), its
+/// header fields without those that are the server's own. Line breaks can't get into a field.
 Answer toAnswer(Response response);
 
 }  // namespace torvex

@@ -1,10 +1,9 @@
 #include "host/BufferedHits.h"
 
+#include <atomic>
 #include <gtest/gtest.h>
 #include <spdlog/logger.h>
 #include <spdlog/sinks/ostream_sink.h>
-
-#include <atomic>
 #include <sstream>
 #include <vector>
 
@@ -32,8 +31,8 @@ class BufferedHitsTest : public test::DatabaseTest {
 
     /// "hits/uniquehits" as stored, "" when there is no row.
     std::string stored(std::string_view nodeId = node, std::string_view day = today) {
-        auto rows = connection().query("select hits, uniquehits from TORVEX_LOGGING where nodeId = ? and yyyymmdd = ?",
-                                       {nodeId, day});
+        auto rows = connection().query(
+            "select hits, uniquehits from TORVEX_LOGGING where nodeId = ? and yyyymmdd = ?", {nodeId, day});
         if (!rows.next()) return {};
         return rows.text("hits") + "/" + rows.text("uniquehits");
     }

@@ -10,12 +10,15 @@ namespace torvex {
 namespace {
 
 std::string shown(const FileSelection& selection) {
-    if (const auto* part = std::get_if<FilePart>(&selection)) return fmt::format("{}+{}", part->offset, part->length);
+    if (const auto* part = std::get_if<FilePart>(&selection))
+        return fmt::format("{}+{}", part->offset, part->length);
     if (std::holds_alternative<NotModified>(selection)) return "not modified";
     return std::holds_alternative<WholeFile>(selection) ? "whole" : "unsatisfiable";
 }
 
-std::string range(std::string_view text, std::uint64_t size = 100) { return shown(selectRange(text, size)); }
+std::string range(std::string_view text, std::uint64_t size = 100) {
+    return shown(selectRange(text, size));
+}
 
 TEST(ByteRange, SelectsParts) {
     EXPECT_EQ(range("bytes=0-0"), "0+1");
@@ -38,12 +41,15 @@ TEST(ByteRange, PartsBehindTheEndCannotBeHad) {
 }
 
 TEST(ByteRange, WhatIsNoRangeGivesTheWholeFile) {
-    for (const char* text : {"", "bytes", "bytes=", "bytes=-", "bytes=a-b", "bytes=5", "bytes=9-5", "items=0-5",
-                             "bytes=0-5-7", "bytes=--5", "bytes=1-x", "bytes=0-18446744073709551616", "bytes=+1-2"})
+    for (const char* text :
+         {"", "bytes", "bytes=", "bytes=-", "bytes=a-b", "bytes=5", "bytes=9-5", "items=0-5", "bytes=0-5-7",
+          "bytes=--5", "bytes=1-x", "bytes=0-18446744073709551616", "bytes=+1-2"})
         EXPECT_EQ(range(text), "whole") << text;
 }
 
-TEST(ByteRange, SeveralPartsGiveTheWholeFile) { EXPECT_EQ(range("bytes=0-1,5-6"), "whole"); }
+TEST(ByteRange, SeveralPartsGiveTheWholeFile) {
+    EXPECT_EQ(range("bytes=0-1,5-6"), "whole");
+}
 
 class FileConditionsTest : public testing::Test {
   protected:

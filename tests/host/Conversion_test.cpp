@@ -1,10 +1,9 @@
 // Requests and responses on their way between the network and the pages.
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "host/ErrorPages.h"
 #include "host/FailureReport.h"
@@ -18,7 +17,9 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-const std::string& bodyOf(const Answer& answer) { return std::get<std::string>(answer.body); }
+const std::string& bodyOf(const Answer& answer) {
+    return std::get<std::string>(answer.body);
+}
 
 Answer answerWith(const std::function<void(Response&)>& fill) {
     Response response;
@@ -37,7 +38,8 @@ TEST(ResponseConversion, ExpiresIsCountedInMinutes) {
 TEST(ResponseConversion, TheResponsesOwnCachingWins) {
     const Answer set = answerWith([](Response& response) { response.cacheControl = "no-store"; });
     EXPECT_THAT(set.fields, HasSubstr("Cache-Control: no-store\r\n"));
-    const Answer added = answerWith([](Response& response) { response.addHeader("cache-control", "public"); });
+    const Answer added =
+        answerWith([](Response& response) { response.addHeader("cache-control", "public"); });
     EXPECT_THAT(added.fields, Not(HasSubstr("private")));
 }
 

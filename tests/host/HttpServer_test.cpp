@@ -24,7 +24,8 @@ class HttpServerTest : public testing::Test {
     HttpServerTest() {
         running.page("/hello.asp", [](HostContext& host) { host.response.write("Hello"); });
         running.form("/form.asp", [](HostContext& host) {
-            host.response.write(host.request.item("name") + "|" + host.request.serverVariable("request_method"));
+            host.response.write(host.request.item("name") + "|" +
+                                host.request.serverVariable("request_method"));
         });
     }
 
@@ -151,7 +152,8 @@ TEST_F(HttpServerTest, KnownMethodsThatAnAddressDoesNotTakeAreRefusedWithThoseIt
 TEST_F(HttpServerTest, AFormIsDecoded) {
     start();
     const RawReply reply = client().ask(
-        "POST /form.asp HTTP/1.1\r\nHost: a\r\nContent-Type: application/x-www-form-urlencoded; charset=utf-8\r\n"
+        "POST /form.asp HTTP/1.1\r\nHost: a\r\nContent-Type: application/x-www-form-urlencoded; "
+        "charset=utf-8\r\n"
         "Content-Length: 15\r\n\r\nname=M%C3%BCller");
     EXPECT_EQ(reply.status, 200);
     EXPECT_EQ(reply.body, "Mülle|POST");  // the length says where the body ends
@@ -171,7 +173,8 @@ TEST_F(HttpServerTest, OtherBodiesThanFormsAreRefusedUnread) {
     start();
     RawHttpClient connection = client();
     const RawReply reply = connection.ask(
-        "POST /form.asp HTTP/1.1\r\nHost: a\r\nContent-Type: application/json\r\nContent-Length: 1000\r\n\r\n{");
+        "POST /form.asp HTTP/1.1\r\nHost: a\r\nContent-Type: application/json\r\nContent-Length: "
+        "1000\r\n\r\n{");
     EXPECT_EQ(reply.status, 415);
     EXPECT_EQ(reply.field("Connection"), "close");
 }
@@ -207,7 +210,8 @@ TEST_F(HttpServerTest, ABodyAboveTheLimitIsRefused) {
         "POST /form.asp HTTP/1.1\r\nHost: a\r\nContent-Type: application/x-www-form-urlencoded\r\n";
     EXPECT_EQ(client().ask(head + "Content-Length: 100\r\n\r\n" + std::string(100, 'a')).status, 200);
     EXPECT_EQ(client().ask(head + "Content-Length: 101\r\n\r\n" + std::string(101, 'a')).status, 413);
-    EXPECT_EQ(client().ask(head + "Transfer-Encoding: chunked\r\n\r\n65\r\n" + std::string(101, 'a')).status, 413);
+    EXPECT_EQ(client().ask(head + "Transfer-Encoding: chunked\r\n\r\n65\r\n" + std::string(101, 'a')).status,
+              413);
 }
 
 TEST_F(HttpServerTest, TheVisitorSeesTheRefusalOfALargeBodyThatIsStillBeingSent) {
@@ -215,15 +219,17 @@ TEST_F(HttpServerTest, TheVisitorSeesTheRefusalOfALargeBodyThatIsStillBeingSent)
     start();
     const RawReply reply = client().ask(
         "POST /form.asp HTTP/1.1\r\nHost: a\r\nContent-Type: application/x-www-form-urlencoded\r\n"
-        "Content-Length: 150000\r\n\r\n" + std::string(150'000, 'a'));
+        "Content-Length: 150000\r\n\r\n" +
+        std::string(150'000, 'a'));
     EXPECT_EQ(reply.status, 413);
     EXPECT_THAT(reply.body, HasSubstr("</html>"));
 }
 
 TEST_F(HttpServerTest, ServerVariablesTellOfTheRequest) {
     running.page("/vars.asp", [](HostContext& host) {
-        for (const char* name : {"http_host", "https", "http_referer", "http_user_agent", "script_name",
-                                 "remote_addr", "request_method", "query_string", "server_name", "http_x_a_b"})
+        for (const char* name :
+             {"http_host", "https", "http_referer", "http_user_agent", "script_name", "remote_addr",
+              "request_method", "query_string", "server_name", "http_x_a_b"})
             host.response.write(host.request.serverVariable(name) + "\n");
     });
     start();
@@ -231,7 +237,8 @@ TEST_F(HttpServerTest, ServerVariablesTellOfTheRequest) {
         "GET /Vars.asp?a=%41 HTTP/1.1\r\nHost: www.example.org:8080\r\nReferer: http://x/\r\n"
         "User-Agent: probe\r\nX-A-B: 1\r\nX-A-B: 2\r\nX_Forged: 3\r\n\r\n");
     EXPECT_EQ(reply.body,
-              "www.example.org:8080\noff\nhttp://x/\nprobe\n/Vars.asp\n127.0.0.1\nGET\na=%41\nwww.example.org\n1, 2\n");
+              "www.example.org:8080\noff\nhttp://x/\nprobe\n/"
+              "Vars.asp\n127.0.0.1\nGET\na=%41\nwww.example.org\n1, 2\n");
 }
 
 TEST_F(HttpServerTest, ABrokenEscapeInTheQueryStaysAsItStands) {
@@ -264,10 +271,11 @@ TEST_F(HttpServerTest, EndingTheResponseIsANormalEnd) {
 }
 
 TEST_F(HttpServerTest, AFailureIsLoggedOnceAndShownAsANumberOnly) {
-    running.startSession = [](HostContext& host) { host.session.set("torvex_username", Value(std::string("anna"))); };
-    running.page("/broken.asp", [](HostContext&) {
-        throw Error("Error in function getPage!\r\nno such table: SECRETS");
-    });
+    running.startSession = [](HostContext& host) {
+        host.session.set("torvex_username", Value(std::string("anna")));
+    };
+    running.page("/broken.asp",
+                 [](HostContext&) { throw Error("Error in function getPage!\r\nno such table: SECRETS"); });
     start();
     const RawReply reply = get("/broken.asp?id=7&password=hush");
     EXPECT_EQ(reply.status, 500);
@@ -297,7 +305,8 @@ TEST_F(HttpServerTest, ASlowHeaderIsCutOffByItsTotalTime) {
     start();
     RawHttpClient connection = client();
     const auto begin = std::chrono::steady_clock::now();
-    connection.drip("GET /hello.asp HTTP/1.1\r\nHost: test.example\r\nX-Long: " + std::string(500, 'x'), 20ms);
+    connection.drip("GET /hello.asp HTTP/1.1\r\nHost: test.example\r\nX-Long: " + std::string(500, 'x'),
+                    20ms);
     EXPECT_EQ(connection.read().status, 408);
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
     EXPECT_TRUE(connection.isClosedWithin(5s));
@@ -330,7 +339,8 @@ TEST_F(HttpServerTest, AConnectionThatNeverAsksIsClosedInSilence) {
 
 TEST_F(HttpServerTest, AReaderWhoStopsIsCutOff) {
     running.options.deadlines.write = 300ms;
-    running.page("/huge.asp", [](HostContext& host) { host.response.write(std::string(32 * 1024 * 1024, 'x')); });
+    running.page("/huge.asp",
+                 [](HostContext& host) { host.response.write(std::string(32 * 1024 * 1024, 'x')); });
     start();
     RawHttpClient connection = client();
     connection.send("GET /huge.asp HTTP/1.1\r\nHost: a\r\n\r\n");

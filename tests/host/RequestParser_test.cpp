@@ -1,7 +1,6 @@
 #include "host/RequestParser.h"
 
 #include <gtest/gtest.h>
-
 #include <vector>
 
 namespace torvex {
@@ -44,7 +43,9 @@ struct Case {
     int verdict;
 };
 
-std::string field(const std::string& line) { return "GET / HTTP/1.1\r\nHost: a\r\n" + line + "\r\n\r\n"; }
+std::string field(const std::string& line) {
+    return "GET / HTTP/1.1\r\nHost: a\r\n" + line + "\r\n\r\n";
+}
 std::string post(const std::string& lines, const std::string& body) {
     return "POST / HTTP/1.1\r\nHost: a\r\n" + lines + "\r\n" + body;
 }
@@ -87,10 +88,13 @@ const std::vector<Case> cases{
     {"header of the limit", "GET / HTTP/1.1\r\nX: " + std::string(377, 'a') + "\r\n\r\n", 0},
     {"header above the limit", "GET / HTTP/1.1\r\nX: " + std::string(378, 'a') + "\r\n\r\n", 431},
     {"endless header", "GET / HTTP/1.1\r\nX: " + std::string(5000, 'a'), 431},
-    {"many fields", "GET / HTTP/1.1\r\nA: 1\r\nA: 2\r\nA: 3\r\nA: 4\r\nA: 5\r\nA: 6\r\nA: 7\r\nA: 8\r\nA: 9\r\nA: 10\r\n\r\n",
+    {"many fields",
+     "GET / HTTP/1.1\r\nA: 1\r\nA: 2\r\nA: 3\r\nA: 4\r\nA: 5\r\nA: 6\r\nA: 7\r\nA: 8\r\nA: 9\r\nA: "
+     "10\r\n\r\n",
      0},
     {"too many fields",
-     "GET / HTTP/1.1\r\nA: 1\r\nA: 2\r\nA: 3\r\nA: 4\r\nA: 5\r\nA: 6\r\nA: 7\r\nA: 8\r\nA: 9\r\nA: 10\r\nA: 11\r\n\r\n",
+     "GET / HTTP/1.1\r\nA: 1\r\nA: 2\r\nA: 3\r\nA: 4\r\nA: 5\r\nA: 6\r\nA: 7\r\nA: 8\r\nA: 9\r\nA: 10\r\nA: "
+     "11\r\n\r\n",
      431},
     {"body", post("Content-Length: 3\r\n", "abc"), 0},
     {"body not complete", post("Content-Length: 3\r\n", "ab"), -1},
@@ -109,13 +113,16 @@ const std::vector<Case> cases{
     {"chunks", post("Transfer-Encoding: chunked\r\n", "3\r\nabc\r\n0\r\n\r\n"), 0},
     {"chunks in capitals", post("Transfer-Encoding: Chunked\r\n", "A\r\n0123456789\r\n0\r\n\r\n"), 0},
     {"chunks to an old client", "POST / HTTP/1.0\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n\r\n", 400},
-    {"doubled encoding", post("Transfer-Encoding: chunked\r\nTransfer-Encoding: chunked\r\n", "0\r\n\r\n"), 400},
+    {"doubled encoding", post("Transfer-Encoding: chunked\r\nTransfer-Encoding: chunked\r\n", "0\r\n\r\n"),
+     400},
     {"unknown encoding", post("Transfer-Encoding: gzip\r\n", ""), 501},
     {"encoding ahead of chunks", post("Transfer-Encoding: gzip, chunked\r\n", "0\r\n\r\n"), 501},
     {"disguised chunks", post("Transfer-Encoding: xchunked\r\n", ""), 501},
     {"chunks above the limit", post("Transfer-Encoding: chunked\r\n", "33\r\n" + std::string(51, 'a')), 413},
     {"chunks above the limit together",
-     post("Transfer-Encoding: chunked\r\n", "20\r\n" + std::string(32, 'a') + "\r\n20\r\n" + std::string(32, 'a')), 413},
+     post("Transfer-Encoding: chunked\r\n",
+          "20\r\n" + std::string(32, 'a') + "\r\n20\r\n" + std::string(32, 'a')),
+     413},
     {"chunk without a number", post("Transfer-Encoding: chunked\r\n", "x\r\nabc\r\n0\r\n\r\n"), 400},
     {"chunk longer than it says", post("Transfer-Encoding: chunked\r\n", "2\r\nabc\r\n0\r\n\r\n"), 400},
     {"endless chunk line", post("Transfer-Encoding: chunked\r\n", "1;" + std::string(5000, 'a')), 400},
@@ -127,7 +134,8 @@ TEST(RequestParser, TakesWhatIsWellFormedAndRefusesAllElse) {
 
 TEST(RequestParser, TheVerdictDoesNotDependOnHowTheBytesCome) {
     for (const Case& one : cases)
-        for (const std::size_t piece : {1U, 2U, 3U, 7U}) EXPECT_EQ(verdict(one.bytes, piece), one.verdict) << one.name;
+        for (const std::size_t piece : {1U, 2U, 3U, 7U})
+            EXPECT_EQ(verdict(one.bytes, piece), one.verdict) << one.name;
 }
 
 TEST(RequestParser, GivesTheHeader) {
@@ -155,7 +163,8 @@ TEST(RequestParser, LeavesTheNextRequestAlone) {
 
 TEST(RequestParser, ATrailerAddsNothingToTheHeader) {
     RequestParser parser(limits);
-    const std::string bytes = post("Transfer-Encoding: chunked\r\n", "0\r\nHost: evil\r\nCookie: a=b\r\n\r\n");
+    const std::string bytes =
+        post("Transfer-Encoding: chunked\r\n", "0\r\nHost: evil\r\nCookie: a=b\r\n\r\n");
     ASSERT_EQ(feedAll(parser, bytes, 1000), State::Complete);
     EXPECT_EQ(parser.head().count("Host"), 1U);
     EXPECT_EQ(parser.head().count("Cookie"), 0U);

@@ -23,9 +23,10 @@ TEST(RequestTarget, DecodesPaths) {
 }
 
 TEST(RequestTarget, RefusesBrokenEscapesAndWhatFoolsChecks) {
-    for (const char* target : {"/%", "/%4", "/%zz", "/%4g", "/a%", "/%00", "/a%00.css", "/%2f", "/%2F", "/a%5cb",
-                               "/a%5Cb", "/a\\b", "/%0d%0a", "/%7f", "/a#b", "", "*", "a", "a/b", "ftp://a/",
-                               "http://", "http:///x", "http://a b/", "javascript://a/"})
+    for (const char* target :
+         {"/%",   "/%4",    "/%zz",   "/%4g",     "/a%",     "/%00",      "/a%00.css",   "/%2f",
+          "/%2F", "/a%5cb", "/a%5Cb", "/a\\b",    "/%0d%0a", "/%7f",      "/a#b",        "",
+          "*",    "a",      "a/b",    "ftp://a/", "http://", "http:///x", "http://a b/", "javascript://a/"})
         EXPECT_EQ(path(target), "refused") << target;
     EXPECT_EQ(path(std::string_view("/a\0b", 4)), "refused");
 }
@@ -47,10 +48,11 @@ TEST(RequestTarget, ReadsTheAbsoluteForm) {
 }
 
 TEST(RequestTarget, AHostIsANameOrAddressWithAnOptionalPort) {
-    for (const char* host : {"a", "www.example.org", "a:80", "127.0.0.1:8080", "[::1]", "[::1]:80", "a_b", "a:"})
+    for (const char* host :
+         {"a", "www.example.org", "a:80", "127.0.0.1:8080", "[::1]", "[::1]:80", "a_b", "a:"})
         EXPECT_TRUE(isValidHost(host)) << host;
-    for (const char* host : {"", ":80", "a b", "a/b", "a@b", "a:x", "a:123456", "a\"b", "<a>", "[::1", "[]", "[x]",
-                             "a:80:80", "a,b", "a'b", "é"})
+    for (const char* host : {"", ":80", "a b", "a/b", "a@b", "a:x", "a:123456", "a\"b", "<a>", "[::1", "[]",
+                             "[x]", "a:80:80", "a,b", "a'b", "é"})
         EXPECT_FALSE(isValidHost(host)) << host;
     EXPECT_FALSE(isValidHost(std::string(300, 'a')));
 }

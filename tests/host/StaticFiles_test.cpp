@@ -1,11 +1,10 @@
 #include "host/StaticFiles.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
-
-#include <filesystem>
 #include <thread>
+#include <unistd.h>
 
 #include "host/MediaTypes.h"
 #include "host/PublicFile.h"
@@ -23,9 +22,10 @@ TEST(StaticFiles, HiddenNamesAndSourcesAreNotPublic) {
     for (const char* path : {"/a.css", "/a/b/c.PNG", "/a b.txt", "/Ünïcode.html", "/no-suffix", "/a.b.c"})
         EXPECT_TRUE(isPublicPath(path)) << path;
     for (const char* path :
-         {"", "/", "a.css", "//a.css", "/a//b.css", "/a/", "/..", "/../a.css", "/a/../b.css", "/./a.css", "/.git/config",
-          "/.htaccess", "/a/.b", "/page.asp", "/PAGE.ASP", "/a.inc", "/torvex.toml", "/content.db", "/a.db-wal",
-          "/dump.sql", "/x.lua", "/x.ini", "/a.css.bak", "/a.css~", "/a.sqlite", "/a.log", "/a.pem", "/a\\b.css"})
+         {"",          "/",           "a.css",        "//a.css",      "/a//b.css",  "/a/",       "/..",
+          "/../a.css", "/a/../b.css", "/./a.css",     "/.git/config", "/.htaccess", "/a/.b",     "/page.asp",
+          "/PAGE.ASP", "/a.inc",      "/torvex.toml", "/content.db",  "/a.db-wal",  "/dump.sql", "/x.lua",
+          "/x.ini",    "/a.css.bak",  "/a.css~",      "/a.sqlite",    "/a.log",     "/a.pem",    "/a\\b.css"})
         EXPECT_FALSE(isPublicPath(path)) << path;
     EXPECT_FALSE(isPublicPath(std::string_view("/a.css\0.txt", 11)));
 }
@@ -44,7 +44,9 @@ class StaticFilesTest : public testing::Test {
         running.options.rootFolder = folder.path();
         running.start();
     }
-    RawReply get(std::string_view target, std::string_view lines = {}) { return running.client().get(target, lines); }
+    RawReply get(std::string_view target, std::string_view lines = {}) {
+        return running.client().get(target, lines);
+    }
 
     test::PublicFolder folder;
     test::RunningServer running;
@@ -69,8 +71,8 @@ TEST_F(StaticFilesTest, WhatIsNotThereOrNotPublicIsNotFound) {
     folder.write("page.asp", "secret");
     folder.write(".hidden", "secret");
     start();
-    for (const char* target : {"/nothing.css", "/sub", "/sub/", "/page.asp", "/.hidden", "/sub/../sub/a.css", "/sub//a.css",
-                               "/%2e%2e/x.css", "/..%20/a.css"})
+    for (const char* target : {"/nothing.css", "/sub", "/sub/", "/page.asp", "/.hidden", "/sub/../sub/a.css",
+                               "/sub//a.css", "/%2e%2e/x.css", "/..%20/a.css"})
         EXPECT_EQ(get(target).status, 404) << target;
     for (const char* target : {"/sub%2fa.css", "/sub%5ca.css", "/sub/a.css%00", "/%zz"})
         EXPECT_EQ(get(target).status, 400) << target;
@@ -147,7 +149,8 @@ TEST_F(StaticFilesTest, AKnownVersionIsNotSentAgain) {
     EXPECT_EQ(second.status, 304);
     EXPECT_EQ(second.field("Content-Length"), "");
     EXPECT_EQ(second.field("ETag"), first.field("ETag"));
-    const RawReply third = client.get("/a.txt", "If-Modified-Since: " + first.field("Last-Modified") + "\r\n");
+    const RawReply third =
+        client.get("/a.txt", "If-Modified-Since: " + first.field("Last-Modified") + "\r\n");
     EXPECT_EQ(third.status, 304);
     EXPECT_EQ(client.get("/a.txt").body, "x");
 }
@@ -155,7 +158,8 @@ TEST_F(StaticFilesTest, AKnownVersionIsNotSentAgain) {
 TEST_F(StaticFilesTest, PostIsNotAllowed) {
     folder.write("a.txt", "x");
     start();
-    const RawReply reply = running.client().ask("POST /a.txt HTTP/1.1\r\nHost: a\r\nContent-Length: 0\r\n\r\n");
+    const RawReply reply =
+        running.client().ask("POST /a.txt HTTP/1.1\r\nHost: a\r\nContent-Length: 0\r\n\r\n");
     EXPECT_EQ(reply.status, 405);
     EXPECT_EQ(reply.field("Allow"), "GET, HEAD");
 }
@@ -165,7 +169,8 @@ TEST_F(StaticFilesTest, AGuardedFileIsSentOnlyIfTheGuardAgrees) {
     folder.write("images/closed.png", "closed");
     folder.write("other.png", "other");
     std::atomic<bool> isOn = true;
-    running.guards.push_back({"/images/", [&] { return isOn.load(); }, [](HostContext& host, std::string_view path) {
+    running.guards.push_back({"/images/", [&] { return isOn.load(); },
+                              [](HostContext& host, std::string_view path) {
                                   host.session.set("asked", Value(1));
                                   return path == "/images/open.png";
                               }});
@@ -184,8 +189,9 @@ TEST_F(StaticFilesTest, AGuardedFileIsSentOnlyIfTheGuardAgrees) {
 
 TEST_F(StaticFilesTest, AGuardThatFailsSendsNothingOfTheFile) {
     folder.write("images/a.png", "secret");
-    running.guards.push_back({"/images/", [] { return true; },
-                              [](HostContext&, std::string_view) -> bool { throw std::runtime_error("broken"); }});
+    running.guards.push_back(
+        {"/images/", [] { return true; },
+         [](HostContext&, std::string_view) -> bool { throw std::runtime_error("broken"); }});
     start();
     const RawReply reply = get("/images/a.png");
     EXPECT_EQ(reply.status, 500);
@@ -197,7 +203,8 @@ class FileCacheTest : public testing::Test {
   protected:
     std::string body(std::string_view path) {
         const Answer answer = files().answer(path, head);
-        if (const auto* shared = std::get_if<std::shared_ptr<const std::string>>(&answer.body)) return **shared;
+        if (const auto* shared = std::get_if<std::shared_ptr<const std::string>>(&answer.body))
+            return **shared;
         return "status " + std::to_string(answer.status);
     }
     /// What has just been changed is not kept.

@@ -1,12 +1,11 @@
+#include <array>
+#include <cstdio>
 #include <gtest/gtest.h>
+#include <memory>
 #include <openssl/evp.h>
 #include <openssl/pem.h>
 #include <openssl/ssl.h>
 #include <openssl/x509.h>
-
-#include <array>
-#include <cstdio>
-#include <memory>
 
 #include "platform/Errors.h"
 #include "support/RunningServer.h"
@@ -44,7 +43,9 @@ void writeCertificate(const std::string& certificateFile, const std::string& key
 class TlsClient {
   public:
     explicit TlsClient(test::RawHttpClient connection)
-        : connection_(std::move(connection)), context_(SSL_CTX_new(TLS_client_method())), ssl_(SSL_new(context_.get())) {
+        : connection_(std::move(connection)),
+          context_(SSL_CTX_new(TLS_client_method())),
+          ssl_(SSL_new(context_.get())) {
         SSL_set_fd(ssl_.get(), connection_.descriptor());
     }
     bool shakeHands() { return SSL_connect(ssl_.get()) == 1; }
@@ -117,7 +118,9 @@ TEST_F(TlsTest, AConnectionServesSeveralRequests) {
     running.start();
     TlsClient client(running.client());
     ASSERT_TRUE(client.shakeHands());
-    client.send("GET /hello.asp HTTP/1.1\r\nHost: a\r\n\r\nGET /hello.asp HTTP/1.1\r\nHost: a\r\nConnection: close\r\n\r\n");
+    client.send(
+        "GET /hello.asp HTTP/1.1\r\nHost: a\r\n\r\nGET /hello.asp HTTP/1.1\r\nHost: a\r\nConnection: "
+        "close\r\n\r\n");
     const std::string answers = client.readAll();
     EXPECT_NE(answers.find("Hello on"), answers.rfind("Hello on"));
 }

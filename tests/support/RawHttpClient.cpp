@@ -1,15 +1,14 @@
 #include "support/RawHttpClient.h"
 
+#include <algorithm>
 #include <arpa/inet.h>
+#include <array>
+#include <cstdlib>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
-#include <sys/socket.h>
-
-#include <algorithm>
-#include <array>
-#include <cstdlib>
 #include <stdexcept>
+#include <sys/socket.h>
 #include <thread>
 
 #include "host/Ascii.h"
@@ -79,7 +78,9 @@ std::size_t RawHttpClient::drip(std::string_view bytes, std::chrono::millisecond
     return bytes.size();
 }
 
-void RawHttpClient::endSending() { ::shutdown(socket_.number(), SHUT_WR); }
+void RawHttpClient::endSending() {
+    ::shutdown(socket_.number(), SHUT_WR);
+}
 
 bool RawHttpClient::receive(std::chrono::milliseconds time) {
     pollfd wait{socket_.number(), POLLIN, 0};
@@ -105,7 +106,9 @@ RawReply RawHttpClient::readHead() {
     return reply;
 }
 
-RawReply RawHttpClient::readWithoutBody() { return readHead(); }
+RawReply RawHttpClient::readWithoutBody() {
+    return readHead();
+}
 
 RawReply RawHttpClient::read() {
     RawReply reply = readHead();

@@ -11,8 +11,8 @@
 namespace torvex::test {
 
 struct RawReply {
-    int status = 0;     ///< 0 when the connection ended without an answer
-    std::string head;   ///< with the empty line
+    int status = 0;    ///< 0 when the connection ended without an answer
+    std::string head;  ///< with the empty line
     std::string body;
 
     /// The value of the field, "" when it isn't there.
@@ -23,8 +23,8 @@ struct RawReply {
     std::string sessionCookie() const;
 };
 
-/// A client that sends any bytes, well-formed or not, at any pace, to a server on this machine. Nothing it does
-/// waits longer than ten seconds.
+/// A client that sends any bytes, well-formed or not, at any pace, to a server on this machine. Nothing it
+/// does waits longer than ten seconds.
 class RawHttpClient {
   public:
     explicit RawHttpClient(std::uint16_t port);

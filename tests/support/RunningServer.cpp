@@ -1,10 +1,9 @@
 #include "support/RunningServer.h"
 
-#include <spdlog/logger.h>
-#include <spdlog/sinks/base_sink.h>
-
 #include <filesystem>
 #include <fstream>
+#include <spdlog/logger.h>
+#include <spdlog/sinks/base_sink.h>
 
 namespace torvex::test {
 
@@ -30,7 +29,9 @@ RunningServer::RunningServer()
     options.workers = 4;
 }
 
-RunningServer::~RunningServer() { stop(); }
+RunningServer::~RunningServer() {
+    stop();
+}
 
 void RunningServer::start() {
     const HostServices services{host.application, host.files, host.clock, host.http,
@@ -45,7 +46,9 @@ void RunningServer::stop() {
     thread_.join();
 }
 
-std::vector<std::string> RunningServer::logged() const { return lines_->all(); }
+std::vector<std::string> RunningServer::logged() const {
+    return lines_->all();
+}
 
 void PublicFolder::write(const std::string& name, std::string_view bytes) const {
     const std::filesystem::path file = std::filesystem::path(path()) / name;

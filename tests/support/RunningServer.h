@@ -17,15 +17,19 @@ class logger;
 
 namespace torvex::test {
 
-/// A server on a free port of this machine for as long as the object lives. Fill `options`, `pages`, `guards` and
-/// `startSession`, then `start`.
+/// A server on a free port of this machine for as long as the object lives. Fill `options`, `pages`, `guards`
+/// and `startSession`, then `start`.
 class RunningServer {
   public:
     RunningServer();
     ~RunningServer();
 
-    void page(std::string path, PageHandler handler) { pages.push_back({std::move(path), std::move(handler), false}); }
-    void form(std::string path, PageHandler handler) { pages.push_back({std::move(path), std::move(handler), true}); }
+    void page(std::string path, PageHandler handler) {
+        pages.push_back({std::move(path), std::move(handler), false});
+    }
+    void form(std::string path, PageHandler handler) {
+        pages.push_back({std::move(path), std::move(handler), true});
+    }
 
     void start();
     /// Waits until it has stopped.
