@@ -74,6 +74,12 @@ void replaceTarget(std::string& link, std::string_view target, std::string_view 
     replaceIn(link, "target='" + name + "'", with);
 }
 
+/// Frames within the frame set are left for the whole window.
+void takeWholeWindow(std::string& link) {
+    replaceIn(link, "_self", "_top");
+    replaceIn(link, "_parent", "_top");
+}
+
 /// Brings the notations of the attribute to one; returns whether the tag lies inside a script's string.
 bool normalise(std::string& link) {
     const bool escaped = text::contains(link, "{href}");
@@ -192,14 +198,28 @@ std::string LinkBuilder::buildAddressForm(Link& link, std::string_view script) {
         const std::string attribute = std::string("href=") + quote;
         replaceIn(link.tag, attribute + std::string(script.substr(1)), attribute + std::string(script));
     }
-    if (isFrameset || frames_) {
-        replaceIn(link.tag, "_self", "_top");
-        replaceIn(link.tag, "_parent", "_top");
-    }
+    if (isFrameset) takeWholeWindow(link.tag);
     if (checked_ && !checkAddress(link, script)) return link.tag;
-    if (frames_ && !isFrameset) replaceIn(link.tag, pageScript, framesetScript);
+    if (frames_ && !isFrameset) {
+        replaceIn(link.tag, pageScript, framesetScript);
+        takeWholeWindow(link.tag);
+    }
     if (!frames_ && isFrameset) replaceIn(link.tag, framesetScript, pageScript);
     return link.tag;
+}
+
+/// The address names a page afterwards, whatever else the tag holds.
+void LinkBuilder::addDefaultPage(Link& link, std::string_view script, std::size_t begin,
+                                 std::string_view address) {
+    const std::string query = std::string(script) + "?";
+    const std::string page = query + "pageId=" + defaultPage_;
+    if (text::contains(address, query)) {
+        replaceIn(link.tag, query, page + "&");
+    } else if (text::contains(link.tag, query)) {
+        link.tag.replace(begin, script.size(), page);
+    } else {
+        replaceIn(link.tag, script, page);
+    }
 }
 
 /// Gives an address without a page the site's default page, and the page's number for its node. False when
@@ -212,13 +232,7 @@ bool LinkBuilder::checkAddress(Link& link, std::string_view script) {
     bool named = false;
     const std::string identifier(pageInAddress(address, named));
     if (!named) {
-        const std::string query = std::string(script) + "?";
-        const std::string page = query + "pageId=" + defaultPage_;
-        if (text::contains(link.tag, query)) {
-            replaceIn(link.tag, query, page + "&");
-        } else {
-            replaceIn(link.tag, script, page);
-        }
+        addDefaultPage(link, script, begin, address);
         return checkAddress(link, script);
     }
     if (text::contains(identifier, markerStart)) return true;
@@ -248,7 +262,7 @@ std::string LinkBuilder::buildPage(Link& link) {
     if (checked_ && !targets_.isOnline(identifier)) return link.dead(begin, end);
     const PageIdentity page = targets_.identityOf(identifier);
     const std::string number = text::isNumeric(identifier) ? identifier : text::fromNumber(page.pageId);
-    if (frames_ && !leaves) return link.call(begin, end, "top.page", number, page.nodeId);
+    if (frames_ && !leaves) return link.call(begin, end, "top.page", number, jsEscape(page.nodeId));
     std::string result(link.ahead(begin));
     result.append(frames_ ? framesetScript : pageScript).append("?pageId=").append(number);
     return result.append(link.from(end));
