@@ -282,7 +282,7 @@ std::string LinkBuilder::buildFile(Link& link) {
     value = text::replaceAll(text::replaceAll(value, "\\", "/"), " ", "%20");
     std::string site = site_;
     if (value.size() > 2 && value[2] == '/') {
-        site = value.substr(0, 2);
+        site = text::lower(value.substr(0, 2));  // as its folder is named
         value.erase(0, 3);
     }
     if (text::contains(value, markerStart)) return link.tag;
