@@ -153,7 +153,7 @@ LinkBuilder::LinkBuilder(HostContext& host, cServer& server, db::Connection& con
       checked_(host.application.isTrue("torvex_hyperlink_check")),
       defaultPage_(host.application.text("tvx_default_pageId")) {}
 
-void LinkBuilder::prepare(const std::vector<std::string>& startTags) {
+void LinkBuilder::prepare(const std::vector<std::string>& startTags) try {
     std::vector<std::string> identifiers;
     for (std::string tag : startTags) {
         normalise(tag);
@@ -169,13 +169,17 @@ void LinkBuilder::prepare(const std::vector<std::string>& startTags) {
         if (!identifier.empty()) identifiers.push_back(text::lowerTrim(identifier));
     }
     targets_.learn(identifiers);
+} catch (...) {
+    raiseFrom("makeLink !");
 }
 
-std::string LinkBuilder::rewrite(std::string startTag, LinkTag kind) {
+std::string LinkBuilder::rewrite(std::string startTag, LinkTag kind) try {
     Link link{std::move(startTag), kind, false};
     link.escaped = normalise(link.tag);
     const std::string built = build(link);
     return withoutStatus(built, link.doubleQuoted);
+} catch (...) {
+    raiseFrom("makeLink !");
 }
 
 std::string LinkBuilder::build(Link& link) {
@@ -297,10 +301,15 @@ std::string LinkBuilder::buildFile(Link& link) {
 /// The file of a document that is given by its file name or its title; "" when there is none.
 std::string LinkBuilder::documentName(const std::string& site, const std::string& value) {
     if (documentExists(site, value)) return value;
-    const std::string title = text::replaceAll(value, "%20", " ");
-    auto rows = connection_.query(selectDocument, {text::lowerTrim(site), title});
-    const std::string name = rows.next() ? std::string(text::trim(rows.text("doc_filename"))) : std::string();
+    const std::string name = documentOfTitle(site, text::replaceAll(value, "%20", " "));
     return !name.empty() && checked_ && !documentExists(site, name) ? std::string() : name;
+}
+
+std::string LinkBuilder::documentOfTitle(const std::string& site, const std::string& title) const try {
+    auto rows = connection_.query(selectDocument, {text::lowerTrim(site), title});
+    return rows.next() ? std::string(text::trim(rows.text("doc_filename"))) : std::string();
+} catch (...) {
+    raiseFrom("getDocFile !");
 }
 
 /// The value stands as it goes into an address, with its blanks encoded.
@@ -311,6 +320,7 @@ bool LinkBuilder::documentExists(const std::string& site, const std::string& val
 
 std::string cServer::buildLinks(const std::string& html, const std::string& site, const std::string& /*lang*/,
                                 const std::string& /*mode*/) try {
+    if (!text::contains(html, "<a ") && !text::contains(html, "<area ")) return html;
     LinkBuilder builder(host_, *this, connection(), site);
     return rewriteLinks(html, builder);
 } catch (...) {
