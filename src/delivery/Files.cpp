@@ -87,6 +87,15 @@ std::string mimeType(db::Connection& connection, const std::string& extension) {
     return type.empty() ? "application/octet-stream" : type;
 }
 
+/// The file's bytes; "" when there are none, and when it can't be read.
+std::string bytesOf(const FileSystem& files, const std::string& path) {
+    try {
+        return files.readBytes(path).value_or(std::string());
+    } catch (const Error&) {
+        return {};
+    }
+}
+
 /// What lies behind the last divider; the whole text when there is none.
 std::string behindLast(const std::string& text, char divider) {
     return text.substr(text.rfind(divider) + 1);
@@ -144,11 +153,11 @@ std::string cServer::sendBinaryFile(const std::string& fileSpec, bool securityCh
         }
     }
     const std::string type = mimeType(connection(), behindLast(filename, '.'));
-    const auto bytes = host_.files.readBytes(path);
-    if (!bytes || bytes->empty()) return std::string(fileNotFound);
+    const std::string bytes = bytesOf(host_.files, path);
+    if (bytes.empty()) return std::string(fileNotFound);
     host_.response.contentType = type;
     host_.response.addHeader("Content-Disposition", "inline; filename=" + filename);
-    host_.response.binaryWrite(*bytes);
+    host_.response.binaryWrite(bytes);
     return std::string(fileSent);
 } catch (...) {
     raiseFrom("SendBinaryFile !");
