@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "delivery/Access.h"
+#include "delivery/FolderAccess.h"
 #include "delivery/cServer.h"
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
@@ -19,13 +20,6 @@
 namespace torvex {
 
 namespace {
-
-constexpr int openFolder = 0;
-constexpr int memberOfFolder = 1;
-constexpr int noFolderGroups = -1;
-constexpr int noFolderLogin = -2;
-constexpr int badFolder = -99;
-constexpr int blankPicture = 100;
 
 constexpr std::string_view fileSent = "0";
 constexpr std::string_view fileNotFound = "-99";
@@ -56,17 +50,17 @@ int folderVerdict(db::Connection& connection, MediaFolder folder, const Visitor&
     double group = inheritedGroup;
     while (true) {
         auto rows = connection.query(selectFolderGroups, {folder.type, folder.site, folder.id});
-        if (!rows.next()) return noFolderGroups;
+        if (!rows.next()) return folderAccess::noGroups;
         group = rows.number("groupId");
         if (group != inheritedGroup || folder.id.size() < folderLevelLength) break;
         folder.id.resize(folder.id.size() - folderLevelLength);
     }
-    if (group <= everybodyGroup) return openFolder;
-    if (visitor.username.empty() && visitor.password.empty()) return noFolderLogin;
+    if (group <= everybodyGroup) return folderAccess::open;
+    if (visitor.username.empty() && visitor.password.empty()) return folderAccess::noLogin;
     auto user = connection.query(selectUserOfFolder,
                                  {visitor.username, visitor.password, folder.type, folder.site, folder.id});
     const bool isValid = user.next() && isWithin(today, user.text("validFrom"), user.text("validTo"));
-    return isValid ? memberOfFolder : noFolderLogin;
+    return isValid ? folderAccess::member : folderAccess::noLogin;
 }
 
 std::string mimeType(db::Connection& connection, const std::string& extension) {
@@ -87,6 +81,15 @@ std::string mimeType(db::Connection& connection, const std::string& extension) {
     return type.empty() ? "application/octet-stream" : type;
 }
 
+/// The file's bytes; "" when there are none, and when it can't be read.
+std::string bytesOf(const FileSystem& files, const std::string& path) {
+    try {
+        return files.readBytes(path).value_or(std::string());
+    } catch (const Error&) {
+        return {};
+    }
+}
+
 /// What lies behind the last divider; the whole text when there is none.
 std::string behindLast(const std::string& text, char divider) {
     return text.substr(text.rfind(divider) + 1);
@@ -96,17 +99,19 @@ std::string behindLast(const std::string& text, char divider) {
 
 int cServer::checkFolderAccess(const std::string& folder) try {
     const auto& application = host_.application;
-    if (!host_.session.text("torvex_username").empty()) return openFolder;  // an author sees everything
+    if (!host_.session.text("torvex_username").empty())
+        return folderAccess::open;  // an author sees everything
     const std::string images = application.text("torvex_image_dir");
     const std::string documents = application.text("torvex_doc_dir");
     const bool isImage = text::startsWith(folder, images);
-    if (!isImage && !text::startsWith(folder, documents)) return openFolder;
-    if (!application.isTrue(isImage ? "torvex_img_security" : "torvex_doc_security")) return openFolder;
+    if (!isImage && !text::startsWith(folder, documents)) return folderAccess::open;
+    if (!application.isTrue(isImage ? "torvex_img_security" : "torvex_doc_security"))
+        return folderAccess::open;
     std::string path = folder.substr((isImage ? images : documents).size());
     std::erase(path, '/');
-    int code = badFolder;
+    int code = folderAccess::badPath;
     if (path.size() >= siteLength) {
-        code = openFolder;
+        code = folderAccess::open;
         if (application.isTrue("torvex_extranet")) {
             const Visitor visitor{host_.session.text("tvx_username"), host_.session.text("tvx_password")};
             code = folderVerdict(
@@ -114,17 +119,17 @@ int cServer::checkFolderAccess(const std::string& folder) try {
                 visitor, host_.clock.today());
         }
     }
-    return isImage && code < 0 ? blankPicture : code;
+    return isImage && code < 0 ? folderAccess::blankPicture : code;
 } catch (...) {
     raiseFrom("checkFolderAccess !");
 }
 
-/// Whether a document may only be sent over a secure connection.
-bool cServer::needsSecureAddress(int folderAccess) const {
-    const auto& application = host_.application;
-    if (!host_.session.text("torvex_username").empty()) return host_.session.isTrue("torvex_ssl");
+bool documentNeedsSecureAddress(const HostContext& host, int access) {
+    if (!text::equals(host.request.serverVariable("https"), "off")) return false;
+    const auto& application = host.application;
+    if (!host.session.text("torvex_username").empty()) return host.session.isTrue("torvex_ssl");
     return application.isTrue("tvx_website_ssl") ||
-           (folderAccess == memberOfFolder && application.isTrue("tvx_extranet_ssl"));
+           (access == folderAccess::member && application.isTrue("tvx_extranet_ssl"));
 }
 
 std::string cServer::sendBinaryFile(const std::string& fileSpec, bool securityCheck) try {
@@ -135,20 +140,20 @@ std::string cServer::sendBinaryFile(const std::string& fileSpec, bool securityCh
     if (securityCheck) {
         const int access = checkFolderAccess(folder);
         if (access < 0) return std::to_string(access);
-        if (access == blankPicture) {
+        if (access == folderAccess::blankPicture) {
             filename = "spacer.gif";
             path = host_.application.text("torvex_install_path") + "wwwroot/torvex/images/" + filename;
         } else if (text::startsWith(folder, host_.application.text("torvex_doc_dir")) &&
-                   needsSecureAddress(access) && text::equals(host_.request.serverVariable("https"), "off")) {
+                   documentNeedsSecureAddress(host_, access)) {
             return std::string(secureAddressNeeded);
         }
     }
     const std::string type = mimeType(connection(), behindLast(filename, '.'));
-    const auto bytes = host_.files.readBytes(path);
-    if (!bytes || bytes->empty()) return std::string(fileNotFound);
+    const std::string bytes = bytesOf(host_.files, path);
+    if (bytes.empty()) return std::string(fileNotFound);
     host_.response.contentType = type;
     host_.response.addHeader("Content-Disposition", "inline; filename=" + filename);
-    host_.response.binaryWrite(*bytes);
+    host_.response.binaryWrite(bytes);
     return std::string(fileSent);
 } catch (...) {
     raiseFrom("SendBinaryFile !");

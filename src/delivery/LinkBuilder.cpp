@@ -74,6 +74,12 @@ void replaceTarget(std::string& link, std::string_view target, std::string_view 
     replaceIn(link, "target='" + name + "'", with);
 }
 
+/// Frames within the frame set are left for the whole window.
+void takeWholeWindow(std::string& link) {
+    replaceIn(link, "_self", "_top");
+    replaceIn(link, "_parent", "_top");
+}
+
 /// Brings the notations of the attribute to one; returns whether the tag lies inside a script's string.
 bool normalise(std::string& link) {
     const bool escaped = text::contains(link, "{href}");
@@ -147,7 +153,7 @@ LinkBuilder::LinkBuilder(HostContext& host, cServer& server, db::Connection& con
       checked_(host.application.isTrue("torvex_hyperlink_check")),
       defaultPage_(host.application.text("tvx_default_pageId")) {}
 
-void LinkBuilder::prepare(const std::vector<std::string>& startTags) {
+void LinkBuilder::prepare(const std::vector<std::string>& startTags) try {
     std::vector<std::string> identifiers;
     for (std::string tag : startTags) {
         normalise(tag);
@@ -163,13 +169,17 @@ void LinkBuilder::prepare(const std::vector<std::string>& startTags) {
         if (!identifier.empty()) identifiers.push_back(text::lowerTrim(identifier));
     }
     targets_.learn(identifiers);
+} catch (...) {
+    raiseFrom("makeLink !");
 }
 
-std::string LinkBuilder::rewrite(std::string startTag, LinkTag kind) {
+std::string LinkBuilder::rewrite(std::string startTag, LinkTag kind) try {
     Link link{std::move(startTag), kind, false};
     link.escaped = normalise(link.tag);
     const std::string built = build(link);
     return withoutStatus(built, link.doubleQuoted);
+} catch (...) {
+    raiseFrom("makeLink !");
 }
 
 std::string LinkBuilder::build(Link& link) {
@@ -192,14 +202,28 @@ std::string LinkBuilder::buildAddressForm(Link& link, std::string_view script) {
         const std::string attribute = std::string("href=") + quote;
         replaceIn(link.tag, attribute + std::string(script.substr(1)), attribute + std::string(script));
     }
-    if (isFrameset || frames_) {
-        replaceIn(link.tag, "_self", "_top");
-        replaceIn(link.tag, "_parent", "_top");
-    }
+    if (isFrameset) takeWholeWindow(link.tag);
     if (checked_ && !checkAddress(link, script)) return link.tag;
-    if (frames_ && !isFrameset) replaceIn(link.tag, pageScript, framesetScript);
+    if (frames_ && !isFrameset) {
+        replaceIn(link.tag, pageScript, framesetScript);
+        takeWholeWindow(link.tag);
+    }
     if (!frames_ && isFrameset) replaceIn(link.tag, framesetScript, pageScript);
     return link.tag;
+}
+
+/// The address names a page afterwards, whatever else the tag holds.
+void LinkBuilder::addDefaultPage(Link& link, std::string_view script, std::size_t begin,
+                                 std::string_view address) {
+    const std::string query = std::string(script) + "?";
+    const std::string page = query + "pageId=" + defaultPage_;
+    if (text::contains(address, query)) {
+        replaceIn(link.tag, query, page + "&");
+    } else if (text::contains(link.tag, query)) {
+        link.tag.replace(begin, script.size(), page);
+    } else {
+        replaceIn(link.tag, script, page);
+    }
 }
 
 /// Gives an address without a page the site's default page, and the page's number for its node. False when
@@ -212,13 +236,7 @@ bool LinkBuilder::checkAddress(Link& link, std::string_view script) {
     bool named = false;
     const std::string identifier(pageInAddress(address, named));
     if (!named) {
-        const std::string query = std::string(script) + "?";
-        const std::string page = query + "pageId=" + defaultPage_;
-        if (text::contains(link.tag, query)) {
-            replaceIn(link.tag, query, page + "&");
-        } else {
-            replaceIn(link.tag, script, page);
-        }
+        addDefaultPage(link, script, begin, address);
         return checkAddress(link, script);
     }
     if (text::contains(identifier, markerStart)) return true;
@@ -248,7 +266,7 @@ std::string LinkBuilder::buildPage(Link& link) {
     if (checked_ && !targets_.isOnline(identifier)) return link.dead(begin, end);
     const PageIdentity page = targets_.identityOf(identifier);
     const std::string number = text::isNumeric(identifier) ? identifier : text::fromNumber(page.pageId);
-    if (frames_ && !leaves) return link.call(begin, end, "top.page", number, page.nodeId);
+    if (frames_ && !leaves) return link.call(begin, end, "top.page", number, jsEscape(page.nodeId));
     std::string result(link.ahead(begin));
     result.append(frames_ ? framesetScript : pageScript).append("?pageId=").append(number);
     return result.append(link.from(end));
@@ -268,7 +286,7 @@ std::string LinkBuilder::buildFile(Link& link) {
     value = text::replaceAll(text::replaceAll(value, "\\", "/"), " ", "%20");
     std::string site = site_;
     if (value.size() > 2 && value[2] == '/') {
-        site = value.substr(0, 2);
+        site = text::lower(value.substr(0, 2));  // as its folder is named
         value.erase(0, 3);
     }
     if (text::contains(value, markerStart)) return link.tag;
@@ -283,10 +301,15 @@ std::string LinkBuilder::buildFile(Link& link) {
 /// The file of a document that is given by its file name or its title; "" when there is none.
 std::string LinkBuilder::documentName(const std::string& site, const std::string& value) {
     if (documentExists(site, value)) return value;
-    const std::string title = text::replaceAll(value, "%20", " ");
-    auto rows = connection_.query(selectDocument, {text::lowerTrim(site), title});
-    const std::string name = rows.next() ? std::string(text::trim(rows.text("doc_filename"))) : std::string();
+    const std::string name = documentOfTitle(site, text::replaceAll(value, "%20", " "));
     return !name.empty() && checked_ && !documentExists(site, name) ? std::string() : name;
+}
+
+std::string LinkBuilder::documentOfTitle(const std::string& site, const std::string& title) const try {
+    auto rows = connection_.query(selectDocument, {text::lowerTrim(site), title});
+    return rows.next() ? std::string(text::trim(rows.text("doc_filename"))) : std::string();
+} catch (...) {
+    raiseFrom("getDocFile !");
 }
 
 /// The value stands as it goes into an address, with its blanks encoded.
@@ -297,6 +320,7 @@ bool LinkBuilder::documentExists(const std::string& site, const std::string& val
 
 std::string cServer::buildLinks(const std::string& html, const std::string& site, const std::string& /*lang*/,
                                 const std::string& /*mode*/) try {
+    if (!text::contains(html, "<a ") && !text::contains(html, "<area ")) return html;
     LinkBuilder builder(host_, *this, connection(), site);
     return rewriteLinks(html, builder);
 } catch (...) {

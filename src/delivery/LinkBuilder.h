@@ -26,9 +26,11 @@ class LinkBuilder final : public LinkPolicy {
     std::string build(Link& link);
     std::string buildAddressForm(Link& link, std::string_view script);
     bool checkAddress(Link& link, std::string_view script);
+    void addDefaultPage(Link& link, std::string_view script, std::size_t begin, std::string_view address);
     std::string buildPage(Link& link);
     std::string buildFile(Link& link);
     std::string documentName(const std::string& site, const std::string& value);
+    std::string documentOfTitle(const std::string& site, const std::string& title) const;
     bool documentExists(const std::string& site, const std::string& value) const;
 
     HostContext& host_;

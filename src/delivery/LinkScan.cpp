@@ -7,6 +7,7 @@ namespace torvex {
 namespace {
 
 constexpr std::string_view commentEnd = "-->";
+constexpr std::string_view anchorEnd = "</a>";
 constexpr std::string_view maskedCommentEnd = "|-\u00A7\u00A7-|";
 
 struct TagSpan {
@@ -25,7 +26,6 @@ std::size_t endOfTag(std::string_view html, std::size_t from) {
 }
 
 std::vector<TagSpan> findAnchors(std::string_view html) {
-    constexpr std::string_view closing = "</a>";
     std::vector<TagSpan> tags;
     std::size_t from = 0;
     while (true) {
@@ -33,9 +33,9 @@ std::vector<TagSpan> findAnchors(std::string_view html) {
         if (begin == text::npos) break;
         const std::size_t end = endOfTag(html, begin);
         if (end == text::npos) break;
-        const std::size_t innerEnd = text::find(html, closing, end);
+        const std::size_t innerEnd = text::find(html, anchorEnd, end);
         if (innerEnd == text::npos) break;
-        from = innerEnd + closing.size();
+        from = innerEnd + anchorEnd.size();
         tags.push_back({begin, end, innerEnd, from});
     }
     return tags;
@@ -76,8 +76,8 @@ std::string rewriteTags(std::string_view html, const std::vector<TagSpan>& spans
         result.append(html.substr(copied, span.begin - copied));
         const std::string tag = policy.rewrite(std::move(tags[i]), kind);
         result.append(text::replaceAll(tag, maskedCommentEnd, commentEnd));
-        const std::size_t keptEnd = tag.empty() ? span.innerEnd : span.closingEnd;
-        result.append(html.substr(span.end, keptEnd - span.end));
+        result.append(html.substr(span.end, span.innerEnd - span.end));
+        if (kind == LinkTag::Anchor && !tag.empty()) result.append(anchorEnd);
         copied = span.closingEnd;
     }
     return result.append(html.substr(copied));

@@ -48,9 +48,13 @@ bool isPreview(const HostContext& host) {
     return text::contains(host.request.serverVariable("HTTP_Referer"), "view.asp");
 }
 
-std::string addressOf(const HostContext& host, PageId pageId) {
+std::string addressOf(const HostContext& host, const std::string& pageIdent) {
     const bool frames = host.application.isTrue("torvex_frames");
-    return (frames ? "/redirect.asp?pageId=" : "/tvx.asp?pageId=") + pageText(pageId);
+    return (frames ? "/redirect.asp?pageId=" : "/tvx.asp?pageId=") + pageIdent;
+}
+
+std::string addressOf(const HostContext& host, PageId pageId) {
+    return addressOf(host, pageText(pageId));
 }
 
 /// Whether an address lies on the host that was asked; another is never followed.
@@ -238,7 +242,7 @@ std::string cServer::getLogoutURL() try {
     LogoutWay way(*this, current, exitPage);
     PageId page = isTarget(target) ? way.by(target) : way.ifOpen(pageNamed(connection(), target));
     if (!(page > 0)) page = way.pickLocation();
-    return addressOf(host_, page > 0 ? page : host_.application.number("tvx_default_pageId"));
+    return addressOf(host_, page > 0 ? pageText(page) : host_.application.text("tvx_default_pageId"));
 } catch (...) {
     raiseFrom("getLogoutURL !");
 }

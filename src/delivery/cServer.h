@@ -148,7 +148,6 @@ class cServer {
   private:
     db::Connection& connection() { return connection_.use(host_); }
     std::string secureAddress() const;
-    bool needsSecureAddress(int folderAccess) const;
 
     HostContext& host_;
     PageModules* modules_;

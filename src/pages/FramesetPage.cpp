@@ -47,8 +47,9 @@ void framesetPage(HostContext& host) {
     std::string pageId = host.request.queryString("pageId");
     std::string query = host.request.queryString();
     if (text::trim(pageId).empty()) {
+        const bool isNamed = text::contains(query, "pageId");  // blank, which means the default page as well
         pageId = host.application.text("tvx_default_pageId");
-        query = "pageId=" + pageId + (query.empty() ? "" : "&" + query);
+        if (!isNamed) query = "pageId=" + pageId + (query.empty() ? "" : "&" + query);
     }
     const PageIdentity page = identify(*connection, pageId);
     const std::string lang(langOf(page.nodeId));

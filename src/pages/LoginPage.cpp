@@ -41,7 +41,8 @@ void answerForeign(Response& response) {
 void loginPage(HostContext& host, GuessThrottle& throttle) {
     if (!comesFromOwnPages(host.request)) return answerForeign(host.response);
     const std::string address = "address " + host.request.serverVariable("remote_addr");
-    const std::string name = "name " + text::lowerTrim(host.request.item("torvex_username"));
+    const std::string username = text::lowerTrim(host.request.item("torvex_username"));
+    const std::string name = "name " + username;
     if (const auto wait = std::max(throttle.wait(address), throttle.wait(name)); wait.count() > 0) {
         return answerTooMany(host.response, wait);
     }
@@ -54,7 +55,8 @@ void loginPage(HostContext& host, GuessThrottle& throttle) {
     if (trials > trialsBefore) {
         throttle.failed(address);
         throttle.failed(name);
-    } else if (trials == noTrials && !host.session.text("tvx_username").empty()) {
+    } else if (trials == noTrials && !username.empty() && host.session.text("tvx_username") == username) {
+        // Somebody else who is logged in may post a name without trying to log in; that forgives nothing.
         throttle.succeeded(name);
         host.session.renewToken();
     }

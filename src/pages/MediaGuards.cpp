@@ -1,3 +1,4 @@
+#include "delivery/FolderAccess.h"
 #include "delivery/cServer.h"
 #include "pages/Routes.h"
 #include "platform/ApplicationValues.h"
@@ -11,8 +12,6 @@ namespace torvex {
 
 namespace {
 
-constexpr int blankPicture = 100;
-
 /// The path of an address below the public folder, as the folder check knows it.
 std::string folderOf(const HostContext& host, std::string_view address) {
     const std::string_view folder = address.substr(1, address.rfind('/'));
@@ -24,14 +23,37 @@ void sendBlankPicture(HostContext& host, cServer& server) {
     server.sendBinaryFile(host.application.text("torvex_root_path") + "torvex/images/spacer.gif", false);
 }
 
+/// A decoded path as it stands in an address.
+std::string encodedPath(std::string_view path) {
+    std::string encoded;
+    for (const char c : path) {
+        const bool stays = std::string_view("/-._~").find(c) != std::string_view::npos;
+        if (stays) {
+            encoded += c;
+        } else {
+            encoded += c == ' ' ? "%20" : text::urlEncode(std::string_view(&c, 1));
+        }
+    }
+    return encoded;
+}
+
+/// Sends the visitor to the document's secure address, if it needs one.
+bool isMovedToSecureAddress(HostContext& host, std::string_view address, int access) {
+    if (!text::startsWith(address, host.application.text("torvex_doc_url"))) return false;
+    if (!documentNeedsSecureAddress(host, access)) return false;
+    host.response.redirect("https://" + host.request.serverVariable("http_host") + encodedPath(address));
+    return true;
+}
+
 bool mayRead(HostContext& host, std::string_view address) {
     const auto connection = db::openOwn(host, db::Purpose::Everything);
     cServer server(host);
     server.connect(*connection);
     const int access = server.checkFolderAccess(folderOf(host, address));
-    if (access == blankPicture) sendBlankPicture(host, server);
+    if (access == folderAccess::blankPicture) sendBlankPicture(host, server);
     if (access < 0) host.response.redirect("/error.asp?error=no_login");
-    return access >= 0 && access != blankPicture;
+    if (access >= 0 && isMovedToSecureAddress(host, address, access)) return false;
+    return access >= 0 && access != folderAccess::blankPicture;
 }
 
 }  // namespace
