@@ -20,7 +20,12 @@ if [ -z "$programs" ]; then
     exit 1
 fi
 
-folder=$(mktemp -d /tmp/torvex-postgres-XXXXXX)
+# In memory where there is room for it: making a database for every test is a matter of small files.
+parent=/tmp
+if [ -w /dev/shm ] && [ "$(df --output=avail --block-size=1M /dev/shm | tail -n 1)" -gt 1024 ]; then
+    parent=/dev/shm
+fi
+folder=$(mktemp -d "$parent/torvex-postgres-XXXXXX")
 server=
 stop() {
     status=$?
@@ -50,7 +55,7 @@ cd "$folder"
     --locale=C.UTF-8 --encoding=UTF8 --no-sync >"$folder/initdb.log" 2>&1 ||
     { cat "$folder/initdb.log" >&2; exit 1; }
 "${as_server[@]}" "$programs/postgres" -D "$folder/data" -k "$folder" -c listen_addresses= \
-    -c fsync=off -c synchronous_commit=off -c full_page_writes=off -c max_connections=200 \
+    -c fsync=off -c synchronous_commit=off -c full_page_writes=off -c autovacuum=off -c max_connections=200 \
     >"$folder/server.log" 2>&1 </dev/null &
 server=$!
 cd "$OLDPWD"

@@ -49,7 +49,9 @@ void store(const BatchRequest& request, HostContext& host) {
     for (const auto& [key, value] : request.application) host.application.set(key, value);
 }
 
-void runSteps(const BatchRequest& request, BatchRun& run, BatchAnswer& answer) {
+void runSteps(const operations::Register& classes, HostContext& host, const BatchRequest& request,
+              BatchAnswer& answer) {
+    BatchRun run(classes, host);
     for (const auto& step : request.steps) {
         try {
             answer.results.push_back(std::visit(run, step));
@@ -113,8 +115,7 @@ void BatchEngine::runFor(Visitor& visitor, const BatchRequest& request, BatchAns
     if (isNew) startSession(visitor.session, host);
     if (request.login) holdLogin(host, *request.login);
     store(request, host);
-    BatchRun run(classes_, host);
-    runSteps(request, run, answer);
+    runSteps(classes_, host, request, answer);
     answer.abandoned = visitor.session->isAbandoned();
     if (answer.abandoned) visitor.session.reset();
 }

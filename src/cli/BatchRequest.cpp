@@ -119,6 +119,12 @@ std::vector<Step> stepsOf(const json::value& given) {
     return steps;
 }
 
+/// A number serves as a name too.
+std::string nameOf(const json::value& given, const std::string& where) {
+    if (!given.is_string() && !given.is_number()) refuse(where, "a text");
+    return valueOf(given, where).toText();
+}
+
 DateTime momentOf(const json::value& given) {
     DateTime moment;
     if (!parseIso(textOf(given, "\"now\""), moment)) refuse("\"now\"", "a moment like 2026-06-15T12:00:00");
@@ -149,7 +155,7 @@ BatchRequest parseBatchRequest(std::string_view line) {
     allowOnly(given, {"now", "visitor", "login", "session", "application", "request", "calls"}, "the line");
     BatchRequest request;
     if (const auto* now = given.if_contains("now")) request.now = momentOf(*now);
-    if (const auto* visitor = given.if_contains("visitor")) request.visitor = textOf(*visitor, "\"visitor\"");
+    if (const auto* visitor = given.if_contains("visitor")) request.visitor = nameOf(*visitor, "\"visitor\"");
     if (const auto* login = given.if_contains("login")) request.login = textOf(*login, "\"login\"");
     if (const auto* values = given.if_contains("session")) request.session = valuesOf(*values, "\"session\"");
     if (const auto* values = given.if_contains("application")) {

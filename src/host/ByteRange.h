@@ -9,10 +9,10 @@ namespace torvex {
 
 /// What of a file a request wants, and when.
 struct FileConditions {
-    std::string_view range;
-    std::string_view ifRange;
-    std::string_view ifNoneMatch;
-    std::string_view ifModifiedSince;
+    std::string_view range = {};
+    std::string_view ifRange = {};
+    std::string_view ifNoneMatch = {};
+    std::string_view ifModifiedSince = {};
 };
 
 struct FileVersion {

@@ -156,9 +156,9 @@ std::size_t RequestParser::findHeaderEnd(std::string_view bytes) {
 
 bool RequestParser::isWithinLimits(std::string_view bytes, std::size_t end) {
     const std::size_t lineEnd = bytes.substr(0, limits_.requestLine + 2).find("\r\n");
-    if (lineEnd == notFound && bytes.size() > limits_.requestLine) return refuse(414) != 0;
+    if (lineEnd == notFound && bytes.size() >= limits_.requestLine + 2) return refuse(414), false;
     const std::size_t size = end == notFound ? bytes.size() : end;
-    if (size > limits_.header) return refuse(431) != 0;
+    if (size > limits_.header) return refuse(431), false;
     return true;
 }
 

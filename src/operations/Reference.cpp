@@ -10,19 +10,19 @@ namespace torvex::operations {
 
 namespace {
 
-constexpr std::string_view introduction =
-    "# Operations\n"
-    "\n"
-    "The public classes and what each can do. `torvex call CLASS.OPERATION name=value` runs one operation and\n"
-    "`torvex call --batch` a list of them; names ignore case. This page is generated from the program's own\n"
-    "register: `TORVEX_ACCEPT=1` with the tests rewrites it.\n"
-    "\n"
-    "Arguments are converted to the type that stands behind their name. A *number* is a plain decimal number; an\n"
-    "*integer* is rounded to a whole one and goes from -32768 to 32767; a *boolean* is `true`, `false` or a\n"
-    "number; a *text format* is -2 (the system's encoding), -1 (Unicode) or 0 (ANSI). An argument with a value\n"
-    "behind \"=\" may be left out. *Empty* results are null, and so is a grid without rows.\n"
-    "\n"
-    "The right is what a caller over the network needs; the command line asks for none.\n";
+constexpr std::string_view introduction = R"(# Operations
+
+The public classes and what each can do. `torvex call CLASS.OPERATION name=value` runs one operation and
+`torvex call --batch` a list of them (see [call.md](call.md)); names ignore case. This page is generated
+from the program's own register: the tests rewrite it when `TORVEX_ACCEPT=1` is set.
+
+Arguments are converted to the type that stands behind their name. A *number* is a plain decimal number;
+an *integer* is rounded to a whole one and goes from -32768 to 32767; a *boolean* is `true`, `false` or
+a number; a *text format* is -2 (the system's encoding), -1 (Unicode) or 0 (ANSI). An argument with a
+value behind "=" may be left out. *Empty* results are null, and so is a grid without rows.
+
+The right is what a caller over the network needs; the command line asks for none.
+)";
 
 std::string rightText(const Right& right) {
     switch (right.kind) {
@@ -49,7 +49,9 @@ std::string literal(const Value& value) {
 }
 
 /// A "|" would end the cell.
-std::string cell(std::string_view content) { return text::replaceAll(content, "|", "\\|"); }
+std::string cell(std::string_view content) {
+    return text::replaceAll(content, "|", "\\|");
+}
 
 std::string argumentText(const Argument& argument) {
     std::string line = '`' + argument.name + "` " + std::string(typeName(argument.type));
@@ -69,8 +71,9 @@ std::string operationsTable(const ClassEntry& entry) {
     std::string table =
         "\n| Operation | Arguments | Result | What it does | Right |\n| --- | --- | --- | --- | --- |\n";
     for (const auto& operation : entry.operations) {
-        table += "| `" + operation.name + "` | " + cell(argumentsText(operation)) + " | " + cell(operation.result) +
-                 " | " + cell(operation.summary) + " | " + cell(rightText(operation.right)) + " |\n";
+        table += "| `" + operation.name + "` | " + cell(argumentsText(operation)) + " | " +
+                 cell(operation.result) + " | " + cell(operation.summary) + " | " +
+                 cell(rightText(operation.right)) + " |\n";
     }
     return table;
 }
@@ -94,7 +97,8 @@ std::string referenceMarkdown(const Register& classes) {
         page += "- [`" + entry.name + "`](#" + text::lower(entry.name) + "): " + entry.summary + '\n';
     }
     for (const auto& entry : classes.classes()) {
-        page += "\n## " + entry.name + "\n\n" + entry.summary + '\n' + operationsTable(entry) + propertiesTable(entry);
+        page += "\n## " + entry.name + "\n\n" + entry.summary + '\n' + operationsTable(entry) +
+                propertiesTable(entry);
     }
     return page;
 }

@@ -6,8 +6,8 @@
 
 namespace torvex::operations {
 
-/// The reference page of all public operations, in Markdown: what each class can do, with arguments, defaults,
-/// results and rights. The same register always gives the same text.
+/// The reference page of all public operations, in Markdown: what each class can do, with arguments,
+/// defaults, results and rights. The same register always gives the same text.
 std::string referenceMarkdown(const Register& classes);
 
 }  // namespace torvex::operations

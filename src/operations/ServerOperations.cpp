@@ -15,9 +15,9 @@ std::vector<Operation> resolution() {
                   "Whether a page shows today, whoever asks; folders are followed to their first child.",
                   visitor()),
         operation("getPageId", &cServer::getPageId, {argument("nodeId")},
-                  "The page number of a node; -1 when there is no such page.", visitor()),
+                  "The page number of a node; -1 when there is no such page.", anyLogin()),
         operation("getNodeId", &cServer::getNodeId, {argument("pageId")},
-                  "The node of a page number; empty text when there is no such page.", visitor()),
+                  "The node of a page number; empty text when there is no such page.", anyLogin()),
         operation("getPageTitle", &cServer::getPageTitle, {argument("pageIdent")},
                   "The title of a live page, or a bracketed word in the page's language when it has none.",
                   anyLogin()),
@@ -25,7 +25,48 @@ std::vector<Operation> resolution() {
                   "The title of a site in a language.", visitor()),
         operation("getVocab", &cServer::getVocab, {argument("langId"), argument("labelId")},
                   "The text of a label of the interface in a language, given by code or by number.",
-                  visitor()),
+                  anyLogin()),
+    };
+}
+
+std::vector<Operation> accessControl() {
+    return {
+        operation("securityCheck", &cServer::securityCheck, {argument("applicationDir", "")},
+                  "The address that the visitor has to be sent to instead of the page of the page record, or "
+                  "empty text.",
+                  nobody()),
+        operation("hasAccess", &cServer::hasAccess, {argument("pageIdent"), argument("username", "")},
+                  "Whether a user, or the session's, may see a page; its dates don't count.", anyLogin()),
+        operation("isSecuredPage", &cServer::isSecuredPage, {argument("pageIdent")},
+                  "Whether a real group guards a page.", anyLogin()),
+        operation("checkFolderAccess", &cServer::checkFolderAccess, {argument("folder")},
+                  "Whether the visitor may see a media folder: 0 or 1 yes, 100 a blank picture instead, "
+                  "negative no.",
+                  anyLogin()),
+    };
+}
+
+// Names and passwords could be guessed by these, without the limit that the login page has.
+std::vector<Operation> users() {
+    return {
+        operation("isUser", &cServer::isUser, {argument("username"), argument("password")},
+                  "Whether there is a user of that name and password.", nobody()),
+        operation("getUserId", &cServer::getUserId, {argument("username", ""), argument("password", "")},
+                  "The number of a user, or of the session's; 0 for none.", nobody()),
+        operation("getUserPassword", &cServer::getUserPassword, {argument("username", "")},
+                  "The stored password of a user, or of the session's.", nobody()),
+        operation("getEntryPage", &cServer::getEntryPage,
+                  {argument("username", ""), argument("password", "")},
+                  "The page by which a user's group enters; -1 for none.", nobody()),
+        operation("getExitPage", &cServer::getExitPage, {argument("username", ""), argument("password", "")},
+                  "The page by which a user's group leaves; -1 for none.", nobody()),
+        operation("getLoginPage", &cServer::getLoginPage, {argument("pageIdent")},
+                  "The login page that guards a page; 0 with the extranet off.", anyLogin()),
+        operation("getLoginURL", &cServer::getLoginURL, {},
+                  "Does what the posted login form asks for, and gives the address that it leads to.",
+                  nobody()),
+        operation("getLogoutURL", &cServer::getLogoutURL, {},
+                  "Logs the visitor out, and gives the address that it leads to.", nobody()),
     };
 }
 
@@ -56,6 +97,16 @@ std::vector<Operation> assembly() {
 
 std::vector<Operation> pageServices() {
     return {
+        operation("buildLinks", &cServer::buildLinks,
+                  {argument("html"), argument("site"), argument("lang", ""), argument("mode", "")},
+                  "The page with its link notations as real links; the language and the mode have no effect.",
+                  anyLogin()),
+        operation("sendBinaryFile", &cServer::sendBinaryFile,
+                  {argument("fileSpec"), argument("securityCheck", true)},
+                  "Writes a file to the response: \"0\" sent, \"-99\" not found, \"-10\" a secure address is "
+                  "needed, "
+                  "else the code of checkFolderAccess.",
+                  nobody()),
         operation("logPage", &cServer::logPage, {argument("pageIdent")},
                   "Counts a view of a page, unless the visitor's address is filtered out.", nobody()),
         operation("getBreadcrumb", &cServer::getBreadcrumb, {argument("pageIdent")},
@@ -116,9 +167,10 @@ std::vector<Property> pageRecord() {
 }  // namespace
 
 ClassEntry serverOperations() {
-    auto operations = resolution();
-    for (auto& row : assembly()) operations.push_back(std::move(row));
-    for (auto& row : pageServices()) operations.push_back(std::move(row));
+    std::vector<Operation> operations;
+    for (auto subject : {resolution, accessControl, users, assembly, pageServices}) {
+        for (auto& row : subject()) operations.push_back(std::move(row));
+    }
     return describe<cServer>("cServer", "Serves pages to visitors, from live data.", std::move(operations),
                              pageRecord());
 }

@@ -81,10 +81,10 @@ std::vector<Operation> services() {
 }  // namespace
 
 ClassEntry htmlTemplateOperations() {
-    auto operations = files();
-    for (auto& row : tags()) operations.push_back(std::move(row));
-    for (auto& row : blocks()) operations.push_back(std::move(row));
-    for (auto& row : services()) operations.push_back(std::move(row));
+    std::vector<Operation> operations;
+    for (auto subject : {files, tags, blocks, services}) {
+        for (auto& row : subject()) operations.push_back(std::move(row));
+    }
     return describe<HTMLTemplate>(
         "HTMLTemplate", "A text with marked places to find, fill, cut and lift out.", std::move(operations),
         {property("strVal", &HTMLTemplate::strVal, &HTMLTemplate::setStrVal, "The buffer.")});

@@ -10,7 +10,9 @@ class HttpClient {
     struct Answer {
         int status = 0;
         std::string statusText;
-        std::string body;  ///< UTF-8
+        std::string body;         ///< UTF-8
+        std::string contentType;  ///< as it was sent; "" when there was none
+        std::string bytes;        ///< the body as it came, for formats that name their own encoding
     };
 
     virtual ~HttpClient() = default;

@@ -32,6 +32,10 @@ TEST(BatchRequest, ReadsTheClockTheVisitorAndTheLogin) {
     EXPECT_EQ(request.login, "sa");
 }
 
+TEST(BatchRequest, AVisitorMayBeANumber) {
+    EXPECT_EQ(parseBatchRequest(R"({"visitor":2})").visitor, "2");
+}
+
 TEST(BatchRequest, ReadsEveryKindOfValue) {
     const auto request = parseBatchRequest(R"({"session":{"a":null,"b":true,"c":12,"d":-1.5,"e":"x"}})");
     ASSERT_EQ(request.session.size(), 5U);
@@ -109,7 +113,7 @@ TEST(BatchRequest, RefusesUnknownFields) {
 
 TEST(BatchRequest, RefusesValuesOfTheWrongKind) {
     EXPECT_EQ(refusalOf(R"({"now":"yesterday"})"), "\"now\" must be a moment like 2026-06-15T12:00:00");
-    EXPECT_EQ(refusalOf(R"({"visitor":1})"), "\"visitor\" must be a text");
+    EXPECT_EQ(refusalOf(R"({"visitor":true})"), "\"visitor\" must be a text");
     EXPECT_EQ(refusalOf(R"({"login":null})"), "\"login\" must be a text");
     EXPECT_EQ(refusalOf(R"({"session":{"a":[1]}})"),
               "\"session\": \"a\" must be null, true, false, a number or a text");

@@ -104,7 +104,7 @@ class PostgresDatabase final : public TestDatabase {
     explicit PostgresDatabase(const std::string& source) {
         static int count = 0;
         name_ = fmt::format("torvex_test_{}_{}", getpid(), ++count);
-        maintenance_.run(fmt::format("create database {} template {}", name_, source));
+        maintenance_.run(fmt::format("create database {} template {} strategy file_copy", name_, source));
         text_ = maintenance_.textOf(name_);
     }
     ~PostgresDatabase() override {

@@ -6,20 +6,22 @@ values
   (1, 'bg', 'en', 'Home page', 'Hero, hours and prices, bands of teasers', 'home.html', 0, 0),
   (2, 'bg', 'en', 'Standard page', 'Headline, lead and text', 'page.html', 0, 0),
   (3, 'bg', 'en', 'Picture page', 'Headline, lead, picture and text, with facts in the margin', 'feature.html', 0, 0),
-  (4, 'bg', 'en', 'Service page', 'Headline and text, for the pages of the system branch', 'service.html', 0, 0),
+  (4, 'bg', 'en', 'Service page', 'Headline and text, not for search engines', 'service.html', 0, 0),
   (5, 'bg', 'en', 'Leaflet', 'One sheet to print, in columns', 'leaflet.html', 0, 0),
   (6, 'bg', 'de', 'Home page', 'Hero, hours and prices, bands of teasers', 'home.html', 0, 0),
   (7, 'bg', 'de', 'Standard page', 'Headline, lead and text', 'page.html', 0, 0),
   (8, 'bg', 'de', 'Picture page', 'Headline, lead, picture and text, with facts in the margin', 'feature.html', 0, 0),
-  (9, 'bg', 'de', 'Service page', 'Headline and text, for the pages of the system branch', 'service.html', 0, 0),
+  (9, 'bg', 'de', 'Service page', 'Headline and text, not for search engines', 'service.html', 0, 0),
   (10, 'ri', 'en', 'Home page', 'Hero, hours and prices, bands of teasers', 'home.html', 0, 0),
   (11, 'ri', 'en', 'Standard page', 'Headline, lead and text', 'page.html', 0, 0),
   (12, 'ri', 'en', 'Picture page', 'Headline, lead, picture and text, with facts in the margin', 'feature.html', 0, 0),
-  (13, 'ri', 'en', 'Service page', 'Headline and text, for the pages of the system branch', 'service.html', 0, 0),
+  (13, 'ri', 'en', 'Service page', 'Headline and text, not for search engines', 'service.html', 0, 0),
   (14, 'ri', 'de', 'Home page', 'Hero, hours and prices, bands of teasers', 'home.html', 0, 0),
   (15, 'ri', 'de', 'Standard page', 'Headline, lead and text', 'page.html', 0, 0),
   (16, 'ri', 'de', 'Picture page', 'Headline, lead, picture and text, with facts in the margin', 'feature.html', 0, 0),
-  (17, 'ri', 'de', 'Service page', 'Headline and text, for the pages of the system branch', 'service.html', 0, 0);
+  (17, 'ri', 'de', 'Service page', 'Headline and text, not for search engines', 'service.html', 0, 0),
+  (18, 'bg', 'en', 'Login page', 'Headline, text and the login form', 'login.html', 0, 0),
+  (19, 'bg', 'de', 'Login page', 'Headline, text and the login form', 'login.html', 0, 0);
 
 insert into TORVEX_BASETEMPLATES
   (btpl_id, btpl_site, btpl_lang, btpl_name, btpl_description, btpl_filename, lock)

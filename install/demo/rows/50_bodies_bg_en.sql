@@ -11,21 +11,21 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
       <li class="card">
         <img src="/images/bg/palm-house.svg" width="1200" height="720" alt="" loading="lazy">
         <div>
-          <h3><a href="/tvx.asp?pageId=8">Palm House</a></h3>
+          <h3><a href="page(8)">Palm House</a></h3>
           <p>Warm, damp and green all year. The date palm in the middle was planted before the roof was finished.</p>
         </div>
       </li>
       <li class="card">
         <img src="/images/bg/alpine-garden.svg" width="1200" height="720" alt="" loading="lazy">
         <div>
-          <h3><a href="/tvx.asp?pageId=9">Alpine garden</a></h3>
+          <h3><a href="page(9)">Alpine garden</a></h3>
           <p>Four mountain ranges in limestone and granite, at their best from April to June.</p>
         </div>
       </li>
       <li class="card">
         <img src="/images/bg/night-garden.svg" width="1200" height="720" alt="" loading="lazy">
         <div>
-          <h3><a href="/tvx.asp?pageId=10">Night garden</a></h3>
+          <h3><a href="page(10)">Night garden</a></h3>
           <p>Flowers that open at dusk, and the moths that come to them. Open late in summer.</p>
         </div>
       </li>
@@ -63,7 +63,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
     <div>
       <h2>Paper gardens</h2>
       <p>Before photographs, a botanist needed someone who could draw. The Orangery shows ninety sheets from our own collection, among them forty that have never left their boxes.</p>
-      <p><a href="/tvx.asp?pageId=12">About the exhibition</a></p>
+      <p><a href="page(12)">About the exhibition</a></p>
     </div>
   </div>
 </section>
@@ -76,7 +76,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
       <li><span class="when">Sundays at 15</span> <span>Draw along: paper, pencils and a plant</span> <span class="where">Orangery, upper floor</span></li>
       <li><span class="when">Fridays at 21.30 in July and August</span> <span>Moths and moonflowers in the dark</span> <span class="where">River gate</span></li>
     </ul>
-    <p>Walks are included in the ticket. <a href="/tvx.asp?pageId=11">Everything that’s on</a></p>
+    <p>Walks are included in the ticket. <a href="page(11)">Everything that’s on</a></p>
   </div>
 </section>
 <section class="band">
@@ -114,7 +114,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
     </details>
     <details>
       <summary>Can I get about with a wheelchair or a pram?</summary>
-      <p>Two thirds of the paths are step-free. The leaflet at the gate marks them in green. More under <a href="/tvx.asp?pageId=22">Accessibility</a>.</p>
+      <p>Two thirds of the paths are step-free. The leaflet at the gate marks them in green. More under <a href="page(22)">Accessibility</a>.</p>
     </details>
     <details>
       <summary>May I take photographs?</summary>
@@ -131,7 +131,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
     <div>
       <h2>The research house next door</h2>
       <p>Behind the copper beech stands the Plant Institute. There people count mountain flowers, wake seeds from a century of sleep and keep 612,000 pressed plants. Much of what you read on our labels was found out there.</p>
-      <p><a href="/tvx.asp?pageId=201">Visit the Plant Institute</a></p>
+      <p><a href="page(201)">Visit the Plant Institute</a></p>
     </div>
     <img src="/images/ri/seeds.svg" width="1200" height="720" alt="The spiral of a seed head and three kinds of seed in circles, as under a lens" loading="lazy">
   </div>
@@ -146,7 +146,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 </section>
 <section>
   <h2>Getting here</h2>
-  <p>Tram 3 to Orangery Lane, then two minutes on foot<br><a href="/tvx.asp?pageId=5">All ways to the garden</a></p>
+  <p>Tram 3 to Orangery Lane, then two minutes on foot<br><a href="page(5)">All ways to the garden</a></p>
 </section>');
 
 -- bg.en.01.01.01  Opening hours and tickets
@@ -205,29 +205,40 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   <li class="card">
     <img src="/images/bg/palm-house.svg" width="1200" height="720" alt="">
     <div>
-      <h2><a href="/tvx.asp?pageId=8">Palm House</a></h2>
+      <h2><a href="page(8)">Palm House</a></h2>
       <p>Twenty-four degrees, rain at ten and at four.</p>
     </div>
   </li>
   <li class="card">
     <img src="/images/bg/alpine-garden.svg" width="1200" height="720" alt="">
     <div>
-      <h2><a href="/tvx.asp?pageId=9">Alpine garden</a></h2>
+      <h2><a href="page(9)">Alpine garden</a></h2>
       <p>Cushions, screes and a stream that comes from the mains.</p>
     </div>
   </li>
   <li class="card">
     <img src="/images/bg/night-garden.svg" width="1200" height="720" alt="">
     <div>
-      <h2><a href="/tvx.asp?pageId=10">Night garden</a></h2>
+      <h2><a href="page(10)">Night garden</a></h2>
       <p>White flowers, strong scents, late hours.</p>
     </div>
   </li>
 </ul>
+<h2>Find your way</h2>
+<figure class="map">
+  <img src="/images/bg/garden-map.svg" width="960" height="480" usemap="#garden" alt="Map of the garden. The Palm House stands in the west, the alpine garden in the north-east, the night garden by the river in the south-east.">
+  <map name="garden">
+    <area shape="rect" coords="60,150,330,360" href="page(8)" alt="Palm House">
+    <area shape="rect" coords="420,50,880,230" href="page(9)" alt="Alpine garden">
+    <area shape="rect" coords="500,265,900,400" href="page(10)" alt="Night garden">
+    <area shape="rect" coords="350,400,480,470" href="page(18)" alt="Garden shop">
+  </map>
+  <figcaption>Choose a place on the map.</figcaption>
+</figure>
 <h2>How the beds are arranged</h2>
 <p>The oldest part follows families: everything with a daisy flower stands together, everything with a pea flower next to it. From the 1920s the gardeners planted by region, and since 1990 by way of life. So the grass path from the gate to the river leads through three ways of thinking about plants.</p>
-<p>Each label gives the scientific name, the family, the place where the plant was collected and a number. With that number the <a href="/tvx.asp?pageId=206">herbarium of the Plant Institute</a> finds the sheet that belongs to it.</p>
-<p>Our <a href="/documents/bg/old-trees.csv">list of the old trees</a> is a table for your own use, with species, girth and year of planting.</p>');
+<p>Each label gives the scientific name, the family, the place where the plant was collected and a number. With that number the <a href="page(206)">herbarium of the Plant Institute</a> finds the sheet that belongs to it.</p>
+<p>Our <a href="file(List of the old trees)">list of the old trees</a> is a table for your own use, with species, girth and year of planting.</p>');
 
 -- bg.en.02.01  Palm House
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
@@ -239,7 +250,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <p>Glass and iron move when the sun comes out. The builders of 1891 set each rib on a plate of lead, so that the whole dome can breathe by two centimetres. Stand by the western door at noon in June and you can hear it.</p>
 <h2>Please note</h2>
 <p>Spectacles and lenses mist over on cold days; there are benches in the porch for waiting until they clear. The floor is wet after the ten o’clock and four o’clock rain.</p>
-<p>How the palm came here is told in <a href="/tvx.asp?pageId=16">The palm that outgrew its house</a>.</p>'),
+<p>How the palm came here is told in <a href="page(16)">The palm that outgrew its house</a>.</p>'),
 (8, 4, 1, 0, '<dl>
   <dt>Built</dt><dd>1889 to 1891</dd>
   <dt>Height of the dome</dt><dd>21 metres</dd>
@@ -260,7 +271,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <h2>Why cushions?</h2>
 <p>A cushion is a good answer to wind. Inside, the air stands still, and on a sunny day in March it can be fifteen degrees warmer than around it. The plant makes its own soil from its old leaves, and other plants take root in it. Some of ours are sixty years old and no wider than a dinner plate.</p>
 <h2>Seed for other gardens</h2>
-<p>Each autumn we collect seed and exchange it with 340 gardens all over the world. Plants from the wild are only collected together with the <a href="/tvx.asp?pageId=203">Institute’s survey plots</a>, and never more than one seed head in twenty.</p>'),
+<p>Each autumn we collect seed and exchange it with 340 gardens all over the world. Plants from the wild are only collected together with the <a href="page(203)">Institute’s survey plots</a>, and never more than one seed head in twenty.</p>'),
 (9, 4, 1, 0, '<dl>
   <dt>Laid out</dt><dd>1912</dd>
   <dt>Highest point</dt><dd>7 metres above the lawn</dd>
@@ -299,7 +310,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
     <img src="/images/bg/paper-gardens.svg" width="1200" height="720" alt="">
     <div>
       <p class="when">Until the end of 2029</p>
-      <h2><a href="/tvx.asp?pageId=12">Paper gardens</a></h2>
+      <h2><a href="page(12)">Paper gardens</a></h2>
       <p>Ninety plant drawings from three centuries.</p>
     </div>
   </li>
@@ -307,7 +318,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
     <img src="/images/bg/snowdrops.svg" width="1200" height="720" alt="">
     <div>
       <p class="when">Every January</p>
-      <h2><a href="/tvx.asp?pageId=17">Counting snowdrops</a></h2>
+      <h2><a href="page(17)">Counting snowdrops</a></h2>
       <p>How a volunteer’s notebook became a climate record.</p>
     </div>
   </li>
@@ -376,7 +387,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   <dt>Species</dt><dd><i>Phoenix dactylifera</i></dd>
   <dt>Number</dt><dd>1888-0007</dd>
   <dt>Height</dt><dd>19.6 metres</dd>
-  <dt>Where</dt><dd><a href="/tvx.asp?pageId=8">Palm House</a>, middle bed</dd>
+  <dt>Where</dt><dd><a href="page(8)">Palm House</a>, middle bed</dd>
 </dl>'),
 (16, 5, 1, 0, '<img src="/images/bg/palm-house.svg" width="1200" height="720" alt="A tall date palm whose crown fills the dome">
 <figcaption>Number 1888-0007, seen from the gallery.</figcaption>');
@@ -387,7 +398,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 (17, 2, 1, 0, '<p>For forty winters one woman wrote down the day on which the first snowdrop opened. Her notebooks now have a catalogue number.</p>'),
 (17, 3, 1, 0, '<p>Hanne Lüders came every morning at eight, with a dog, and later with the dog’s successors. She wrote the date, the weather and a number: how many flowers were open between the third and the fourth bench. She didn’t think of it as science. It was, she said, a reason to get up.</p>
 <h2>Nineteen days</h2>
-<p>When she brought the notebooks to the <a href="/tvx.asp?pageId=201">Plant Institute</a> in 2021, they showed what no instrument in the garden had recorded. The first flower now opens nineteen days earlier than in 1981. The last still fades in the same week of March. So the snowdrops’ season has grown longer, while the bees that visit them have kept to their old dates.</p>
+<p>When she brought the notebooks to the <a href="page(201)">Plant Institute</a> in 2021, they showed what no instrument in the garden had recorded. The first flower now opens nineteen days earlier than in 1981. The last still fades in the same week of March. So the snowdrops’ season has grown longer, while the bees that visit them have kept to their old dates.</p>
 <h2>Count with us</h2>
 <p>The benches are still there. From 1 January to 31 March a box with pencils and cards hangs at the third one. Write down the date and the number, and put the card in the slot. Somebody reads every one of them.</p>'),
 (17, 4, 1, 0, '<dl>
@@ -428,7 +439,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 (22, 1, 1, 0, 'Accessibility'),
 (22, 2, 1, 0, '<h2>In the garden</h2>
 <p>Two thirds of the paths are step-free and firm. Both gates have a bell at hip height. Wheelchairs and a folding stool can be borrowed without charge. Toilets for wheelchair users are at the main gate and in the Orangery. Guide dogs are welcome everywhere, in the glasshouses too.</p>
-<p>On the second Wednesday of the month there is a walk with plants to touch and smell, see <a href="/tvx.asp?pageId=11">What’s on</a>.</p>
+<p>On the second Wednesday of the month there is a walk with plants to touch and smell, see <a href="page(11)">What’s on</a>.</p>
 <h2>On this website</h2>
 <p>The pages follow the Web Content Accessibility Guidelines 2.2 at level AA. They can be read without a mouse, without colours, at four times the size and without scripts. Dark colours and reduced motion follow the setting of your device.</p>
 <p>Something doesn’t work for you? Tell us: <a href="mailto:garden@lindhaven.example">garden@lindhaven.example</a>, telephone 04961 555 0140. We answer within five working days.</p>');
@@ -469,3 +480,57 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   <h2>8. Orangery</h2>
   <p>Coffee downstairs, drawings upstairs. The tram stop is two minutes away.</p>
 </section>');
+
+-- bg.en.99.01  Trial page for designers
+insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
+(31, 1, 1, 0, 'Trial page for designers'),
+(31, 2, 1, 0, '<p>A page of the system branch: it has a number and a place in the tree, but visitors never reach it. Designers try out their templates here.</p><h2>A heading</h2><p>A paragraph with <em>emphasis</em>, <strong>weight</strong> and <a href="page(1)">a link</a>.</p><ul><li>one</li><li>two</li></ul>');
+
+-- bg.en.08.01  Friends’ corner
+insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
+(41, 1, 1, 0, 'Friends’ corner'),
+(41, 2, 1, 0, '<p>Thank you. Without the 1,900 friends of the garden, two of the three glasshouses would be closed in winter.</p>'),
+(41, 3, 1, 0, '<h2>For you this season</h2>
+<ul>
+  <li>Early hour: the gate by the river opens for friends at 8, every day but Monday.</li>
+  <li>The <a href="file(001/friends-letter.txt)">friends’ letter of this quarter</a>, with the dates of the plant swap.</li>
+  <li>Two guests free on the first Sunday of each month. Show your card at the gate.</li>
+</ul>
+<figure>
+  <img src="/images/bg/001/new-pond.svg" width="960" height="480" alt="Sketch of the new lily pond: a round basin between two beds, with a wooden jetty">
+  <figcaption>The new lily pond. Work begins in spring; this sketch is for friends only.</figcaption>
+</figure>
+<p>Do you help in the beds as well? Then the <a href="page(42)">volunteers’ board</a> is for you.</p>');
+
+-- bg.en.08.02  Volunteers’ board
+insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
+(42, 1, 1, 0, 'Volunteers’ board'),
+(42, 2, 1, 0, '<p>Who works where, and what is waiting.</p>'),
+(42, 3, 1, 0, '<table>
+  <thead><tr><th scope="col">Day</th><th scope="col">Where</th><th scope="col">What</th></tr></thead>
+  <tbody>
+    <tr><td>Tuesday, 9 to 12</td><td>Woodland</td><td>Bramble and ivy off the snowdrop banks</td></tr>
+    <tr><td>Thursday, 9 to 12</td><td>Nursery</td><td>Potting on, labels, lists</td></tr>
+    <tr><td>Saturday, 14 to 16</td><td>Palm House</td><td>Answering visitors’ questions</td></tr>
+  </tbody>
+</table>
+<p>Gloves and tools are in the shed behind the orangery; the key hangs at the gate.</p>');
+
+-- bg.en.08.03  Log in
+insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
+(44, 1, 1, 0, 'Log in'),
+(44, 2, 1, 0, '<p>These pages are for friends and volunteers of the garden. Your name and password are on your card.</p>'),
+(44, 3, 1, 0, '<p>Not a friend yet? Ask at the gate, or write to <a href="mailto:garden@lindhaven.example">garden@lindhaven.example</a>.</p>');
+
+-- bg.en.08.04  Goodbye
+insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
+(45, 1, 1, 0, 'Goodbye'),
+(45, 2, 1, 0, '<p>You are logged out.</p>'),
+(45, 3, 1, 0, '<p>Go on to <a href="page(1)">the home page</a>, or <a href="page(44)">log in again</a>.</p>');
+
+-- bg.en.03.04  Notices
+insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
+(46, 1, 1, 0, 'Notices'),
+(46, 2, 1, 0, '<p>What the gardeners pinned to the board this week.</p>'),
+(46, 3, 2, 1, '<p>The board is being renewed. Please come back later.</p>');
+

@@ -11,21 +11,21 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
       <li class="card">
         <img src="/images/bg/palm-house.svg" width="1200" height="720" alt="" loading="lazy">
         <div>
-          <h3><a href="/tvx.asp?pageId=108">Palmenhaus</a></h3>
+          <h3><a href="page(108)">Palmenhaus</a></h3>
           <p>Das ganze Jahr warm, feucht und grün. Die Dattelpalme in der Mitte wurde gepflanzt, bevor das Dach fertig war.</p>
         </div>
       </li>
       <li class="card">
         <img src="/images/bg/alpine-garden.svg" width="1200" height="720" alt="" loading="lazy">
         <div>
-          <h3><a href="/tvx.asp?pageId=109">Alpinum</a></h3>
+          <h3><a href="page(109)">Alpinum</a></h3>
           <p>Vier Gebirge aus Kalk und Granit, am schönsten von April bis Juni.</p>
         </div>
       </li>
       <li class="card">
         <img src="/images/bg/night-garden.svg" width="1200" height="720" alt="" loading="lazy">
         <div>
-          <h3><a href="/tvx.asp?pageId=110">Nachtgarten</a></h3>
+          <h3><a href="page(110)">Nachtgarten</a></h3>
           <p>Blüten, die sich in der Dämmerung öffnen, und die Falter, die zu ihnen kommen. Im Sommer lange geöffnet.</p>
         </div>
       </li>
@@ -63,7 +63,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
     <div>
       <h2>Gärten auf Papier</h2>
       <p>Bevor es Fotografien gab, brauchte die Botanik Menschen, die zeichnen konnten. Die Orangerie zeigt neunzig Blätter aus unserer Sammlung, darunter vierzig, die ihre Mappen noch nie verlassen haben.</p>
-      <p><a href="/tvx.asp?pageId=112">Zur Ausstellung</a></p>
+      <p><a href="page(112)">Zur Ausstellung</a></p>
     </div>
   </div>
 </section>
@@ -76,7 +76,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
       <li><span class="when">Sonntags um 15 Uhr</span> <span>Mitzeichnen: Papier, Stifte und eine Pflanze</span> <span class="where">Orangerie, Obergeschoss</span></li>
       <li><span class="when">Freitags um 21.30 Uhr im Juli und August</span> <span>Falter und Mondwinden im Dunkeln</span> <span class="where">Flusstor</span></li>
     </ul>
-    <p>Die Führungen sind im Eintritt enthalten. <a href="/tvx.asp?pageId=111">Das ganze Programm</a></p>
+    <p>Die Führungen sind im Eintritt enthalten. <a href="page(111)">Das ganze Programm</a></p>
   </div>
 </section>
 <section class="band">
@@ -114,7 +114,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
     </details>
     <details>
       <summary>Komme ich mit Rollstuhl oder Kinderwagen durch den Garten?</summary>
-      <p>Zwei Drittel der Wege sind stufenlos. Im Faltblatt am Tor sind sie grün eingezeichnet. Mehr unter <a href="/tvx.asp?pageId=122">Barrierefreiheit</a>.</p>
+      <p>Zwei Drittel der Wege sind stufenlos. Im Faltblatt am Tor sind sie grün eingezeichnet. Mehr unter <a href="page(122)">Barrierefreiheit</a>.</p>
     </details>
     <details>
       <summary>Darf ich fotografieren?</summary>
@@ -131,7 +131,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
     <div>
       <h2>Das Forschungshaus nebenan</h2>
       <p>Hinter der Blutbuche steht das Pflanzeninstitut. Dort werden Bergblumen gezählt, Samen nach hundert Jahren Schlaf geweckt und 612.000 gepresste Pflanzen aufbewahrt. Vieles von dem, was auf unseren Schildern steht, wurde dort herausgefunden.</p>
-      <p><a href="/tvx.asp?pageId=301">Zum Pflanzeninstitut</a></p>
+      <p><a href="page(301)">Zum Pflanzeninstitut</a></p>
     </div>
     <img src="/images/ri/seeds.svg" width="1200" height="720" alt="Die Spirale eines Samenstands und drei Samen in Kreisen, wie unter der Lupe" loading="lazy">
   </div>
@@ -146,7 +146,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 </section>
 <section>
   <h2>Anfahrt</h2>
-  <p>Mit der Linie 3 bis Orangeriegasse, dann zwei Minuten zu Fuß<br><a href="/tvx.asp?pageId=105">Alle Wege zum Garten</a></p>
+  <p>Mit der Linie 3 bis Orangeriegasse, dann zwei Minuten zu Fuß<br><a href="page(105)">Alle Wege zum Garten</a></p>
 </section>');
 
 -- bg.de.01.01.01  Öffnungszeiten und Preise
@@ -206,29 +206,29 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   <li class="card">
     <img src="/images/bg/palm-house.svg" width="1200" height="720" alt="">
     <div>
-      <h2><a href="/tvx.asp?pageId=108">Palmenhaus</a></h2>
+      <h2><a href="page(108)">Palmenhaus</a></h2>
       <p>Vierundzwanzig Grad, Regen um zehn und um vier.</p>
     </div>
   </li>
   <li class="card">
     <img src="/images/bg/alpine-garden.svg" width="1200" height="720" alt="">
     <div>
-      <h2><a href="/tvx.asp?pageId=109">Alpinum</a></h2>
+      <h2><a href="page(109)">Alpinum</a></h2>
       <p>Polster, Geröll und ein Bach aus der Wasserleitung.</p>
     </div>
   </li>
   <li class="card">
     <img src="/images/bg/night-garden.svg" width="1200" height="720" alt="">
     <div>
-      <h2><a href="/tvx.asp?pageId=110">Nachtgarten</a></h2>
+      <h2><a href="page(110)">Nachtgarten</a></h2>
       <p>Weiße Blüten, starke Düfte, späte Stunden.</p>
     </div>
   </li>
 </ul>
 <h2>Wie die Beete geordnet sind</h2>
 <p>Der älteste Teil folgt den Familien: Alle Korbblütler stehen beisammen, daneben alle Schmetterlingsblütler. Seit den Zwanzigerjahren wurde nach Herkunft gepflanzt, seit 1990 nach Lebensweise. Der Rasenweg vom Tor zum Fluss führt also durch drei Arten, über Pflanzen nachzudenken.</p>
-<p>Jedes Schild nennt den wissenschaftlichen Namen, die Familie, den Fundort und eine Nummer. Mit dieser Nummer findet das <a href="/tvx.asp?pageId=306">Herbarium des Pflanzeninstituts</a> den Bogen, der dazugehört.</p>
-<p>Unsere <a href="/documents/bg/old-trees.csv">Liste der alten Bäume</a> ist eine Tabelle zur freien Verwendung, mit Art, Stammumfang und Pflanzjahr.</p>');
+<p>Jedes Schild nennt den wissenschaftlichen Namen, die Familie, den Fundort und eine Nummer. Mit dieser Nummer findet das <a href="page(306)">Herbarium des Pflanzeninstituts</a> den Bogen, der dazugehört.</p>
+<p>Unsere <a href="file(bg/old-trees.csv)" target="_self">Liste der alten Bäume</a> ist eine Tabelle zur freien Verwendung, mit Art, Stammumfang und Pflanzjahr.</p>');
 
 -- bg.de.02.01  Palmenhaus
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
@@ -240,7 +240,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <p>Glas und Eisen bewegen sich, sobald die Sonne herauskommt. Die Baumeister von 1891 setzten jede Rippe auf eine Platte aus Blei, damit sich die Kuppel um zwei Zentimeter dehnen kann. Wer im Juni mittags an der Westtür steht, kann es hören.</p>
 <h2>Bitte beachten</h2>
 <p>An kalten Tagen beschlagen Brillen; im Windfang stehen Bänke, auf denen man warten kann, bis die Sicht wieder klar ist. Nach dem Regen um zehn und um sechzehn Uhr ist der Boden nass.</p>
-<p>Wie die Palme zu uns kam, erzählt <a href="/tvx.asp?pageId=116">Die Palme, der ihr Haus zu klein wurde</a>.</p>'),
+<p>Wie die Palme zu uns kam, erzählt <a href="page(116)">Die Palme, der ihr Haus zu klein wurde</a>.</p>'),
 (108, 4, 1, 0, '<dl>
   <dt>Erbaut</dt><dd>1889 bis 1891</dd>
   <dt>Höhe der Kuppel</dt><dd>21 Meter</dd>
@@ -261,7 +261,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <h2>Warum Polster?</h2>
 <p>Ein Polster ist eine gute Antwort auf Wind. In seinem Inneren steht die Luft still, und an einem sonnigen Märztag kann es dort fünfzehn Grad wärmer sein als ringsum. Aus alten Blättern macht sich die Pflanze ihren Boden selbst, und andere keimen darin. Manche unserer Polster sind sechzig Jahre alt und nicht größer als ein Teller.</p>
 <h2>Samen für andere Gärten</h2>
-<p>Jeden Herbst sammeln wir Samen und tauschen sie mit 340 Gärten in aller Welt. An Wildstandorten sammeln wir nur gemeinsam mit den <a href="/tvx.asp?pageId=303">Dauerflächen des Instituts</a>, und nie mehr als einen Fruchtstand von zwanzig.</p>'),
+<p>Jeden Herbst sammeln wir Samen und tauschen sie mit 340 Gärten in aller Welt. An Wildstandorten sammeln wir nur gemeinsam mit den <a href="page(303)">Dauerflächen des Instituts</a>, und nie mehr als einen Fruchtstand von zwanzig.</p>'),
 (109, 4, 1, 0, '<dl>
   <dt>Angelegt</dt><dd>1912</dd>
   <dt>Höchster Punkt</dt><dd>7 Meter über der Wiese</dd>
@@ -300,7 +300,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
     <img src="/images/bg/paper-gardens.svg" width="1200" height="720" alt="">
     <div>
       <p class="when">Bis Ende 2029</p>
-      <h2><a href="/tvx.asp?pageId=112">Gärten auf Papier</a></h2>
+      <h2><a href="page(112)">Gärten auf Papier</a></h2>
       <p>Neunzig Pflanzenzeichnungen aus drei Jahrhunderten.</p>
     </div>
   </li>
@@ -356,7 +356,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   <dt>Art</dt><dd><i>Phoenix dactylifera</i></dd>
   <dt>Nummer</dt><dd>1888-0007</dd>
   <dt>Höhe</dt><dd>19,6 Meter</dd>
-  <dt>Standort</dt><dd><a href="/tvx.asp?pageId=108">Palmenhaus</a>, mittleres Beet</dd>
+  <dt>Standort</dt><dd><a href="page(108)">Palmenhaus</a>, mittleres Beet</dd>
 </dl>'),
 (116, 5, 1, 0, '<img src="/images/bg/palm-house.svg" width="1200" height="720" alt="Eine hohe Dattelpalme, deren Krone die Kuppel ausfüllt">
 <figcaption>Nummer 1888-0007, von der Galerie gesehen.</figcaption>');
@@ -377,7 +377,48 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 (122, 1, 1, 0, 'Barrierefreiheit'),
 (122, 2, 1, 0, '<h2>Im Garten</h2>
 <p>Zwei Drittel der Wege sind stufenlos und fest. An beiden Toren gibt es eine Klingel in Hüfthöhe. Rollstühle und ein Klapphocker werden kostenlos verliehen. Toiletten für Menschen im Rollstuhl befinden sich am Haupttor und in der Orangerie. Assistenzhunde sind überall willkommen, auch in den Gewächshäusern.</p>
-<p>Am zweiten Mittwoch im Monat gibt es einen Rundgang mit Pflanzen zum Tasten und Riechen, siehe <a href="/tvx.asp?pageId=111">Programm</a>.</p>
+<p>Am zweiten Mittwoch im Monat gibt es einen Rundgang mit Pflanzen zum Tasten und Riechen, siehe <a href="page(111)">Programm</a>.</p>
 <h2>Auf dieser Website</h2>
 <p>Die Seiten folgen den Richtlinien WCAG 2.2 auf der Stufe AA. Sie lassen sich ohne Maus, ohne Farben, in vierfacher Größe und ohne Skripte lesen. Dunkle Farben und verminderte Bewegung richten sich nach der Einstellung Ihres Geräts.</p>
 <p>Etwas funktioniert für Sie nicht? Sagen Sie es uns: <a href="mailto:garten@lindhaven.example">garten@lindhaven.example</a>, Telefon 04961 555 0140. Wir antworten innerhalb von fünf Arbeitstagen.</p>');
+
+-- bg.de.06.01  Für Freunde
+insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
+(141, 1, 1, 0, 'Für Freunde'),
+(141, 2, 1, 0, '<p>Danke. Ohne die 1.900 Freunde des Gartens blieben zwei der drei Gewächshäuser im Winter geschlossen.</p>'),
+(141, 3, 1, 0, '<h2>Für Sie in dieser Jahreszeit</h2>
+<ul>
+  <li>Frühe Stunde: Das Tor am Fluss öffnet für Freunde um 8 Uhr, täglich außer montags.</li>
+  <li>Der <a href="file(001/freundesbrief.txt)">Freundesbrief dieses Quartals</a> mit den Terminen der Pflanzenbörse.</li>
+  <li>Am ersten Sonntag im Monat bringen Sie zwei Gäste kostenlos mit. Bitte zeigen Sie am Tor Ihre Karte.</li>
+</ul>
+<figure>
+  <img src="/images/bg/001/new-pond.svg" width="960" height="480" alt="Skizze des neuen Seerosenteichs: ein rundes Becken zwischen zwei Beeten mit einem Holzsteg">
+  <figcaption>Der neue Seerosenteich. Baubeginn ist im Frühjahr; diese Skizze ist nur für Freunde.</figcaption>
+</figure>');
+
+-- bg.de.06.02  Für Helfer
+insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
+(142, 1, 1, 0, 'Für Helfer'),
+(142, 2, 1, 0, '<p>Wer wo arbeitet und was wartet.</p>'),
+(142, 3, 1, 0, '<table>
+  <thead><tr><th scope="col">Tag</th><th scope="col">Wo</th><th scope="col">Was</th></tr></thead>
+  <tbody>
+    <tr><td>Dienstag, 9 bis 12</td><td>Wäldchen</td><td>Brombeeren und Efeu von den Schneeglöckchen nehmen</td></tr>
+    <tr><td>Donnerstag, 9 bis 12</td><td>Anzucht</td><td>Umtopfen, Etiketten, Listen</td></tr>
+    <tr><td>Samstag, 14 bis 16</td><td>Palmenhaus</td><td>Fragen der Besucher beantworten</td></tr>
+  </tbody>
+</table>');
+
+-- bg.de.06.03  Anmelden
+insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
+(144, 1, 1, 0, 'Anmelden'),
+(144, 2, 1, 0, '<p>Diese Seiten sind für Freunde und Helfer des Gartens. Name und Kennwort stehen auf Ihrer Karte.</p>'),
+(144, 3, 1, 0, '<p>Noch nicht dabei? Fragen Sie am Tor oder schreiben Sie an <a href="mailto:garden@lindhaven.example">garden@lindhaven.example</a>.</p>');
+
+-- bg.de.06.04  Auf Wiedersehen
+insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
+(145, 1, 1, 0, 'Auf Wiedersehen'),
+(145, 2, 1, 0, '<p>Sie sind abgemeldet.</p>'),
+(145, 3, 1, 0, '<p>Weiter zur <a href="page(101)">Startseite</a> oder <a href="page(144)">wieder anmelden</a>.</p>');
+

@@ -3,7 +3,7 @@
 -- ri.en  Institute
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
 (201, 1, 1, 0, 'We measure slowly'),
-(201, 2, 1, 0, '<p>Some of our series have been running since 1998, some of our seeds have been asleep for a century. The Plant Institute is the research house of the <a href="/tvx.asp?pageId=1">Botanic Garden</a>.</p>'),
+(201, 2, 1, 0, '<p>Some of our series have been running since 1998, some of our seeds have been asleep for a century. The Plant Institute is the research house of the <a href="page(1)">Botanic Garden</a>.</p>'),
 (201, 3, 1, 0, '<section class="band">
   <div class="wrap">
     <h2>What we work on</h2>
@@ -11,21 +11,21 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
       <li class="card">
         <img src="/images/ri/transect.svg" width="1200" height="720" alt="">
         <div>
-          <h3><a href="/tvx.asp?pageId=203">Plants on the move</a></h3>
+          <h3><a href="page(203)">Plants on the move</a></h3>
           <p>Seven plots between 1,180 and 2,390 metres, counted every year since 1998.</p>
         </div>
       </li>
       <li class="card">
         <img src="/images/ri/seeds.svg" width="1200" height="720" alt="">
         <div>
-          <h3><a href="/tvx.asp?pageId=204">Why seeds wait</a></h3>
+          <h3><a href="page(204)">Why seeds wait</a></h3>
           <p>What wakes a seed, and what keeps it from waking in the wrong year.</p>
         </div>
       </li>
       <li class="card">
         <img src="/images/ri/herbarium-sheet.svg" width="900" height="1000" alt="">
         <div>
-          <h3><a href="/tvx.asp?pageId=206">Herbarium</a></h3>
+          <h3><a href="page(206)">Herbarium</a></h3>
           <p>612,000 sheets from 1764 until last week, more than half of them photographed.</p>
         </div>
       </li>
@@ -36,7 +36,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   <div class="wrap">
     <h2>From the Institute</h2>
     <ul class="papers">
-      <li><span class="when">March 2026</span> The survey of 2025 has been checked and is <a href="/documents/ri/transect-1998-2025.csv">free to use</a>. All seven plots lie above the figures of 2010, but for the lowest.</li>
+      <li><span class="when">March 2026</span> The survey of 2025 has been checked and is <a href="file(ri/transect-1998-2025.csv)" target="_self">free to use</a>. All seven plots lie above the figures of 2010, but for the lowest.</li>
       <li><span class="when">January 2026</span> Sheet number 350,000 has been photographed: a common daisy from the castle ditch, pressed by a child in 1871.</li>
       <li><span class="when">October 2025</span> Two of the barley grains from the bricked-up sample of 1923 have germinated. The other 198 haven’t.</li>
     </ul>
@@ -76,7 +76,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <p>On P1 the number falls. There the trees have come up, and it has become too dark for what grew there.</p>
 <h2>What we don’t know</h2>
 <p>More species isn’t the same as better off. The old inhabitants of the summit have nowhere to go, and a cushion that is fifty years old takes a long time to die. We shall count it as present for years in which its case is already decided.</p>
-<p>All figures: <a href="/documents/ri/transect-1998-2025.csv">table of the plots, 1998 to 2025 (CSV)</a>.</p>'),
+<p>All figures: <a href="file(ri/transect-1998-2025.csv)" target="_self">table of the plots, 1998 to 2025 (CSV)</a>.</p>'),
 (203, 4, 1, 0, '<dl>
   <dt>Led by</dt><dd>Prof. Jorun Vestergaard</dd>
   <dt>Since</dt><dd>1998</dd>
@@ -128,7 +128,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <h2>Photographed and measured</h2>
 <p>Since 2014 three people have been photographing sheet by sheet, with a scale and a strip of colours. So far 350,000 are done. Leaf area, flowering state and traces of grazing are measured from the pictures; nobody thought of that when the plants were pressed.</p>
 <h2>Using the collection</h2>
-<p>The reading room is open to anyone with a question. How to come, and how institutions borrow sheets, is told in <a href="/tvx.asp?pageId=207">Visits and loans</a>.</p>'),
+<p>The reading room is open to anyone with a question. How to come, and how institutions borrow sheets, is told in <a href="page(207)">Visits and loans</a>.</p>'),
 (206, 4, 1, 0, '<dl>
   <dt>Founded</dt><dd>1887, with older parts</dd>
   <dt>Sheets</dt><dd>612,000</dd>
@@ -146,7 +146,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 (207, 3, 1, 0, '<h2>Visits</h2>
 <p>The reading room has six tables with daylight and lenses. It is open from Tuesday to Thursday, 9 to 16. Write what you wish to see; we bring the sheets up from the cabinets and let them adjust to the room for a day. Bags and coats stay outside, because of the beetles.</p>
 <h2>Loans</h2>
-<p>We lend to institutions, for six months, up to sixty sheets at a time. Types don’t travel; ask for the photographs. The conditions fit on one page: <a href="/documents/ri/loan-conditions.txt">Loan conditions (text)</a>.</p>
+<p>We lend to institutions, for six months, up to sixty sheets at a time. Types don’t travel; ask for the photographs. The conditions fit on one page: <a href="file(ri/loan-conditions.txt)" target="_self">Loan conditions (text)</a>.</p>
 <h2>Samples</h2>
 <p>A piece of leaf for genetic work may be taken from sheets with more than one plant, after asking. What you find out goes on the sheet, and so does your name.</p>');
 
@@ -163,7 +163,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 </ul>
 <h2>Data</h2>
 <ul>
-  <li><a href="/documents/ri/transect-1998-2025.csv">Survey plots 1998 to 2025 (CSV)</a>, with the project <a href="/tvx.asp?pageId=203">Plants on the move</a></li>
+  <li><a href="file(ri/transect-1998-2025.csv)" target="_self">Survey plots 1998 to 2025 (CSV)</a>, with the project <a href="page(203)">Plants on the move</a></li>
 </ul>');
 
 -- ri.en.04  Field course 2027
@@ -183,3 +183,15 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <p>The pages follow the Web Content Accessibility Guidelines 2.2 at level AA. Each chart stands next to the table that it was drawn from. If something keeps you from using these pages, please tell us: <a href="mailto:institute@lindhaven.example">institute@lindhaven.example</a>.</p>
 <h2>Citation</h2>
 <p>Figures and data may be used under CC BY 4.0, with the name of the Institute and the year.</p>');
+
+-- ri.en.99.01  Trial page for designers
+insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
+(231, 1, 1, 0, 'Trial page for designers'),
+(231, 2, 1, 0, '<p>A page of the system branch: visitors never reach it. Designers try out their templates here.</p>');
+
+-- ri.en.06  Seed exchange
+insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
+(240, 1, 1, 0, 'Seed exchange'),
+(240, 2, 1, 0, '<p>Seeds that we can spare this year, straight from the list of the seed bank. Write to us with the number.</p>'),
+(240, 3, 3, 1, '<p>The list is being renewed. Please come back later.</p>');
+

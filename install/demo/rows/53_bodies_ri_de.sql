@@ -3,7 +3,7 @@
 -- ri.de  Institut
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
 (301, 1, 1, 0, 'Wir messen langsam'),
-(301, 2, 1, 0, '<p>Manche unserer Messreihen laufen seit 1998, manche unserer Samen schlafen seit hundert Jahren. Das Pflanzeninstitut ist das Forschungshaus des <a href="/tvx.asp?pageId=101">Botanischen Gartens</a>.</p>'),
+(301, 2, 1, 0, '<p>Manche unserer Messreihen laufen seit 1998, manche unserer Samen schlafen seit hundert Jahren. Das Pflanzeninstitut ist das Forschungshaus des <a href="page(101)">Botanischen Gartens</a>.</p>'),
 (301, 3, 1, 0, '<section class="band">
   <div class="wrap">
     <h2>Woran wir arbeiten</h2>
@@ -11,21 +11,21 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
       <li class="card">
         <img src="/images/ri/transect.svg" width="1200" height="720" alt="">
         <div>
-          <h3><a href="/tvx.asp?pageId=303">Pflanzen auf dem Weg nach oben</a></h3>
+          <h3><a href="page(303)">Pflanzen auf dem Weg nach oben</a></h3>
           <p>Sieben Flächen zwischen 1.180 und 2.390 Metern, seit 1998 jedes Jahr gezählt.</p>
         </div>
       </li>
       <li class="card">
         <img src="/images/ri/seeds.svg" width="1200" height="720" alt="">
         <div>
-          <h3><a href="/tvx.asp?pageId=304">Warum Samen warten</a></h3>
+          <h3><a href="page(304)">Warum Samen warten</a></h3>
           <p>Was einen Samen weckt, und was ihn davor bewahrt, im falschen Jahr zu erwachen.</p>
         </div>
       </li>
       <li class="card">
         <img src="/images/ri/herbarium-sheet.svg" width="900" height="1000" alt="">
         <div>
-          <h3><a href="/tvx.asp?pageId=306">Herbarium</a></h3>
+          <h3><a href="page(306)">Herbarium</a></h3>
           <p>612.000 Bögen von 1764 bis letzte Woche, mehr als die Hälfte davon fotografiert.</p>
         </div>
       </li>
@@ -36,7 +36,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   <div class="wrap">
     <h2>Aus dem Institut</h2>
     <ul class="papers">
-      <li><span class="when">März 2026</span> Die Aufnahme von 2025 ist geprüft und <a href="/documents/ri/transect-1998-2025.csv">frei verwendbar</a>. Bis auf die unterste liegen alle Flächen über den Zahlen von 2010.</li>
+      <li><span class="when">März 2026</span> Die Aufnahme von 2025 ist geprüft und <a href="file(ri/transect-1998-2025.csv)" target="_self">frei verwendbar</a>. Bis auf die unterste liegen alle Flächen über den Zahlen von 2010.</li>
       <li><span class="when">Januar 2026</span> Bogen Nummer 350.000 ist fotografiert: ein Gänseblümchen aus dem Schlossgraben, 1871 von einem Kind gepresst.</li>
       <li><span class="when">Oktober 2025</span> Zwei Gerstenkörner aus der eingemauerten Probe von 1923 haben gekeimt. Die übrigen 198 nicht.</li>
     </ul>
@@ -76,7 +76,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <p>Auf P1 sinkt die Zahl. Dort sind die Bäume nachgerückt, und für das, was einmal dort wuchs, ist es zu dunkel geworden.</p>
 <h2>Was wir nicht wissen</h2>
 <p>Mehr Arten heißt nicht, dass es allen besser geht. Die alten Bewohner des Gipfels können nicht ausweichen, und ein fünfzigjähriges Polster stirbt langsam. Wir werden es noch jahrelang mitzählen, obwohl seine Sache entschieden ist.</p>
-<p>Alle Zahlen: <a href="/documents/ri/transect-1998-2025.csv">Tabelle der Flächen, 1998 bis 2025 (CSV)</a>.</p>'),
+<p>Alle Zahlen: <a href="file(ri/transect-1998-2025.csv)" target="_self">Tabelle der Flächen, 1998 bis 2025 (CSV)</a>.</p>'),
 (303, 4, 1, 0, '<dl>
   <dt>Leitung</dt><dd>Prof. Jorun Vestergaard</dd>
   <dt>Seit</dt><dd>1998</dd>
@@ -128,7 +128,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <h2>Fotografiert und vermessen</h2>
 <p>Seit 2014 fotografieren drei Menschen Bogen für Bogen, mit Maßstab und Farbstreifen. Bisher sind 350.000 geschafft. Aus den Bildern messen wir Blattflächen, Blühzustand und Fraßspuren; daran dachte niemand, als die Pflanzen gepresst wurden.</p>
 <h2>Die Sammlung nutzen</h2>
-<p>Der Leseraum steht allen offen, die eine Frage haben, dienstags bis donnerstags von 9 bis 16 Uhr. Bitte schreiben Sie zwei Wochen vorher, was Sie sehen möchten. Einrichtungen leihen wir bis zu sechzig Bögen für sechs Monate; die Bedingungen passen auf eine Seite: <a href="/documents/ri/leihbedingungen.txt">Leihbedingungen (Text)</a>.</p>'),
+<p>Der Leseraum steht allen offen, die eine Frage haben, dienstags bis donnerstags von 9 bis 16 Uhr. Bitte schreiben Sie zwei Wochen vorher, was Sie sehen möchten. Einrichtungen leihen wir bis zu sechzig Bögen für sechs Monate; die Bedingungen passen auf eine Seite: <a href="file(ri/leihbedingungen.txt)" target="_self">Leihbedingungen (Text)</a>.</p>'),
 (306, 4, 1, 0, '<dl>
   <dt>Gegründet</dt><dd>1887, mit älteren Teilen</dd>
   <dt>Bögen</dt><dd>612.000</dd>
@@ -152,7 +152,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 </ul>
 <h2>Daten</h2>
 <ul>
-  <li><a href="/documents/ri/transect-1998-2025.csv">Dauerflächen 1998 bis 2025 (CSV)</a>, zum Projekt <a href="/tvx.asp?pageId=303">Pflanzen auf dem Weg nach oben</a></li>
+  <li><a href="file(ri/transect-1998-2025.csv)" target="_self">Dauerflächen 1998 bis 2025 (CSV)</a>, zum Projekt <a href="page(303)">Pflanzen auf dem Weg nach oben</a></li>
 </ul>');
 
 -- ri.de.99.01  Impressum und Barrierefreiheit

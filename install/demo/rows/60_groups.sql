@@ -1,4 +1,28 @@
--- Who may read: group 1 (everybody) at the four roots, group 0 (as the parent) below.
+-- Who may read. Group 0 asks the parent, group 1 is everybody, the others need a login.
 
+insert into TORVEX_USERGROUPS
+  (groupId, name, description, entryPage, exitPage, lock)
+values
+  (2, 'Friends', 'Friends of the garden', 41, 45, ''),
+  (3, 'Volunteers', 'Those who help in the beds', 42, 45, ''),
+  (4, 'Freunde', 'Freundeskreis, deutsch', 141, 145, '');
+
+insert into TORVEX_USERS
+  (userId, username, password, firstname, lastname, validFrom, validTo, lock)
+values
+  (1, 'flora', 'orchid', 'Flora', 'Maas', '', '', ''),
+  (2, 'rowan', 'spade', 'Rowan', 'Teller', '20250101', '', ''),
+  (3, 'linde', 'orchidee', 'Linde', 'Brandt', '', '', ''),
+  (4, 'hazel', 'acorn', 'Hazel', 'Quint', '20240101', '20241231', '');
+
+-- Rowan is a friend and a volunteer; Hazel's card has run out.
+insert into TORVEX_GROUPS_USERS (groupId, userId) values
+  (2, 1), (2, 2), (3, 2), (4, 3), (2, 4);
+
+-- The roots are open, all else asks its parent, but for the pages named below.
 insert into TORVEX_PAGES_GROUPS_DESIGN (pageId, groupId)
-select pageId, case when parent = '' then 1 else 0 end from TORVEX_PAGES_DESIGN;
+select pageId, case when parent = '' then 1 else 0 end from TORVEX_PAGES_DESIGN
+where pageId not in (41, 42, 141, 142);
+
+insert into TORVEX_PAGES_GROUPS_DESIGN (pageId, groupId) values
+  (41, 2), (41, 3), (42, 3), (141, 4), (142, 3);

@@ -146,14 +146,13 @@ void PostgresConnection::setUp() {
     command("set datestyle to iso");
 }
 
-/// A connection that died while it lay in the pool has its end waiting in the socket.
+/// To a connection at rest the server says nothing but its end, or that its settings have changed; a new
+/// connection is right for both.
 void PostgresConnection::reviveWhenDead() {
     if (!rested_) return;
     rested_ = false;
     pollfd socket = {PQsocket(handle_.get()), POLLIN, 0};
-    if (poll(&socket, 1, 0) == 0) return;
-    const bool alive = PQconsumeInput(handle_.get()) == 1 && PQstatus(handle_.get()) == CONNECTION_OK;
-    if (!alive) reconnect();
+    if (poll(&socket, 1, 0) != 0) reconnect();
 }
 
 void PostgresConnection::reconnect() {
@@ -199,8 +198,12 @@ void PostgresConnection::rollback() {
 std::string PostgresConnection::nameOf(std::string_view statement, const PostgresParameters& parameters) {
     const PostgresNames::Name name = names_.find(statement, parameters.signature());
     if (name.prepared) return name.text;
-    const std::string numbered = numberParameters(statement);
-    const PostgresResult result(PQprepare(handle_.get(), name.text.c_str(), numbered.c_str(),
+    const NumberedStatement numbered = numberParameters(statement);
+    if (numbered.parameters != parameters.count()) {
+        throw DatabaseError(fmt::format("the statement has {} parameters and was given {}",
+                                        numbered.parameters, parameters.count()));
+    }
+    const PostgresResult result(PQprepare(handle_.get(), name.text.c_str(), numbered.text.c_str(),
                                           parameters.count(), parameters.types()));
     if (!isFine(result.get())) fail(handle_.get(), result.get());
     names_.keep(statement, parameters.signature(), name.text);

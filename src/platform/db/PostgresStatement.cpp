@@ -28,19 +28,18 @@ std::size_t skipQuoted(std::string_view statement, std::size_t at) {
 
 }  // namespace
 
-std::string numberParameters(std::string_view statement) {
-    std::string numbered;
-    numbered.reserve(statement.size() + 16);
-    int number = 0;
+NumberedStatement numberParameters(std::string_view statement) {
+    NumberedStatement numbered;
+    numbered.text.reserve(statement.size() + 16);
     for (std::size_t at = 0; at < statement.size();) {
         const std::size_t end = skipQuoted(statement, at);
         if (end != at) {
-            numbered.append(statement.substr(at, end - at));
+            numbered.text.append(statement.substr(at, end - at));
             at = end;
         } else if (statement[at++] == '?') {
-            fmt::format_to(std::back_inserter(numbered), "${}", ++number);
+            fmt::format_to(std::back_inserter(numbered.text), "${}", ++numbered.parameters);
         } else {
-            numbered.push_back(statement[at - 1]);
+            numbered.text.push_back(statement[at - 1]);
         }
     }
     return numbered;

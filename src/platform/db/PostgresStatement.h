@@ -16,8 +16,12 @@ struct FreeResult {
 };
 using PostgresResult = std::unique_ptr<PGresult, FreeResult>;
 
-/// The statement with each "?" outside quotes and comments as "$1", "$2" and so on.
-std::string numberParameters(std::string_view statement);
+/// A statement with each "?" outside quotes and comments as "$1", "$2" and so on.
+struct NumberedStatement {
+    std::string text;
+    int parameters = 0;
+};
+NumberedStatement numberParameters(std::string_view statement);
 
 /// The values of one call in libpq's form.
 class PostgresParameters {

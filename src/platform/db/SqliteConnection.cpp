@@ -1,9 +1,10 @@
 #include "platform/db/SqliteConnection.h"
 
+#include <array>
 #include <filesystem>
+#include <utility>
 #include <fmt/format.h>
 #include <sqlite3.h>
-#include <system_error>
 
 #include "platform/db/SqliteFunctions.h"
 #include "platform/db/SqliteStatement.h"
@@ -30,20 +31,43 @@ constexpr LockStatement lockHits = {HitsFile,
 constexpr LockStatement lockAudit = {AuditFile,
                                      "update audit.TORVEX_SCHEMA_AUDIT set version = version where 1 = 0"};
 
-unsigned fileOfSchema(std::string_view name) {
-    if (name == "main") return MainFile;
-    if (name == "hits") return HitsFile;
-    return name == "audit" ? AuditFile : NoFile;
+struct AttachedFile {
+    const char* schema;
+    SqliteFiles file;
+};
+constexpr std::array<AttachedFile, 3> attachedFiles = {
+    {{"main", MainFile}, {"hits", HitsFile}, {"audit", AuditFile}}};
+
+unsigned fileOfSchema(std::string_view schema) {
+    for (const AttachedFile& attached : attachedFiles) {
+        if (schema == attached.schema) return attached.file;
+    }
+    return NoFile;
 }
 
-/// SQLite asks this about each thing that a statement does while it is prepared.
-int noteUse(void* noted, int action, const char* /*table*/, const char* /*column*/, const char* schema,
+/// SQLite asks this about each thing that a statement does while it is prepared. It leaves out the schema of
+/// a table of which no column is read.
+int noteUse(void* noted, int action, const char* table, const char* /*column*/, const char* schema,
             const char* /*trigger*/) {
     auto& use = *static_cast<SqliteUse*>(noted);
-    const unsigned file = schema == nullptr ? NoFile : fileOfSchema(schema);
+    if (schema == nullptr) {
+        if (action == SQLITE_READ) use.unplaced.emplace_back(table);
+        return SQLITE_OK;
+    }
+    const unsigned file = fileOfSchema(schema);
     use.files |= file;
     if (action == SQLITE_INSERT || action == SQLITE_UPDATE || action == SQLITE_DELETE) use.written |= file;
     return SQLITE_OK;
+}
+
+/// The file that holds a table; they are searched in the order in which SQLite searches them.
+unsigned fileOfTable(sqlite3* database, const std::string& table) {
+    for (const AttachedFile& attached : attachedFiles) {
+        const int code = sqlite3_table_column_metadata(database, attached.schema, table.c_str(), nullptr,
+                                                       nullptr, nullptr, nullptr, nullptr, nullptr);
+        if (code == SQLITE_OK) return attached.file;
+    }
+    return NoFile;
 }
 
 struct CloseDatabase {
@@ -109,6 +133,7 @@ class SqliteConnection final : public PooledConnection {
 
   private:
     SqliteRun take(std::string_view statement);
+    std::unique_ptr<SqliteStatement> prepareNew(std::string_view statement);
     SqliteRun prepare(std::string_view statement, Parameters parameters);
     void runOnly(std::string_view statement);
     void lockTouched(const SqliteUse& use);
@@ -135,10 +160,19 @@ SqliteRun SqliteConnection::take(std::string_view statement) {
     auto& slot = statements_.slot(statement);
     auto idle = SqliteStatementCache::take(slot);
     if (idle == nullptr) {
-        idle = std::make_unique<SqliteStatement>(handle_.get(), statement, preparing_);
+        idle = prepareNew(statement);
         ++slot.inUse;
     }
     return {slot, std::move(idle)};
+}
+
+std::unique_ptr<SqliteStatement> SqliteConnection::prepareNew(std::string_view statement) {
+    preparing_ = {};
+    auto prepared = std::make_unique<SqliteStatement>(handle_.get(), statement);
+    SqliteUse use = std::exchange(preparing_, {});
+    for (const std::string& table : use.unplaced) use.files |= fileOfTable(handle_.get(), table);
+    prepared->setUse(std::move(use));
+    return prepared;
 }
 
 SqliteRun SqliteConnection::prepare(std::string_view statement, Parameters parameters) {

@@ -58,8 +58,7 @@ void failSqlite(sqlite3* database, unsigned written) {
     }
 }
 
-SqliteStatement::SqliteStatement(sqlite3* database, std::string_view text, SqliteUse& use) {
-    use = {};
+SqliteStatement::SqliteStatement(sqlite3* database, std::string_view text) {
     sqlite3_stmt* handle = nullptr;
     const char* rest = nullptr;
     const int code = sqlite3_prepare_v3(database, text.data(), static_cast<int>(text.size()),
@@ -71,7 +70,6 @@ SqliteStatement::SqliteStatement(sqlite3* database, std::string_view text, Sqlit
     if (behind.find_first_not_of(" \t\r\n;") != text::npos)
         throw DatabaseError("more than one statement in a text");
     readOnly_ = sqlite3_stmt_readonly(handle) != 0;
-    use_ = use;
 }
 
 void SqliteStatement::Finalize::operator()(sqlite3_stmt* statement) const noexcept {

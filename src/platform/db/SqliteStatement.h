@@ -21,6 +21,8 @@ enum SqliteFiles : unsigned { NoFile = 0, MainFile = 1, HitsFile = 2, AuditFile 
 struct SqliteUse {
     unsigned files = NoFile;
     unsigned written = NoFile;
+    /// Tables that SQLite named without their file.
+    std::vector<std::string> unplaced;
 };
 
 /// How long a statement waits for another connection's write lock.
@@ -34,8 +36,7 @@ inline constexpr int lockWaitSeconds = 5;
 class SqliteStatement {
   public:
     /// Throws `DatabaseError` when the statement is wrong or has more than one statement in it.
-    /// `use` is where the connection's authorizer notes what it is asked about while preparing.
-    SqliteStatement(sqlite3* database, std::string_view text, SqliteUse& use);
+    SqliteStatement(sqlite3* database, std::string_view text);
 
     /// Copies the values: the statement runs on after the caller's texts are gone.
     void bind(Parameters parameters);
@@ -47,6 +48,7 @@ class SqliteStatement {
     sqlite3_stmt* handle() const { return handle_.get(); }
     bool isReadOnly() const { return readOnly_; }
     const SqliteUse& use() const { return use_; }
+    void setUse(SqliteUse use) { use_ = std::move(use); }
 
     /// The columns as of the current run: SQLite prepares again by itself after a change of the schema.
     const std::vector<std::string_view>& columnNames();

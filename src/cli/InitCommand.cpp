@@ -1,0 +1,178 @@
+#include "cli/InitCommand.h"
+
+#include <array>
+#include <filesystem>
+#include <fmt/format.h>
+#include <ostream>
+
+#include "cli/GeneratedPassword.h"
+#include "cli/Installation.h"
+#include "cli/NewDatabase.h"
+#include "cli/NewFiles.h"
+#include "cli/SettingsFile.h"
+#include "cli/Undo.h"
+#include "cli/UsageError.h"
+#include "platform/DateTime.h"
+#include "platform/Text.h"
+
+namespace torvex::cli {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// What an installation consists of, besides its settings file.
+constexpr std::array<const char*, 6> ownNames = {"data",   "baseTemplates", "contentTemplates",
+                                                 "torvex", "wwwroot",       "search"};
+
+constexpr std::array<const char*, 8> folders = {
+    "baseTemplates",       "contentTemplates",  "torvex/templates/gen",  "wwwroot/stylesheets",
+    "wwwroot/images",      "wwwroot/documents", "wwwroot/torvex/images", "search/html"};
+
+constexpr std::string_view selectWebsites = "select site, lang from TORVEX_SITES, TORVEX_LANGUAGES order by site";
+
+/// Absolute, without "..", links or a "/" at its end.
+fs::path plainPath(const std::string& given) {
+    const fs::path path = fs::weakly_canonical(fs::absolute(given)).lexically_normal();
+    return path.has_filename() ? path : path.parent_path();
+}
+
+void refuseTakenNames(const fs::path& folder) {
+    std::error_code error;
+    if (fs::exists(folder / settingsFileName, error)) {
+        throw Error(fmt::format("{} holds an installation already. Nothing was changed. Serve it with \"torvex "
+                                "serve --install {}\", or name another folder",
+                                folder.string(), folder.string()));
+    }
+    if (fs::exists(folder, error) && !fs::is_directory(folder, error)) {
+        throw Error(fmt::format("{} is a file, not a folder. Nothing was changed", folder.string()));
+    }
+    for (const char* name : ownNames) {
+        if (!fs::exists(fs::symlink_status(folder / name, error))) continue;
+        throw Error(fmt::format("{} holds {} already, which an installation would make. Nothing was changed. "
+                                "Name another folder",
+                                folder.string(), name));
+    }
+}
+
+void checkPassword(const InitOptions& options) {
+    if (options.adminPassword && text::trim(*options.adminPassword).empty()) {
+        throw UsageError("--admin-password: a password can't be empty");
+    }
+}
+
+class Maker {
+  public:
+    Maker(const InitOptions& options, Installation& installation, db::Database& database)
+        : options_(options), installation_(installation), database_(database) {}
+
+    void make(const std::string& password) {
+        noteWhatIsMade();
+        makeDatabaseTables(installation_, database_, clock_, undo_);
+        insertFirstRows(password);
+        layDownFiles();
+        makeWebsiteFolders();
+        // Last of all, since a folder with this file counts as an installation.
+        writeNewFile(folder() / settingsFileName, settingsFileText(options_.database), Readers::Owner);
+        undo_.keep();
+    }
+
+  private:
+    const fs::path& folder() const { return installation_.folder(); }
+
+    void noteWhatIsMade() {
+        undo_.removeWhatIsMade(folder());
+        for (const char* name : ownNames) undo_.removeWhatIsMade(folder() / name);
+        undo_.removeWhatIsMade(folder() / settingsFileName);
+    }
+
+    void insertFirstRows(const std::string& password) {
+        const auto connection = installation_.openDatabase(database_);
+        db::Transaction transaction(*connection);
+        insertFixedRows(*connection, password);
+        if (options_.content == FirstContent::Demo) insertRows(*connection, "demo/rows/");
+        if (options_.content == FirstContent::Starter) {
+            insertRows(*connection, "starter/rows/", wordsForRows(options_.starter, clock_));
+        }
+        transaction.commit();
+    }
+
+    void layDownFiles() {
+        for (const char* name : folders) makeFolder(folder() / name);
+        layDown("files/", folder());
+        if (options_.content == FirstContent::Demo) layDown("demo/", folder());
+        if (options_.content == FirstContent::Starter) layDownStarter();
+    }
+
+    /// The starter's templates have no site of their own: "baseTemplates/page.html" and so on.
+    void layDownStarter() {
+        const Words words = wordsForHtml(options_.starter);
+        constexpr std::string_view prefix = "starter/";
+        for (const InstallFile& file : installFiles(prefix)) {
+            const fs::path name(file.name().substr(prefix.size()));
+            if (*name.begin() == "rows") continue;
+            const fs::path place = name.parent_path() / options_.starter.site / options_.starter.lang;
+            writeNewFile(folder() / place / name.filename(), withWords(file.bytes(), words));
+        }
+    }
+
+    void makeWebsiteFolders() {
+        const auto connection = installation_.openDatabase(database_);
+        auto websites = connection->query(selectWebsites);
+        while (websites.next()) {
+            const std::string site = websites.text("site");
+            const std::string lang = websites.text("lang");
+            for (const char* parent : {"wwwroot/images", "wwwroot/documents"}) makeFolder(folder() / parent / site);
+            for (const char* parent : {"baseTemplates", "contentTemplates", "wwwroot/stylesheets"}) {
+                makeFolder(folder() / parent / site / lang);
+            }
+        }
+    }
+
+    const InitOptions& options_;
+    Installation& installation_;
+    db::Database& database_;
+    SystemClock clock_;
+    Undo undo_;
+};
+
+std::string contentText(const InitOptions& options) {
+    if (options.content == FirstContent::Demo) return "with the demo sites";
+    if (options.content == FirstContent::Empty) return "without a site";
+    return fmt::format("with the site \"{}\" ({}.{})", options.starter.title, options.starter.site,
+                       options.starter.lang);
+}
+
+void report(const InitOptions& options, const fs::path& folder, const std::string& password,
+            std::ostream& out) {
+    out << fmt::format("Made an installation {} in {}\n", contentText(options), folder.string());
+    if (!options.adminPassword) {
+        out << fmt::format("\nThe system administrator is \"sa\" with the password\n\n    {}\n\n"
+                           "It is shown this once and kept nowhere. Case doesn't matter in it.\n",
+                           password);
+    }
+    out << fmt::format("\nServe it with:  torvex serve --install {}\n", folder.string());
+}
+
+}  // namespace
+
+ExitCode init(const InitOptions& options, const Environment& environment, const Terminal& terminal) {
+    checkPassword(options);
+    if (options.content == FirstContent::Starter) checkStarterSite(options.starter);
+    const fs::path folder = plainPath(options.folder);
+    refuseTakenNames(folder);
+
+    Settings settings;
+    settings.database.url = options.database;
+    settings.database.password = environment("TORVEX_DATABASE_PASSWORD").value_or("");
+    Installation installation(folder, std::move(settings));
+    const auto database = db::makeDatabase();
+    refuseTakenDatabase(installation, *database);
+
+    const std::string password = options.adminPassword ? *options.adminPassword : generatePassword();
+    Maker(options, installation, *database).make(password);
+    report(options, folder, password, terminal.out);
+    return ExitCode::Ok;
+}
+
+}  // namespace torvex::cli

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "cli/Terminal.h"
+
+namespace torvex::cli {
+
+struct MigrateOptions {
+    std::optional<std::string> install;
+};
+
+/// Brings the database to the schema of this program, after a copy of it.
+ExitCode migrate(const MigrateOptions& options, const Environment& environment, const Terminal& terminal);
+
+}  // namespace torvex::cli

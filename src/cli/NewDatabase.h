@@ -1,0 +1,18 @@
+#pragma once
+
+#include "cli/Installation.h"
+#include "cli/Undo.h"
+
+namespace torvex {
+class Clock;
+}
+
+namespace torvex::cli {
+
+/// Throws `Error` when the installation's database holds something already, or can't be reached.
+void refuseTakenDatabase(const Installation& installation, db::Database& database);
+
+/// Makes the tables, without rows, in a database that isn't taken. `undo` gets what takes them back.
+void makeDatabaseTables(const Installation& installation, db::Database& database, const Clock& clock, Undo& undo);
+
+}  // namespace torvex::cli

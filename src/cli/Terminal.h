@@ -1,0 +1,23 @@
+#pragma once
+
+#include <functional>
+#include <iosfwd>
+#include <optional>
+#include <string>
+
+namespace torvex::cli {
+
+/// What a command reads from and writes to: results go to `out`, everything else to `err`.
+struct Terminal {
+    std::istream& in;
+    std::ostream& out;
+    std::ostream& err;
+};
+
+/// The value of a variable of the environment, nothing when it isn't set.
+using Environment = std::function<std::optional<std::string>(const std::string& name)>;
+
+/// What the program answers to its caller.
+enum class ExitCode { Ok = 0, Failed = 1, WrongUsage = 2 };
+
+}  // namespace torvex::cli

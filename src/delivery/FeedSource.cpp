@@ -1,0 +1,48 @@
+#include "delivery/FeedSource.h"
+
+#include <algorithm>
+
+#include "platform/ApplicationValues.h"
+#include "platform/HostContext.h"
+#include "platform/Text.h"
+
+namespace torvex::feeds {
+
+namespace {
+
+bool climbs(std::string_view path) {
+    while (!path.empty()) {
+        const std::size_t end = std::min(path.find('/'), path.size());
+        if (path.substr(0, end) == "..") return true;
+        path.remove_prefix(std::min(end + 1, path.size()));
+    }
+    return false;
+}
+
+std::string forwardSlashes(std::string text) {
+    std::replace(text.begin(), text.end(), '\\', '/');
+    return text;
+}
+
+}  // namespace
+
+std::string filePath(HostContext& host, std::string_view site, std::string_view file) {
+    const std::string below = forwardSlashes(std::string(site) + "/" + std::string(file));
+    if (climbs(below)) return {};
+    return forwardSlashes(host.application.text("torvex_doc_dir")) + below;
+}
+
+std::string address(std::string_view column) {
+    return forwardSlashes(std::string(text::trim(column)));
+}
+
+std::string shownReason(HostContext& host, const std::exception& error) {
+    std::string reason = error.what();
+    for (const char* key : {"torvex_doc_dir", "torvex_install_path"}) {
+        const std::string folder = host.application.text(key);
+        if (!folder.empty()) reason = text::replaceAll(reason, folder, "");
+    }
+    return reason;
+}
+
+}  // namespace torvex::feeds

@@ -1,0 +1,144 @@
+#include "host/BufferedHits.h"
+
+#include <gtest/gtest.h>
+#include <spdlog/logger.h>
+#include <spdlog/sinks/ostream_sink.h>
+
+#include <atomic>
+#include <sstream>
+#include <vector>
+
+#include "delivery/HitStore.h"
+#include "support/TestDatabase.h"
+
+namespace torvex {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr const char* node = "01.en.01";
+constexpr const char* today = "20260615";
+
+class BufferedHitsTest : public test::DatabaseTest {
+  protected:
+    BufferedHits::OpenDatabase opener() {
+        return [this] {
+            ++opened_;
+            if (isBroken_) throw db::DatabaseError("the disk is full");
+            return openAnother(db::Purpose::Transaction);
+        };
+    }
+
+    /// "hits/uniquehits" as stored, "" when there is no row.
+    std::string stored(std::string_view nodeId = node, std::string_view day = today) {
+        auto rows = connection().query("select hits, uniquehits from TORVEX_LOGGING where nodeId = ? and yyyymmdd = ?",
+                                       {nodeId, day});
+        if (!rows.next()) return {};
+        return rows.text("hits") + "/" + rows.text("uniquehits");
+    }
+
+    std::size_t errorLines() {
+        const std::string text = logged_.str();
+        return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+    }
+
+    std::ostringstream logged_;
+    spdlog::logger log_{"test", std::make_shared<spdlog::sinks::ostream_sink_mt>(logged_)};
+    std::atomic<int> opened_ = 0;
+    std::atomic<bool> isBroken_ = false;
+};
+
+INSTANTIATE_TEST_SUITE_P(Engines, BufferedHitsTest, test::bothEngines(), test::engineName);
+
+TEST_P(BufferedHitsTest, TheFirstViewOfADayIsAlwaysUnique) {
+    BufferedHits hits(opener(), log_);
+    EXPECT_TRUE(hits.count(node, today, false));
+    EXPECT_FALSE(hits.count(node, today, false));
+    EXPECT_TRUE(hits.count(node, today, true));
+    EXPECT_TRUE(hits.flush());
+    EXPECT_EQ(stored(), "3/2");
+}
+
+TEST_P(BufferedHitsTest, AnEarlierRowOfTheDayIsFound) {
+    addHits(connection(), node, today, 10, 4);
+    BufferedHits hits(opener(), log_);
+    EXPECT_FALSE(hits.count(node, today, false));
+    EXPECT_TRUE(hits.flush());
+    EXPECT_EQ(stored(), "11/4");
+}
+
+TEST_P(BufferedHitsTest, ANewDayBeginsAnew) {
+    BufferedHits hits(opener(), log_);
+    EXPECT_TRUE(hits.count(node, today, false));
+    EXPECT_TRUE(hits.count(node, "20260616", false));
+    EXPECT_TRUE(hits.flush());
+    EXPECT_EQ(stored(), "1/1");
+    EXPECT_EQ(stored(node, "20260616"), "1/1");
+}
+
+TEST_P(BufferedHitsTest, TheDatabaseIsAskedOnceForEachNodeAndDay) {
+    BufferedHits hits(opener(), log_, 1h);
+    for (int i = 0; i < 100; ++i) hits.count(node, today, true);
+    EXPECT_EQ(opened_, 1);
+}
+
+TEST_P(BufferedHitsTest, ViewsAreWrittenByThemselvesAfterTheDelay) {
+    BufferedHits hits(opener(), log_, 20ms);
+    hits.count(node, today, true);
+    for (int i = 0; i < 200 && stored().empty(); ++i) std::this_thread::sleep_for(10ms);
+    EXPECT_EQ(stored(), "1/1");
+}
+
+TEST_P(BufferedHitsTest, TheEndWritesWhatIsLeft) {
+    {
+        BufferedHits hits(opener(), log_, 1h);
+        hits.count(node, today, true);
+        EXPECT_EQ(stored(), "");
+    }
+    EXPECT_EQ(stored(), "1/1");
+}
+
+TEST_P(BufferedHitsTest, AFailedWriteKeepsTheViewsAndIsLoggedOnce) {
+    BufferedHits hits(opener(), log_, 1h);
+    hits.count(node, today, true);
+    isBroken_ = true;
+    EXPECT_FALSE(hits.flush());
+    hits.count(node, today, true);
+    EXPECT_FALSE(hits.flush());
+    EXPECT_EQ(errorLines(), 1U);
+    EXPECT_EQ(stored(), "");
+    isBroken_ = false;
+    EXPECT_TRUE(hits.flush());
+    EXPECT_EQ(stored(), "2/2");
+}
+
+TEST_P(BufferedHitsTest, AViewThatCannotBeLookedUpIsNotCounted) {
+    BufferedHits hits(opener(), log_, 1h);
+    isBroken_ = true;
+    EXPECT_THROW(hits.count(node, today, true), std::exception);
+    isBroken_ = false;
+    EXPECT_TRUE(hits.flush());
+    EXPECT_EQ(stored(), "");
+}
+
+TEST_P(BufferedHitsTest, ViewsFromManyThreadsAreAllCountedAndOneIsTheFirst) {
+    std::atomic<int> uniques = 0;
+    {
+        BufferedHits hits(opener(), log_, 1ms);
+        std::vector<std::thread> threads;
+        for (int i = 0; i < 4; ++i) {
+            threads.emplace_back([&] {
+                for (int k = 0; k < 250; ++k)
+                    if (hits.count(node, today, false)) ++uniques;
+            });
+        }
+        for (std::thread& thread : threads) thread.join();
+    }
+    EXPECT_EQ(uniques, 1);
+    EXPECT_EQ(stored(), "1000/1");
+}
+
+}  // namespace
+
+}  // namespace torvex

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "host/HttpServer.h"
+#include "support/RawHttpClient.h"
+#include "support/TestDatabase.h"
+#include "support/TestHost.h"
+
+namespace spdlog {
+class logger;
+}
+
+namespace torvex::test {
+
+/// A server on a free port of this machine for as long as the object lives. Fill `options`, `pages`, `guards` and
+/// `startSession`, then `start`.
+class RunningServer {
+  public:
+    RunningServer();
+    ~RunningServer();
+
+    void page(std::string path, PageHandler handler) { pages.push_back({std::move(path), std::move(handler), false}); }
+    void form(std::string path, PageHandler handler) { pages.push_back({std::move(path), std::move(handler), true}); }
+
+    void start();
+    /// Waits until it has stopped.
+    void stop();
+
+    RawHttpClient client() const { return RawHttpClient(server->port()); }
+    /// What was logged, a line each.
+    std::vector<std::string> logged() const;
+
+    ServerOptions options;
+    std::vector<PageRoute> pages;
+    std::vector<FileGuard> guards;
+    std::function<void(HostContext&)> startSession = [](HostContext&) {};
+    TestHost host;
+    std::unique_ptr<HttpServer> server;
+
+  private:
+    class Lines;
+    std::shared_ptr<Lines> lines_;
+    std::shared_ptr<spdlog::logger> log_;
+    std::thread thread_;
+};
+
+/// A temporary folder of public files.
+class PublicFolder {
+  public:
+    const std::string& path() const { return folder_.path(); }
+    /// Writes a file, with the folders it needs.
+    void write(const std::string& name, std::string_view bytes) const;
+
+  private:
+    TemporaryFolder folder_;
+};
+
+}  // namespace torvex::test
