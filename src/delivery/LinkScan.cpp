@@ -54,12 +54,17 @@ std::vector<TagSpan> findAreas(std::string_view html) {
     return tags;
 }
 
+/// Few tags hold a marker, so most are told by one plain look.
+std::string replaced(std::string_view tag, std::string_view from, std::string_view to) {
+    return tag.find(from) == text::npos ? std::string(tag) : text::replaceAll(tag, from, to);
+}
+
 std::vector<std::string> startTags(std::string_view html, const std::vector<TagSpan>& spans) {
     std::vector<std::string> tags;
     tags.reserve(spans.size());
     for (const TagSpan& span : spans) {
         tags.push_back(
-            text::replaceAll(html.substr(span.begin, span.end - span.begin), commentEnd, maskedCommentEnd));
+            replaced(html.substr(span.begin, span.end - span.begin), commentEnd, maskedCommentEnd));
     }
     return tags;
 }
@@ -74,8 +79,9 @@ std::string rewriteTags(std::string_view html, const std::vector<TagSpan>& spans
     for (std::size_t i = 0; i < spans.size(); ++i) {
         const TagSpan& span = spans[i];
         result.append(html.substr(copied, span.begin - copied));
-        const std::string tag = policy.rewrite(std::move(tags[i]), kind);
-        result.append(text::replaceAll(tag, maskedCommentEnd, commentEnd));
+        const std::string tag =
+            replaced(policy.rewrite(std::move(tags[i]), kind), maskedCommentEnd, commentEnd);
+        result.append(tag);
         result.append(html.substr(span.end, span.innerEnd - span.end));
         if (kind == LinkTag::Anchor && !tag.empty()) result.append(anchorEnd);
         copied = span.closingEnd;
