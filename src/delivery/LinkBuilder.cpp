@@ -157,10 +157,10 @@ struct LinkBuilder::Link {
     }
 };
 
-LinkBuilder::LinkBuilder(HostContext& host, cServer& server, db::Connection& connection, std::string site)
+LinkBuilder::LinkBuilder(HostContext& host, db::Connection& connection, std::string site)
     : host_(host),
       connection_(connection),
-      targets_(connection, server, host.clock.today()),
+      targets_(connection, host.clock.today()),
       site_(std::move(site)),
       frames_(host.application.isTrue("torvex_frames")),
       checked_(host.application.isTrue("torvex_hyperlink_check")),
@@ -179,7 +179,9 @@ void LinkBuilder::prepare(const std::vector<std::string>& startTags) try {
             const std::string_view behind = pageInAddress(tag, named);
             identifier = behind.substr(0, behind.find_first_of("\"' >"));
         }
-        if (!identifier.empty()) identifiers.push_back(text::lowerTrim(identifier));
+        // A number needs a look only to be checked, or for its node.
+        const bool needsLook = checked_ || frames_ || !text::isNumeric(identifier);
+        if (!identifier.empty() && needsLook) identifiers.push_back(text::lowerTrim(identifier));
     }
     targets_.learn(identifiers);
 } catch (...) {
@@ -280,9 +282,11 @@ std::string LinkBuilder::buildPage(Link& link) {
         text::lowerTrim(withoutQuotes(std::string_view(link.tag).substr(begin + 5, close - begin - 5)));
     if (checked_ && text::contains(identifier, markerStart)) return link.tag;
     if (checked_ && !targets_.isOnline(identifier)) return link.dead(begin, end);
-    const PageIdentity page = targets_.identityOf(identifier);
-    const std::string number = text::isNumeric(identifier) ? identifier : text::fromNumber(page.pageId);
-    if (frames_ && !leaves) return link.call(begin, end, "top.page", number, jsEscape(page.nodeId));
+    const bool isNumber = text::isNumeric(identifier);
+    const std::string number =
+        isNumber ? identifier : text::fromNumber(targets_.identityOf(identifier).pageId);
+    if (frames_ && !leaves)
+        return link.call(begin, end, "top.page", number, jsEscape(targets_.identityOf(identifier).nodeId));
     std::string result(link.ahead(begin));
     result.append(frames_ ? framesetScript : pageScript).append("?pageId=").append(number);
     return result.append(link.from(end));
@@ -337,7 +341,7 @@ bool LinkBuilder::documentExists(const std::string& site, const std::string& val
 std::string cServer::buildLinks(const std::string& html, const std::string& site, const std::string& /*lang*/,
                                 const std::string& /*mode*/) try {
     if (!text::contains(html, "<a ") && !text::contains(html, "<area ")) return html;
-    LinkBuilder builder(host_, *this, connection(), site);
+    LinkBuilder builder(host_, connection(), site);
     return rewriteLinks(html, builder);
 } catch (...) {
     raiseFrom("buildLinks !");
