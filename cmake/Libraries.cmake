@@ -2,6 +2,8 @@
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 find_package(OpenSSL REQUIRED)
+# The finder of this CMake is older than Boost 1.81 and would warn of every component.
+set(Boost_NO_WARN_NEW_VERSIONS ON)
 find_package(Boost 1.81 EXACT REQUIRED COMPONENTS json url)
 find_package(fmt REQUIRED)
 find_package(spdlog REQUIRED)

@@ -12,6 +12,29 @@ namespace torvex::cli {
 
 namespace {
 
+/// The text of a command's own help stands in front of it; the list of commands has a line for each. Options
+/// are listed without the ones that they exclude, which makes lines of their own.
+class HelpFormatter final : public CLI::Formatter {
+  public:
+    void describe(const CLI::App* app, const char* text) { texts_.emplace_back(app, text); }
+
+    std::string make_description(const CLI::App* app) const override {
+        for (const auto& [described, text] : texts_) {
+            if (described == app) return std::string(text) + "\n\n";
+        }
+        return app->get_description() + "\n\n";
+    }
+
+    std::string make_option_opts(const CLI::Option* option) const override {
+        if (option->get_type_size() == 0 || option->get_type_name().empty()) return "";
+        const std::string standard = option->get_default_str();
+        return ' ' + option->get_type_name() + (standard.empty() ? "" : " (" + standard + ')');
+    }
+
+  private:
+    std::vector<std::pair<const CLI::App*, const char*>> texts_;
+};
+
 /// One command of the program: its options as they are read, and what is asked for once they are.
 struct Entry {
     CLI::App* app;
@@ -22,8 +45,9 @@ struct Entry {
 class Parser {
   public:
     Parser() : app_(help::program, "torvex") {
+        app_.formatter(formatter_);
         app_.footer(help::programExamples);
-        app_.require_subcommand(1);
+        app_.require_subcommand(0, 1);
         app_.set_version_flag("--version", versionText());
         addInit();
         addServe();
@@ -39,18 +63,19 @@ class Parser {
         } catch (const CLI::Success& asked) {
             return ShowText{textOf(asked)};
         } catch (const CLI::ParseError& error) {
-            throw UsageError(fmt::format("{}\nSee \"{} --help\".", error.what(), nameOfAsked()));
+            throw UsageError(fmt::format("{}\nSee \"{} --help\".", reasonOf(error), nameOfAsked()));
         }
         for (const Entry& entry : entries_) {
             if (entry.app->parsed()) return entry.command();
         }
-        return ShowText{app_.help()};
+        throw UsageError("which command? See \"torvex --help\".");
     }
 
   private:
-    CLI::App& add(const char* name, const char* description, const char* examples,
+    CLI::App& add(const char* name, const char* line, const char* description, const char* examples,
                   std::function<Command()> command) {
-        CLI::App* app = app_.add_subcommand(name, description);
+        CLI::App* app = app_.add_subcommand(name, line);
+        formatter_->describe(app, description);
         app->footer(examples);
         entries_.push_back({app, std::move(command)});
         return *app;
@@ -61,7 +86,8 @@ class Parser {
     }
 
     void addInit() {
-        auto& app = add("init", help::init, help::initExamples, [this] { return initCommand(); });
+        auto& app = add("init", "makes an installation", help::init, help::initExamples,
+                        [this] { return initCommand(); });
         app.add_option("DIR", init_.folder, "the folder to make it in")->required()->type_name("");
         auto* demo = app.add_flag("--demo", demo_, "begin with the demo: two sites in two languages");
         auto* empty = app.add_flag("--empty", empty_, "begin without a site");
@@ -91,21 +117,24 @@ class Parser {
     }
 
     void addServe() {
-        auto& app = add("serve", help::serve, help::serveExamples, [this] { return serve_; });
+        auto& app = add("serve", "serves an installation", help::serve, help::serveExamples,
+                        [this] { return serve_; });
         addInstall(app, serve_.install);
         app.add_option("--listen", serve_.listen, "in place of the address in the settings")
             ->type_name("ADDR:PORT");
     }
 
     void addSql() {
-        auto& app = add("sql", help::sql, help::sqlExamples, [this] { return sql_; });
+        auto& app = add("sql", "runs SQL statements on its database", help::sql, help::sqlExamples,
+                        [this] { return sql_; });
         addInstall(app, sql_.install);
         app.add_flag("--json", sql_.json, "print each row as a line of JSON");
         app.add_option("STATEMENT", sql_.statements, "the statements")->type_name("");
     }
 
     void addCall() {
-        auto& app = add("call", help::call, help::callExamples, [this] { return call_; });
+        auto& app = add("call", "calls an operation of a public class", help::call, help::callExamples,
+                        [this] { return call_; });
         addInstall(app, call_.install);
         auto* batch =
             app.add_flag("--batch", call_.batch, "read requests as lines of JSON from standard input");
@@ -122,12 +151,14 @@ class Parser {
     }
 
     void addMigrate() {
-        auto& app = add("migrate", help::migrate, help::migrateExamples, [this] { return migrate_; });
+        auto& app = add("migrate", "brings its database to this program's schema", help::migrate,
+                        help::migrateExamples, [this] { return migrate_; });
         addInstall(app, migrate_.install);
     }
 
     void addReference() {
-        add("reference", help::reference, help::referenceExamples, [] { return ReferenceOptions{}; });
+        add("reference", "prints what can be called", help::reference, help::referenceExamples,
+            [] { return ReferenceOptions{}; });
     }
 
     /// The help of the command that was asked about, or the version.
@@ -135,9 +166,17 @@ class Parser {
         if (dynamic_cast<const CLI::CallForVersion*>(&asked) != nullptr)
             return std::string(asked.what()) + '\n';
         for (const Entry& entry : entries_) {
-            if (entry.app->parsed()) return entry.app->help();
+            if (entry.app->parsed()) return entry.app->help("torvex");
         }
         return app_.help();
+    }
+
+    std::string reasonOf(const CLI::ParseError& error) const {
+        const auto unread = app_.remaining();
+        if (nameOfAsked() == "torvex" && !unread.empty()) {
+            return fmt::format("there is no command or option \"{}\"", unread.front());
+        }
+        return error.what();
     }
 
     std::string nameOfAsked() const {
@@ -147,6 +186,7 @@ class Parser {
         return "torvex";
     }
 
+    std::shared_ptr<HelpFormatter> formatter_ = std::make_shared<HelpFormatter>();
     CLI::App app_;
     std::vector<Entry> entries_;
     InitOptions init_;

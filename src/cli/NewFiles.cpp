@@ -81,7 +81,8 @@ std::string withWords(std::string_view text, const Words& words) {
 void layDown(std::string_view prefix, const fs::path& folder) {
     for (const InstallFile& file : installFiles(prefix)) {
         const std::string_view name = file.name().substr(prefix.size());
-        if (!name.starts_with("rows/")) writeNewFile(folder / name, file.bytes());
+        if (name.starts_with("rows/") || name == "README.md") continue;
+        writeNewFile(folder / name, file.bytes());
     }
 }
 

@@ -8,9 +8,11 @@
 #include "cli/Services.h"
 #include "cli/StopSignals.h"
 #include "cli/UsageError.h"
+#include "host/BufferedHits.h"
 #include "host/HttpServer.h"
 #include "pages/Routes.h"
 #include "platform/Setup.h"
+#include "platform/Text.h"
 
 namespace torvex::cli {
 
@@ -38,6 +40,16 @@ std::string address(const ServerOptions& options, std::uint16_t port) {
                        options.tls.certificate.empty() ? "http" : "https", options.address, port);
 }
 
+/// Says in addition where an address that can't be had is chosen.
+std::unique_ptr<HttpServer> makeServer(const ServerOptions& options, const HostServices& services) try {
+    return std::make_unique<HttpServer>(options, services, pageRoutes(), mediaGuards(services.application));
+} catch (const Error& error) {
+    if (!text::startsWith(error.what(), "Can't listen")) throw;
+    throw Error(
+        fmt::format("{}\nName another address with --listen ADDR:PORT, or as listen in [server] of {}",
+                    error.what(), settingsFileName));
+}
+
 }  // namespace
 
 ExitCode serve(const ServeOptions& options, const Environment& environment) {
@@ -49,13 +61,13 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
 
     const auto log = makeLog(services.installation.settings().logLevel);
     services.runWithoutVisitor([](HostContext& host) { Setup(host).initApplication(); });
-    HttpServer http(server,
-                    {services.application, services.files, services.clock, services.http, *services.database,
-                     services.directHits, *log, [](HostContext& host) { Setup(host).initSession(); }},
-                    pageRoutes(), mediaGuards(services.application));
-    log->info("serving {} at {}", services.installation.folder().string(), address(server, http.port()));
-    signals.watch([&] { http.stop(); });
-    http.run();
+    BufferedHits hits([&] { return services.installation.openDatabase(*services.database); }, *log);
+    const auto http = makeServer(
+        server, {services.application, services.files, services.clock, services.http, *services.database,
+                 hits, *log, [](HostContext& host) { Setup(host).initSession(); }});
+    log->info("serving {} at {}", services.installation.folder().string(), address(server, http->port()));
+    signals.watch([&] { http->stop(); });
+    http->run();
     log->info("stopped");
     return ExitCode::Ok;
 }

@@ -1,5 +1,6 @@
 #include "delivery/LinkBuilder.h"
 
+#include <algorithm>
 #include <array>
 
 #include "delivery/cServer.h"
@@ -26,17 +27,22 @@ void replaceIn(std::string& link, std::string_view from, std::string_view to) {
     if (text::contains(link, from)) link = text::replaceAll(link, from, to);
 }
 
-/// Where `href=` with either quote is followed by `start`; the offset is that of `start`.
-std::size_t findAddress(std::string_view link, std::string_view start) {
-    constexpr std::size_t attributeLength = 6;  // href="
-    std::string sought("href=\"");
-    sought.append(start);
-    std::size_t at = text::find(link, sought);
-    if (at == text::npos) {
-        sought[attributeLength - 1] = '\'';
-        at = text::find(link, sought);
+/// Where `href=` with the quote is followed by `start`; the offset is that of `start`.
+std::size_t findQuotedAddress(std::string_view link, char quote, std::string_view start) {
+    constexpr std::string_view attribute = "href=";
+    std::size_t at = text::find(link, attribute);
+    for (; at != text::npos; at = text::find(link, attribute, at + 1)) {
+        const std::size_t address = at + attribute.size() + 1;
+        if (address > link.size() || link[address - 1] != quote) continue;
+        if (text::startsWith(link.substr(address), start)) return address;
     }
-    return at == text::npos ? at : at + attributeLength;
+    return text::npos;
+}
+
+/// With double quotes or, when there is none, with single ones.
+std::size_t findAddress(std::string_view link, std::string_view start) {
+    const std::size_t at = findQuotedAddress(link, '"', start);
+    return at != text::npos || link.find('\'') == text::npos ? at : findQuotedAddress(link, '\'', start);
 }
 
 bool hasAddress(std::string_view link, std::string_view start) {
@@ -61,10 +67,9 @@ std::string jsEscape(std::string_view value) {
 bool leadsOutside(std::string_view link) {
     static constexpr std::array prefixes = {"http://", "https://",  "ftp://",
                                             "file://", "gopher://", "wais://"};
-    for (const auto* prefix : prefixes) {
-        if (hasAddress(link, prefix)) return true;
-    }
-    return false;
+    return link.find("://") != text::npos &&
+           std::any_of(prefixes.begin(), prefixes.end(),
+                       [link](std::string_view prefix) { return hasAddress(link, prefix); });
 }
 
 void replaceTarget(std::string& link, std::string_view target, std::string_view with) {
@@ -80,8 +85,16 @@ void takeWholeWindow(std::string& link) {
     replaceIn(link, "_parent", "_top");
 }
 
+/// Whether every attribute is written as `href=` with its value close behind: nearly all are.
+bool isNormal(std::string_view link) {
+    if (link.find_first_of("[{") != text::npos) return false;
+    const std::size_t equals = link.find('=');
+    return equals == text::npos || (link.find(" =") == text::npos && link.find("= ") == text::npos);
+}
+
 /// Brings the notations of the attribute to one; returns whether the tag lies inside a script's string.
 bool normalise(std::string& link) {
+    if (isNormal(link)) return false;
     const bool escaped = text::contains(link, "{href}");
     if (escaped) replaceIn(link, "{href}", "href");
     replaceIn(link, "[href]", "href");
@@ -144,10 +157,10 @@ struct LinkBuilder::Link {
     }
 };
 
-LinkBuilder::LinkBuilder(HostContext& host, cServer& server, db::Connection& connection, std::string site)
+LinkBuilder::LinkBuilder(HostContext& host, db::Connection& connection, std::string site)
     : host_(host),
       connection_(connection),
-      targets_(connection, server, host.clock.today()),
+      targets_(connection, host.clock.today()),
       site_(std::move(site)),
       frames_(host.application.isTrue("torvex_frames")),
       checked_(host.application.isTrue("torvex_hyperlink_check")),
@@ -166,7 +179,9 @@ void LinkBuilder::prepare(const std::vector<std::string>& startTags) try {
             const std::string_view behind = pageInAddress(tag, named);
             identifier = behind.substr(0, behind.find_first_of("\"' >"));
         }
-        if (!identifier.empty()) identifiers.push_back(text::lowerTrim(identifier));
+        // A number needs a look only to be checked, or for its node.
+        const bool needsLook = checked_ || frames_ || !text::isNumeric(identifier);
+        if (!identifier.empty() && needsLook) identifiers.push_back(text::lowerTrim(identifier));
     }
     targets_.learn(identifiers);
 } catch (...) {
@@ -184,13 +199,16 @@ std::string LinkBuilder::rewrite(std::string startTag, LinkTag kind) try {
 
 std::string LinkBuilder::build(Link& link) {
     link.doubleQuoted = text::contains(link.tag, "href=\"");
-    if (hasAddress(link.tag, "page(")) return buildPage(link);
-    for (const auto script : {pageScript, framesetScript}) {
-        if (hasAddress(link.tag, script) || hasAddress(link.tag, script.substr(1))) {
-            return buildAddressForm(link, script);
+    const bool mayBeNotation = link.tag.find('(') != std::string::npos;
+    if (mayBeNotation && hasAddress(link.tag, "page(")) return buildPage(link);
+    if (text::contains(link.tag, ".asp")) {
+        for (const auto script : {pageScript, framesetScript}) {
+            if (hasAddress(link.tag, script) || hasAddress(link.tag, script.substr(1))) {
+                return buildAddressForm(link, script);
+            }
         }
     }
-    if (hasAddress(link.tag, "file(")) return buildFile(link);
+    if (mayBeNotation && hasAddress(link.tag, "file(")) return buildFile(link);
     if (!leadsOutside(link.tag)) replaceIn(link.tag, "_parent", "_top");
     return link.tag;
 }
@@ -264,9 +282,11 @@ std::string LinkBuilder::buildPage(Link& link) {
         text::lowerTrim(withoutQuotes(std::string_view(link.tag).substr(begin + 5, close - begin - 5)));
     if (checked_ && text::contains(identifier, markerStart)) return link.tag;
     if (checked_ && !targets_.isOnline(identifier)) return link.dead(begin, end);
-    const PageIdentity page = targets_.identityOf(identifier);
-    const std::string number = text::isNumeric(identifier) ? identifier : text::fromNumber(page.pageId);
-    if (frames_ && !leaves) return link.call(begin, end, "top.page", number, jsEscape(page.nodeId));
+    const bool isNumber = text::isNumeric(identifier);
+    const std::string number =
+        isNumber ? identifier : text::fromNumber(targets_.identityOf(identifier).pageId);
+    if (frames_ && !leaves)
+        return link.call(begin, end, "top.page", number, jsEscape(targets_.identityOf(identifier).nodeId));
     std::string result(link.ahead(begin));
     result.append(frames_ ? framesetScript : pageScript).append("?pageId=").append(number);
     return result.append(link.from(end));
@@ -321,7 +341,7 @@ bool LinkBuilder::documentExists(const std::string& site, const std::string& val
 std::string cServer::buildLinks(const std::string& html, const std::string& site, const std::string& /*lang*/,
                                 const std::string& /*mode*/) try {
     if (!text::contains(html, "<a ") && !text::contains(html, "<area ")) return html;
-    LinkBuilder builder(host_, *this, connection(), site);
+    LinkBuilder builder(host_, connection(), site);
     return rewriteLinks(html, builder);
 } catch (...) {
     raiseFrom("buildLinks !");

@@ -15,7 +15,7 @@ struct HostContext;
 class LinkBuilder final : public LinkPolicy {
   public:
     /// `site` is the site of documents that name none.
-    LinkBuilder(HostContext& host, cServer& server, db::Connection& connection, std::string site);
+    LinkBuilder(HostContext& host, db::Connection& connection, std::string site);
 
     void prepare(const std::vector<std::string>& startTags) override;
     std::string rewrite(std::string startTag, LinkTag kind) override;

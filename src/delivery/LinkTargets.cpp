@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <span>
 
+#include "delivery/OnlineState.h"
 #include "delivery/PageRecord.h"
-#include "delivery/cServer.h"
 #include "platform/Text.h"
 #include "platform/db/Connection.h"
 
@@ -15,6 +15,15 @@ namespace {
 // Lists are filled up to this length by repeating their last value, so that one prepared statement serves
 // every page.
 constexpr std::size_t listLength = 32;
+
+// Whether a page shows is asked for by its node, which the design tables give: so the two are joined by it.
+constexpr std::string_view selectByNumber =
+    "select d.pageId, d.nodeId, l.nodeId as liveNode, l.type, l.online, l.onlineFrom, l.onlineTo "
+    "from TORVEX_PAGES_DESIGN d left outer join TORVEX_PAGES_LIVE l on l.nodeId = d.nodeId where d.pageId";
+constexpr std::string_view selectNumbers = "select pageId, nodeId from TORVEX_PAGES_DESIGN where nodeId";
+constexpr std::string_view selectStates =
+    "select nodeId, nodeId as liveNode, type, online, onlineFrom, onlineTo from TORVEX_PAGES_LIVE where "
+    "nodeId";
 
 std::string withList(std::string_view statement) {
     std::string result(statement);
@@ -36,95 +45,80 @@ void forEachRow(db::Connection& connection, const std::string& statement,
     }
 }
 
-void removeRepeated(std::vector<std::string>& values) {
-    std::sort(values.begin(), values.end());
-    values.erase(std::unique(values.begin(), values.end()), values.end());
-}
-
 }  // namespace
 
 void LinkTargets::learn(const std::vector<std::string>& identifiers) {
-    std::vector<std::string> wanted;
-    for (const auto& identifier : identifiers) {
-        if (!identities_.contains(identifier)) wanted.push_back(identifier);
-    }
-    if (wanted.empty()) return;
-    removeRepeated(wanted);
-    learnIdentities(wanted);
+    std::vector<std::string> numbers;
     std::vector<std::string> nodes;
-    for (const auto& identifier : wanted) nodes.push_back(identities_[identifier].nodeId);
-    removeRepeated(nodes);
-    learnState(nodes);
+    for (const auto& identifier : identifiers) {
+        if (!targets_.try_emplace(identifier).second) continue;
+        (text::isNumeric(identifier) ? numbers : nodes).push_back(identifier);
+    }
+    learnNumbers(numbers);
+    learnNodes(nodes);
 }
 
-void LinkTargets::learnIdentities(const std::vector<std::string>& identifiers) {
-    static const std::string byNumber =
-        withList("select pageId, nodeId from TORVEX_PAGES_DESIGN where pageId");
-    static const std::string byNode = withList("select pageId, nodeId from TORVEX_PAGES_DESIGN where nodeId");
-    std::vector<db::Parameter> numbers;
-    std::vector<db::Parameter> nodes;
-    std::map<double, std::string> spelling;
+void LinkTargets::learnNumbers(const std::vector<std::string>& identifiers) {
+    static const std::string statement = withList(selectByNumber);
+    std::multimap<double, Target*> wanted;
+    std::vector<db::Parameter> values;
     for (const auto& identifier : identifiers) {
-        if (text::isNumeric(identifier)) {
-            const double number = text::toNumber(identifier);
-            identities_[identifier] = {number, ""};
-            numbers.emplace_back(number);
-        } else {
-            identities_[identifier] = {-1, identifier};
-            nodes.emplace_back(std::string_view(identifier));
-        }
+        Target& target = targets_[identifier];
+        target.identity.pageId = text::toNumber(identifier);
+        wanted.emplace(target.identity.pageId, &target);
+        values.emplace_back(target.identity.pageId);
     }
-    std::map<double, std::string> nodeOfNumber;
-    forEachRow(connection_, byNumber, numbers,
-               [&](const db::Rows& rows) { nodeOfNumber[rows.number("pageId")] = rows.text("nodeId"); });
-    std::map<std::string, double, std::less<>> numberOfNode;
-    forEachRow(connection_, byNode, nodes, [&](const db::Rows& rows) {
-        numberOfNode[text::lower(rows.text("nodeId"))] = rows.number("pageId");
-    });
-    for (const auto& identifier : identifiers) {
-        PageIdentity& identity = identities_[identifier];
-        if (identity.nodeId.empty()) {
-            if (const auto found = nodeOfNumber.find(identity.pageId); found != nodeOfNumber.end()) {
-                identity.nodeId = found->second;
-            }
-        } else if (const auto found = numberOfNode.find(identifier); found != numberOfNode.end()) {
-            identity.pageId = found->second;
+    forEachRow(connection_, statement, values, [&](const db::Rows& rows) {
+        const auto [first, last] = wanted.equal_range(rows.number("pageId"));
+        for (auto entry = first; entry != last; ++entry) {
+            entry->second->identity.nodeId = rows.text("nodeId");
+            takeState(*entry->second, rows);
         }
+    });
+}
+
+void LinkTargets::learnNodes(const std::vector<std::string>& identifiers) {
+    static const std::string numbers = withList(selectNumbers);
+    static const std::string states = withList(selectStates);
+    std::vector<db::Parameter> values;
+    for (const auto& identifier : identifiers) {
+        targets_[identifier].identity = {-1, identifier};
+        values.emplace_back(std::string_view(identifier));
+    }
+    forEachRow(connection_, numbers, values, [this](const db::Rows& rows) {
+        targets_[text::lower(rows.text("nodeId"))].identity.pageId = rows.number("pageId", -1);
+    });
+    forEachRow(connection_, states, values,
+               [this](const db::Rows& rows) { takeState(targets_[text::lower(rows.text("nodeId"))], rows); });
+}
+
+/// A node too short to be one is never asked for.
+void LinkTargets::takeState(Target& target, const db::Rows& rows) const {
+    if (rows.isNull("liveNode") || target.identity.nodeId.size() < PageIdentity::rootLength) return;
+    if (text::equals(text::trim(rows.text("type")), "F")) {
+        target.state = State::Folder;
+    } else if (isOnlineOn(today_, rows.number("online"), rows.text("onlineFrom"), rows.text("onlineTo"))) {
+        target.state = State::Online;
     }
 }
 
-void LinkTargets::learnState(const std::vector<std::string>& nodeIds) {
-    static const std::string states =
-        withList("select nodeId, type, online, onlineFrom, onlineTo from TORVEX_PAGES_LIVE where nodeId");
-    std::vector<db::Parameter> nodes;
-    for (const auto& node : nodeIds) {
-        if (node.size() < PageIdentity::rootLength) continue;
-        online_[text::lower(node)] = false;
-        nodes.emplace_back(std::string_view(node));
-    }
-    forEachRow(connection_, states, nodes, [this](const db::Rows& rows) {
-        const std::string node = text::lower(rows.text("nodeId"));
-        if (text::equals(text::trim(rows.text("type")), "F")) {
-            online_.erase(node);
-        } else {
-            online_[node] =
-                isOnlineOn(today_, rows.number("online"), rows.text("onlineFrom"), rows.text("onlineTo"));
-        }
-    });
+LinkTargets::Target& LinkTargets::targetOf(const std::string& identifier) {
+    if (const auto known = targets_.find(identifier); known != targets_.end()) return known->second;
+    learn({identifier});
+    return targets_[identifier];
 }
 
 bool LinkTargets::isOnline(const std::string& identifier) {
-    const auto known = identities_.find(identifier);
-    if (known == identities_.end()) return server_.isPage(identifier);
-    const std::string node = text::lower(known->second.nodeId);
-    if (node.size() < PageIdentity::rootLength) return false;
-    const auto state = online_.find(node);
-    return state != online_.end() ? state->second : server_.isPage(identifier);
+    Target& target = targetOf(identifier);
+    if (target.state == State::Folder) {
+        const bool shows = isNodeOnline(connection_, target.identity.nodeId, today_);
+        target.state = shows ? State::Online : State::Offline;
+    }
+    return target.state == State::Online;
 }
 
-PageIdentity LinkTargets::identityOf(const std::string& identifier) {
-    const auto known = identities_.find(identifier);
-    return known != identities_.end() ? known->second : identify(connection_, identifier);
+const PageIdentity& LinkTargets::identityOf(const std::string& identifier) {
+    return targetOf(identifier).identity;
 }
 
 }  // namespace torvex

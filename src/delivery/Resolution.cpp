@@ -2,6 +2,7 @@
 
 #include "delivery/Access.h"
 #include "delivery/FolderTrail.h"
+#include "delivery/OnlineState.h"
 #include "delivery/cServer.h"
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
@@ -38,12 +39,6 @@ constexpr std::string_view selectFirstChild =
     "where a.parent = ? order by a.orderId, a.nodeId";
 
 constexpr std::string_view selectType = "select type from TORVEX_PAGES_LIVE where pageId = ?";
-
-constexpr std::string_view selectOnline =
-    "select nodeId, type, online, onlineFrom, onlineTo from TORVEX_PAGES_LIVE where nodeId = ?";
-constexpr std::string_view selectFirstChildOnline =
-    "select nodeId, type, online, onlineFrom, onlineTo from TORVEX_PAGES_LIVE "
-    "where parent = ? order by orderId, nodeId";
 
 constexpr std::string_view selectPrevious =
     "select pageId, type from TORVEX_PAGES_LIVE "
@@ -217,17 +212,7 @@ void cServer::getPage(const std::string& pageIdent, const std::string& username,
 bool cServer::isPage(const std::string& pageIdent) try {
     const std::string ident = text::lowerTrim(pageIdent);
     const std::string node = text::isNumeric(ident) ? nodeIdOf(connection(), text::toNumber(ident)) : ident;
-    if (node.size() < PageIdentity::rootLength) return false;
-    const std::string today = host_.clock.today();
-    FolderTrail trail;
-    auto rows = connection().query(selectOnline, {node});
-    while (rows.next()) {
-        if (typeOf(rows) != "F") return isOnline(rows, today);
-        const std::string folder = rows.text("nodeId");
-        if (!trail.leadsOn(folder)) break;
-        rows = connection().query(selectFirstChildOnline, {folder});
-    }
-    return false;
+    return isNodeOnline(connection(), node, host_.clock.today());
 } catch (...) {
     raiseFrom("isPage !");
 }

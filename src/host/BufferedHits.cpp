@@ -47,7 +47,8 @@ bool BufferedHits::isKnown(const Key& key) {
 void BufferedHits::know(const Key& key) {
     constexpr std::size_t daysKept = 2;  // around midnight two days are counted
     known_[key.first].insert(key.second);
-    while (known_.size() > daysKept) known_.erase(known_.begin());
+    while (known_.size() > daysKept)
+        known_.erase(known_.begin()->first == key.first ? std::next(known_.begin()) : known_.begin());
 }
 
 bool BufferedHits::wasViewedBefore(const Key& key) {

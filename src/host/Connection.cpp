@@ -19,8 +19,8 @@ constexpr std::string_view goOn = "HTTP/1.1 100 Continue\r\n\r\n";
 
 }  // namespace
 
-Connection::Connection(EventLoop& loop, Transport transport)
-    : loop_(loop), transport_(std::move(transport)), parser_(loop.options().limits) {}
+Connection::Connection(EventLoop& loop, Socket socket, asio::ssl::context* tls)
+    : loop_(loop), transport_(std::move(socket), tls), parser_(loop.options().limits) {}
 
 void Connection::start() {
     loop_.add(*this);

@@ -19,7 +19,8 @@ class Connection final : public Exchange, public std::enable_shared_from_this<Co
   public:
     using TimePoint = std::chrono::steady_clock::time_point;
 
-    Connection(EventLoop& loop, Transport transport);
+    /// `tls` is null for plain HTTP.
+    Connection(EventLoop& loop, Socket socket, asio::ssl::context* tls);
 
     void start();
     void checkDeadline(TimePoint now);

@@ -1,6 +1,7 @@
 #include "host/EventLoop.h"
 
 #include <boost/asio/post.hpp>
+#include <csignal>
 #include <fmt/format.h>
 #include <sys/socket.h>
 #include <vector>
@@ -32,6 +33,15 @@ std::string peerText(const tcp::endpoint& peer) {
     return address.to_string();
 }
 
+/// A visitor who leaves in the middle of a file would end the program: unlike `sendmsg`, `sendfile` can't be
+/// told not to raise the signal. It goes to the calling thread, so it is enough to block it there.
+void ignoreBrokenPipes() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+
 }  // namespace
 
 EventLoop::EventLoop(const LoopSetting& setting) : setting_(setting) {
@@ -58,6 +68,7 @@ std::uint16_t EventLoop::listen(const std::string& address, std::uint16_t port) 
 }
 
 void EventLoop::run() {
+    ignoreBrokenPipes();
     accept();
     tick();
     context_.run();
@@ -82,7 +93,7 @@ void EventLoop::welcome(Socket socket, const tcp::endpoint& peer) {
     socket.set_option(tcp::no_delay(true), ignored);
     if (setting_.connections.load(std::memory_order_relaxed) >= options().connections)
         return turnAway(socket);
-    const auto connection = std::make_shared<Connection>(*this, Transport(std::move(socket), setting_.tls));
+    const auto connection = std::make_shared<Connection>(*this, std::move(socket), setting_.tls);
     connection->remoteAddress = peerText(peer);
     connection->localPort = port_;
     connection->isTls = setting_.tls != nullptr;

@@ -6,7 +6,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 
 #include "host/SettingsSection.h"
 #include "platform/Errors.h"
@@ -22,11 +22,11 @@ constexpr std::array<std::string_view, 6> logLevels = {"trace", "debug", "info",
 
 std::string readFile(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);
-    std::ostringstream text;
-    if (!stream || !(text << stream.rdbuf())) {
+    std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    if (!stream || std::filesystem::is_directory(file)) {
         throw Error(fmt::format("{} can't be read: is it a file, and may you read it?", file.string()));
     }
-    return text.str();
+    return text;
 }
 
 toml::table parse(const std::string& text, const std::string& fileName) {

@@ -19,6 +19,10 @@ class Transport {
         if (tls) tls_.emplace(socket_, *tls);
     }
 
+    // The encrypting stream refers to the socket beside it.
+    Transport(const Transport&) = delete;
+    Transport& operator=(const Transport&) = delete;
+
     bool isEncrypted() const { return tls_.has_value(); }
     Socket& socket() { return socket_; }
 

@@ -36,7 +36,7 @@ AtomicFile::AtomicFile(int folder, std::string name, std::optional<mode_t> mode)
     file_ = Descriptor(::openat(folder_, temporaryName_.c_str(), flags, usualMode));
     if (!file_) fail();
     // Only a nicety: the owner of the files may not be who runs the program.
-    if (mode && ::fchmod(file_.number(), *mode) != 0) errno = 0;
+    if (mode) ::fchmod(file_.number(), *mode);
 }
 
 AtomicFile::~AtomicFile() {
@@ -56,7 +56,8 @@ void AtomicFile::commit() {
     if (::fsync(file_.number()) != 0) fail();
     if (::renameat(folder_, temporaryName_.c_str(), folder_, name_.c_str()) != 0) fail();
     committed_ = true;
-    if (::fsync(folder_) != 0) fail();
+    // Not every file system can do it for folders.
+    if (::fsync(folder_) != 0 && errno != EINVAL) fail();
 }
 
 bool AtomicFile::isTemporary(std::string_view name) {

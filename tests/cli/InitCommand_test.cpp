@@ -64,6 +64,7 @@ TEST_P(InitCommand, DemoHasItsSitesAndFiles) {
     EXPECT_TRUE(exists("site/contentTemplates/bg/en/home.html"));
     EXPECT_TRUE(exists("site/wwwroot/favicon.svg"));
     EXPECT_FALSE(exists("site/rows"));
+    EXPECT_FALSE(exists("site/README.md"));
 }
 
 TEST_P(InitCommand, NewRowsGetKeysBehindThoseLaidDown) {

@@ -123,6 +123,19 @@ TEST_F(StaticFilesTest, ALargeFileArrivesWhole) {
     EXPECT_TRUE(client.get("/big.bin").body == bytes);
 }
 
+TEST_F(StaticFilesTest, AReaderWhoLeavesInTheMiddleHarmsNobody) {
+    folder.write("big.bin", std::string(30'000'000, 'x'));
+    folder.write("a.txt", "x");
+    start();
+    for (int i = 0; i < 10; ++i) {
+        RawHttpClient client = running.client();
+        client.send("GET /big.bin HTTP/1.1\r\nHost: a\r\n\r\n");
+        EXPECT_EQ(client.readWithoutBody().status, 200);
+    }
+    std::this_thread::sleep_for(100ms);
+    EXPECT_EQ(get("/a.txt").body, "x");
+}
+
 TEST_F(StaticFilesTest, PartsOfSmallAndLargeFilesAreSent) {
     folder.write("small.txt", "0123456789");
     folder.write("big.txt", std::string(100'000, 'a') + "0123456789");

@@ -1,4 +1,5 @@
 #include <array>
+#include <csignal>
 #include <cstdio>
 #include <gtest/gtest.h>
 #include <memory>
@@ -73,6 +74,8 @@ class TlsClient {
 class TlsTest : public testing::Test {
   protected:
     TlsTest() {
+        std::signal(SIGPIPE,
+                    SIG_IGN);  // the client's library writes to connections that the server has closed
         running.options.tls = {files.path() + "/server.crt", files.path() + "/server.key"};
         writeCertificate(running.options.tls.certificate, running.options.tls.key);
         running.page("/hello.asp", [](HostContext& host) {

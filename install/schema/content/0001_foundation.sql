@@ -45,7 +45,7 @@ create table TORVEX_PAGES_DESIGN (
 
 -- Two authors who take the same free place at the same time: the second insert fails.
 create unique index idx_torvex_pages_design_nodeid on TORVEX_PAGES_DESIGN (nodeId);
-create index idx_torvex_pages_design_parent_orderid on TORVEX_PAGES_DESIGN (parent, orderId);
+create index idx_torvex_pages_design_parent_orderid_nodeid on TORVEX_PAGES_DESIGN (parent, orderId, nodeId);
 create index idx_torvex_pages_design_parent_title on TORVEX_PAGES_DESIGN (parent, title);
 create index idx_torvex_pages_design_site_lang_nodeid on TORVEX_PAGES_DESIGN (site, lang, nodeId);
 create index idx_torvex_pages_design_lockstatus_site_lang on TORVEX_PAGES_DESIGN (lockStatus, site, lang);
@@ -92,7 +92,7 @@ create table TORVEX_PAGES_LIVE (
 );
 
 create index idx_torvex_pages_live_nodeid on TORVEX_PAGES_LIVE (nodeId);
-create index idx_torvex_pages_live_parent_orderid on TORVEX_PAGES_LIVE (parent, orderId);
+create index idx_torvex_pages_live_parent_orderid_nodeid on TORVEX_PAGES_LIVE (parent, orderId, nodeId);
 create index idx_torvex_pages_live_parent_title on TORVEX_PAGES_LIVE (parent, title);
 create index idx_torvex_pages_live_site_lang_nodeid on TORVEX_PAGES_LIVE (site, lang, nodeId);
 create index idx_torvex_pages_live_template on TORVEX_PAGES_LIVE (template);

@@ -79,6 +79,8 @@ class Pools final : public Database {
   public:
     Lease open(std::string_view text, std::string_view user, std::string_view password,
                Purpose purpose) override {
+        // PostgreSQL knows one kind of connection; two pools of it would only hold more of them.
+        if (engineOf(text) == Engine::PostgreSql) purpose = Purpose::Everything;
         return poolOf({text, user, password, purpose})->lease();
     }
 
@@ -89,7 +91,6 @@ class Pools final : public Database {
         for (const auto& pool : pools_) {
             if (pool->key() == key) return pool;
         }
-        engineOf(key.text);
         return pools_.emplace_back(std::make_shared<Pool>(key));
     }
 

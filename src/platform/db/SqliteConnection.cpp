@@ -2,9 +2,9 @@
 
 #include <array>
 #include <filesystem>
-#include <utility>
 #include <fmt/format.h>
 #include <sqlite3.h>
+#include <utility>
 
 #include "platform/db/SqliteFunctions.h"
 #include "platform/db/SqliteStatement.h"
@@ -18,6 +18,8 @@ namespace {
 /// the cache mostly holds what a transaction changes.
 constexpr int cacheKibibytes = 8 * 1024;
 constexpr std::int64_t mappedBytes = std::int64_t{1} << 30;
+/// A log that a long change has made longer than this is cut when it is used again from its start.
+constexpr std::int64_t keptLogBytes = std::int64_t{64} << 20;
 
 /// Takes the write lock of one file and changes nothing.
 struct LockStatement {
@@ -105,8 +107,8 @@ void setStrictQuotes(sqlite3* database) {
 void tune(sqlite3* database, std::string_view schema, std::string_view synchronous) {
     run(database, fmt::format("pragma {0}.journal_mode = wal; pragma {0}.synchronous = {1};"
                               "pragma {0}.cache_size = -{2}; pragma {0}.mmap_size = {3};"
-                              "pragma {0}.secure_delete = fast",
-                              schema, synchronous, cacheKibibytes, mappedBytes));
+                              "pragma {0}.secure_delete = fast; pragma {0}.journal_size_limit = {4}",
+                              schema, synchronous, cacheKibibytes, mappedBytes, keptLogBytes));
 }
 
 class SqliteConnection final : public PooledConnection {
@@ -124,7 +126,7 @@ class SqliteConnection final : public PooledConnection {
     std::int64_t execute(std::string_view statement, Parameters parameters) override;
     void executeScript(const std::string& script) override { run(handle_.get(), script); }
     void begin() override;
-    void beginReading() override { runOnly("begin"); }
+    void beginReading() override;
     void commit() override;
     void rollback() override;
     bool makeReusable() noexcept override;
@@ -143,6 +145,7 @@ class SqliteConnection final : public PooledConnection {
     std::string text_;
     bool wholeStore_;
     SqliteUse preparing_;
+    bool reading_ = false;
     bool writing_ = false;
     unsigned locked_ = NoFile;  ///< while `writing_`
     SqliteStatementCache statements_;
@@ -177,6 +180,9 @@ std::unique_ptr<SqliteStatement> SqliteConnection::prepareNew(std::string_view s
 
 SqliteRun SqliteConnection::prepare(std::string_view statement, Parameters parameters) {
     SqliteRun taken = take(statement);
+    if (reading_ && taken->use().written != NoFile) {
+        throw DatabaseError("a change within a scope that only reads");
+    }
     if (writing_) lockTouched(taken->use());
     taken->bind(parameters);
     return taken;
@@ -226,12 +232,19 @@ void SqliteConnection::begin() {
     writing_ = true;
 }
 
+void SqliteConnection::beginReading() {
+    runOnly("begin");
+    reading_ = true;
+}
+
 void SqliteConnection::commit() {
     runOnly("commit");
+    reading_ = false;
     writing_ = false;
 }
 
 void SqliteConnection::rollback() {
+    reading_ = false;
     writing_ = false;
     // After some failures SQLite has rolled back by itself.
     if (sqlite3_get_autocommit(handle_.get()) == 0) runOnly("rollback");

@@ -105,6 +105,16 @@ TEST_P(TransactionTest, AReadScopeSeesOneState) {
     EXPECT_EQ(groups(connection()), before + 1);
 }
 
+TEST_P(TransactionTest, AReadScopeRefusesChanges) {
+    {
+        const ReadScope scope(connection());
+        EXPECT_THROW(addGroup(connection()), DatabaseError);
+    }
+    EXPECT_EQ(groups(connection()), before);
+    addGroup(connection());
+    EXPECT_EQ(groups(connection()), before + 1);
+}
+
 TEST_P(TransactionTest, WritersTakeTheirTurns) {
     constexpr int rounds = 25;
     connection().execute("insert into TORVEX_SETUP (parameter, value, loginId) values ('counter', '0', 99)");

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace torvex {
+namespace db {
+class Connection;
+}
+
+/// Whether a node shows on `today` (yyyymmdd), whoever asks; a folder is followed to its first child. False
+/// for a node that isn't published.
+bool isNodeOnline(db::Connection& connection, std::string_view nodeId, std::string_view today);
+
+}  // namespace torvex
