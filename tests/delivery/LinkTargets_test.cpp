@@ -32,7 +32,7 @@ class LinkTargetsTest : public LinksTest {
         }
     }
     void expectSame(const std::vector<std::string>& asked) {
-        LinkTargets targets(connection(), server(), host.clock.today());
+        LinkTargets targets(connection(), host.clock.today());
         targets.learn(asked);
         for (const auto& identifier : asked) {
             EXPECT_EQ(targets.isOnline(identifier), server().isPage(identifier)) << "'" << identifier << "'";
@@ -66,7 +66,7 @@ TEST_P(LinkTargetsTest, NumbersInOtherSpellingsEqualAskingOneByOne) {
 }
 
 TEST_P(LinkTargetsTest, WhatWasNotLearnedIsAsked) {
-    LinkTargets targets(connection(), server(), host.clock.today());
+    LinkTargets targets(connection(), host.clock.today());
     EXPECT_TRUE(targets.isOnline("12"));
     EXPECT_FALSE(targets.isOnline("13"));
     EXPECT_EQ(targets.identityOf("aa.bb.01").pageId, 12);
@@ -74,7 +74,7 @@ TEST_P(LinkTargetsTest, WhatWasNotLearnedIsAsked) {
 }
 
 TEST_P(LinkTargetsTest, LearningMoreKeepsWhatIsKnown) {
-    LinkTargets targets(connection(), server(), host.clock.today());
+    LinkTargets targets(connection(), host.clock.today());
     targets.learn({"12", "13"});
     targets.learn({"aa.bb.01", "aa.bb.02", "12"});
     for (const auto* online : {"12", "aa.bb.01"}) EXPECT_TRUE(targets.isOnline(online));
