@@ -65,9 +65,9 @@ Installation::Installation(fs::path folder, Settings settings) try
     throw Error(fmt::format("url in [database]: {}", error.what()));
 }
 
-db::Lease Installation::openDatabase(db::Database& database) const {
+db::Lease Installation::openDatabase(db::Database& database, db::Purpose purpose) const {
     try {
-        return database.open(databaseText_, settings_.database.user, settings_.database.password);
+        return database.open(databaseText_, settings_.database.user, settings_.database.password, purpose);
     } catch (const db::DatabaseError& error) {
         throw Error(fmt::format("the database can't be opened: {}", error.what()));
     }

@@ -33,7 +33,7 @@ class Installation {
 
     /// A connection to the whole database, without a look at its schema. Throws `Error` when it can't be
     /// reached.
-    db::Lease openDatabase(db::Database& database) const;
+    db::Lease openDatabase(db::Database& database, db::Purpose purpose = db::Purpose::Everything) const;
     /// The same, for programs that work on it. Throws `Error` too when its schema isn't this program's.
     db::Lease openCurrentDatabase(db::Database& database) const;
 

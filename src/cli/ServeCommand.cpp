@@ -11,6 +11,7 @@
 #include "host/BufferedHits.h"
 #include "host/HttpServer.h"
 #include "pages/Routes.h"
+#include "platform/ApplicationValues.h"
 #include "platform/Setup.h"
 #include "platform/Text.h"
 
@@ -34,10 +35,23 @@ void listenAt(const std::string& text, ServerOptions& server) try {
     throw UsageError(fmt::format("--listen: {}", error.what()));
 }
 
-std::string address(const ServerOptions& options, std::uint16_t port) {
+std::string address(const ServerOptions& options, bool isTls, std::uint16_t port) {
     const bool isV6 = options.address.find(':') != std::string::npos;
-    return fmt::format(fmt::runtime(isV6 ? "{}://[{}]:{}/" : "{}://{}:{}/"),
-                       options.tls.certificate.empty() ? "http" : "https", options.address, port);
+    return fmt::format(fmt::runtime(isV6 ? "{}://[{}]:{}/" : "{}://{}:{}/"), isTls ? "https" : "http",
+                       options.address, port);
+}
+
+std::string addresses(const ServerOptions& options, const HttpServer& server) {
+    const bool both = server.tlsPort() != 0;
+    const std::string first = address(options, !both && !options.tls.certificate.empty(), server.port());
+    return both ? first + " and " + address(options, true, server.tlsPort()) : first;
+}
+
+/// Links from one scheme to the other need the port of the other.
+void notePorts(ApplicationValues& application, const HttpServer& server) {
+    if (server.tlsPort() == 0) return;
+    application.set("torvex_port_http", std::to_string(server.port()));
+    application.set("torvex_port_https", std::to_string(server.tlsPort()));
 }
 
 /// Says in addition where an address that can't be had is chosen.
@@ -61,11 +75,15 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
 
     const auto log = makeLog(services.installation.settings().logLevel);
     services.runWithoutVisitor([](HostContext& host) { Setup(host).initApplication(); });
-    BufferedHits hits([&] { return services.installation.openDatabase(*services.database); }, *log);
+    server.uploadFolders = {services.application.text("torvex_image_url"),
+                            services.application.text("torvex_doc_url")};
+    BufferedHits hits(
+        [&] { return services.installation.openDatabase(*services.database, db::Purpose::Hits); }, *log);
     const auto http = makeServer(
         server, {services.application, services.files, services.clock, services.http, *services.database,
                  hits, *log, [](HostContext& host) { Setup(host).initSession(); }});
-    log->info("serving {} at {}", services.installation.folder().string(), address(server, http->port()));
+    notePorts(services.application, *http);
+    log->info("serving {} at {}", services.installation.folder().string(), addresses(server, *http));
     signals.watch([&] { http->stop(); });
     http->run();
     log->info("stopped");

@@ -53,15 +53,17 @@ EventLoop::EventLoop(const LoopSetting& setting) : setting_(setting) {
 
 EventLoop::~EventLoop() = default;
 
-std::uint16_t EventLoop::listen(const std::string& address, std::uint16_t port) {
+std::uint16_t EventLoop::listen(const std::string& address, std::uint16_t port, asio::ssl::context* tls) {
     try {
+        auto listener = std::make_unique<Listener>(context_, tls);
         const tcp::endpoint endpoint(asio::ip::make_address(address), port);
-        acceptor_.open(endpoint.protocol());
-        acceptor_.set_option(asio::socket_base::reuse_address(true));
-        acceptor_.set_option(ReusePort(true));
-        acceptor_.bind(endpoint);
-        acceptor_.listen(asio::socket_base::max_listen_connections);
-        return port_ = acceptor_.local_endpoint().port();
+        listener->acceptor.open(endpoint.protocol());
+        listener->acceptor.set_option(asio::socket_base::reuse_address(true));
+        listener->acceptor.set_option(ReusePort(true));
+        listener->acceptor.bind(endpoint);
+        listener->acceptor.listen(asio::socket_base::max_listen_connections);
+        listener->port = listener->acceptor.local_endpoint().port();
+        return listeners_.emplace_back(std::move(listener))->port;
     } catch (const boost::system::system_error& error) {
         throw Error(fmt::format("Can't listen on {} port {}: {}", address, port, error.code().message()));
     }
@@ -69,39 +71,49 @@ std::uint16_t EventLoop::listen(const std::string& address, std::uint16_t port) 
 
 void EventLoop::run() {
     ignoreBrokenPipes();
-    accept();
+    for (auto& listener : listeners_) accept(*listener);
     tick();
     context_.run();
 }
 
-void EventLoop::accept() {
-    acceptor_.async_accept(context_, peer_, [this](const error_code& error, Socket socket) {
-        if (!acceptor_.is_open()) return;
-        if (!error) {
-            welcome(std::move(socket), peer_);
-            accept();
-            return;
-        }
-        // Most likely out of descriptors: the tick below takes accepting up again.
-        acceptFailedAt_ = std::chrono::steady_clock::now();
-    });
+void EventLoop::accept(Listener& listener) {
+    listener.acceptor.async_accept(context_, listener.peer,
+                                   [this, &listener](const error_code& error, Socket socket) {
+                                       if (!listener.acceptor.is_open()) return;
+                                       if (!error) {
+                                           welcome(std::move(socket), listener);
+                                           accept(listener);
+                                           return;
+                                       }
+                                       // Most likely out of descriptors: the tick below takes accepting up
+                                       // again.
+                                       listener.failedAt = std::chrono::steady_clock::now();
+                                   });
 }
 
-void EventLoop::welcome(Socket socket, const tcp::endpoint& peer) {
+void EventLoop::acceptAgain(TimePoint now) {
+    for (auto& listener : listeners_) {
+        if (!listener->failedAt || now - *listener->failedAt <= afterFailedAccept) continue;
+        listener->failedAt.reset();
+        accept(*listener);
+    }
+}
+
+void EventLoop::welcome(Socket socket, const Listener& listener) {
     error_code ignored;
     socket.non_blocking(true, ignored);
     socket.set_option(tcp::no_delay(true), ignored);
     if (setting_.connections.load(std::memory_order_relaxed) >= options().connections)
-        return turnAway(socket);
-    const auto connection = std::make_shared<Connection>(*this, std::move(socket), setting_.tls);
-    connection->remoteAddress = peerText(peer);
-    connection->localPort = port_;
-    connection->isTls = setting_.tls != nullptr;
+        return turnAway(socket, listener);
+    const auto connection = std::make_shared<Connection>(*this, std::move(socket), listener.tls);
+    connection->remoteAddress = peerText(listener.peer);
+    connection->localPort = listener.port;
+    connection->isTls = listener.tls != nullptr;
     connection->start();
 }
 
-void EventLoop::turnAway(Socket& socket) {
-    if (setting_.tls) return;
+void EventLoop::turnAway(Socket& socket, const Listener& listener) {
+    if (listener.tls) return;
     AnswerWriter writer;
     writer.start(errorPages::page(503), {date(), false, false, false});
     writer.writeTo(socket.native_handle());
@@ -116,10 +128,7 @@ void EventLoop::tick() {
         const TimePoint now = std::chrono::steady_clock::now();
         const std::vector<Connection*> current(connections_.begin(), connections_.end());
         for (Connection* connection : current) connection->checkDeadline(now);
-        if (acceptFailedAt_ && now - *acceptFailedAt_ > afterFailedAccept && !isStopping_) {
-            acceptFailedAt_.reset();
-            accept();
-        }
+        if (!isStopping_) acceptAgain(now);
         if (everySecond_ && now - lastSecond_ >= std::chrono::seconds(1)) {
             lastSecond_ = now;
             everySecond_();
@@ -133,7 +142,7 @@ void EventLoop::beginStop() {
         if (isStopping_) return;
         isStopping_ = true;
         error_code ignored;
-        acceptor_.close(ignored);
+        for (auto& listener : listeners_) listener->acceptor.close(ignored);
         const std::vector<Connection*> current(connections_.begin(), connections_.end());
         for (Connection* connection : current) connection->closeIfIdle();
         endWhenIdle();

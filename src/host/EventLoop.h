@@ -13,6 +13,7 @@
 #include <optional>
 #include <string>
 #include <unordered_set>
+#include <vector>
 
 #include "host/Pipeline.h"
 #include "host/ServerOptions.h"
@@ -28,7 +29,6 @@ struct LoopSetting {
     const ServerOptions& options;
     const Pipeline& pipeline;
     const RootFolder* root;
-    asio::ssl::context* tls;  ///< null for plain HTTP
     std::atomic<std::size_t>& connections;
 };
 
@@ -42,8 +42,9 @@ class EventLoop {
     explicit EventLoop(const LoopSetting& setting);
     ~EventLoop();
 
-    /// Listens; throws `Error` when the address can't be had. Returns the port.
-    std::uint16_t listen(const std::string& address, std::uint16_t port);
+    /// Listens at a further address, with TLS when there is a context for it, which outlives the loop. Throws
+    /// `Error` when the address can't be had. Returns the port.
+    std::uint16_t listen(const std::string& address, std::uint16_t port, asio::ssl::context* tls);
     void onEverySecond(std::function<void()> action) { everySecond_ = std::move(action); }
     void run();
     /// Accepts no more and ends when the last connection has.
@@ -59,21 +60,31 @@ class EventLoop {
     StaticFiles* files() { return files_ ? &*files_ : nullptr; }
     asio::io_context& context() { return context_; }
     bool isStopping() const { return isStopping_; }
-    std::uint16_t port() const { return port_; }
     /// The current time as header fields give it.
     std::string_view date();
 
   private:
-    void accept();
-    void welcome(Socket socket, const asio::ip::tcp::endpoint& peer);
-    void turnAway(Socket& socket);
+    /// One address: its socket, and what its connections speak.
+    struct Listener {
+        Listener(asio::io_context& context, asio::ssl::context* speaks) : acceptor(context), tls(speaks) {}
+
+        Acceptor acceptor;
+        asio::ssl::context* tls;  ///< null for plain HTTP
+        std::uint16_t port = 0;
+        asio::ip::tcp::endpoint peer;
+        std::optional<TimePoint> failedAt;
+    };
+
+    void accept(Listener& listener);
+    void acceptAgain(TimePoint now);
+    void welcome(Socket socket, const Listener& listener);
+    void turnAway(Socket& socket, const Listener& listener);
     void tick();
     void endWhenIdle();
 
     const LoopSetting setting_;
     asio::io_context context_{1};
-    Acceptor acceptor_{context_};
-    asio::ip::tcp::endpoint peer_;
+    std::vector<std::unique_ptr<Listener>> listeners_;
     asio::basic_waitable_timer<std::chrono::steady_clock, asio::wait_traits<std::chrono::steady_clock>,
                                asio::io_context::executor_type>
         timer_{context_};
@@ -81,8 +92,6 @@ class EventLoop {
     std::unordered_set<Connection*> connections_;
     std::function<void()> everySecond_;
     TimePoint lastSecond_{};
-    std::optional<TimePoint> acceptFailedAt_;
-    std::uint16_t port_ = 0;
     std::time_t dateOf_ = 0;
     std::string date_;
     bool isStopping_ = false;

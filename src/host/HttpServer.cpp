@@ -76,6 +76,7 @@ class HttpServer::Implementation {
     ~Implementation() { workers_.stop(); }
 
     std::uint16_t port() const { return port_; }
+    std::uint16_t tlsPort() const { return tlsPort_; }
     std::size_t sessionCount() const { return sessions_.size(); }
 
     void run() {
@@ -102,13 +103,17 @@ class HttpServer::Implementation {
 
   private:
     void listen() {
+        const bool both = tls_ && options_.tlsPort;
         checkAddressIsFree(options_.address, options_.port);
+        if (both) checkAddressIsFree(options_.address, *options_.tlsPort);
         const unsigned count = options_.loops > 0 ? options_.loops : cores();
-        const LoopSetting setting{options_, pipeline_, root_.get(), tls_.get(), connections_};
+        const LoopSetting setting{options_, pipeline_, root_.get(), connections_};
         port_ = options_.port;
+        tlsPort_ = options_.tlsPort.value_or(0);
         for (unsigned i = 0; i < count; ++i) {
             loops_.push_back(std::make_unique<EventLoop>(setting));
-            port_ = loops_.back()->listen(options_.address, port_);
+            port_ = loops_.back()->listen(options_.address, port_, both ? nullptr : tls_.get());
+            if (both) tlsPort_ = loops_.back()->listen(options_.address, tlsPort_, tls_.get());
         }
         loops_.front()->onEverySecond([this] { sessions_.sweep(); });
     }
@@ -131,6 +136,7 @@ class HttpServer::Implementation {
     WorkerPool workers_;
     Pipeline pipeline_;
     std::uint16_t port_ = 0;
+    std::uint16_t tlsPort_ = 0;
 
     std::mutex mutex_;
     std::condition_variable changed_;
@@ -147,6 +153,10 @@ HttpServer::~HttpServer() = default;
 
 std::uint16_t HttpServer::port() const {
     return implementation_->port();
+}
+
+std::uint16_t HttpServer::tlsPort() const {
+    return implementation_->tlsPort();
 }
 
 void HttpServer::run() {

@@ -23,6 +23,8 @@ class HttpServer {
     ~HttpServer();
 
     std::uint16_t port() const;
+    /// Of https beside http; 0 when only one of them is spoken.
+    std::uint16_t tlsPort() const;
 
     /// Serves until `stop`. To be called once.
     void run();

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -58,6 +59,9 @@ struct ServerOptions {
     std::string address = "127.0.0.1";
     std::uint16_t port = 0;  ///< 0 takes a free one
     TlsFiles tls;
+    /// With a certificate: https is spoken on this port (0 takes a free one) beside http on `port`. Without
+    /// it, https is spoken on `port` alone.
+    std::optional<std::uint16_t> tlsPort{};
     /// Marks cookies "Secure" although this server speaks plain HTTP: when TLS ends at a proxy in front.
     bool secureCookies = false;
 

@@ -72,14 +72,18 @@ void readServer(SettingsSection section, ServerOptions& server) {
     }
 }
 
-void readTls(SettingsSection section, const std::filesystem::path& folder, TlsFiles& tls) {
+void readTls(SettingsSection section, const std::filesystem::path& folder, ServerOptions& server) {
+    TlsFiles& tls = server.tls;
+    std::size_t port = 0;
     section.read("certificate", tls.certificate);
     section.read("key", tls.key);
+    section.readNumber("port", port, 0, 65535);
     section.refuseOthers();
     if (tls.certificate.empty() != tls.key.empty()) {
         section.refuse(tls.key.empty() ? "key" : "certificate", "given as well: TLS needs both files");
     }
     if (tls.certificate.empty()) return;
+    if (port > 0) server.tlsPort = static_cast<std::uint16_t>(port);
     tls.certificate = (folder / tls.certificate).string();
     tls.key = (folder / tls.key).string();
 }
@@ -135,7 +139,7 @@ Settings readSettings(const std::filesystem::path& file) {
     settings.server.port = defaultPort;
     readDatabase(section("database"), settings.database);
     readServer(section("server"), settings.server);
-    readTls(section("tls"), file.parent_path(), settings.server.tls);
+    readTls(section("tls"), file.parent_path(), settings.server);
     readLimits(section("limits"), settings.server);
     readPaths(section("paths"), settings.paths);
     readLog(section("log"), settings.logLevel);

@@ -272,10 +272,15 @@ std::unique_ptr<PooledConnection> openSqliteStore(const std::string& folder, Pur
     if (!std::filesystem::is_directory(folder)) {
         throw DatabaseError(fmt::format("there is no database folder {}", folder));
     }
+    // A lost hit after a power cut is no loss; a lost change or audit line would be.
+    if (purpose == Purpose::Hits) {
+        Handle hits = openFile(storeFile(folder, "hits"));
+        tune(hits.get(), "main", "normal");
+        return std::make_unique<SqliteConnection>(std::move(hits), "sqlite:" + folder, false);
+    }
     Handle handle = openFile(storeFile(folder, "content"));
     tune(handle.get(), "main", "full");
     auto connection = std::make_unique<SqliteConnection>(std::move(handle), "sqlite:" + folder, true);
-    // A lost hit after a power cut is no loss; a lost change or audit line would be.
     connection->attach(folder, "hits", "normal");
     if (purpose == Purpose::Everything) connection->attach(folder, "audit", "full");
     return connection;
