@@ -32,7 +32,7 @@ class LinkTargetsTest : public LinksTest {
         }
     }
     void expectSame(const std::vector<std::string>& asked) {
-        LinkTargets targets(connection(), server(), host.clock.today());
+        LinkTargets targets(connection(), host.clock.today());
         targets.learn(asked);
         for (const auto& identifier : asked) {
             EXPECT_EQ(targets.isOnline(identifier), server().isPage(identifier)) << "'" << identifier << "'";
@@ -65,8 +65,17 @@ TEST_P(LinkTargetsTest, NumbersInOtherSpellingsEqualAskingOneByOne) {
     expectSame({"12", "12.0", "+12", "012", "12.", "12.5", "-12", "13", "0", "1e1"});
 }
 
+TEST_P(LinkTargetsTest, AnIdentifierInAnotherSpellingDoesNotHideThePage) {
+    page("aa.bs.01").id(60).insert();
+    LinkTargets targets(connection(), host.clock.today());
+    targets.learn({"aa.b\u017F.01"});
+    targets.learn({"aa.bs.01"});
+    EXPECT_TRUE(targets.isOnline("aa.bs.01"));
+    EXPECT_EQ(targets.identityOf("aa.bs.01").pageId, 60);
+}
+
 TEST_P(LinkTargetsTest, WhatWasNotLearnedIsAsked) {
-    LinkTargets targets(connection(), server(), host.clock.today());
+    LinkTargets targets(connection(), host.clock.today());
     EXPECT_TRUE(targets.isOnline("12"));
     EXPECT_FALSE(targets.isOnline("13"));
     EXPECT_EQ(targets.identityOf("aa.bb.01").pageId, 12);
@@ -74,7 +83,7 @@ TEST_P(LinkTargetsTest, WhatWasNotLearnedIsAsked) {
 }
 
 TEST_P(LinkTargetsTest, LearningMoreKeepsWhatIsKnown) {
-    LinkTargets targets(connection(), server(), host.clock.today());
+    LinkTargets targets(connection(), host.clock.today());
     targets.learn({"12", "13"});
     targets.learn({"aa.bb.01", "aa.bb.02", "12"});
     for (const auto* online : {"12", "aa.bb.01"}) EXPECT_TRUE(targets.isOnline(online));
