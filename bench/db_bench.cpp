@@ -186,7 +186,7 @@ void smallTransaction(benchmark::State& state, Engine engine) {
     Jumps jumps;
     for (auto _ : state) {
         Transaction transaction(*connection);
-        connection->execute("update BenchPage set online = 1 where pageId = ?", {jumps.next()});
+        connection->execute("update BenchPage set orderId = orderId + 1 where pageId = ?", {jumps.next()});
         transaction.commit();
     }
 }

@@ -40,8 +40,10 @@ install_packages() {
 
 # Builds a preset. Shows its progress to whoever sits before it, and nothing but errors to a log.
 build_preset() {
-    local quiet=--quiet
-    [ -t 1 ] && quiet=
-    [ -f "build/$1/build.ninja" ] || cmake --preset "$1"
-    cmake --build --preset "$1" -- $quiet
+    [ -f "build/$1/build.ninja" ] || cmake --preset "$1" || return
+    if [ -t 1 ]; then
+        cmake --build --preset "$1"
+    else
+        cmake --build --preset "$1" -- --quiet | { grep -v '^ninja: no work to do' || true; }
+    fi
 }

@@ -7,6 +7,7 @@
 #include <libxml/tree.h>
 #include <limits>
 #include <mutex>
+#include <new>
 
 #include "platform/Text.h"
 
@@ -64,7 +65,8 @@ xmlNodePtr nextInDocument(xmlNodePtr node) {
 }
 
 bool isDroppable(xmlNodePtr node) {
-    return node->type == XML_TEXT_NODE && xmlIsBlankNode(node) == 1 && xmlNodeGetSpacePreserve(node->parent) != 1;
+    return node->type == XML_TEXT_NODE && xmlIsBlankNode(node) == 1 &&
+           xmlNodeGetSpacePreserve(node->parent) != 1;
 }
 
 void dropBlanks(xmlDocPtr document) {

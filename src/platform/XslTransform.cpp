@@ -1,11 +1,6 @@
 #include "platform/XslTransform.h"
 
-#include <array>
-#include <cstdarg>
-#include <cstdio>
-#include <libxml/globals.h>
 #include <libxml/tree.h>
-#include <libxml/xmlerror.h>
 #include <libxslt/documents.h>
 #include <libxslt/imports.h>
 #include <libxslt/security.h>
@@ -15,7 +10,9 @@
 #include <libxslt/xsltInternals.h>
 #include <libxslt/xsltutils.h>
 #include <map>
+#include <memory>
 #include <mutex>
+#include <new>
 
 #include "platform/Text.h"
 #include "platform/XslMessages.h"

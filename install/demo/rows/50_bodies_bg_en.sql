@@ -226,12 +226,12 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 </ul>
 <h2>Find your way</h2>
 <figure class="map">
-  <img src="/images/bg/garden-map.svg" width="960" height="480" usemap="#garden" alt="Map of the garden. The Palm House stands in the west, the alpine garden in the north-east, the night garden by the river in the south-east.">
+  <img src="/images/bg/garden-map.svg" width="640" height="320" usemap="#garden" alt="Map of the garden. The Palm House stands in the west, the alpine garden in the north-east, the night garden by the river in the south-east.">
   <map name="garden">
-    <area shape="rect" coords="60,150,330,360" href="page(8)" alt="Palm House">
-    <area shape="rect" coords="420,50,880,230" href="page(9)" alt="Alpine garden">
-    <area shape="rect" coords="500,265,900,400" href="page(10)" alt="Night garden">
-    <area shape="rect" coords="350,400,480,470" href="page(18)" alt="Garden shop">
+    <area shape="rect" coords="40,100,220,240" href="page(8)" alt="Palm House">
+    <area shape="rect" coords="280,33,587,153" href="page(9)" alt="Alpine garden">
+    <area shape="rect" coords="333,177,600,267" href="page(10)" alt="Night garden">
+    <area shape="rect" coords="233,267,320,313" href="page(18)" alt="Garden shop">
   </map>
   <figcaption>Choose a place on the map.</figcaption>
 </figure>

@@ -4,6 +4,7 @@
   <xsl:param name="most" select="50"/>
 
   <xsl:template match="/seeds">
+    <div class="table" tabindex="0" role="region" aria-label="Seed list">
     <table>
       <caption>Seed list of <xsl:value-of select="@year"/></caption>
       <thead>
@@ -23,5 +24,6 @@
         </xsl:for-each>
       </tbody>
     </table>
+    </div>
   </xsl:template>
 </xsl:stylesheet>

@@ -1,0 +1,39 @@
+import assert from "node:assert/strict";
+import { after, before, describe, test } from "node:test";
+import { startSite } from "./support.mjs";
+
+describe("a site in frames mode", () => {
+  let site;
+  let page;
+  const inner = () => page.frameLocator("#page");
+
+  before(async () => {
+    site = await startSite(["update TORVEX_SETUP set value = '1' where parameter = 'torvex_frames' and loginId = 0"]);
+  });
+  after(async () => { await site?.stop(); });
+
+  test("shows its pages within the frame set and follows links there", async () => {
+    page = await site.browser.newPage({ viewport: { width: 1280, height: 900 } });
+    await page.goto(site.address);
+    assert.equal(new URL(page.url()).pathname, "/frameset.asp");
+    await inner().getByRole("link", { name: "The garden" }).first().click();
+    await inner().locator("h1", { hasText: "The garden" }).waitFor();
+    await page.waitForURL(/frameset\.asp\?pageId=7$/);
+    assert.match(await page.title(), /The garden/);
+    assert.equal(await page.evaluate(() => window.torvex_empty), "");
+  });
+
+  test("keeps the page when the frame set is loaded again", async () => {
+    await page.reload();
+    await inner().locator("h1", { hasText: "The garden" }).waitFor();
+  });
+
+  test("logs in within the frame set", async () => {
+    await page.goto(`${site.address}/frameset.asp?pageId=41`);
+    await inner().getByLabel("Name").fill("flora");
+    await inner().getByLabel("Password").fill("orchid");
+    await inner().getByRole("button", { name: "Log in" }).click();
+    await inner().locator("h1", { hasText: "Friends’ corner" }).waitFor();
+    assert.equal(new URL(page.url()).pathname, "/frameset.asp");
+  });
+});

@@ -1,0 +1,57 @@
+// A demo installation that is served for the tests of one file, and a browser to look at it.
+import { execFileSync, spawn } from "node:child_process";
+import { mkdtempSync, rmSync } from "node:fs";
+import { tmpdir } from "node:os";
+import { dirname, join } from "node:path";
+import { fileURLToPath } from "node:url";
+import { chromium } from "playwright-core";
+
+const root = join(dirname(fileURLToPath(import.meta.url)), "../..");
+const program = process.env.TORVEX_PROGRAM ?? join(root, "build/debug/torvex");
+
+const browserOptions = {
+  executablePath: process.env.CHROMIUM ?? "/usr/bin/chromium",
+  args: ["--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run", "--disable-background-networking",
+    "--disable-component-update", "--disable-sync"],
+};
+
+export async function startSite(statements = []) {
+  const folder = mkdtempSync(join(tmpdir(), "torvex-browser-"));
+  const install = join(folder, "site");
+  execFileSync(program, ["init", install, "--demo"]);
+  for (const statement of statements) execFileSync(program, ["sql", "--install", install, statement]);
+  const port = 20000 + Math.floor(Math.random() * 20000);
+  const address = `http://127.0.0.1:${port}`;
+  const server = spawn(program, ["serve", "--install", install, "--listen", `127.0.0.1:${port}`], { stdio: "ignore" });
+  const browser = await chromium.launch(browserOptions);
+  await untilServed(`${address}/error.asp`);
+  return {
+    address,
+    browser,
+    async stop() {
+      await browser.close();
+      const ended = new Promise((resolve) => server.once("exit", resolve));
+      server.kill("SIGTERM");
+      await ended;
+      rmSync(folder, { recursive: true });
+    },
+  };
+}
+
+async function untilServed(address) {
+  for (let i = 0; i < 200; ++i) {
+    try {
+      await fetch(address);
+      return;
+    } catch {
+      await new Promise((resolve) => setTimeout(resolve, 50));
+    }
+  }
+  throw new Error(`nothing answers at ${address}`);
+}
+
+export async function logIn(page, name, password) {
+  await page.getByLabel("Name").fill(name);
+  await page.getByLabel("Password").fill(password);
+  await Promise.all([page.waitForNavigation(), page.getByRole("button", { name: "Log in" }).click()]);
+}
