@@ -85,11 +85,15 @@ void LinkTargets::learnNodes(const std::vector<std::string>& identifiers) {
         targets_[identifier].identity = {-1, identifier};
         values.emplace_back(std::string_view(identifier));
     }
+    // A row may answer an identifier in another spelling; that one makes no target of the row's.
     forEachRow(connection_, numbers, values, [this](const db::Rows& rows) {
-        targets_[text::lower(rows.text("nodeId"))].identity.pageId = rows.number("pageId", -1);
+        const auto target = targets_.find(text::lower(rows.text("nodeId")));
+        if (target != targets_.end()) target->second.identity.pageId = rows.number("pageId", -1);
     });
-    forEachRow(connection_, states, values,
-               [this](const db::Rows& rows) { takeState(targets_[text::lower(rows.text("nodeId"))], rows); });
+    forEachRow(connection_, states, values, [this](const db::Rows& rows) {
+        const auto target = targets_.find(text::lower(rows.text("nodeId")));
+        if (target != targets_.end()) takeState(target->second, rows);
+    });
 }
 
 /// A node too short to be one is never asked for.

@@ -65,6 +65,15 @@ TEST_P(LinkTargetsTest, NumbersInOtherSpellingsEqualAskingOneByOne) {
     expectSame({"12", "12.0", "+12", "012", "12.", "12.5", "-12", "13", "0", "1e1"});
 }
 
+TEST_P(LinkTargetsTest, AnIdentifierInAnotherSpellingDoesNotHideThePage) {
+    page("aa.bs.01").id(60).insert();
+    LinkTargets targets(connection(), host.clock.today());
+    targets.learn({"aa.b\u017F.01"});
+    targets.learn({"aa.bs.01"});
+    EXPECT_TRUE(targets.isOnline("aa.bs.01"));
+    EXPECT_EQ(targets.identityOf("aa.bs.01").pageId, 60);
+}
+
 TEST_P(LinkTargetsTest, WhatWasNotLearnedIsAsked) {
     LinkTargets targets(connection(), host.clock.today());
     EXPECT_TRUE(targets.isOnline("12"));
