@@ -168,8 +168,13 @@ LinkBuilder::LinkBuilder(HostContext& host, db::Connection& connection, std::str
 
 void LinkBuilder::prepare(const std::vector<std::string>& startTags) try {
     std::vector<std::string> identifiers;
-    for (std::string tag : startTags) {
-        normalise(tag);
+    std::string normal;
+    for (const std::string& given : startTags) {
+        if (!isNormal(given)) {
+            normal = given;
+            normalise(normal);
+        }
+        const std::string& tag = isNormal(given) ? given : normal;
         std::string_view identifier;
         if (const std::size_t page = findAddress(tag, "page("); page != text::npos) {
             const std::string_view rest = std::string_view(tag).substr(page + 5);

@@ -99,9 +99,9 @@ void LinkTargets::learnNodes(const std::vector<std::string>& identifiers) {
 /// A node too short to be one is never asked for.
 void LinkTargets::takeState(Target& target, const db::Rows& rows) const {
     if (rows.isNull("liveNode") || target.identity.nodeId.size() < PageIdentity::rootLength) return;
-    if (text::equals(text::trim(rows.text("type")), "F")) {
+    if (text::equals(text::trim(rows.view("type")), "F")) {
         target.state = State::Folder;
-    } else if (isOnlineOn(today_, rows.number("online"), rows.text("onlineFrom"), rows.text("onlineTo"))) {
+    } else if (isOnlineOn(today_, rows.number("online"), rows.view("onlineFrom"), rows.view("onlineTo"))) {
         target.state = State::Online;
     }
 }

@@ -23,8 +23,8 @@ bool isNodeOnline(db::Connection& connection, std::string_view nodeId, std::stri
     FolderTrail trail;
     auto rows = connection.query(selectNode, {nodeId});
     while (rows.next()) {
-        if (!text::equals(text::trim(rows.text("type")), "F")) {
-            return isOnlineOn(today, rows.number("online"), rows.text("onlineFrom"), rows.text("onlineTo"));
+        if (!text::equals(text::trim(rows.view("type")), "F")) {
+            return isOnlineOn(today, rows.number("online"), rows.view("onlineFrom"), rows.view("onlineTo"));
         }
         const std::string folder = rows.text("nodeId");
         if (!trail.leadsOn(folder)) break;

@@ -26,6 +26,17 @@ void answerTooMany(Response& response, std::chrono::seconds wait) {
          .reference = {}}));
 }
 
+/// An address with a password in it would stand in logs and histories.
+void answerUnposted(Response& response) {
+    response.status = 405;
+    response.addHeader("Allow", "POST");
+    response.cacheControl = "no-store";
+    response.write(messagePageHtml({.title = "This address only takes login forms",
+                                    .explanation = "Nobody was logged in.",
+                                    .advice = "Go to a page with a login form and log in there.",
+                                    .reference = {}}));
+}
+
 void answerForeign(Response& response) {
     response.status = 403;
     response.cacheControl = "no-store";
@@ -39,6 +50,8 @@ void answerForeign(Response& response) {
 }  // namespace
 
 void loginPage(HostContext& host, GuessThrottle& throttle) {
+    if (!text::equals(host.request.serverVariable("request_method"), "POST"))
+        return answerUnposted(host.response);
     if (!comesFromOwnPages(host.request)) return answerForeign(host.response);
     const std::string address = "address " + host.request.serverVariable("remote_addr");
     const std::string username = text::lowerTrim(host.request.item("torvex_username"));

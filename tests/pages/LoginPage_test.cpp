@@ -15,6 +15,7 @@ class LoginPageTest : public ExtranetTest {
     /// Posts the form; the visitor comes from an own page at 192.0.2.1 unless something else is said.
     std::string post(const std::string& name, const std::string& password, NamedValues serverVariables = {}) {
         host.response = {};
+        serverVariables.emplace_back("request_method", "POST");
         serverVariables.emplace_back("remote_addr", "192.0.2.1");
         serverVariables.emplace_back("HTTP_Referer", "http://www.site.test/tvx.asp?pageId=11");
         ask("", {{"torvex_pageId", "11"}, {"torvex_username", name}, {"torvex_password", password}},
@@ -36,6 +37,14 @@ TEST_P(LoginPageTest, ARightLoginLeadsBackAndAsksForANewToken) {
     EXPECT_EQ(host.response.status, 302);
     EXPECT_EQ(kept("tvx_username"), "ben");
     EXPECT_TRUE(host.session.takeTokenRequest());
+}
+
+TEST_P(LoginPageTest, APasswordInAnAddressLogsNobodyIn) {
+    ask("torvex_pageId=11&torvex_username=ben&torvex_password=benpw", {}, {{"request_method", "GET"}});
+    loginPage(host.context(), throttle);
+    EXPECT_EQ(host.response.status, 405);
+    EXPECT_EQ(kept("tvx_username"), "");
+    EXPECT_EQ(kept("tvx_loginTrials"), "");
 }
 
 TEST_P(LoginPageTest, AFailureKeepsTheToken) {
@@ -114,7 +123,7 @@ TEST_P(LoginPageTest, APostThatLogsNobodyInForgivesNoName) {
     host.session.takeTokenRequest();
     failOften("name ann", 5);
     ask("", {{"torvex_pageId", "11"}, {"torvex_username", "ann"}, {"torvex_password", "guess"}},
-        {{"remote_addr", "192.0.2.1"}, {"HTTP_Referer", "http://www.site.test/view.asp"}});
+        {{"request_method", "POST"}, {"remote_addr", "192.0.2.1"}, {"HTTP_Referer", "http://www.site.test/view.asp"}});
     loginPage(host.context(), throttle);
     throttle.failed("name ann");
     EXPECT_FALSE(mayTry("name ann"));
@@ -124,7 +133,8 @@ TEST_P(LoginPageTest, APostThatLogsNobodyInForgivesNoName) {
 TEST_P(LoginPageTest, APostWithoutAPageForgivesNoName) {
     post("ben", "benpw");
     failOften("name ann", 5);
-    ask("", {{"torvex_pageId", "x"}, {"torvex_username", "ann"}}, {{"remote_addr", "192.0.2.1"}});
+    ask("", {{"torvex_pageId", "x"}, {"torvex_username", "ann"}},
+        {{"request_method", "POST"}, {"remote_addr", "192.0.2.1"}});
     loginPage(host.context(), throttle);
     throttle.failed("name ann");
     EXPECT_FALSE(mayTry("name ann"));
