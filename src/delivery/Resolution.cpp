@@ -215,8 +215,7 @@ void cServer::getPage(const std::string& pageIdent, const std::string& username,
 }
 
 bool cServer::isPage(const std::string& pageIdent) try {
-    const std::string ident = text::lowerTrim(pageIdent);
-    const std::string node = text::isNumeric(ident) ? nodeIdOf(connection(), text::toNumber(ident)) : ident;
+    const std::string node = nodeIdFrom(connection(), pageIdent);
     if (node.size() < PageIdentity::rootLength) return false;
     const std::string today = host_.clock.today();
     FolderTrail trail;
