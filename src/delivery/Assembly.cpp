@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 
 #include "delivery/PageModules.h"
 #include "delivery/cServer.h"
@@ -127,10 +128,12 @@ class PageAssembly {
     }
 
     void fillNewsflashes(HTMLTemplate& target) {
+        std::set<int> filled;
         while (const int number = target.iTagExists("torvex_newsflash")) {
             if (number < 0) break;
             std::optional<ModuleOutput> output;
-            if (modules_ != nullptr) {
+            // One whose content holds its own tag must not be loaded for ever.
+            if (modules_ != nullptr && filled.insert(number).second) {
                 output = modules_->newsflash(siteOf(server_.pgNodeId()), langOf(server_.pgNodeId()), number);
             }
             if (output) newsflashHeaders_.append(lineBreak).append(output->header);
