@@ -239,8 +239,7 @@ class PageAssembly {
 template <typename Register>
 std::string fileInForce(HostContext& host, db::Connection& connection, const std::string& pageIdent,
                         std::string (Register::*fileOfPage)(const std::string&, const std::string&)) {
-    const std::string ident = text::lowerTrim(pageIdent);
-    const PageId pageId = text::isNumeric(ident) ? text::toNumber(ident) : pageIdOf(connection, ident);
+    const PageId pageId = pageIdFrom(connection, pageIdent);
     if (!(pageId > 0)) return {};
     Register assets(host);
     assets.connect(connection);

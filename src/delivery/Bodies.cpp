@@ -32,11 +32,6 @@ constexpr std::string_view selectText =
 /// Keeps table cells open.
 constexpr std::string_view emptyBody = "&nbsp;";
 
-PageId numberOf(db::Connection& connection, const std::string& pageIdent) {
-    const std::string ident = text::lowerTrim(pageIdent);
-    return text::isNumeric(ident) ? text::toNumber(ident) : pageIdOf(connection, ident);
-}
-
 struct Body {
     int id;
     int type;
@@ -57,7 +52,7 @@ std::vector<Body> readBodies(db::Connection& connection, PageId pageId) {
 }  // namespace
 
 std::string cServer::fillBodies(const std::string& pageIdent, const std::string& html) try {
-    const PageId pageId = numberOf(connection(), pageIdent);
+    const PageId pageId = pageIdFrom(connection(), pageIdent);
     const bool feeds = host_.application.isTrue("torvex_feeds");
     std::vector<Body> bodies;
     HTMLTemplate page(host_);
@@ -88,7 +83,7 @@ std::string cServer::fillBodies(const std::string& pageIdent, const std::string&
 }
 
 std::string cServer::getBody(const std::string& pageIdent, int bodyId, int bodyType, int feedId) try {
-    const PageId pageId = numberOf(connection(), pageIdent);
+    const PageId pageId = pageIdFrom(connection(), pageIdent);
     if (!(pageId > 0)) return {};
     if (bodyType < 1) {
         auto rows = connection().query(selectKind, {pageId, bodyId});

@@ -69,7 +69,8 @@ std::string cServer::getBreadcrumb(const std::string& pageIdent) try {
         if (!rows.next()) continue;
         const std::string title = text::htmlEncode(rows.text("title"));
         if (text::equals(text::trim(rows.text("type")), "F")) {
-            if (rows.number("breadcrumb") == 1) folders.append(title).append(folderDivider);
+            // The column holds a text, which need not be a number.
+            if (text::toNumber(rows.text("breadcrumb")) == 1) folders.append(title).append(folderDivider);
             continue;
         }
         const Crumb crumb{rows.text("pageId"), rows.text("nodeId"), std::exchange(folders, {}) + title};

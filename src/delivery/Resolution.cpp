@@ -210,9 +210,7 @@ void cServer::getPage(const std::string& pageIdent, const std::string& username,
 }
 
 bool cServer::isPage(const std::string& pageIdent) try {
-    const std::string ident = text::lowerTrim(pageIdent);
-    const std::string node = text::isNumeric(ident) ? nodeIdOf(connection(), text::toNumber(ident)) : ident;
-    return isNodeOnline(connection(), node, host_.clock.today());
+    return isNodeOnline(connection(), nodeIdFrom(connection(), pageIdent), host_.clock.today());
 } catch (...) {
     raiseFrom("isPage !");
 }

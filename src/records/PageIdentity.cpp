@@ -1,5 +1,6 @@
 #include "records/PageIdentity.h"
 
+#include "platform/Errors.h"
 #include "platform/Text.h"
 #include "platform/db/Connection.h"
 
@@ -9,6 +10,18 @@ namespace {
 
 constexpr std::string_view selectNodeId = "select nodeId from TORVEX_PAGES_DESIGN where pageId = ?";
 constexpr std::string_view selectPageId = "select pageId from TORVEX_PAGES_DESIGN where nodeId = ?";
+
+std::string lookUpNode(db::Connection& connection, PageId pageId) try {
+    return nodeIdOf(connection, pageId);
+} catch (...) {
+    raiseFrom("getNodeId !");
+}
+
+PageId lookUpNumber(db::Connection& connection, std::string_view nodeId) try {
+    return pageIdOf(connection, nodeId);
+} catch (...) {
+    raiseFrom("getPageId !");
+}
 
 }  // namespace
 
@@ -28,9 +41,19 @@ PageIdentity identify(db::Connection& connection, std::string_view pageIdent) {
     const std::string ident = text::lowerTrim(pageIdent);
     if (text::isNumeric(ident)) {
         const PageId pageId = text::toNumber(ident);
-        return {pageId, nodeIdOf(connection, pageId)};
+        return {pageId, lookUpNode(connection, pageId)};
     }
-    return {pageIdOf(connection, ident), ident};
+    return {lookUpNumber(connection, ident), ident};
+}
+
+std::string nodeIdFrom(db::Connection& connection, std::string_view pageIdent) {
+    const std::string ident = text::lowerTrim(pageIdent);
+    return text::isNumeric(ident) ? lookUpNode(connection, text::toNumber(ident)) : ident;
+}
+
+PageId pageIdFrom(db::Connection& connection, std::string_view pageIdent) {
+    const std::string ident = text::lowerTrim(pageIdent);
+    return text::isNumeric(ident) ? text::toNumber(ident) : lookUpNumber(connection, ident);
 }
 
 std::string_view siteOf(std::string_view nodeId) {

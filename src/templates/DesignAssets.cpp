@@ -111,8 +111,7 @@ int DesignAssets::idByName(std::string_view name, std::string_view site, std::st
 }
 
 std::optional<DesignAsset> DesignAssets::inForce(std::string_view pageIdent, Twin twin) {
-    const std::string ident = text::lowerTrim(pageIdent);
-    const std::string node = text::isNumeric(ident) ? nodeIdOf(connection_, text::toNumber(ident)) : ident;
+    const std::string node = nodeIdFrom(connection_, pageIdent);
     const auto& choice = twin == Twin::Design ? statements_.pageChoiceDesign : statements_.pageChoiceLive;
     for (std::string_view at = node; at.size() >= PageIdentity::rootLength; at = parentOf(at)) {
         auto rows = connection_.query(choice, {at});

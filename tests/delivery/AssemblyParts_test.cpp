@@ -156,6 +156,12 @@ TEST_P(AssemblyPartsTest, WithoutModulesNewsflashesLeaveNothing) {
               "[]<!--!torvex_newsflash_x!-->");
 }
 
+TEST_P(AssemblyPartsTest, ANewsflashThatHoldsItsOwnTagEnds) {
+    modules.newsflashes = {{3, {"h3", "three<!--!torvex_newsflash_3!-->"}}, {4, {"h4", "four"}}};
+    serveWith(modules);
+    EXPECT_EQ(preparedFrom("", "<!--!torvex_newsflash_3!-->|<!--!torvex_newsflash_4!-->"), "three|four");
+}
+
 TEST_P(AssemblyPartsTest, TheFailureOfAModuleEndsThePage) {
     class BrokenModules final : public PageModules {
         std::optional<ModuleOutput> dynamicMenu(PageId) override { throw Error("no menu"); }
@@ -287,6 +293,39 @@ TEST_P(AssemblyPartsTest, ALoginErrorShowsOnce) {
 TEST_P(AssemblyPartsTest, WithoutALoginErrorItsBlockGoes) {
     EXPECT_EQ(preparedFrom("", "a<!--!torvex_loginError_start!-->wrong<!--!torvex_loginError_end!-->b"),
               "ab");
+}
+
+// The order of the steps
+
+TEST_P(AssemblyPartsTest, ALayoutMayHoldEveryTagThatALaterStepFills) {
+    modules.menus[12] = {"", "menu"};
+    modules.newsflashes = {{1, {"", "flash"}}};
+    serveWith(modules);
+    pageOf(
+        "<!--!torvex_content_start!--><!--!torvex_content_1!-->|<!--!torvex_dynMenu!-->|"
+        "<!--!torvex_newsflash_1!-->|" +
+            navigationBlocks() +
+            "|<!--!torvex_breadcrumb!-->|<!--!torvex_loginURL!-->|<!--!search_URL!-->|"
+            "<!--!torvex_body_1!--><!--!torvex_content_end!-->"
+            "<!--!torvex_content_1_start!-->area<!--!torvex_content_1_end!-->",
+        "<!--!torvex_content!-->");
+    body(12, 1, "body");
+    EXPECT_EQ(withoutMarkers(prepared()),
+              "area|menu|flash|[/tvx.asp?pageId=11][/tvx.asp?pageId=13][/tvx.asp?pageId=10]|" +
+                  server().getBreadcrumb("12") +
+                  "|http://www.site.test/tvxLogin.asp|http://www.site.test/torvex_search/|body");
+}
+
+TEST_P(AssemblyPartsTest, AMenuMayHoldTagsOfLaterSteps) {
+    modules.menus[12] = {"", "<!--!search_URL!-->"};
+    serveWith(modules);
+    EXPECT_EQ(preparedFrom("", "<!--!torvex_dynMenu!-->"), "http://www.site.test/torvex_search/");
+}
+
+TEST_P(AssemblyPartsTest, ABodyComesLastAndItsTagsStay) {
+    pageOf("", "<!--!torvex_body_1!-->");
+    body(12, 1, "<!--!search_URL!--><!--!torvex_breadcrumb!-->");
+    EXPECT_EQ(prepared(), "<!--!search_URL!--><!--!torvex_breadcrumb!-->");
 }
 
 // Sub-pages of an application

@@ -1,0 +1,78 @@
+#include "records/PageIdentity.h"
+
+#include "support/SiteTest.h"
+
+namespace torvex::test {
+namespace {
+
+class PageIdentityTest : public SiteTest {};
+INSTANTIATE_TEST_SUITE_P(Engines, PageIdentityTest, bothEngines(), engineName);
+
+TEST_P(PageIdentityTest, ANumberIsTheNumberAndTheNodeIsLookedUp) {
+    page("aa.en.01").id(12).insert();
+    const PageIdentity found = identify(connection(), "  12 ");
+    EXPECT_EQ(found.pageId, 12);
+    EXPECT_EQ(found.nodeId, "aa.en.01");
+    EXPECT_TRUE(found.isValid());
+}
+
+TEST_P(PageIdentityTest, AnythingElseIsTheNodeAndTheNumberIsLookedUp) {
+    page("aa.en.01").id(12).insert();
+    const PageIdentity found = identify(connection(), " AA.EN.01 ");
+    EXPECT_EQ(found.pageId, 12);
+    EXPECT_EQ(found.nodeId, "aa.en.01");
+}
+
+TEST_P(PageIdentityTest, WhatIsNoPageIsNotValid) {
+    page("aa.en.01").id(12).insert();
+    for (const std::string& bad : badIdentifiers()) {
+        EXPECT_FALSE(identify(connection(), bad).isValid()) << bad.substr(0, 40);
+    }
+}
+
+TEST_P(PageIdentityTest, ANodeShorterThanARootIsNotValid) {
+    page("aa").id(12).insert();
+    EXPECT_FALSE(identify(connection(), "12").isValid());
+}
+
+TEST_P(PageIdentityTest, FailuresTellWhichNameWasLookedUp) {
+    drop("TORVEX_PAGES_DESIGN");
+    EXPECT_TRUE(errorOf([&] { server().getPage("12"); }).starts_with(chain({"getPage!", "getNodeId !"})));
+    EXPECT_TRUE(errorOf([&] { server().getPage("aa.en"); }).starts_with(chain({"getPage!", "getPageId !"})));
+    EXPECT_TRUE(errorOf([&] { server().isPage("12"); }).starts_with(chain({"isPage !", "getNodeId !"})));
+    EXPECT_TRUE(errorOf([&] {
+                    server().fillBodies("aa.en", "");
+                }).starts_with(chain({"fillBodies !", "getPageId !"})));
+    EXPECT_TRUE(errorOf([&] {
+                    server().getTemplateFile("aa.en");
+                }).starts_with(chain({"getTemplateFile !", "getPageId !"})));
+    EXPECT_TRUE(errorOf([&] { server().logPage("12"); }).starts_with(chain({"logPage!", "getNodeId !"})));
+}
+
+TEST(PageIdentity, ANodeHasASiteALanguageAndAParent) {
+    EXPECT_EQ(siteOf("aa.en.01.02"), "aa");
+    EXPECT_EQ(langOf("aa.en.01.02"), "en");
+    EXPECT_EQ(parentOf("aa.en.01.02"), "aa.en.01");
+}
+
+TEST(PageIdentity, AShortNodeHasWhatThereIs) {
+    EXPECT_EQ(siteOf("a"), "a");
+    EXPECT_EQ(siteOf(""), "");
+    EXPECT_EQ(langOf("aa"), "");
+    EXPECT_EQ(langOf("aa."), "");
+    EXPECT_EQ(langOf("aa.e"), "e");
+    EXPECT_EQ(parentOf("aa.en"), "aa");
+    EXPECT_EQ(parentOf("aa"), "");
+    EXPECT_EQ(parentOf(""), "");
+}
+
+TEST(PageIdentity, OnlyAModeOfDesignIsTheDesign) {
+    EXPECT_EQ(twinOf("D"), Twin::Design);
+    EXPECT_EQ(twinOf(" d "), Twin::Design);
+    EXPECT_EQ(twinOf("L"), Twin::Live);
+    EXPECT_EQ(twinOf(""), Twin::Live);
+    EXPECT_EQ(twinOf("DESIGN"), Twin::Live);
+}
+
+}  // namespace
+}  // namespace torvex::test
