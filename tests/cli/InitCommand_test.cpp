@@ -201,12 +201,13 @@ TEST_P(InitPostgres, DatabaseWithTablesIsRefusedAndLeftAlone) {
 }
 
 TEST_P(InitPostgres, FailureAfterTheTablesTakesThemBack) {
-    // A file of the same name can't be made where its folder is kept from writing; root writes everywhere.
+    // Files are laid down behind the rows, and below a plain file there can be none.
     fs::create_directories(folder() + "/guarded");
     std::ofstream(folder() + "/guarded/site") << "x";
     const ProgramResult failed =
         run({"init", folder() + "/guarded/site/below", "--empty", "--database", database});
     EXPECT_EQ(failed.code, 1);
+    EXPECT_THAT(failed.err, HasSubstr("can't be made"));
     init();
     EXPECT_EQ(sql("select count(*) as n from TORVEX_LOGINS"), "{\"n\":1}\n");
 }
