@@ -65,7 +65,7 @@ class HttpServer::Implementation {
           root_(openRoot(options_)),
           tls_(openTls(options_.tls)),
           sessions_(options_.sessions),
-          workers_(workerCount(options_), options_.queuedPages),
+          workers_(workerCount(options_), options_.queuedPages, options_.mostWorkers),
           pipeline_({std::move(services), sessions_, workers_, root_.get(),
                      StaticFileOptions{options_.smallFile, 0, "private, no-cache", options_.uploadFolders},
                      options_.secureCookies},
@@ -115,7 +115,10 @@ class HttpServer::Implementation {
             port_ = loops_.back()->listen(options_.address, port_, both ? nullptr : tls_.get());
             if (both) tlsPort_ = loops_.back()->listen(options_.address, tlsPort_, tls_.get());
         }
-        loops_.front()->onEverySecond([this] { sessions_.sweep(); });
+        loops_.front()->onEverySecond([this] {
+            sessions_.sweep();
+            workers_.relieve();
+        });
     }
 
     void endLoopsAfterDeadline() {

@@ -70,6 +70,9 @@ struct ServerOptions {
     /// Threads that run pages; 0 is two for each core, at least four. Pages may wait for a feed or the
     /// database, so there are more of them than cores; each holds a database connection while it runs.
     unsigned workers = 0;
+    /// Workers are added up to this number while others wait for something slow. More ride out more slow
+    /// feeds, and hold more connections to the database.
+    unsigned mostWorkers = 64;
     /// Pages waiting for a worker. A longer queue rides out peaks; one too long answers visitors who have
     /// left.
     std::size_t queuedPages = 1024;

@@ -58,6 +58,7 @@ void readServer(SettingsSection section, ServerOptions& server) {
     section.read("listen", listen);
     section.readNumber("threads", server.loops, 0, 256);
     section.readNumber("workers", server.workers, 0, 1024);
+    section.readNumber("most_workers", server.mostWorkers, 1, 1024);
     section.readNumber("queued_pages", server.queuedPages, 1, 1'000'000);
     section.read("secure_cookies", server.secureCookies);
     section.read("static_cache_control", server.staticCacheControl);

@@ -52,7 +52,7 @@ void answerForeign(Response& response) {
 void loginPage(HostContext& host, GuessThrottle& throttle) {
     if (!text::equals(host.request.serverVariable("request_method"), "POST"))
         return answerUnposted(host.response);
-    if (!comesFromOwnPages(host.request)) return answerForeign(host.response);
+    if (!comesFromOwnPages(host)) return answerForeign(host.response);
     const std::string address = "address " + host.request.serverVariable("remote_addr");
     const std::string username = text::lowerTrim(host.request.item("torvex_username"));
     const std::string name = "name " + username;

@@ -9,7 +9,7 @@
 namespace torvex {
 
 void logoutPage(HostContext& host) {
-    if (!comesFromOwnPages(host.request)) return host.response.redirect("/");
+    if (!comesFromOwnPages(host)) return host.response.redirect("/");
     const auto connection = db::openOwn(host, db::Purpose::Everything);
     cServer server(host);
     server.connect(*connection);

@@ -2,18 +2,31 @@
 
 #include <string>
 
+#include "pages/PublicAddress.h"
+#include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/Text.h"
 
 namespace torvex {
 
-bool comesFromOwnPages(const Request& request) {
-    const std::string site = request.serverVariable("http_sec_fetch_site");
-    if (!site.empty()) return text::equals(site, "same-origin") || text::equals(site, "none");
-    const std::string origin = request.serverVariable("http_origin");
-    if (origin.empty()) return true;
-    const std::string host = request.serverVariable("http_host");
-    return text::equals(origin, "http://" + host) || text::equals(origin, "https://" + host);
+namespace {
+
+/// A page over http may post to https, where the port differs as well.
+bool isOwnOrigin(const HostContext& host, std::string_view origin) {
+    const std::string asked = host.request.serverVariable("http_host");
+    for (const std::string& own : {"http://" + asked, "https://" + asked}) {
+        if (text::equals(origin, own) || text::equals(origin, withPublicPorts(host, own))) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+bool comesFromOwnPages(const HostContext& host) {
+    const std::string origin = host.request.serverVariable("http_origin");
+    if (!origin.empty()) return isOwnOrigin(host, origin);
+    const std::string site = host.request.serverVariable("http_sec_fetch_site");
+    return site.empty() || text::equals(site, "same-origin") || text::equals(site, "none");
 }
 
 }  // namespace torvex

@@ -2,10 +2,10 @@
 
 namespace torvex {
 
-class Request;
+struct HostContext;
 
 /// Whether the browser says that this server's own pages sent the request. A request that says nothing of its
 /// origin is let through: programs send none, and browsers always do with a post.
-bool comesFromOwnPages(const Request& request);
+bool comesFromOwnPages(const HostContext& host);
 
 }  // namespace torvex

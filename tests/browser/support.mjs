@@ -15,12 +15,16 @@ const browserOptions = {
     "--disable-component-update", "--disable-sync"],
 };
 
-export async function startSite(statements = []) {
+export const freePort = () => 20000 + Math.floor(Math.random() * 20000);
+
+// `statements` change the demo's database, `prepare` its folder, before it is served.
+export async function startSite(statements = [], prepare = () => {}) {
   const folder = mkdtempSync(join(tmpdir(), "torvex-browser-"));
   const install = join(folder, "site");
   execFileSync(program, ["init", install, "--demo"]);
   for (const statement of statements) execFileSync(program, ["sql", "--install", install, statement]);
-  const port = 20000 + Math.floor(Math.random() * 20000);
+  prepare(install);
+  const port = freePort();
   const address = `http://127.0.0.1:${port}`;
   const server = spawn(program, ["serve", "--install", install, "--listen", `127.0.0.1:${port}`], { stdio: "ignore" });
   const browser = await chromium.launch(browserOptions);

@@ -1,13 +1,17 @@
 #include <arpa/inet.h>
+#include <chrono>
 #include <csignal>
+#include <future>
 #include <gmock/gmock.h>
 #include <netinet/in.h>
 #include <regex>
 #include <sys/socket.h>
+#include <thread>
 #include <unistd.h>
 
 #include "cli/ProgramFixture.h"
 #include "platform/CurlHttpClient.h"
+#include "support/FeedServer.h"
 
 namespace torvex::test {
 namespace {
@@ -82,6 +86,31 @@ TEST_P(ServeCommand, AddressInUseIsRefused) {
     EXPECT_THAT(second.err, HasSubstr("in use"));
     EXPECT_THAT(second.err, HasSubstr("--listen"));
     EXPECT_EQ(CurlHttpClient().get(address).status, 200);
+}
+
+TEST_P(ServeCommand, WhileFeedsAreSlowOthersAreServedAtOnce) {
+    using namespace std::chrono_literals;
+    FeedServer feeds;
+    feeds.at("/slow", [](FeedServer::Peer& peer) {
+        std::this_thread::sleep_for(10s);
+        peer.send(answerText("200 OK", "", "after ten seconds"));
+    });
+    init({"--demo", "--admin-password", "word"});
+    sql("update TORVEX_FEEDS_HTML set feedFile = '', feedURL = '" + feeds.url("/slow") + "'");
+    const auto server = serve();
+    const std::string address = addressOf(*server);
+    const auto begin = std::chrono::steady_clock::now();
+    std::vector<std::future<std::string>> slow;
+    for (int i = 0; i < 12; ++i) {
+        slow.push_back(std::async(std::launch::async, [address] {
+            return CurlHttpClient().get(address + "tvx.asp?pageId=46").body;
+        }));
+    }
+    while (feeds.targets().size() < 4) std::this_thread::sleep_for(10ms);
+    CurlHttpClient http;
+    for (int i = 0; i < 50; ++i) EXPECT_EQ(http.get(address + "tvx.asp?pageId=1").status, 200);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 9s);
+    for (auto& page : slow) EXPECT_THAT(page.get(), HasSubstr("200after ten seconds"));
 }
 
 TEST_P(ServeCommand, AddressThatIsNoneIsWrongUsage) {

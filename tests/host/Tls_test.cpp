@@ -101,6 +101,25 @@ TEST_F(TlsTest, PagesAreAnswered) {
     EXPECT_TRUE(answer.ends_with("Hello on"));
 }
 
+TEST_F(TlsTest, BothSchemesAreServedSideBySideWithTheSameSessions) {
+    running.options.tlsPort = 0;
+    running.page("/count.asp", [](HostContext& host) {
+        const double count = host.session.number("count") + 1;
+        host.session.set("count", count);
+        host.response.write("count " + std::to_string(static_cast<int>(count)));
+    });
+    running.start();
+    ASSERT_NE(running.server->tlsPort(), 0);
+    ASSERT_NE(running.server->tlsPort(), running.server->port());
+    const test::RawReply first = running.client().get("/count.asp");
+    EXPECT_EQ(first.body, "count 1");
+    TlsClient client{test::RawHttpClient(running.server->tlsPort())};
+    ASSERT_TRUE(client.shakeHands());
+    client.send("GET /count.asp HTTP/1.1\r\nHost: a\r\nConnection: close\r\nCookie: " +
+                first.sessionCookie() + "\r\n\r\n");
+    EXPECT_TRUE(client.readAll().ends_with("count 2"));
+}
+
 TEST_F(TlsTest, CookiesAreMarkedSecure) {
     running.start();
     EXPECT_NE(ask("/hello.asp").find("; SameSite=Lax; Secure\r\n"), std::string::npos);

@@ -123,7 +123,9 @@ TEST_P(LoginPageTest, APostThatLogsNobodyInForgivesNoName) {
     host.session.takeTokenRequest();
     failOften("name ann", 5);
     ask("", {{"torvex_pageId", "11"}, {"torvex_username", "ann"}, {"torvex_password", "guess"}},
-        {{"request_method", "POST"}, {"remote_addr", "192.0.2.1"}, {"HTTP_Referer", "http://www.site.test/view.asp"}});
+        {{"request_method", "POST"},
+         {"remote_addr", "192.0.2.1"},
+         {"HTTP_Referer", "http://www.site.test/view.asp"}});
     loginPage(host.context(), throttle);
     throttle.failed("name ann");
     EXPECT_FALSE(mayTry("name ann"));

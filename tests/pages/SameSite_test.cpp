@@ -2,14 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/Request.h"
+#include "support/TestHost.h"
 
 namespace torvex {
 namespace {
 
-bool isOwn(NamedValues serverVariables) {
-    serverVariables.emplace_back("http_host", "www.site.test");
-    return comesFromOwnPages(Request("", {}, std::move(serverVariables)));
+bool isOwn(NamedValues serverVariables, const std::string& asked = "www.site.test") {
+    test::TestHost host;
+    host.application.set("torvex_port_http", "8080");
+    host.application.set("torvex_port_https", "8443");
+    serverVariables.emplace_back("http_host", asked);
+    host.request = Request("", {}, std::move(serverVariables));
+    return comesFromOwnPages(host.context());
 }
 
 TEST(SameSite, ARequestThatSaysNothingIsLetThrough) {
@@ -32,8 +36,11 @@ TEST(SameSite, NeighbourSitesAreRefused) {
     EXPECT_FALSE(isOwn({{"http_sec_fetch_site", "same-site"}}));
 }
 
-TEST(SameSite, TheBrowsersVerdictCountsMoreThanTheOrigin) {
-    EXPECT_FALSE(isOwn({{"http_sec_fetch_site", "cross-site"}, {"http_origin", "http://www.site.test"}}));
+TEST(SameSite, APageOverHttpMayPostToHttps) {
+    EXPECT_TRUE(isOwn({{"http_sec_fetch_site", "cross-site"}, {"http_origin", "http://www.site.test"}}));
+    EXPECT_TRUE(isOwn({{"http_sec_fetch_site", "cross-site"}, {"http_origin", "http://www.site.test:8080"}},
+                      "www.site.test:8443"));
+    EXPECT_FALSE(isOwn({{"http_origin", "http://www.site.test:8081"}}, "www.site.test:8443"));
 }
 
 TEST(SameSite, TheOwnOriginIsLetThroughWithEitherScheme) {

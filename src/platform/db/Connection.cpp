@@ -10,7 +10,9 @@ Rows::Rows(Rows&&) noexcept = default;
 Rows& Rows::operator=(Rows&&) noexcept = default;
 Rows::~Rows() = default;
 
-bool Rows::next() { return source_->next(); }
+bool Rows::next() {
+    return source_->next();
+}
 
 std::size_t Rows::indexOf(std::string_view column) const {
     const std::size_t count = source_->columns();
@@ -23,7 +25,9 @@ std::size_t Rows::indexOf(std::string_view column) const {
     throw DatabaseError("the result has no column \"" + std::string(column) + "\"");
 }
 
-bool Rows::isNull(std::string_view column) const { return source_->isNull(indexOf(column)); }
+bool Rows::isNull(std::string_view column) const {
+    return source_->isNull(indexOf(column));
+}
 
 std::string Rows::text(std::string_view column) const {
     const std::size_t index = indexOf(column);
@@ -40,11 +44,17 @@ double Rows::number(std::string_view column, double ifNull) const {
     return source_->isNull(index) ? ifNull : source_->number(index);
 }
 
-Value Rows::value(std::string_view column) const { return value(indexOf(column)); }
+Value Rows::value(std::string_view column) const {
+    return value(indexOf(column));
+}
 
-std::size_t Rows::columns() const { return source_->columns(); }
+std::size_t Rows::columns() const {
+    return source_->columns();
+}
 
-std::string_view Rows::columnName(std::size_t index) const { return source_->columnName(index); }
+std::string_view Rows::columnName(std::size_t index) const {
+    return source_->columnName(index);
+}
 
 Value Rows::value(std::size_t index) const {
     return source_->isNull(index) ? Value() : source_->value(index);

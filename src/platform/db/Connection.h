@@ -80,13 +80,13 @@ class Rows {
 
 /// An open connection, used by one thread at a time. Statements are prepared at their first use and kept, so
 /// they should be constants. Without a transaction each statement is one of its own. Failures throw
-/// `DatabaseError`; within a transaction PostgreSQL then refuses all but the rollback, so nothing may be tried and
-/// caught there.
+/// `DatabaseError`; within a transaction PostgreSQL then refuses all but the rollback, so nothing may be
+/// tried and caught there.
 ///
-/// What statements may count on: text columns compare, sort and match `like` ignoring case beyond ASCII; "\" takes
-/// the meaning from "%" and "_" behind it; a NUL or malformed UTF-8 in a bound text finds nothing. A text put
-/// together by "||" compares heeding case on PostgreSQL, except with `like`; a text bound against a number column
-/// must read as a number there.
+/// What statements may count on: text columns compare, sort and match `like` ignoring case beyond ASCII; "\"
+/// takes the meaning from "%" and "_" behind it; a NUL or malformed UTF-8 in a bound text finds nothing. A
+/// text put together by "||" compares heeding case on PostgreSQL, except with `like`; a text bound against a
+/// number column must read as a number there.
 class Connection {
   public:
     virtual ~Connection() = default;
@@ -101,8 +101,9 @@ class Connection {
     /// Runs statements divided by ";", without parameters, unprepared: for schema steps and fixed rows.
     virtual void executeScript(const std::string& script) = 0;
 
-    /// For writing. SQLite waits its turn for the write lock of the content; a further file of the store is locked
-    /// by the first statement that touches it, even to read. On PostgreSQL writers meet at the rows they change.
+    /// For writing. SQLite waits its turn for the write lock of the content; a further file of the store is
+    /// locked by the first statement that touches it, even to read. On PostgreSQL writers meet at the rows
+    /// they change.
     virtual void begin() = 0;
     /// For a request that only reads: all its queries see one state, and a change throws.
     virtual void beginReading() = 0;

@@ -12,8 +12,8 @@ namespace torvex::db {
 using Lease = std::shared_ptr<Connection>;
 
 /// What a connection is for. On the embedded engine a `Transaction` connection doesn't hold the audit trail,
-/// so that no audit line can wait for, or roll back with, a change; and a `Hits` connection holds nothing but the
-/// hits, so that no visitor waits for an author.
+/// so that no audit line can wait for, or roll back with, a change; and a `Hits` connection holds nothing but
+/// the hits, so that no visitor waits for an author.
 enum class Purpose { Everything, Transaction, Hits };
 
 /// Opens and pools connections by their text. Safe to share between threads.

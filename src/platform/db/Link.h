@@ -12,7 +12,8 @@ struct HostContext;
 namespace torvex::db {
 
 /// What a class was given by `connect`: an open connection that the caller owns, or the text of one, which is
-/// then opened (from the pool) at the first use and kept for the object's life. Copies hand on what was given.
+/// then opened (from the pool) at the first use and kept for the object's life. Copies hand on what was
+/// given.
 class Link {
   public:
     Link() = default;
@@ -27,8 +28,8 @@ class Link {
     Lease opened_;
 };
 
-/// A connection of an operation's own, opened from the three values of the installation: for changes that must
-/// be atomic.
+/// A connection of an operation's own, opened from the three values of the installation: for changes that
+/// must be atomic.
 Lease openOwn(HostContext& host, Purpose purpose = Purpose::Transaction);
 
 }  // namespace torvex::db
