@@ -11,6 +11,12 @@ namespace {
 constexpr std::string_view selectNodeId = "select nodeId from TORVEX_PAGES_DESIGN where pageId = ?";
 constexpr std::string_view selectPageId = "select pageId from TORVEX_PAGES_DESIGN where nodeId = ?";
 
+/// What was asked for in comparable form; "" when it is too long for any page.
+std::string plainIdent(std::string_view pageIdent) {
+    const std::string_view ident = text::trim(pageIdent);
+    return ident.size() > PageIdentity::longestNode ? std::string() : text::lower(ident);
+}
+
 std::string lookUpNode(db::Connection& connection, PageId pageId) try {
     return nodeIdOf(connection, pageId);
 } catch (...) {
@@ -38,7 +44,7 @@ PageId pageIdOf(db::Connection& connection, std::string_view nodeId) {
 }
 
 PageIdentity identify(db::Connection& connection, std::string_view pageIdent) {
-    const std::string ident = text::lowerTrim(pageIdent);
+    const std::string ident = plainIdent(pageIdent);
     if (text::isNumeric(ident)) {
         const PageId pageId = text::toNumber(ident);
         return {pageId, lookUpNode(connection, pageId)};
@@ -47,12 +53,12 @@ PageIdentity identify(db::Connection& connection, std::string_view pageIdent) {
 }
 
 std::string nodeIdFrom(db::Connection& connection, std::string_view pageIdent) {
-    const std::string ident = text::lowerTrim(pageIdent);
+    const std::string ident = plainIdent(pageIdent);
     return text::isNumeric(ident) ? lookUpNode(connection, text::toNumber(ident)) : ident;
 }
 
 PageId pageIdFrom(db::Connection& connection, std::string_view pageIdent) {
-    const std::string ident = text::lowerTrim(pageIdent);
+    const std::string ident = plainIdent(pageIdent);
     return text::isNumeric(ident) ? text::toNumber(ident) : lookUpNumber(connection, ident);
 }
 

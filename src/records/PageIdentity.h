@@ -20,6 +20,8 @@ struct PageIdentity {
 
     static constexpr std::size_t rootLength = 5;   ///< "ss.ll"
     static constexpr std::size_t levelLength = 3;  ///< ".NN"
+    /// No tree is that deep. A longer text is no page: walking up it level by level would take minutes.
+    static constexpr std::size_t longestNode = 1000;
 };
 
 /// Both names convert by the design tables, so that they do so before a page is published.

@@ -35,6 +35,22 @@ TEST_P(PageIdentityTest, ANodeShorterThanARootIsNotValid) {
     EXPECT_FALSE(identify(connection(), "12").isValid());
 }
 
+TEST_P(PageIdentityTest, ATextThatIsTooLongForANodeIsNoPageAndIsNotWalked) {
+    std::string deep = "aa.en";
+    while (deep.size() <= PageIdentity::longestNode) deep += ".01";
+    page(deep).id(12).insert();
+    EXPECT_EQ(identify(connection(), deep).nodeId, "");
+    EXPECT_EQ(nodeIdFrom(connection(), deep), "");
+    EXPECT_EQ(pageIdFrom(connection(), deep), -1);
+}
+
+TEST_P(PageIdentityTest, ADeepNodeIsAPage) {
+    std::string deep = "aa.en";
+    while (deep.size() + PageIdentity::levelLength <= PageIdentity::longestNode) deep += ".01";
+    page(deep).id(12).insert();
+    EXPECT_TRUE(identify(connection(), deep).isValid());
+}
+
 TEST_P(PageIdentityTest, FailuresTellWhichNameWasLookedUp) {
     drop("TORVEX_PAGES_DESIGN");
     EXPECT_TRUE(errorOf([&] { server().getPage("12"); }).starts_with(chain({"getPage!", "getNodeId !"})));
