@@ -81,7 +81,7 @@ std::string ColumnNames::spelled(std::string_view column, std::string_view state
         const auto found = columns.find(key);
         if (found == columns.end()) continue;
         anywhere = found->second;
-        const auto isTable = [&](std::string_view word) { return text::equals(word, table); };
+        const auto isTable = [&name = table](std::string_view word) { return text::equals(word, name); };
         if (std::any_of(words.begin(), words.end(), isTable)) return found->second;
     }
     return anywhere;
