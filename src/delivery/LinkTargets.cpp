@@ -51,7 +51,8 @@ void LinkTargets::learn(const std::vector<std::string>& identifiers) {
     std::vector<std::string> numbers;
     std::vector<std::string> nodes;
     for (const auto& identifier : identifiers) {
-        if (!targets_.try_emplace(identifier).second) continue;
+        if (!targets_.try_emplace(identifier).second || identifier.size() > PageIdentity::longestNode)
+            continue;
         (text::isNumeric(identifier) ? numbers : nodes).push_back(identifier);
     }
     learnNumbers(numbers);

@@ -129,6 +129,7 @@ void EventLoop::tick() {
         const std::vector<Connection*> current(connections_.begin(), connections_.end());
         for (Connection* connection : current) connection->checkDeadline(now);
         if (!isStopping_) acceptAgain(now);
+        if (everyTick_) everyTick_();
         if (everySecond_ && now - lastSecond_ >= std::chrono::seconds(1)) {
             lastSecond_ = now;
             everySecond_();

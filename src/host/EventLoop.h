@@ -46,6 +46,8 @@ class EventLoop {
     /// `Error` when the address can't be had. Returns the port.
     std::uint16_t listen(const std::string& address, std::uint16_t port, asio::ssl::context* tls);
     void onEverySecond(std::function<void()> action) { everySecond_ = std::move(action); }
+    /// A tick comes some times a second.
+    void onEveryTick(std::function<void()> action) { everyTick_ = std::move(action); }
     void run();
     /// Accepts no more and ends when the last connection has.
     void beginStop();
@@ -91,6 +93,7 @@ class EventLoop {
     std::optional<StaticFiles> files_;
     std::unordered_set<Connection*> connections_;
     std::function<void()> everySecond_;
+    std::function<void()> everyTick_;
     TimePoint lastSecond_{};
     std::time_t dateOf_ = 0;
     std::string date_;

@@ -115,10 +115,8 @@ class HttpServer::Implementation {
             port_ = loops_.back()->listen(options_.address, port_, both ? nullptr : tls_.get());
             if (both) tlsPort_ = loops_.back()->listen(options_.address, tlsPort_, tls_.get());
         }
-        loops_.front()->onEverySecond([this] {
-            sessions_.sweep();
-            workers_.relieve();
-        });
+        loops_.front()->onEverySecond([this] { sessions_.sweep(); });
+        loops_.front()->onEveryTick([this] { workers_.relieve(); });
     }
 
     void endLoopsAfterDeadline() {

@@ -20,7 +20,8 @@ void WorkerPool::addIfStuck() {
     const auto limit = Clock::now() - stuckAfter;
     const auto stuck = std::count_if(startedAt_.begin(), startedAt_.end(),
                                      [limit](const auto& startedAt) { return startedAt < limit; });
-    if (threads_.size() - static_cast<std::size_t>(stuck) < usual_) add();
+    std::size_t atWork = threads_.size() - static_cast<std::size_t>(stuck);
+    for (; atWork < usual_ && threads_.size() < most_; ++atWork) add();
 }
 
 bool WorkerPool::submit(Job job) {

@@ -29,7 +29,7 @@ class WorkerPool {
     /// False, and the job is dropped, when too many wait or the pool has stopped.
     bool submit(Job job);
 
-    /// Adds a thread when jobs wait behind ones that are stuck; to be called about every second.
+    /// Adds threads when jobs wait behind ones that are stuck; to be called some times a second.
     void relieve();
 
     /// Drops the jobs that wait, and waits for those that run.

@@ -188,6 +188,7 @@ TEST_F(SessionsTest, DifferentSessionsRunInParallel) {
 
 TEST_F(SessionsTest, AFullQueueIsAnsweredAtOnce) {
     running.options.workers = 1;
+    running.options.mostWorkers = 1;
     running.options.queuedPages = 1;
     running.start();
     RawHttpClient runs = running.client();
