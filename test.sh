@@ -88,9 +88,11 @@ check_lint() {
         xargs -0 -n 4 -P "$jobs" clang-tidy-14 -p build/debug --quiet 2> >(grep -v 'warnings generated' >&2 || true)
 }
 run_fuzz_target() {
-    local corpus=build/fuzz/corpus/${1##*/}
+    local corpus=build/fuzz/corpus/${1##*/} seconds=$fuzz_seconds
+    # What every visitor can reach is tried for longer.
+    case ${1##*/} in links_fuzz | request_fuzz) seconds=60 ;; esac
     mkdir -p "$corpus"
-    "$1" -max_total_time=$fuzz_seconds -timeout=10 -verbosity=0 -print_final_stats=1 \
+    "$1" -max_total_time=$seconds -timeout=10 -verbosity=0 -print_final_stats=1 \
         -artifact_prefix="build/fuzz/" "$corpus" </dev/null 2>&1 | tail -n 25
 }
 run_browser_tests() { (cd tests/browser && npm ci --no-audit --no-fund && npm test); }

@@ -60,7 +60,8 @@ class EchoedRows final : public db::Rows::Source {
     std::string_view view(std::size_t index) const override {
         if (names.at(index) == "type") return "P";
         if (names.at(index) == "doc_filename") return "plan of 'x'.pdf";
-        return names.at(index) == "nodeId" ? std::string_view(nodes_.at(row())) : std::string_view();
+        const bool isNode = names.at(index) == "nodeId" || names.at(index) == "liveNode";
+        return isNode ? std::string_view(nodes_.at(row())) : std::string_view();
     }
     std::string text(std::size_t index) const override { return std::string(view(index)); }
     double number(std::size_t index) const override {
@@ -69,8 +70,8 @@ class EchoedRows final : public db::Rows::Source {
     Value value(std::size_t index) const override { return text(index); }
 
   private:
-    static constexpr std::array<std::string_view, 7> names = {
-        "pageId", "nodeId", "type", "online", "onlineFrom", "onlineTo", "doc_filename"};
+    static constexpr std::array<std::string_view, 8> names = {
+        "pageId", "nodeId", "liveNode", "type", "online", "onlineFrom", "onlineTo", "doc_filename"};
 
     std::size_t row() const { return static_cast<std::size_t>(row_); }
 
