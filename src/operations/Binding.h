@@ -20,22 +20,30 @@ namespace torvex::operations {
 // ---- Rights ----
 
 inline Right nobody() {
-    return {Right::Kind::Nobody, {}};
+    return Right{Right::Kind::Nobody, {}, 0, {}, {}, {}};
 }
 inline Right visitor() {
-    return {Right::Kind::Visitor, {}};
+    return Right{Right::Kind::Visitor, {}, 0, {}, {}, {}};
 }
 inline Right anyLogin() {
-    return {Right::Kind::AnyLogin, {}};
+    return Right{Right::Kind::AnyLogin, {}, 0, {}, {}, {}};
 }
-inline Right editRight(std::string action) {
-    return {Right::Kind::EditRight, std::move(action)};
+/// To do `action` to the page, or to all pages of the list, that the argument `page` names.
+inline Right editRight(std::string action, std::string page) {
+    return {Right::Kind::EditRight, std::move(action), 0, std::move(page), {}, {}};
 }
-inline Right advancedRight(std::string entry) {
-    return {Right::Kind::AdvancedRight, std::move(entry)};
+/// To do `action` somewhere in the site and language that the arguments name.
+inline Right editRightIn(std::string action, std::string site, std::string lang) {
+    return {Right::Kind::EditRight, std::move(action), 0, {}, std::move(site), std::move(lang)};
+}
+inline Right viewAccess(int advId, std::string site = {}, std::string lang = {}) {
+    return {Right::Kind::AdvancedRight, "view", advId, {}, std::move(site), std::move(lang)};
+}
+inline Right editAccess(int advId, std::string site = {}, std::string lang = {}) {
+    return {Right::Kind::AdvancedRight, "edit", advId, {}, std::move(site), std::move(lang)};
 }
 inline Right onlySa() {
-    return {Right::Kind::OnlySa, {}};
+    return Right{Right::Kind::OnlySa, {}, 0, {}, {}, {}};
 }
 
 // ---- Arguments ----
@@ -67,6 +75,8 @@ constexpr ArgumentType typeOf() {
         return ArgumentType::Integer;
     } else if constexpr (std::is_same_v<Plain, double>) {
         return ArgumentType::Number;
+    } else if constexpr (std::is_same_v<Plain, DateTime>) {
+        return ArgumentType::Date;
     } else if constexpr (std::is_same_v<Plain, TextFormat>) {
         return ArgumentType::TextFormat;
     } else {
@@ -96,6 +106,8 @@ decltype(auto) unwrap(const Value& value) {
         return static_cast<Plain>(static_cast<int>(value.number()));
     } else if constexpr (std::is_same_v<Plain, double>) {
         return value.number();
+    } else if constexpr (std::is_same_v<Plain, DateTime>) {
+        return value.date();
     } else {
         return value.text();
     }
@@ -158,7 +170,13 @@ Property property(std::string name, R (C::*getter)() const, std::string summary)
     const auto get = [getter](const void* object) {
         return Value((static_cast<const C*>(object)->*getter)());
     };
-    return {std::move(name), typeOf<R>(), std::move(summary), get, {}};
+    return {std::move(name), typeOf<R>(), std::move(summary), anyLogin(), get, {}};
+}
+
+/// The property, out of reach of the network.
+inline Property secret(Property made) {
+    made.right = nobody();
+    return made;
 }
 
 /// A property that can be set as well.

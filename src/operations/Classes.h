@@ -6,6 +6,7 @@
 namespace torvex::operations {
 
 ClassEntry serverOperations();
+ClassEntry managerOperations();
 ClassEntry htmlTemplateOperations();
 ClassEntry templateOperations();
 ClassEntry baseTemplateOperations();

@@ -51,6 +51,13 @@ bool boolean(const Value& given) {
     return given.toNumber() != 0;
 }
 
+DateTime date(const Value& given) {
+    if (given.isDate()) return given.date();
+    DateTime moment;
+    if (!given.isText() || !parseIso(given.text(), moment)) refuse("a date (2026-06-15T12:00:00)", given);
+    return moment;
+}
+
 double textFormat(const Value& given) {
     const double format = readsAsNumber(given) ? given.toNumber() : 1;
     for (const auto known : {TextFormat::SystemDefault, TextFormat::Unicode, TextFormat::Ansi}) {
@@ -72,6 +79,8 @@ Value convert(const Value& given, ArgumentType type) {
             return integer(given);
         case ArgumentType::Boolean:
             return boolean(given);
+        case ArgumentType::Date:
+            return date(given);
         case ArgumentType::TextFormat:
             return textFormat(given);
     }
@@ -88,6 +97,8 @@ std::string_view typeName(ArgumentType type) {
             return "integer";
         case ArgumentType::Boolean:
             return "boolean";
+        case ArgumentType::Date:
+            return "date";
         case ArgumentType::TextFormat:
             return "text format";
     }

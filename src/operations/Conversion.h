@@ -6,13 +6,15 @@
 
 namespace torvex::operations {
 
-/// The value as the one alternative that stands for `type`: a text, a number, or a boolean. Empty is "", 0
-/// and false.
+/// The value as the one alternative that stands for `type`: a text, a number, a boolean, or a moment. Empty
+/// is
+/// "", 0 and false.
 ///
 /// - Text: everything but a grid.
 /// - Number: a number, a boolean, or a text that is a plain decimal number.
 /// - Integer: such a number rounded to a whole one (a half to the even side), of 16 bits.
 /// - Boolean: a boolean, a number, "true", "false", or a text that is a number.
+/// - Date: a moment, or a text as `parseIso` reads it.
 /// - TextFormat: one of the numbers of `torvex::TextFormat`.
 ///
 /// Throws `Error` that says what is needed ("must be a number, not \"x\"") for anything else.

@@ -24,6 +24,13 @@ value behind "=" may be left out. *Empty* results are null, and so is a grid wit
 The right is what a caller over the network needs; the command line asks for none.
 )";
 
+/// What the right must cover.
+std::string coverage(const Right& right) {
+    if (!right.page.empty()) return " for `" + right.page + '`';
+    if (right.site.empty()) return "";
+    return " in `" + right.site + '`' + (right.lang.empty() ? "" : ", `" + right.lang + '`');
+}
+
 std::string rightText(const Right& right) {
     switch (right.kind) {
         case Right::Kind::Nobody:
@@ -33,9 +40,9 @@ std::string rightText(const Right& right) {
         case Right::Kind::AnyLogin:
             return "any author";
         case Right::Kind::EditRight:
-            return "edit right: " + right.detail;
+            return "edit right \"" + right.detail + '"' + coverage(right);
         case Right::Kind::AdvancedRight:
-            return "advanced right: " + right.detail;
+            return right.detail + " access to entry " + std::to_string(right.advId) + coverage(right);
         case Right::Kind::OnlySa:
             return "only sa";
     }
@@ -80,10 +87,12 @@ std::string operationsTable(const ClassEntry& entry) {
 
 std::string propertiesTable(const ClassEntry& entry) {
     if (entry.properties.empty()) return {};
-    std::string table = "\n| Property | Type | What it holds | Set |\n| --- | --- | --- | --- |\n";
+    std::string table =
+        "\n| Property | Type | What it holds | Set | Right |\n| --- | --- | --- | --- | --- |\n";
     for (const auto& property : entry.properties) {
         table += "| `" + property.name + "` | " + std::string(typeName(property.type)) + " | " +
-                 cell(property.summary) + " | " + (property.set ? "yes" : "no") + " |\n";
+                 cell(property.summary) + " | " + (property.set ? "yes" : "no") + " | " +
+                 rightText(property.right) + " |\n";
     }
     return table;
 }

@@ -40,7 +40,7 @@ const ClassEntry& Register::find(std::string_view name) const {
 }
 
 Register makeRegister() {
-    return Register({serverOperations(), htmlTemplateOperations(), templateOperations(),
+    return Register({serverOperations(), managerOperations(), htmlTemplateOperations(), templateOperations(),
                      baseTemplateOperations(), styleSheetOperations(), applicationOperations(),
                      setupOperations()});
 }

@@ -22,7 +22,7 @@ class Link;
 namespace torvex::operations {
 
 /// What an argument is converted to before the operation sees it; see Conversion.h.
-enum class ArgumentType { Text, Number, Integer, Boolean, TextFormat };
+enum class ArgumentType { Text, Number, Integer, Boolean, Date, TextFormat };
 
 struct Argument {
     std::string name;
@@ -36,7 +36,13 @@ struct Right {
     enum class Kind { Nobody, Visitor, AnyLogin, EditRight, AdvancedRight, OnlySa };
 
     Kind kind;
-    std::string detail;  ///< which edit or advanced right
+    std::string detail;  ///< the action of an edit right; "view" or "edit" of an advanced right
+    int advId = 0;       ///< the entry of the administration menu, for an advanced right; see AdminEntries.h
+    // The arguments that say what the right must cover, by their names; "" where there is none. The page may
+    // be a list of pages; where it is given, site and language are the page's own.
+    std::string page;
+    std::string site;
+    std::string lang;
 };
 
 struct Operation {
@@ -56,6 +62,7 @@ struct Property {
     std::string name;
     ArgumentType type;
     std::string summary;
+    Right right;  ///< what a caller from outside needs to read it
     std::function<Value(const void*)> get;
     std::function<void(void*, const Value&)> set;  ///< takes a converted value; missing when it is read-only
 };

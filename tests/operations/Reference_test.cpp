@@ -17,9 +17,10 @@ Register small() {
                                  {"loud", ArgumentType::Boolean, Value(false)}},
                                 "text",
                                 "Joins.",
-                                {Right::Kind::EditRight, "publish"},
+                                {Right::Kind::EditRight, "publish", 0, "first", "", ""},
                                 {}});
-    entry.properties.push_back({"note", ArgumentType::Text, "A note.", {}, {}});
+    entry.properties.push_back(
+        {"note", ArgumentType::Text, "A note.", {Right::Kind::AnyLogin, "", 0, "", "", ""}, {}, {}});
     return Register({entry});
 }
 
@@ -33,13 +34,14 @@ std::string committed(const std::string& path) {
 TEST(Reference, ShowsArgumentsWithTypesAndDefaults) {
     const std::string page = referenceMarkdown(small());
     EXPECT_NE(page.find("| `join` | `first` text<br>`divider` text = `\"\\|\"`<br>`times` integer = `-1`<br>"
-                        "`loud` boolean = `false` | text | Joins. | edit right: publish |\n"),
+                        "`loud` boolean = `false` | text | Joins. | edit right \"publish\" for `first` |\n"),
               std::string::npos)
         << page;
 }
 
 TEST(Reference, ShowsProperties) {
-    EXPECT_NE(referenceMarkdown(small()).find("| `note` | text | A note. | no |\n"), std::string::npos);
+    EXPECT_NE(referenceMarkdown(small()).find("| `note` | text | A note. | no | any author |\n"),
+              std::string::npos);
 }
 
 TEST(Reference, HasATableOfContents) {

@@ -1,0 +1,363 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "authoring/Author.h"
+#include "authoring/PageBuffer.h"
+#include "platform/PageId.h"
+#include "platform/Value.h"
+#include "platform/db/Link.h"
+
+namespace torvex {
+
+class PageModules;
+struct HostContext;
+
+/// Everything that authors and administrators do. An object is made for one request, in the name of the login
+/// that the visitor's session holds, and is used by one thread. It carries one page record, which `getPage`
+/// fills and the two save operations read.
+///
+/// Rights are the caller's business: the operations test that somebody is logged in, locks and states, and
+/// the register of operations names the right that a caller from outside needs.
+///
+/// A refusal is a code. Everything else that fails is `Error` with the operation's line in front; an atomic
+/// operation that fails has changed nothing and answers with a code instead.
+///
+/// A `pageIdent` is a page's number or its node. A `mode` is "D" for the design, anything else for the live
+/// data. An `advId` is the entry of the administration menu that called, for the audit line; 0 writes none.
+class cManager {
+  public:
+    /// `modules` may be missing; it must outlive the object.
+    explicit cManager(HostContext& host, PageModules* modules = nullptr);
+
+    void connect(db::Link connection) { connection_ = std::move(connection); }
+
+    // ---- The login of the object ----
+
+    int loginId() const { return author_.loginId; }
+    const std::string& username() const { return author_.username; }
+    /// In its stored form.
+    const std::string& password() const { return author_.password; }
+    const std::string& Fullname() const { return author_.fullname; }
+
+    // ---- Logins and sessions (administration/Logins.cpp) ----
+
+    /// 0 logged in; 1 unknown name, wrong password or outside the dates; 2 the address is refused; 3 held by
+    /// a session at another address. Without arguments the session's login is verified again.
+    int login(const std::string& username = "", const std::string& password = "");
+    /// Frees the login and abandons the session.
+    void logout();
+    /// Frees another login's row; its session notices by `getLoginState`.
+    void endLogin(int loginId);
+    /// Whether a login is online; for 0, whether this session still owns its login.
+    bool getLoginState(int loginId = 0);
+    /// -1 when there is none. Without a name the object's login.
+    int getLoginId(const std::string& username = "");
+    /// The full name, or a bracketed word for a login that is gone.
+    std::string getLoginName(int loginId);
+
+    // ---- Rights (administration/EditRights.cpp, AdvancedRights.cpp, Roles.cpp) ----
+
+    /// Whether a login may do "onoff", "move", "publish", "approve" or "edit" in a site and language, and to
+    /// a page if one is given.
+    bool checkEditRights(const std::string& action, const std::string& site, const std::string& lang,
+                         const std::string& pageIdent = "", const std::string& username = "");
+    /// Five flags: onOff, move, publish, approve, edit.
+    std::string getLoginEditRights(const std::string& site, const std::string& lang,
+                                   const std::string& pageIdent = "", const std::string& username = "");
+    /// The nodes, divided by commas, under which a login may do a task; "" for none.
+    std::string getLoginScope(const std::string& site, const std::string& lang, const std::string& task,
+                              const std::string& username = "");
+    /// Whether a node is one of the scope's or lies under one. Asks no database.
+    bool isMemberOfScope(const std::string& nodeId, const std::string& scope);
+    /// Whether a login has the "view" or "edit" right ("" either one) of an entry of the administration menu.
+    bool checkAdvRights(const std::string& flag, int advId, const std::string& site = "",
+                        const std::string& lang = "", const std::string& username = "");
+    /// The administration menu as one text for the browser; enters the site and language. "-1" while they are
+    /// locked.
+    std::string getAdvancedMap(const std::string& site, const std::string& lang, int order = 0);
+    Value getAdvList();
+    std::string getAdvTitle(int advId);
+    Value getRoleAdvancedRights(int roleId, const std::string& site, const std::string& lang, int order = 0);
+    std::string getRoleEditRights(int roleId, const std::string& site, const std::string& lang);
+    std::string getRoleScope(const std::string& site, const std::string& lang, int roleId);
+    int getRoleId(const std::string& roleName);
+    std::string getRoleName(int roleId);
+    std::string getRoleDescription(int roleId);
+
+    // ---- Sites and languages (administration/Sites.cpp, Languages.cpp, Websites.cpp, Existence.cpp) ----
+
+    bool addSite(const std::string& siteId, const std::string& siteName, const std::string& siteDescription,
+                 int advId = 0);
+    bool updateSite(const std::string& site, const std::string& name, const std::string& description,
+                    int advId = 0);
+    /// "" or a code. Its files go as well.
+    std::string deleteSite(const std::string& site, int advId = 0);
+    bool addLanguage(const std::string& langId, const std::string& langName, int charsetID, int advId = 0);
+    bool updateLanguage(const std::string& lang, const std::string& name, int charsetID, int advId = 0);
+    /// "" or a code. Its files go as well.
+    std::string deleteLanguage(const std::string& lang, int advId = 0);
+    bool saveWebsiteTitle(const std::string& site, const std::string& lang, const std::string& title,
+                          int advId = 0);
+    std::string getWebsiteTitle(const std::string& site, const std::string& lang);
+    /// Every pair of a site and a language, with its title.
+    Value getWebsites(const std::string& site = "", int sortId = 1);
+
+    std::string getSiteName(const std::string& site);
+    std::string getSiteDescription(const std::string& site);
+    std::string getSiteId(const std::string& siteName);
+    Value getSites(int sortId = 1);
+    std::string getLanguageName(const std::string& lang);
+    std::string getLanguageId(const std::string& languageName);
+    Value getLanguages(int sortId = 1);
+    Value getCharsets(int sortId = 1);
+    int getCharsetID(const std::string& lang);
+    std::string getCharsetName(const std::string& lang);
+    std::string getCharsetLabel(const std::string& lang);
+    std::string getCharsetCodepage(const std::string& lang);
+
+    bool isSite(const std::string& site);
+    bool isLang(const std::string& lang);
+    bool isApplication(int appId);
+    bool isBaseTemplate(int baseTemplateId);
+    bool isStylesheet(int stylesheetId);
+    bool isTemplate(int templateId);
+
+    // ---- Files and the other servers (administration/Files.cpp, Servers.cpp) ----
+
+    /// Copies a file of the installation to the other servers, or removes it there. False only when there is
+    /// nothing to copy to or from: a server that can't be reached is passed over.
+    bool replicateFile(const std::string& file, bool overwrite = false, bool remove = false);
+    /// Makes a folder on the other servers, without its contents, or removes it there with them.
+    bool replicateFolder(const std::string& dir, bool remove = false);
+    /// Whether a file can be written, found and removed on a server.
+    bool testServer(int serverId);
+    Value getServerList();
+    /// The name of this machine.
+    std::string getServerName();
+    // These do here what they say, and then on the other servers.
+    bool createDirectory(const std::string& dir);
+    bool deleteDirectory(const std::string& dir);
+    /// The name may hold the wild cards "*" and "?".
+    bool deleteFile(const std::string& file);
+
+    // ---- The page tree (authoring/Tree.cpp, PageList.cpp) ----
+
+    /// "" when there is no such page.
+    std::string getNodeId(PageId pageId);
+    /// 0 when there is no such page.
+    PageId getPageId(const std::string& nodeId);
+    bool isPage(const std::string& pageIdent, const std::string& mode = "L");
+    /// Whether a child of the parent, other than the page given, has this title.
+    bool isPageTitle(const std::string& parentIdent, const std::string& title, const std::string& mode = "",
+                     const std::string& pageIdent = "");
+    /// An untitled page gives a bracketed word.
+    std::string getPageTitle(const std::string& pageIdent, const std::string& mode = "L");
+    std::string getPageType(const std::string& pageIdent, const std::string& mode = "L");
+    int getPageCount(const std::string& mode = "L", bool folders = false);
+    /// The design pages under a node, this many levels down.
+    int countPages(const std::string& parentIdent, int levels = 1);
+    /// The node for a new child; "" when all numbers are taken.
+    std::string getNewChild(const std::string& parentIdent);
+    /// The sort position for a page that joins the siblings of the page given; -1 when there is none.
+    int getNewOrderId(const std::string& pageIdent);
+    /// The titles from the root to the page.
+    std::string getBreadcrumb(const std::string& pageIdent, const std::string& mode = "L");
+    Value getPageList(const std::string& site, const std::string& lang, const std::string& mode = "L",
+                      const std::string& parentIdent = "", const std::string& docType = "",
+                      bool system = true);
+
+    // ---- The page record (authoring/PageReading.cpp, PageRecordLookups.cpp) ----
+
+    /// Fills the properties `pg...`.
+    void getPage(const std::string& pageIdent, const std::string& mode = "L");
+    /// Type, edit, lock, delete and approve status in one text, and whether another login holds the page.
+    std::string getPageParameters(const std::string& pageIdent);
+    /// All groups, marked where the page has them.
+    Value getPageGroups(const std::string& pageIdent, const std::string& mode = "L");
+    /// -1 when no login page guards the page.
+    PageId getLoginPage(const std::string& pageIdent, const std::string& mode = "L");
+    /// The hits of a page, or of a folder and all under it.
+    double getNumberOfViews(const std::string& pageIdent);
+    /// A label in a language, given by code or column number; with `flag` 1 the English text where there is
+    /// none.
+    std::string getVocab(const std::string& langId, double labelId, int flag = 1);
+    std::string urlencode(const std::string& queryString);
+
+    bool pgExists() const { return page_.exists; }
+    PageId pgPageId() const { return page_.pageId; }
+    void setPgPageId(PageId value) { page_.pageId = value; }
+    const std::string& pgNodeId() const { return page_.nodeId; }
+    void setPgNodeId(const std::string& value) { page_.nodeId = value; }
+    double pgOrderId() const { return page_.orderId; }
+    void setPgOrderId(double value) { page_.orderId = static_cast<int>(value); }
+    const std::string& pgType() const { return page_.type; }
+    void setPgType(const std::string& value) { page_.type = value; }
+    const std::string& pgTitle() const { return page_.title; }
+    void setPgTitle(const std::string& value) { page_.title = value; }
+    const std::string& pgNavigation() const { return page_.navigation; }
+    void setPgNavigation(const std::string& value) { page_.navigation = value; }
+    PageId pgPrevious() const { return page_.previous; }
+    void setPgPrevious(PageId value) { page_.previous = value; }
+    PageId pgNext() const { return page_.next; }
+    void setPgNext(PageId value) { page_.next = value; }
+    PageId pgUp() const { return page_.up; }
+    void setPgUp(PageId value) { page_.up = value; }
+    int pgOnline() const { return page_.online; }
+    const std::string& pgOnlineFrom() const { return page_.onlineFrom; }
+    void setPgOnlineFrom(const std::string& value) { page_.onlineFrom = value; }
+    const std::string& pgOnlineTo() const { return page_.onlineTo; }
+    void setPgOnlineTo(const std::string& value) { page_.onlineTo = value; }
+    const std::string& pgEditStatus() const { return page_.editStatus; }
+    void setPgEditStatus(const std::string& value) { page_.editStatus = value; }
+    int pgLockStatus() const { return page_.lockStatus; }
+    void setPgLockStatus(int value) { page_.lockStatus = value; }
+    int pgDeleteStatus() const { return page_.deleteStatus; }
+    void setPgDeleteStatus(int value) { page_.deleteStatus = value; }
+    int pgApproveStatus() const { return page_.approveStatus; }
+    void setPgApproveStatus(int value) { page_.approveStatus = value; }
+    const std::string& pgAuthor() const { return page_.author; }
+    const std::string& pgPublisher() const { return page_.publisher; }
+    const DateTime& pgAuthoringDate() const { return page_.authoringDate; }
+    const DateTime& pgPublishingDate() const { return page_.publishingDate; }
+    const std::string& pgEditor() const { return page_.editor; }
+    void setPgEditor(const std::string& value) { page_.editor = value; }
+    const std::string& pgLockedBy() const { return page_.lockedBy; }
+    void setPgLockedBy(const std::string& value) { page_.lockedBy = value; }
+    const std::string& pgDeletedBy() const { return page_.deletedBy; }
+    void setPgDeletedBy(const std::string& value) { page_.deletedBy = value; }
+    const std::string& pgApprovedBy() const { return page_.approvedBy; }
+    void setPgApprovedBy(const std::string& value) { page_.approvedBy = value; }
+    const DateTime& pgEditingDate() const { return page_.editingDate; }
+    void setPgEditingDate(const DateTime& value) { page_.editingDate = value; }
+    const DateTime& pgLockingDate() const { return page_.lockingDate; }
+    void setPgLockingDate(const DateTime& value) { page_.lockingDate = value; }
+    const DateTime& pgDeletingDate() const { return page_.deletingDate; }
+    void setPgDeletingDate(const DateTime& value) { page_.deletingDate = value; }
+    const DateTime& pgApprovingDate() const { return page_.approvingDate; }
+    void setPgApprovingDate(const DateTime& value) { page_.approvingDate = value; }
+    int pgTemplateId() const { return page_.templateId; }
+    void setPgTemplateId(int value) { page_.templateId = value; }
+    const std::string& pgTemplateFile() const { return page_.templateFile; }
+    const std::string& pgTemplateName() const { return page_.templateName; }
+    int pgStylesheetId() const { return page_.stylesheetId; }
+    void setPgStylesheetId(int value) { page_.stylesheetId = value; }
+    const std::string& pgStylesheetFile() const { return page_.stylesheetFile; }
+    const std::string& pgStylesheetName() const { return page_.stylesheetName; }
+    int pgBaseTemplateId() const { return page_.baseTemplateId; }
+    void setPgBaseTemplateId(int value) { page_.baseTemplateId = value; }
+    const std::string& pgBaseTemplateFile() const { return page_.baseTemplateFile; }
+    const std::string& pgBaseTemplateName() const { return page_.baseTemplateName; }
+    int pgAppId() const { return page_.appId; }
+    void setPgAppId(int value) { page_.appId = value; }
+    const std::string& pgAppName() const { return page_.appName; }
+    const std::string& pgAppDesc() const { return page_.appDesc; }
+    const std::string& pgAppParamPublic() const { return page_.appParamPublic; }
+    void setPgAppParamPublic(const std::string& value) { page_.appParamPublic = value; }
+    const std::string& pgAppParamAdmin() const { return page_.appParamAdmin; }
+    void setPgAppParamAdmin(const std::string& value) { page_.appParamAdmin = value; }
+    const std::string& pgAppURLpublic() const { return page_.appUrlPublic; }
+    const std::string& pgAppURLadmin() const { return page_.appUrlAdmin; }
+    PageId pgAppSystemFolder() const { return page_.appSystemFolder; }
+    void setPgAppSystemFolder(PageId value) { page_.appSystemFolder = value; }
+    const std::string& pgGroups() const { return page_.groups; }
+    void setPgGroups(const std::string& value) { page_.groups = value; }
+    PageId pgLoginPage() const { return page_.loginPage; }
+    void setPgLoginPage(PageId value) { page_.loginPage = value; }
+    std::string pgBreadcrumb() const { return std::to_string(page_.breadcrumb); }
+    void setPgBreadcrumb(const std::string& value);
+    std::string pgDynMenu() const { return std::to_string(page_.dynMenu); }
+    void setPgDynMenu(const std::string& value);
+    double pgTotalHits() const { return page_.totalHits; }
+
+    // ---- Workflow (authoring/Workflow.cpp, WorkflowLists.cpp) ----
+
+    // The four statuses in one text, as they stand afterwards: edit, lock, delete, approve; or a code.
+    std::string checkOut(const std::string& pageIdent);
+    std::string checkIn(const std::string& pageIdent);
+    /// `state` 1 approves, any other value withdraws.
+    std::string approvePage(const std::string& pageIdent, int state);
+    /// Marks a page for deletion; with `state` 0 takes the mark back.
+    std::string deletePage(const std::string& pageIdent, int state);
+    // The pages of the list ("12-13,14") with which it could not be done, divided by commas.
+    std::string approvePages(const std::string& pageList);
+    std::string unlockPages(const std::string& pageList);
+    /// The pages that are checked out.
+    Value getLockList(const std::string& site, const std::string& lang);
+
+    // ---- Page setup (authoring/PageSetup.cpp, NewPage.cpp) ----
+
+    /// The bodies that a content template has places for; -1 when it can't be read.
+    int getNumberOfBodies(int templateId);
+    /// Makes a page from the page record: its node, or a code.
+    std::string saveNewPageSetup(const std::string& site, const std::string& lang,
+                                 const std::string& parentIdent, const std::string& insertIdent = "");
+    /// Saves the page record: "0" or a code.
+    std::string savePageSetup(const std::string& pageIdent);
+
+    // ---- Bodies (authoring/BodyEditing.cpp). "0" or a code ----
+
+    std::string saveBody(const std::string& pageIdent, int bodyId, const std::string& bodyContent);
+    std::string saveBodySetup(const std::string& pageIdent, int bodyId, int bodyType, int feedId);
+    std::string clearBody(const std::string& pageIdent, int bodyId);
+    std::string pasteBody(const std::string& pageIdentFrom, const std::string& pageIdentTo, int bodyIdFrom,
+                          int bodyIdTo, const std::string& modeFrom = "D");
+
+    // ---- The page as authors see it (authoring/Preview.cpp) ----
+
+    std::string getBody(const std::string& pageIdent, int bodyId, int bodyType = 0, int feedId = 0,
+                        const std::string& mode = "D");
+    std::string getBodyHTML(int feedId);
+    std::string getBodyXML(int feedId);
+    /// The text with every link turned off; `flag` chooses double quotes.
+    std::string disableLinks(const std::string& str, bool flag = true);
+    /// The page with its link notations as links of the authoring interface, bad ones marked.
+    std::string buildLinks(const std::string& html, const std::string& site, const std::string& lang,
+                           const std::string& mode = "L");
+    /// `html` with the bodies of the page in their places, framed for editing if asked for.
+    std::string fillBodies(const std::string& pageIdent, const std::string& mode, const std::string& html,
+                           bool editFlag = false);
+    /// The finished page of the record; the subtitle "#edit#" builds it for editing.
+    std::string torvex_preparePage(const std::string& mode = "L",
+                                   const std::string& applicationSubTitle = "");
+
+    // ---- Publishing (authoring/Publishing.cpp, Removal.cpp, Reset.cpp, OnOff.cpp) ----
+
+    /// Copies an approved page to the live tables, or removes one that is marked for deletion with all under
+    /// it. The state it is live in, or a code.
+    std::string publishPage(const std::string& pageIdent);
+    /// Does so for all approved pages from a node on, in one transaction.
+    std::string publishPageCascading(const std::string& pageIdent);
+    /// The pages of the list that were not published, divided by commas.
+    std::string publishPages(const std::string& pageList);
+    /// Overwrites the design with the live page: type and statuses in one text, or a code.
+    std::string resetPage(const std::string& pageIdent);
+    /// Switches a live page, or all from a node on, "on" or off.
+    bool setOnOff(const std::string& pageIdent, const std::string& onOff, bool cascading = false);
+
+    // ---- Item locks (authoring/ItemLocking.cpp) ----
+
+    /// Takes an administrative record for this session; false when another login's session holds it.
+    bool lockItem(const std::string& item, const std::string& itemId);
+    /// Lets a record go if this session holds it.
+    void unlockItem(const std::string& item, const std::string& itemId);
+
+    // ---- Audit trail (authoring/Audit.cpp) ----
+
+    /// Adds a line, on a connection of its own. `loginId` 0 is the object's login, -99 nobody.
+    void addAuditTrail(const std::string& pageIdent, const std::string& advIdent, const std::string& action,
+                       const std::string& description, int loginId = 0);
+
+  private:
+    db::Connection& connection() { return connection_.use(host_); }
+    void loadSessionState();
+
+    HostContext& host_;
+    [[maybe_unused]] PageModules* modules_;
+    db::Link connection_;
+    Author author_;
+    PageBuffer page_;
+};
+
+}  // namespace torvex

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <vector>
+
+#include "operations/Register.h"
+
+/// The rows of `cManager`, one function for each subject.
+namespace torvex::operations {
+
+std::vector<Operation> managerLoginRows();
+std::vector<Operation> managerRightsRows();
+std::vector<Operation> managerSiteRows();
+std::vector<Operation> managerServerRows();
+std::vector<Operation> managerTreeRows();
+std::vector<Operation> managerPageRows();
+std::vector<Operation> managerWorkflowRows();
+
+/// The login of the object and its page record.
+std::vector<Property> managerProperties();
+
+}  // namespace torvex::operations
