@@ -352,6 +352,8 @@ class cManager {
   private:
     db::Connection& connection() { return connection_.use(host_); }
     void loadSessionState();
+    /// A word of the interface language that stands in for a missing name.
+    std::string bracketedWord(double label);
 
     HostContext& host_;
     [[maybe_unused]] PageModules* modules_;
