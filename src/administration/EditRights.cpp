@@ -9,6 +9,7 @@
 #include "platform/Text.h"
 #include "records/EditScope.h"
 #include "records/PageIdentity.h"
+#include "records/Websites.h"
 
 namespace torvex {
 
@@ -95,6 +96,30 @@ std::string cManager::getLoginEditRights(const std::string& site, const std::str
     return flags;
 } catch (...) {
     raiseFrom("getLoginEditRights !");
+}
+
+std::string cManager::getLoginScope(const std::string& site, const std::string& lang, const std::string& task,
+                                    const std::string& username) try {
+    const std::string siteCode(text::trim(site));
+    const std::string langCode(text::trim(lang));
+    const std::string root = siteCode + "." + langCode;
+    if (!isSiteCode(connection(), siteCode) || !isLanguageCode(connection(), langCode)) return {};
+    const int place = placeOf(text::trim(task));
+    if (place < 0) return {};
+    const std::string_view given = text::trim(username);
+    const std::string login(given.empty() ? std::string_view(author_.username) : given);
+    if (text::equals(login, administrator)) return root;
+    std::string scope;
+    auto rows = connection().query(selectRights, {getLoginId(login), siteCode, langCode});
+    while (rows.next()) {
+        if (rows.number(tasks[static_cast<std::size_t>(place)]) != 1) continue;
+        const std::string_view roleScope = text::trim(rows.view("scope"));
+        if (roleScope.empty()) return root;
+        scope.append(scope.empty() ? "" : ",").append(roleScope);
+    }
+    return text::equals(scope, everywhere) ? root : scope;
+} catch (...) {
+    raiseFrom("getLoginScope !");
 }
 
 bool cManager::isMemberOfScope(const std::string& nodeId, const std::string& scope) try {
