@@ -1,5 +1,8 @@
+#include <array>
+#include <barrier>
 #include <chrono>
 #include <gmock/gmock.h>
+#include <thread>
 
 #include "administration/Proof.h"
 #include "records/StrongPassword.h"
@@ -143,6 +146,33 @@ TEST_P(StrongLogins, AnotherLoginsHashOpensNothing) {
     author(8, "bob", "x", "Bob");
     EXPECT_EQ(tryIn("bob", "Secret"), 1);
     EXPECT_EQ(tryIn("bob", "x"), 0);
+}
+
+TEST_P(StrongLogins, TwoSessionsThatMoveARowAtOnceBothGetIn) {
+    for (int round = 0; round < 3; ++round) {
+        set(anna, "password", encodePassword("Secret"));
+        set(anna, "sessionId", "");
+        std::barrier start(2);
+        std::array<int, 2> codes{};
+        const auto logIn = [&](std::size_t which) {
+            TestHost own;
+            own.session = Session("session-" + std::to_string(which));
+            own.database.target = &database();
+            own.application.set("torvex_odbc", connectionText());
+            own.application.set("torvex_password_store", "strong");
+            own.request.setServerVariable("remote_addr", "10.0.1.1");
+            cManager other(own.context());
+            other.connect(connectionText());
+            start.arrive_and_wait();
+            codes[which] = other.login("anna", "Secret");
+        };
+        std::thread first(logIn, 0);
+        std::thread second(logIn, 1);
+        first.join();
+        second.join();
+        EXPECT_THAT(codes, testing::ElementsAre(0, 0));
+        EXPECT_TRUE(isPasswordOf(hash(anna), "Secret"));
+    }
 }
 
 // ---- Verifying the session again ----
