@@ -10,6 +10,7 @@
 #include "records/AdminEntries.h"
 #include "records/Vocabulary.h"
 #include "support/RightsTest.h"
+#include "support/SourceFolder.h"
 
 namespace torvex::test {
 namespace {
@@ -211,7 +212,7 @@ TEST_P(MenuTest, EveryTitleIsALabelOfTheVocabularyAndIsUniqueOnItsLevel) {
 }
 
 TEST_P(MenuTest, EveryIconIsASmallGifWithItsDrawing) {
-    const fs::path root = TORVEX_SOURCE_DIR;
+    const fs::path root = test::sourceFolder();
     forEach([&](const Entry& entry) {
         const fs::path icon = root / "install/files/wwwroot/torvex/images" / entry.icon;
         ASSERT_EQ(icon.extension(), ".gif");
@@ -229,7 +230,7 @@ TEST_P(MenuTest, EveryIconIsASmallGifWithItsDrawing) {
 TEST_P(MenuTest, EveryDrawingBelongsToAnEntry) {
     std::set<std::string> icons;
     for (const auto& entry : entries) icons.insert(entry.icon);
-    for (const auto& file : fs::directory_iterator(fs::path(TORVEX_SOURCE_DIR) / "artwork/menu")) {
+    for (const auto& file : fs::directory_iterator(fs::path(test::sourceFolder()) / "artwork/menu")) {
         EXPECT_TRUE(icons.contains(file.path().stem().string() + ".gif")) << file.path();
     }
 }
