@@ -8,6 +8,9 @@
 namespace torvex {
 struct HostContext;
 
+/// In place of a login's number: nobody did it.
+inline constexpr int nobodysLine = -99;
+
 /// One line of the audit trail, as it is written. Who did it is as the line names it: the rows of logins and
 /// pages may be gone when it is read.
 struct AuditLine {
