@@ -1,5 +1,8 @@
 #include "records/PageIdentity.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "platform/Errors.h"
 #include "platform/Text.h"
 #include "platform/db/Connection.h"
@@ -73,6 +76,18 @@ std::string_view langOf(std::string_view nodeId) {
 std::string_view parentOf(std::string_view nodeId) {
     return nodeId.substr(
         0, nodeId.size() < PageIdentity::levelLength ? 0 : nodeId.size() - PageIdentity::levelLength);
+}
+
+std::size_t levelsOf(std::string_view nodeId) {
+    const double levels = (static_cast<double>(nodeId.size()) + 1) / PageIdentity::levelLength - 1;
+    return static_cast<std::size_t>(std::max(0L, std::lround(levels)));
+}
+
+std::string endOfPrefix(std::string_view prefix) {
+    // Lower case, as texts are compared: "Z" would be followed by a sign that stands before all letters.
+    std::string end = text::lower(prefix);
+    ++end.back();
+    return end;
 }
 
 Twin twinOf(std::string_view mode) {

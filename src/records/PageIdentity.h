@@ -42,6 +42,12 @@ std::string_view siteOf(std::string_view nodeId);
 std::string_view langOf(std::string_view nodeId);
 /// The node without its last level: all code walks up the tree by this cut.
 std::string_view parentOf(std::string_view nodeId);
+/// Levels of a node, its root being the first.
+std::size_t levelsOf(std::string_view nodeId);
+
+/// The texts that begin with `prefix` are those from it on that come before this one: a range that an index
+/// serves, where a `like` would read the whole table. `prefix` must not be empty.
+std::string endOfPrefix(std::string_view prefix);
 
 /// Which of the twin tables an operation works on.
 enum class Twin { Live, Design };
