@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace torvex {
@@ -11,5 +12,12 @@ class Connection;
 /// its own line in front ("isSite !", "isLang !"), as one level of the operation that asked.
 bool isSiteCode(db::Connection& connection, std::string_view site);
 bool isLanguageCode(db::Connection& connection, std::string_view lang);
+
+/// A column of the character set of a language ("charset_label" and so on), trimmed; "" when there is no such
+/// language.
+std::string charsetColumn(db::Connection& connection, std::string_view lang, std::string_view column);
+
+/// The title of a site in a language, trimmed; "" when it has none.
+std::string websiteTitle(db::Connection& connection, std::string_view site, std::string_view lang);
 
 }  // namespace torvex
