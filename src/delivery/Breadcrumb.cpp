@@ -1,6 +1,5 @@
 // cServer: the trail from the root to a page.
 
-#include <cmath>
 #include <utility>
 
 #include "delivery/cServer.h"
@@ -42,11 +41,6 @@ std::string active(const Crumb& crumb) {
            std::string(divider);
 }
 
-/// Levels of a node, its root being the first.
-long levelsOf(std::string_view nodeId) {
-    return std::lround((static_cast<double>(nodeId.size()) + 1) / PageIdentity::levelLength - 1);
-}
-
 /// Without the last divider. This leaves the last span open, as delivered pages expect.
 std::string withoutLastDivider(std::string trail) {
     if (trail.empty()) return trail;
@@ -62,9 +56,8 @@ std::string cServer::getBreadcrumb(const std::string& pageIdent) try {
     const bool frames = host_.application.isTrue("torvex_frames");
     std::string trail;
     std::string folders;
-    for (long level = 0; level < levelsOf(page.nodeId); ++level) {
-        const auto length =
-            PageIdentity::rootLength + static_cast<std::size_t>(level) * PageIdentity::levelLength;
+    for (std::size_t level = 0; level < levelsOf(page.nodeId); ++level) {
+        const auto length = PageIdentity::rootLength + level * PageIdentity::levelLength;
         auto rows = connection().query(selectCrumb, {std::string_view(page.nodeId).substr(0, length)});
         if (!rows.next()) continue;
         const std::string title = text::htmlEncode(rows.text("title"));
