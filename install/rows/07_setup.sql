@@ -14,6 +14,8 @@ insert into TORVEX_SETUP (parameter, value, dataType, loginId) values
   ('torvex_autoApprove', '0', 'B', 0),
   ('torvex_emailNotification', '0', 'N', 0),
   ('torvex_loadBalancing_shareName', '', 'C', 0),
+  ('torvex_replication_root', '', 'C', 0),
+  ('torvex_replication_wait', '60', 'N', 0),
   ('torvex_editor_styles', '1', 'B', 0),
   ('torvex_editor_headings', '1', 'B', 0),
   ('torvex_editor_fontname', '1', 'B', 0),

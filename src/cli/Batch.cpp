@@ -109,9 +109,17 @@ void BatchEngine::runFor(Visitor& visitor, const BatchRequest& request, BatchAns
     Request asked(request.query, request.form, request.serverVariables);
     const bool isNew = !visitor.session;
     if (isNew) visitor.session.emplace(newSessionId());
-    HostContext host{
-        asked, answer.response,   *visitor.session,      environment_.application, environment_.files,
-        clock, environment_.http, environment_.database, environment_.hits};
+    HostContext host{asked,
+                     answer.response,
+                     *visitor.session,
+                     environment_.application,
+                     environment_.files,
+                     clock,
+                     environment_.http,
+                     environment_.database,
+                     environment_.hits,
+                     environment_.shares,
+                     environment_.log};
     if (isNew) startSession(visitor.session, host);
     if (request.login) holdLogin(host, *request.login);
     store(request, host);

@@ -6,6 +6,8 @@ class Clock;
 class FileSystem;
 class HitCounter;
 class HttpClient;
+class OperatorLog;
+class ServerShares;
 namespace db {
 class Database;
 }
@@ -22,6 +24,8 @@ struct CallEnvironment {
     HttpClient& http;
     db::Database& database;
     HitCounter& hits;
+    ServerShares& shares;
+    OperatorLog& log;
 };
 
 }  // namespace torvex::cli

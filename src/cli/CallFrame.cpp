@@ -15,8 +15,9 @@ ExitCode call(const CallFrameOptions& options, const Environment& environment, c
     // The values alone: a server beside this program keeps its authors logged in.
     services.runWithoutVisitor([](HostContext& host) { Setup(host).deriveApplication(); });
     const auto classes = operations::makeRegister();
-    BatchEngine engine(classes, {services.application, services.files, services.clock, services.http,
-                                 *services.database, services.directHits});
+    BatchEngine engine(
+        classes, {services.application, services.files, services.clock, services.http, *services.database,
+                  services.directHits, services.shares, services.operatorLog});
     if (options.batch) {
         runBatch(engine, terminal.in, terminal.out);
         return ExitCode::Ok;

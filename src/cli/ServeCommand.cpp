@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 #include <memory>
 #include <spdlog/logger.h>
-#include <spdlog/sinks/stdout_sinks.h>
 
 #include "cli/Services.h"
 #include "cli/StopSignals.h"
@@ -18,14 +17,6 @@
 namespace torvex::cli {
 
 namespace {
-
-std::unique_ptr<spdlog::logger> makeLog(const std::string& level) {
-    auto log = std::make_unique<spdlog::logger>("torvex", std::make_shared<spdlog::sinks::stderr_sink_mt>());
-    log->set_pattern("%Y-%m-%d %H:%M:%S.%e %l %v");
-    log->set_level(spdlog::level::from_str(level));
-    log->flush_on(spdlog::level::info);
-    return log;
-}
 
 void listenAt(const std::string& text, ServerOptions& server) try {
     const ListenAddress parsed = parseListenAddress(text);
@@ -73,20 +64,20 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
     if (options.listen) listenAt(*options.listen, server);
     server.rootFolder = (services.installation.folder() / "wwwroot").string();
 
-    const auto log = makeLog(services.installation.settings().logLevel);
+    spdlog::logger& log = *services.log;
     services.runWithoutVisitor([](HostContext& host) { Setup(host).initApplication(); });
     server.uploadFolders = {services.application.text("torvex_image_url"),
                             services.application.text("torvex_doc_url")};
     BufferedHits hits(
-        [&] { return services.installation.openDatabase(*services.database, db::Purpose::Hits); }, *log);
+        [&] { return services.installation.openDatabase(*services.database, db::Purpose::Hits); }, log);
     const auto http = makeServer(
         server, {services.application, services.files, services.clock, services.http, *services.database,
-                 hits, *log, [](HostContext& host) { Setup(host).initSession(); }});
+                 hits, services.shares, log, [](HostContext& host) { Setup(host).initSession(); }});
     notePorts(services.application, *http);
-    log->info("serving {} at {}", services.installation.folder().string(), addresses(server, *http));
+    log.info("serving {} at {}", services.installation.folder().string(), addresses(server, *http));
     signals.watch([&] { http->stop(); });
     http->run();
-    log->info("stopped");
+    log.info("stopped");
     return ExitCode::Ok;
 }
 

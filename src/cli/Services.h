@@ -5,12 +5,17 @@
 
 #include "cli/Installation.h"
 #include "delivery/HitStore.h"
+#include "host/LineLog.h"
 #include "platform/ApplicationValues.h"
 #include "platform/CurlHttpClient.h"
 #include "platform/DateTime.h"
 #include "platform/DiskFileSystem.h"
+#include "platform/ServerShares.h"
 #include "platform/db/Database.h"
 
+namespace spdlog {
+class logger;
+}
 namespace torvex {
 struct HostContext;
 }
@@ -24,6 +29,7 @@ struct Services {
     explicit Services(Installation opened);
     Services(const Services&) = delete;
     Services& operator=(const Services&) = delete;
+    ~Services();
 
     /// Runs what needs a host context and has no visitor: the set-up of the application values.
     void runWithoutVisitor(const std::function<void(HostContext&)>& work);
@@ -35,6 +41,9 @@ struct Services {
     const SystemClock clock;
     CurlHttpClient http;
     DirectHits directHits;
+    ServerShares shares;
+    const std::unique_ptr<spdlog::logger> log;  ///< to standard error, from the level of the settings on
+    LineLog operatorLog;
 };
 
 }  // namespace torvex::cli

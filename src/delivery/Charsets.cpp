@@ -7,21 +7,9 @@
 #include "platform/Session.h"
 #include "platform/Text.h"
 #include "records/PageIdentity.h"
+#include "records/Websites.h"
 
 namespace torvex {
-
-namespace {
-
-constexpr std::string_view selectCharset =
-    "select b.charset_codepage, b.charset_label, b.charset_name from TORVEX_LANGUAGES a "
-    "inner join TORVEX_CHARSETS b on b.charset_id = a.charset_id where a.lang = ?";
-
-std::string charsetColumn(db::Connection& connection, const std::string& lang, std::string_view column) {
-    auto rows = connection.query(selectCharset, {text::lowerTrim(lang)});
-    return rows.next() ? std::string(text::trim(rows.text(column))) : std::string();
-}
-
-}  // namespace
 
 std::string cServer::getCharsetCodepage(const std::string& lang) try {
     return charsetColumn(connection(), lang, "charset_codepage");

@@ -6,6 +6,7 @@
 #include "platform/Text.h"
 #include "records/PageIdentity.h"
 #include "records/Vocabulary.h"
+#include "records/Websites.h"
 
 namespace torvex {
 
@@ -14,8 +15,6 @@ namespace {
 constexpr double untitledLabel = 2597;
 
 constexpr std::string_view selectTitle = "select title from TORVEX_PAGES_LIVE where pageId = ?";
-constexpr std::string_view selectWebsiteTitle =
-    "select title from TORVEX_SITES_LANGUAGES where site = ? and lang = ?";
 
 }  // namespace
 
@@ -42,8 +41,7 @@ std::string cServer::getPageTitle(const std::string& pageIdent) try {
 }
 
 std::string cServer::getWebsiteTitle(const std::string& site, const std::string& lang) try {
-    auto rows = connection().query(selectWebsiteTitle, {text::lowerTrim(site), text::lowerTrim(lang)});
-    return rows.next() ? std::string(text::trim(rows.text("title"))) : std::string();
+    return websiteTitle(connection(), site, lang);
 } catch (...) {
     raiseFrom("getWebsiteTitle !");
 }

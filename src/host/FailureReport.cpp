@@ -8,6 +8,7 @@
 
 #include "host/Ascii.h"
 #include "host/Exchange.h"
+#include "host/LineLog.h"
 #include "platform/Session.h"
 
 namespace torvex {
@@ -24,19 +25,6 @@ bool isSecret(std::string_view name) {
     const std::string lowered = ascii::lowered(name);
     return std::any_of(secretNames.begin(), secretNames.end(),
                        [&](std::string_view part) { return lowered.find(part) != std::string::npos; });
-}
-
-/// On one line: the lines of a chain are divided by bars, other control characters dropped.
-std::string oneLine(std::string_view text) {
-    std::string result;
-    for (const char c : text) {
-        if (c == '\n') {
-            result += " | ";
-        } else if (static_cast<unsigned char>(c) >= 0x20 && c != 0x7f) {
-            result += c;
-        }
-    }
-    return result;
 }
 
 std::string heldText(const Session& session, std::string_view key) {

@@ -13,6 +13,7 @@ class Clock;
 class FileSystem;
 class HitCounter;
 class HttpClient;
+class ServerShares;
 struct HostContext;
 namespace db {
 class Database;
@@ -27,6 +28,7 @@ struct HostServices {
     HttpClient& http;
     db::Database& database;
     HitCounter& hits;
+    ServerShares& shares;
     spdlog::logger& log;
     /// Fills the session of a new visitor; called on a worker, before the page.
     std::function<void(HostContext&)> startSession;

@@ -4,6 +4,7 @@
 
 #include "host/ErrorPages.h"
 #include "host/FailureReport.h"
+#include "host/LineLog.h"
 #include "host/RequestConversion.h"
 #include "host/ResponseConversion.h"
 #include "pages/PageRoute.h"
@@ -43,9 +44,18 @@ Answer PageJob::produce() {
     try {
         Request request = toRequest(*exchange_);
         Response response;
-        HostContext context{request,        response,       lease_->session(), services.application,
-                            services.files, services.clock, services.http,     services.database,
-                            services.hits};
+        LineLog log(services.log);
+        HostContext context{request,
+                            response,
+                            lease_->session(),
+                            services.application,
+                            services.files,
+                            services.clock,
+                            services.http,
+                            services.database,
+                            services.hits,
+                            services.shares,
+                            log};
         return exchange_->guard ? runGuard(context) : runPage(context);
     } catch (const std::exception& error) {
         return failed(error.what());

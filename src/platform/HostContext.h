@@ -7,8 +7,10 @@ class Clock;
 class FileSystem;
 class HitCounter;
 class HttpClient;
+class OperatorLog;
 class Request;
 class Response;
+class ServerShares;
 class Session;
 namespace db {
 class Database;
@@ -26,6 +28,8 @@ struct HostContext {
     HttpClient& http;
     db::Database& database;
     HitCounter& hits;
+    ServerShares& shares;
+    OperatorLog& log;
     int scriptTimeout = 90;  ///< seconds that this request may take
 };
 

@@ -36,8 +36,8 @@ void BatchFixture::SetUp() {
     host_.application.set("torvex_install_path", "/install/");
     torvex::Setup(host_.context()).deriveApplication();
     engine_ = std::make_unique<BatchEngine>(
-        classes_,
-        CallEnvironment{host_.application, host_.files, host_.clock, host_.http, host_.database, host_.hits});
+        classes_, CallEnvironment{host_.application, host_.files, host_.clock, host_.http, host_.database,
+                                  host_.hits, host_.shares, host_.log});
 }
 
 void BatchFixture::TearDown() {

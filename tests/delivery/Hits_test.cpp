@@ -208,7 +208,7 @@ TEST_P(HitStoreTest, CountsAreAddedToWhatIsThere) {
 
 TEST_P(HitStoreTest, PagesAreCountedThroughTheServer) {
     HostContext context{host.request, host.response, host.session, host.application, host.files, host.clock,
-                        host.http,    host.database, hits};
+                        host.http,    host.database, hits,         host.shares,      host.log};
     cServer counting(context);
     counting.connect(connection());
     counting.logPage("12");
@@ -223,7 +223,7 @@ TEST_P(HitStoreTest, PagesAreCountedThroughTheServer) {
 
 TEST_P(HitStoreTest, AViewThatCantBeStoredIsAnErrorOfLogPage) {
     HostContext context{host.request, host.response, host.session, host.application, host.files, host.clock,
-                        host.http,    host.database, hits};
+                        host.http,    host.database, hits,         host.shares,      host.log};
     cServer counting(context);
     counting.connect(connection());
     drop("TORVEX_LOGGING");

@@ -1,15 +1,19 @@
 #pragma once
 
 #include <map>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
 #include "platform/HitCounter.h"
 #include "platform/HostContext.h"
 #include "platform/HttpClient.h"
+#include "platform/OperatorLog.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
+#include "platform/ServerShares.h"
 #include "platform/Session.h"
 #include "platform/db/Database.h"
 #include "support/MemoryFileSystem.h"
@@ -43,8 +47,16 @@ class LateDatabase final : public db::Database {
                    db::Purpose purpose) override;
 };
 
+/// Keeps the lines.
+class FakeOperatorLog final : public OperatorLog {
+  public:
+    std::vector<std::string> lines;
+
+    void warn(std::string_view line) override { lines.emplace_back(line); }
+};
+
 /// All that a request sees of a server, without a server: everything is public, to be filled and looked at.
-/// The clock stands at noon of 2026-06-15.
+/// The clock stands at noon of 2026-06-15. The shares of other servers are folders of the same memory.
 class TestHost {
   public:
     TestHost() = default;
@@ -62,9 +74,14 @@ class TestHost {
     FakeHttpClient http;
     LateDatabase database;
     FakeHitCounter hits;
+    ServerShares shares{[this](const std::string& share, const std::string&) { return openShare(share); }};
+    FakeOperatorLog log;
 
   private:
-    HostContext context_{request, response, session, application, files, clock, http, database, hits};
+    std::shared_ptr<FileSystem> openShare(const std::string& share);
+
+    HostContext context_{request, response, session, application, files, clock,
+                         http,    database, hits,    shares,      log};
 };
 
 }  // namespace torvex::test

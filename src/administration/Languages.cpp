@@ -1,0 +1,231 @@
+// cManager: the register of languages, and their character sets.
+
+#include "administration/SiteCodes.h"
+#include "administration/SiteDirectories.h"
+#include "administration/SiteRegister.h"
+#include "administration/SiteRemoval.h"
+#include "authoring/StatusCodes.h"
+#include "authoring/cManager.h"
+#include "platform/Errors.h"
+#include "platform/HostContext.h"
+#include "platform/OperatorLog.h"
+#include "platform/Text.h"
+#include "platform/db/Grid.h"
+#include "platform/db/Link.h"
+#include "records/SharedFiles.h"
+#include "records/Websites.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view selectNamesake = "select lang from TORVEX_LANGUAGES where name = ?";
+constexpr std::string_view insertLanguage =
+    "insert into TORVEX_LANGUAGES (lang, name, charset_id, lock) values (?, ?, ?, '')";
+constexpr std::string_view updateNameAndCharset =
+    "update TORVEX_LANGUAGES set name = ?, charset_id = ?, lock = '' where lang = ?";
+
+constexpr std::string_view selectName = "select name from TORVEX_LANGUAGES where lang = ?";
+constexpr std::string_view selectLanguage = "select lang from TORVEX_LANGUAGES where name = ?";
+constexpr std::string_view selectCharsetId = "select charset_id from TORVEX_LANGUAGES where lang = ?";
+constexpr std::string_view selectLanguagesByCode =
+    "select lang, name, charset_name, charset_label, charset_codepage from TORVEX_LANGUAGES a "
+    "inner join TORVEX_CHARSETS b on b.charset_id = a.charset_id order by lang";
+constexpr std::string_view selectLanguagesByName =
+    "select lang, name, charset_name, charset_label, charset_codepage from TORVEX_LANGUAGES a "
+    "inner join TORVEX_CHARSETS b on b.charset_id = a.charset_id order by name, lang";
+constexpr std::string_view selectSites = "select site from TORVEX_SITES order by site";
+
+constexpr std::string_view selectCharsetsById =
+    "select charset_id, charset_name, charset_label, charset_codepage from TORVEX_CHARSETS "
+    "order by charset_id";
+constexpr std::string_view selectCharsetsByName =
+    "select charset_id, charset_name, charset_label, charset_codepage from TORVEX_CHARSETS "
+    "order by charset_name, charset_id";
+constexpr std::string_view selectCharsetsByLabel =
+    "select charset_id, charset_name, charset_label, charset_codepage from TORVEX_CHARSETS "
+    "order by charset_label, charset_id";
+constexpr std::string_view selectCharsetsByCodepage =
+    "select charset_id, charset_name, charset_label, charset_codepage from TORVEX_CHARSETS "
+    "order by charset_codepage, charset_id";
+
+std::string_view charsetsInOrder(int sortId) {
+    switch (sortId) {
+        case 2:
+            return selectCharsetsByName;
+        case 3:
+            return selectCharsetsByLabel;
+        case 4:
+            return selectCharsetsByCodepage;
+        default:
+            return selectCharsetsById;
+    }
+}
+
+struct Language {
+    std::string code;
+    std::string_view name;
+    int charsetId;
+
+    Language(std::string_view lang, std::string_view givenName, int charset)
+        : code(text::lowerTrim(lang)), name(text::trim(givenName)), charsetId(charset) {}
+    bool isComplete() const { return hasCodeLength(code) && !name.empty() && charsetId >= 1; }
+};
+
+/// False when the name is taken. What fails has changed nothing.
+bool make(HostContext& host, const Language& language) {
+    SharedFiles files(host);
+    const auto connection = db::openOwn(host);
+    try {
+        db::Transaction transaction(*connection);
+        lockSiteRegister(*connection);
+        if (connection->query(selectNamesake, {language.name}).next()) return false;
+        connection->execute(insertLanguage, {language.code, language.name, language.charsetId});
+        createSiteDirectories(host, *connection, files);
+        transaction.commit();
+    } catch (...) {
+        files.takeBack();
+        throw;
+    }
+    files.replicate();
+    return true;
+}
+
+/// The name that went, or the code of a refusal.
+struct Removal {
+    std::string refusal;
+    std::string name;
+};
+
+Removal removeRows(HostContext& host, const std::string& lang, int ownLogin) try {
+    const auto connection = db::openOwn(host);
+    db::Transaction transaction(*connection);
+    lockSiteRegister(*connection);
+    if (auto refusal = refusalToRemoveLanguage(*connection, lang, ownLogin); !refusal.empty()) {
+        return {std::move(refusal), {}};
+    }
+    std::string name = firstText(*connection, selectName, lang);
+    // A longer one would only take folders that are no language's.
+    if (!isCode(lang)) return {std::string(status::failed), {}};
+    try {
+        removeLanguageRows(*connection, lang);
+        transaction.commit();
+    } catch (const std::exception& error) {
+        host.log.warn("the language \"" + lang + "\" was not removed: " + error.what());
+        return {std::string(status::failed), {}};
+    }
+    return {{}, std::move(name)};
+} catch (...) {
+    raiseFrom("deleteLanguage !");
+}
+
+}  // namespace
+
+bool cManager::addLanguage(const std::string& langId, const std::string& langName, int charsetID,
+                           int advId) try {
+    const Language language(langId, langName, charsetID);
+    if (!language.isComplete() || !isSafeCode(language.code) || !make(host_, language)) return false;
+    deriveCommonCharset(host_, connection());
+    if (advId > 0) {
+        addAuditTrail("", std::to_string(advId), "new",
+                      "New language \"" + std::string(language.name) + "\"");
+    }
+    return true;
+} catch (...) {
+    raiseFrom("addLanguage !");
+}
+
+bool cManager::updateLanguage(const std::string& lang, const std::string& name, int charsetID,
+                              int advId) try {
+    const Language language(lang, name, charsetID);
+    if (!language.isComplete()) return false;
+    const int before = getCharsetID(language.code);
+    if (connection().execute(updateNameAndCharset, {language.name, charsetID, language.code}) == 0) {
+        return false;
+    }
+    if (charsetID != before) deriveCommonCharset(host_, connection());
+    if (advId > 0) {
+        addAuditTrail("", std::to_string(advId), "save",
+                      "Language \"" + std::string(language.name) + "\" has been updated");
+    }
+    return true;
+} catch (...) {
+    raiseFrom("updateLanguage !");
+}
+
+std::string cManager::deleteLanguage(const std::string& lang, int advId) {
+    if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
+    const std::string code = text::lowerTrim(lang);
+    const Removal removed = removeRows(host_, code, author_.loginId);
+    if (!removed.refusal.empty()) return removed.refusal;
+    try {
+        deleteDirectory(searchDirectory(host_, code));
+        for (const auto& site : safeCodes(connection(), selectSites)) {
+            for (const auto& folder : websiteDirectories(host_, site, code)) deleteDirectory(folder);
+        }
+    } catch (...) {
+        // The line that operators know for it.
+        raiseFrom("addLanguage !");
+    }
+    try {
+        deriveCommonCharset(host_, connection());
+        if (advId > 0) {
+            addAuditTrail("", std::to_string(advId), "delete",
+                          "Language \"" + removed.name + "\" has been removed");
+        }
+    } catch (...) {
+        raiseFrom("deleteLanguage !");
+    }
+    return {};
+}
+
+std::string cManager::getLanguageName(const std::string& lang) try {
+    return firstText(connection(), selectName, text::trim(lang));
+} catch (...) {
+    raiseFrom("getLanguageName !");
+}
+
+std::string cManager::getLanguageId(const std::string& languageName) try {
+    return firstText(connection(), selectLanguage, text::trim(languageName));
+} catch (...) {
+    raiseFrom("getLanguageId !");
+}
+
+Value cManager::getLanguages(int sortId) try {
+    return db::gridOf(connection().query(sortId == 1 ? selectLanguagesByCode : selectLanguagesByName), 1);
+} catch (...) {
+    raiseFrom("getLanguages !");
+}
+
+Value cManager::getCharsets(int sortId) try {
+    return db::gridOf(connection().query(charsetsInOrder(sortId)), 1);
+} catch (...) {
+    raiseFrom("getCharsets !");
+}
+
+int cManager::getCharsetID(const std::string& lang) try {
+    auto rows = connection().query(selectCharsetId, {text::trim(lang)});
+    return rows.next() ? static_cast<int>(rows.number("charset_id")) : 0;
+} catch (...) {
+    raiseFrom("getCharsetID !");
+}
+
+std::string cManager::getCharsetName(const std::string& lang) try {
+    return charsetColumn(connection(), lang, "charset_name");
+} catch (...) {
+    raiseFrom("getCharsetName !");
+}
+
+std::string cManager::getCharsetLabel(const std::string& lang) try {
+    return charsetColumn(connection(), lang, "charset_label");
+} catch (...) {
+    raiseFrom("getCharsetLabel !");
+}
+
+std::string cManager::getCharsetCodepage(const std::string& lang) try {
+    return charsetColumn(connection(), lang, "charset_codepage");
+} catch (...) {
+    raiseFrom("getCharsetCodepage !");
+}
+
+}  // namespace torvex
