@@ -26,9 +26,10 @@ The right is what a caller over the network needs; the command line asks for non
 
 /// What the right must cover.
 std::string coverage(const Right& right) {
-    if (!right.page.empty()) return " for `" + right.page + '`';
-    if (right.site.empty()) return "";
-    return " in `" + right.site + '`' + (right.lang.empty() ? "" : ", `" + right.lang + '`');
+    const std::string page = right.page.empty() ? "" : " for `" + right.page + '`';
+    if (right.site.empty()) return page;
+    return page + (page.empty() ? "" : ", without one") + " in `" + right.site + '`' +
+           (right.lang.empty() ? "" : ", `" + right.lang + '`');
 }
 
 std::string rightText(const Right& right) {
