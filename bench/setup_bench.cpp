@@ -34,7 +34,8 @@ class FullPage {
         }
     }
 
-    void insertInFront() {
+    /// In front of the sibling, or as the last.
+    void insert(const std::string& insertIdent) {
         cManager manager(tree_.host.context());
         manager.connect(tree_.connection());
         manager.setPgTitle("In front");
@@ -42,16 +43,16 @@ class FullPage {
         manager.setPgTemplateId(0);
         manager.setPgBaseTemplateId(0);
         manager.setPgStylesheetId(0);
-        const std::string node = manager.saveNewPageSetup("zz", "en", "zz.en.99", "zz.en.99.01");
+        const std::string node = manager.saveNewPageSetup("zz", "en", "zz.en.99", insertIdent);
         if (node != "zz.en.99.99") throw std::runtime_error("the page was not made: " + node);
     }
 
-    /// As it was before.
-    void takeBack() {
+    /// As it was before, where all have moved by `moved` places.
+    void takeBack(int moved) {
         db::Transaction transaction(tree_.connection());
         run("delete from TORVEX_PAGES_DESIGN where nodeId = 'zz.en.99.99'");
         for (const auto* table : {"TORVEX_PAGES_DESIGN", "TORVEX_PAGES_LIVE"}) {
-            run(fmt::format("update {} set orderId = orderId - 1 where parent = 'zz.en.99'", table));
+            run(fmt::format("update {} set orderId = orderId - {} where parent = 'zz.en.99'", table, moved));
         }
         transaction.commit();
     }
@@ -76,16 +77,20 @@ class FullPage {
     std::unique_ptr<db::Database> database_ = db::makeDatabase();
 };
 
-void saveNewPageSetupInFrontOf98(benchmark::State& state) {
+void saveNewPageSetup(benchmark::State& state, const std::string& insertIdent, int moved) {
     FullPage page(static_cast<int>(state.range(0)));
     for (auto _ : state) {
-        page.insertInFront();
+        page.insert(insertIdent);
         state.PauseTiming();
-        page.takeBack();
+        page.takeBack(moved);
         state.ResumeTiming();
     }
 }
-BENCHMARK(saveNewPageSetupInFrontOf98)->Arg(100)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(saveNewPageSetup, inFrontOf98, "zz.en.99.01", 1)
+    ->Arg(100)
+    ->Arg(100000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(saveNewPageSetup, behind98, "", 0)->Arg(100)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace torvex
