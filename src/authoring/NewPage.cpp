@@ -28,10 +28,12 @@ constexpr int systemBranchOrder = 99;
 // away one after the other.
 constexpr std::string_view holdPage = "update TORVEX_PAGES_DESIGN set parent = parent where nodeId = ?";
 
-/// "" for none: a number of no page counts as none as well.
+/// "" for none: a number that no page has counts as none. One below 0 doesn't: in a list of pages the minus
+/// divides, so that who tested the caller's right may have looked at the page behind it.
 std::string parentNode(cManager& manager, std::string_view parentIdent) {
-    std::string ident = text::lowerTrim(parentIdent);
-    return text::isNumeric(ident) ? manager.getNodeId(text::toNumber(ident)) : ident;
+    const std::string ident = text::lowerTrim(parentIdent);
+    const bool isNumber = text::isNumeric(ident) && !ident.starts_with('-');
+    return isNumber ? manager.getNodeId(text::toNumber(ident)) : ident;
 }
 
 /// Chooses the node. "" or a code.

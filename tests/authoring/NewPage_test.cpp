@@ -176,8 +176,18 @@ TEST_P(NewPageTest, AParentThatIsNotThereHasNoFreeNumber) {
     }
 }
 
+TEST_P(NewPageTest, ANumberBelowZeroIsAParentThatIsNotThere) {
+    for (const auto* parent : {"-11", " -10 ", "-0", "-999"}) {
+        filled();
+        giveDesign(manager());
+        expectRefusedAsNew("-5", "aa", "nl", parent);
+        manager().setPgType("S");
+        expectRefusedAsNew("-4", "aa", "nl", parent);
+    }
+}
+
 TEST_P(NewPageTest, ANumberOfNoPageIsNoParent) {
-    for (const auto* parent : {"999", "0", "-5", "1.5", "99999999999999999999"}) {
+    for (const auto* parent : {"999", "0", "1.5", "99999999999999999999"}) {
         filled();
         expectRefusedAsNew("-25", "aa", "nl", parent);
         filled();

@@ -251,7 +251,8 @@ TEST_P(SetupFailuresTest, AuthorsAtOnceNeverShareANode) {
                     if (answer.starts_with("aa.en.01.")) {
                         nodes.insert(answer);
                     } else {
-                        EXPECT_EQ(answer, "-99");
+                        // Another author's commit came after this one's choice, or in between its tests.
+                        EXPECT_TRUE(answer == "-99" || answer == "-3") << answer;
                         ++lost;
                     }
                 }
