@@ -9,7 +9,6 @@
 #include "platform/Text.h"
 #include "records/EditScope.h"
 #include "records/PageIdentity.h"
-#include "records/Websites.h"
 
 namespace torvex {
 
@@ -103,7 +102,7 @@ std::string cManager::getLoginScope(const std::string& site, const std::string& 
     const std::string siteCode(text::trim(site));
     const std::string langCode(text::trim(lang));
     const std::string root = siteCode + "." + langCode;
-    if (!isSiteCode(connection(), siteCode) || !isLanguageCode(connection(), langCode)) return {};
+    if (!isSite(siteCode) || !isLang(langCode)) return {};
     const int place = placeOf(text::trim(task));
     if (place < 0) return {};
     const std::string_view given = text::trim(username);

@@ -1,5 +1,7 @@
 // cManager: the door of the authoring side.
 
+#include <optional>
+
 #include "administration/AccessFilter.h"
 #include "administration/LoginHold.h"
 #include "authoring/cManager.h"
@@ -43,6 +45,19 @@ void auditDenial(cManager& manager, const HostContext& host) {
                           nobodysLine);
 }
 
+LoginCode enter(HostContext& host, db::Connection& connection, const std::string& username,
+                std::string_view password, std::string_view address, Author& author) {
+    const auto attempt = [&](const std::optional<Proof>& proof) {
+        return proof ? takeLogin(host, *proof, address, author) : LoginCode::Unknown;
+    };
+    const auto proof = proofOf(connection, passwordStore(host), username, password);
+    const LoginCode code = attempt(proof);
+    // Another session of the same author may just have put the hash in place of what was proved.
+    const bool overtaken = code == LoginCode::Unknown && proof && proof->renewal;
+    if (!overtaken || !hasStrongForm(connection, username)) return code;
+    return attempt(proofOf(connection, passwordStore(host), username, password));
+}
+
 }  // namespace
 
 int cManager::login(const std::string& username, const std::string& password) try {
@@ -52,10 +67,9 @@ int cManager::login(const std::string& username, const std::string& password) tr
     LoginCode code = LoginCode::AddressRefused;
     if (passesAccessFilter(trimmedSetting(host_, "torvex_access_IP_filter"), address)) {
         // What the session holds was proved when it logged in; it need only be what the row still has.
-        const auto proof = typed ? proofOf(connection(), passwordStore(host_), text::lowerTrim(username),
-                                           text::trim(password))
-                                 : Proof{author_.username, author_.password, std::nullopt};
-        code = proof ? takeLogin(host_, *proof, address, author_) : LoginCode::Unknown;
+        code = typed ? enter(host_, connection(), text::lowerTrim(username), text::trim(password), address,
+                             author_)
+                     : takeLogin(host_, {author_.username, author_.password, {}}, address, author_);
     }
     if (code != LoginCode::LoggedIn) {
         auditDenial(*this, host_);

@@ -12,6 +12,9 @@ constexpr std::string_view selectStored =
     "select password, passwordHash from TORVEX_LOGINS where username = ? and (password = ? or password like "
     "?) order by loginId";
 
+constexpr std::string_view selectStrong =
+    "select loginId from TORVEX_LOGINS where username = ? and password like ?";
+
 struct Stored {
     std::string password;
     std::string hash;
@@ -38,6 +41,10 @@ std::optional<Proof> proofOf(db::Connection& connection, PasswordStore store, co
     if (store == PasswordStore::Strong) renewal = makeStrongForm(password);
     if (!stored) return std::nullopt;
     return Proof{username, stored->password, std::move(renewal)};
+}
+
+bool hasStrongForm(db::Connection& connection, const std::string& username) {
+    return connection.query(selectStrong, {username, anyStrongMark}).next();
 }
 
 }  // namespace torvex

@@ -28,4 +28,7 @@ enum class PasswordStore { Given, Strong };
 std::optional<Proof> proofOf(db::Connection& connection, PasswordStore store, const std::string& username,
                              std::string_view password);
 
+/// Whether the row of a login has a hash by now.
+bool hasStrongForm(db::Connection& connection, const std::string& username);
+
 }  // namespace torvex

@@ -1,5 +1,6 @@
 // cManager: the locks of administrative records.
 
+#include <cmath>
 #include <limits>
 
 #include "authoring/cManager.h"
@@ -20,7 +21,9 @@ bool isConfiguration(std::string_view item) {
 /// The entry of the administration menu that asks for the settings; 0, which is none, for anything else.
 int entryOf(std::string_view itemId) {
     const double number = text::toNumber(itemId);
-    return number > 0 && number <= std::numeric_limits<int>::max() ? static_cast<int>(number) : 0;
+    const bool isEntry =
+        number > 0 && number <= std::numeric_limits<int>::max() && std::trunc(number) == number;
+    return isEntry ? static_cast<int>(number) : 0;
 }
 
 }  // namespace

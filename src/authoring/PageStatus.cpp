@@ -56,8 +56,9 @@ std::string PageStatus::text() const {
 }
 
 std::optional<PageStatus> readPageStatus(db::Connection& connection, PageId pageId) {
+    if (pageId <= 0) return std::nullopt;
     auto rows = connection.query(selectStatus, {pageId});
-    if (pageId <= 0 || !rows.next()) return std::nullopt;
+    if (!rows.next()) return std::nullopt;
     PageStatus page;
     page.pageId = pageId;
     page.editStatus = rows.text("editStatus");

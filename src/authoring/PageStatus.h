@@ -41,9 +41,8 @@ std::optional<PageStatus> readPageStatus(db::Connection& connection, PageId page
 struct PageChange {
     /// The page stays as it is.
     explicit PageChange(const PageStatus& page) : after(page) {}
-    /// It gets the statuses `wanted`, and `companions`, further columns in the form "lockedBy = ?,
-    /// lockingDate =
-    /// ?", the values. Texts are viewed: they must live until the change is made.
+    /// It gets the statuses `wanted`, and further columns, named in the form "lockedBy = ?, editor = ?",
+    /// their values. Texts are viewed: they must live until the change is made.
     PageChange(const PageStatus& wanted, std::string_view columns, std::vector<db::Parameter> columnValues)
         : after(wanted), companions(columns), values(std::move(columnValues)) {}
 

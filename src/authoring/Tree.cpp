@@ -2,11 +2,8 @@
 
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
-#include "platform/HostContext.h"
-#include "platform/Session.h"
 #include "platform/Text.h"
 #include "records/PageIdentity.h"
-#include "records/Vocabulary.h"
 
 namespace torvex {
 
@@ -16,6 +13,18 @@ constexpr double untitledLabel = 2597;
 
 constexpr std::string_view selectPageLive = "select title, type from TORVEX_PAGES_LIVE where pageId = ?";
 constexpr std::string_view selectPageDesign = "select title, type from TORVEX_PAGES_DESIGN where pageId = ?";
+
+constexpr std::string_view selectTitledLive =
+    "select pageId from TORVEX_PAGES_LIVE where parent = ? and title = ?";
+constexpr std::string_view selectTitledDesign =
+    "select pageId from TORVEX_PAGES_DESIGN where parent = ? and title = ?";
+constexpr std::string_view selectOthersTitledLive =
+    "select pageId from TORVEX_PAGES_LIVE where parent = ? and title = ? and pageId <> ?";
+constexpr std::string_view selectOthersTitledDesign =
+    "select pageId from TORVEX_PAGES_DESIGN where parent = ? and title = ? and pageId <> ?";
+
+constexpr std::string_view selectTitleLive = "select title from TORVEX_PAGES_LIVE where nodeId = ?";
+constexpr std::string_view selectTitleDesign = "select title from TORVEX_PAGES_DESIGN where nodeId = ?";
 
 std::string_view pageStatement(Twin twin) {
     return twin == Twin::Design ? selectPageDesign : selectPageLive;
@@ -43,6 +52,21 @@ bool cManager::isPage(const std::string& pageIdent, const std::string& mode) try
     raiseFrom("isPage !");
 }
 
+bool cManager::isPageTitle(const std::string& parentIdent, const std::string& title, const std::string& mode,
+                           const std::string& pageIdent) try {
+    const bool design = twinOf(mode) == Twin::Design;
+    const std::string parent = nodeIdFrom(connection(), parentIdent);
+    if (text::trim(pageIdent).empty()) {
+        const auto statement = design ? selectTitledDesign : selectTitledLive;
+        return connection().query(statement, {parent, title}).next();
+    }
+    const auto statement = design ? selectOthersTitledDesign : selectOthersTitledLive;
+    const PageId itself = pageIdFrom(connection(), pageIdent);
+    return connection().query(statement, {parent, title, itself}).next();
+} catch (...) {
+    raiseFrom("isPageTitle !");
+}
+
 std::string cManager::getPageTitle(const std::string& pageIdent, const std::string& mode) try {
     const PageId pageId = pageIdFrom(connection(), pageIdent);
     if (pageId <= 0) return {};
@@ -61,6 +85,23 @@ std::string cManager::getPageType(const std::string& pageIdent, const std::strin
     return rows.next() ? std::string(text::trim(rows.text("type"))) : std::string();
 } catch (...) {
     raiseFrom("getPageType !");
+}
+
+std::string cManager::getBreadcrumb(const std::string& pageIdent, const std::string& mode) try {
+    constexpr std::string_view divider = " > ";
+    const std::string nodeId = nodeIdFrom(connection(), pageIdent);
+    if (nodeId.size() < PageIdentity::rootLength) return {};
+    const auto statement = twinOf(mode) == Twin::Design ? selectTitleDesign : selectTitleLive;
+    std::string trail;
+    for (std::size_t level = 0; level < levelsOf(nodeId); ++level) {
+        const auto length = PageIdentity::rootLength + level * PageIdentity::levelLength;
+        auto rows = connection().query(statement, {std::string_view(nodeId).substr(0, length)});
+        if (rows.next()) trail.append(rows.view("title")).append(divider);
+    }
+    if (!trail.empty()) trail.resize(trail.size() - divider.size());
+    return trail;
+} catch (...) {
+    raiseFrom("getBreadcrumb !");
 }
 
 }  // namespace torvex

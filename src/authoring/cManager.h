@@ -142,7 +142,7 @@ class cManager {
     /// The name may hold the wild cards "*" and "?".
     bool deleteFile(const std::string& file);
 
-    // ---- The page tree (authoring/Tree.cpp, PageList.cpp) ----
+    // ---- The page tree (authoring/Tree.cpp, TreePlaces.cpp, PageList.cpp) ----
 
     /// "" when there is no such page.
     std::string getNodeId(PageId pageId);
@@ -168,7 +168,7 @@ class cManager {
                       const std::string& parentIdent = "", const std::string& docType = "",
                       bool system = true);
 
-    // ---- The page record (authoring/PageReading.cpp, PageRecordLookups.cpp) ----
+    // ---- The page record (authoring/PageReading.cpp, PageLookups.cpp, PageProperties.cpp) ----
 
     /// Fills the properties `pg...`.
     void getPage(const std::string& pageIdent, const std::string& mode = "L");
@@ -191,7 +191,8 @@ class cManager {
     const std::string& pgNodeId() const { return page_.nodeId; }
     void setPgNodeId(const std::string& value) { page_.nodeId = value; }
     double pgOrderId() const { return page_.orderId; }
-    void setPgOrderId(double value) { page_.orderId = static_cast<int>(value); }
+    /// Throws `Error` when it doesn't fit 16 bits.
+    void setPgOrderId(double value);
     const std::string& pgType() const { return page_.type; }
     void setPgType(const std::string& value) { page_.type = value; }
     const std::string& pgTitle() const { return page_.title; }
@@ -265,6 +266,7 @@ class cManager {
     void setPgGroups(const std::string& value) { page_.groups = value; }
     PageId pgLoginPage() const { return page_.loginPage; }
     void setPgLoginPage(PageId value) { page_.loginPage = value; }
+    // These two are held as 16-bit numbers: a text that isn't one throws `Error`.
     std::string pgBreadcrumb() const { return std::to_string(page_.breadcrumb); }
     void setPgBreadcrumb(const std::string& value);
     std::string pgDynMenu() const { return std::to_string(page_.dynMenu); }

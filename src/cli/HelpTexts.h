@@ -31,7 +31,8 @@ inline constexpr const char* initExamples =
     "  torvex init mysite --database postgresql://torvex@localhost/mysite\n"
     "\n"
     "The login of the system administrator is \"sa\". Without --admin-password a password is made and\n"
-    "shown once. Passwords ignore case and keep their first 20 characters.";
+    "shown once, and so are those of the demo's team. Passwords ignore case and keep their first 20\n"
+    "characters.";
 
 inline constexpr const char* serve =
     "Serves the installation until it is asked to end by SIGTERM or Ctrl-C: running requests are finished\n"

@@ -1,7 +1,9 @@
 // cServer: from what was asked for to the page record.
 
 #include "delivery/Access.h"
+#include "delivery/ApplicationAddress.h"
 #include "delivery/FolderTrail.h"
+#include "delivery/Neighbours.h"
 #include "delivery/OnlineState.h"
 #include "delivery/cServer.h"
 #include "platform/ApplicationValues.h"
@@ -38,16 +40,6 @@ constexpr std::string_view selectFirstChild =
     "left outer join TORVEX_BASETEMPLATES e on a.baseTemplate = e.btpl_id "
     "where a.parent = ? order by a.orderId, a.nodeId";
 
-constexpr std::string_view selectType = "select type from TORVEX_PAGES_LIVE where pageId = ?";
-
-constexpr std::string_view selectPrevious =
-    "select pageId, type from TORVEX_PAGES_LIVE "
-    "where parent = ? and orderId < ? and online = 1 order by orderId desc, nodeId desc";
-// The bound keeps the system branch out of Next; Previous has none, by intention.
-constexpr std::string_view selectNext =
-    "select pageId, type from TORVEX_PAGES_LIVE "
-    "where parent = ? and orderId > ? and nodeId < ? and online = 1 order by orderId, nodeId";
-
 std::string trimmed(const db::Rows& rows, std::string_view column) {
     return std::string(text::trim(rows.text(column)));
 }
@@ -75,58 +67,23 @@ void fillPage(PageRecord& record, const db::Rows& rows) {
     record.dynMenu = rows.text("dynMenu");
 }
 
-std::string encodedQuery(std::string_view query) {
-    return text::replaceAll(text::replaceAll(text::urlEncode(query), "%3D", "="), "%26", "&");
-}
-
-/// The application's address with the page's number, the request's query and the page's own parameters.
-std::string applicationAddress(const PageRecord& record, const std::string& query) {
-    std::string address = record.appUrl;
-    address += text::contains(address, "?") ? "&" : "?";
-    if (!text::contains(query, "pageId")) address += "pageId=" + text::fromNumber(record.pageId) + "&";
-    address += query;
-    if (!record.appParamPublic.empty()) {
-        address += "&" + encodedQuery(text::replaceAll(record.appParamPublic, ",", "&"));
-    }
-    return address;
-}
-
 /// False when the page's application is missing or has no address.
 bool fillApplication(PageRecord& record, const db::Rows& rows, const Request& request) {
     record.appParamPublic = trimmed(rows, "app_param_public");
     record.appUrl = trimmed(rows, "app_href_public");
     if (rows.number("application", -1) == -1 || record.appUrl.empty()) return false;
-    record.appUrlPublic = applicationAddress(record, request.queryString());
+    const std::string& query = request.queryString();
+    record.appUrlPublic =
+        applicationAddress({record.appUrl, record.pageId, query, record.appParamPublic}, query);
     return true;
 }
 
-std::string liveType(db::Connection& connection, PageId pageId) {
-    if (!(pageId > 0)) return {};
-    auto rows = connection.query(selectType, {pageId});
-    return rows.next() ? text::upper(rows.text("type")) : std::string();
-}
-
-/// The nearest ancestor that is no folder.
-PageId pageAbove(db::Connection& connection, std::string_view nodeId) {
-    constexpr std::size_t firstLevel = PageIdentity::rootLength + PageIdentity::levelLength;
-    while (nodeId.size() >= firstLevel) {
-        nodeId = parentOf(nodeId);
-        const PageId ancestor = pageIdOf(connection, nodeId);
-        if (liveType(connection, ancestor) != "F") return ancestor;
-    }
-    return -1;
-}
-
-PageId firstPageId(db::Rows rows) {
-    return rows.next() ? rows.number("pageId", -1) : -1;
-}
-
 void computeNavigation(db::Connection& connection, PageRecord& record) {
-    record.up = pageAbove(connection, record.nodeId);
+    record.up = pageAbove(connection, record.nodeId, Twin::Live).pageId;
     if (record.nodeId.size() < PageIdentity::rootLength + PageIdentity::levelLength) return;
-    const std::string parent(parentOf(record.nodeId));
-    record.previous = firstPageId(connection.query(selectPrevious, {parent, record.orderId}));
-    record.next = firstPageId(connection.query(selectNext, {parent, record.orderId, parent + ".99"}));
+    const std::string_view parent = parentOf(record.nodeId);
+    record.previous = pageBefore(connection, parent, record.orderId, Twin::Live);
+    record.next = pageBehind(connection, parent, record.orderId, Twin::Live);
     if (record.previous == record.pageId || record.next == record.pageId) {
         throw Error("Type mismatch: page " + text::fromNumber(record.pageId) + " is its own neighbour");
     }

@@ -1,11 +1,8 @@
 #include "operations/Conversion.h"
 
-#include <cmath>
-#include <cstdint>
-#include <limits>
-
 #include "platform/Errors.h"
 #include "platform/FileSystem.h"
+#include "platform/ShortInteger.h"
 #include "platform/Text.h"
 
 namespace torvex::operations {
@@ -36,12 +33,11 @@ double number(const Value& given) {
 }
 
 double integer(const Value& given) {
-    using Limits = std::numeric_limits<std::int16_t>;
     constexpr std::string_view needed = "a whole number from -32768 to 32767";
     if (!readsAsNumber(given)) refuse(needed, given);
-    const double whole = std::nearbyint(given.toNumber());
-    if (!(whole >= Limits::min() && whole <= Limits::max())) refuse(needed, given);
-    return whole;
+    const auto whole = shortInteger(given.toNumber());
+    if (!whole) refuse(needed, given);
+    return *whole;
 }
 
 bool boolean(const Value& given) {

@@ -12,7 +12,8 @@ std::vector<Operation> managerLoginRows() {
             "Logs an author in: 0 done, 1 unknown name, wrong password or outside the dates, 2 the "
             "address is refused, 3 held by a session at another address. Without arguments verifies the "
             "session's login again.",
-            visitor()),
+            visitor())
+            .testsPassword({"username", 0, 1}),
         operation("logout", &cManager::logout, {}, "Frees the session's login and ends the session.",
                   visitor()),
         operation("endLogin", &cManager::endLogin, {argument("loginId")},

@@ -24,6 +24,11 @@ Operation Operation::lists(std::string columns) && {
     return std::move(*this);
 }
 
+Operation Operation::testsPassword(PasswordTest test) && {
+    passwordTest = std::move(test);
+    return std::move(*this);
+}
+
 const Operation* ClassEntry::findOperation(std::string_view wanted) const {
     return findByName(operations, wanted);
 }

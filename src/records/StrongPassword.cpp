@@ -45,7 +45,7 @@ StrongForm makeStrongForm(std::string_view password) {
     std::array<char, crypto_pwhash_STRBYTES> hash{};
     if (crypto_pwhash_str_alg(hash.data(), text.data(), text.size(), passes, memoryBytes,
                               crypto_pwhash_ALG_ARGON2ID13) != 0) {
-        throw Error("there is no memory to check a password");
+        throw Error("there is no memory to keep a password");
     }
     return {newMark(), hash.data()};
 }

@@ -22,7 +22,7 @@ inline constexpr std::string_view anyStrongMark = "strong:%";
 /// it.
 StrongForm makeStrongForm(std::string_view password);
 
-/// Costs as much as making one. False for a hash that is none.
+/// Costs as much as making one. False also for a hash that is none, and when there is no memory to find out.
 bool isPasswordOf(std::string_view hash, std::string_view password);
 
 /// Whether a stored password is a mark.

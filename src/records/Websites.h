@@ -8,11 +8,6 @@ namespace db {
 class Connection;
 }
 
-/// Whether a text is the code of a site, or of a language: two characters, and a row. A lookup that fails has
-/// its own line in front ("isSite !", "isLang !"), as one level of the operation that asked.
-bool isSiteCode(db::Connection& connection, std::string_view site);
-bool isLanguageCode(db::Connection& connection, std::string_view lang);
-
 /// A column of the character set of a language ("charset_label" and so on), trimmed; "" when there is no such
 /// language.
 std::string charsetColumn(db::Connection& connection, std::string_view lang, std::string_view column);

@@ -90,5 +90,32 @@ TEST(PageIdentity, OnlyAModeOfDesignIsTheDesign) {
     EXPECT_EQ(twinOf("DESIGN"), Twin::Live);
 }
 
+TEST(PageIdentity, LevelsAreCountedFromTheRoot) {
+    EXPECT_EQ(levelsOf("aa.en"), 1U);
+    EXPECT_EQ(levelsOf("aa.en.01"), 2U);
+    EXPECT_EQ(levelsOf("aa.en.01.02"), 3U);
+    EXPECT_EQ(levelsOf(""), 0U);
+}
+
+TEST_P(PageIdentityTest, ARangeHoldsWhatBeginsWithAText) {
+    for (const auto* node :
+         {"aa.en", "aa.en.01", "aa.en.01.01", "aa.en.01.99", "aa.en.02", "aa.eo", "aa.ez.01"}) {
+        page(node).insert();
+    }
+    const auto found = [this](const std::string& prefix) {
+        std::string nodes;
+        auto rows = connection().query(
+            "select nodeId from TORVEX_PAGES_DESIGN where nodeId >= ? and nodeId < ? order by nodeId",
+            {prefix, endOfPrefix(prefix)});
+        while (rows.next()) nodes += rows.text("nodeId") + " ";
+        return nodes;
+    };
+    EXPECT_EQ(found("aa.en.01"), "aa.en.01 aa.en.01.01 aa.en.01.99 ");
+    EXPECT_EQ(found("AA.EN"), "aa.en aa.en.01 aa.en.01.01 aa.en.01.99 aa.en.02 ");
+    EXPECT_EQ(found("aa.ez"), "aa.ez.01 ");
+    EXPECT_EQ(found("AA.EZ"), "aa.ez.01 ");
+    EXPECT_EQ(found("aa.en.99"), "");
+}
+
 }  // namespace
 }  // namespace torvex::test
