@@ -6,6 +6,7 @@
 #include "platform/Request.h"
 #include "platform/Session.h"
 #include "platform/Text.h"
+#include "platform/db/ScopeMemory.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {
@@ -16,27 +17,48 @@ constexpr std::string_view selectCharset =
     "select b.charset_codepage, b.charset_label, b.charset_name from TORVEX_LANGUAGES a "
     "inner join TORVEX_CHARSETS b on b.charset_id = a.charset_id where a.lang = ?";
 
-std::string charsetColumn(db::Connection& connection, const std::string& lang, std::string_view column) {
-    auto rows = connection.query(selectCharset, {text::lowerTrim(lang)});
-    return rows.next() ? std::string(text::trim(rows.text(column))) : std::string();
+enum class Column { CodePage, Label, Name };
+
+/// The three columns of a language's charset, divided by a character that no text of the database holds; ""
+/// for a language that isn't known.
+std::string charsetRow(db::Connection& connection, const std::string& lang) {
+    const std::string language = text::lowerTrim(lang);
+    return db::remembered(connection, selectCharset, language, [&] {
+        std::string row;
+        auto rows = connection.query(selectCharset, {language});
+        if (!rows.next()) return row;
+        for (const auto* column : {"charset_codepage", "charset_label", "charset_name"}) {
+            row.append(text::trim(rows.text(column))).append(1, '\0');
+        }
+        return row;
+    });
+}
+
+std::string charsetColumn(db::Connection& connection, const std::string& lang, Column column) {
+    const std::string row = charsetRow(connection, lang);
+    std::string_view rest = row;
+    for (int skipped = 0; skipped < static_cast<int>(column) && !rest.empty(); ++skipped) {
+        rest.remove_prefix(rest.find('\0') + 1);
+    }
+    return std::string(rest.substr(0, rest.find('\0')));
 }
 
 }  // namespace
 
 std::string cServer::getCharsetCodepage(const std::string& lang) try {
-    return charsetColumn(connection(), lang, "charset_codepage");
+    return charsetColumn(connection(), lang, Column::CodePage);
 } catch (...) {
     raiseFrom("getCharsetCodepage !");
 }
 
 std::string cServer::getCharsetLabel(const std::string& lang) try {
-    return charsetColumn(connection(), lang, "charset_label");
+    return charsetColumn(connection(), lang, Column::Label);
 } catch (...) {
     raiseFrom("getCharsetLabel !");
 }
 
 std::string cServer::getCharsetName(const std::string& lang) try {
-    return charsetColumn(connection(), lang, "charset_name");
+    return charsetColumn(connection(), lang, Column::Name);
 } catch (...) {
     raiseFrom("getCharsetName !");
 }
