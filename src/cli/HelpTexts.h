@@ -75,6 +75,17 @@ inline constexpr const char* callExamples =
     "\n"
     "\"torvex reference\" lists the operations.";
 
+inline constexpr const char* snapshot =
+    "Renews the files under search/html/ that the full text catalogue reads: of one page, or with --all of\n"
+    "every published page, and removes those of pages that are gone. Publishing does so for each page by\n"
+    "itself; this is for files that were lost, or after templates have changed. The server may run.";
+
+inline constexpr const char* snapshotExamples =
+    "Examples:\n"
+    "  torvex snapshot --install mysite --all\n"
+    "  torvex snapshot --install mysite 12\n"
+    "  torvex snapshot --install mysite ab.en.01.02";
+
 inline constexpr const char* reference =
     "Prints what each public class can do: operations, arguments, defaults, results and rights, in\n"
     "Markdown.";

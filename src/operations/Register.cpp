@@ -47,7 +47,7 @@ const ClassEntry& Register::find(std::string_view name) const {
 Register makeRegister() {
     return Register({serverOperations(), managerOperations(), htmlTemplateOperations(), templateOperations(),
                      baseTemplateOperations(), styleSheetOperations(), applicationOperations(),
-                     setupOperations()});
+                     setupOperations(), searchOperations()});
 }
 
 }  // namespace torvex::operations

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -27,5 +28,7 @@ struct AuditLine {
 /// Writes the line with the current day and time, on a connection of its own: it neither waits for nor rolls
 /// back with a transaction of the caller.
 void writeAuditLine(HostContext& host, const AuditLine& line);
+/// The same for many lines, in their order.
+void writeAuditLines(HostContext& host, std::span<const AuditLine> lines);
 
 }  // namespace torvex
