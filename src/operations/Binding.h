@@ -32,6 +32,10 @@ inline Right anyLogin() {
 inline Right editRight(std::string action, std::string page) {
     return {Right::Kind::EditRight, std::move(action), 0, std::move(page), {}, {}};
 }
+/// The same where a page is given; without one, to do it somewhere in the site and language.
+inline Right editRight(std::string action, std::string page, std::string site, std::string lang) {
+    return {Right::Kind::EditRight, std::move(action), 0, std::move(page), std::move(site), std::move(lang)};
+}
 /// To do `action` somewhere in the site and language that the arguments name.
 inline Right editRightIn(std::string action, std::string site, std::string lang) {
     return {Right::Kind::EditRight, std::move(action), 0, {}, std::move(site), std::move(lang)};

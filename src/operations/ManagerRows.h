@@ -13,6 +13,7 @@ std::vector<Operation> managerSiteRows();
 std::vector<Operation> managerServerRows();
 std::vector<Operation> managerTreeRows();
 std::vector<Operation> managerPageRows();
+std::vector<Operation> managerSetupRows();
 std::vector<Operation> managerWorkflowRows();
 std::vector<Operation> managerPublishRows();
 

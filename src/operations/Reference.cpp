@@ -30,9 +30,10 @@ network* is nobody's there, nor is an argument that says so: it keeps its defaul
 
 /// What the right must cover.
 std::string coverage(const Right& right) {
-    if (!right.page.empty()) return " for `" + right.page + '`';
-    if (right.site.empty()) return "";
-    return " in `" + right.site + '`' + (right.lang.empty() ? "" : ", `" + right.lang + '`');
+    const std::string page = right.page.empty() ? "" : " for `" + right.page + '`';
+    if (right.site.empty()) return page;
+    return page + (page.empty() ? "" : ", without one") + " in `" + right.site + '`' +
+           (right.lang.empty() ? "" : ", `" + right.lang + '`');
 }
 
 std::string rightText(const Right& right) {

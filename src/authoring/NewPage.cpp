@@ -1,0 +1,112 @@
+// cManager: a new page.
+
+#include "authoring/AtomicChange.h"
+#include "authoring/PageBuffer.h"
+#include "authoring/SetupChecks.h"
+#include "authoring/SetupRow.h"
+#include "authoring/SiblingOrder.h"
+#include "authoring/StatusCodes.h"
+#include "authoring/cManager.h"
+#include "platform/Errors.h"
+#include "platform/HostContext.h"
+#include "platform/Text.h"
+#include "platform/db/Connection.h"
+#include "records/PageIdentity.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view pageExists = "-3";
+constexpr std::string_view noFreeNumber = "-5";
+constexpr std::string_view systemBranchExists = "-6";
+
+constexpr std::string_view typesOfNewPages = "FAPS";
+constexpr int systemBranchOrder = 99;
+
+// Writing it holds the row until the transaction ends: the parent can't go, and the places below it are given
+// away one after the other.
+constexpr std::string_view holdPage = "update TORVEX_PAGES_DESIGN set parent = parent where nodeId = ?";
+
+/// "" for none: a number that no page has counts as none. One below 0 doesn't: in a list of pages the minus
+/// divides, so that who tested the caller's right may have looked at the page behind it.
+std::string parentNode(cManager& manager, std::string_view parentIdent) {
+    const std::string ident = text::lowerTrim(parentIdent);
+    const bool isNumber = text::isNumeric(ident) && !ident.starts_with('-');
+    return isNumber ? manager.getNodeId(text::toNumber(ident)) : ident;
+}
+
+/// Chooses the node. "" or a code.
+std::string_view findNode(cManager& manager, PageBuffer& page, const SetupPlace& place) {
+    const bool isBranch = page.type == "S";
+    if (place.parent.empty()) {
+        page.nodeId = place.site + "." + place.lang;
+    } else if (isBranch) {
+        page.nodeId = place.parent + ".99";
+    } else {
+        page.nodeId = manager.getNewChild(place.parent);
+        if (page.nodeId.empty()) return noFreeNumber;
+    }
+    if (!manager.isPage(page.nodeId, "D")) return {};
+    return isBranch ? systemBranchExists : pageExists;
+}
+
+/// False when all places are taken.
+bool takeOrder(db::Connection& connection, PageBuffer& page, const SetupPlace& place,
+               std::string_view insertIdent) {
+    if (page.type == "S") {
+        page.type = "F";
+        page.orderId = systemBranchOrder;
+        return true;
+    }
+    if (place.parent.empty()) {
+        page.orderId = 1;
+        return true;
+    }
+    page.orderId = makeRoom(connection, place.parent, insertIdent);
+    const int highest = text::contains(page.nodeId, "99") ? systemBranchOrder : systemBranchOrder - 1;
+    return page.orderId <= highest;
+}
+
+/// Part of a transaction. "" or a code.
+std::string_view create(db::Connection& connection, PageBuffer& page, const SetupPlace& place,
+                        std::string_view insertIdent, const Editing& editing) {
+    if (!place.parent.empty() && connection.execute(holdPage, {place.parent}) == 0)
+        return setupCode::parentMissing;
+    page.orderId = 0;
+    if (!takeOrder(connection, page, place, insertIdent)) return status::failed;
+    if (pageIdOf(connection, page.nodeId) > 0) return status::failed;
+    insertSetup(connection, page, editing);
+    page.pageId = pageIdOf(connection, page.nodeId);
+    replaceGroups(connection, page.pageId, page.groups);
+    return {};
+}
+
+}  // namespace
+
+std::string cManager::saveNewPageSetup(const std::string& site, const std::string& lang,
+                                       const std::string& parentIdent, const std::string& insertIdent) try {
+    if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
+    const std::string parent = parentNode(*this, parentIdent);
+    if (!isSite(site) || !isLang(lang)) return std::string(status::failed);
+    const SetupPlace place{.site = text::lower(site),
+                           .lang = text::lower(lang),
+                           .parent = parent,
+                           .itself = {},
+                           .isRoot = parent.empty(),
+                           .types = typesOfNewPages};
+    normaliseTitleAndType(page_);
+    std::string_view code = checkSetup(*this, page_, place);
+    if (code.empty()) code = findNode(*this, page_, place);
+    if (!code.empty()) return std::string(code);
+    code = changeAtomically(host_, [&](db::Connection& own) {
+        return create(own, page_, place, insertIdent, {author_.loginId, host_.clock.now()});
+    });
+    if (!code.empty()) return std::string(code);
+    addAuditTrail(text::fromNumber(page_.pageId), "", "new", "New page (node " + page_.nodeId + ")");
+    return page_.nodeId;
+} catch (...) {
+    raiseFrom("saveNewPageSetup !");
+}
+
+}  // namespace torvex

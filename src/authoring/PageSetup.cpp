@@ -1,0 +1,120 @@
+// cManager: the setup of a page.
+
+#include <algorithm>
+
+#include "authoring/AtomicChange.h"
+#include "authoring/PageBuffer.h"
+#include "authoring/SetupChecks.h"
+#include "authoring/SetupRow.h"
+#include "authoring/StatusCodes.h"
+#include "authoring/cManager.h"
+#include "platform/ApplicationValues.h"
+#include "platform/Errors.h"
+#include "platform/FileSystem.h"
+#include "platform/HostContext.h"
+#include "platform/Text.h"
+#include "platform/db/Connection.h"
+#include "records/PageIdentity.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view lockedByOther = "-1";
+constexpr std::string_view pageMissing = "-2";
+constexpr std::string_view unknownWebsite = "-20";
+constexpr std::string_view templateUnreadable = "-34";
+
+constexpr std::string_view typesOfPages = "FAP";
+constexpr int unreadable = -1;
+
+constexpr std::string_view selectTemplateFile =
+    "select tpl_filename, tpl_site, tpl_lang from TORVEX_TEMPLATES where tpl_id = ?";
+constexpr std::string_view selectLock =
+    "select lockStatus, lockedBy from TORVEX_PAGES_DESIGN where pageId = ?";
+constexpr std::string_view deleteBodies = "delete from TORVEX_BODIES_DESIGN where pageId = ?";
+constexpr std::string_view deleteSurplusBodies =
+    "delete from TORVEX_BODIES_DESIGN where pageId = ? and bodyId > ?";
+constexpr std::string_view deleteMetaData =
+    "delete from TORVEX_PAGES_METADATA_DESIGN where metaData_pageId = ?";
+
+/// "" when the login may write the row, or a code.
+std::string_view testLock(db::Connection& connection, PageId pageId, int loginId) {
+    auto rows = connection.query(selectLock, {pageId});
+    if (!rows.next()) return pageMissing;
+    const bool mine = rows.number("lockStatus") != 1 || rows.number("lockedBy") == loginId;
+    return mine ? std::string_view() : lockedByOther;
+}
+
+/// Takes away what the page's type and template have no place for. "" or a code.
+std::string_view dropBodies(cManager& manager, db::Connection& connection, const PageBuffer& page) {
+    if (page.type != "P") {
+        connection.execute(deleteBodies, {page.pageId});
+    } else if (page.templateId >= 1) {
+        const int bodies = manager.getNumberOfBodies(page.templateId);
+        if (bodies == unreadable) return templateUnreadable;
+        connection.execute(deleteSurplusBodies, {page.pageId, bodies});
+    }
+    return {};
+}
+
+/// Part of a transaction. "" or a code.
+std::string_view save(cManager& manager, db::Connection& connection, const PageBuffer& page,
+                      const SetupPlace& place, const Editing& editing) {
+    if (page.nodeId.size() > PageIdentity::rootLength && pageIdOf(connection, place.parent) <= 0)
+        return setupCode::parentMissing;
+    const auto code = testLock(connection, page.pageId, editing.loginId);
+    if (!code.empty()) return code;
+    if (!updateSetup(connection, page, editing)) {
+        // Another author was faster. What is it now?
+        const auto cause = testLock(connection, page.pageId, editing.loginId);
+        return cause.empty() ? status::failed : cause;
+    }
+    replaceGroups(connection, page.pageId, page.groups);
+    if (text::contains(page.nodeId, ".99")) connection.execute(deleteMetaData, {page.pageId});
+    return dropBodies(manager, connection, page);
+}
+
+}  // namespace
+
+int cManager::getNumberOfBodies(int templateId) try {
+    auto rows = connection().query(selectTemplateFile, {templateId});
+    if (!rows.next() || rows.view("tpl_filename").empty()) return unreadable;
+    const std::string path = host_.application.text("torvex_contentTemplates_dir") + rows.text("tpl_site") +
+                             "/" + rows.text("tpl_lang") + "/" + rows.text("tpl_filename");
+    const auto content = host_.files.readText(path, TextFormat::SystemDefault);
+    if (!content) return unreadable;
+    int bodies = 0;
+    while (text::contains(*content, "<!--!torvex_body_" + std::to_string(bodies + 1))) ++bodies;
+    return bodies;
+} catch (...) {
+    raiseFrom("getNumberOfBodies !");
+}
+
+std::string cManager::savePageSetup(const std::string& pageIdent) try {
+    if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
+    const PageIdentity identity = identify(connection(), pageIdent);
+    page_.pageId = std::max(identity.pageId, 0.0);
+    page_.nodeId = identity.nodeId;
+    const bool hasParent = page_.nodeId.size() > PageIdentity::rootLength;
+    const SetupPlace place{.site = std::string(siteOf(page_.nodeId)),
+                           .lang = std::string(langOf(page_.nodeId)),
+                           .parent = hasParent ? std::string(parentOf(page_.nodeId)) : std::string(),
+                           .itself = text::fromNumber(page_.pageId),
+                           .isRoot = page_.nodeId.size() == PageIdentity::rootLength,
+                           .types = typesOfPages};
+    normaliseTitleAndType(page_);
+    if (!isSite(place.site) || !isLang(place.lang)) return std::string(unknownWebsite);
+    std::string_view code = checkSetup(*this, page_, place);
+    if (!code.empty()) return std::string(code);
+    code = changeAtomically(host_, [&](db::Connection& own) {
+        return save(*this, own, page_, place, {author_.loginId, host_.clock.now()});
+    });
+    if (!code.empty()) return std::string(code);
+    addAuditTrail(text::fromNumber(page_.pageId), "", "save", "Page setup has been updated");
+    return std::string(status::done);
+} catch (...) {
+    raiseFrom("savePageSetup !");
+}
+
+}  // namespace torvex

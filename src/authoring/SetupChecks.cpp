@@ -1,0 +1,166 @@
+#include "authoring/SetupChecks.h"
+
+#include "authoring/PageBuffer.h"
+#include "authoring/cManager.h"
+#include "platform/Text.h"
+#include "records/PageIdentity.h"
+
+namespace torvex {
+
+namespace {
+
+using namespace setupCode;
+
+constexpr PageId noPage = -1;
+constexpr std::string_view passed;
+
+constexpr std::string_view automatic = "A";
+constexpr std::string_view manual = "M";
+
+std::string cut(std::string_view text, std::size_t longest) {
+    return std::string(text::first(text, longest));
+}
+
+std::string parameters(std::string_view given) {
+    constexpr std::size_t longestParameters = 250;
+    return cut(text::replaceAll(given, " ", ""), longestParameters);
+}
+
+bool isDay(const std::string& day) {
+    constexpr std::size_t dayLength = 8;
+    DateTime moment;
+    return day.size() == dayLength &&
+           parseIso(day.substr(0, 4) + "-" + day.substr(4, 2) + "-" + day.substr(6), moment) &&
+           moment.year > 0;
+}
+
+bool isFlag(int value) {
+    return value == 0 || value == 1;
+}
+
+/// The tests in their order, each with the normalisation that belongs to it.
+class SetupTest {
+  public:
+    SetupTest(cManager& manager, PageBuffer& page, const SetupPlace& place)
+        : manager_(manager), page_(page), place_(place) {}
+
+    std::string_view run() {
+        for (const auto test :
+             {&SetupTest::title, &SetupTest::type, &SetupTest::application, &SetupTest::design,
+              &SetupTest::navigation, &SetupTest::onlineDays, &SetupTest::menus, &SetupTest::loginPage}) {
+            if (const auto code = (this->*test)(); !code.empty()) return code;
+        }
+        return passed;
+    }
+
+  private:
+    std::string_view title() {
+        if (place_.parent.empty()) return passed;
+        const bool taken = manager_.isPageTitle(place_.parent, page_.title, "D", place_.itself) ||
+                           manager_.isPageTitle(place_.parent, page_.title, "L", place_.itself);
+        return taken ? titleTaken : passed;
+    }
+
+    std::string_view type() {
+        const bool known =
+            page_.type.size() == 1 && place_.types.find(page_.type.front()) != std::string_view::npos;
+        return known ? passed : badType;
+    }
+
+    std::string_view application() {
+        if (!is("A")) {
+            page_.appId = -1;
+            page_.appParamPublic.clear();
+            page_.appParamAdmin.clear();
+            page_.appSystemFolder = noPage;
+            return passed;
+        }
+        if (!manager_.isApplication(page_.appId)) return badApplication;
+        page_.appParamPublic = parameters(page_.appParamPublic);
+        page_.appParamAdmin = parameters(page_.appParamAdmin);
+        return page_.appSystemFolder > 0 && !hasSystemFolder() ? badSystemFolder : passed;
+    }
+
+    /// Whether the application's folder stands directly in the system branch of this site and language.
+    bool hasSystemFolder() {
+        const std::string nodeId = manager_.getNodeId(page_.appSystemFolder);
+        const std::string branch = place_.site + "." + place_.lang + ".99";
+        return text::length(nodeId) == PageIdentity::rootLength + 2 * PageIdentity::levelLength &&
+               text::startsWith(nodeId, branch) &&
+               text::equals(manager_.getPageType(text::fromNumber(page_.appSystemFolder), "D"), "F");
+    }
+
+    std::string_view design() {
+        if (!mayStand(page_.baseTemplateId, &cManager::isBaseTemplate)) return badBaseTemplate;
+        if (!mayStand(page_.templateId, &cManager::isTemplate)) return badTemplate;
+        if (!mayStand(page_.stylesheetId, &cManager::isStylesheet)) return badStylesheet;
+        return passed;
+    }
+
+    /// 0 inherits, which a root can't.
+    bool mayStand(int id, bool (cManager::*isKnown)(int)) {
+        return id == 0 ? !place_.isRoot : (manager_.*isKnown)(id);
+    }
+
+    std::string_view navigation() {
+        if (!is("P")) {
+            page_.navigation.clear();
+        } else if (!text::equals(page_.navigation, automatic)) {
+            page_.navigation = manual;
+        }
+        if (page_.navigation != manual) {
+            page_.previous = page_.next = page_.up = noPage;
+            return passed;
+        }
+        if (!isNoneOrPage(page_.previous)) return badPrevious;
+        if (!isNoneOrPage(page_.next)) return badNext;
+        return isNoneOrPage(page_.up) ? passed : badUp;
+    }
+
+    std::string_view onlineDays() {
+        constexpr std::size_t longestDay = 8;
+        page_.onlineFrom = cut(page_.onlineFrom, longestDay);
+        page_.onlineTo = cut(page_.onlineTo, longestDay);
+        if (!page_.onlineFrom.empty() && !isDay(page_.onlineFrom)) return badOnlineFrom;
+        return !page_.onlineTo.empty() && !isDay(page_.onlineTo) ? badOnlineTo : passed;
+    }
+
+    /// A page is in the breadcrumb and not in the dynamic menu unless its setup says otherwise, and only
+    /// what gives structure may be left out of the breadcrumb.
+    std::string_view menus() {
+        if (!isFlag(page_.breadcrumb) || (!is("S") && !is("F"))) page_.breadcrumb = 1;
+        if (!isFlag(page_.dynMenu)) page_.dynMenu = 0;
+        return passed;
+    }
+
+    std::string_view loginPage() {
+        page_.groups = std::string(text::trim(page_.groups));
+        const bool hasGroups = !page_.groups.empty() && page_.groups != "0" && page_.groups != "1";
+        if (!hasGroups) page_.loginPage = noPage;
+        return isNoneOrPage(page_.loginPage) ? passed : badLoginPage;
+    }
+
+    bool is(std::string_view type) const { return page_.type == type; }
+
+    bool isNoneOrPage(PageId pageId) {
+        return !(pageId > 0) || manager_.isPage(text::fromNumber(pageId), "D");
+    }
+
+    cManager& manager_;
+    PageBuffer& page_;
+    const SetupPlace& place_;
+};
+
+}  // namespace
+
+void normaliseTitleAndType(PageBuffer& page) {
+    constexpr std::size_t longestTitle = 50;
+    page.title = cut(text::trim(page.title), longestTitle);
+    page.type = text::upper(page.type);
+}
+
+std::string_view checkSetup(cManager& manager, PageBuffer& page, const SetupPlace& place) {
+    return SetupTest(manager, page, place).run();
+}
+
+}  // namespace torvex
