@@ -88,12 +88,20 @@ check_lint() {
         xargs -0 -n 4 -P "$jobs" clang-tidy-14 -p build/debug --quiet 2> >(grep -v 'warnings generated' >&2 || true)
 }
 run_fuzz_target() {
-    local corpus=build/fuzz/corpus/${1##*/} seconds=$fuzz_seconds
+    local corpus=build/asan/corpus/${1##*/} seconds=$fuzz_seconds
     # What every visitor can reach is tried for longer.
     case ${1##*/} in links_fuzz | request_fuzz) seconds=60 ;; esac
     mkdir -p "$corpus"
     "$1" -max_total_time=$seconds -timeout=10 -verbosity=0 -print_final_stats=1 \
-        -artifact_prefix="build/fuzz/" "$corpus" </dev/null 2>&1 | tail -n 25
+        -artifact_prefix="build/asan/" "$corpus" </dev/null 2>&1 |
+        grep -v -e ' # Uses: ' -e 'ecommended dictionary' | tail -n 25 | sed "s/^/${1##*/}: /"
+}
+# As many at a time as there are cores. A target that finds something shows it and fails.
+run_fuzz_targets() {
+    export -f run_fuzz_target
+    export fuzz_seconds
+    find build/asan/fuzz -name '*_fuzz' -executable -print0 |
+        xargs -0 -r -n 1 -P "$jobs" bash -c 'set -o pipefail; run_fuzz_target "$1"' fuzz
 }
 run_browser_tests() { (cd tests/browser && npm ci --no-audit --no-fund && npm test); }
 
@@ -108,10 +116,7 @@ if [ -z "$quick" ]; then
     step "format" check_format
     step "sanitizer build" build_preset asan
     run_tests asan
-    step "fuzz build" build_preset fuzz
-    for target in build/fuzz/fuzz/*_fuzz; do
-        if [ -x "$target" ]; then step "fuzz ${target##*/}" run_fuzz_target "$target"; fi
-    done
+    step "fuzz" run_fuzz_targets
     step "lint" check_lint
     if [ -e tests/browser/package.json ]; then step "browser tests" run_browser_tests; fi
 fi

@@ -62,5 +62,41 @@ void getNewOrderId(benchmark::State& state) {
 }
 BENCHMARK(getNewOrderId)->Apply(onGrowingTrees);
 
+/// A login with a role whose scope is five nodes; both go when it ends, as trees are shared.
+class ScopedLogin {
+  public:
+    explicit ScopedLogin(bench::PageTree& tree) : tree_(tree) {
+        tree_.host.session.set("torvex_loginId", number);
+        tree_.host.session.set("torvex_username", "scoped");
+        run("insert into TORVEX_LOGINS (loginId, username) values (?, 'scoped')");
+        run("insert into TORVEX_ROLES_LOGINS (loginId, roleId) values (?, 9001)");
+        run("insert into TORVEX_EDIT_RIGHTS (roleId, site, lang, edit, scope) "
+            "values (?, '10', 'en', 1, '10.en.86,10.en.87,10.en.88,10.en.89,10.en.01')");
+    }
+    ScopedLogin(const ScopedLogin&) = delete;
+    ScopedLogin& operator=(const ScopedLogin&) = delete;
+    ~ScopedLogin() {
+        run("delete from TORVEX_EDIT_RIGHTS where roleId = ?");
+        run("delete from TORVEX_ROLES_LOGINS where roleId = ?");
+        run("delete from TORVEX_LOGINS where loginId = ?");
+        for (const auto* key : {"torvex_loginId", "torvex_username"}) tree_.host.session.set(key, Value());
+    }
+
+  private:
+    static constexpr int number = 9001;
+    void run(std::string_view statement) { tree_.connection().execute(statement, {number}); }
+
+    bench::PageTree& tree_;
+};
+
+void checkEditRights(benchmark::State& state) {
+    const ScopedLogin login(bench::treeOf(static_cast<int>(state.range(0))));
+    overTheTree(state, [](cManager& manager, int i) {
+        const std::string page = fmt::format("{}", i % 90 + 1);
+        if (!manager.checkEditRights("edit", "10", "en", page)) throw std::runtime_error("refused");
+    });
+}
+BENCHMARK(checkEditRights)->Apply(onGrowingTrees);
+
 }  // namespace
 }  // namespace torvex

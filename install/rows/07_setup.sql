@@ -29,6 +29,7 @@ insert into TORVEX_SETUP (parameter, value, dataType, loginId) values
   ('torvex_XMLParser_version', '4', 'N', 0),
   ('tvx_log_IP_filter', '', 'C', 0),
   ('torvex_access_IP_filter', '', 'C', 0),
+  ('torvex_password_store', '', 'C', 0),
   ('torvex_scriptTimeout_normal', '90', 'N', 0),
   ('torvex_scriptTimeout_long', '3600', 'N', 0),
   ('torvex_sitemap_loadLevel', '2', 'N', 0),

@@ -1,5 +1,8 @@
 // cManager: the audit trail.
 
+#include <cmath>
+#include <optional>
+
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/Text.h"
@@ -10,16 +13,21 @@ namespace torvex {
 
 namespace {
 
-/// In place of a login's number: nobody.
-constexpr int nobodysLine = -99;
-
 constexpr std::string_view selectEntry = "select advId from TORVEX_ADVANCED where advReference = ?";
 
-/// -1 when there is no such entry.
-double advIdOf(db::Connection& connection, std::string_view advIdent) {
-    if (text::isNumeric(advIdent)) return text::toNumber(advIdent);
+/// A number counts as it stands, whether or not there is such an entry; but the trail has no place for a
+/// fraction, nor for what is beyond any number of a row.
+std::optional<double> numberedEntry(double number) {
+    constexpr double mostDigits = 1e15;
+    if (std::trunc(number) != number || std::abs(number) >= mostDigits) return std::nullopt;
+    return number;
+}
+
+std::optional<double> advIdOf(db::Connection& connection, std::string_view advIdent) {
+    if (text::isNumeric(advIdent)) return numberedEntry(text::toNumber(advIdent));
     auto rows = connection.query(selectEntry, {advIdent});
-    return rows.next() ? rows.number("advId") : -1;
+    if (!rows.next()) return std::nullopt;
+    return rows.number("advId");
 }
 
 }  // namespace
@@ -44,8 +52,9 @@ void cManager::addAuditTrail(const std::string& pageIdent, const std::string& ad
         line.nodeId = page.nodeId;
         line.pageTitle = getPageTitle(text::fromNumber(page.pageId), "D");
     } else if (!advIdent.empty()) {
-        line.advId = advIdOf(connection(), advIdent);
-        if (line.advId < 0) return;
+        const auto advId = advIdOf(connection(), advIdent);
+        if (!advId) return;
+        line.advId = *advId;
     }
     writeAuditLine(host_, line);
 } catch (...) {

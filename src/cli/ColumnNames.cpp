@@ -10,6 +10,8 @@ namespace torvex::cli {
 namespace {
 
 constexpr std::string_view createTable = "create table ";
+constexpr std::string_view alterTable = "alter table ";
+constexpr std::string_view addColumn = " add column ";
 
 bool isNameCharacter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
@@ -55,6 +57,24 @@ ColumnNames::ColumnNames() {
              at = text.find(createTable)) {
             text.remove_prefix(at + createTable.size());
             readTable(text.substr(0, text.find("\n);")));
+        }
+    }
+    for (const InstallFile& file : installFiles("schema/")) {
+        if (file.name().ends_with(".sql")) readAddedColumns(file.bytes());
+    }
+}
+
+/// "alter table NAME add column NAME TYPE".
+void ColumnNames::readAddedColumns(std::string_view text) {
+    for (std::size_t at = text.find(alterTable); at != std::string_view::npos; at = text.find(alterTable)) {
+        text.remove_prefix(at + alterTable.size());
+        const std::string table = text::lower(nameAt(text));
+        text.remove_prefix(table.size());
+        if (!text.starts_with(addColumn)) continue;
+        text.remove_prefix(addColumn.size());
+        const std::string_view name = nameAt(text);
+        for (auto& [known, columns] : tables_) {
+            if (known == table) columns.emplace(text::lower(name), name);
         }
     }
 }

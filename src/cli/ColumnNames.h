@@ -23,6 +23,7 @@ class ColumnNames {
     using Columns = std::unordered_map<std::string, std::string>;  ///< by the name in small letters
 
     void readTable(std::string_view definition);
+    void readAddedColumns(std::string_view text);
 
     std::vector<std::pair<std::string, Columns>> tables_;  ///< by their names in small letters
 };

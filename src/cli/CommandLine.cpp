@@ -7,6 +7,7 @@
 #include "cli/HelpTexts.h"
 #include "cli/UsageError.h"
 #include "cli/Version.h"
+#include "platform/Text.h"
 
 namespace torvex::cli {
 
@@ -53,6 +54,7 @@ class Parser {
         addServe();
         addSql();
         addCall();
+        addSnapshot();
         addMigrate();
         addReference();
     }
@@ -150,6 +152,20 @@ class Parser {
         });
     }
 
+    void addSnapshot() {
+        auto& app = add("snapshot", "renews what its search reads", help::snapshot, help::snapshotExamples,
+                        [this] { return snapshot_; });
+        addInstall(app, snapshot_.install);
+        auto* all = app.add_flag("--all", snapshot_.all, "every published page");
+        auto* page = app.add_option("PAGE", snapshot_.page, "one page, by its number or its node");
+        page->type_name("")->excludes(all);
+        app.callback([this] {
+            if (!snapshot_.all && text::trim(snapshot_.page).empty()) {
+                throw CLI::RequiredError("PAGE (a page's number or node) or --all");
+            }
+        });
+    }
+
     void addMigrate() {
         auto& app = add("migrate", "brings its database to this program's schema", help::migrate,
                         help::migrateExamples, [this] { return migrate_; });
@@ -195,6 +211,7 @@ class Parser {
     ServeOptions serve_;
     SqlOptions sql_;
     MigrateOptions migrate_;
+    SnapshotOptions snapshot_;
     CallFrameOptions call_;
 };
 

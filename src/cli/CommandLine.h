@@ -10,6 +10,7 @@
 #include "cli/InitCommand.h"
 #include "cli/MigrateCommand.h"
 #include "cli/ServeCommand.h"
+#include "cli/SnapshotCommand.h"
 #include "cli/SqlCommand.h"
 
 namespace torvex::cli {
@@ -23,7 +24,7 @@ struct ShowText {
 
 /// What a command line asks for.
 using Command = std::variant<InitOptions, ServeOptions, SqlOptions, MigrateOptions, CallFrameOptions,
-                             ReferenceOptions, ShowText>;
+                             SnapshotOptions, ReferenceOptions, ShowText>;
 
 /// Reads the arguments of the program. Throws `UsageError` for a command line that makes no sense.
 Command parseCommandLine(int count, const char* const* arguments);

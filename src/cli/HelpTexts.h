@@ -31,7 +31,8 @@ inline constexpr const char* initExamples =
     "  torvex init mysite --database postgresql://torvex@localhost/mysite\n"
     "\n"
     "The login of the system administrator is \"sa\". Without --admin-password a password is made and\n"
-    "shown once. Passwords ignore case and keep their first 20 characters.";
+    "shown once, and so are those of the demo's team. Passwords ignore case and keep their first 20\n"
+    "characters.";
 
 inline constexpr const char* serve =
     "Serves the installation until it is asked to end by SIGTERM or Ctrl-C: running requests are finished\n"
@@ -73,6 +74,17 @@ inline constexpr const char* callExamples =
     "  torvex call --batch < requests.jsonl > answers.jsonl\n"
     "\n"
     "\"torvex reference\" lists the operations.";
+
+inline constexpr const char* snapshot =
+    "Renews the files under search/html/ that the full text catalogue reads: of one page, or with --all of\n"
+    "every published page, and removes those of pages that are gone. Publishing does so for each page by\n"
+    "itself; this is for files that were lost, or after templates have changed. The server may run.";
+
+inline constexpr const char* snapshotExamples =
+    "Examples:\n"
+    "  torvex snapshot --install mysite --all\n"
+    "  torvex snapshot --install mysite 12\n"
+    "  torvex snapshot --install mysite ab.en.01.02";
 
 inline constexpr const char* reference =
     "Prints what each public class can do: operations, arguments, defaults, results and rights, in\n"

@@ -4,12 +4,14 @@
 #include <filesystem>
 #include <fmt/format.h>
 #include <ostream>
+#include <vector>
 
 #include "cli/GeneratedPassword.h"
 #include "cli/Installation.h"
 #include "cli/NewDatabase.h"
 #include "cli/NewFiles.h"
 #include "cli/SettingsFile.h"
+#include "cli/Team.h"
 #include "cli/Undo.h"
 #include "cli/UsageError.h"
 #include "platform/DateTime.h"
@@ -69,15 +71,17 @@ class Maker {
     Maker(const InitOptions& options, Installation& installation, db::Database& database)
         : options_(options), installation_(installation), database_(database) {}
 
-    void make(const std::string& password) {
+    /// The authors besides the administrator, with their passwords.
+    std::vector<TeamMember> make(const std::string& password) {
         noteWhatIsMade();
         makeDatabaseTables(installation_, database_, clock_, undo_);
-        insertFirstRows(password);
+        auto team = insertFirstRows(password);
         layDownFiles();
         makeWebsiteFolders();
         // Last of all, since a folder with this file counts as an installation.
         writeNewFile(folder() / settingsFileName, settingsFileText(options_.database), Readers::Owner);
         undo_.keep();
+        return team;
     }
 
   private:
@@ -89,7 +93,7 @@ class Maker {
         undo_.removeWhatIsMade(folder() / settingsFileName);
     }
 
-    void insertFirstRows(const std::string& password) {
+    std::vector<TeamMember> insertFirstRows(const std::string& password) {
         const auto connection = installation_.openDatabase(database_);
         db::Transaction transaction(*connection);
         insertFixedRows(*connection, password);
@@ -97,7 +101,9 @@ class Maker {
         if (options_.content == FirstContent::Starter) {
             insertRows(*connection, "starter/rows/", wordsForRows(options_.starter, clock_));
         }
+        auto team = unlockTeam(*connection);
         transaction.commit();
+        return team;
     }
 
     void layDownFiles() {
@@ -147,15 +153,24 @@ std::string contentText(const InitOptions& options) {
                        options.starter.lang);
 }
 
-void report(const InitOptions& options, const fs::path& folder, const std::string& password,
-            std::ostream& out) {
-    out << fmt::format("Made an installation {} in {}\n", contentText(options), folder.string());
+void reportPasswords(const InitOptions& options, const std::string& password,
+                     const std::vector<TeamMember>& team, std::ostream& out) {
     if (!options.adminPassword) {
-        out << fmt::format(
-            "\nThe system administrator is \"sa\" with the password\n\n    {}\n\n"
-            "It is shown this once and kept nowhere. Case doesn't matter in it.\n",
-            password);
+        out << fmt::format("\nThe system administrator is \"sa\" with the password\n\n    {}\n", password);
     }
+    if (!team.empty()) {
+        out << "\nThe team, each with a password and with the rights of a role:\n\n" << teamTable(team);
+    }
+    if (options.adminPassword && team.empty()) return;
+    out << (team.empty()
+                ? "\nIt is shown this once and kept nowhere. Case doesn't matter in it.\n"
+                : "\nPasswords are shown this once and kept nowhere. Case doesn't matter in them.\n");
+}
+
+void report(const InitOptions& options, const fs::path& folder, const std::string& password,
+            const std::vector<TeamMember>& team, std::ostream& out) {
+    out << fmt::format("Made an installation {} in {}\n", contentText(options), folder.string());
+    reportPasswords(options, password, team, out);
     out << fmt::format("\nServe it with:  torvex serve --install {}\n", folder.string());
 }
 
@@ -175,8 +190,8 @@ ExitCode init(const InitOptions& options, const Environment& environment, const 
     refuseTakenDatabase(installation, *database);
 
     const std::string password = options.adminPassword ? *options.adminPassword : generatePassword();
-    Maker(options, installation, *database).make(password);
-    report(options, folder, password, terminal.out);
+    const auto team = Maker(options, installation, *database).make(password);
+    report(options, folder, password, team, terminal.out);
     return ExitCode::Ok;
 }
 

@@ -24,6 +24,9 @@ struct Runner {
     ExitCode operator()(const CallFrameOptions& options) const {
         return call(options, environment, terminal);
     }
+    ExitCode operator()(const SnapshotOptions& options) const {
+        return snapshot(options, environment, terminal);
+    }
     ExitCode operator()(const ReferenceOptions&) const { return reference(terminal); }
     ExitCode operator()(const ShowText& show) const {
         terminal.out << show.text;

@@ -9,6 +9,7 @@
 #include "cli/UsageError.h"
 #include "host/BufferedHits.h"
 #include "host/HttpServer.h"
+#include "modules/StraySnapshots.h"
 #include "pages/Routes.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Setup.h"
@@ -65,7 +66,10 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
     server.rootFolder = (services.installation.folder() / "wwwroot").string();
 
     spdlog::logger& log = *services.log;
-    services.runWithoutVisitor([](HostContext& host) { Setup(host).initApplication(); });
+    services.runWithoutVisitor([](HostContext& host) {
+        Setup(host).initApplication();
+        tidySnapshotFolders(host);
+    });
     server.uploadFolders = {services.application.text("torvex_image_url"),
                             services.application.text("torvex_doc_url")};
     BufferedHits hits(

@@ -12,6 +12,7 @@ struct Terminal {
     std::istream& in;
     std::ostream& out;
     std::ostream& err;
+    bool errIsWatched = false;  ///< `err` is a screen, on which a line can be drawn again
 };
 
 /// The value of a variable of the environment, nothing when it isn't set.

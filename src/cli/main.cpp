@@ -1,5 +1,6 @@
 #include <cstdlib>
 #include <iostream>
+#include <unistd.h>
 
 #include "cli/CommandLine.h"
 
@@ -9,6 +10,6 @@ int main(int count, char** arguments) {
         if (value == nullptr) return std::nullopt;
         return value;
     };
-    const torvex::cli::Terminal terminal{std::cin, std::cout, std::cerr};
+    const torvex::cli::Terminal terminal{std::cin, std::cout, std::cerr, ::isatty(STDERR_FILENO) == 1};
     return static_cast<int>(torvex::cli::runProgram(count, arguments, environment, terminal));
 }

@@ -12,17 +12,17 @@ constexpr std::string_view selectTypeDesign = "select type from TORVEX_PAGES_DES
 
 constexpr std::string_view selectBeforeLive =
     "select pageId, type from TORVEX_PAGES_LIVE "
-    "where parent = ? and orderId < ? and online = 1 order by orderId desc, nodeId desc";
+    "where parent = ? and orderId < ? and online = 1 order by orderId desc, nodeId desc limit 1";
 constexpr std::string_view selectBeforeDesign =
     "select pageId, type from TORVEX_PAGES_DESIGN "
-    "where parent = ? and orderId < ? order by orderId desc, nodeId desc";
+    "where parent = ? and orderId < ? order by orderId desc, nodeId desc limit 1";
 
 constexpr std::string_view selectBehindLive =
     "select pageId, type from TORVEX_PAGES_LIVE "
-    "where parent = ? and orderId > ? and nodeId < ? and online = 1 order by orderId, nodeId";
+    "where parent = ? and orderId > ? and nodeId < ? and online = 1 order by orderId, nodeId limit 1";
 constexpr std::string_view selectBehindDesign =
     "select pageId, type from TORVEX_PAGES_DESIGN "
-    "where parent = ? and orderId > ? and nodeId < ? order by orderId, nodeId";
+    "where parent = ? and orderId > ? and nodeId < ? order by orderId, nodeId limit 1";
 
 bool isFolder(db::Connection& connection, PageId pageId, Twin twin) {
     if (!(pageId > 0)) return false;

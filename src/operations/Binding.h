@@ -59,6 +59,7 @@ struct NamedArgument {
 
     std::string name;
     std::optional<Value> defaultValue;
+    bool withheld = false;
 };
 
 inline NamedArgument argument(std::string name) {
@@ -66,6 +67,12 @@ inline NamedArgument argument(std::string name) {
 }
 inline NamedArgument argument(std::string name, Value defaultValue) {
     return NamedArgument(std::move(name), std::move(defaultValue));
+}
+
+/// The argument, out of reach of the network: callers from outside get its default.
+inline NamedArgument withheld(NamedArgument made) {
+    made.withheld = true;
+    return made;
 }
 
 // ---- Types ----
@@ -145,9 +152,10 @@ template <typename R, typename... A>
 Operation row(std::string name, std::array<NamedArgument, sizeof...(A)>& named, std::string summary,
               Right right) {
     static constexpr std::array<ArgumentType, sizeof...(A)> types{typeOf<A>()...};
-    Operation made{std::move(name), {}, resultName<R>(), std::move(summary), std::move(right), {}};
+    Operation made{std::move(name), {}, resultName<R>(), std::move(summary), std::move(right), {}, {}};
     for (std::size_t i = 0; i < sizeof...(A); ++i) {
-        made.arguments.push_back({std::move(named[i].name), types[i], std::move(named[i].defaultValue)});
+        made.arguments.push_back(
+            {std::move(named[i].name), types[i], std::move(named[i].defaultValue), named[i].withheld});
     }
     return made;
 }
@@ -204,9 +212,10 @@ ClassEntry describe(std::string name, std::string summary, std::vector<Operation
     entry.create = [](HostContext& host) -> std::shared_ptr<void> { return std::make_shared<C>(host); };
     if constexpr (requires(C & object, db::Link link) { object.connect(link); }) {
         entry.connect = [](void* object, const db::Link& link) { static_cast<C*>(object)->connect(link); };
-        Operation connect{"connect", {{"conn", ArgumentType::Text, std::nullopt}},
+        Operation connect{"connect", {{"conn", ArgumentType::Text, std::nullopt, false}},
                           "empty",   "Sets the database that the object works on, by its connection text.",
-                          nobody(),  {}};
+                          nobody(),  {},
+                          {}};
         connect.invoke = [](void* object, const std::vector<Value>& values) {
             static_cast<C*>(object)->connect(db::Link(values[0].text()));
             return Value();

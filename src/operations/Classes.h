@@ -13,5 +13,6 @@ ClassEntry baseTemplateOperations();
 ClassEntry styleSheetOperations();
 ClassEntry applicationOperations();
 ClassEntry setupOperations();
+ClassEntry searchOperations();
 
 }  // namespace torvex::operations

@@ -20,8 +20,6 @@ std::vector<Operation> managerPageRows() {
                   "The login page that guards a page; -1 for none.", anyLogin()),
         operation("getNumberOfViews", &cManager::getNumberOfViews, {argument("pageIdent")},
                   "The hits of a page, or of a folder with all under it.", anyLogin()),
-        operation("getLoginName", &cManager::getLoginName, {argument("loginId")},
-                  "The full name of a login, or a bracketed word for one that is gone.", anyLogin()),
         operation(
             "getVocab", &cManager::getVocab, {argument("langId"), argument("labelId"), argument("flag", 1)},
             "The text of a label of the interface; with flag 1 in English where there is none.", anyLogin()),

@@ -6,6 +6,15 @@ namespace torvex::operations {
 
 namespace {
 
+std::vector<Property> loginProperties() {
+    return {
+        property("loginId", &cManager::loginId, "The number of the session's login, 0 for none."),
+        property("username", &cManager::username, "The name by which it logs in."),
+        secret(property("password", &cManager::password, "Its password in the stored form.")),
+        property("Fullname", &cManager::Fullname, "Its full name."),
+    };
+}
+
 std::vector<Property> pageProperties() {
     return {
         property("pgExists", &cManager::pgExists, "Whether the page was found."),
@@ -98,7 +107,7 @@ std::vector<Property> pageProperties() {
 
 std::vector<Property> managerProperties() {
     std::vector<Property> properties;
-    for (auto subject : {pageProperties}) {
+    for (auto subject : {loginProperties, pageProperties}) {
         for (auto& property : subject()) properties.push_back(std::move(property));
     }
     return properties;

@@ -15,6 +15,7 @@ std::vector<Operation> managerTreeRows();
 std::vector<Operation> managerPageRows();
 std::vector<Operation> managerSetupRows();
 std::vector<Operation> managerWorkflowRows();
+std::vector<Operation> managerPublishRows();
 
 /// The login of the object and its page record.
 std::vector<Property> managerProperties();

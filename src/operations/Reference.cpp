@@ -21,7 +21,11 @@ an *integer* is rounded to a whole one and goes from -32768 to 32767; a *boolean
 a number; a *text format* is -2 (the system's encoding), -1 (Unicode) or 0 (ANSI). An argument with a
 value behind "=" may be left out. *Empty* results are null, and so is a grid without rows.
 
-The right is what a caller over the network needs; the command line asks for none.
+The right is what a caller over the network needs (see [rights.md](rights.md)); the command line asks for
+none. *Any author* is whoever is logged in, in a session that still holds the login. *Edit right* and
+*access* name what a role of the login must give, and for what: a page (each one of a list), a site and
+language, or the whole installation where nothing is named. *sa* has every right. What is *not over the
+network* is nobody's there, nor is an argument that says so: it keeps its default.
 )";
 
 /// What the right must cover.
@@ -64,7 +68,7 @@ std::string cell(std::string_view content) {
 std::string argumentText(const Argument& argument) {
     std::string line = '`' + argument.name + "` " + std::string(typeName(argument.type));
     if (argument.defaultValue) line += " = `" + literal(*argument.defaultValue) + '`';
-    return line;
+    return argument.withheld ? line + " (not over the network)" : line;
 }
 
 std::string argumentsText(const Operation& operation) {
@@ -81,7 +85,8 @@ std::string operationsTable(const ClassEntry& entry) {
     for (const auto& operation : entry.operations) {
         table += "| `" + operation.name + "` | " + cell(argumentsText(operation)) + " | " +
                  cell(operation.result) + " | " + cell(operation.summary) + " | " +
-                 cell(rightText(operation.right)) + " |\n";
+                 cell(rightText(operation.right)) +
+                 (operation.passwordTest ? "; guesses are slowed down" : "") + " |\n";
     }
     return table;
 }

@@ -24,6 +24,11 @@ Operation Operation::lists(std::string columns) && {
     return std::move(*this);
 }
 
+Operation Operation::testsPassword(PasswordTest test) && {
+    passwordTest = std::move(test);
+    return std::move(*this);
+}
+
 const Operation* ClassEntry::findOperation(std::string_view wanted) const {
     return findByName(operations, wanted);
 }
@@ -42,7 +47,7 @@ const ClassEntry& Register::find(std::string_view name) const {
 Register makeRegister() {
     return Register({serverOperations(), managerOperations(), htmlTemplateOperations(), templateOperations(),
                      baseTemplateOperations(), styleSheetOperations(), applicationOperations(),
-                     setupOperations()});
+                     setupOperations(), searchOperations()});
 }
 
 }  // namespace torvex::operations

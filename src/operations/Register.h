@@ -28,6 +28,7 @@ struct Argument {
     std::string name;
     ArgumentType type;
     std::optional<Value> defaultValue;  ///< none: the argument must be given
+    bool withheld = false;              ///< a caller from outside can't give another value than the default
 };
 
 /// What a caller from outside must be allowed to do. An operation that states `Nobody` is out of reach of the
@@ -45,6 +46,13 @@ struct Right {
     std::string lang;
 };
 
+/// That an operation tests a password. Callers from outside who guess are slowed down.
+struct PasswordTest {
+    std::string name;  ///< the argument that says whose password it is
+    Value passed;      ///< what the operation gives for the right password
+    Value failed;      ///< and for a wrong one
+};
+
 struct Operation {
     std::string name;
     std::vector<Argument> arguments;
@@ -53,7 +61,9 @@ struct Operation {
     Right right;
     /// Takes the object and one converted value for each argument, in order.
     std::function<Value(void*, const std::vector<Value>&)> invoke;
+    std::optional<PasswordTest> passwordTest = {};
 
+    Operation testsPassword(PasswordTest test) &&;
     /// Says what the columns of the grid are that the operation gives.
     Operation lists(std::string columns) &&;
 };

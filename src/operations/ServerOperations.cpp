@@ -7,10 +7,12 @@ namespace torvex::operations {
 namespace {
 
 std::vector<Operation> resolution() {
+    // A name and a password given to getPage could be guessed by the verdict.
     return {
-        operation("getPage", &cServer::getPage,
-                  {argument("pageIdent"), argument("username", ""), argument("password", "")},
-                  "Resolves a page into the page record; the property pgAccess is the verdict.", anyLogin()),
+        operation(
+            "getPage", &cServer::getPage,
+            {argument("pageIdent"), withheld(argument("username", "")), withheld(argument("password", ""))},
+            "Resolves a page into the page record; the property pgAccess is the verdict.", anyLogin()),
         operation("isPage", &cServer::isPage, {argument("pageIdent")},
                   "Whether a page shows today, whoever asks; folders are followed to their first child.",
                   visitor()),

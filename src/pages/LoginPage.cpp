@@ -2,8 +2,8 @@
 #include "pages/MessagePage.h"
 #include "pages/Pages.h"
 #include "pages/SameSite.h"
-#include "platform/GuessThrottle.h"
 #include "platform/HostContext.h"
+#include "platform/LoginAttempt.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
 #include "platform/Session.h"
@@ -53,12 +53,10 @@ void loginPage(HostContext& host, GuessThrottle& throttle) {
     if (!text::equals(host.request.serverVariable("request_method"), "POST"))
         return answerUnposted(host.response);
     if (!comesFromOwnPages(host)) return answerForeign(host.response);
-    const std::string address = "address " + host.request.serverVariable("remote_addr");
     const std::string username = text::lowerTrim(host.request.item("torvex_username"));
-    const std::string name = "name " + username;
-    if (const auto wait = std::max(throttle.wait(address), throttle.wait(name)); wait.count() > 0) {
-        return answerTooMany(host.response, wait);
-    }
+    LoginAttempt attempt(throttle, LoginAttempt::Kind::Visitor, host.request.serverVariable("remote_addr"),
+                         username);
+    if (const auto wait = attempt.wait(); wait.count() > 0) return answerTooMany(host.response, wait);
     const auto connection = db::openOwn(host, db::Purpose::Everything);
     cServer server(host);
     server.connect(*connection);
@@ -66,11 +64,10 @@ void loginPage(HostContext& host, GuessThrottle& throttle) {
     const std::string target = server.getLoginURL();
     const double trials = host.session.number("tvx_loginTrials");
     if (trials > trialsBefore) {
-        throttle.failed(address);
-        throttle.failed(name);
+        attempt.failed();
     } else if (trials == noTrials && !username.empty() && host.session.text("tvx_username") == username) {
         // Somebody else who is logged in may post a name without trying to log in; that forgives nothing.
-        throttle.succeeded(name);
+        attempt.succeeded();
         host.session.renewToken();
     }
     host.response.redirect(target.empty() ? "/" : target);

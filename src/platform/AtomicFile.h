@@ -24,10 +24,20 @@ class AtomicFile {
     /// Returns when the disk holds the file under its name.
     void commit();
 
+    // The steps of `commit`, for files that are written together and wait for the disk but once: all that the
+    // file system has to write, then the names, then the folder.
+    void syncFileSystem() const;
+    void takeName();
+    void syncFolder() const;
+
     /// Whether a name is one of a temporary file: one that is being written, or that a crash left behind.
     static bool isTemporary(std::string_view name);
+    /// Removes a temporary file if its writer, in whichever process, is gone.
+    static void removeLeftover(int folder, const std::string& temporaryName);
 
   private:
+    bool isOurs() const;
+
     int folder_;
     std::string name_;
     std::string temporaryName_;

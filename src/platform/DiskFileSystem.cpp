@@ -12,6 +12,7 @@
 #include "platform/AtomicFile.h"
 #include "platform/Charset.h"
 #include "platform/Errors.h"
+#include "platform/FileBatch.h"
 #include "platform/FileOperations.h"
 #include "platform/Text.h"
 
@@ -72,6 +73,13 @@ std::vector<RootFolder> opened(const std::vector<std::string>& paths) {
     std::vector<RootFolder> roots;
     for (const auto& path : paths) roots.emplace_back(path);
     return roots;
+}
+
+/// The text in the encoding of a file.
+std::string bytesOf(const std::string& path, std::string_view text, TextFormat format) {
+    if (format == TextFormat::Unicode) return charset::toUtf16File(text);
+    if (!text::isValidUtf8(text)) fail("write", path, "the text isn't UTF-8");
+    return std::string(text);
 }
 
 constexpr std::string_view outside = "it lies outside of the folders that may be used";
@@ -156,9 +164,26 @@ std::optional<std::string> DiskFileSystem::readText(const std::string& path, Tex
 }
 
 void DiskFileSystem::writeText(const std::string& path, std::string_view text, TextFormat format) {
-    if (format == TextFormat::Unicode) return writeBytes(path, charset::toUtf16File(text));
-    if (!text::isValidUtf8(text)) fail("write", path, "the text isn't UTF-8");
-    writeBytes(path, text);
+    writeBytes(path, bytesOf(path, text, format));
+}
+
+void DiskFileSystem::writeTexts(const std::vector<TextFile>& texts, TextFormat format) {
+    constexpr std::size_t together = 64;  // each holds two descriptors
+    const std::span all(texts);
+    for (std::size_t begin = 0; begin < all.size(); begin += together) {
+        writeTogether(all.subspan(begin, std::min(together, all.size() - begin)), format);
+    }
+}
+
+void DiskFileSystem::writeTogether(std::span<const TextFile> texts, TextFormat format) const {
+    FileBatch batch;
+    for (const TextFile& written : texts) {
+        const std::string bytes = bytesOf(written.path, written.text, format);
+        Entry entry = entryToWrite(written.path);
+        named("write", written.path,
+              [&] { batch.add(std::move(entry.folder), entry.name, entry.mode, bytes); });
+    }
+    named("write", texts.front().path, [&] { batch.commit(); });
 }
 
 void DiskFileSystem::writeBytes(const std::string& path, std::string_view bytes) {
@@ -168,6 +193,13 @@ void DiskFileSystem::writeBytes(const std::string& path, std::string_view bytes)
         file.write(bytes);
         file.commit();
     });
+}
+
+void DiskFileSystem::removeLeftovers(const std::string& folder) {
+    Descriptor listed = open(folder, O_RDONLY | O_DIRECTORY);
+    if (!listed && meansNotThere(errno)) return;
+    if (!listed) fail("list", folder, errno);
+    named("tidy", folder, [&] { files::removeLeftovers(std::move(listed)); });
 }
 
 void DiskFileSystem::copyFile(const std::string& from, const std::string& to) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <sys/types.h>
 #include <vector>
 
@@ -29,6 +30,8 @@ class DiskFileSystem final : public FileSystem {
     /// replacements.
     void writeText(const std::string& path, std::string_view text, TextFormat format) override;
     void writeBytes(const std::string& path, std::string_view bytes) override;
+    void writeTexts(const std::vector<TextFile>& texts, TextFormat format) override;
+    void removeLeftovers(const std::string& folder) override;
 
     void createFolder(const std::string& path) override;
     void copyFile(const std::string& from, const std::string& to) override;
@@ -58,6 +61,7 @@ class DiskFileSystem final : public FileSystem {
     std::optional<Place> locate(std::string_view path) const;
     std::optional<std::string> followLinks(const std::string& path) const;
     Descriptor open(const std::string& path, int flags) const;
+    void writeTogether(std::span<const TextFile> texts, TextFormat format) const;
     void refuseRoots(std::string_view verb, const std::string& path) const;
     Entry entryAt(std::string_view verb, const std::string& path) const;
     Entry entryToWrite(const std::string& path) const;

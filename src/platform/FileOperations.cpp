@@ -87,4 +87,12 @@ void removeTree(int parent, const std::string& name) {
     removeEntry(parent, name, AT_REMOVEDIR);
 }
 
+void removeLeftovers(Descriptor folder) {
+    const Descriptor kept(::fcntl(folder.number(), F_DUPFD_CLOEXEC, 0));
+    if (!kept) throw std::system_error(errno, std::generic_category());
+    forEachEntry(std::move(folder), [&](const dirent& entry) {
+        if (AtomicFile::isTemporary(entry.d_name)) AtomicFile::removeLeftover(kept.number(), entry.d_name);
+    });
+}
+
 }  // namespace torvex::files

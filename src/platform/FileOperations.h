@@ -32,5 +32,8 @@ void removeEntry(int folder, const std::string& name, int flags = 0);
 /// The same with all that is in it, when it is a folder.
 void removeTree(int parent, const std::string& name);
 
+/// Removes the temporary files of writers that are gone. `folder` is open for reading.
+void removeLeftovers(Descriptor folder);
+
 }  // namespace files
 }  // namespace torvex

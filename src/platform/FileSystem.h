@@ -12,6 +12,12 @@ namespace torvex {
 /// that callers outside use.
 enum class TextFormat { SystemDefault = -2, Unicode = -1, Ansi = 0 };
 
+/// A text on its way into a file.
+struct TextFile {
+    std::string path;
+    std::string text;
+};
+
 /// The files of the installation. Paths are absolute, "/" and "\" both divide. An implementation may be bound
 /// to a folder; whatever lies outside, or is reached by a link out of it, then counts as not there.
 /// Operations throw `Error` with the path and the reason; "not there" is an answer where a result can say so.
@@ -34,6 +40,14 @@ class FileSystem {
     /// Writes the file whole or not at all: a reader or a crash sees the old or the new text.
     virtual void writeText(const std::string& path, std::string_view text, TextFormat format) = 0;
     virtual void writeBytes(const std::string& path, std::string_view bytes) = 0;
+    /// Writes many files, each whole or not at all, in less time than one by one. When it throws, any of them
+    /// may be written.
+    virtual void writeTexts(const std::vector<TextFile>& texts, TextFormat format) {
+        for (const auto& [path, text] : texts) writeText(path, text, format);
+    }
+    /// Removes from a folder what writers that were killed have left in it. It is in nobody's way: `files`
+    /// doesn't list it.
+    virtual void removeLeftovers(const std::string& /*folder*/) {}
 
     /// The folder's parent must be there. A folder that is there already is no error.
     virtual void createFolder(const std::string& path) = 0;

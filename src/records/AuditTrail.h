@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -7,6 +8,9 @@
 
 namespace torvex {
 struct HostContext;
+
+/// In place of a login's number: nobody did it.
+inline constexpr int nobodysLine = -99;
 
 /// One line of the audit trail, as it is written. Who did it is as the line names it: the rows of logins and
 /// pages may be gone when it is read.
@@ -24,5 +28,7 @@ struct AuditLine {
 /// Writes the line with the current day and time, on a connection of its own: it neither waits for nor rolls
 /// back with a transaction of the caller.
 void writeAuditLine(HostContext& host, const AuditLine& line);
+/// The same for many lines, in their order.
+void writeAuditLines(HostContext& host, std::span<const AuditLine> lines);
 
 }  // namespace torvex

@@ -22,17 +22,50 @@ bool isDigits(std::string_view number) {
     return std::all_of(number.begin(), number.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-}  // namespace
-
-std::string vocabularyText(db::Connection& connection, std::string_view language, double label) {
+/// "" when the language isn't there.
+std::string columnOf(db::Connection& connection, std::string_view language) {
     const std::string number = columnNumber(connection, language);
     if (number.empty()) return {};
     // A column can't be bound, so nothing but digits may reach the statement.
     if (!isDigits(number)) throw db::DatabaseError("no such column: lang_vocab" + number);
-    const std::string column = "lang_vocab" + number;
+    return "lang_vocab" + number;
+}
+
+/// Fills in the texts that are still empty.
+void fillFrom(db::Connection& connection, std::string_view language, std::map<double, std::string>& texts) {
+    std::vector<db::Parameter> missing;
+    std::string marks;
+    for (const auto& [label, text] : texts) {
+        if (!text.empty()) continue;
+        missing.emplace_back(label);
+        marks += marks.empty() ? "?" : ", ?";
+    }
+    if (missing.empty()) return;
+    const std::string column = columnOf(connection, language);
+    if (column.empty()) return;
+    auto rows = connection.query(
+        "select lang_label, " + column + " from TORVEX_INTERFACE_VOCAB where lang_label in (" + marks + ")",
+        missing);
+    while (rows.next()) texts[rows.number("lang_label")] = text::trim(rows.text(column));
+}
+
+}  // namespace
+
+std::string vocabularyText(db::Connection& connection, std::string_view language, double label) {
+    const std::string column = columnOf(connection, language);
+    if (column.empty()) return {};
     auto rows =
         connection.query("select " + column + " from TORVEX_INTERFACE_VOCAB where lang_label = ?", {label});
     return rows.next() ? std::string(text::trim(rows.text(column))) : std::string();
+}
+
+std::map<double, std::string> vocabularyTexts(db::Connection& connection, std::string_view language,
+                                              const std::vector<double>& labels) {
+    std::map<double, std::string> texts;
+    for (const double label : labels) texts[label];
+    fillFrom(connection, language, texts);
+    fillFrom(connection, "en", texts);
+    return texts;
 }
 
 }  // namespace torvex

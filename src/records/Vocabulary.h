@@ -1,7 +1,9 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace torvex {
 namespace db {
@@ -12,5 +14,10 @@ class Connection;
 /// language's code, or the number of its column, which is used unchecked: a number without a column is a
 /// `DatabaseError`.
 std::string vocabularyText(db::Connection& connection, std::string_view language, double label);
+
+/// Several labels at once: each as `vocabularyText` gives it, or in English where that is empty. There is an
+/// element for every label asked for.
+std::map<double, std::string> vocabularyTexts(db::Connection& connection, std::string_view language,
+                                              const std::vector<double>& labels);
 
 }  // namespace torvex

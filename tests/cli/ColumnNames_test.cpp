@@ -15,6 +15,10 @@ TEST(ColumnNames, TableOfTheStatementDecides) {
     EXPECT_EQ(ColumnNames().spelled("date", "select * from TORVEX_LOGINS a"), "date");
 }
 
+TEST(ColumnNames, ColumnThatALaterStepAddsIsKnown) {
+    EXPECT_EQ(ColumnNames().spelled("passwordhash", "select * from TORVEX_LOGINS"), "passwordHash");
+}
+
 TEST(ColumnNames, NameOfTheStatementsOwnGoesBefore) {
     EXPECT_EQ(ColumnNames().spelled("pageid", "select count(*) as PAGEID from TORVEX_PAGES_LIVE"), "PAGEID");
 }

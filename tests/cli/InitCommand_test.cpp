@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
+#include <map>
 #include <regex>
 #include <set>
 
@@ -65,6 +66,63 @@ TEST_P(InitCommand, DemoHasItsSitesAndFiles) {
     EXPECT_TRUE(exists("site/wwwroot/favicon.svg"));
     EXPECT_FALSE(exists("site/rows"));
     EXPECT_FALSE(exists("site/README.md"));
+}
+
+/// The passwords of the team by the names of its logins, as init shows them.
+std::map<std::string, std::string> teamIn(const std::string& said) {
+    std::map<std::string, std::string> team;
+    const std::regex line(R"(\n    ([a-z]+) +([a-z2-9]{4}(?:-[a-z2-9]{4}){3})  \w+ \w+, )");
+    for (std::sregex_iterator found(said.begin(), said.end(), line), end; found != end; ++found) {
+        team[(*found)[1]] = (*found)[2];
+    }
+    return team;
+}
+
+TEST_P(InitCommand, DemoShowsEachOfItsTeamAPasswordThatOpensTheLogin) {
+    const auto team = teamIn(init({"--demo", "--admin-password", "word"}));
+    std::set<std::string> passwords;
+    for (const auto* name : {"iris", "basil", "heide", "reed", "clover"}) {
+        ASSERT_TRUE(team.contains(name)) << name;
+        passwords.insert(team.at(name));
+        EXPECT_EQ(output({"call", "--install", site(), "cManager.login", std::string("username=") + name,
+                          "password=" + team.at(name)}),
+                  "0\n");
+    }
+    EXPECT_EQ(team.size(), 5U);
+    EXPECT_EQ(passwords.size(), 5U);
+}
+
+TEST_P(InitCommand, NoKnownPasswordOpensTheDemo) {
+    init({"--demo"});
+    for (const auto* name : {"sa", "iris", "clover"}) {
+        for (const auto* guess : {"", "locked", "sa", "word", "password"}) {
+            EXPECT_EQ(output({"call", "--install", site(), "cManager.login", std::string("username=") + name,
+                              std::string("password=") + guess}),
+                      "1\n")
+                << name << guess;
+        }
+    }
+    const std::string passwords = sql("select password from TORVEX_LOGINS");
+    EXPECT_THAT(passwords, testing::Not(HasSubstr("locked")));
+    EXPECT_THAT(passwords, testing::Not(HasSubstr("\"\"")));
+}
+
+TEST_P(InitCommand, DemosTeamHasRightsWhereThereAreWebsitesAndPages) {
+    init({"--demo", "--admin-password", "word"});
+    EXPECT_EQ(sql("select count(*) as n from TORVEX_EDIT_RIGHTS a where not exists (select site from "
+                  "TORVEX_SITES_LANGUAGES b where b.site = a.site and b.lang = a.lang)"),
+              "{\"n\":0}\n");
+    EXPECT_EQ(sql("select scope, title from TORVEX_EDIT_RIGHTS left outer join TORVEX_PAGES_DESIGN on "
+                  "nodeId = scope where scope <> ''"),
+              "{\"scope\":\"bg.en.03\",\"title\":\"What’s on\"}\n");
+    EXPECT_EQ(sql("select count(*) as n from TORVEX_ADVANCED_RIGHTS where viewAccess = 0"), "{\"n\":0}\n");
+    EXPECT_EQ(sql("select distinct loginId from TORVEX_SETUP where loginId > 1 order by loginId"),
+              "{\"loginId\":2}\n{\"loginId\":3}\n{\"loginId\":4}\n{\"loginId\":5}\n{\"loginId\":6}\n");
+}
+
+TEST_P(InitCommand, OtherInstallationsHaveNoTeam) {
+    EXPECT_TRUE(teamIn(init({"--admin-password", "word"})).empty());
+    EXPECT_EQ(sql("select username from TORVEX_LOGINS"), "{\"username\":\"sa\"}\n");
 }
 
 TEST_P(InitCommand, NewRowsGetKeysBehindThoseLaidDown) {

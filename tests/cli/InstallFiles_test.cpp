@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "platform/Errors.h"
+#include "support/SourceFolder.h"
 
 namespace torvex {
 namespace {
@@ -21,7 +22,7 @@ std::string content(const fs::path& file) {
 }
 
 TEST(InstallFiles, EveryFileOfTheFolderIsThereUnchanged) {
-    const fs::path folder = fs::path(TORVEX_SOURCE_DIR) / "install";
+    const fs::path folder = fs::path(test::sourceFolder()) / "install";
     std::size_t count = 0;
     for (const auto& entry : fs::recursive_directory_iterator(folder)) {
         if (!entry.is_regular_file()) continue;

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
+#include "support/SourceFolder.h"
+
 namespace torvex::operations {
 namespace {
 
@@ -49,7 +51,7 @@ TEST(Reference, HasATableOfContents) {
 }
 
 TEST(Reference, TheCommittedPageIsWhatTheRegisterGives) {
-    const std::string path = TORVEX_SOURCE_DIR "/docs/operations.md";
+    const std::string path = test::sourceFolder() + "/docs/operations.md";
     const std::string page = referenceMarkdown(makeRegister());
     if (std::getenv("TORVEX_ACCEPT")) std::ofstream(path, std::ios::binary) << page;
     EXPECT_TRUE(committed(path) == page) << "docs/operations.md is not what the register gives: run the "

@@ -6,12 +6,14 @@
 #include <iterator>
 #include <string_view>
 
+#include "support/SourceFolder.h"
+
 namespace torvex::test {
 
 namespace {
 
 std::string pathOf(const std::string& name) {
-    return TORVEX_SOURCE_DIR "/tests/" + name;
+    return sourceFolder() + "/tests/" + name;
 }
 
 bool accepting() {

@@ -14,6 +14,7 @@
 
 #include "platform/DateTime.h"
 #include "platform/db/SqliteStore.h"
+#include "support/SourceFolder.h"
 
 namespace torvex::test {
 
@@ -21,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path installFolder = fs::path(TORVEX_SOURCE_DIR) / "install";
+const fs::path installFolder = fs::path(sourceFolder()) / "install";
 
 std::string contentOf(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);

@@ -1,0 +1,15 @@
+#!/bin/sh
+# Makes the pictures of the administration menu from their drawings. Needs rsvg-convert (librsvg2-bin),
+# convert (imagemagick) and gifsicle. A GIF knows no half-transparent dots, so the round corners are cut.
+set -eu
+here=$(dirname "$0")
+target=$here/../install/files/wwwroot/torvex/images
+work=$(mktemp -d)
+trap 'rm -r "$work"' EXIT
+for drawing in "$here"/menu/*.svg; do
+  name=$(basename "$drawing" .svg)
+  rsvg-convert --width 20 --height 20 "$drawing" -o "$work/$name.png"
+  convert "$work/$name.png" -channel A -threshold 30% +channel -background white -alpha background \
+    +dither -colors 31 -strip "gif:$work/$name.gif"
+  gifsicle --no-comments --no-names -O3 "$work/$name.gif" -o "$target/$name.gif"
+done

@@ -1,0 +1,126 @@
+// cManager: the door of the authoring side.
+
+#include <optional>
+
+#include "administration/AccessFilter.h"
+#include "administration/LoginHold.h"
+#include "authoring/cManager.h"
+#include "platform/ApplicationValues.h"
+#include "platform/Errors.h"
+#include "platform/HostContext.h"
+#include "platform/Request.h"
+#include "platform/Session.h"
+#include "platform/Text.h"
+#include "records/AuditTrail.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view freeOwnRow =
+    "update TORVEX_LOGINS set sessionId = '', currentSite = '', siteLock = '' "
+    "where username = ? and sessionId = ?";
+
+constexpr std::string_view freeRow =
+    "update TORVEX_LOGINS set sessionId = '', currentSite = '', siteLock = '' where loginId = ?";
+
+constexpr std::string_view selectSession = "select sessionId from TORVEX_LOGINS where loginId = ?";
+constexpr std::string_view selectSessionByName = "select sessionId from TORVEX_LOGINS where username = ?";
+
+std::string callersAddress(const HostContext& host) {
+    return std::string(text::trim(host.request.serverVariable("remote_addr")));
+}
+
+std::string trimmedSetting(const HostContext& host, std::string_view name) {
+    return std::string(text::trim(host.application.text(name)));
+}
+
+PasswordStore passwordStore(const HostContext& host) {
+    const bool strong = text::equals(trimmedSetting(host, "torvex_password_store"), "strong");
+    return strong ? PasswordStore::Strong : PasswordStore::Given;
+}
+
+void auditDenial(cManager& manager, const HostContext& host) {
+    manager.addAuditTrail("", "", "Access denied", "Unauthorized access - IP " + callersAddress(host),
+                          nobodysLine);
+}
+
+LoginCode enter(HostContext& host, db::Connection& connection, const std::string& username,
+                std::string_view password, std::string_view address, Author& author) {
+    const auto attempt = [&](const std::optional<Proof>& proof) {
+        return proof ? takeLogin(host, *proof, address, author) : LoginCode::Unknown;
+    };
+    const auto proof = proofOf(connection, passwordStore(host), username, password);
+    const LoginCode code = attempt(proof);
+    // Another session of the same author may just have put the hash in place of what was proved.
+    const bool overtaken = code == LoginCode::Unknown && proof && proof->renewal;
+    if (!overtaken || !hasStrongForm(connection, username)) return code;
+    return attempt(proofOf(connection, passwordStore(host), username, password));
+}
+
+}  // namespace
+
+int cManager::login(const std::string& username, const std::string& password) try {
+    loadSessionState();
+    const bool typed = !username.empty() || !password.empty();
+    std::string address = callersAddress(host_);
+    LoginCode code = LoginCode::AddressRefused;
+    if (passesAccessFilter(trimmedSetting(host_, "torvex_access_IP_filter"), address)) {
+        // What the session holds was proved when it logged in; it need only be what the row still has.
+        code = typed ? enter(host_, connection(), text::lowerTrim(username), text::trim(password), address,
+                             author_)
+                     : takeLogin(host_, {author_.username, author_.password, {}}, address, author_);
+    }
+    if (code != LoginCode::LoggedIn) {
+        auditDenial(*this, host_);
+        return static_cast<int>(code);
+    }
+    storeAuthor(host_, author_);
+    if (typed) host_.session.renewToken();
+    addAuditTrail("", "", "login", author_.fullname + " - IP " + address);
+    return static_cast<int>(code);
+} catch (...) {
+    raiseFrom("login !");
+}
+
+void cManager::logout() try {
+    const std::string username = host_.session.text("torvex_username");
+    if (username.empty()) {
+        auditDenial(*this, host_);
+    } else {
+        // A session that lost the login to another one doesn't log that one out.
+        db::openOwn(host_)->execute(freeOwnRow, {username, host_.session.id()});
+        addAuditTrail("", "", "logout", author_.fullname + " - IP " + callersAddress(host_));
+    }
+    host_.session.abandon();
+} catch (...) {
+    raiseFrom("logout !");
+}
+
+void cManager::endLogin(int loginId) try {
+    if (!author_.isLoggedIn()) return;
+    const std::string subject = getLoginName(loginId);
+    db::openOwn(host_)->execute(freeRow, {loginId});
+    const std::string actor = getLoginName(author_.loginId);
+    addAuditTrail("", "", "forced logout", subject + " logged out by " + actor, loginId);
+    addAuditTrail("", "", "forced logout", "Forced end of session of " + subject);
+} catch (...) {
+    raiseFrom("endLogin !");
+}
+
+bool cManager::getLoginState(int loginId) try {
+    if (loginId != 0) {
+        auto rows = connection().query(selectSession, {loginId});
+        return rows.next() && !text::trim(rows.text("sessionId")).empty();
+    }
+    const std::string username = host_.session.text("torvex_username");
+    if (text::equals(username, "sa")) return true;
+    if (username.empty()) return false;
+    auto rows = connection().query(selectSessionByName, {username});
+    return rows.next() && text::equals(rows.text("sessionId"), host_.session.id());
+} catch (...) {
+    // Pages ask this on the way to anything else: who can't be found to be logged in isn't.
+    return false;
+}
+
+}  // namespace torvex

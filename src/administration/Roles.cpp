@@ -1,0 +1,130 @@
+// cManager: what is known of a role, and of the entries of the administration menu.
+
+#include "administration/AdvancedAccess.h"
+#include "administration/MenuEntries.h"
+#include "authoring/cManager.h"
+#include "platform/Errors.h"
+#include "platform/HostContext.h"
+#include "platform/Session.h"
+#include "platform/Text.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view selectEntries =
+    "select * from TORVEX_ADVANCED order by advLevel desc, advReference";
+constexpr std::string_view selectTitle = "select advTitle from TORVEX_ADVANCED where advId = ?";
+constexpr std::string_view selectRights =
+    "select * from TORVEX_EDIT_RIGHTS where roleId = ? and site = ? and lang = ?";
+constexpr std::string_view selectScope =
+    "select scope from TORVEX_EDIT_RIGHTS where roleId = ? and site = ? and lang = ?";
+constexpr std::string_view selectRoleId = "select roleId from TORVEX_ROLES where roleName = ?";
+constexpr std::string_view selectRoleName = "select roleName from TORVEX_ROLES where roleId = ?";
+constexpr std::string_view selectRoleDescription = "select roleDesc from TORVEX_ROLES where roleId = ?";
+
+// With one column that stays empty.
+constexpr std::size_t listColumns = 10;
+
+constexpr int noSuchRight = -1;
+
+int stateOf(bool offered, bool given) {
+    if (!offered) return noSuchRight;
+    return given ? 1 : 0;
+}
+
+std::string interfaceLanguage(HostContext& host) {
+    return host.session.text("torvex_current_interface");
+}
+
+std::string firstText(db::Rows rows, std::string_view column) {
+    return rows.next() ? rows.text(column) : std::string();
+}
+
+}  // namespace
+
+Value cManager::getAdvList() try {
+    ResultGrid list(listColumns);
+    std::vector<double> labels;
+    auto rows = connection().query(selectEntries);
+    while (rows.next()) {
+        labels.push_back(titleLabel(rows.text("advTitle")));
+        list.add({rows.value("advId"),
+                  rows.value("advLevel"),
+                  rows.value("advReference"),
+                  {},
+                  rows.value("advIcon"),
+                  rows.value("advProgram"),
+                  rows.value("advEdit"),
+                  rows.value("advView"),
+                  rows.value("advAudit")});
+    }
+    const auto titles = titlesOf(connection(), interfaceLanguage(host_), labels);
+    for (std::size_t row = 0; row < labels.size(); ++row) list.set(3, row, titles.at(labels[row]));
+    return gridOrEmpty(std::move(list));
+} catch (...) {
+    raiseFrom("getAdvList !");
+}
+
+std::string cManager::getAdvTitle(int advId) try {
+    auto rows = connection().query(selectTitle, {advId});
+    if (!rows.next()) return {};
+    return getVocab(interfaceLanguage(host_), titleLabel(rows.text("advTitle")));
+} catch (...) {
+    raiseFrom("getAdvTitle !");
+}
+
+Value cManager::getRoleAdvancedRights(int roleId, const std::string& site, const std::string& lang,
+                                      int order) try {
+    const auto entries = menuEntries(connection(), interfaceLanguage(host_), menuOrder(order));
+    const auto access = AdvancedAccess::ofRole(connection(), roleId, site, lang);
+    ResultGrid list(listColumns);
+    for (const auto& entry : entries) {
+        const auto given = access.of(entry.advId, entry.level);
+        list.add({entry.advId, entry.level, entry.reference, entry.title, entry.icon, entry.program,
+                  entry.hasChildren ? 1 : 0, stateOf(entry.offersView, given.view),
+                  stateOf(entry.offersEdit, given.edit)});
+    }
+    return gridOrEmpty(std::move(list));
+} catch (...) {
+    raiseFrom("getRoleAdvancedRights !");
+}
+
+std::string cManager::getRoleEditRights(int roleId, const std::string& site, const std::string& lang) try {
+    auto rows = connection().query(selectRights, {roleId, site, lang});
+    if (!rows.next()) return "00000";
+    std::string flags;
+    for (const auto* task : {"onOff", "move", "publish", "approve", "edit"}) {
+        flags += rows.number(task) == 1 ? '1' : '0';
+    }
+    return flags;
+} catch (...) {
+    raiseFrom("getRoleEditRights !");
+}
+
+std::string cManager::getRoleScope(const std::string& site, const std::string& lang, int roleId) try {
+    return firstText(connection().query(selectScope, {roleId, site, lang}), "scope");
+} catch (...) {
+    raiseFrom("getRoleScope !");
+}
+
+int cManager::getRoleId(const std::string& roleName) try {
+    auto rows = connection().query(selectRoleId, {roleName});
+    return rows.next() ? static_cast<int>(rows.number("roleId")) : 0;
+} catch (...) {
+    raiseFrom("getRoleId !");
+}
+
+std::string cManager::getRoleName(int roleId) try {
+    return firstText(connection().query(selectRoleName, {roleId}), "roleName");
+} catch (...) {
+    raiseFrom("getRoleName !");
+}
+
+std::string cManager::getRoleDescription(int roleId) try {
+    return firstText(connection().query(selectRoleDescription, {roleId}), "roleDesc");
+} catch (...) {
+    raiseFrom("getRoleDescription !");
+}
+
+}  // namespace torvex

@@ -1,0 +1,134 @@
+// cManager: pages go live, or are removed.
+
+#include <functional>
+
+#include "authoring/LiveCopy.h"
+#include "authoring/PageIdentList.h"
+#include "authoring/Removal.h"
+#include "authoring/RunReport.h"
+#include "authoring/StatusCodes.h"
+#include "authoring/cManager.h"
+#include "modules/Search.h"
+#include "modules/SnapshotFiles.h"
+#include "platform/Errors.h"
+#include "records/PageIdentity.h"
+#include "records/SharedFiles.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view operationName = "publishPage";
+
+// Why a page isn't published.
+constexpr std::string_view checkedOut = "-1";
+constexpr std::string_view notApproved = "-2";
+constexpr std::string_view noSuchPage = "-3";
+constexpr std::string_view parentNotLive = "-4";
+
+// How it is live where that isn't what its column says.
+constexpr std::string_view outsideItsDates = "2";
+constexpr std::string_view liveFolder = "3";
+constexpr std::string_view liveSystemPage = "4";
+
+/// "" for a page that may be published.
+std::string_view refusalOf(const std::optional<DesignPage>& page) {
+    if (!page) return noSuchPage;
+    if (page->approveStatus == 0) return notApproved;
+    if (page->lockStatus == 1) return checkedOut;
+    return {};
+}
+
+/// How the page is live, or a refusal.
+std::string publish(db::Connection& connection, const DesignPage& page, const Publisher& publisher) {
+    if (!isLive(connection, page.pageId)) {
+        if (!hasLiveParent(connection, page.nodeId)) return std::string(parentNotLive);
+        addLivePageOnline(connection, page.pageId);
+    }
+    const bool goesOffline = !page.isFolder() && page.isSystem();
+    if (goesOffline) setLiveOffline(connection, page.pageId);
+    copyPage(connection, page.pageId, publisher);
+    markPublished(connection, page.pageId);
+    copyContent(connection, page.pageId);
+    if (page.isFolder()) return std::string(liveFolder);
+    if (goesOffline) return std::string(liveSystemPage);
+    if (!page.isOnlineOn(date8(publisher.now))) return std::string(outsideItsDates);
+    return std::to_string(liveOnline(connection, page.pageId));
+}
+
+bool isRefused(std::string_view result) {
+    return result.starts_with('-');
+}
+
+/// What became of a page.
+struct Publication {
+    std::string result;
+    std::string removedNode;  ///< "" for a page that wasn't removed
+};
+
+using NoteRemoval = std::function<void()>;
+
+Publication publishOrRemove(db::Connection& connection, PageId pageId, const Publisher& publisher,
+                            const NoteRemoval& noteRemoval) {
+    const auto page = takeDesignPage(connection, pageId);
+    if (const std::string_view refusal = refusalOf(page); !refusal.empty()) return {std::string(refusal), {}};
+    if (page->deleteStatus != 1) return {publish(connection, *page, publisher), {}};
+    noteRemoval();
+    removeBranch(connection, page->nodeId);
+    return {std::string(status::done), page->nodeId};
+}
+
+/// All of it, or nothing.
+Publication run(HostContext& host, PageId pageId, const Publisher& publisher,
+                const NoteRemoval& noteRemoval) {
+    try {
+        const auto own = db::openOwn(host);
+        db::Transaction transaction(*own);
+        Publication done = publishOrRemove(*own, pageId, publisher, noteRemoval);
+        if (!isRefused(done.result)) transaction.commit();
+        return done;
+    } catch (const std::exception& error) {
+        warnOf(host, operationName, text::fromNumber(pageId), error);
+        return {std::string(status::failed), {}};
+    }
+}
+
+}  // namespace
+
+std::string cManager::publishPage(const std::string& pageIdent) try {
+    if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
+    const PageIdentity page = identify(connection(), pageIdent);
+    if (page.pageId <= 0 || page.nodeId.empty()) return std::string(noSuchPage);
+    const std::string ident = text::fromNumber(page.pageId);
+    const auto [result, removedNode] = run(host_, page.pageId, {author_.loginId, host_.clock.now()}, [&] {
+        // While the page's title can still be read, and whatever becomes of the transaction.
+        addAuditTrail(ident, "", std::string(removal::action), std::string(removal::description));
+    });
+    if (isRefused(result)) return result;
+    if (!removedNode.empty()) {
+        followUp(host_, operationName, ident, [&, &node = removedNode] {
+            SharedFiles files(host_);
+            files.deleteFile(snapshotFilesFrom(host_, node));
+            files.replicate();
+        });
+        return result;
+    }
+    followUp(host_, operationName, ident, [&] { addAuditTrail(ident, "", "publish", ""); });
+    Search search(host_);
+    search.connect(connection_);
+    search.initializePages(ident);
+    return result;
+} catch (...) {
+    raiseFrom("publishPage !");
+}
+
+std::string cManager::publishPages(const std::string& pageList) try {
+    PageIdentList list(pageList);
+    // A child may stand before its parent.
+    list.passes([&](const std::string& entry) { return !isRefused(publishPage(entry)); });
+    return list.text();
+} catch (...) {
+    raiseFrom("publishPages !");
+}
+
+}  // namespace torvex

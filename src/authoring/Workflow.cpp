@@ -1,0 +1,157 @@
+// cManager: a page's way from its author to its approval.
+
+#include "authoring/PageStatus.h"
+#include "authoring/StatusCodes.h"
+#include "authoring/cManager.h"
+#include "platform/Errors.h"
+#include "platform/HostContext.h"
+#include "platform/Text.h"
+#include "records/PageIdentity.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view locked = "-1";
+constexpr std::string_view wrongState = "-2";
+
+// What is written beside the statuses.
+constexpr std::string_view checkedOut =
+    "lockedBy = ?, lockingDate = ?, deletedBy = null, deletingDate = null, emailNotification = 0";
+constexpr std::string_view judged = "approvedBy = ?, approvingDate = ?, emailNotification = ?";
+constexpr std::string_view marked =
+    "lockedBy = null, lockingDate = null, deletedBy = ?, deletingDate = ?, emailNotification = ?";
+constexpr std::string_view unmarked = "deletedBy = null, deletingDate = null, emailNotification = ?";
+
+PageChange takeOut(const PageStatus& page, const WorkflowStep& step) {
+    if (page.isApproved()) return PageChange::refuse(wrongState);
+    if (page.isLockedByOther(step.loginId)) return PageChange::refuse(locked);
+    if (page.isLocked()) return PageChange(page);
+    PageStatus taken = page;
+    taken.approveStatus = 0;
+    taken.lockStatus = 1;
+    taken.lockedBy = step.loginId;
+    taken.lockingDate = step.now;
+    taken.deleteStatus = 0;
+    return {taken, checkedOut, {step.loginId, step.now}};
+}
+
+PageChange giveBack(const PageStatus& page, const WorkflowStep& step) {
+    if (page.isApproved()) return PageChange::refuse(status::failed);
+    if (page.isLockedByOther(step.loginId)) return PageChange::refuse(locked);
+    PageStatus kept = page;
+    kept.deleteStatus = 0;
+    return release(kept, step, page.isModified());
+}
+
+PageChange judge(const PageStatus& page, const WorkflowStep& step, int state) {
+    const bool approves = state == 1;
+    if (approves && !page.isModified() && page.deleteStatus == 0) return PageChange::refuse(wrongState);
+    if (page.isLocked()) return PageChange::refuse(locked);
+    PageStatus wanted = page;
+    wanted.lockStatus = 0;
+    wanted.approveStatus = state;
+    const bool awaitsMail = page.isModified() || page.isMarked() || approves;
+    return {wanted, judged, {step.loginId, step.now, notificationFlag(step.application, awaitsMail)}};
+}
+
+PageChange markOrUnmark(const PageStatus& page, const WorkflowStep& step, bool marks) {
+    if (page.isApproved()) return PageChange::refuse(wrongState);
+    if (page.isLockedByOther(step.loginId)) return PageChange::refuse(locked);
+    PageStatus wanted = page;
+    wanted.lockStatus = 0;
+    wanted.approveStatus = 0;
+    wanted.deleteStatus = marks ? 1 : 0;
+    const int notified = notificationFlag(step.application, marks || page.isModified());
+    if (!marks) return {wanted, unmarked, {notified}};
+    return {wanted, marked, {step.loginId, step.now, notified}};
+}
+
+template <typename Decide>
+PageOutcome change(db::Connection& connection, const std::string& pageIdent, Decide decide) {
+    return changePage(connection, pageIdFrom(connection, pageIdent), status::failed, decide);
+}
+
+}  // namespace
+
+std::string cManager::checkOut(const std::string& pageIdent) try {
+    if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
+    const WorkflowStep step{author_.loginId, host_.clock.now(), host_.application};
+    const auto outcome =
+        change(connection(), pageIdent, [&](const PageStatus& page) { return takeOut(page, step); });
+    if (outcome.isRefused()) return std::string(outcome.code);
+    page_.approveStatus = 0;
+    page_.lockStatus = 1;
+    page_.lockedBy = author_.fullname;
+    page_.lockingDate = outcome.after.lockingDate;
+    page_.deleteStatus = 0;
+    page_.deletedBy.clear();
+    page_.deletingDate = noDate;
+    addAuditTrail(text::fromNumber(outcome.after.pageId), "", "check out", "");
+    return outcome.after.text();
+} catch (...) {
+    raiseFrom("checkOut !");
+}
+
+std::string cManager::checkIn(const std::string& pageIdent) try {
+    if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
+    const WorkflowStep step{author_.loginId, host_.clock.now(), host_.application};
+    const auto outcome =
+        change(connection(), pageIdent, [&](const PageStatus& page) { return giveBack(page, step); });
+    if (outcome.isRefused()) return std::string(outcome.code);
+    const bool approves = outcome.after.isApproved();
+    if (approves) {
+        page_.approveStatus = 1;
+        // The number, not the name: callers know it so.
+        page_.approvedBy = std::to_string(author_.loginId);
+        page_.approvingDate = step.now;
+    }
+    page_.deleteStatus = 0;
+    page_.lockStatus = 0;
+    page_.lockedBy.clear();
+    page_.lockingDate = noDate;
+    addAuditTrail(text::fromNumber(outcome.after.pageId), "", approves ? "check in - approve" : "check in",
+                  "");
+    return outcome.after.text();
+} catch (...) {
+    raiseFrom("checkIn !");
+}
+
+std::string cManager::approvePage(const std::string& pageIdent, int state) try {
+    if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
+    const WorkflowStep step{author_.loginId, host_.clock.now(), host_.application};
+    const auto outcome =
+        change(connection(), pageIdent, [&](const PageStatus& page) { return judge(page, step, state); });
+    if (outcome.isRefused()) return std::string(outcome.code);
+    page_.lockStatus = 0;
+    page_.approveStatus = state;
+    addAuditTrail(text::fromNumber(outcome.after.pageId), "", state == 1 ? "approve" : "unapprove", "");
+    return outcome.after.text();
+} catch (...) {
+    raiseFrom("approvePage !");
+}
+
+std::string cManager::deletePage(const std::string& pageIdent, int state) try {
+    if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
+    const bool marks = state != 0;
+    const WorkflowStep step{author_.loginId, host_.clock.now(), host_.application};
+    const auto outcome = change(connection(), pageIdent,
+                                [&](const PageStatus& page) { return markOrUnmark(page, step, marks); });
+    if (outcome.isRefused()) return std::string(outcome.code);
+    page_.deletedBy = marks ? author_.fullname : std::string();
+    page_.deletingDate = marks ? step.now : noDate;
+    if (marks) {
+        page_.lockStatus = 0;
+        page_.lockedBy.clear();
+        page_.lockingDate = noDate;
+        page_.deleteStatus = 1;
+        page_.approveStatus = 0;
+    }
+    addAuditTrail(text::fromNumber(outcome.after.pageId), "", marks ? "delete" : "undelete",
+                  marks ? "Marked for deletion" : "");
+    return outcome.after.text();
+} catch (...) {
+    raiseFrom("deletePage !");
+}
+
+}  // namespace torvex

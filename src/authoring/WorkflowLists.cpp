@@ -1,0 +1,73 @@
+// cManager: steps of the workflow for lists of pages, and the pages that are checked out.
+
+#include "authoring/PageIdentList.h"
+#include "authoring/PageStatus.h"
+#include "authoring/cManager.h"
+#include "platform/Errors.h"
+#include "platform/HostContext.h"
+#include "platform/Text.h"
+#include "records/PageIdentity.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr double untitledLabel = 2597;
+
+// Why a page of a list isn't unlocked.
+constexpr std::string_view nothingToDo = "0";
+constexpr std::string_view held = "-1";
+
+constexpr std::string_view selectLocked =
+    "select a.pageId, a.nodeId, a.title, b.name, a.lockingDate "
+    "from TORVEX_PAGES_DESIGN a left outer join TORVEX_LOGINS b on a.lockedBy = b.loginId "
+    "where a.site = ? and a.lang = ? and a.lockStatus = 1 order by a.title, a.nodeId";
+constexpr std::size_t lockColumns = 6;
+
+}  // namespace
+
+std::string cManager::approvePages(const std::string& pageList) try {
+    PageIdentList list(pageList);
+    // A code is a number, a status text is none.
+    list.passes([&](const std::string& entry) { return !text::isNumeric(approvePage(entry, 1)); });
+    return list.text();
+} catch (...) {
+    raiseFrom("approvePages !");
+}
+
+std::string cManager::unlockPages(const std::string& pageList) try {
+    const WorkflowStep step{author_.loginId, host_.clock.now(), host_.application};
+    const auto unlock = [&](const PageStatus& page) {
+        if (!page.isLocked()) return PageChange::refuse(nothingToDo);
+        // For login 0 the question would be another one.
+        const bool isHolderOnline = page.lockedBy > 0 && getLoginState(static_cast<int>(page.lockedBy));
+        if (page.isLockedByOther(author_.loginId) && isHolderOnline) return PageChange::refuse(held);
+        return release(page, step, page.isModified() || page.isMarked());
+    };
+    PageIdentList list(pageList);
+    list.pass([&](const std::string& entry) {
+        const PageId pageId = pageIdFrom(connection(), entry);
+        const PageOutcome outcome = changePage(connection(), pageId, nothingToDo, unlock);
+        if (!outcome.isRefused()) addAuditTrail(text::fromNumber(pageId), "", "unlock", "");
+        return outcome.code != held;
+    });
+    return list.text();
+} catch (...) {
+    raiseFrom("unlockPages !");
+}
+
+Value cManager::getLockList(const std::string& site, const std::string& lang) try {
+    ResultGrid grid(lockColumns);
+    auto rows = connection().query(selectLocked, {text::trim(site), text::trim(lang)});
+    while (rows.next()) {
+        const std::string title = rows.text("title");
+        grid.add({rows.value("pageId"), rows.value("nodeId"),
+                  title.empty() ? bracketedWord(untitledLabel) : title, rows.value("name"),
+                  rows.value("lockingDate")});
+    }
+    return gridOrEmpty(std::move(grid));
+} catch (...) {
+    raiseFrom("getLockList !");
+}
+
+}  // namespace torvex

@@ -1,0 +1,161 @@
+#include "records/ItemLocks.h"
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include "platform/ApplicationValues.h"
+#include "platform/Text.h"
+#include "platform/db/Connection.h"
+
+namespace torvex {
+
+namespace {
+
+enum class Key { Number, Code };
+
+struct ItemKind {
+    std::string_view word;
+    std::string_view table;
+    std::string_view keyColumn;
+    Key key;
+};
+
+constexpr std::array<ItemKind, 15> itemKinds = {{
+    {"application", "TORVEX_APPLICATIONS", "app_id", Key::Number},
+    {"baseTemplate", "TORVEX_BASETEMPLATES", "btpl_id", Key::Number},
+    {"contentTemplate", "TORVEX_TEMPLATES", "tpl_id", Key::Number},
+    {"group", "TORVEX_USERGROUPS", "groupId", Key::Number},
+    {"htmlFeed", "TORVEX_FEEDS_HTML", "feedId", Key::Number},
+    {"interface", "TORVEX_INTERFACE_LANGUAGES", "lang_id", Key::Code},
+    {"language", "TORVEX_LANGUAGES", "lang", Key::Code},
+    {"login", "TORVEX_LOGINS", "loginId", Key::Number},
+    {"metadata", "TORVEX_METADATA", "metaData_id", Key::Number},
+    {"role", "TORVEX_ROLES", "roleId", Key::Number},
+    {"server", "TORVEX_SERVERS", "serverId", Key::Number},
+    {"site", "TORVEX_SITES", "site", Key::Code},
+    {"stylesheet", "TORVEX_STYLESHEETS", "ss_id", Key::Number},
+    {"user", "TORVEX_USERS", "userId", Key::Number},
+    {"xmlFeed", "TORVEX_FEEDS_XML", "feedId", Key::Number},
+}};
+
+constexpr std::string_view selectOtherHolder =
+    "select sessionId from TORVEX_LOGINS where sessionId = ? and loginId <> ?";
+constexpr std::string_view releaseLanguageOfSite =
+    "update TORVEX_SITES_LANGUAGES set lock = '' where site = ? and lang = ? and lock = ?";
+
+constexpr std::string_view configurationLock = "torvex_config_lock";
+
+/// Every attempt that fails is another session's success, so that this many in a row are no accident.
+constexpr int mostAttempts = 100;
+
+/// One record, by what its statements say about it.
+struct Item {
+    const ItemKind& kind;
+    db::Parameter key;
+
+    std::string selectLock() const {
+        return join({"select lock from ", kind.table, " where ", kind.keyColumn, " = ?"});
+    }
+    std::string replaceLock() const {
+        return join({"update ", kind.table, " set lock = ? where ", kind.keyColumn,
+                     " = ? and coalesce(lock, '') = ?"});
+    }
+    std::string releaseLock() const {
+        return join({"update ", kind.table, " set lock = '' where ", kind.keyColumn, " = ? and lock = ?"});
+    }
+
+  private:
+    static std::string join(std::initializer_list<std::string_view> parts) {
+        std::string whole;
+        for (const std::string_view part : parts) whole += part;
+        return whole;
+    }
+};
+
+/// Nothing for an unknown word, and for a key that no record can have.
+std::optional<Item> findItem(std::string_view word, std::string_view itemId) {
+    for (const ItemKind& kind : itemKinds) {
+        if (!text::equals(kind.word, text::trim(word))) continue;
+        const std::string_view key = text::trim(itemId);
+        if (kind.key == Key::Code) return Item{kind, key};
+        if (!text::isNumeric(key)) return std::nullopt;
+        return Item{kind, text::toNumber(key)};
+    }
+    return std::nullopt;
+}
+
+/// Nothing when there is no such record.
+std::optional<std::string> holderOf(db::Connection& connection, const Item& item) {
+    auto rows = connection.query(item.selectLock(), {item.key});
+    if (!rows.next()) return std::nullopt;
+    return rows.text("lock");
+}
+
+bool isKeptByOther(db::Connection& connection, std::string_view holder, const LockSeeker& seeker) {
+    if (holder.empty() || text::equals(holder, seeker.sessionId)) return false;
+    return connection.query(selectOtherHolder, {holder, seeker.loginId}).next();
+}
+
+/// Other writers of the application's values wait while it lives.
+class WriterLock {
+  public:
+    explicit WriterLock(ApplicationValues& application) : application_(application) { application_.lock(); }
+    WriterLock(const WriterLock&) = delete;
+    WriterLock& operator=(const WriterLock&) = delete;
+    ~WriterLock() { application_.unlock(); }
+
+  private:
+    ApplicationValues& application_;
+};
+
+/// False when the holder isn't the expected one any more.
+bool replaceHolder(ApplicationValues& application, std::string_view expected, std::string_view next) {
+    const WriterLock lock(application);
+    if (!text::equals(application.text(configurationLock), expected)) return false;
+    application.set(configurationLock, next);
+    return true;
+}
+
+}  // namespace
+
+bool takeItem(db::Connection& connection, std::string_view item, std::string_view itemId,
+              const LockSeeker& seeker) {
+    const auto found = findItem(item, itemId);
+    if (!found) return false;
+    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+        const auto holder = holderOf(connection, *found);
+        if (!holder || isKeptByOther(connection, *holder, seeker)) return false;
+        const auto written =
+            connection.execute(found->replaceLock(), {seeker.sessionId, found->key, *holder});
+        if (written > 0) return true;
+    }
+    throw db::DatabaseError("the lock is changed by others all the time");
+}
+
+void releaseItem(db::Connection& connection, std::string_view item, std::string_view itemId,
+                 std::string_view sessionId) {
+    const auto found = findItem(item, itemId);
+    if (!found) return;
+    if (found->kind.word == "language") {
+        const std::string_view id = text::trim(itemId);
+        connection.execute(releaseLanguageOfSite, {text::first(id, 2), text::last(id, 2), sessionId});
+    } else {
+        connection.execute(found->releaseLock(), {found->key, sessionId});
+    }
+}
+
+bool takeConfiguration(db::Connection& connection, ApplicationValues& application, const LockSeeker& seeker) {
+    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+        const std::string holder = application.text(configurationLock);
+        if (isKeptByOther(connection, holder, seeker)) return false;
+        if (replaceHolder(application, holder, seeker.sessionId)) return true;
+    }
+    throw db::DatabaseError("the lock is changed by others all the time");
+}
+
+void releaseConfiguration(ApplicationValues& application, std::string_view sessionId) {
+    replaceHolder(application, sessionId, "");
+}
+
+}  // namespace torvex
