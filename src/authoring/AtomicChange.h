@@ -10,8 +10,9 @@ class Connection;
 }
 
 /// Runs a change in one transaction, on a connection of its own, and commits it when it gives no code. A
-/// code, and anything thrown, takes all of it back; what was thrown gives the code `status::failed`.
-std::string_view changeAtomically(HostContext& host,
+/// code, and anything thrown, takes all of it back; what was thrown gives the code `status::failed`, and
+/// operators are told, by the names of the operation and of the page.
+std::string_view changeAtomically(HostContext& host, std::string_view operation, std::string_view ident,
                                   const std::function<std::string_view(db::Connection&)>& change);
 
 }  // namespace torvex

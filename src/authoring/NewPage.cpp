@@ -2,6 +2,7 @@
 
 #include "authoring/AtomicChange.h"
 #include "authoring/PageBuffer.h"
+#include "authoring/RunReport.h"
 #include "authoring/SetupChecks.h"
 #include "authoring/SetupRow.h"
 #include "authoring/SiblingOrder.h"
@@ -16,6 +17,8 @@
 namespace torvex {
 
 namespace {
+
+constexpr std::string_view operationName = "saveNewPageSetup";
 
 constexpr std::string_view pageExists = "-3";
 constexpr std::string_view noFreeNumber = "-5";
@@ -99,11 +102,13 @@ std::string cManager::saveNewPageSetup(const std::string& site, const std::strin
     std::string_view code = checkSetup(*this, page_, place);
     if (code.empty()) code = findNode(*this, page_, place);
     if (!code.empty()) return std::string(code);
-    code = changeAtomically(host_, [&](db::Connection& own) {
+    code = changeAtomically(host_, operationName, page_.nodeId, [&](db::Connection& own) {
         return create(own, page_, place, insertIdent, {author_.loginId, host_.clock.now()});
     });
     if (!code.empty()) return std::string(code);
-    addAuditTrail(text::fromNumber(page_.pageId), "", "new", "New page (node " + page_.nodeId + ")");
+    followUp(host_, operationName, page_.nodeId, [&] {
+        addAuditTrail(text::fromNumber(page_.pageId), "", "new", "New page (node " + page_.nodeId + ")");
+    });
     return page_.nodeId;
 } catch (...) {
     raiseFrom("saveNewPageSetup !");

@@ -4,6 +4,7 @@
 
 #include "authoring/AtomicChange.h"
 #include "authoring/PageBuffer.h"
+#include "authoring/RunReport.h"
 #include "authoring/SetupChecks.h"
 #include "authoring/SetupRow.h"
 #include "authoring/StatusCodes.h"
@@ -19,6 +20,8 @@
 namespace torvex {
 
 namespace {
+
+constexpr std::string_view operationName = "savePageSetup";
 
 constexpr std::string_view lockedByOther = "-1";
 constexpr std::string_view pageMissing = "-2";
@@ -107,11 +110,12 @@ std::string cManager::savePageSetup(const std::string& pageIdent) try {
     if (!isSite(place.site) || !isLang(place.lang)) return std::string(unknownWebsite);
     std::string_view code = checkSetup(*this, page_, place);
     if (!code.empty()) return std::string(code);
-    code = changeAtomically(host_, [&](db::Connection& own) {
+    code = changeAtomically(host_, operationName, place.itself, [&](db::Connection& own) {
         return save(*this, own, page_, place, {author_.loginId, host_.clock.now()});
     });
     if (!code.empty()) return std::string(code);
-    addAuditTrail(text::fromNumber(page_.pageId), "", "save", "Page setup has been updated");
+    followUp(host_, operationName, place.itself,
+             [&] { addAuditTrail(place.itself, "", "save", "Page setup has been updated"); });
     return std::string(status::done);
 } catch (...) {
     raiseFrom("savePageSetup !");
