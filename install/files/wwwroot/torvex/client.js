@@ -6,9 +6,9 @@
 
   window.torvex_empty = "";
 
-  // A document in a window of its own.
+  // A document in a window of its own. A preview names its address in place of the site.
   window.popup = (site, file) => {
-    window.open(documents + site + "/" + file, "_blank", "noopener");
+    window.open(site.startsWith("/") ? site : documents + site + "/" + file, "_blank", "noopener");
   };
 
   // A page, where a link was written for a frame set.
