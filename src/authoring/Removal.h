@@ -15,8 +15,8 @@ inline constexpr std::string_view description = "The page has been removed";
 
 /// Removes a page and all below it, whatever state they are in, from the design and the live tables, with
 /// their hits and all that points at them. Works within a transaction of the caller. On the embedded store
-/// the hits lie in a file of their own, which commits a moment later than the content: only a crash of the
-/// machine between the two leaves hits of pages that are gone.
+/// the hits lie in a file of their own, which commits behind the content: a crash while the content is on its
+/// way to the disk may leave hits of pages that are gone, but never loses those of a page that stays.
 void removeBranch(db::Connection& connection, std::string_view nodeId);
 
 }  // namespace torvex

@@ -87,9 +87,11 @@ void takeWholeWindow(std::string& link) {
 
 /// Whether every attribute is written as `href=` with its value close behind: nearly all are.
 bool isNormal(std::string_view link) {
-    if (link.find_first_of("[{") != text::npos) return false;
-    const std::size_t equals = link.find('=');
-    return equals == text::npos || (link.find(" =") == text::npos && link.find("= ") == text::npos);
+    if (link.find('[') != text::npos || link.find('{') != text::npos) return false;
+    for (std::size_t at = link.find('='); at != text::npos; at = link.find('=', at + 1)) {
+        if ((at > 0 && link[at - 1] == ' ') || (at + 1 < link.size() && link[at + 1] == ' ')) return false;
+    }
+    return true;
 }
 
 /// Brings the notations of the attribute to one; returns whether the tag lies inside a script's string.
@@ -115,11 +117,15 @@ std::string_view pageInAddress(std::string_view address, bool& found) {
 }
 
 /// Keeps the browser's status bar clean.
-std::string withoutStatus(const std::string& link, bool doubleQuoted) {
+std::string withoutStatus(std::string link, bool doubleQuoted) {
     if (link.empty() || text::contains(link, "onmouseover")) return link;
-    return text::replaceAll(link, ">",
-                            doubleQuoted ? " onmouseover=\"window.status=top.torvex_empty;return true;\" >"
-                                         : " onmouseover='window.status=top.torvex_empty;return true;' >");
+    const std::string_view status = doubleQuoted
+                                        ? " onmouseover=\"window.status=top.torvex_empty;return true;\" >"
+                                        : " onmouseover='window.status=top.torvex_empty;return true;' >";
+    for (std::size_t at = link.find('>'); at != text::npos; at = link.find('>', at + status.size())) {
+        link.replace(at, 1, status);
+    }
+    return link;
 }
 
 }  // namespace
@@ -170,11 +176,12 @@ void LinkBuilder::prepare(const std::vector<std::string>& startTags) try {
     std::vector<std::string> identifiers;
     std::string normal;
     for (const std::string& given : startTags) {
-        if (!isNormal(given)) {
+        const bool isGivenNormal = isNormal(given);
+        if (!isGivenNormal) {
             normal = given;
             normalise(normal);
         }
-        const std::string& tag = isNormal(given) ? given : normal;
+        const std::string& tag = isGivenNormal ? given : normal;
         std::string_view identifier;
         if (const std::size_t page = findAddress(tag, "page("); page != text::npos) {
             const std::string_view rest = std::string_view(tag).substr(page + 5);
@@ -196,8 +203,8 @@ void LinkBuilder::prepare(const std::vector<std::string>& startTags) try {
 std::string LinkBuilder::rewrite(std::string startTag, LinkTag kind) try {
     Link link{std::move(startTag), kind, false};
     link.escaped = normalise(link.tag);
-    const std::string built = build(link);
-    return withoutStatus(built, link.doubleQuoted);
+    std::string built = build(link);
+    return withoutStatus(std::move(built), link.doubleQuoted);
 } catch (...) {
     raiseFrom("makeLink !");
 }
@@ -215,7 +222,7 @@ std::string LinkBuilder::build(Link& link) {
     }
     if (mayBeNotation && hasAddress(link.tag, "file(")) return buildFile(link);
     if (!leadsOutside(link.tag)) replaceIn(link.tag, "_parent", "_top");
-    return link.tag;
+    return std::move(link.tag);
 }
 
 /// A link written as an address of one of the two scripts.
@@ -226,13 +233,13 @@ std::string LinkBuilder::buildAddressForm(Link& link, std::string_view script) {
         replaceIn(link.tag, attribute + std::string(script.substr(1)), attribute + std::string(script));
     }
     if (isFrameset) takeWholeWindow(link.tag);
-    if (checked_ && !checkAddress(link, script)) return link.tag;
+    if (checked_ && !checkAddress(link, script)) return std::move(link.tag);
     if (frames_ && !isFrameset) {
         replaceIn(link.tag, pageScript, framesetScript);
         takeWholeWindow(link.tag);
     }
     if (!frames_ && isFrameset) replaceIn(link.tag, framesetScript, pageScript);
-    return link.tag;
+    return std::move(link.tag);
 }
 
 /// The address names a page afterwards, whatever else the tag holds.
@@ -276,9 +283,12 @@ bool LinkBuilder::checkAddress(Link& link, std::string_view script) {
 }
 
 std::string LinkBuilder::buildPage(Link& link) {
-    bool leaves = text::contains(link.tag, "_parent");
+    // The names of all windows that a link may lead to begin with the same character.
+    const bool namesWindow = link.tag.find('_') != std::string::npos;
+    bool leaves = namesWindow && text::contains(link.tag, "_parent");
     if (leaves) replaceTarget(link.tag, "_parent", "target=_top");
-    leaves = leaves || text::contains(link.tag, "_top") || text::contains(link.tag, "_blank");
+    leaves =
+        leaves || (namesWindow && (text::contains(link.tag, "_top") || text::contains(link.tag, "_blank")));
     const std::size_t begin = findAddress(link.tag, "page(");
     const std::size_t close = link.tag.find(')', begin);
     if (close == std::string::npos) return link.tag;

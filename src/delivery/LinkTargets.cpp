@@ -12,34 +12,41 @@ namespace torvex {
 
 namespace {
 
-// Lists are filled up to this length by repeating their last value, so that one prepared statement serves
-// every page.
+// Lists are filled up to this length, so that one prepared statement serves every page.
 constexpr std::size_t listLength = 32;
 
-// Whether a page shows is asked for by its node, which the design tables give: so the two are joined by it.
+// Whether a page shows is asked for by its node, which the design tables give. Nearly always the live page of
+// the same number has that node, and then it is the answer. Written as a cross join, since SQLite takes the
+// tables of one in their order; it then runs through the numbers without putting them into a table first.
 constexpr std::string_view selectByNumber =
     "select d.pageId, d.nodeId, l.nodeId as liveNode, l.type, l.online, l.onlineFrom, l.onlineTo "
-    "from TORVEX_PAGES_DESIGN d left outer join TORVEX_PAGES_LIVE l on l.nodeId = d.nodeId where d.pageId";
+    "from wanted w cross join TORVEX_PAGES_DESIGN d left outer join TORVEX_PAGES_LIVE l on l.pageId = "
+    "d.pageId "
+    "where d.pageId = w.pageId";
 constexpr std::string_view selectNumbers = "select pageId, nodeId from TORVEX_PAGES_DESIGN where nodeId";
 constexpr std::string_view selectStates =
-    "select nodeId, nodeId as liveNode, type, online, onlineFrom, onlineTo from TORVEX_PAGES_LIVE where "
-    "nodeId";
+    "select nodeId, type, online, onlineFrom, onlineTo from TORVEX_PAGES_LIVE where nodeId";
+
+/// `part` as often as a list is long.
+std::string listOf(std::string_view part) {
+    std::string list(part);
+    for (std::size_t i = 1; i < listLength; ++i) list.append(",").append(part);
+    return list;
+}
 
 std::string withList(std::string_view statement) {
-    std::string result(statement);
-    result += " in (?";
-    for (std::size_t i = 1; i < listLength; ++i) result += ",?";
-    return result + ")";
+    return std::string(statement) + " in (" + listOf("?") + ")";
 }
 
 /// Runs `statement` for all values, a list at a time, and hands every row to `take`.
 template <typename Take>
 void forEachRow(db::Connection& connection, const std::string& statement,
-                std::span<const db::Parameter> values, Take take) {
+                std::span<const db::Parameter> values, const db::Parameter& filler, Take take) {
+    std::vector<db::Parameter> list;
     for (std::size_t from = 0; from < values.size(); from += listLength) {
         const auto part = values.subspan(from, std::min(listLength, values.size() - from));
-        std::vector<db::Parameter> list(part.begin(), part.end());
-        list.resize(listLength, list.back());
+        list.assign(part.begin(), part.end());
+        list.resize(listLength, filler);
         auto rows = connection.query(statement, list);
         while (rows.next()) take(rows);
     }
@@ -48,8 +55,8 @@ void forEachRow(db::Connection& connection, const std::string& statement,
 }  // namespace
 
 void LinkTargets::learn(const std::vector<std::string>& identifiers) {
-    std::vector<std::string> numbers;
-    std::vector<std::string> nodes;
+    std::vector<std::string_view> numbers;
+    std::vector<std::string_view> nodes;
     for (const auto& identifier : identifiers) {
         if (!targets_.try_emplace(identifier).second || identifier.size() > PageIdentity::longestNode)
             continue;
@@ -59,47 +66,72 @@ void LinkTargets::learn(const std::vector<std::string>& identifiers) {
     learnNodes(nodes);
 }
 
-void LinkTargets::learnNumbers(const std::vector<std::string>& identifiers) {
-    static const std::string statement = withList(selectByNumber);
-    std::multimap<double, Target*> wanted;
+void LinkTargets::learnNumbers(const std::vector<std::string_view>& identifiers) {
+    static const std::string statement =
+        "with wanted (pageId) as (values " + listOf("(?)") + ") " + std::string(selectByNumber);
+    constexpr PageId noPage = -1;
+    std::multimap<PageId, Target*> wanted;
     std::vector<db::Parameter> values;
-    for (const auto& identifier : identifiers) {
-        Target& target = targets_[identifier];
+    for (const auto identifier : identifiers) {
+        Target& target = targets_.find(identifier)->second;
         target.identity.pageId = text::toNumber(identifier);
         wanted.emplace(target.identity.pageId, &target);
         values.emplace_back(target.identity.pageId);
     }
-    forEachRow(connection_, statement, values, [&](const db::Rows& rows) {
+    std::vector<Target*> moved;
+    forEachRow(connection_, statement, values, noPage, [&](const db::Rows& rows) {
         const auto [first, last] = wanted.equal_range(rows.number("pageId"));
         for (auto entry = first; entry != last; ++entry) {
-            entry->second->identity.nodeId = rows.text("nodeId");
-            takeState(*entry->second, rows);
+            Target& target = *entry->second;
+            target.identity.nodeId = rows.text("nodeId");
+            if (text::equals(rows.view("liveNode"), target.identity.nodeId)) {
+                takeState(target, rows);
+            } else {
+                moved.push_back(&target);
+            }
         }
     });
+    learnStates(moved);
 }
 
-void LinkTargets::learnNodes(const std::vector<std::string>& identifiers) {
-    static const std::string numbers = withList(selectNumbers);
-    static const std::string states = withList(selectStates);
-    std::vector<db::Parameter> values;
-    for (const auto& identifier : identifiers) {
-        targets_[identifier].identity = {-1, identifier};
-        values.emplace_back(std::string_view(identifier));
+void LinkTargets::learnNodes(const std::vector<std::string_view>& identifiers) {
+    static const std::string statement = withList(selectNumbers);
+    if (identifiers.empty()) return;
+    std::vector<db::Parameter> values(identifiers.begin(), identifiers.end());
+    std::vector<Target*> targets;
+    for (const auto identifier : identifiers) {
+        Target& target = targets_.find(identifier)->second;
+        target.identity = {-1, std::string(identifier)};
+        targets.push_back(&target);
     }
     // A row may answer an identifier in another spelling; that one makes no target of the row's.
-    forEachRow(connection_, numbers, values, [this](const db::Rows& rows) {
-        const auto target = targets_.find(text::lower(rows.text("nodeId")));
-        if (target != targets_.end()) target->second.identity.pageId = rows.number("pageId", -1);
+    forEachRow(connection_, statement, values, values.back(), [this](const db::Rows& rows) {
+        const double pageId = rows.number("pageId", -1);
+        const auto target = targets_.find(text::lower(rows.view("nodeId")));
+        if (target != targets_.end()) target->second.identity.pageId = pageId;
     });
-    forEachRow(connection_, states, values, [this](const db::Rows& rows) {
-        const auto target = targets_.find(text::lower(rows.text("nodeId")));
-        if (target != targets_.end()) takeState(target->second, rows);
+    learnStates(targets);
+}
+
+/// By the node that each of them has.
+void LinkTargets::learnStates(const std::vector<Target*>& targets) {
+    static const std::string statement = withList(selectStates);
+    if (targets.empty()) return;
+    std::multimap<std::string, Target*> wanted;
+    std::vector<db::Parameter> values;
+    for (Target* target : targets) {
+        wanted.emplace(text::lower(target->identity.nodeId), target);
+        values.emplace_back(std::string_view(target->identity.nodeId));
+    }
+    forEachRow(connection_, statement, values, values.back(), [&](const db::Rows& rows) {
+        const auto [first, last] = wanted.equal_range(text::lower(rows.view("nodeId")));
+        for (auto entry = first; entry != last; ++entry) takeState(*entry->second, rows);
     });
 }
 
 /// A node too short to be one is never asked for.
 void LinkTargets::takeState(Target& target, const db::Rows& rows) const {
-    if (rows.isNull("liveNode") || target.identity.nodeId.size() < PageIdentity::rootLength) return;
+    if (target.identity.nodeId.size() < PageIdentity::rootLength) return;
     if (text::equals(text::trim(rows.view("type")), "F")) {
         target.state = State::Folder;
     } else if (isOnlineOn(today_, rows.number("online"), rows.view("onlineFrom"), rows.view("onlineTo"))) {
@@ -116,7 +148,7 @@ LinkTargets::Target& LinkTargets::targetOf(const std::string& identifier) {
 bool LinkTargets::isOnline(const std::string& identifier) {
     Target& target = targetOf(identifier);
     if (target.state == State::Folder) {
-        const bool shows = isNodeOnline(connection_, target.identity.nodeId, today_);
+        const bool shows = isFolderOnline(connection_, target.identity.nodeId, today_);
         target.state = shows ? State::Online : State::Offline;
     }
     return target.state == State::Online;

@@ -39,8 +39,9 @@ class LinkTargets {
     };
 
     Target& targetOf(const std::string& identifier);
-    void learnNumbers(const std::vector<std::string>& identifiers);
-    void learnNodes(const std::vector<std::string>& identifiers);
+    void learnNumbers(const std::vector<std::string_view>& identifiers);
+    void learnNodes(const std::vector<std::string_view>& identifiers);
+    void learnStates(const std::vector<Target*>& targets);
     void takeState(Target& target, const db::Rows& rows) const;
 
     db::Connection& connection_;

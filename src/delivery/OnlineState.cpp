@@ -11,17 +11,13 @@ namespace torvex {
 namespace {
 
 constexpr std::string_view selectNode =
-    "select nodeId, type, online, onlineFrom, onlineTo from TORVEX_PAGES_LIVE where nodeId = ?";
+    "select type, nodeId, online, onlineFrom, onlineTo from TORVEX_PAGES_LIVE where nodeId = ?";
 constexpr std::string_view selectFirstChild =
-    "select nodeId, type, online, onlineFrom, onlineTo from TORVEX_PAGES_LIVE "
+    "select type, nodeId, online, onlineFrom, onlineTo from TORVEX_PAGES_LIVE "
     "where parent = ? order by orderId, nodeId";
 
-}  // namespace
-
-bool isNodeOnline(db::Connection& connection, std::string_view nodeId, std::string_view today) {
-    if (nodeId.size() < PageIdentity::rootLength) return false;
-    FolderTrail trail;
-    auto rows = connection.query(selectNode, {nodeId});
+/// Whether the page shows that `rows` give, or the first page below the folder that they give.
+bool doesFirstShow(db::Connection& connection, db::Rows rows, FolderTrail& trail, std::string_view today) {
     while (rows.next()) {
         if (!text::equals(text::trim(rows.view("type")), "F")) {
             return isOnlineOn(today, rows.number("online"), rows.view("onlineFrom"), rows.view("onlineTo"));
@@ -31,6 +27,20 @@ bool isNodeOnline(db::Connection& connection, std::string_view nodeId, std::stri
         rows = connection.query(selectFirstChild, {folder});
     }
     return false;
+}
+
+}  // namespace
+
+bool isNodeOnline(db::Connection& connection, std::string_view nodeId, std::string_view today) {
+    if (nodeId.size() < PageIdentity::rootLength) return false;
+    FolderTrail trail;
+    return doesFirstShow(connection, connection.query(selectNode, {nodeId}), trail, today);
+}
+
+bool isFolderOnline(db::Connection& connection, const std::string& nodeId, std::string_view today) {
+    FolderTrail trail;
+    trail.leadsOn(nodeId);
+    return doesFirstShow(connection, connection.query(selectFirstChild, {nodeId}), trail, today);
 }
 
 }  // namespace torvex

@@ -12,4 +12,7 @@ class Connection;
 /// for a node that isn't published.
 bool isNodeOnline(db::Connection& connection, std::string_view nodeId, std::string_view today);
 
+/// The same for a node that is known to be a published folder.
+bool isFolderOnline(db::Connection& connection, const std::string& nodeId, std::string_view today);
+
 }  // namespace torvex

@@ -33,9 +33,11 @@ bool BufferedHits::count(std::string_view nodeId, std::string_view day, bool uni
             unique = unique || !before;
         }
     }
+    const bool isFirst = pending_.empty();
     add(key, unique);
     lock.unlock();
-    changed_.notify_one();
+    // The thread that writes waits for the first view; while it gathers more, waking it would only cost.
+    if (isFirst) changed_.notify_one();
     return unique;
 }
 

@@ -36,7 +36,13 @@ int digits(const std::string& text, std::size_t at, std::size_t length) {
 }  // namespace
 
 std::string date8(const DateTime& moment) {
-    return fmt::format("{:04}{:02}{:02}", moment.year, moment.month, moment.day);
+    // Asked for several times by every page, so without a general formatter.
+    std::string text(8, '0');
+    int rest = (moment.year * 100 + moment.month) * 100 + moment.day;
+    for (auto digit = text.rbegin(); digit != text.rend(); ++digit, rest /= 10) {
+        *digit = static_cast<char>('0' + rest % 10);
+    }
+    return text;
 }
 
 std::string isoText(const DateTime& moment) {

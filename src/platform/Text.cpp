@@ -8,24 +8,6 @@ namespace {
 
 using utf8::Unit;
 
-/// What is left to compare of one side.
-class Walker {
-  public:
-    explicit Walker(std::string_view text) : text_(text) {}
-
-    bool atEnd() const { return at_ == text_.size(); }
-    std::uint32_t nextFolded() {
-        if (utf8::isAscii(text_[at_])) return utf8::foldedAscii(text_[at_++]);
-        const Unit unit = utf8::unitAt(text_, at_);
-        at_ += unit.length;
-        return utf8::folded(unit.value);
-    }
-
-  private:
-    std::string_view text_;
-    std::size_t at_ = 0;
-};
-
 void appendCodePoint(std::string& to, UChar32 value) {
     std::array<std::uint8_t, 4> bytes{};
     std::int32_t length = 0;
@@ -57,23 +39,35 @@ std::string mapped(std::string_view text, MapAscii mapAscii, Map map) {
     return result;
 }
 
+/// Whether two bytes are of different characters for sure.
+bool differ(char a, char b) {
+    return utf8::isAscii(a) && utf8::isAscii(b) && utf8::foldedAscii(a) != utf8::foldedAscii(b);
+}
+
 }  // namespace
 
 int compare(std::string_view a, std::string_view b) {
-    Walker left(a);
-    Walker right(b);
-    while (!left.atEnd() && !right.atEnd()) {
-        const std::uint32_t l = left.nextFolded();
-        const std::uint32_t r = right.nextFolded();
+    for (;;) {
+        const std::size_t same = utf8::sameAsciiRun(a, b);
+        a.remove_prefix(same);
+        b.remove_prefix(same);
+        if (a.empty() || b.empty()) break;
+        const Unit left = utf8::unitAt(a, 0);
+        const Unit right = utf8::unitAt(b, 0);
+        const std::uint32_t l = utf8::folded(left.value);
+        const std::uint32_t r = utf8::folded(right.value);
         if (l != r) return l < r ? -1 : 1;
+        a.remove_prefix(left.length);
+        b.remove_prefix(right.length);
     }
-    return (left.atEnd() ? 0 : 1) - (right.atEnd() ? 0 : 1);
+    return (a.empty() ? 0 : 1) - (b.empty() ? 0 : 1);
 }
 
 bool equals(std::string_view a, std::string_view b) {
-    // Most names are written in one way.
+    // Most names are written in one way, and most that differ do so at one of their ends.
     if (a == b) return true;
-    return !a.empty() && !b.empty() && matchLength(a, 0, b) == a.size();
+    if (a.empty() || b.empty() || differ(a.front(), b.front()) || differ(a.back(), b.back())) return false;
+    return matchLength(a, 0, b) == a.size();
 }
 
 bool startsWith(std::string_view text, std::string_view prefix) {

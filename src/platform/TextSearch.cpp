@@ -14,41 +14,56 @@ struct Anchor {
     std::size_t offset = 0;  ///< bytes from the start of a match
     std::array<char, 3> bytes{};
     std::size_t count = 0;  ///< of the bytes
-    int cost = std::numeric_limits<int>::max();
 };
 
-/// Some measure of how often a byte occurs in HTML.
-int costOf(char c) {
-    constexpr std::string_view markup = "<>/=\"-. \r\n'0123456789:;";
-    const char lower = static_cast<char>(utf8::foldedAscii(c));
-    if (lower >= 'a' && lower <= 'z') return lower == 'j' || lower == 'q' || lower == 'z' ? 3 : 8;
-    return markup.find(c) != std::string_view::npos ? 2 : 1;
+constexpr unsigned char lowestCost = 1;
+
+/// Some measure of how often each byte occurs in HTML. Letters cost more, as both cases are searched for.
+constexpr std::array<unsigned char, 256> costs = [] {
+    std::array<unsigned char, 256> table{};
+    const auto set = [&table](std::string_view bytes, unsigned char cost) {
+        for (const char c : bytes) table[static_cast<unsigned char>(c)] = cost;
+    };
+    for (auto& cost : table) cost = lowestCost;
+    set("<>/=\"-. \r\n'0123456789:;", 2);
+    set("jqzJQZ", 3);
+    set("bgkmpuvwxyBGKMPUVWXY", 5);
+    set("acdefhilnorstACDEFHILNORST", 8);
+    return table;
+}();
+
+unsigned char costOf(char c) {
+    return costs[static_cast<unsigned char>(c)];
 }
 
-Anchor anchorAt(std::string_view needle, std::size_t offset) {
+bool hasFormBeyondAscii(char c) {
+    const unsigned char lower = utf8::foldedAscii(c);
+    return lower == 'k' || lower == 's';
+}
+
+/// Where the cheapest anchor of a needle lies that begins with ASCII. Behind "k", "s" and what is not ASCII
+/// offsets are no longer fixed.
+std::size_t bestOffset(std::string_view needle) {
+    constexpr std::size_t farEnough = 16;
+    std::size_t best = 0;
+    for (std::size_t i = 0; i < std::min(needle.size(), farEnough); ++i) {
+        if (!utf8::isAscii(needle[i]) || hasFormBeyondAscii(needle[i])) break;
+        if (costOf(needle[i]) < costOf(needle[best])) best = i;
+        if (costOf(needle[best]) == lowestCost) break;
+    }
+    return best;
+}
+
+Anchor chooseAnchor(std::string_view needle) {
+    const std::size_t offset = bestOffset(needle);
     const char lower = static_cast<char>(utf8::foldedAscii(needle[offset]));
-    Anchor anchor{offset, {lower}, 1, costOf(lower)};
+    Anchor anchor{offset, {lower}, 1};
     if (lower < 'a' || lower > 'z') return anchor;
     anchor.bytes[anchor.count++] = static_cast<char>(lower - 32);
     // Two letters of ASCII have a third form beyond it: the Kelvin sign and the long s, by their first bytes.
     if (lower == 'k') anchor.bytes[anchor.count++] = '\xE2';
     if (lower == 's') anchor.bytes[anchor.count++] = '\xC5';
     return anchor;
-}
-
-/// The best anchor of a needle that begins with ASCII. Behind "k", "s" and what is not ASCII offsets are no
-/// longer fixed.
-Anchor chooseAnchor(std::string_view needle) {
-    constexpr std::size_t farEnough = 16;
-    Anchor best;
-    for (std::size_t i = 0; i < std::min(needle.size(), farEnough) && utf8::isAscii(needle[i]); ++i) {
-        const Anchor anchor = anchorAt(needle, i);
-        if (anchor.count < 3 || i == 0) {
-            if (anchor.cost < best.cost) best = anchor;
-        }
-        if (anchor.count == 3) break;
-    }
-    return best;
 }
 
 /// Finds the next of up to three bytes. It looks for each of them only a stretch ahead: otherwise a caller
@@ -139,22 +154,20 @@ std::string inAscii(std::string_view needle, std::uint32_t firstFolded) {
 }  // namespace
 
 std::size_t matchLength(std::string_view text, std::size_t at, std::string_view needle) {
-    std::size_t t = at;
-    for (std::size_t n = 0; n < needle.size();) {
-        if (t >= text.size()) return 0;
-        if (utf8::isAscii(text[t]) && utf8::isAscii(needle[n])) {
-            if (utf8::foldedAscii(text[t]) != utf8::foldedAscii(needle[n])) return 0;
-            ++t;
-            ++n;
-            continue;
-        }
-        const utf8::Unit ours = utf8::unitAt(text, t);
-        const utf8::Unit theirs = utf8::unitAt(needle, n);
+    if (at > text.size()) return 0;
+    std::string_view rest = text.substr(at);
+    for (;;) {
+        const std::size_t same = utf8::sameAsciiRun(rest, needle);
+        rest.remove_prefix(same);
+        needle.remove_prefix(same);
+        if (needle.empty()) return text.size() - rest.size() - at;
+        if (rest.empty() || (utf8::isAscii(rest.front()) && utf8::isAscii(needle.front()))) return 0;
+        const utf8::Unit ours = utf8::unitAt(rest, 0);
+        const utf8::Unit theirs = utf8::unitAt(needle, 0);
         if (ours.value != theirs.value && utf8::folded(ours.value) != utf8::folded(theirs.value)) return 0;
-        t += ours.length;
-        n += theirs.length;
+        rest.remove_prefix(ours.length);
+        needle.remove_prefix(theirs.length);
     }
-    return t - at;
 }
 
 std::size_t find(std::string_view text, std::string_view needle, std::size_t from) {

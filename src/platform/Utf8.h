@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -74,6 +75,37 @@ inline constexpr std::array<unsigned char, 128> asciiFolds = [] {
 /// The case-folded form of an ASCII character.
 inline unsigned char foldedAscii(char c) {
     return asciiFolds[static_cast<unsigned char>(c)];
+}
+
+/// Eight characters of ASCII, case-folded at once. Bytes beyond ASCII stay.
+inline std::uint64_t foldedWord(std::uint64_t word) {
+    constexpr std::uint64_t ones = 0x0101010101010101U;
+    const std::uint64_t low = word & (0x7F * ones);
+    // The highest bit of each byte tells whether the byte lies in the range; no sum carries into the next
+    // one.
+    const std::uint64_t fromA = low + (0x80 - 'A') * ones;
+    const std::uint64_t behindZ = low + (0x80 - 'Z' - 1) * ones;
+    const std::uint64_t upper = fromA & ~behindZ & ~word & (0x80 * ones);
+    return word | (upper >> 2U);
+}
+
+/// How many leading bytes of both texts are ASCII and the same but for their case.
+inline std::size_t sameAsciiRun(std::string_view a, std::string_view b) {
+    constexpr std::uint64_t beyondAscii = 0x8080808080808080U;
+    const std::size_t size = std::min(a.size(), b.size());
+    std::size_t at = 0;
+    for (std::uint64_t ours = 0, theirs = 0; at + sizeof ours <= size; at += sizeof ours) {
+        std::memcpy(&ours, a.data() + at, sizeof ours);
+        std::memcpy(&theirs, b.data() + at, sizeof theirs);
+        std::uint64_t unlike = (ours | theirs) & beyondAscii;
+        if (ours != theirs) unlike |= foldedWord(ours) ^ foldedWord(theirs);
+        if (unlike == 0) continue;
+        constexpr bool firstIsLowest = std::endian::native == std::endian::little;
+        const int bits = firstIsLowest ? std::countr_zero(unlike) : std::countl_zero(unlike);
+        return at + static_cast<std::size_t>(bits) / 8;
+    }
+    while (at < size && isAscii(a[at]) && isAscii(b[at]) && foldedAscii(a[at]) == foldedAscii(b[at])) ++at;
+    return at;
 }
 
 /// The case-folded form of a unit's value.

@@ -6,6 +6,7 @@
 #include "platform/Errors.h"
 #include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/db/ScopeMemory.h"
 
 namespace torvex {
 
@@ -35,8 +36,10 @@ PageId lookUpNumber(db::Connection& connection, std::string_view nodeId) try {
 }  // namespace
 
 std::string nodeIdOf(db::Connection& connection, PageId pageId) {
-    auto rows = connection.query(selectNodeId, {pageId});
-    return rows.next() ? rows.text("nodeId") : std::string();
+    return db::remembered(connection, selectNodeId, text::fromNumber(pageId), [&] {
+        auto rows = connection.query(selectNodeId, {pageId});
+        return rows.next() ? rows.text("nodeId") : std::string();
+    });
 }
 
 PageId pageIdOf(db::Connection& connection, std::string_view nodeId) {

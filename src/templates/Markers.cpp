@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <fmt/format.h>
 #include <map>
 #include <vector>
 
@@ -11,6 +10,13 @@
 namespace torvex::markers {
 
 namespace {
+
+/// Markers are made for every place of every page.
+std::string joined(std::string_view first, std::string_view second, std::string_view third) {
+    std::string result;
+    result.reserve(first.size() + second.size() + third.size());
+    return result.append(first).append(second).append(third);
+}
 
 /// A start or end marker of a family of blocks.
 struct FamilyMarker {
@@ -47,7 +53,7 @@ std::optional<FamilyMarker> readFamilyMarker(std::string_view text, std::size_t 
 
 /// All markers of a family, by number and then by place.
 std::vector<FamilyMarker> familyMarkers(std::string_view text, std::string_view name) {
-    const std::string prefix = fmt::format("{}{}_", opening, name);
+    const std::string prefix = joined(opening, name, "_");
     std::vector<FamilyMarker> found;
     for (std::size_t at = text::find(text, prefix); at != text::npos; at = text::find(text, prefix, at + 1)) {
         const auto marker = readFamilyMarker(text, at, at + text::matchLength(text, at, prefix));
@@ -107,15 +113,15 @@ bool addBlocks(MarkerIterator marker, MarkerIterator last, Replacements& replace
 }  // namespace
 
 std::string tag(std::string_view name) {
-    return fmt::format("{}{}{}", opening, name, closing);
+    return joined(opening, name, closing);
 }
 
 std::string blockStart(std::string_view name) {
-    return fmt::format("{}{}_start{}", opening, name, closing);
+    return joined(opening, name, "_start!-->");
 }
 
 std::string blockEnd(std::string_view name) {
-    return fmt::format("{}{}_end{}", opening, name, closing);
+    return joined(opening, name, "_end!-->");
 }
 
 std::optional<Block> findBlock(std::string_view text, std::string_view startMarker,

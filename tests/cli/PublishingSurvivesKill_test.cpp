@@ -219,13 +219,13 @@ class PublishingSurvivesKillTest : public ProgramTest {
                 EXPECT_EQ(held(store, twin, number), done ? nothing : whole(1)) << twin;
             }
         }
-        // The hits are in a file of their own, which commits behind the content.
+        // The hits are in a file of their own, which commits behind the content: they may be left of a page
+        // that is gone, but never are they lost of one that stays.
         const std::string hits =
             store.list(fmt::format("select hits from TORVEX_LOGGING where nodeId = '{}.01'", nodeOf(page)));
         if (!done) {
             EXPECT_EQ(hits, "1");
         }
-        if (done && hits == "1") ++hitsLeft_;
         return done;
     }
 
@@ -256,8 +256,7 @@ class PublishingSurvivesKillTest : public ProgramTest {
         expectWholeSnapshots();
     }
 
-    int done_ = 0;      ///< pages that were published or removed before a kill
-    int hitsLeft_ = 0;  ///< pages removed whose hits were not
+    int done_ = 0;  ///< pages that were published or removed before a kill
 };
 
 TEST_F(PublishingSurvivesKillTest, EveryPageIsPublishedAsAWholeOrNotAtAll) {
@@ -287,7 +286,6 @@ TEST_F(PublishingSurvivesKillTest, EveryPageIsPublishedAsAWholeOrNotAtAll) {
     EXPECT_GE(killed, kills);
     // Otherwise the kills came too early to show anything.
     EXPECT_GT(done_, kills);
-    EXPECT_LE(hitsLeft_, 2);
 
     output({"snapshot", "--install", site(), "--all"});
     for (const auto& entry : fs::recursive_directory_iterator(site() + "/search")) {

@@ -85,6 +85,14 @@ TEST(LinkScan, AreasAreOfTheirOwnKind) {
     EXPECT_THAT(policy.kinds, ElementsAre(LinkTag::Anchor, LinkTag::Area));
 }
 
+TEST(LinkScan, TagsAreFoundWhereverTheyStand) {
+    for (std::size_t before = 0; before < 300; ++before) {
+        const std::string words(before, 'x');
+        EXPECT_EQ(rewritten(words + "<a b>c</a>" + words), words + "<A>c</a>" + words) << before;
+        EXPECT_EQ(rewritten(words + "<area b>"), words + "<AREA>") << before;
+    }
+}
+
 TEST(LinkScan, TagsAreFoundIgnoringCase) {
     EXPECT_EQ(rewritten("<A HREF=x>w</A><AREA HREF=y>"), "<A>w</a><AREA>");
 }

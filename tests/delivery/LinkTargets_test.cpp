@@ -61,6 +61,18 @@ TEST_P(LinkTargetsTest, IdentifiersThatAreNoneEqualAskingOneByOne) {
     expectSame(asked);
 }
 
+TEST_P(LinkTargetsTest, PagesMovedSinceTheyWerePublishedEqualAskingOneByOne) {
+    page("aa.bb.20").id(70).insertInDesignOnly();  // was "aa.bb.21", where the public still finds it
+    page("aa.bb.21").id(70).insertInLiveOnly();
+    page("aa.bb.21").id(71).insertInDesignOnly();  // has taken its place, and was "aa.bb.20"
+    page("aa.bb.20").id(71).offline().insertInLiveOnly();
+    page("aa.bb.22").id(72).insertInDesignOnly();  // moved to where nothing is published
+    page("aa.bb.23").id(72).type("F").insertInLiveOnly();
+    page("aa.bb.23.01").insert();
+    page("aa.bb.23").id(73).insertInDesignOnly();  // new, at the place of a published folder
+    expectSame({"70", "71", "72", "73", "aa.bb.20", "aa.bb.21", "aa.bb.22", "aa.bb.23"});
+}
+
 TEST_P(LinkTargetsTest, NumbersInOtherSpellingsEqualAskingOneByOne) {
     expectSame({"12", "12.0", "+12", "012", "12.", "12.5", "-12", "13", "0", "1e1"});
 }

@@ -34,6 +34,34 @@ TEST(Text, EqualsTellsDifferentTextsApart) {
     EXPECT_FALSE(text::equals("@", "`"));
 }
 
+TEST(Text, EveryPlaceOfALongTextCounts) {
+    const std::string alphabet = "abcdefghijklmnopqrstuvwxyz0123456789[]^_`{|}";
+    for (std::size_t length = 1; length <= alphabet.size(); ++length) {
+        const std::string text = alphabet.substr(0, length);
+        EXPECT_TRUE(text::equals(text, text::upper(text)));
+        for (std::size_t at = 0; at < length; ++at) {
+            std::string other = text::upper(text);
+            other[at] = '~';
+            EXPECT_FALSE(text::equals(text, other)) << text << " at " << at;
+            EXPECT_EQ(text::compare(text, other), -1) << text << " at " << at;
+            EXPECT_EQ(text::compare(other, text), 1) << text << " at " << at;
+            other.replace(at, 1, "é");
+            EXPECT_FALSE(text::equals(text, other)) << text << " at " << at;
+            EXPECT_EQ(text::compare(text, other), -1) << text << " at " << at;
+        }
+    }
+}
+
+TEST(Text, ALetterBeyondAsciiDoesNotEndTheComparison) {
+    const std::string before = "0123456789";
+    for (std::size_t length = 0; length <= before.size(); ++length) {
+        const std::string start = before.substr(0, length);
+        EXPECT_TRUE(text::equals(start + "kÉnd of text", start + kelvin + "éND OF TEXT"));
+        EXPECT_FALSE(text::equals(start + "kÉnd of text", start + kelvin + "éND OF TEXTS"));
+        EXPECT_EQ(text::compare(start + "éa", start + "ÉB"), -1);
+    }
+}
+
 TEST(Text, MalformedBytesEqualOnlyThemselves) {
     EXPECT_TRUE(text::equals("\xFF", "\xFF"));
     EXPECT_FALSE(text::equals("\xC3", "\xE3"));

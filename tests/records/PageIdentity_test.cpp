@@ -23,6 +23,18 @@ TEST_P(PageIdentityTest, AnythingElseIsTheNodeAndTheNumberIsLookedUp) {
     EXPECT_EQ(found.nodeId, "aa.en.01");
 }
 
+TEST_P(PageIdentityTest, AChangeShowsAsSoonAsANewStateIsRead) {
+    page("aa.en.01").id(12).insert();
+    {
+        const db::ReadScope scope(connection());
+        EXPECT_EQ(nodeIdOf(connection(), 12), "aa.en.01");
+    }
+    connection().execute("update TORVEX_PAGES_DESIGN set nodeId = 'aa.en.02' where pageId = 12");
+    EXPECT_EQ(nodeIdOf(connection(), 12), "aa.en.02");
+    const db::ReadScope scope(connection());
+    EXPECT_EQ(nodeIdOf(connection(), 12), "aa.en.02");
+}
+
 TEST_P(PageIdentityTest, WhatIsNoPageIsNotValid) {
     page("aa.en.01").id(12).insert();
     for (const std::string& bad : badIdentifiers()) {

@@ -30,6 +30,7 @@ class FailingConnection final : public db::Connection {
         behind_->commit();
     }
     void rollback() override { behind_->rollback(); }
+    db::ScopeMemory* memory() override { return behind_->memory(); }
 
   private:
     db::Lease behind_;

@@ -35,6 +35,7 @@ class InterruptedConnection final : public db::Connection {
     void beginReading() override { behind_.beginReading(); }
     void commit() override { behind_.commit(); }
     void rollback() override { behind_.rollback(); }
+    db::ScopeMemory* memory() override { return behind_.memory(); }
 
   private:
     db::Connection& behind_;

@@ -38,7 +38,7 @@ class PageBuilder {
     PageBuilder& online(int online = 1);
     PageBuilder& offline() { return online(0); }
     PageBuilder& dates(const std::string& from, const std::string& to);
-    /// Any other column of both tables; an empty value is null.
+    /// Any other column; an empty value is null. Those of the workflow go into the design alone.
     PageBuilder& set(const std::string& column, Value value);
 
     /// Into the design and the live table. The page's number.

@@ -16,13 +16,15 @@ bool Rows::next() {
 
 std::size_t Rows::indexOf(std::string_view column) const {
     const std::size_t count = source_->columns();
-    for (std::size_t step = 0; step < count; ++step) {
-        const std::size_t index = (hint_ + step) % count;
-        if (!text::equals(source_->columnName(index), column)) continue;
-        hint_ = index + 1;
-        return index;
-    }
-    throw DatabaseError("the result has no column \"" + std::string(column) + "\"");
+    if (hint_ >= count) hint_ = 0;
+    std::size_t index = hint_;
+    // Most callers spell a name as the statement does.
+    while (index < count && source_->columnName(index) != column) ++index;
+    if (index == count) index = 0;
+    while (index < count && !text::equals(source_->columnName(index), column)) ++index;
+    if (index == count) throw DatabaseError("the result has no column \"" + std::string(column) + "\"");
+    hint_ = index + 1;
+    return index;
 }
 
 bool Rows::isNull(std::string_view column) const {
@@ -30,18 +32,15 @@ bool Rows::isNull(std::string_view column) const {
 }
 
 std::string Rows::text(std::string_view column) const {
-    const std::size_t index = indexOf(column);
-    return source_->isNull(index) ? std::string() : source_->text(index);
+    return source_->text(indexOf(column));
 }
 
 std::string_view Rows::view(std::string_view column) const {
-    const std::size_t index = indexOf(column);
-    return source_->isNull(index) ? std::string_view() : source_->view(index);
+    return source_->view(indexOf(column));
 }
 
 double Rows::number(std::string_view column, double ifNull) const {
-    const std::size_t index = indexOf(column);
-    return source_->isNull(index) ? ifNull : source_->number(index);
+    return source_->number(indexOf(column), ifNull);
 }
 
 Value Rows::value(std::string_view column) const {
@@ -57,7 +56,7 @@ std::string_view Rows::columnName(std::size_t index) const {
 }
 
 Value Rows::value(std::size_t index) const {
-    return source_->isNull(index) ? Value() : source_->value(index);
+    return source_->value(index);
 }
 
 Transaction::~Transaction() {

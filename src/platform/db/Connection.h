@@ -21,6 +21,8 @@ class DatabaseError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+class ScopeMemory;
+
 enum class Engine { Sqlite, PostgreSql };
 
 /// A value bound to a "?". Texts are viewed, not copied: they must live until the call returns. Whole numbers
@@ -107,6 +109,8 @@ class Connection {
     virtual void begin() = 0;
     /// For a request that only reads: all its queries see one state, and a change throws.
     virtual void beginReading() = 0;
+    /// What is kept of the state that `beginReading` has begun to read; null outside of that.
+    virtual ScopeMemory* memory() = 0;
     virtual void commit() = 0;
     virtual void rollback() = 0;
 };

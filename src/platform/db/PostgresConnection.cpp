@@ -3,10 +3,12 @@
 #include <array>
 #include <fmt/format.h>
 #include <libpq-fe.h>
+#include <optional>
 #include <poll.h>
 
 #include "platform/Text.h"
 #include "platform/db/PostgresStatement.h"
+#include "platform/db/ScopeMemory.h"
 
 namespace torvex::db {
 
@@ -117,7 +119,8 @@ class PostgresConnection final : public PooledConnection {
     std::int64_t execute(std::string_view statement, Parameters parameters) override;
     void executeScript(const std::string& script) override { command(script.c_str()); }
     void begin() override { beginWith("begin"); }
-    void beginReading() override { beginWith("begin transaction isolation level repeatable read read only"); }
+    void beginReading() override;
+    ScopeMemory* memory() override { return memory_ ? &*memory_ : nullptr; }
     void commit() override;
     void rollback() override;
     bool makeReusable() noexcept override;
@@ -137,8 +140,9 @@ class PostgresConnection final : public PooledConnection {
     Handle handle_;
     std::string text_;
     PostgresNames names_;
-    bool rested_ = false;    ///< it comes from the pool and hasn't been used since
-    bool outdated_ = false;  ///< prepared statements no longer fit the schema
+    std::optional<ScopeMemory> memory_;  ///< while it only reads
+    bool rested_ = false;                ///< it comes from the pool and hasn't been used since
+    bool outdated_ = false;              ///< prepared statements no longer fit the schema
 };
 
 void PostgresConnection::setUp() {
@@ -184,7 +188,13 @@ void PostgresConnection::beginWith(const char* statement) {
     }
 }
 
+void PostgresConnection::beginReading() {
+    beginWith("begin transaction isolation level repeatable read read only");
+    memory_.emplace();
+}
+
 void PostgresConnection::commit() {
+    memory_.reset();
     const PostgresResult result = command("commit");
     if (std::string_view(PQcmdStatus(result.get())) == "ROLLBACK") {
         throw DatabaseError("nothing was committed: a statement of the transaction had failed");
@@ -192,6 +202,7 @@ void PostgresConnection::commit() {
 }
 
 void PostgresConnection::rollback() {
+    memory_.reset();
     if (PQtransactionStatus(handle_.get()) != PQTRANS_IDLE) command("rollback");
 }
 

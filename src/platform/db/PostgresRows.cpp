@@ -63,12 +63,14 @@ class PostgresRows final : public Rows::Source {
     }
     std::string text(std::size_t index) const override;
     std::string_view view(std::size_t index) const override;
-    double number(std::size_t index) const override;
+    double number(std::size_t index, double ifNull) const override;
     Value value(std::size_t index) const override;
 
   private:
     Kind kind(std::size_t index) const { return kindOf(PQftype(result_.get(), static_cast<int>(index))); }
+    /// "" for a null.
     std::string_view stored(std::size_t index) const {
+        if (row_ < 0 || row_ >= rows_) return {};
         const int column = static_cast<int>(index);
         return {PQgetvalue(result_.get(), row_, column),
                 static_cast<std::size_t>(PQgetlength(result_.get(), row_, column))};
@@ -81,6 +83,7 @@ class PostgresRows final : public Rows::Source {
 };
 
 std::string PostgresRows::text(std::size_t index) const {
+    if (isNull(index)) return {};
     switch (kind(index)) {
         case Kind::Boolean:
             return stored(index) == "t" ? "1" : "0";
@@ -96,7 +99,8 @@ std::string_view PostgresRows::view(std::size_t index) const {
     return kind(index) == Kind::Moment ? text.substr(0, momentLength) : text;
 }
 
-double PostgresRows::number(std::size_t index) const {
+double PostgresRows::number(std::size_t index, double ifNull) const {
+    if (isNull(index)) return ifNull;
     switch (kind(index)) {
         case Kind::Boolean:
             return stored(index) == "t" ? 1 : 0;
@@ -109,13 +113,14 @@ double PostgresRows::number(std::size_t index) const {
 }
 
 Value PostgresRows::value(std::size_t index) const {
+    if (isNull(index)) return {};
     switch (kind(index)) {
         case Kind::Moment:
             return momentOrText(view(index));
         case Kind::Text:
             return view(index);
         default:
-            return number(index);
+            return number(index, 0);
     }
 }
 

@@ -4,7 +4,8 @@
 
 namespace torvex::db {
 
-/// The rows of one running statement, by column index: what each engine's adapter implements.
+/// The rows of one running statement, by column index: what each engine's adapter implements. A null reads as
+/// an empty text or value, and as the number that stands for it.
 class Rows::Source {
   public:
     virtual ~Source() = default;
@@ -15,7 +16,7 @@ class Rows::Source {
     virtual bool isNull(std::size_t index) const = 0;
     virtual std::string text(std::size_t index) const = 0;
     virtual std::string_view view(std::size_t index) const = 0;
-    virtual double number(std::size_t index) const = 0;
+    virtual double number(std::size_t index, double ifNull) const = 0;
     virtual Value value(std::size_t index) const = 0;
 };
 

@@ -3,9 +3,11 @@
 #include <array>
 #include <filesystem>
 #include <fmt/format.h>
+#include <optional>
 #include <sqlite3.h>
 #include <utility>
 
+#include "platform/db/ScopeMemory.h"
 #include "platform/db/SqliteFunctions.h"
 #include "platform/db/SqliteStatement.h"
 #include "platform/db/SqliteStore.h"
@@ -127,6 +129,7 @@ class SqliteConnection final : public PooledConnection {
     void executeScript(const std::string& script) override { run(handle_.get(), script); }
     void begin() override;
     void beginReading() override;
+    ScopeMemory* memory() override { return memory_ ? &*memory_ : nullptr; }
     void commit() override;
     void rollback() override;
     bool makeReusable() noexcept override;
@@ -145,7 +148,7 @@ class SqliteConnection final : public PooledConnection {
     std::string text_;
     bool wholeStore_;
     SqliteUse preparing_;
-    bool reading_ = false;
+    std::optional<ScopeMemory> memory_;  ///< while it only reads
     bool writing_ = false;
     unsigned locked_ = NoFile;  ///< while `writing_`
     SqliteStatementCache statements_;
@@ -180,7 +183,7 @@ std::unique_ptr<SqliteStatement> SqliteConnection::prepareNew(std::string_view s
 
 SqliteRun SqliteConnection::prepare(std::string_view statement, Parameters parameters) {
     SqliteRun taken = take(statement);
-    if (reading_ && taken->use().written != NoFile) {
+    if (memory_ && taken->use().written != NoFile) {
         throw DatabaseError("a change within a scope that only reads");
     }
     if (writing_) lockTouched(taken->use());
@@ -234,17 +237,17 @@ void SqliteConnection::begin() {
 
 void SqliteConnection::beginReading() {
     runOnly("begin");
-    reading_ = true;
+    memory_.emplace();
 }
 
 void SqliteConnection::commit() {
     runOnly("commit");
-    reading_ = false;
+    memory_.reset();
     writing_ = false;
 }
 
 void SqliteConnection::rollback() {
-    reading_ = false;
+    memory_.reset();
     writing_ = false;
     // After some failures SQLite has rolled back by itself.
     if (sqlite3_get_autocommit(handle_.get()) == 0) runOnly("rollback");

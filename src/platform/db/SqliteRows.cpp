@@ -22,18 +22,30 @@ class Cell {
         if (sqlite3_value_type(value_) == SQLITE_FLOAT) return text::fromNumber(sqlite3_value_double(value_));
         return std::string(view());
     }
-    double number() const { return isNumber() ? sqlite3_value_double(value_) : numberOf(view()); }
+    double number(double ifNull) const {
+        switch (sqlite3_value_type(value_)) {
+            case SQLITE_INTEGER:
+            case SQLITE_FLOAT:
+                return sqlite3_value_double(value_);
+            case SQLITE_NULL:
+                return ifNull;
+            default:
+                return numberOf(view());
+        }
+    }
     Value value() const {
-        if (isNumber()) return sqlite3_value_double(value_);
-        return moment_ ? momentOrText(view()) : Value(view());
+        switch (sqlite3_value_type(value_)) {
+            case SQLITE_INTEGER:
+            case SQLITE_FLOAT:
+                return sqlite3_value_double(value_);
+            case SQLITE_NULL:
+                return {};
+            default:
+                return moment_ ? momentOrText(view()) : Value(view());
+        }
     }
 
   private:
-    bool isNumber() const {
-        const int type = sqlite3_value_type(value_);
-        return type == SQLITE_INTEGER || type == SQLITE_FLOAT;
-    }
-
     sqlite3_value* value_;
     bool moment_;
 };
@@ -45,7 +57,7 @@ class CellSource : public Rows::Source {
     bool isNull(std::size_t index) const override { return cell(index).isNull(); }
     std::string text(std::size_t index) const override { return cell(index).text(); }
     std::string_view view(std::size_t index) const override { return cell(index).view(); }
-    double number(std::size_t index) const override { return cell(index).number(); }
+    double number(std::size_t index, double ifNull) const override { return cell(index).number(ifNull); }
     Value value(std::size_t index) const override { return cell(index).value(); }
 
   private:

@@ -1,5 +1,6 @@
 #include "platform/db/SqliteStatement.h"
 
+#include <cstddef>
 #include <fmt/format.h>
 #include <new>
 #include <sqlite3.h>
@@ -153,11 +154,20 @@ void SqliteStatement::readColumns() {
     }
 }
 
+SqliteStatementCache::Slots::value_type*& SqliteStatementCache::place(std::string_view text) {
+    return places_[std::hash<const char*>{}(text.data()) / alignof(std::max_align_t) % places_.size()];
+}
+
 SqliteStatementCache::Slot& SqliteStatementCache::slot(std::string_view text) {
-    const auto found = slots_.find(text);
-    if (found != slots_.end()) return found->second;
-    if (slots_.size() >= mostTexts) dropIdle();
-    return slots_[std::string(text)];
+    Slots::value_type*& known = place(text);
+    if (known != nullptr && known->first == text) return known->second;
+    auto found = slots_.find(text);
+    if (found == slots_.end()) {
+        if (slots_.size() >= mostTexts) dropIdle();
+        found = slots_.try_emplace(std::string(text)).first;
+    }
+    known = &*found;
+    return found->second;
 }
 
 std::unique_ptr<SqliteStatement> SqliteStatementCache::take(Slot& slot) {
@@ -180,10 +190,12 @@ void SqliteStatementCache::giveBack(Slot& slot, std::unique_ptr<SqliteStatement>
 
 void SqliteStatementCache::clear() {
     slots_.clear();
+    places_ = {};
 }
 
 void SqliteStatementCache::dropIdle() {
     std::erase_if(slots_, [](const auto& entry) { return entry.second.inUse == 0; });
+    places_ = {};
 }
 
 SqliteRun::~SqliteRun() {

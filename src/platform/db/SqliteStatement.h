@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -96,9 +97,14 @@ class SqliteStatementCache {
         std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
     };
 
+    using Slots = std::unordered_map<std::string, Slot, Hash, std::equal_to<>>;
+
+    Slots::value_type*& place(std::string_view text);
     void dropIdle();
 
-    std::unordered_map<std::string, Slot, Hash, std::equal_to<>> slots_;
+    Slots slots_;
+    /// By the address of a text: most are constants, and comparing one costs less than hashing it.
+    std::array<Slots::value_type*, 256> places_{};
 };
 
 /// A statement on loan from the cache; it goes back reset.

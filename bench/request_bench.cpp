@@ -1,0 +1,130 @@
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <filesystem>
+#include <memory>
+#include <spdlog/logger.h>
+#include <spdlog/sinks/null_sink.h>
+#include <sstream>
+#include <stdexcept>
+#include <stdlib.h>
+
+#include "cli/InitCommand.h"
+#include "cli/Services.h"
+#include "host/BufferedHits.h"
+#include "host/ResponseConversion.h"
+#include "host/SessionStore.h"
+#include "pages/Routes.h"
+#include "platform/HostContext.h"
+#include "platform/Request.h"
+#include "platform/Response.h"
+#include "platform/Setup.h"
+
+// The demo's home page as a worker makes it for a visitor without a cookie: session, page, answer. What is
+// missing to a whole request is the network and the hand-over between threads; serve.sh measures with them.
+
+namespace torvex {
+namespace {
+
+class Demo {
+  public:
+    Demo() {
+        if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("can't make a temporary folder");
+        const cli::Environment environment = [](const std::string&) { return std::nullopt; };
+        std::istringstream in;
+        std::ostringstream out;
+        cli::InitOptions options;
+        options.folder = folder_ + "/site";
+        options.content = cli::FirstContent::Demo;
+        cli::init(options, environment, {in, out, out});
+        services_ = std::make_unique<cli::Services>(cli::Installation::open(options.folder, environment));
+        services_->runWithoutVisitor([](HostContext& host) { Setup(host).initApplication(); });
+        hits_ = std::make_unique<BufferedHits>(
+            [this] { return services_->installation.openDatabase(*services_->database, db::Purpose::Hits); },
+            log_);
+    }
+    Demo(const Demo&) = delete;
+    Demo& operator=(const Demo&) = delete;
+    ~Demo() {
+        hits_.reset();
+        services_.reset();
+        std::error_code ignored;
+        std::filesystem::remove_all(folder_, ignored);
+    }
+
+    void set(std::string_view key, bool value) { services_->application.set(key, value); }
+
+    Answer request(const PageHandler& page, const std::string& query) {
+        Answer answer;
+        sessions_.enter("", [&](SessionLease lease) {
+            Request request(query, {}, variables(query));
+            Response response;
+            HostContext host{request,
+                             response,
+                             lease.session(),
+                             services_->application,
+                             services_->files,
+                             services_->clock,
+                             services_->http,
+                             *services_->database,
+                             *hits_};
+            Setup(host).initSession();
+            lease.keepAsDefaults();
+            page(host);
+            answer = toAnswer(std::move(response));
+            lease.finish();
+        });
+        return answer;
+    }
+
+  private:
+    static NamedValues variables(const std::string& query) {
+        return {{"http_host", "127.0.0.1:8080"}, {"https", "off"},
+                {"script_name", "/tvx.asp"},     {"remote_addr", "127.0.0.1"},
+                {"request_method", "GET"},       {"query_string", query},
+                {"server_name", "127.0.0.1"},    {"server_port", "8080"},
+                {"server_protocol", "HTTP/1.1"}, {"content_type", ""},
+                {"content_length", "0"}};
+    }
+
+    std::string folder_ = std::filesystem::temp_directory_path() / "torvex-bench-XXXXXX";
+    spdlog::logger log_{"bench", std::make_shared<spdlog::sinks::null_sink_mt>()};
+    std::unique_ptr<cli::Services> services_;
+    std::unique_ptr<BufferedHits> hits_;
+    SessionStore sessions_{SessionLimits{}};
+};
+
+Demo& demo() {
+    static Demo made;
+    return made;
+}
+
+PageHandler pageHandler() {
+    auto routes = pageRoutes();
+    const auto page = std::find_if(routes.begin(), routes.end(),
+                                   [](const auto& route) { return route.path == "/tvx.asp"; });
+    if (page != routes.end()) return std::move(page->handler);
+    throw std::runtime_error("the page has no route");
+}
+
+void run(benchmark::State& state, bool whole) {
+    const PageHandler page = pageHandler();
+    for (const auto* key : {"torvex_extranet", "torvex_hyperlink_check"}) demo().set(key, whole);
+    for (auto _ : state) {
+        const Answer answer = demo().request(page, "pageId=1");
+        if (answer.status != 200) throw std::runtime_error("the page isn't there");
+    }
+}
+
+void homePage(benchmark::State& state) {
+    run(state, true);
+}
+BENCHMARK(homePage)->Unit(benchmark::kMicrosecond);
+
+/// With the checks of links and groups switched off.
+void homePageUnchecked(benchmark::State& state) {
+    run(state, false);
+}
+BENCHMARK(homePageUnchecked)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+}  // namespace torvex
