@@ -26,6 +26,7 @@ if [ -w /dev/shm ] && [ "$(df --output=avail --block-size=1M /dev/shm | tail -n 
     parent=/dev/shm
 fi
 folder=$(mktemp -d "$parent/torvex-postgres-XXXXXX")
+export TMPDIR=${TMPDIR:-$parent}  # the embedded stores of the tests, likewise
 server=
 stop() {
     status=$?

@@ -30,22 +30,10 @@ constexpr std::string_view selectRights =
     "inner join TORVEX_EDIT_RIGHTS b on a.roleId = b.roleId "
     "where a.loginId = ? and b.site = ? and b.lang = ?";
 
-/// One right as all roles together give it.
-struct Grant {
-    bool given = false;
-    bool unlimited = false;
-    std::string scope;
-
-    void add(std::string_view roleScope) {
-        given = true;
-        if (roleScope.empty() || text::equals(roleScope, everywhere)) {
-            unlimited = true;
-        } else {
-            scope.append(",").append(roleScope);
-        }
-    }
-    bool reaches(std::string_view nodeId) const { return given && (unlimited || scopeCovers(scope, nodeId)); }
-};
+/// Whether a role's scope lets its rights reach a node.
+bool reaches(std::string_view scope, std::string_view nodeId) {
+    return scope.empty() || text::equals(scope, everywhere) || scopeCovers(scope, nodeId);
+}
 
 /// The place of a task among the flags; -1 for any other word.
 int placeOf(std::string_view task) {
@@ -82,16 +70,14 @@ std::string cManager::getLoginEditRights(const std::string& site, const std::str
         nodeId = nodeIdFrom(connection(), pageIdent);
         if (text::length(nodeId) < PageIdentity::rootLength) return std::string(noRights);
     }
-    std::array<Grant, tasks.size()> grants;
+    std::string flags(noRights);
     auto rows = connection().query(selectRights, {getLoginId(username), site, lang});
     while (rows.next()) {
-        const std::string_view scope = text::trim(rows.view("scope"));
+        if (!reaches(text::trim(rows.view("scope")), nodeId)) continue;
         for (std::size_t i = 0; i < tasks.size(); ++i) {
-            if (rows.number(tasks[i]) == 1) grants[i].add(scope);
+            if (rows.number(tasks[i]) == 1) flags[i] = '1';
         }
     }
-    std::string flags;
-    for (const auto& grant : grants) flags += grant.reaches(nodeId) ? '1' : '0';
     return flags;
 } catch (...) {
     raiseFrom("getLoginEditRights !");

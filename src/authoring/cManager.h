@@ -356,9 +356,12 @@ class cManager {
     void loadSessionState();
     /// A word of the interface language that stands in for a missing name.
     std::string bracketedWord(double label);
+    /// The line of the trail for a body that has been changed.
+    void recordEditing(std::string_view operation, PageId pageId, const std::string& action,
+                       const std::string& description);
 
     HostContext& host_;
-    [[maybe_unused]] PageModules* modules_;
+    PageModules* modules_;
     db::Link connection_;
     Author author_;
     PageBuffer page_;

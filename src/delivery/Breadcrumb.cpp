@@ -1,4 +1,4 @@
-// cServer: the trail from the root to a page.
+#include "delivery/Breadcrumb.h"
 
 #include <utility>
 
@@ -13,8 +13,10 @@ namespace torvex {
 
 namespace {
 
-constexpr std::string_view selectCrumb =
+constexpr std::string_view selectCrumbLive =
     "select pageId, nodeId, title, type, online, breadcrumb from TORVEX_PAGES_LIVE where nodeId = ?";
+constexpr std::string_view selectCrumbDesign =
+    "select pageId, nodeId, title, type, 1 as online, breadcrumb from TORVEX_PAGES_DESIGN where nodeId = ?";
 
 constexpr std::string_view divider = "&nbsp;&gt; </span>";
 constexpr std::string_view folderDivider = "&nbsp;-&nbsp;";
@@ -50,15 +52,17 @@ std::string withoutLastDivider(std::string trail) {
 
 }  // namespace
 
-std::string cServer::getBreadcrumb(const std::string& pageIdent) try {
-    const PageIdentity page = identify(connection(), pageIdent);
+std::string breadcrumbTrail(HostContext& host, db::Connection& connection, std::string_view pageIdent,
+                            Twin twin) {
+    const PageIdentity page = identify(connection, pageIdent);
     if (page.nodeId.size() < PageIdentity::rootLength) return {};
-    const bool frames = host_.application.isTrue("torvex_frames");
+    const bool frames = host.application.isTrue("torvex_frames");
     std::string trail;
     std::string folders;
     for (std::size_t level = 0; level < levelsOf(page.nodeId); ++level) {
         const auto length = PageIdentity::rootLength + level * PageIdentity::levelLength;
-        auto rows = connection().query(selectCrumb, {std::string_view(page.nodeId).substr(0, length)});
+        auto rows = connection.query(twin == Twin::Design ? selectCrumbDesign : selectCrumbLive,
+                                     {std::string_view(page.nodeId).substr(0, length)});
         if (!rows.next()) continue;
         const std::string title = text::htmlEncode(rows.text("title"));
         if (text::equals(text::trim(rows.text("type")), "F")) {
@@ -74,6 +78,10 @@ std::string cServer::getBreadcrumb(const std::string& pageIdent) try {
         }
     }
     return withoutLastDivider(std::move(trail));
+}
+
+std::string cServer::getBreadcrumb(const std::string& pageIdent) try {
+    return breadcrumbTrail(host_, connection(), pageIdent, Twin::Live);
 } catch (...) {
     raiseFrom("getBreadcrumb !");
 }

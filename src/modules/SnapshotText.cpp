@@ -1,5 +1,7 @@
 #include "modules/SnapshotText.h"
 
+#include "delivery/Feeds.h"
+#include "delivery/PageBodies.h"
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
 #include "platform/Session.h"
@@ -73,7 +75,8 @@ std::string SnapshotText::contentOf(const LivePage& page) {
     path.append(siteOf(page.nodeId)).append("/").append(langOf(page.nodeId));
     if (!layout.load(path.append("/").append(page.templateFile))) return {};
     for (const std::string_view part : otherParts) layout.replaceAllBlocks(part, "");
-    layout.setStrVal(server_.fillBodies(text::fromNumber(page.pageId), contentBlocks(layout)));
+    PageBodies bodies(host_, connection_.use(host_), Twin::Live, xmlFeed);
+    layout.setStrVal(bodies.fill(text::fromNumber(page.pageId), contentBlocks(layout)));
     layout.removeTags();
     return layout.takeStrVal();
 }

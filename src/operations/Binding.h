@@ -32,7 +32,7 @@ inline Right anyLogin() {
 inline Right editRight(std::string action, std::string page) {
     return {Right::Kind::EditRight, std::move(action), 0, std::move(page), {}, {}};
 }
-/// The same where a page is given; without one, to do it somewhere in the site and language.
+/// The same where a page is given; without one, to do it in the whole tree of the site and language.
 inline Right editRight(std::string action, std::string page, std::string site, std::string lang) {
     return {Right::Kind::EditRight, std::move(action), 0, std::move(page), std::move(site), std::move(lang)};
 }

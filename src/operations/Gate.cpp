@@ -76,7 +76,10 @@ bool hasEditRight(cManager& manager, db::Connection& connection, const Right& ri
     const PageIdentList pages(values.text(right.page));
     if (!pages.entries().empty()) return mayEditAll(manager, connection, right.detail, pages);
     if (right.site.empty() || right.lang.empty()) return false;
-    return !manager.getLoginScope(values.text(right.site), values.text(right.lang), right.detail).empty();
+    const std::string site = values.text(right.site);
+    const std::string lang = values.text(right.lang);
+    if (!right.page.empty()) return manager.checkEditRights(right.detail, site, lang);
+    return !manager.getLoginScope(site, lang, right.detail).empty();
 }
 
 Verdict verdictFor(bool allowed) {

@@ -16,6 +16,7 @@ std::vector<Operation> managerPageRows();
 std::vector<Operation> managerSetupRows();
 std::vector<Operation> managerWorkflowRows();
 std::vector<Operation> managerPublishRows();
+std::vector<Operation> managerBodyRows();
 
 /// The login of the object and its page record.
 std::vector<Property> managerProperties();

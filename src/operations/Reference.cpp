@@ -32,7 +32,7 @@ network* is nobody's there, nor is an argument that says so: it keeps its defaul
 std::string coverage(const Right& right) {
     const std::string page = right.page.empty() ? "" : " for `" + right.page + '`';
     if (right.site.empty()) return page;
-    return page + (page.empty() ? "" : ", without one") + " in `" + right.site + '`' +
+    return page + (page.empty() ? " in `" : ", without one for all of `") + right.site + '`' +
            (right.lang.empty() ? "" : ", `" + right.lang + '`');
 }
 

@@ -40,7 +40,8 @@ struct Right {
     std::string detail;  ///< the action of an edit right; "view" or "edit" of an advanced right
     int advId = 0;       ///< the entry of the administration menu, for an advanced right; see AdminEntries.h
     // The arguments that say what the right must cover, by their names; "" where there is none. The page may
-    // be a list of pages; where it is given, site and language are the page's own.
+    // be a list of pages; where it is given, site and language are the page's own. A row that names all three
+    // means the whole tree when no page is given; one that names no page means some part of the tree.
     std::string page;
     std::string site;
     std::string lang;

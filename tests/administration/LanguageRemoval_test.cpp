@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "support/FailingDatabase.h"
 #include "support/RegisterTest.h"
 
 namespace torvex::test {
@@ -131,6 +132,26 @@ TEST_P(LanguageRemovalTest, AFailureInTheMiddleHasChangedNothing) {
     EXPECT_EQ(cell("select count(*) from TORVEX_ADVANCED_RIGHTS where lang = 'de'"), "1");
     EXPECT_EQ(cell("select count(*) from TORVEX_FORUM_TOPICS"), "2");
     EXPECT_THAT(host.log.lines, ElementsAre(StartsWith("the language \"de\" was not removed: ")));
+}
+
+TEST_P(LanguageRemovalTest, AFailureAtAnyStepHasChangedNothing) {
+    // To open, to begin, to take turns, to ask who works there, for pages, for languages and for the name.
+    constexpr int stepsBefore = 7;
+    FailingDatabase failing(database());
+    host.database.target = &failing;
+    int step = 1;
+    for (; step <= stepsBefore; ++step) {
+        failing.reset(step);
+        EXPECT_THAT(errorOf([&] { manager().deleteLanguage("de", 12); }),
+                    StartsWith(chain({"deleteLanguage !"})));
+        expectNothingChanged();
+    }
+    for (failing.reset(step); manager().deleteLanguage("de") == "-99"; failing.reset(++step)) {
+        ASSERT_EQ(failing.steps, step) << "it failed without a failure";
+        expectNothingChanged();
+    }
+    EXPECT_GT(step, stepsBefore + 20);
+    EXPECT_THAT(tablesWithLanguage("de"), IsEmpty());
 }
 
 TEST_P(LanguageRemovalTest, WhatIsNoCodeRemovesNoFolders) {

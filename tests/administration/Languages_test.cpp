@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "support/FailingDatabase.h"
 #include "support/RegisterTest.h"
 
 namespace torvex::test {
@@ -96,6 +97,23 @@ TEST_P(LanguagesTest, AFolderThatCantBeMadeIsAnErrorAndChangesNothing) {
                   "/install/baseTemplates/aa: disk full");
     EXPECT_THAT(languages(), ElementsAre("en|Language en|1|"));
     EXPECT_THAT(auditTrail(), IsEmpty());
+}
+
+TEST_P(LanguagesTest, AFailureAtAnyStepIsAnErrorAndChangesNothing) {
+    const auto before = folders();
+    FailingDatabase failing(database());
+    host.database.target = &failing;
+    constexpr int stepsToAdd = 7;  // open, begin, take turns, namesake, row, pairs, commit
+    for (int step = 1; step <= stepsToAdd; ++step) {
+        failing.reset(step);
+        EXPECT_THAT(errorOf([&] { manager().addLanguage("fr", "French", 1, 12); }),
+                    StartsWith(chain({"addLanguage !"})));
+        EXPECT_THAT(languages(), ElementsAre("en|Language en|1|")) << step;
+        EXPECT_EQ(folders(), before) << step;
+        EXPECT_THAT(auditTrail(), IsEmpty()) << step;
+    }
+    failing.reset(stepsToAdd + 1);
+    EXPECT_TRUE(manager().addLanguage("fr", "French", 1, 12));
 }
 
 TEST_P(LanguagesTest, AddingLeavesALineForItsEntryOnly) {

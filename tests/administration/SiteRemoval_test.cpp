@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <thread>
 
+#include "support/FailingDatabase.h"
 #include "support/RegisterTest.h"
 
 namespace torvex::test {
@@ -176,6 +177,25 @@ TEST_P(SiteRemovalTest, AFailureInTheMiddleHasChangedNothing) {
     EXPECT_EQ(cell("select count(*) from TORVEX_ADVANCED_RIGHTS where site = 'bb'"), "1");
     EXPECT_EQ(cell("select count(*) from TORVEX_FORUM_TOPICS"), "2");
     EXPECT_THAT(host.log.lines, ElementsAre(StartsWith("the site \"bb\" was not removed: ")));
+}
+
+TEST_P(SiteRemovalTest, AFailureAtAnyStepHasChangedNothing) {
+    // To open, to begin, to take turns, to ask who works there, for pages, for sites and for the name.
+    constexpr int stepsBefore = 7;
+    FailingDatabase failing(database());
+    host.database.target = &failing;
+    int step = 1;
+    for (; step <= stepsBefore; ++step) {
+        failing.reset(step);
+        EXPECT_THAT(errorOf([&] { manager().deleteSite("bb", 11); }), StartsWith(chain({"deleteSite !"})));
+        expectNothingChanged();
+    }
+    for (failing.reset(step); manager().deleteSite("bb") == "-99"; failing.reset(++step)) {
+        ASSERT_EQ(failing.steps, step) << "it failed without a failure";
+        expectNothingChanged();
+    }
+    EXPECT_GT(step, stepsBefore + 26);
+    EXPECT_THAT(tablesWithSite("bb"), IsEmpty());
 }
 
 TEST_P(SiteRemovalTest, WhatIsNoCodeRemovesNoFolders) {

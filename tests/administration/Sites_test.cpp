@@ -1,6 +1,8 @@
+#include <atomic>
 #include <gmock/gmock.h>
 #include <thread>
 
+#include "support/FailingDatabase.h"
 #include "support/RegisterTest.h"
 
 namespace torvex::test {
@@ -188,6 +190,25 @@ TEST_P(SitesTest, AFailureInTheMiddleHasChangedNothing) {
     EXPECT_EQ(folders(), before);
     EXPECT_THAT(auditTrail(), IsEmpty());
     EXPECT_THAT(host.log.lines, ElementsAre(StartsWith("the site \"bb\" was not made: ")));
+}
+
+TEST_P(SitesTest, AFailureAtAnyStepHasChangedNothing) {
+    const auto before = folders();
+    FailingDatabase failing(database());
+    host.database.target = &failing;
+    failing.reset(1);
+    EXPECT_THAT(errorOf([&] { manager().addSite("bb", "B", "", 11); }), StartsWith(chain({"addSite !"})));
+    int step = 2;
+    for (failing.reset(step); !manager().addSite("bb", "B", "", 11); failing.reset(++step)) {
+        ASSERT_EQ(failing.steps, step) << "it failed without a failure";
+        EXPECT_THAT(sites(), ElementsAre("aa|Site aa||")) << step;
+        EXPECT_THAT(metaTags("bb"), IsEmpty()) << step;
+        EXPECT_EQ(folders(), before) << step;
+        EXPECT_THAT(auditTrail(), IsEmpty()) << step;
+    }
+    EXPECT_GT(step, 10);
+    EXPECT_EQ(metaTags("bb").size(), 6U);
+    EXPECT_EQ(host.log.lines.size(), static_cast<std::size_t>(step - 2));
 }
 
 TEST_P(SitesTest, AFolderThatCantBeMadeHasChangedNothing) {

@@ -163,6 +163,14 @@ TEST_P(SnapshotCommandTest, AnInstallationWithoutPagesIsNoError) {
     EXPECT_THAT(result.out, HasSubstr("Wrote 0 snapshots to "));
 }
 
+TEST_P(SnapshotCommandTest, AServerThatStartsTakesAwayWhatACrashLeft) {
+    put(file("aa.en.01"), "whole");
+    put("site/search/html/en/aa/.torvex-0123456789abcdef.tmp", "half of a te");
+    const RunningProgram server(folder(), {"serve", "--install", site(), "--listen", "127.0.0.1:0"});
+    server.waitForError("serving ");
+    EXPECT_THAT(files(), UnorderedElementsAre("aa.en.01.html"));
+}
+
 TEST_P(SnapshotCommandTest, WithoutAnInstallationItSaysSo) {
     const ProgramResult result = run({"snapshot", "--all"});
     EXPECT_EQ(result.code, 1);

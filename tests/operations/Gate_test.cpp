@@ -83,14 +83,22 @@ TEST_P(GateTest, APageGivenAsANumberIsThatPage) {
 
 TEST_P(GateTest, ThePagesOwnSiteAndLanguageCountNotTheOnesThatTheCallerNames) {
     editRights(3, "aa", "en", {"edit"});
-    Right right = editRight("edit", "pageIdent");
-    right.site = "site";
-    right.lang = "lang";
-    const Operation edit = sample({"site", "lang", "pageIdent"}, right);
+    const Operation edit =
+        sample({"site", "lang", "pageIdent"}, editRight("edit", "pageIdent", "site", "lang"));
     EXPECT_EQ(call(edit, {"bb", "de", "11"}), Kind::Allowed);
     EXPECT_EQ(call(edit, {"aa", "en", "21"}), Kind::NoRight);
+}
+
+TEST_P(GateTest, WhereAPageMayBeGivenNoPageIsTheWholeTree) {
+    const Operation edit =
+        sample({"site", "lang", "pageIdent"}, editRight("edit", "pageIdent", "site", "lang"));
+    editRights(3, "aa", "en", {"edit"}, "aa.en.01");
+    EXPECT_EQ(call(edit, {"aa", "en", "11"}), Kind::Allowed);
+    for (const auto* none : {"", " ", ",", "-"}) EXPECT_EQ(call(edit, {"aa", "en", none}), Kind::NoRight);
+    editRights(3, "aa", "en", {"edit"});
     EXPECT_EQ(call(edit, {"aa", "en", ""}), Kind::Allowed);
     EXPECT_EQ(call(edit, {"bb", "en", ""}), Kind::NoRight);
+    EXPECT_EQ(call(edit, {"", "", ""}), Kind::NoRight);
 }
 
 TEST_P(GateTest, SomewhereInASiteAndLanguageIsUnderAnyScope) {

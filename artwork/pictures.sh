@@ -1,12 +1,13 @@
 #!/bin/sh
-# Makes the pictures of the administration menu from their drawings. Needs rsvg-convert (librsvg2-bin),
-# convert (imagemagick) and gifsicle. A GIF knows no half-transparent dots, so the round corners are cut.
+# Makes the pictures of the administration menu and of the edit frames from their drawings. Needs
+# rsvg-convert (librsvg2-bin), convert (imagemagick) and gifsicle. A GIF knows no half-transparent dots, so the
+# round corners are cut.
 set -eu
 here=$(dirname "$0")
 target=$here/../install/files/wwwroot/torvex/images
 work=$(mktemp -d)
 trap 'rm -r "$work"' EXIT
-for drawing in "$here"/menu/*.svg; do
+for drawing in "$here"/menu/*.svg "$here"/bodies/*.svg; do
   name=$(basename "$drawing" .svg)
   rsvg-convert --width 20 --height 20 "$drawing" -o "$work/$name.png"
   convert "$work/$name.png" -channel A -threshold 30% +channel -background white -alpha background \

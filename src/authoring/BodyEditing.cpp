@@ -1,0 +1,267 @@
+// cManager: what authors write into the bodies of a page, and what kind of body it is.
+
+#include <optional>
+
+#include "authoring/PageStatus.h"
+#include "authoring/RunReport.h"
+#include "authoring/StatusCodes.h"
+#include "authoring/cManager.h"
+#include "delivery/PageBodies.h"
+#include "platform/ApplicationValues.h"
+#include "platform/DateTime.h"
+#include "platform/Errors.h"
+#include "platform/HostContext.h"
+#include "platform/Session.h"
+#include "platform/Text.h"
+#include "records/PageIdentity.h"
+
+namespace torvex {
+
+namespace {
+
+// Why a body stays as it is. The operations number the same reasons differently, and callers know them so.
+namespace saveBodyCode {
+constexpr std::string_view locked = "-1";
+constexpr std::string_view approved = "-2";
+constexpr std::string_view noPage = "-3";
+}  // namespace saveBodyCode
+namespace saveBodySetupCode {
+constexpr std::string_view locked = "-1";
+constexpr std::string_view noPage = "-2";
+}  // namespace saveBodySetupCode
+namespace clearBodyCode {
+constexpr std::string_view noPage = "-1";
+constexpr std::string_view locked = "-2";
+}  // namespace clearBodyCode
+namespace pasteBodyCode {
+constexpr std::string_view locked = "-1";
+constexpr std::string_view noSource = "-2";
+constexpr std::string_view noTarget = "-3";
+}  // namespace pasteBodyCode
+
+constexpr std::string_view updateText =
+    "update TORVEX_BODIES_DESIGN set bodyText = ? where pageId = ? and bodyId = ?";
+constexpr std::string_view updateSetup =
+    "update TORVEX_BODIES_DESIGN set bodyType = ?, feedId = ? where pageId = ? and bodyId = ?";
+constexpr std::string_view updateBody =
+    "update TORVEX_BODIES_DESIGN set bodyType = ?, feedId = ?, bodyText = ? where pageId = ? and bodyId = ?";
+constexpr std::string_view insertBody =
+    "insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values (?, ?, ?, ?, ?)";
+constexpr std::string_view deleteBody = "delete from TORVEX_BODIES_DESIGN where pageId = ? and bodyId = ?";
+
+constexpr std::string_view selectPageLive = "select pageId from TORVEX_PAGES_LIVE where pageId = ?";
+constexpr std::string_view selectPageDesign = "select pageId from TORVEX_PAGES_DESIGN where pageId = ?";
+constexpr std::string_view selectBodyLive =
+    "select bodyType, feedId, bodyText from TORVEX_BODIES_LIVE where pageId = ? and bodyId = ?";
+constexpr std::string_view selectBodyDesign =
+    "select bodyType, feedId, bodyText from TORVEX_BODIES_DESIGN where pageId = ? and bodyId = ?";
+
+// What is written beside the statuses.
+constexpr std::string_view edited = "editor = ?, editingDate = ?";
+constexpr std::string_view editedAndUnmarked =
+    "editor = ?, editingDate = ?, deletedBy = null, deletingDate = null";
+
+struct Editing {
+    int loginId;
+    DateTime now;
+};
+
+/// A new text leaves marks alone; whether the page is approved was tested before.
+PageChange withNewText(const PageStatus& page, const Editing& editing) {
+    PageStatus modified = page;
+    modified.editStatus = "M";
+    return {modified, edited, {editing.loginId, editing.now}};
+}
+
+/// Any other change takes an approval and a mark for deletion back.
+PageChange withNewBody(const PageStatus& page, const Editing& editing) {
+    PageStatus modified = page;
+    modified.editStatus = "M";
+    modified.deleteStatus = 0;
+    modified.approveStatus = 0;
+    return {modified, editedAndUnmarked, {editing.loginId, editing.now}};
+}
+
+/// Changes the page and its body on a connection of their own, both or neither: "0" or a code. `work` gives
+/// "0" for what is to stay.
+template <typename Work>
+std::string inOneStep(HostContext& host, std::string_view operation, PageId pageId, Work work) {
+    try {
+        const auto own = db::openOwn(host);
+        db::Transaction transaction(*own);
+        const std::string_view code = work(*own);
+        if (code == status::done) transaction.commit();
+        return std::string(code);
+    } catch (const std::exception& error) {
+        warnOf(host, operation, text::fromNumber(pageId), error);
+        return std::string(status::failed);
+    }
+}
+
+/// Editors return addresses of images with the host in front; a body stores them without, so that it shows
+/// under any name of the site.
+std::string withOwnImages(const HostContext& host, const std::string& content) {
+    const std::string dns = host.session.text("torvex_dns");
+    if (dns.empty()) return content;
+    const std::string images = "/" + host.application.text("torvex_imgDir");
+    std::string stored = content;
+    for (const std::string_view scheme : {"http://", "https://"}) {
+        const std::string absolute = std::string(scheme) + dns + images;
+        if (text::contains(stored, absolute)) stored = text::replaceAll(stored, absolute, images);
+    }
+    return stored;
+}
+
+void storeText(db::Connection& connection, PageId pageId, int bodyId, std::string_view text) {
+    if (connection.execute(updateText, {text, pageId, bodyId}) > 0) return;
+    connection.execute(insertBody, {pageId, bodyId, bodyType::storedText, 0, text});
+}
+
+void storeSetup(db::Connection& connection, PageId pageId, const PageBody& body) {
+    if (connection.execute(updateSetup, {body.type, body.feedId, pageId, body.id}) > 0) return;
+    connection.execute(insertBody, {pageId, body.id, body.type, body.feedId, std::string_view()});
+}
+
+void storeBody(db::Connection& connection, PageId pageId, const PageBody& body) {
+    const std::string_view text = body.text;
+    if (connection.execute(updateBody, {body.type, body.feedId, text, pageId, body.id}) > 0) return;
+    connection.execute(insertBody, {pageId, body.id, body.type, body.feedId, text});
+}
+
+bool isThere(db::Connection& connection, PageId pageId, Twin twin) {
+    if (!(pageId > 0)) return false;
+    return connection.query(twin == Twin::Design ? selectPageDesign : selectPageLive, {pageId}).next();
+}
+
+std::optional<PageBody> readBody(db::Connection& connection, PageId pageId, int bodyId, Twin twin) {
+    auto rows = connection.query(twin == Twin::Design ? selectBodyDesign : selectBodyLive, {pageId, bodyId});
+    if (!rows.next()) return std::nullopt;
+    return PageBody{bodyId, static_cast<int>(rows.number("bodyType", bodyType::storedText)),
+                    static_cast<int>(rows.number("feedId")), rows.text("bodyText")};
+}
+
+/// The feeds of a site are its own, so that elsewhere only a stored text has a meaning.
+void leaveFeed(PageBody& body) {
+    if (body.type != bodyType::storedText) body.text.clear();
+    body.type = bodyType::storedText;
+    body.feedId = 0;
+}
+
+bool inSameTree(std::string_view oneNode, std::string_view otherNode) {
+    return text::equals(text::first(oneNode, PageIdentity::rootLength),
+                        text::first(otherNode, PageIdentity::rootLength));
+}
+
+}  // namespace
+
+std::string cManager::saveBody(const std::string& pageIdent, int bodyId, const std::string& bodyContent) try {
+    if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
+    const PageId pageId = pageIdFrom(connection(), pageIdent);
+    const Editing editing{author_.loginId, host_.clock.now()};
+    const std::string text = withOwnImages(host_, bodyContent);
+    const auto touch = [&](const PageStatus& page) {
+        if (page.isApproved()) return PageChange::refuse(saveBodyCode::approved);
+        if (page.isLockedByOther(editing.loginId)) return PageChange::refuse(saveBodyCode::locked);
+        return withNewText(page, editing);
+    };
+    const std::string code = inOneStep(host_, "saveBody", pageId, [&](db::Connection& own) {
+        const PageOutcome outcome = changePage(own, pageId, saveBodyCode::noPage, touch);
+        if (outcome.isRefused()) return outcome.code;
+        storeText(own, pageId, bodyId, text);
+        return status::done;
+    });
+    if (code == status::done) {
+        recordEditing("saveBody", pageId, "save body",
+                      "Body content " + std::to_string(bodyId) + " has been updated");
+    }
+    return code;
+} catch (...) {
+    raiseFrom("saveBody !");
+}
+
+std::string cManager::saveBodySetup(const std::string& pageIdent, int bodyId, int bodyType, int feedId) try {
+    if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
+    const PageId pageId = pageIdFrom(connection(), pageIdent);
+    const Editing editing{author_.loginId, host_.clock.now()};
+    const auto touch = [&](const PageStatus& page) {
+        if (page.isLockedByOther(editing.loginId)) return PageChange::refuse(saveBodySetupCode::locked);
+        return withNewBody(page, editing);
+    };
+    const std::string code = inOneStep(host_, "saveBodySetup", pageId, [&](db::Connection& own) {
+        const PageOutcome outcome = changePage(own, pageId, saveBodySetupCode::noPage, touch);
+        if (outcome.isRefused()) return outcome.code;
+        storeSetup(own, pageId, {bodyId, bodyType, feedId, {}});
+        return status::done;
+    });
+    if (code == status::done) {
+        recordEditing("saveBodySetup", pageId, "save body",
+                      "Body setup " + std::to_string(bodyId) + " has been updated");
+    }
+    return code;
+} catch (...) {
+    raiseFrom("saveBodySetup !");
+}
+
+std::string cManager::clearBody(const std::string& pageIdent, int bodyId) try {
+    if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
+    const PageId pageId = pageIdFrom(connection(), pageIdent);
+    const Editing editing{author_.loginId, host_.clock.now()};
+    const auto touch = [&](const PageStatus& page) {
+        if (page.isLockedByOther(editing.loginId)) return PageChange::refuse(clearBodyCode::locked);
+        return withNewBody(page, editing);
+    };
+    const std::string code = inOneStep(host_, "clearBody", pageId, [&](db::Connection& own) {
+        const PageOutcome outcome = changePage(own, pageId, clearBodyCode::noPage, touch);
+        if (outcome.isRefused()) return outcome.code;
+        own.execute(deleteBody, {pageId, bodyId});
+        return status::done;
+    });
+    if (code == status::done) {
+        recordEditing("clearBody", pageId, "save", "Body " + std::to_string(bodyId) + " has been cleared");
+    }
+    return code;
+} catch (...) {
+    raiseFrom("clearBody !");
+}
+
+std::string cManager::pasteBody(const std::string& pageIdentFrom, const std::string& pageIdentTo,
+                                int bodyIdFrom, int bodyIdTo, const std::string& modeFrom) try {
+    if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
+    // Unlike elsewhere, the design is what a mode that isn't one stands for.
+    const Twin twin = text::equals(text::trim(modeFrom), "L") ? Twin::Live : Twin::Design;
+    const PageIdentity source = identify(connection(), pageIdentFrom);
+    const PageIdentity target = identify(connection(), pageIdentTo);
+    if (!isThere(connection(), source.pageId, twin)) return std::string(pasteBodyCode::noSource);
+    const Editing editing{author_.loginId, host_.clock.now()};
+    const auto touch = [&](const PageStatus& page) {
+        if (page.isLockedByOther(editing.loginId)) return PageChange::refuse(pasteBodyCode::locked);
+        return withNewBody(page, editing);
+    };
+    const std::string code = inOneStep(host_, "pasteBody", target.pageId, [&](db::Connection& own) {
+        const PageOutcome outcome = changePage(own, target.pageId, pasteBodyCode::noTarget, touch);
+        if (outcome.isRefused()) return outcome.code;
+        auto body = readBody(own, source.pageId, bodyIdFrom, twin);
+        if (!body) return status::failed;
+        if (!inSameTree(source.nodeId, target.nodeId)) leaveFeed(*body);
+        body->id = bodyIdTo;
+        storeBody(own, target.pageId, *body);
+        return status::done;
+    });
+    if (code == status::done) {
+        recordEditing("pasteBody", target.pageId, "save body",
+                      "Body content " + std::to_string(bodyIdTo) + " copied from page " +
+                          text::fromNumber(source.pageId) + ", body " + std::to_string(bodyIdFrom));
+    }
+    return code;
+} catch (...) {
+    raiseFrom("pasteBody !");
+}
+
+/// The change is done: a trail that can't be written doesn't undo it.
+void cManager::recordEditing(std::string_view operation, PageId pageId, const std::string& action,
+                             const std::string& description) {
+    const std::string ident = text::fromNumber(pageId);
+    followUp(host_, operation, ident, [&] { addAuditTrail(ident, "", action, description); });
+}
+
+}  // namespace torvex
