@@ -49,6 +49,14 @@ std::vector<Body> readBodies(db::Connection& connection, PageId pageId) {
     return bodies;
 }
 
+/// The page, ready to grow by its bodies without being copied.
+std::string withRoomFor(const std::vector<Body>& bodies, std::string page) {
+    std::size_t size = page.size();
+    for (const Body& body : bodies) size += body.text.size();
+    page.reserve(size);
+    return page;
+}
+
 }  // namespace
 
 std::string cServer::fillBodies(const std::string& pageIdent, const std::string& html) try {
@@ -61,14 +69,18 @@ std::string cServer::fillBodies(const std::string& pageIdent, const std::string&
         const std::string place = "torvex_body_" + std::to_string(n);
         const bool isTag = page.tagExists(place);
         if (!isTag && !page.blockExists(place)) break;
-        if (n == 1) bodies = readBodies(connection(), pageId);
+        if (n == 1) {
+            bodies = readBodies(connection(), pageId);
+            page.setStrVal(withRoomFor(bodies, page.takeStrVal()));
+        }
         const auto body =
             std::find_if(bodies.begin(), bodies.end(), [n](const Body& b) { return b.id == n; });
-        std::string filled;
-        if (body != bodies.end()) {
-            filled = body->type == kind::storedText || !feeds
-                         ? std::string(text::trim(body->text))
-                         : getBody(text::fromNumber(pageId), n, body->type, body->feedId);
+        std::string feed;
+        std::string_view filled;
+        if (body != bodies.end() && feeds && body->type != kind::storedText) {
+            filled = feed = getBody(text::fromNumber(pageId), n, body->type, body->feedId);
+        } else if (body != bodies.end()) {
+            filled = text::trim(body->text);
         }
         if (filled.empty()) filled = emptyBody;
         if (isTag) {
