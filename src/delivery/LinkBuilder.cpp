@@ -122,6 +122,7 @@ std::string withoutStatus(std::string link, bool doubleQuoted) {
     const std::string_view status = doubleQuoted
                                         ? " onmouseover=\"window.status=top.torvex_empty;return true;\" >"
                                         : " onmouseover='window.status=top.torvex_empty;return true;' >";
+    link.reserve(link.size() + status.size());
     for (std::size_t at = link.find('>'); at != text::npos; at = link.find('>', at + status.size())) {
         link.replace(at, 1, status);
     }
@@ -302,9 +303,9 @@ std::string LinkBuilder::buildPage(Link& link) {
         isNumber ? identifier : text::fromNumber(targets_.identityOf(identifier).pageId);
     if (frames_ && !leaves)
         return link.call(begin, end, "top.page", number, jsEscape(targets_.identityOf(identifier).nodeId));
-    std::string result(link.ahead(begin));
-    result.append(frames_ ? framesetScript : pageScript).append("?pageId=").append(number);
-    return result.append(link.from(end));
+    std::string address(frames_ ? framesetScript : pageScript);
+    address.append("?pageId=").append(number);
+    return std::move(link.tag.replace(begin, end - begin, address));
 }
 
 std::string LinkBuilder::buildFile(Link& link) {

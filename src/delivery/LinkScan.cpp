@@ -95,16 +95,16 @@ std::vector<TagSpan> findAreas(std::string_view html, std::size_t from) {
 }
 
 /// Few tags hold a marker, so most are told by one plain look.
-std::string replaced(std::string_view tag, std::string_view from, std::string_view to) {
-    return tag.find(from) == text::npos ? std::string(tag) : text::replaceAll(tag, from, to);
+std::string replaced(std::string tag, std::string_view from, std::string_view to) {
+    return tag.find(from) == text::npos ? tag : text::replaceAll(tag, from, to);
 }
 
 std::vector<std::string> startTags(std::string_view html, const std::vector<TagSpan>& spans) {
     std::vector<std::string> tags;
     tags.reserve(spans.size());
     for (const TagSpan& span : spans) {
-        tags.push_back(
-            replaced(html.substr(span.begin, span.end - span.begin), commentEnd, maskedCommentEnd));
+        std::string tag(html.substr(span.begin, span.end - span.begin));
+        tags.push_back(replaced(std::move(tag), commentEnd, maskedCommentEnd));
     }
     return tags;
 }

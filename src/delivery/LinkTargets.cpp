@@ -70,24 +70,25 @@ void LinkTargets::learnNumbers(const std::vector<std::string_view>& identifiers)
     static const std::string statement =
         "with wanted (pageId) as (values " + listOf("(?)") + ") " + std::string(selectByNumber);
     constexpr PageId noPage = -1;
-    std::multimap<PageId, Target*> wanted;
+    std::vector<Target*> wanted;
     std::vector<db::Parameter> values;
     for (const auto identifier : identifiers) {
         Target& target = targets_.find(identifier)->second;
         target.identity.pageId = text::toNumber(identifier);
-        wanted.emplace(target.identity.pageId, &target);
+        wanted.push_back(&target);
         values.emplace_back(target.identity.pageId);
     }
+    // Several spellings may stand for one number.
+    const auto numberOf = [](const Target* target) { return target->identity.pageId; };
+    std::ranges::sort(wanted, {}, numberOf);
     std::vector<Target*> moved;
     forEachRow(connection_, statement, values, noPage, [&](const db::Rows& rows) {
-        const auto [first, last] = wanted.equal_range(rows.number("pageId"));
-        for (auto entry = first; entry != last; ++entry) {
-            Target& target = *entry->second;
-            target.identity.nodeId = rows.text("nodeId");
-            if (text::equals(rows.view("liveNode"), target.identity.nodeId)) {
-                takeState(target, rows);
+        for (Target* target : std::ranges::equal_range(wanted, rows.number("pageId"), {}, numberOf)) {
+            target->identity.nodeId = rows.text("nodeId");
+            if (text::equals(rows.view("liveNode"), target->identity.nodeId)) {
+                takeState(*target, rows);
             } else {
-                moved.push_back(&target);
+                moved.push_back(target);
             }
         }
     });

@@ -39,6 +39,14 @@ std::vector<PageBody> readBodies(db::Connection& connection, Twin twin, PageId p
     return bodies;
 }
 
+/// The page, ready to grow by its bodies without being copied.
+std::string withRoomFor(const std::vector<PageBody>& bodies, std::string page) {
+    std::size_t size = page.size();
+    for (const PageBody& body : bodies) size += body.text.size();
+    page.reserve(size);
+    return page;
+}
+
 }  // namespace
 
 std::string PageBodies::content(std::string_view pageIdent, const PageBody& body, bool feeds) {
@@ -57,7 +65,10 @@ std::string PageBodies::fill(std::string_view pageIdent, std::string html, BodyF
         const std::string place = "torvex_body_" + std::to_string(n);
         const bool isTag = page.tagExists(place);
         if (!isTag && !page.blockExists(place)) break;
-        if (n == 1) bodies = readBodies(connection_, twin_, pageId);
+        if (n == 1) {
+            bodies = readBodies(connection_, twin_, pageId);
+            page.setStrVal(withRoomFor(bodies, page.takeStrVal()));
+        }
         const auto body =
             std::find_if(bodies.begin(), bodies.end(), [n](const PageBody& b) { return b.id == n; });
         std::string filled = body == bodies.end() ? std::string() : content(number, *body, feeds);

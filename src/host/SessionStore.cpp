@@ -14,7 +14,8 @@
 namespace torvex {
 
 struct SessionLease::Entry {
-    Entry() : token(SessionToken::random()), session(SessionToken::random().text()) {}
+    Entry() : Entry(SessionToken::twoRandom()) {}
+    explicit Entry(const std::array<SessionToken, 2>& random) : token(random[0]), session(random[1].text()) {}
 
     SessionToken token;
     Session session;
@@ -89,6 +90,12 @@ SessionToken SessionToken::random() {
     SessionToken token;
     randombytes_buf(&token, sizeof token);
     return token;
+}
+
+std::array<SessionToken, 2> SessionToken::twoRandom() {
+    std::array<SessionToken, 2> tokens;
+    randombytes_buf(tokens.data(), sizeof tokens);
+    return tokens;
 }
 
 std::optional<SessionToken> SessionToken::parse(std::string_view text) {

@@ -23,6 +23,8 @@ struct SessionToken {
     std::uint64_t low = 0;
 
     static SessionToken random();
+    /// Two that have nothing to do with each other, for the price of one call of the system.
+    static std::array<SessionToken, 2> twoRandom();
     /// Nothing unless the text is 32 hexadecimal digits.
     static std::optional<SessionToken> parse(std::string_view text);
     std::string text() const;

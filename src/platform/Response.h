@@ -23,6 +23,15 @@ class Response {
     }
     /// Adds UTF-8 text, which is sent in `charset`.
     void write(std::string_view text) { body_.append(text); }
+    /// The same; a whole page is mostly written in one piece, which is then taken over.
+    void write(std::string&& text) {
+        if (body_.empty()) {
+            body_ = std::move(text);
+        } else {
+            body_.append(text);
+        }
+    }
+    void write(const char* text) { body_.append(text); }
     /// Adds bytes; from then on the body is sent as it stands, whatever `charset` says.
     void binaryWrite(std::string_view bytes) {
         body_.append(bytes);

@@ -65,9 +65,9 @@ int compare(std::string_view a, std::string_view b) {
 
 bool equals(std::string_view a, std::string_view b) {
     // Most names are written in one way, and most that differ do so at one of their ends.
-    if (a == b) return true;
-    if (a.empty() || b.empty() || differ(a.front(), b.front()) || differ(a.back(), b.back())) return false;
-    return matchLength(a, 0, b) == a.size();
+    if (a.empty() || b.empty()) return a.size() == b.size();
+    if (differ(a.front(), b.front()) || differ(a.back(), b.back())) return false;
+    return a == b || matchLength(a, 0, b) == a.size();
 }
 
 bool startsWith(std::string_view text, std::string_view prefix) {

@@ -29,7 +29,8 @@ std::optional<int> tagNumber(std::string_view text) {
 /// searched for each.
 std::set<int> plainNumbers(std::string_view text, std::string_view prefix) {
     std::set<int> numbers;
-    for (std::size_t at = text::find(text, prefix); at != text::npos; at = text::find(text, prefix, at + 1)) {
+    for (std::size_t at = markers::find(text, prefix); at != text::npos;
+         at = markers::find(text, prefix, at + 1)) {
         const std::size_t begin = at + text::matchLength(text, at, prefix);
         int number = 0;
         const auto read = std::from_chars(text.data() + begin, text.data() + text.size(), number);
@@ -42,7 +43,8 @@ std::set<int> plainNumbers(std::string_view text, std::string_view prefix) {
 
 int firstTagNumber(std::string_view text, std::string_view prefix) {
     std::optional<std::set<int>> present;
-    for (std::size_t at = text::find(text, prefix); at != text::npos; at = text::find(text, prefix, at)) {
+    for (std::size_t at = markers::find(text, prefix); at != text::npos;
+         at = markers::find(text, prefix, at)) {
         const std::size_t begin = at + text::matchLength(text, at, prefix);
         at = text::find(text, markers::closing, at);
         if (at == text::npos) break;
@@ -56,10 +58,10 @@ int firstTagNumber(std::string_view text, std::string_view prefix) {
 
 /// Fills the places of a marker. A tag mostly has one place or none, so those don't build a new text.
 void fill(std::string& buffer, std::string_view marker, std::string_view text, int count) {
-    const std::size_t first = text::find(buffer, marker);
+    const std::size_t first = markers::find(buffer, marker);
     if (first == text::npos || count == 0) return;
     const std::size_t length = text::matchLength(buffer, first, marker);
-    const std::size_t second = count == 1 ? text::npos : text::find(buffer, marker, first + length);
+    const std::size_t second = count == 1 ? text::npos : markers::find(buffer, marker, first + length);
     if (second == text::npos) {
         buffer.replace(first, length, text);
         return;
@@ -74,7 +76,7 @@ void fill(std::string& buffer, std::string_view marker, std::string_view text, i
 }  // namespace
 
 bool HTMLTemplate::tagExists(std::string_view tag) const try {
-    return text::contains(buffer_, markers::tag(tag));
+    return markers::find(buffer_, markers::tag(tag)) != text::npos;
 } catch (...) {
     raiseFrom("tagExists (HTMLTemplate) !");
 }

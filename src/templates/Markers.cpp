@@ -18,6 +18,14 @@ std::string joined(std::string_view first, std::string_view second, std::string_
     return result.append(first).append(second).append(third);
 }
 
+/// Where the next marker begins. Its "!" is far rarer in HTML than its "<".
+std::size_t findOpening(std::string_view text, std::size_t from) {
+    for (std::size_t at = text.find('!', from + 1); at != text::npos; at = text.find('!', at + 1)) {
+        if (text.substr(at - 1).starts_with(opening)) return at - 1;
+    }
+    return text::npos;
+}
+
 /// A start or end marker of a family of blocks.
 struct FamilyMarker {
     int number;  ///< 0 for the blocks without a number
@@ -55,7 +63,7 @@ std::optional<FamilyMarker> readFamilyMarker(std::string_view text, std::size_t 
 std::vector<FamilyMarker> familyMarkers(std::string_view text, std::string_view name) {
     const std::string prefix = joined(opening, name, "_");
     std::vector<FamilyMarker> found;
-    for (std::size_t at = text::find(text, prefix); at != text::npos; at = text::find(text, prefix, at + 1)) {
+    for (std::size_t at = find(text, prefix); at != text::npos; at = find(text, prefix, at + 1)) {
         const auto marker = readFamilyMarker(text, at, at + text::matchLength(text, at, prefix));
         if (marker) found.push_back(*marker);
     }
@@ -124,11 +132,20 @@ std::string blockEnd(std::string_view name) {
     return joined(opening, name, "_end!-->");
 }
 
+std::size_t find(std::string_view text, std::string_view marker, std::size_t from) {
+    if (!marker.starts_with(opening)) return text::find(text, marker, from);
+    for (std::size_t at = findOpening(text, from); at != text::npos;
+         at = findOpening(text, at + opening.size())) {
+        if (text::matchLength(text, at, marker) > 0) return at;
+    }
+    return text::npos;
+}
+
 std::optional<Block> findBlock(std::string_view text, std::string_view startMarker,
                                std::string_view endMarker, std::size_t from) {
-    const std::size_t begin = text::find(text, startMarker, from);
+    const std::size_t begin = find(text, startMarker, from);
     if (begin == text::npos) return std::nullopt;
-    const std::size_t innerEnd = text::find(text, endMarker, begin + 1);
+    const std::size_t innerEnd = find(text, endMarker, begin + 1);
     if (innerEnd == text::npos) return std::nullopt;
     const std::size_t innerBegin = begin + text::matchLength(text, begin, startMarker);
     // Names chosen so that one marker lies in the other leave nothing between them.

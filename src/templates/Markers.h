@@ -16,6 +16,9 @@ std::string tag(std::string_view name);
 std::string blockStart(std::string_view name);
 std::string blockEnd(std::string_view name);
 
+/// Where a marker next stands, at or behind `from`; `npos` when it stands nowhere. Ignores case.
+std::size_t find(std::string_view text, std::string_view marker, std::size_t from = 0);
+
 struct Block {
     std::size_t begin;       ///< of the start marker
     std::size_t innerBegin;  ///< behind the start marker

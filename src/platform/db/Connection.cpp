@@ -1,5 +1,7 @@
 #include "platform/db/Connection.h"
 
+#include <functional>
+
 #include "platform/Text.h"
 #include "platform/db/RowSource.h"
 
@@ -16,12 +18,14 @@ bool Rows::next() {
 
 std::size_t Rows::indexOf(std::string_view column) const {
     const std::size_t count = source_->columns();
-    if (hint_ >= count) hint_ = 0;
-    std::size_t index = hint_;
-    // Most callers spell a name as the statement does.
-    while (index < count && source_->columnName(index) != column) ++index;
-    if (index == count) index = 0;
-    while (index < count && !text::equals(source_->columnName(index), column)) ++index;
+    const auto findFrom = [&](std::size_t index, std::size_t end, auto isAlike) {
+        while (index < end && !isAlike(source_->columnName(index), column)) ++index;
+        return index < end ? index : count;
+    };
+    // Most callers spell a name as the statement does, and read in its order.
+    std::size_t index = findFrom(hint_, count, std::equal_to<>());
+    if (index == count) index = findFrom(0, hint_, std::equal_to<>());
+    if (index == count) index = findFrom(0, count, text::equals);
     if (index == count) throw DatabaseError("the result has no column \"" + std::string(column) + "\"");
     hint_ = index + 1;
     return index;
