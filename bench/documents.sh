@@ -1,0 +1,71 @@
+#!/bin/bash
+# What it costs to send a large document to many readers at once: processor time for each, and memory.
+#
+#   bench/documents.sh [READERS] [MEGABYTES]        (default 200 of 256 MB)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+readers=${1:-200}
+megabytes=${2:-256}
+for tool in curl python3; do
+    command -v $tool >/dev/null ||
+        ${SUDO:-$([ "$(id -u)" -eq 0 ] || echo sudo)} apt-get install -y --no-install-recommends $tool >/dev/null
+done
+
+cmake --preset release >/dev/null
+cmake --build --preset release >/dev/null
+torvex=$PWD/build/release/torvex
+folder=$(mktemp -d /tmp/torvex-bench-XXXXXX)
+server=
+finish() { [ -z "$server" ] || { kill "$server" 2>/dev/null && wait "$server" 2>/dev/null || true; }; rm -rf "$folder"; }
+trap finish EXIT
+
+port=$((20000 + RANDOM % 10000))
+"$torvex" init "$folder/site" --demo >/dev/null
+site=$("$torvex" sql --install "$folder/site" --json "select site from TORVEX_SITES order by site" |
+    sed -n '1s/.*"site":"\([^"]*\)".*/\1/p')
+document=/documents/$site/large.bin
+mkdir -p "$folder/site/wwwroot/documents/$site"
+head -c "${megabytes}M" /dev/urandom >"$folder/site/wwwroot$document"
+"$torvex" serve --install "$folder/site" --listen 127.0.0.1:$port 2>"$folder/torvex.log" &
+server=$!
+for _ in $(seq 100); do curl -s -o /dev/null "http://127.0.0.1:$port/error.asp" && break; sleep 0.05; done
+curl -sf -o /dev/null "http://127.0.0.1:$port$document"
+
+# Milliseconds of processor time so far, and the most memory so far.
+used() { awk -v hz="$(getconf CLK_TCK)" '{print int(($14 + $15) * 1000 / hz)}' "/proc/$server/stat"; }
+peak() { awk '/VmHWM/ {print $2}' "/proc/$server/status"; }
+
+before=$(used)
+memory=$(peak)
+# The readers let the kernel throw the bytes away, so that the machine is left to the server.
+python3 - "$port" "$document" "$readers" "$((megabytes * 1024 * 1024))" <<'PYTHON'
+import selectors, socket, sys
+
+port, document, readers, size = int(sys.argv[1]), sys.argv[2], int(sys.argv[3]), int(sys.argv[4])
+selector = selectors.DefaultSelector()
+left = {}
+for _ in range(readers):
+    connection = socket.create_connection(("127.0.0.1", port))
+    connection.sendall(f"GET {document} HTTP/1.1\r\nHost: localhost\r\n\r\n".encode())
+    selector.register(connection, selectors.EVENT_READ)
+while selector.get_map():
+    for key, _ in selector.select():
+        connection = key.fileobj
+        if connection not in left:
+            start = b""
+            while b"\r\n\r\n" not in start:
+                start += connection.recv(4096)
+            head, body = start.split(b"\r\n\r\n", 1)
+            assert head.startswith(b"HTTP/1.1 200"), head
+            left[connection] = size - len(body)
+        got = connection.recv(1 << 20, socket.MSG_TRUNC)
+        count = got if isinstance(got, int) else len(got)
+        left[connection] -= count
+        if left[connection] <= 0 or count == 0:
+            assert left[connection] == 0, left[connection]
+            selector.unregister(connection)
+            connection.close()
+PYTHON
+each=$(awk -v ms="$(($(used) - before))" -v n="$readers" 'BEGIN {printf "%.1f", ms / n}')
+echo "$readers readers of $megabytes MB at once: $each ms of processor time each"
+echo "memory: $memory kB before, $(peak) kB at most"
