@@ -58,15 +58,10 @@ class Demo {
         sessions_.enter("", [&](SessionLease lease) {
             Request request(query, {}, variables(query));
             Response response;
-            HostContext host{request,
-                             response,
-                             lease.session(),
-                             services_->application,
-                             services_->files,
-                             services_->clock,
-                             services_->http,
-                             *services_->database,
-                             *hits_};
+            HostContext host{
+                request,          response,          lease.session(),       services_->application,
+                services_->files, services_->clock,  services_->http,       *services_->database,
+                *hits_,           services_->shares, services_->operatorLog};
             Setup(host).initSession();
             lease.keepAsDefaults();
             page(host);

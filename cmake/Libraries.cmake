@@ -14,6 +14,14 @@ pkg_check_modules(ICU REQUIRED IMPORTED_TARGET icu-uc icu-i18n)
 pkg_check_modules(XML REQUIRED IMPORTED_TARGET libxml-2.0 libxslt)
 pkg_check_modules(SODIUM REQUIRED IMPORTED_TARGET libsodium)
 
+# Programs that are measured or released allocate with this. The others keep the system's allocator, which
+# sanitizers and debuggers know.
+add_library(torvex_allocator INTERFACE)
+if(CMAKE_BUILD_TYPE STREQUAL "Release")
+  find_library(TCMALLOC_LIBRARY tcmalloc_minimal REQUIRED)
+  target_link_libraries(torvex_allocator INTERFACE ${TCMALLOC_LIBRARY})
+endif()
+
 add_library(torvex_libraries INTERFACE)
 target_link_libraries(torvex_libraries INTERFACE
   Threads::Threads OpenSSL::SSL OpenSSL::Crypto Boost::json Boost::url fmt::fmt spdlog::spdlog CURL::libcurl
