@@ -103,13 +103,13 @@ std::string scriptArgument(std::string_view value, char attributeQuote) {
 
 /// One start tag on its way.
 struct LinkMarking::Link {
-    explicit Link(std::string given) : tag(normal(std::move(given), escaped)) {
+    explicit Link(const std::string& given) : tag(normal(given, escaped)) {
         href = tag.find("href");
         if (href && href->isClosed && href->quote != 0) value = tag.valueOf(*href);
         quote = href && href->quote == '"' ? '"' : '\'';
     }
 
-    static std::string normal(std::string given, bool& escaped) {
+    static std::string normal(const std::string& given, bool& escaped) {
         escaped = text::contains(given, inScript);
         return escaped ? text::replaceAll(given, inScript, "href") : given;
     }
@@ -178,7 +178,7 @@ std::string LinkMarking::rewrite(std::string startTag, LinkTag /*kind*/) try {
     const bool isChosen = !text::contains(startTag, unchosen);
     if (isMarked(startTag)) return startTag;
     if (isChosen && place_.twin == Twin::Design && text::contains(startTag, "editBody")) return startTag;
-    Link link(std::move(startTag));
+    Link link(startTag);
     if (isChosen) {
         build(link);
     } else {

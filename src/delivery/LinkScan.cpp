@@ -96,7 +96,8 @@ std::vector<TagSpan> findAreas(std::string_view html, std::size_t from) {
 
 /// Few tags hold a marker, so most are told by one plain look.
 std::string replaced(std::string tag, std::string_view from, std::string_view to) {
-    return tag.find(from) == text::npos ? tag : text::replaceAll(tag, from, to);
+    if (tag.find(from) != text::npos) tag = text::replaceAll(tag, from, to);
+    return tag;
 }
 
 std::vector<std::string> startTags(std::string_view html, const std::vector<TagSpan>& spans) {

@@ -79,11 +79,17 @@ void LinkTargets::learnNumbers(const std::vector<std::string_view>& identifiers)
         values.emplace_back(target.identity.pageId);
     }
     // Several spellings may stand for one number.
-    const auto numberOf = [](const Target* target) { return target->identity.pageId; };
-    std::ranges::sort(wanted, {}, numberOf);
+    std::sort(wanted.begin(), wanted.end(), [](const Target* left, const Target* right) {
+        return left->identity.pageId < right->identity.pageId;
+    });
     std::vector<Target*> moved;
     forEachRow(connection_, statement, values, noPage, [&](const db::Rows& rows) {
-        for (Target* target : std::ranges::equal_range(wanted, rows.number("pageId"), {}, numberOf)) {
+        const PageId pageId = rows.number("pageId");
+        auto found = std::lower_bound(
+            wanted.begin(), wanted.end(), pageId,
+            [](const Target* target, PageId number) { return target->identity.pageId < number; });
+        for (; found != wanted.end() && (*found)->identity.pageId == pageId; ++found) {
+            Target* const target = *found;
             target->identity.nodeId = rows.text("nodeId");
             if (text::equals(rows.view("liveNode"), target->identity.nodeId)) {
                 takeState(*target, rows);
