@@ -2,7 +2,9 @@
 # Measures the whole server beside nginx, which serves the same bytes from a file, in one run on this machine:
 # requests per second of both and their ratio, the latencies, and processor time per request.
 #
-#   bench/serve.sh [--seconds N] [--rounds N]
+#   bench/serve.sh [--seconds N] [--rounds N] [--plain]
+#
+# --plain switches the check of links and the groups of visitors off.
 #
 # Three answers are measured: the demo's home page, assembled for every request; a static file of some
 # kilobytes; and the page again through a session that comes back with its cookie. Everything runs on
@@ -12,11 +14,13 @@ cd "$(dirname "$0")/.."
 
 seconds=5
 rounds=3
+plain=
 while [ $# -gt 0 ]; do
     case "$1" in
         --seconds) seconds=$2; shift 2 ;;
         --rounds) rounds=$2; shift 2 ;;
-        *) echo "usage: $0 [--seconds N] [--rounds N]" >&2; exit 2 ;;
+        --plain) plain=1; shift ;;
+        *) echo "usage: $0 [--seconds N] [--rounds N] [--plain]" >&2; exit 2 ;;
     esac
 done
 
@@ -43,6 +47,8 @@ port=$((20000 + RANDOM % 10000))
 nginx_port=$((port + 10001))
 site=http://127.0.0.1:$port
 "$torvex" init "$folder/site" --demo >/dev/null
+[ -z "$plain" ] || "$torvex" sql --install "$folder/site" "update TORVEX_SETUP set value = '0'
+    where parameter in ('torvex_hyperlink_check', 'torvex_extranet') and loginId = 0" >/dev/null
 "$torvex" serve --install "$folder/site" --listen 127.0.0.1:$port 2>"$folder/torvex.log" &
 server=$!
 for _ in $(seq 100); do curl -s -o /dev/null "$site/error.asp" && break; sleep 0.05; done
