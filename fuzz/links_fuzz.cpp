@@ -64,7 +64,7 @@ class EchoedRows final : public db::Rows::Source {
         return isNode ? std::string_view(nodes_.at(row())) : std::string_view();
     }
     std::string text(std::size_t index) const override { return std::string(view(index)); }
-    double number(std::size_t index) const override {
+    double number(std::size_t index, double /*ifNull*/) const override {
         return names.at(index) == "pageId" ? numbers_.at(row()) : 1;
     }
     Value value(std::size_t index) const override { return text(index); }
@@ -96,6 +96,7 @@ class FakeConnection final : public db::Connection {
     void beginReading() override {}
     void commit() override {}
     void rollback() override {}
+    db::ScopeMemory* memory() override { return nullptr; }
 
   private:
     std::string text_;
