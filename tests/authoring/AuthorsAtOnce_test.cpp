@@ -140,19 +140,24 @@ class Desk {
 
     /// Reads and writes in two steps: only the lock of the page keeps others from writing in between.
     void save(int page) {
-        const auto connection = open();
         double counted = 0;
         {
+            const auto connection = open();
             auto rows =
                 connection->query("select bodyText from TORVEX_BODIES_DESIGN where pageId = ?", {page});
             if (rows.next()) counted = text::toNumber(rows.text("bodyText"));
         }
         std::this_thread::yield();
-        const std::string next = text::fromNumber(counted + 1);
-        connection->execute("update TORVEX_BODIES_DESIGN set bodyText = ? where pageId = ?",
-                            {std::string_view(next), page});
-        connection->execute("update TORVEX_PAGES_DESIGN set editStatus = 'M', editor = ? where pageId = ?",
-                            {author_, page});
+        cli::BatchRun request(classes_, host_.context());
+        const std::string result =
+            request(cli::OperationStep{"cManager",
+                                       "saveBody",
+                                       {{"pageIdent", Value(std::to_string(page))},
+                                        {"bodyId", Value(1)},
+                                        {"bodyContent", Value(text::fromNumber(counted + 1))}}})
+                .text();
+        if (result != "0") return journal_.failed("the holder can't save: " + result);
+        journal_.did(author_, page, "save body");
         journal_.saved(page);
     }
 
