@@ -91,30 +91,9 @@ bool make(HostContext& host, const Language& language) {
     return true;
 }
 
-/// The name that went, or the code of a refusal.
-struct Removal {
-    std::string refusal;
-    std::string name;
-};
-
-Removal removeRows(HostContext& host, const std::string& lang, int ownLogin) try {
-    const auto connection = db::openOwn(host);
-    db::Transaction transaction(*connection);
-    lockSiteRegister(*connection);
-    if (auto refusal = refusalToRemoveLanguage(*connection, lang, ownLogin); !refusal.empty()) {
-        return {std::move(refusal), {}};
-    }
-    std::string name = firstText(*connection, selectName, lang);
-    // A longer one would only take folders that are no language's.
-    if (!isCode(lang)) return {std::string(status::failed), {}};
-    try {
-        removeLanguageRows(*connection, lang);
-        transaction.commit();
-    } catch (const std::exception& error) {
-        host.log.warn("the language \"" + lang + "\" was not removed: " + error.what());
-        return {std::string(status::failed), {}};
-    }
-    return {{}, std::move(name)};
+/// The folders that go afterwards fail under another line.
+Removal removedEntry(HostContext& host, const std::string& code, int ownLogin) try {
+    return removeLanguage(host, code, ownLogin);
 } catch (...) {
     raiseFrom("deleteLanguage !");
 }
@@ -156,7 +135,7 @@ bool cManager::updateLanguage(const std::string& lang, const std::string& name, 
 std::string cManager::deleteLanguage(const std::string& lang, int advId) {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
     const std::string code = text::lowerTrim(lang);
-    const Removal removed = removeRows(host_, code, author_.loginId);
+    const Removal removed = removedEntry(host_, code, author_.loginId);
     if (!removed.refusal.empty()) return removed.refusal;
     try {
         deleteDirectory(searchDirectory(host_, code));

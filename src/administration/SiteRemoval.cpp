@@ -1,15 +1,23 @@
 #include "administration/SiteRemoval.h"
 
 #include <array>
+#include <fmt/format.h>
 #include <span>
 
+#include "administration/SiteCodes.h"
+#include "administration/SiteRegister.h"
+#include "authoring/StatusCodes.h"
+#include "platform/HostContext.h"
+#include "platform/OperatorLog.h"
 #include "platform/Text.h"
-#include "platform/db/Connection.h"
+#include "platform/db/Link.h"
 
 namespace torvex {
 
 namespace {
 
+constexpr std::string_view selectSiteName = "select name from TORVEX_SITES where site = ?";
+constexpr std::string_view selectLanguageName = "select name from TORVEX_LANGUAGES where lang = ?";
 constexpr std::string_view selectOthers =
     "select currentSite from TORVEX_LOGINS where sessionId <> '' and loginId <> ?";
 constexpr std::string_view countPagesOfSite =
@@ -100,49 +108,94 @@ double total(db::Rows rows) {
     return rows.next() ? rows.number("total") : 0;
 }
 
-/// `cut` takes the site, or the language, out of where a login works.
-template <typename Cut>
-bool othersWorkIn(db::Connection& connection, std::string_view code, int ownLogin, Cut cut) {
+std::string_view siteOfPlace(std::string_view place) {
+    return text::first(place, 2);
+}
+std::string_view langOfPlace(std::string_view place) {
+    return text::last(place, 2);
+}
+
+/// What differs between the two registers.
+struct Kind {
+    std::string_view word;
+    std::string_view selectName;
+    std::string_view (*partOfPlace)(std::string_view place);  ///< of where a login works
+    std::string_view countPages;
+    std::string_view countAll;
+    std::span<const std::string_view> beforeForumOrphans;
+    std::span<const std::string_view> beforeNewsflashOrphans;
+    std::span<const std::string_view> atLast;
+};
+constexpr Kind siteKind{"site",
+                        selectSiteName,
+                        siteOfPlace,
+                        countPagesOfSite,
+                        countSites,
+                        siteBeforeForumOrphans,
+                        siteBeforeNewsflashOrphans,
+                        siteAtLast};
+constexpr Kind languageKind{"language",
+                            selectLanguageName,
+                            langOfPlace,
+                            countPagesOfLanguage,
+                            countLanguages,
+                            languageBeforeForumOrphans,
+                            languageBeforeNewsflashOrphans,
+                            languageAtLast};
+
+bool othersWorkIn(db::Connection& connection, const Kind& kind, std::string_view code, int ownLogin) {
     auto rows = connection.query(selectOthers, {ownLogin});
     while (rows.next()) {
         const std::string place = rows.text("currentSite");
-        if (text::equals(cut(place), code)) return true;
+        if (text::equals(kind.partOfPlace(place), code)) return true;
     }
     return false;
 }
 
+/// "" when nothing stands against it.
+std::string_view refusalOf(db::Connection& connection, const Kind& kind, std::string_view code,
+                           int ownLogin) {
+    if (othersWorkIn(connection, kind, code, ownLogin)) return removal::inUse;
+    if (total(connection.query(kind.countPages, {code})) > 0) return removal::hasPages;
+    return total(connection.query(kind.countAll)) == 1 ? removal::isLast : std::string_view();
+}
+
+void removeRows(db::Connection& transaction, const Kind& kind, std::string_view code) {
+    runFor(transaction, kind.beforeForumOrphans, code);
+    runAll(transaction, forumOrphans);
+    runFor(transaction, kind.beforeNewsflashOrphans, code);
+    runAll(transaction, newsflashOrphans);
+    runFor(transaction, kind.atLast, code);
+}
+
+Removal removeEntry(HostContext& host, const Kind& kind, const std::string& code, int ownLogin) {
+    const auto connection = db::openOwn(host);
+    db::Transaction transaction(*connection);
+    lockSiteRegister(*connection);
+    if (const auto refusal = refusalOf(*connection, kind, code, ownLogin); !refusal.empty()) {
+        return {std::string(refusal), {}};
+    }
+    std::string name = firstText(*connection, kind.selectName, code);
+    // Another one would only take folders that are none of the register's.
+    if (!isCode(code)) return {std::string(status::failed), {}};
+    try {
+        removeRows(*connection, kind, code);
+        transaction.commit();
+    } catch (const std::exception& error) {
+        host.log.warn(fmt::format("the {} \"{}\" was not removed: {}", kind.word, code, error.what()));
+        return {std::string(status::failed), {}};
+    }
+    return {{}, std::move(name)};
+}
+
 }  // namespace
 
-std::string refusalToRemoveSite(db::Connection& connection, std::string_view site, int ownLogin) {
-    const auto siteOfPlace = [](std::string_view place) { return text::first(place, 2); };
-    if (othersWorkIn(connection, site, ownLogin, siteOfPlace)) return std::string(removal::inUse);
-    if (total(connection.query(countPagesOfSite, {site})) > 0) return std::string(removal::hasPages);
-    if (total(connection.query(countSites)) == 1) return std::string(removal::isLast);
-    return {};
+Removal removeSite(HostContext& host, const std::string& site, int ownLogin) {
+    return removeEntry(host, siteKind, site, ownLogin);
 }
 
-std::string refusalToRemoveLanguage(db::Connection& connection, std::string_view lang, int ownLogin) {
-    const auto langOfPlace = [](std::string_view place) { return text::last(place, 2); };
-    if (othersWorkIn(connection, lang, ownLogin, langOfPlace)) return std::string(removal::inUse);
-    if (total(connection.query(countPagesOfLanguage, {lang})) > 0) return std::string(removal::hasPages);
-    if (total(connection.query(countLanguages)) == 1) return std::string(removal::isLast);
-    return {};
-}
-
-void removeSiteRows(db::Connection& transaction, std::string_view site) {
-    runFor(transaction, siteBeforeForumOrphans, site);
-    runAll(transaction, forumOrphans);
-    runFor(transaction, siteBeforeNewsflashOrphans, site);
-    runAll(transaction, newsflashOrphans);
-    runFor(transaction, siteAtLast, site);
-}
-
-void removeLanguageRows(db::Connection& transaction, std::string_view lang) {
-    runFor(transaction, languageBeforeForumOrphans, lang);
-    runAll(transaction, forumOrphans);
-    runFor(transaction, languageBeforeNewsflashOrphans, lang);
-    runAll(transaction, newsflashOrphans);
-    runFor(transaction, languageAtLast, lang);
+Removal removeLanguage(HostContext& host, const std::string& lang, int ownLogin) {
+    return removeEntry(host, languageKind, lang, ownLogin);
 }
 
 }  // namespace torvex

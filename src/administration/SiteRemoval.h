@@ -4,9 +4,7 @@
 #include <string_view>
 
 namespace torvex {
-namespace db {
-class Connection;
-}
+struct HostContext;
 
 /// Why a site or a language stays, beside the codes that all operations share.
 namespace removal {
@@ -15,13 +13,16 @@ inline constexpr std::string_view hasPages = "-3";  ///< in the design
 inline constexpr std::string_view isLast = "-4";
 }  // namespace removal
 
-/// The code with which the removal is refused, "" when nothing stands against it. `ownLogin` may work in it.
-std::string refusalToRemoveSite(db::Connection& connection, std::string_view site, int ownLogin);
-std::string refusalToRemoveLanguage(db::Connection& connection, std::string_view lang, int ownLogin);
+/// What became of a removal.
+struct Removal {
+    std::string refusal;  ///< the code; "" when it went
+    std::string name;     ///< of what went
+};
 
-/// Deletes all rows that belong to a site or a language, and those that belonged to rows that go. For a
-/// transaction.
-void removeSiteRows(db::Connection& transaction, std::string_view site);
-void removeLanguageRows(db::Connection& transaction, std::string_view lang);
+/// Deletes a site, or a language, with all rows that belong to it and those that belonged to rows that go, in
+/// one transaction; or refuses, and then nothing has changed. The login `ownLogin` may work in it. A failure
+/// of the deletion is a refusal too, and is told to operators.
+Removal removeSite(HostContext& host, const std::string& site, int ownLogin);
+Removal removeLanguage(HostContext& host, const std::string& lang, int ownLogin);
 
 }  // namespace torvex

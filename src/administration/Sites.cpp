@@ -94,30 +94,9 @@ bool make(HostContext& host, const NewSite& site) {
     return true;
 }
 
-/// The name that went, or the code of a refusal.
-struct Removal {
-    std::string refusal;
-    std::string name;
-};
-
-Removal removeRows(HostContext& host, const std::string& site, int ownLogin) try {
-    const auto connection = db::openOwn(host);
-    db::Transaction transaction(*connection);
-    lockSiteRegister(*connection);
-    if (auto refusal = refusalToRemoveSite(*connection, site, ownLogin); !refusal.empty()) {
-        return {std::move(refusal), {}};
-    }
-    std::string name = firstText(*connection, selectName, site);
-    // A longer one would only take folders that are no site's.
-    if (!isCode(site)) return {std::string(status::failed), {}};
-    try {
-        removeSiteRows(*connection, site);
-        transaction.commit();
-    } catch (const std::exception& error) {
-        host.log.warn("the site \"" + site + "\" was not removed: " + error.what());
-        return {std::string(status::failed), {}};
-    }
-    return {{}, std::move(name)};
+/// The folders that go afterwards fail under another line.
+Removal removedEntry(HostContext& host, const std::string& code, int ownLogin) try {
+    return removeSite(host, code, ownLogin);
 } catch (...) {
     raiseFrom("deleteSite !");
 }
@@ -158,7 +137,7 @@ bool cManager::updateSite(const std::string& site, const std::string& name, cons
 std::string cManager::deleteSite(const std::string& site, int advId) {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
     const std::string code = text::lowerTrim(site);
-    const Removal removed = removeRows(host_, code, author_.loginId);
+    const Removal removed = removedEntry(host_, code, author_.loginId);
     if (!removed.refusal.empty()) return removed.refusal;
     try {
         for (const auto& folder : siteDirectories(host_, code)) deleteDirectory(folder);

@@ -5,11 +5,13 @@
 
 #include "authoring/cManager.h"
 #include "delivery/FeedSource.h"
+#include "delivery/LinkNotation.h"
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
 #include "platform/Errors.h"
 #include "platform/FileSystem.h"
 #include "platform/HostContext.h"
+#include "platform/ScriptText.h"
 #include "platform/Session.h"
 #include "platform/Text.h"
 #include "platform/db/Connection.h"
@@ -19,14 +21,14 @@ namespace torvex {
 
 namespace {
 
+using linkNotation::markerStart;
+using linkNotation::pageInAddress;
+using linkNotation::withoutQuotes;
+
 constexpr std::string_view pageNotation = "page(";
 constexpr std::string_view fileNotation = "file(";
-constexpr std::string_view markerStart = "<!--!";
 constexpr std::string_view unchosen = "[href]";
 constexpr std::string_view inScript = "{href}";
-
-constexpr std::string_view selectDocument =
-    "select doc_filename from TORVEX_DOCUMENTS where doc_site = ? and doc_title = ?";
 
 constexpr double pageNotFoundLabel = 670;
 constexpr double documentNotFoundLabel = 671;
@@ -60,35 +62,10 @@ bool leadsOutside(std::string_view value) {
     return startsWithAny(value, schemes);
 }
 
-std::string_view withoutQuotes(std::string_view value) {
-    const bool quoted =
-        value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.front() == value.back();
-    return quoted ? value.substr(1, value.size() - 2) : value;
-}
-
-/// The page that an address names; "" for none.
-std::string_view pageInAddress(std::string_view address) {
-    constexpr std::string_view parameter = "?pageId=";
-    std::size_t at = text::find(address, parameter);
-    if (at == text::npos) at = text::find(address, "&pageId=");
-    if (at == text::npos) return {};
-    at += parameter.size();
-    return address.substr(at, address.find('&', at) - at);
-}
-
-std::string quoteScript(std::string_view value) {
-    std::string quoted;
-    for (const char c : value) {
-        if (c == '\\' || c == '\'' || c == '"') quoted += '\\';
-        quoted += c;
-    }
-    return quoted;
-}
-
 /// A value for a script's string in the address of a link. Browsers undo references and "%" there before the
 /// script is read: a quote that comes to be then must not end the string either.
 std::string scriptArgument(std::string_view value, char attributeQuote) {
-    std::string argument = quoteScript(value);
+    std::string argument = scriptText(value);
     for (const std::string_view reference : {"&#", "&quot;", "&apos;"}) {
         argument = text::replaceAll(argument, reference, "\\" + std::string(reference));
     }
@@ -159,7 +136,7 @@ std::string LinkMarking::identifierOf(const Link& link) const {
         return argument ? text::lowerTrim(*argument) : std::string();
     }
     if (!isPageAddress(link.value)) return {};
-    const std::string named = text::lowerTrim(pageInAddress(link.value));
+    const std::string named = text::lowerTrim(pageInAddress(link.value).value_or(std::string_view()));
     return named.empty() && !text::contains(link.value, "pageId=") ? text::lowerTrim(defaultPage_) : named;
 }
 
@@ -252,9 +229,7 @@ std::string LinkMarking::documentName(const std::string& site, const std::string
         return !path.empty() && host_.files.fileExists(path);
     };
     if (exists(name)) return name;
-    auto rows = connection_.query(selectDocument, {text::lowerTrim(site), name});
-    if (!rows.next()) return {};
-    std::string file(text::trim(rows.text("doc_filename")));
+    std::string file = linkNotation::documentOfTitle(connection_, site, name);
     return exists(file) ? file : std::string();
 }
 

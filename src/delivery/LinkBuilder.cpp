@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <array>
 
+#include "delivery/LinkNotation.h"
 #include "delivery/cServer.h"
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
 #include "platform/Errors.h"
 #include "platform/FileSystem.h"
 #include "platform/HostContext.h"
+#include "platform/ScriptText.h"
 #include "platform/Text.h"
 #include "platform/db/Connection.h"
 
@@ -18,10 +20,9 @@ namespace {
 
 constexpr std::string_view pageScript = "/tvx.asp";
 constexpr std::string_view framesetScript = "/frameset.asp";
-constexpr std::string_view markerStart = "<!--!";
-
-constexpr std::string_view selectDocument =
-    "select doc_filename from TORVEX_DOCUMENTS where doc_site = ? and doc_title = ?";
+using linkNotation::markerStart;
+using linkNotation::pageInAddress;
+using linkNotation::withoutQuotes;
 
 void replaceIn(std::string& link, std::string_view from, std::string_view to) {
     if (text::contains(link, from)) link = text::replaceAll(link, from, to);
@@ -47,21 +48,6 @@ std::size_t findAddress(std::string_view link, std::string_view start) {
 
 bool hasAddress(std::string_view link, std::string_view start) {
     return findAddress(link, start) != text::npos;
-}
-
-std::string_view withoutQuotes(std::string_view value) {
-    const bool quoted =
-        value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.front() == value.back();
-    return quoted ? value.substr(1, value.size() - 2) : value;
-}
-
-std::string jsEscape(std::string_view value) {
-    std::string escaped;
-    for (const char c : value) {
-        if (c == '\\' || c == '\'' || c == '"') escaped += '\\';
-        escaped += c;
-    }
-    return escaped;
 }
 
 bool leadsOutside(std::string_view link) {
@@ -103,17 +89,6 @@ bool normalise(std::string& link) {
     replaceIn(link, "href =", "href=");
     replaceIn(link, "href= ", "href=");
     return escaped;
-}
-
-/// The page that an address names behind "pageId=", up to the next "&"; `found` says whether it names one.
-std::string_view pageInAddress(std::string_view address, bool& found) {
-    constexpr std::string_view parameter = "?pageId=";
-    std::size_t at = text::find(address, parameter);
-    if (at == text::npos) at = text::find(address, "&pageId=");
-    found = at != text::npos;
-    if (!found) return {};
-    at += parameter.size();
-    return address.substr(at, address.find('&', at) - at);
 }
 
 /// Keeps the browser's status bar clean.
@@ -188,8 +163,7 @@ void LinkBuilder::prepare(const std::vector<std::string>& startTags) try {
             const std::string_view rest = std::string_view(tag).substr(page + 5);
             identifier = withoutQuotes(rest.substr(0, rest.find(')')));
         } else if (text::contains(tag, ".asp")) {
-            bool named = false;
-            const std::string_view behind = pageInAddress(tag, named);
+            const std::string_view behind = pageInAddress(tag).value_or(std::string_view());
             identifier = behind.substr(0, behind.find_first_of("\"' >"));
         }
         // A number needs a look only to be checked, or for its node.
@@ -264,12 +238,12 @@ bool LinkBuilder::checkAddress(Link& link, std::string_view script) {
     const std::size_t end = link.tag.find(link.tag[begin - 1], begin);
     if (end == std::string::npos) return true;
     const std::string address = link.tag.substr(begin, end - begin);
-    bool named = false;
-    const std::string identifier(pageInAddress(address, named));
+    const auto named = pageInAddress(address);
     if (!named) {
         addDefaultPage(link, script, begin, address);
         return checkAddress(link, script);
     }
+    const std::string identifier(*named);
     if (text::contains(identifier, markerStart)) return true;
     const std::string wanted = text::lowerTrim(identifier);
     if (!targets_.isOnline(wanted)) {
@@ -302,7 +276,7 @@ std::string LinkBuilder::buildPage(Link& link) {
     const std::string number =
         isNumber ? identifier : text::fromNumber(targets_.identityOf(identifier).pageId);
     if (frames_ && !leaves)
-        return link.call(begin, end, "top.page", number, jsEscape(targets_.identityOf(identifier).nodeId));
+        return link.call(begin, end, "top.page", number, scriptText(targets_.identityOf(identifier).nodeId));
     std::string address(frames_ ? framesetScript : pageScript);
     address.append("?pageId=").append(number);
     return std::move(link.tag.replace(begin, end - begin, address));
@@ -328,7 +302,7 @@ std::string LinkBuilder::buildFile(Link& link) {
     if (text::contains(value, markerStart)) return link.tag;
     const std::string name = documentName(site, value);
     if (name.empty()) return link.dead(begin, end);
-    if (popup) return link.call(begin, end, "top.popup", site, jsEscape(name));
+    if (popup) return link.call(begin, end, "top.popup", site, scriptText(name));
     std::string result(link.ahead(begin));
     result.append(host_.application.text("torvex_doc_url")).append(site).append("/").append(name);
     return result.append(link.from(end));
@@ -337,15 +311,9 @@ std::string LinkBuilder::buildFile(Link& link) {
 /// The file of a document that is given by its file name or its title; "" when there is none.
 std::string LinkBuilder::documentName(const std::string& site, const std::string& value) {
     if (documentExists(site, value)) return value;
-    const std::string name = documentOfTitle(site, text::replaceAll(value, "%20", " "));
+    const std::string name =
+        linkNotation::documentOfTitle(connection_, site, text::replaceAll(value, "%20", " "));
     return !name.empty() && checked_ && !documentExists(site, name) ? std::string() : name;
-}
-
-std::string LinkBuilder::documentOfTitle(const std::string& site, const std::string& title) const try {
-    auto rows = connection_.query(selectDocument, {text::lowerTrim(site), title});
-    return rows.next() ? std::string(text::trim(rows.text("doc_filename"))) : std::string();
-} catch (...) {
-    raiseFrom("getDocFile !");
 }
 
 /// The value stands as it goes into an address, with its blanks encoded.

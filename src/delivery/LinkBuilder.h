@@ -30,7 +30,6 @@ class LinkBuilder final : public LinkPolicy {
     std::string buildPage(Link& link);
     std::string buildFile(Link& link);
     std::string documentName(const std::string& site, const std::string& value);
-    std::string documentOfTitle(const std::string& site, const std::string& title) const;
     bool documentExists(const std::string& site, const std::string& value) const;
 
     HostContext& host_;

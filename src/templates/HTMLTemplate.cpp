@@ -8,6 +8,7 @@
 #include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
+#include "platform/ScriptText.h"
 #include "platform/Text.h"
 #include "templates/EmailLinks.h"
 #include "templates/Markers.h"
@@ -124,15 +125,7 @@ void HTMLTemplate::emailToLinks() try {
     raiseFrom("emailtoLinks (HTMLTemplate) !");
 }
 
-std::string HTMLTemplate::jsEncode(std::string_view text) const try {
-    std::string result;
-    result.reserve(text.size() + text.size() / 8);
-    for (const char c : text) {
-        if (c == '\\' || c == '\'' || c == '"') result += '\\';
-        result += c;
-    }
-    return result;
-} catch (...) {
+std::string HTMLTemplate::jsEncode(std::string_view text) const try { return scriptText(text); } catch (...) {
     raiseFrom("jsEncode !");
 }
 

@@ -1,0 +1,38 @@
+#include "delivery/LinkNotation.h"
+
+#include "platform/Errors.h"
+#include "platform/Text.h"
+#include "platform/db/Connection.h"
+
+namespace torvex::linkNotation {
+
+namespace {
+
+constexpr std::string_view selectDocument =
+    "select doc_filename from TORVEX_DOCUMENTS where doc_site = ? and doc_title = ?";
+
+}  // namespace
+
+std::string_view withoutQuotes(std::string_view value) {
+    const bool quoted =
+        value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.front() == value.back();
+    return quoted ? value.substr(1, value.size() - 2) : value;
+}
+
+std::optional<std::string_view> pageInAddress(std::string_view address) {
+    constexpr std::string_view parameter = "?pageId=";
+    std::size_t at = text::find(address, parameter);
+    if (at == text::npos) at = text::find(address, "&pageId=");
+    if (at == text::npos) return std::nullopt;
+    at += parameter.size();
+    return address.substr(at, address.find('&', at) - at);
+}
+
+std::string documentOfTitle(db::Connection& connection, std::string_view site, std::string_view title) try {
+    auto rows = connection.query(selectDocument, {text::lowerTrim(site), title});
+    return rows.next() ? std::string(text::trim(rows.text("doc_filename"))) : std::string();
+} catch (...) {
+    raiseFrom("getDocFile !");
+}
+
+}  // namespace torvex::linkNotation
