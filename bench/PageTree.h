@@ -8,8 +8,8 @@
 #include <stdlib.h>
 #include <string>
 
-#include "cli/SchemaFiles.h"
-#include "platform/Schema.h"
+#include "installation/Schema.h"
+#include "installation/SchemaFiles.h"
 #include "support/TestHost.h"
 
 namespace torvex::bench {
@@ -22,7 +22,7 @@ class PageTree {
     explicit PageTree(int pages) {
         if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("can't make a temporary folder");
         const std::string text = "sqlite:" + folder_ + "/db";
-        cli::installedSchema().create(*database_, host.clock, text);
+        installedSchema().create(*database_, host.clock, text);
         connection_ = database_->open(text);
         db::Transaction transaction(*connection_);
         for (int i = 0; i < pages; ++i) addBranchOf(i);

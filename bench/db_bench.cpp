@@ -4,8 +4,8 @@
 #include <stdlib.h>
 #include <string>
 
+#include "installation/Schema.h"
 #include "platform/DateTime.h"
-#include "platform/Schema.h"
 #include "platform/db/Database.h"
 
 /// What the database costs a request. The embedded store holds as many pages as a large installation; with

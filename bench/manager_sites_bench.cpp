@@ -8,10 +8,10 @@
 #include <stdlib.h>
 
 #include "authoring/cManager.h"
-#include "cli/SchemaFiles.h"
-#include "platform/DiskFileSystem.h"
+#include "installation/Schema.h"
+#include "installation/SchemaFiles.h"
 #include "platform/HostContext.h"
-#include "platform/Schema.h"
+#include "platform/files/DiskFileSystem.h"
 #include "support/TestHost.h"
 
 // A new site or language goes over the folders of all sites in all languages: with fifty of each it must
@@ -34,7 +34,7 @@ class Installation {
         std::ofstream(folder_ + "/wwwroot/admin.css") << std::string(20000, 'x');
         std::ofstream(folder_ + "/wwwroot/config.xml") << std::string(5000, 'x');
         const std::string text = "sqlite:" + folder_ + "/data";
-        cli::installedSchema().create(*database_, host_.clock, text);
+        installedSchema().create(*database_, host_.clock, text);
         connection_ = database_->open(text);
         host_.database.target = database_.get();
         host_.application.set("torvex_odbc", text);

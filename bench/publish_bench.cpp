@@ -10,8 +10,8 @@
 #include "PageTree.h"
 #include "authoring/cManager.h"
 #include "delivery/cServer.h"
-#include "modules/Search.h"
-#include "platform/DiskFileSystem.h"
+#include "platform/files/DiskFileSystem.h"
+#include "search/Search.h"
 
 // What it takes to publish and to remove pages, with their files, on growing trees. Every publishing waits
 // for the disk; with TMPDIR=/dev/shm it doesn't, which leaves the work itself.

@@ -11,13 +11,13 @@
 #include "cli/InitCommand.h"
 #include "cli/Services.h"
 #include "host/BufferedHits.h"
-#include "host/ResponseConversion.h"
-#include "host/SessionStore.h"
+#include "host/http/ResponseConversion.h"
+#include "host/sessions/SessionStore.h"
+#include "installation/Setup.h"
 #include "pages/Routes.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
-#include "platform/Setup.h"
 
 // The demo's home page as a worker makes it for a visitor without a cookie: session, page, answer. What is
 // missing to a whole request is the network and the hand-over between threads; serve.sh measures with them.
@@ -29,14 +29,14 @@ class Demo {
   public:
     Demo() {
         if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("can't make a temporary folder");
-        const cli::Environment environment = [](const std::string&) { return std::nullopt; };
+        const Environment environment = [](const std::string&) { return std::nullopt; };
         std::istringstream in;
         std::ostringstream out;
         cli::InitOptions options;
         options.folder = folder_ + "/site";
         options.content = cli::FirstContent::Demo;
         cli::init(options, environment, {in, out, out});
-        services_ = std::make_unique<cli::Services>(cli::Installation::open(options.folder, environment));
+        services_ = std::make_unique<cli::Services>(Installation::open(options.folder, environment));
         services_->runWithoutVisitor([](HostContext& host) { Setup(host).initApplication(); });
         hits_ = std::make_unique<BufferedHits>(
             [this] { return services_->installation.openDatabase(*services_->database, db::Purpose::Hits); },

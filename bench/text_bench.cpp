@@ -2,9 +2,9 @@
 #include <filesystem>
 #include <stdlib.h>
 
-#include "platform/Charset.h"
-#include "platform/DiskFileSystem.h"
-#include "platform/Text.h"
+#include "platform/files/DiskFileSystem.h"
+#include "platform/text/Charset.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 namespace {

@@ -1,6 +1,6 @@
 # Puts every file below a folder into the program, so that it can make an installation by itself.
 # embed_files(OUT FOLDER) sets OUT to an assembler source with one table of names, bytes and sizes; see
-# cli/InstallFiles.h for its reader. Assembling is a matter of milliseconds whatever the size.
+# installation/InstallFiles.h for its reader. Assembling is a matter of milliseconds whatever the size.
 function(embed_files out folder)
   file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE ${folder} ${folder}/*)
   list(SORT files)

@@ -3,8 +3,8 @@
 #include <cstdlib>
 
 #include "delivery/FeedParameters.h"
-#include "platform/ContentType.h"
-#include "platform/Text.h"
+#include "platform/text/ContentType.h"
+#include "platform/text/Text.h"
 
 namespace {
 

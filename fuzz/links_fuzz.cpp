@@ -5,8 +5,8 @@
 
 #include "delivery/LinkScan.h"
 #include "delivery/cServer.h"
-#include "platform/Text.h"
 #include "platform/db/RowSource.h"
+#include "platform/text/Text.h"
 #include "support/TestHost.h"
 
 using namespace torvex;

@@ -2,7 +2,7 @@
 #include <cstdlib>
 
 #include "platform/Request.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 /// The input is what stands behind the "?" of an address.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

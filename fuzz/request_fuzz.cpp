@@ -5,11 +5,11 @@
 #include <cstdlib>
 #include <string>
 
-#include "host/ByteRange.h"
-#include "host/RequestConversion.h"
-#include "host/RequestParser.h"
-#include "host/RequestTarget.h"
-#include "host/StaticFiles.h"
+#include "host/files/StaticFiles.h"
+#include "host/http/ByteRange.h"
+#include "host/http/RequestConversion.h"
+#include "host/http/RequestParser.h"
+#include "host/http/RequestTarget.h"
 
 namespace {
 

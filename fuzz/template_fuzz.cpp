@@ -2,7 +2,7 @@
 #include <cstdlib>
 
 #include "platform/Errors.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "support/TestHost.h"
 #include "templates/HTMLTemplate.h"
 

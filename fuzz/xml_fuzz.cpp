@@ -2,8 +2,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "platform/Text.h"
-#include "platform/XslTransform.h"
+#include "platform/text/Text.h"
+#include "platform/xml/XslTransform.h"
 
 /// The input is a stylesheet, a byte 0, and the document that it transforms.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

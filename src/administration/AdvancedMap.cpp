@@ -5,13 +5,13 @@
 #include <cmath>
 #include <optional>
 
-#include "administration/AdvancedAccess.h"
+#include "accounts/AdvancedAccess.h"
 #include "administration/MenuEntries.h"
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Session.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

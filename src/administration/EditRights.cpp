@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <array>
 
+#include "accounts/EditScope.h"
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
-#include "platform/Text.h"
-#include "records/EditScope.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {

@@ -1,7 +1,7 @@
 // cManager: files and folders, here and on the other servers.
 
 #include "authoring/cManager.h"
-#include "records/SharedFiles.h"
+#include "replication/SharedFiles.h"
 
 namespace torvex {
 

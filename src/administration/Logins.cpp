@@ -2,15 +2,15 @@
 
 #include <optional>
 
-#include "administration/AccessFilter.h"
-#include "administration/LoginHold.h"
+#include "accounts/AccessFilter.h"
+#include "accounts/LoginHold.h"
 #include "authoring/cManager.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "records/AuditTrail.h"
 
 namespace torvex {

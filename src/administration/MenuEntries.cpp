@@ -1,8 +1,8 @@
 #include "administration/MenuEntries.h"
 
 #include "platform/Errors.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
 #include "records/Vocabulary.h"
 
 namespace torvex {

@@ -1,12 +1,12 @@
 // cManager: what is known of a role, and of the entries of the administration menu.
 
-#include "administration/AdvancedAccess.h"
+#include "accounts/AdvancedAccess.h"
 #include "administration/MenuEntries.h"
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Session.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

@@ -6,11 +6,11 @@
 #include "authoring/cManager.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
-#include "platform/FileSystem.h"
 #include "platform/HostContext.h"
-#include "platform/Text.h"
 #include "platform/db/Grid.h"
-#include "records/Replication.h"
+#include "platform/files/FileSystem.h"
+#include "platform/text/Text.h"
+#include "replication/Replication.h"
 
 namespace torvex {
 

@@ -4,9 +4,9 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
-#include "records/SharedFiles.h"
+#include "platform/text/Text.h"
+#include "replication/SharedFiles.h"
 
 namespace torvex {
 

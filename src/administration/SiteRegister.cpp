@@ -3,8 +3,8 @@
 #include "administration/SiteCodes.h"
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

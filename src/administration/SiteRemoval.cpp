@@ -9,8 +9,8 @@
 #include "authoring/StatusCodes.h"
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
-#include "platform/Text.h"
 #include "platform/db/Link.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

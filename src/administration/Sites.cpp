@@ -9,10 +9,10 @@
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
-#include "platform/Text.h"
 #include "platform/db/Grid.h"
 #include "platform/db/Link.h"
-#include "records/SharedFiles.h"
+#include "platform/text/Text.h"
+#include "replication/SharedFiles.h"
 
 namespace torvex {
 

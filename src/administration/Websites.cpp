@@ -4,8 +4,8 @@
 
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

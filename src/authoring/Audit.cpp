@@ -5,7 +5,7 @@
 
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "records/AuditTrail.h"
 #include "records/PageIdentity.h"
 

@@ -8,12 +8,12 @@
 #include "authoring/RunReport.h"
 #include "authoring/StatusCodes.h"
 #include "authoring/cManager.h"
-#include "modules/Search.h"
-#include "modules/SnapshotFiles.h"
 #include "platform/Errors.h"
 #include "records/AuditTrail.h"
 #include "records/PageIdentity.h"
-#include "records/SharedFiles.h"
+#include "replication/SharedFiles.h"
+#include "search/Search.h"
+#include "search/SnapshotFiles.h"
 
 namespace torvex {
 

@@ -2,7 +2,7 @@
 
 #include "platform/HostContext.h"
 #include "platform/Session.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "records/Vocabulary.h"
 #include "templates/HTMLTemplate.h"
 

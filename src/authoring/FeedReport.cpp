@@ -4,7 +4,7 @@
 
 #include "delivery/FeedSource.h"
 #include "delivery/XmlFeed.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

@@ -1,7 +1,7 @@
 #include "authoring/LiveCopy.h"
 
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {

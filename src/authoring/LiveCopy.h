@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "platform/DateTime.h"
-#include "platform/PageId.h"
+#include "records/PageId.h"
 
 namespace torvex {
 namespace db {

@@ -10,8 +10,8 @@
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {

@@ -3,7 +3,7 @@
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {

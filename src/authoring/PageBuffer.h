@@ -3,7 +3,7 @@
 #include <string>
 
 #include "platform/DateTime.h"
-#include "platform/PageId.h"
+#include "records/PageId.h"
 
 namespace torvex {
 

@@ -3,7 +3,7 @@
 #include "authoring/cManager.h"
 #include "delivery/ApplicationAddress.h"
 #include "platform/Errors.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "records/PageGroups.h"
 #include "records/PageIdentity.h"
 

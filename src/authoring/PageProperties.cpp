@@ -6,7 +6,7 @@
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/ShortInteger.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

@@ -8,7 +8,7 @@
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "records/PageGroups.h"
 #include "records/PageIdentity.h"
 

@@ -11,10 +11,10 @@
 #include "authoring/cManager.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
-#include "platform/FileSystem.h"
 #include "platform/HostContext.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/files/FileSystem.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {

@@ -1,7 +1,7 @@
 #include "authoring/PageStatus.h"
 
 #include "platform/ApplicationValues.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

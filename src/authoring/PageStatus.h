@@ -8,8 +8,8 @@
 
 #include "authoring/PageBuffer.h"
 #include "platform/DateTime.h"
-#include "platform/PageId.h"
 #include "platform/db/Connection.h"
+#include "records/PageId.h"
 
 namespace torvex {
 class ApplicationValues;

@@ -6,8 +6,8 @@
 #include <span>
 
 #include "delivery/PageRecord.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

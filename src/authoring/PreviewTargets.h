@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/PageId.h"
+#include "records/PageId.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {

@@ -6,7 +6,7 @@
 
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

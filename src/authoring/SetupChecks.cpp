@@ -2,7 +2,7 @@
 
 #include "authoring/PageBuffer.h"
 #include "authoring/cManager.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {

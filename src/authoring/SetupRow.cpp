@@ -7,8 +7,8 @@
 #include "authoring/HeldNumber.h"
 #include "authoring/PageBuffer.h"
 #include "platform/Errors.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
 #include "records/GroupNames.h"
 #include "records/PageIdentity.h"
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/PageId.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
+#include "records/PageId.h"
 
 namespace torvex {
 

@@ -1,6 +1,6 @@
 #include "authoring/StartTag.h"
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

@@ -4,7 +4,7 @@
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Session.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "records/Vocabulary.h"
 
 namespace torvex {

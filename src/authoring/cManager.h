@@ -3,11 +3,11 @@
 #include <string>
 #include <string_view>
 
-#include "authoring/Author.h"
+#include "accounts/Author.h"
 #include "authoring/PageBuffer.h"
-#include "platform/PageId.h"
 #include "platform/Value.h"
 #include "platform/db/Link.h"
+#include "records/PageId.h"
 
 namespace torvex {
 

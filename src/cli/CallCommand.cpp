@@ -4,17 +4,17 @@
 
 #include "cli/CallTable.h"
 #include "platform/Errors.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex::cli {
 
 namespace {
 
-OperationStep stepOf(const CallOptions& options) {
+operations::OperationStep stepOf(const CallOptions& options) {
     const auto dot = options.target.find('.');
     if (dot == std::string::npos)
         throw Error("an operation is named as CLASS.OPERATION, not " + options.target);
-    OperationStep step{options.target.substr(0, dot), options.target.substr(dot + 1), {}};
+    operations::OperationStep step{options.target.substr(0, dot), options.target.substr(dot + 1), {}};
     for (const auto& argument : options.arguments) {
         const auto equals = argument.find('=');
         if (equals == std::string::npos) throw Error("an argument is given as name=value, not " + argument);
@@ -23,8 +23,8 @@ OperationStep stepOf(const CallOptions& options) {
     return step;
 }
 
-BatchRequest requestOf(const CallOptions& options) {
-    BatchRequest request;
+operations::BatchRequest requestOf(const CallOptions& options) {
+    operations::BatchRequest request;
     if (!options.login.empty()) request.login = options.login;
     request.steps.emplace_back(stepOf(options));
     return request;
@@ -38,9 +38,9 @@ void print(const Value& result, std::ostream& out) {
     }
 }
 
-void print(const BatchAnswer& answer, bool json, std::ostream& out) {
+void print(const operations::BatchAnswer& answer, bool json, std::ostream& out) {
     if (json) {
-        out << toJson(answer) << '\n';
+        out << operations::toJson(answer) << '\n';
         return;
     }
     for (const auto& result : answer.results) print(result, out);
@@ -54,7 +54,8 @@ void complain(const std::string& description, std::ostream& err) {
 
 }  // namespace
 
-int runCall(BatchEngine& engine, const CallOptions& options, std::ostream& out, std::ostream& err) try {
+int runCall(operations::BatchEngine& engine, const CallOptions& options, std::ostream& out,
+            std::ostream& err) try {
     const auto answer = engine.run(requestOf(options));
     print(answer, options.json, out);
     out.flush();

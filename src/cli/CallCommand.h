@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/Batch.h"
+#include "operations/calls/Batch.h"
 
 namespace torvex::cli {
 
@@ -18,6 +18,7 @@ struct CallOptions {
 
 /// Runs it in a request of its own and prints the result: as text, a grid as a table. What the operation
 /// wrote to the response is printed too. Returns the exit code: 0, or 1 with the error on `err`.
-int runCall(BatchEngine& engine, const CallOptions& options, std::ostream& out, std::ostream& err);
+int runCall(operations::BatchEngine& engine, const CallOptions& options, std::ostream& out,
+            std::ostream& err);
 
 }  // namespace torvex::cli

@@ -2,11 +2,11 @@
 
 #include <ostream>
 
-#include "cli/Batch.h"
 #include "cli/CallCommand.h"
 #include "cli/Services.h"
-#include "operations/Reference.h"
-#include "platform/Setup.h"
+#include "installation/Setup.h"
+#include "operations/calls/Batch.h"
+#include "operations/register/Reference.h"
 
 namespace torvex::cli {
 
@@ -15,11 +15,11 @@ ExitCode call(const CallFrameOptions& options, const Environment& environment, c
     // The values alone: a server beside this program keeps its authors logged in.
     services.runWithoutVisitor([](HostContext& host) { Setup(host).deriveApplication(); });
     const auto classes = operations::makeRegister();
-    BatchEngine engine(
+    operations::BatchEngine engine(
         classes, {services.application, services.files, services.clock, services.http, *services.database,
                   services.directHits, services.shares, services.operatorLog});
     if (options.batch) {
-        runBatch(engine, terminal.in, terminal.out);
+        operations::runBatch(engine, terminal.in, terminal.out);
         return ExitCode::Ok;
     }
     const CallOptions one{options.target, options.arguments, options.login, options.json};

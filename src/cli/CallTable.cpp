@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex::cli {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "cli/InstallFiles.h"
-#include "platform/Text.h"
+#include "installation/InstallFiles.h"
+#include "platform/text/Text.h"
 
 namespace torvex::cli {
 

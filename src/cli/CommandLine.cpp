@@ -7,7 +7,7 @@
 #include "cli/HelpTexts.h"
 #include "cli/UsageError.h"
 #include "cli/Version.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex::cli {
 

@@ -6,16 +6,18 @@
 #include <ostream>
 #include <vector>
 
+#include "accounts/StoredPassword.h"
 #include "cli/GeneratedPassword.h"
-#include "cli/Installation.h"
-#include "cli/NewDatabase.h"
-#include "cli/NewFiles.h"
-#include "cli/SettingsFile.h"
+#include "cli/StarterSite.h"
 #include "cli/Team.h"
-#include "cli/Undo.h"
 #include "cli/UsageError.h"
+#include "installation/Installation.h"
+#include "installation/NewDatabase.h"
+#include "installation/NewFiles.h"
+#include "installation/SettingsFile.h"
+#include "installation/Undo.h"
 #include "platform/DateTime.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex::cli {
 
@@ -96,7 +98,7 @@ class Maker {
     std::vector<TeamMember> insertFirstRows(const std::string& password) {
         const auto connection = installation_.openDatabase(database_);
         db::Transaction transaction(*connection);
-        insertFixedRows(*connection, password);
+        insertFixedRows(*connection, encodePassword(password));
         if (options_.content == FirstContent::Demo) insertRows(*connection, "demo/rows/");
         if (options_.content == FirstContent::Starter) {
             insertRows(*connection, "starter/rows/", wordsForRows(options_.starter, clock_));

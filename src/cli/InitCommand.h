@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
-#include "cli/FirstRows.h"
 #include "cli/Terminal.h"
+#include "installation/FirstRows.h"
 
 namespace torvex::cli {
 

@@ -3,8 +3,8 @@
 #include <fmt/format.h>
 #include <ostream>
 
-#include "cli/Installation.h"
-#include "cli/SchemaFiles.h"
+#include "installation/Installation.h"
+#include "installation/SchemaFiles.h"
 #include "platform/DateTime.h"
 
 namespace torvex::cli {

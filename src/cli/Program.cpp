@@ -4,7 +4,7 @@
 
 #include "cli/CommandLine.h"
 #include "cli/UsageError.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex::cli {
 

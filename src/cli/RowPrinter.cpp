@@ -6,7 +6,7 @@
 #include <fmt/format.h>
 #include <ostream>
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex::cli {
 

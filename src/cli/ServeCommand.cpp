@@ -9,11 +9,11 @@
 #include "cli/UsageError.h"
 #include "host/BufferedHits.h"
 #include "host/HttpServer.h"
-#include "modules/StraySnapshots.h"
+#include "installation/Setup.h"
 #include "pages/Routes.h"
 #include "platform/ApplicationValues.h"
-#include "platform/Setup.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
+#include "search/StraySnapshots.h"
 
 namespace torvex::cli {
 

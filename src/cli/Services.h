@@ -3,15 +3,15 @@
 #include <functional>
 #include <memory>
 
-#include "cli/Installation.h"
 #include "delivery/HitStore.h"
 #include "host/LineLog.h"
+#include "installation/Installation.h"
 #include "platform/ApplicationValues.h"
-#include "platform/CurlHttpClient.h"
 #include "platform/DateTime.h"
-#include "platform/DiskFileSystem.h"
-#include "platform/ServerShares.h"
 #include "platform/db/Database.h"
+#include "platform/files/DiskFileSystem.h"
+#include "platform/net/CurlHttpClient.h"
+#include "replication/ServerShares.h"
 
 namespace spdlog {
 class logger;

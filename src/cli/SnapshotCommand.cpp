@@ -7,15 +7,15 @@
 
 #include "cli/Progress.h"
 #include "cli/Services.h"
-#include "modules/LivePages.h"
-#include "modules/SnapshotFiles.h"
-#include "modules/Snapshots.h"
-#include "modules/StraySnapshots.h"
+#include "installation/Setup.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
-#include "platform/Setup.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "search/LivePages.h"
+#include "search/SnapshotFiles.h"
+#include "search/Snapshots.h"
+#include "search/StraySnapshots.h"
 
 namespace torvex::cli {
 

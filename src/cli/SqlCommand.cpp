@@ -9,10 +9,10 @@
 #include <sstream>
 
 #include "cli/ColumnNames.h"
-#include "cli/Installation.h"
 #include "cli/RowPrinter.h"
 #include "cli/SqlScript.h"
 #include "cli/UsageError.h"
+#include "installation/Installation.h"
 
 namespace torvex::cli {
 

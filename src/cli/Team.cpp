@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <fmt/format.h>
 
+#include "accounts/StoredPassword.h"
 #include "cli/GeneratedPassword.h"
 #include "platform/db/Connection.h"
-#include "records/StoredPassword.h"
 
 namespace torvex::cli {
 

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <functional>
 #include <iosfwd>
-#include <optional>
-#include <string>
+
+#include "installation/Environment.h"
 
 namespace torvex::cli {
 
@@ -14,9 +13,6 @@ struct Terminal {
     std::ostream& err;
     bool errIsWatched = false;  ///< `err` is a screen, on which a line can be drawn again
 };
-
-/// The value of a variable of the environment, nothing when it isn't set.
-using Environment = std::function<std::optional<std::string>(const std::string& name)>;
 
 /// What the program answers to its caller.
 enum class ExitCode { Ok = 0, Failed = 1, WrongUsage = 2 };

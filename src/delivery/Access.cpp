@@ -3,8 +3,8 @@
 #include <optional>
 
 #include "delivery/PageRecord.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/PageId.h"
+#include "records/PageId.h"
 
 namespace torvex {
 namespace db {

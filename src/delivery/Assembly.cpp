@@ -4,7 +4,7 @@
 #include "delivery/cServer.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "templates/BaseTemplate.h"
 #include "templates/StyleSheet.h"

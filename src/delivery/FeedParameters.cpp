@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex::feeds {
 

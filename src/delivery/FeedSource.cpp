@@ -4,7 +4,7 @@
 
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex::feeds {
 

@@ -9,13 +9,13 @@
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
 #include "platform/Errors.h"
-#include "platform/FileSystem.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
 #include "platform/Session.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/files/FileSystem.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "accounts/IpAddresses.h"
 #include "delivery/cServer.h"
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
@@ -10,8 +11,7 @@
 #include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
-#include "platform/Text.h"
-#include "records/Addresses.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {

@@ -7,10 +7,10 @@
 #include "delivery/Feeds.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
-#include "platform/HttpClient.h"
 #include "platform/Session.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/net/HttpClient.h"
+#include "platform/text/Text.h"
 #include "records/Vocabulary.h"
 #include "templates/HTMLTemplate.h"
 

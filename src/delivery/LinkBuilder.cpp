@@ -8,11 +8,11 @@
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
 #include "platform/Errors.h"
-#include "platform/FileSystem.h"
 #include "platform/HostContext.h"
-#include "platform/ScriptText.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/files/FileSystem.h"
+#include "platform/text/ScriptText.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

@@ -1,8 +1,8 @@
 #include "delivery/LinkNotation.h"
 
 #include "platform/Errors.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
 
 namespace torvex::linkNotation {
 

@@ -5,8 +5,8 @@
 
 #include "delivery/OnlineState.h"
 #include "delivery/PageRecord.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

@@ -8,7 +8,7 @@
 #include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {

@@ -3,8 +3,8 @@
 #include "delivery/cServer.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
-#include "platform/Text.h"
 #include "platform/db/Grid.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {

@@ -1,7 +1,7 @@
 #include "delivery/Neighbours.h"
 
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

@@ -2,8 +2,8 @@
 
 #include "delivery/FolderTrail.h"
 #include "delivery/PageRecord.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {

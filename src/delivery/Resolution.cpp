@@ -11,7 +11,7 @@
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {

@@ -8,13 +8,13 @@
 #include "delivery/FeedParameters.h"
 #include "delivery/FeedSource.h"
 #include "delivery/Feeds.h"
-#include "platform/ContentType.h"
-#include "platform/FileSystem.h"
 #include "platform/HostContext.h"
-#include "platform/HttpClient.h"
-#include "platform/Text.h"
-#include "platform/XslTransform.h"
 #include "platform/db/Connection.h"
+#include "platform/files/FileSystem.h"
+#include "platform/net/HttpClient.h"
+#include "platform/text/ContentType.h"
+#include "platform/text/Text.h"
+#include "platform/xml/XslTransform.h"
 
 namespace torvex {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/Request.h"
-#include "platform/XmlDocument.h"
+#include "platform/xml/XmlDocument.h"
 
 namespace torvex {
 

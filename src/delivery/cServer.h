@@ -4,9 +4,9 @@
 #include <string_view>
 
 #include "delivery/PageRecord.h"
-#include "platform/PageId.h"
 #include "platform/Value.h"
 #include "platform/db/Link.h"
+#include "records/PageId.h"
 
 namespace torvex {
 

@@ -2,9 +2,9 @@
 
 #include <boost/asio/post.hpp>
 
-#include "host/ErrorPages.h"
 #include "host/EventLoop.h"
 #include "host/Pipeline.h"
+#include "host/http/ErrorPages.h"
 
 namespace torvex {
 

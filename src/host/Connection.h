@@ -4,10 +4,10 @@
 #include <chrono>
 #include <memory>
 
-#include "host/AnswerWriter.h"
-#include "host/Exchange.h"
-#include "host/RequestParser.h"
-#include "host/Transport.h"
+#include "host/http/AnswerWriter.h"
+#include "host/http/Exchange.h"
+#include "host/http/RequestParser.h"
+#include "host/http/Transport.h"
 
 namespace torvex {
 

@@ -6,10 +6,10 @@
 #include <sys/socket.h>
 #include <vector>
 
-#include "host/AnswerWriter.h"
 #include "host/Connection.h"
-#include "host/ErrorPages.h"
-#include "host/HttpDate.h"
+#include "host/http/AnswerWriter.h"
+#include "host/http/ErrorPages.h"
+#include "host/http/HttpDate.h"
 #include "platform/Errors.h"
 
 namespace torvex {

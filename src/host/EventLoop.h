@@ -16,9 +16,9 @@
 #include <vector>
 
 #include "host/Pipeline.h"
-#include "host/ServerOptions.h"
-#include "host/StaticFiles.h"
-#include "host/Transport.h"
+#include "host/files/StaticFiles.h"
+#include "host/http/Transport.h"
+#include "installation/ServerOptions.h"
 
 namespace torvex {
 

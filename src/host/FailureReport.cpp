@@ -6,9 +6,9 @@
 #include <sodium.h>
 #include <spdlog/logger.h>
 
-#include "host/Ascii.h"
-#include "host/Exchange.h"
 #include "host/LineLog.h"
+#include "host/http/Ascii.h"
+#include "host/http/Exchange.h"
 #include "platform/Session.h"
 
 namespace torvex {

@@ -10,7 +10,7 @@
 #include "host/EventLoop.h"
 #include "host/Pipeline.h"
 #include "platform/Errors.h"
-#include "platform/RootFolder.h"
+#include "platform/files/RootFolder.h"
 
 namespace torvex {
 

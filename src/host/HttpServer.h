@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "host/HostServices.h"
-#include "host/ServerOptions.h"
+#include "installation/ServerOptions.h"
 #include "pages/PageRoute.h"
 
 namespace torvex {

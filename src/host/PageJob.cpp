@@ -2,11 +2,11 @@
 
 #include <fmt/format.h>
 
-#include "host/ErrorPages.h"
 #include "host/FailureReport.h"
 #include "host/LineLog.h"
-#include "host/RequestConversion.h"
-#include "host/ResponseConversion.h"
+#include "host/http/ErrorPages.h"
+#include "host/http/RequestConversion.h"
+#include "host/http/ResponseConversion.h"
 #include "pages/PageRoute.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"

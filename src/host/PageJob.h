@@ -3,11 +3,11 @@
 #include <memory>
 #include <optional>
 
-#include "host/Exchange.h"
 #include "host/HostServices.h"
-#include "host/SessionStore.h"
-#include "host/StaticFiles.h"
 #include "host/WorkerPool.h"
+#include "host/files/StaticFiles.h"
+#include "host/http/Exchange.h"
+#include "host/sessions/SessionStore.h"
 
 namespace torvex {
 

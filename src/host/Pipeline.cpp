@@ -1,9 +1,9 @@
 #include "host/Pipeline.h"
 
-#include "host/ErrorPages.h"
-#include "host/Exchange.h"
-#include "host/RequestConversion.h"
-#include "host/StaticFiles.h"
+#include "host/files/StaticFiles.h"
+#include "host/http/ErrorPages.h"
+#include "host/http/Exchange.h"
+#include "host/http/RequestConversion.h"
 
 // The steps of a request, in order:
 //

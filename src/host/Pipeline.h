@@ -6,8 +6,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "host/Answer.h"
 #include "host/PageJob.h"
+#include "host/http/Answer.h"
 #include "pages/PageRoute.h"
 
 namespace torvex {

@@ -3,7 +3,7 @@
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

@@ -2,8 +2,8 @@
 
 #include <memory>
 
+#include "accounts/GuessThrottle.h"
 #include "pages/Pages.h"
-#include "platform/GuessThrottle.h"
 
 namespace torvex {
 

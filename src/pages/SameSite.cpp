@@ -5,7 +5,7 @@
 #include "pages/PublicAddress.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

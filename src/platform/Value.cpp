@@ -3,7 +3,7 @@
 #include <stdexcept>
 
 #include "platform/Errors.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

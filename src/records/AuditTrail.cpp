@@ -5,8 +5,8 @@
 
 #include "platform/DateTime.h"
 #include "platform/HostContext.h"
-#include "platform/Text.h"
 #include "platform/db/Link.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

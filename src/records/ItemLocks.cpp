@@ -5,8 +5,8 @@
 #include <string>
 
 #include "platform/ApplicationValues.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/PageId.h"
+#include "records/PageId.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {

@@ -4,9 +4,9 @@
 #include <cmath>
 
 #include "platform/Errors.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
 #include "platform/db/ScopeMemory.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

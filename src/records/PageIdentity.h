@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/PageId.h"
+#include "records/PageId.h"
 
 namespace torvex {
 namespace db {

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
 #include "platform/db/ScopeMemory.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

@@ -1,10 +1,10 @@
 #include "templates/DesignAssets.h"
 
 #include "platform/ApplicationValues.h"
-#include "platform/FileSystem.h"
 #include "platform/HostContext.h"
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
+#include "platform/files/FileSystem.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 

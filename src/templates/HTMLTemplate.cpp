@@ -8,8 +8,8 @@
 #include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
-#include "platform/ScriptText.h"
-#include "platform/Text.h"
+#include "platform/text/ScriptText.h"
+#include "platform/text/Text.h"
 #include "templates/EmailLinks.h"
 #include "templates/Markers.h"
 

@@ -3,9 +3,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/FileSystem.h"
-#include "platform/PageId.h"
 #include "platform/db/Link.h"
+#include "platform/files/FileSystem.h"
+#include "records/PageId.h"
 
 namespace torvex {
 

@@ -4,7 +4,7 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "templates/HTMLTemplate.h"
 #include "templates/Template.h"

@@ -7,7 +7,7 @@
 #include <set>
 
 #include "platform/Errors.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "templates/HTMLTemplate.h"
 #include "templates/Markers.h"
 

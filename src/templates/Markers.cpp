@@ -5,7 +5,7 @@
 #include <map>
 #include <vector>
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex::markers {
 

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "platform/PageId.h"
 #include "platform/Value.h"
 #include "platform/db/Link.h"
+#include "records/PageId.h"
 #include "templates/DesignAssets.h"
 
 namespace torvex {

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <thread>
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "support/DoorTest.h"
 
 namespace torvex::test {

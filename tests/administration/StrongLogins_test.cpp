@@ -4,8 +4,8 @@
 #include <gmock/gmock.h>
 #include <thread>
 
-#include "administration/Proof.h"
-#include "records/StrongPassword.h"
+#include "accounts/Proof.h"
+#include "accounts/StrongPassword.h"
 #include "support/DoorTest.h"
 
 namespace torvex::test {

@@ -10,10 +10,10 @@
 #include <set>
 #include <thread>
 
-#include "cli/BatchRun.h"
-#include "operations/Register.h"
-#include "platform/Text.h"
+#include "operations/calls/BatchRun.h"
+#include "operations/register/Register.h"
 #include "platform/db/Link.h"
+#include "platform/text/Text.h"
 #include "support/ManagerTest.h"
 
 namespace torvex::test {
@@ -122,8 +122,9 @@ class Desk {
     std::string run(const std::string& operation, int page, int state = -1) {
         operations::GivenValues arguments{{"pageIdent", Value(std::to_string(page))}};
         if (state >= 0) arguments.emplace_back("state", Value(state));
-        cli::BatchRun request(classes_, host_.context());
-        const std::string result = request(cli::OperationStep{"cManager", operation, arguments}).text();
+        operations::BatchRun request(classes_, host_.context());
+        const std::string result =
+            request(operations::OperationStep{"cManager", operation, arguments}).text();
         if (text::isNumeric(result)) {
             journal_.refused(operation, result);
             return result;
@@ -148,13 +149,13 @@ class Desk {
             if (rows.next()) counted = text::toNumber(rows.text("bodyText"));
         }
         std::this_thread::yield();
-        cli::BatchRun request(classes_, host_.context());
+        operations::BatchRun request(classes_, host_.context());
         const std::string result =
-            request(cli::OperationStep{"cManager",
-                                       "saveBody",
-                                       {{"pageIdent", Value(std::to_string(page))},
-                                        {"bodyId", Value(1)},
-                                        {"bodyContent", Value(text::fromNumber(counted + 1))}}})
+            request(operations::OperationStep{"cManager",
+                                              "saveBody",
+                                              {{"pageIdent", Value(std::to_string(page))},
+                                               {"bodyId", Value(1)},
+                                               {"bodyContent", Value(text::fromNumber(counted + 1))}}})
                 .text();
         if (result != "0") return journal_.failed("the holder can't save: " + result);
         journal_.did(author_, page, "save body");

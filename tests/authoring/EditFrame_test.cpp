@@ -1,8 +1,8 @@
 #include "authoring/EditFrame.h"
 
 #include "platform/Session.h"
-#include "platform/Text.h"
-#include "platform/XmlDocument.h"
+#include "platform/text/Text.h"
+#include "platform/xml/XmlDocument.h"
 #include "support/BodiesTest.h"
 
 namespace torvex::test {

@@ -2,8 +2,8 @@
 #include <stdexcept>
 #include <thread>
 
-#include "platform/Text.h"
-#include "records/AdminEntries.h"
+#include "accounts/AdminEntries.h"
+#include "platform/text/Text.h"
 #include "support/InterruptedConnection.h"
 #include "support/ManagerTest.h"
 

@@ -1,7 +1,7 @@
 // The page record from outside, by the names of its properties.
 
-#include "operations/Classes.h"
-#include "operations/PublicObject.h"
+#include "operations/register/Classes.h"
+#include "operations/register/PublicObject.h"
 #include "support/ManagerTest.h"
 
 namespace torvex::test {

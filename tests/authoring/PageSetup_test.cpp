@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "support/SetupTest.h"
 
 namespace torvex::test {

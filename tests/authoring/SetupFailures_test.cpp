@@ -8,7 +8,7 @@
 
 #include "authoring/PageBuffer.h"
 #include "authoring/SetupRow.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "support/SetupTest.h"
 
 namespace torvex::test {

@@ -5,7 +5,7 @@
 #include <chrono>
 #include <fmt/format.h>
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "support/SetupTest.h"
 
 namespace torvex::test {

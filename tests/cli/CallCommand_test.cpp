@@ -2,12 +2,12 @@
 
 #include <sstream>
 
-#include "cli/BatchFixture.h"
+#include "operations/calls/BatchFixture.h"
 
 namespace torvex::cli {
 namespace {
 
-class CallTest : public BatchFixture {
+class CallTest : public operations::BatchFixture {
   protected:
     int call(const std::string& target, std::vector<std::string> arguments, bool json = false,
              const std::string& login = "") {

@@ -5,8 +5,8 @@
 #include <regex>
 #include <set>
 
+#include "accounts/StoredPassword.h"
 #include "cli/ProgramFixture.h"
-#include "records/StoredPassword.h"
 
 namespace torvex::test {
 namespace {

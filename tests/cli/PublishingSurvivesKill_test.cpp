@@ -8,8 +8,8 @@
 #include <thread>
 
 #include "cli/ProgramFixture.h"
-#include "platform/Charset.h"
 #include "platform/db/Database.h"
+#include "platform/text/Charset.h"
 
 namespace torvex::test {
 namespace {

@@ -9,7 +9,7 @@
 #include <regex>
 
 #include "cli/ProgramFixture.h"
-#include "platform/CurlHttpClient.h"
+#include "platform/net/CurlHttpClient.h"
 
 namespace torvex::test {
 namespace {

@@ -10,7 +10,7 @@
 #include <unistd.h>
 
 #include "cli/ProgramFixture.h"
-#include "platform/CurlHttpClient.h"
+#include "platform/net/CurlHttpClient.h"
 #include "support/FeedServer.h"
 
 namespace torvex::test {

@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "cli/ProgramFixture.h"
-#include "platform/Charset.h"
+#include "platform/text/Charset.h"
 
 namespace torvex::test {
 namespace {

@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 namespace {

@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 #include <random>
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "support/LinksTest.h"
 

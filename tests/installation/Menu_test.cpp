@@ -6,8 +6,8 @@
 #include <regex>
 #include <set>
 
-#include "platform/Text.h"
-#include "records/AdminEntries.h"
+#include "accounts/AdminEntries.h"
+#include "platform/text/Text.h"
 #include "records/Vocabulary.h"
 #include "support/RightsTest.h"
 #include "support/SourceFolder.h"

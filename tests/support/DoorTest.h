@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "accounts/StoredPassword.h"
 #include "platform/Session.h"
-#include "records/StoredPassword.h"
 #include "support/ManagerTest.h"
 
 namespace torvex::test {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/CurlHttpClient.h"
+#include "platform/net/CurlHttpClient.h"
 #include "support/FeedServer.h"
 #include "support/TestDatabase.h"
 #include "support/TestHost.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "support/ManagerTest.h"
 
 namespace torvex::test {

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/Charset.h"
 #include "platform/Errors.h"
+#include "platform/text/Charset.h"
 
 namespace torvex::test {
 

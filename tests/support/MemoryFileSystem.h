@@ -3,7 +3,7 @@
 #include <map>
 #include <set>
 
-#include "platform/FileSystem.h"
+#include "platform/files/FileSystem.h"
 
 namespace torvex::test {
 

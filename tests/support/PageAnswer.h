@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "support/TestHost.h"
 
 namespace torvex::test {

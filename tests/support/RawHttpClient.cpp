@@ -11,7 +11,7 @@
 #include <sys/socket.h>
 #include <thread>
 
-#include "host/Ascii.h"
+#include "host/http/Ascii.h"
 
 namespace torvex::test {
 

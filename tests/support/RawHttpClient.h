@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Descriptor.h"
+#include "platform/files/Descriptor.h"
 
 namespace torvex::test {
 

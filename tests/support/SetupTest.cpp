@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex::test {
 

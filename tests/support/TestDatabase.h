@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/Schema.h"
+#include "installation/Schema.h"
 #include "platform/db/Database.h"
 
 namespace torvex::test {

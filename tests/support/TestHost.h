@@ -9,13 +9,13 @@
 #include "platform/DateTime.h"
 #include "platform/HitCounter.h"
 #include "platform/HostContext.h"
-#include "platform/HttpClient.h"
 #include "platform/OperatorLog.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
-#include "platform/ServerShares.h"
 #include "platform/Session.h"
 #include "platform/db/Database.h"
+#include "platform/net/HttpClient.h"
+#include "replication/ServerShares.h"
 #include "support/MemoryFileSystem.h"
 
 namespace torvex::test {

@@ -4,7 +4,7 @@
 #include <fmt/format.h>
 #include <iterator>
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex::db {
 

@@ -2,8 +2,8 @@
 
 #include <functional>
 
-#include "platform/Text.h"
 #include "platform/db/RowSource.h"
+#include "platform/text/Text.h"
 
 namespace torvex::db {
 

@@ -1,6 +1,6 @@
 #include "platform/db/ConnectionText.h"
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace torvex::db {
 

@@ -6,9 +6,9 @@
 #include <optional>
 #include <poll.h>
 
-#include "platform/Text.h"
 #include "platform/db/PostgresStatement.h"
 #include "platform/db/ScopeMemory.h"
+#include "platform/text/Text.h"
 
 namespace torvex::db {
 

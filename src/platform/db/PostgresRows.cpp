@@ -1,8 +1,8 @@
 #include <charconv>
 
-#include "platform/Text.h"
 #include "platform/db/Binding.h"
 #include "platform/db/PostgresStatement.h"
+#include "platform/text/Text.h"
 
 namespace torvex::db {
 

@@ -3,9 +3,9 @@
 #include <sqlite3.h>
 #include <string>
 
-#include "platform/Text.h"
-#include "platform/Utf8.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
+#include "platform/text/Utf8.h"
 
 namespace torvex::db {
 

@@ -1,8 +1,8 @@
 #include <sqlite3.h>
 
-#include "platform/Text.h"
 #include "platform/db/Binding.h"
 #include "platform/db/SqliteStatement.h"
+#include "platform/text/Text.h"
 
 namespace torvex::db {
 

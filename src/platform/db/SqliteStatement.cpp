@@ -5,8 +5,8 @@
 #include <new>
 #include <sqlite3.h>
 
-#include "platform/Text.h"
 #include "platform/db/Binding.h"
+#include "platform/text/Text.h"
 
 namespace torvex::db {
 

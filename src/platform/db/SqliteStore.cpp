@@ -5,9 +5,9 @@
 #include <memory>
 #include <sqlite3.h>
 
-#include "platform/Text.h"
 #include "platform/db/Connection.h"
 #include "platform/db/SqliteConnection.h"
+#include "platform/text/Text.h"
 
 namespace torvex::db {
 

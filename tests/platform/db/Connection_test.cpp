@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/Schema.h"
+#include "installation/Schema.h"
 #include "support/TestDatabase.h"
 
 namespace torvex::db {

@@ -1,0 +1,106 @@
+#include "accounts/LoginHold.h"
+
+#include <fmt/format.h>
+#include <optional>
+
+#include "platform/ApplicationValues.h"
+#include "platform/DateTime.h"
+#include "platform/HostContext.h"
+#include "platform/Session.h"
+#include "platform/db/Link.h"
+#include "platform/text/Text.h"
+
+namespace torvex {
+
+namespace {
+
+/// Changes nothing but keeps the row from other sessions until the end of the transaction: this one must be
+/// the only one between the test and the writing.
+constexpr std::string_view lockRow =
+    "update TORVEX_LOGINS set username = username where username = ? and password = ?";
+
+constexpr std::string_view selectRow =
+    "select loginId, username, password, name, validFrom, validTo, sessionId, ipAddress from TORVEX_LOGINS "
+    "where username = ? and password = ? order by loginId";
+
+constexpr std::string_view renewPassword =
+    "update TORVEX_LOGINS set password = ?, passwordHash = ? where loginId = ?";
+
+constexpr std::string_view updateHeldRow =
+    "update TORVEX_LOGINS set ipAddress = ?, sessionId = ?, currentSite = '', siteLock = '', date = ?, time "
+    "= ? where loginId = ?";
+
+constexpr std::string_view freeOtherRows =
+    "update TORVEX_LOGINS set sessionId = '', currentSite = '', siteLock = '' "
+    "where sessionId = ? and loginId <> ?";
+
+struct LoginRow {
+    Author author;
+    std::string validFrom;
+    std::string validTo;
+    std::string sessionId;
+    std::string ipAddress;
+};
+
+std::optional<LoginRow> readRow(db::Connection& connection, const Proof& proof) {
+    auto rows = connection.query(selectRow, {proof.username, proof.password});
+    if (!rows.next()) return std::nullopt;
+    return LoginRow{{static_cast<int>(rows.number("loginId")), rows.text("username"), rows.text("password"),
+                     rows.text("name")},
+                    rows.text("validFrom"),
+                    rows.text("validTo"),
+                    rows.text("sessionId"),
+                    rows.text("ipAddress")};
+}
+
+bool isValidOn(const LoginRow& row, const std::string& today) {
+    const std::string& from = row.validFrom.empty() ? today : row.validFrom;
+    const std::string& to = row.validTo.empty() ? today : row.validTo;
+    return text::compare(today, from) >= 0 && text::compare(today, to) <= 0;
+}
+
+/// A second session at the holder's address takes the login over.
+bool isHeldElsewhere(const LoginRow& row, std::string_view sessionId, std::string_view address) {
+    return !text::equals(row.author.username, "sa") && !row.sessionId.empty() &&
+           !text::equals(row.sessionId, sessionId) && !row.ipAddress.empty() &&
+           !text::equals(row.ipAddress, address);
+}
+
+void renew(db::Connection& connection, const StrongForm& form, Author& author) {
+    connection.execute(renewPassword, {form.mark, form.hash, author.loginId});
+    author.password = form.mark;
+}
+
+}  // namespace
+
+LoginCode takeLogin(HostContext& host, const Proof& proof, std::string_view address, Author& author) {
+    const auto connection = db::openOwn(host);
+    db::Transaction transaction(*connection);
+    connection->execute(lockRow, {proof.username, proof.password});
+    auto row = readRow(*connection, proof);
+    if (!row || !isValidOn(*row, host.clock.today())) return LoginCode::Unknown;
+    if (isHeldElsewhere(*row, host.session.id(), address)) return LoginCode::HeldElsewhere;
+    holdRow(*connection, host, row->author.loginId, address);
+    if (proof.renewal) renew(*connection, *proof.renewal, row->author);
+    transaction.commit();
+    author = std::move(row->author);
+    return LoginCode::LoggedIn;
+}
+
+void holdRow(db::Connection& connection, HostContext& host, int loginId, std::string_view address) {
+    const DateTime now = host.clock.now();
+    const std::string day = date8(now);
+    const std::string time = fmt::format("{:02}:{:02}", now.hour, now.minute);
+    connection.execute(updateHeldRow, {address, host.session.id(), day, time, loginId});
+    connection.execute(freeOtherRows, {host.session.id(), loginId});
+}
+
+void storeAuthor(HostContext& host, const Author& author) {
+    host.session.set("torvex_loginId", author.loginId);
+    host.session.set("torvex_username", author.username);
+    host.session.set("torvex_password", author.password);
+    host.session.set("torvex_fullname", author.fullname);
+    host.session.set("torvex_ssl", host.application.get("torvex_ssl"));
+}
+
+}  // namespace torvex

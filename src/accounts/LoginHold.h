@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "accounts/Author.h"
+#include "accounts/Proof.h"
+
+namespace torvex {
+struct HostContext;
+namespace db {
+class Connection;
+}
+
+/// How a login ended; the numbers are what callers outside know.
+enum class LoginCode { LoggedIn = 0, Unknown = 1, AddressRefused = 2, HeldElsewhere = 3 };
+
+/// Makes the request's session the holder of the login that the proof is for, if today lies within the
+/// login's dates and no session at another address holds it; "sa" may be held from anywhere. Frees what else
+/// the session held. Of two sessions at once only one passes. Fills `author` when it succeeds and changes
+/// nothing when it doesn't. Uses a connection of its own.
+LoginCode takeLogin(HostContext& host, const Proof& proof, std::string_view address, Author& author);
+
+/// The writing half of it, without questions: for the row whose right was found before. To be run in a
+/// transaction.
+void holdRow(db::Connection& connection, HostContext& host, int loginId, std::string_view address);
+
+/// Tells the session whose login it holds.
+void storeAuthor(HostContext& host, const Author& author);
+
+}  // namespace torvex

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "accounts/StrongPassword.h"
+
+namespace torvex {
+namespace db {
+class Connection;
+}
+
+/// What somebody who wants to log in has shown to know.
+struct Proof {
+    std::string username;
+    std::string password;               ///< as the row must still hold it when the login is taken
+    std::optional<StrongForm> renewal;  ///< takes the place of the row's old form if the login succeeds
+};
+
+/// How passwords are kept: in the form that the stored data has, or as a strong hash (the setting
+/// `torvex_password_store` is "strong"). A row that has a hash is verified by it in both.
+enum class PasswordStore { Given, Strong };
+
+/// Checks a typed password against the login's row; nothing if there is no such login or the password is
+/// wrong. With the strong store each call takes the same time, whether the name is known, the row has a hash
+/// or the password is right.
+std::optional<Proof> proofOf(db::Connection& connection, PasswordStore store, const std::string& username,
+                             std::string_view password);
+
+/// Whether the row of a login has a hash by now.
+bool hasStrongForm(db::Connection& connection, const std::string& username);
+
+}  // namespace torvex

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <ctime>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
+
+#include "host/http/Answer.h"
+#include "host/http/ByteRange.h"
+#include "installation/StaticFileOptions.h"
+#include "platform/files/RootFolder.h"
+
+namespace torvex {
+
+/// What tells one version of a file from another.
+struct FileStamp {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::uint64_t size = 0;
+    std::int64_t modified = 0;  ///< nanoseconds
+    std::int64_t changed = 0;   ///< nanoseconds; can't be set back, unlike `modified`
+
+    static FileStamp of(const struct stat& status);
+    /// False while another change could leave the stamp as it is, because the file system's clock has not
+    /// moved on.
+    bool isSettled() const;
+    bool operator==(const FileStamp&) const = default;
+};
+
+/// A file ready to be answered: its bytes when it is small, else the open file.
+struct PublicFile {
+    FileStamp stamp;
+    std::string etag;
+    std::string fields;  ///< of an answer with the whole file
+    std::shared_ptr<const std::string> bytes;
+    std::shared_ptr<const Descriptor> file;
+
+    std::time_t modified() const { return static_cast<std::time_t>(stamp.modified / 1'000'000'000); }
+
+    /// Opens the regular file at a path relative to the root; nothing when there is none. Small files are
+    /// read.
+    static std::optional<PublicFile> open(const RootFolder& root, const std::string& relativePath,
+                                          const StaticFileOptions& options);
+
+    /// The whole, a part, "not modified" or a refusal.
+    Answer answer(const FileConditions& conditions) const;
+
+  private:
+    Answer whole() const;
+    Answer part(const FilePart& part) const;
+    Answer notModified() const;
+    Answer unsatisfiable() const;
+};
+
+}  // namespace torvex

@@ -1,0 +1,114 @@
+#include "host/files/StaticFiles.h"
+
+#include <algorithm>
+#include <array>
+#include <fcntl.h>
+
+#include "host/files/PublicFile.h"
+#include "host/http/ErrorPages.h"
+
+namespace torvex {
+
+namespace {
+
+/// Sources of pages, scripts, settings, databases, keys, and what editors leave behind.
+constexpr std::array<std::string_view, 28> hiddenSuffixes{
+    ".asp", ".asa",  ".aspx",   ".inc", ".lua", ".php",    ".sh",     ".py",     ".toml",    ".ini",
+    ".cfg", ".conf", ".config", ".sql", ".db",  ".db-wal", ".db-shm", ".sqlite", ".sqlite3", ".mdb",
+    ".log", ".key",  ".pem",    ".bak", ".old", ".orig",   ".swp",    "~"};
+
+bool isHiddenName(std::string_view name) {
+    return std::any_of(hiddenSuffixes.begin(), hiddenSuffixes.end(),
+                       [name](std::string_view suffix) { return ascii::endsWith(name, suffix); });
+}
+
+FileConditions conditionsOf(const RequestHead& head) {
+    FileConditions conditions;
+    for (const auto& [name, value] : head.fields) {
+        if (ascii::equals(name, "Range")) conditions.range = value;
+        if (ascii::equals(name, "If-Range")) conditions.ifRange = value;
+        if (ascii::equals(name, "If-None-Match")) conditions.ifNoneMatch = value;
+        if (ascii::equals(name, "If-Modified-Since")) conditions.ifModifiedSince = value;
+    }
+    return conditions;
+}
+
+std::string relative(std::string_view path) {
+    return std::string(path.substr(1));
+}
+
+}  // namespace
+
+bool isPublicPath(std::string_view path) {
+    if (!path.starts_with('/') || path.find_first_of(std::string_view("\\\0", 2)) != std::string_view::npos)
+        return false;
+    std::string_view name;
+    while (!path.empty()) {
+        path.remove_prefix(1);
+        name = path.substr(0, path.find('/'));
+        if (name.empty() || name.front() == '.') return false;
+        path.remove_prefix(name.size());
+    }
+    return !isHiddenName(name);
+}
+
+Answer fileAnswer(const RootFolder& root, std::string_view path, const RequestHead& head,
+                  const StaticFileOptions& options) {
+    if (!isPublicPath(path)) return errorPages::page(404);
+    const auto file = PublicFile::open(root, relative(path), options);
+    return file ? file->answer(conditionsOf(head)) : errorPages::page(404);
+}
+
+struct StaticFiles::Kept {
+    std::string path;
+    PublicFile file;
+
+    std::size_t cost() const { return file.bytes->size() + path.size() + file.fields.size() + 512; }
+};
+
+StaticFiles::StaticFiles(const RootFolder& root, StaticFileOptions options)
+    : root_(root), options_(std::move(options)), folder_(root.open(".", O_PATH | O_DIRECTORY)) {}
+
+StaticFiles::~StaticFiles() = default;
+
+Answer StaticFiles::answer(std::string_view path, const RequestHead& head) {
+    if (const Kept* kept = findCurrent(path)) return kept->file.answer(conditionsOf(head));
+    if (!isPublicPath(path)) return errorPages::page(404);
+    std::optional<PublicFile> file = PublicFile::open(root_, relative(path), options_);
+    if (!file) return errorPages::page(404);
+    Answer answer = file->answer(conditionsOf(head));
+    if (file->bytes && file->stamp.isSettled()) keep({std::string(path), std::move(*file)});
+    return answer;
+}
+
+/// One look at the disk and no opening. That the look may follow a link does no harm: what it finds must be
+/// the very file that was opened beneath the root.
+const StaticFiles::Kept* StaticFiles::findCurrent(std::string_view path) {
+    const auto found = byPath_.find(path);
+    if (found == byPath_.end()) return nullptr;
+    const Order::iterator place = found->second;
+    struct stat status {};
+    const bool exists = ::fstatat(folder_.number(), place->path.c_str() + 1, &status, 0) == 0;
+    if (!exists || FileStamp::of(status) != place->file.stamp) {
+        drop(place);
+        return nullptr;
+    }
+    order_.splice(order_.begin(), order_, place);
+    return &*place;
+}
+
+void StaticFiles::drop(Order::iterator place) {
+    cachedBytes_ -= place->cost();
+    byPath_.erase(place->path);
+    order_.erase(place);
+}
+
+void StaticFiles::keep(Kept file) {
+    if (file.cost() > options_.cacheBytes) return;
+    cachedBytes_ += file.cost();
+    order_.push_front(std::move(file));
+    byPath_.emplace(order_.front().path, order_.begin());
+    while (cachedBytes_ > options_.cacheBytes) drop(std::prev(order_.end()));
+}
+
+}  // namespace torvex

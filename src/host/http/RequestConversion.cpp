@@ -1,0 +1,70 @@
+#include "host/http/RequestConversion.h"
+
+#include "host/http/Exchange.h"
+
+namespace torvex {
+
+namespace {
+
+std::string variableName(std::string_view field) {
+    std::string name = "http_";
+    for (const char c : field) name += c == '-' ? '_' : ascii::lower(c);
+    return name;
+}
+
+void addField(NamedValues& variables, std::string_view field, std::string_view value) {
+    if (field.find('_') != std::string_view::npos) return;
+    std::string name = variableName(field);
+    for (auto& [known, text] : variables) {
+        if (known != name) continue;
+        text.append(name == "http_cookie" ? "; " : ", ").append(value);
+        return;
+    }
+    variables.emplace_back(std::move(name), value);
+}
+
+NamedValues serverVariables(const Exchange& exchange) {
+    const RequestHead& head = exchange.head();
+    NamedValues variables;
+    variables.reserve(head.fields.size() + 12);
+    for (const auto& [field, value] : head.fields)
+        if (!ascii::equals(field, "Host")) addField(variables, field, value);
+    variables.emplace_back("http_host", exchange.host);
+    variables.emplace_back("https", exchange.isTls ? "on" : "off");
+    variables.emplace_back("script_name", exchange.target.path);
+    variables.emplace_back("remote_addr", exchange.remoteAddress);
+    variables.emplace_back("request_method", head.methodText);
+    variables.emplace_back("query_string", exchange.target.query);
+    variables.emplace_back("server_name", hostName(exchange.host));
+    variables.emplace_back("server_port", std::to_string(exchange.localPort));
+    variables.emplace_back("server_protocol", head.version == 10 ? "HTTP/1.0" : "HTTP/1.1");
+    variables.emplace_back("content_type", head.field("Content-Type"));
+    variables.emplace_back("content_length", std::to_string(exchange.body().size()));
+    return variables;
+}
+
+}  // namespace
+
+bool isFormType(std::string_view contentType) {
+    const std::string_view type = contentType.substr(0, contentType.find(';'));
+    return ascii::equals(ascii::trimmed(type), "application/x-www-form-urlencoded");
+}
+
+Request toRequest(const Exchange& exchange) {
+    const bool isForm = isFormType(exchange.head().field("Content-Type"));
+    return Request(std::string(exchange.target.query), isForm ? parseQuery(exchange.body()) : NamedValues(),
+                   serverVariables(exchange));
+}
+
+std::string_view cookie(std::string_view cookieField, std::string_view name) {
+    while (!cookieField.empty()) {
+        const std::size_t end = std::min(cookieField.find(';'), cookieField.size());
+        const std::string_view pair = ascii::trimmed(cookieField.substr(0, end));
+        cookieField.remove_prefix(std::min(end + 1, cookieField.size()));
+        if (pair.size() > name.size() && pair.starts_with(name) && pair[name.size()] == '=')
+            return pair.substr(name.size() + 1);
+    }
+    return {};
+}
+
+}  // namespace torvex

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "host/http/Ascii.h"
+
+namespace torvex {
+
+enum class Method { Get, Head, Post, Other, Unknown };
+
+/// The header of one request, as views of the bytes that its parser holds: valid until that is reset.
+struct RequestHead {
+    Method method = Method::Unknown;
+    std::string_view methodText;
+    std::string_view target;
+    int version = 11;  ///< 10 or 11
+    std::vector<std::pair<std::string_view, std::string_view>> fields;
+    bool keepAlive = false;
+    bool hasBody = false;
+    std::optional<std::uint64_t> contentLength;
+
+    /// The first value of the field, "" when it isn't there.
+    std::string_view field(std::string_view name) const {
+        for (const auto& [key, value] : fields)
+            if (ascii::equals(key, name)) return value;
+        return {};
+    }
+    std::size_t count(std::string_view name) const {
+        std::size_t found = 0;
+        for (const auto& [key, value] : fields)
+            if (ascii::equals(key, name)) ++found;
+        return found;
+    }
+};
+
+}  // namespace torvex

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "installation/NewFiles.h"
+
+namespace torvex {
+class Clock;
+namespace db {
+class Connection;
+}
+}  // namespace torvex
+
+namespace torvex {
+
+/// The first site of an installation, as its starter pages and rows are made from it.
+struct StarterSite {
+    std::string site = "ws";  ///< two small letters or digits
+    std::string lang = "en";  ///< likewise
+    std::string title = "My website";
+};
+
+/// The words of the starter's files and rows; in rows each value stands in a text.
+Words wordsForHtml(const StarterSite& site);
+Words wordsForRows(const StarterSite& site, const Clock& clock);
+
+/// Rows that every installation has, and the login "sa" with its password in the stored form. To be run in a
+/// transaction.
+void insertFixedRows(db::Connection& connection, std::string_view storedPassword);
+/// The rows of the program's files below `prefix`, in the order of their names.
+void insertRows(db::Connection& connection, std::string_view prefix, const Words& words = {});
+
+}  // namespace torvex

@@ -1,0 +1,172 @@
+#include "installation/Settings.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <fstream>
+#include <iterator>
+
+#include "installation/SettingsSection.h"
+#include "platform/Errors.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::int64_t mebibyte = 1024 * 1024;
+constexpr std::array<std::string_view, 6> sectionNames = {"database", "server", "tls",
+                                                          "limits",   "paths",  "log"};
+constexpr std::array<std::string_view, 6> logLevels = {"trace", "debug", "info", "warn", "error", "off"};
+
+std::string readFile(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    if (!stream || std::filesystem::is_directory(file)) {
+        throw Error(fmt::format("{} can't be read: is it a file, and may you read it?", file.string()));
+    }
+    return text;
+}
+
+toml::table parse(const std::string& text, const std::string& fileName) {
+    try {
+        return toml::parse(text);
+    } catch (const toml::parse_error& error) {
+        throw Error(fmt::format("{}:{}: {}", fileName, error.source().begin.line, error.description()));
+    }
+}
+
+void refuseOtherSections(const toml::table& file, const std::string& fileName) {
+    for (const auto& [key, node] : file) {
+        if (std::find(sectionNames.begin(), sectionNames.end(), key.str()) != sectionNames.end()) continue;
+        throw Error(fmt::format("{}:{}: there is no section [{}]; the sections are: {}", fileName,
+                                node.source().begin.line, key.str(), fmt::join(sectionNames, ", ")));
+    }
+}
+
+void readDatabase(SettingsSection section, DatabaseSettings& database) {
+    section.read("url", database.url);
+    section.read("user", database.user);
+    section.read("password", database.password);
+    section.refuseOthers();
+    if (database.url.empty()) section.refuse("url", "\"sqlite:FOLDER\" or \"postgresql://HOST/DATABASE\"");
+}
+
+void readServer(SettingsSection section, ServerOptions& server) {
+    std::string listen = fmt::format("{}:{}", server.address, server.port);
+    section.read("listen", listen);
+    section.readNumber("threads", server.loops, 0, 256);
+    section.readNumber("workers", server.workers, 0, 1024);
+    section.readNumber("most_workers", server.mostWorkers, 1, 1024);
+    section.readNumber("queued_pages", server.queuedPages, 1, 1'000'000);
+    section.read("secure_cookies", server.secureCookies);
+    section.read("static_cache_control", server.staticCacheControl);
+    section.readNumber("file_cache_bytes", server.fileCache, 0, 4096 * mebibyte);
+    section.refuseOthers();
+    try {
+        const ListenAddress parsed = parseListenAddress(listen);
+        server.address = parsed.address;
+        server.port = parsed.port;
+    } catch (const Error&) {
+        section.refuse("listen", "ADDRESS:PORT, such as \"127.0.0.1:8080\" or \"[::1]:8080\"");
+    }
+}
+
+void readTls(SettingsSection section, const std::filesystem::path& folder, ServerOptions& server) {
+    TlsFiles& tls = server.tls;
+    std::size_t port = 0;
+    section.read("certificate", tls.certificate);
+    section.read("key", tls.key);
+    section.readNumber("port", port, 0, 65535);
+    section.refuseOthers();
+    if (tls.certificate.empty() != tls.key.empty()) {
+        section.refuse(tls.key.empty() ? "key" : "certificate", "given as well: TLS needs both files");
+    }
+    if (tls.certificate.empty()) return;
+    if (port > 0) server.tlsPort = static_cast<std::uint16_t>(port);
+    tls.certificate = (folder / tls.certificate).string();
+    tls.key = (folder / tls.key).string();
+}
+
+void readLimits(SettingsSection section, ServerOptions& server) {
+    section.readNumber("connections", server.connections, 1, 1'000'000);
+    section.readNumber("request_line_bytes", server.limits.requestLine, 256, mebibyte);
+    section.readNumber("header_bytes", server.limits.header, 1024, mebibyte);
+    section.readNumber("header_fields", server.limits.fields, 10, 10'000);
+    section.readNumber("body_bytes", server.limits.body, 0, 4096 * mebibyte);
+    section.readSeconds("header_seconds", server.deadlines.header);
+    section.readSeconds("body_seconds", server.deadlines.body);
+    section.readSeconds("idle_seconds", server.deadlines.idle);
+    section.readSeconds("write_seconds", server.deadlines.write);
+    section.readSeconds("stop_seconds", server.deadlines.stop);
+    section.readSeconds("session_idle_seconds", server.sessions.idle);
+    section.readSeconds("session_probation_seconds", server.sessions.probation);
+    section.readNumber("sessions", server.sessions.established, 1, 100'000'000);
+    section.readNumber("sessions_on_probation", server.sessions.onProbation, 1, 100'000'000);
+    section.refuseOthers();
+}
+
+/// One plain folder below the public files.
+bool isFolderName(const std::string& name) {
+    return !name.empty() && name.front() != '.' && name.find_first_of("/\\") == std::string::npos;
+}
+
+void readPaths(SettingsSection section, PathSettings& paths) {
+    section.read("images", paths.images);
+    section.read("documents", paths.documents);
+    section.refuseOthers();
+    constexpr auto* expected = "the name of a folder below wwwroot, such as \"images\"";
+    if (!isFolderName(paths.images)) section.refuse("images", expected);
+    if (!isFolderName(paths.documents)) section.refuse("documents", expected);
+}
+
+void readLog(SettingsSection section, std::string& level) {
+    section.read("level", level);
+    section.refuseOthers();
+    if (std::find(logLevels.begin(), logLevels.end(), level) == logLevels.end()) {
+        section.refuse("level", fmt::format("one of {}", fmt::join(logLevels, ", ")));
+    }
+}
+
+}  // namespace
+
+Settings readSettings(const std::filesystem::path& file) {
+    const std::string fileName = file.string();
+    const toml::table table = parse(readFile(file), fileName);
+    refuseOtherSections(table, fileName);
+    const auto section = [&](const char* name) { return SettingsSection(table, fileName, name); };
+    Settings settings;
+    settings.server.port = defaultPort;
+    readDatabase(section("database"), settings.database);
+    readServer(section("server"), settings.server);
+    readTls(section("tls"), file.parent_path(), settings.server);
+    readLimits(section("limits"), settings.server);
+    readPaths(section("paths"), settings.paths);
+    readLog(section("log"), settings.logLevel);
+    return settings;
+}
+
+ListenAddress parseListenAddress(std::string_view text) {
+    const auto refuse = [&] {
+        throw Error(
+            fmt::format("\"{}\" is no address to listen on: it must be ADDRESS:PORT, such as "
+                        "127.0.0.1:8080 or [::1]:8080",
+                        text));
+    };
+    const std::size_t colon = text.rfind(':');
+    if (colon == std::string_view::npos || colon == 0) refuse();
+    std::string_view address = text.substr(0, colon);
+    const std::string_view digits = text.substr(colon + 1);
+    if (address.front() == '[' && address.back() == ']') {
+        address = address.substr(1, address.size() - 2);
+    } else if (address.find(':') != std::string_view::npos) {
+        refuse();
+    }
+    std::uint16_t port = 0;
+    const auto [end, code] = std::from_chars(digits.data(), digits.data() + digits.size(), port);
+    if (address.empty() || code != std::errc() || end != digits.data() + digits.size()) refuse();
+    return {std::string(address), port};
+}
+
+}  // namespace torvex

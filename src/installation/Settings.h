@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "installation/ServerOptions.h"
+
+namespace torvex {
+
+struct DatabaseSettings {
+    std::string url = "sqlite:data";  ///< the embedded store's folder may be relative to the installation
+    std::string user;
+    std::string password;
+};
+
+/// Folders of media, below the public files.
+struct PathSettings {
+    std::string images = "images";
+    std::string documents = "documents";
+};
+
+/// The settings of an installation, as its file `torvex.toml` gives them; what it leaves out keeps its
+/// default.
+struct Settings {
+    DatabaseSettings database;
+    ServerOptions server;
+    PathSettings paths;
+    std::string logLevel = "info";
+};
+
+/// The address that the server listens on unless the settings or the command line name another one.
+inline constexpr std::uint16_t defaultPort = 8080;
+
+/// Reads the file. Throws `Error` with file, line and what is expected when it can't be read or parsed, or
+/// has an unknown key or a value of the wrong kind. The text of a secret is never part of an error.
+Settings readSettings(const std::filesystem::path& file);
+
+struct ListenAddress {
+    std::string address;
+    std::uint16_t port = 0;
+};
+
+/// Reads "ADDRESS:PORT", with an IPv6 address in brackets. Throws `Error` for anything else.
+ListenAddress parseListenAddress(std::string_view text);
+
+}  // namespace torvex

@@ -1,0 +1,136 @@
+#include "operations/calls/Batch.h"
+
+#include <array>
+#include <istream>
+#include <ostream>
+#include <sodium.h>
+
+#include "installation/Setup.h"
+#include "operations/calls/BatchLogin.h"
+#include "operations/calls/BatchRun.h"
+#include "platform/ApplicationValues.h"
+#include "platform/Errors.h"
+#include "platform/HostContext.h"
+#include "platform/Session.h"
+
+namespace torvex::operations {
+
+/// One visitor, whose session is made by the first request and again by the first one after it was abandoned.
+struct BatchEngine::Visitor {
+    std::mutex running;
+    std::optional<Session> session;
+};
+
+namespace {
+
+/// Unlike that of any session elsewhere: logins are held by it.
+std::string newSessionId() {
+    std::array<unsigned char, 16> bytes{};
+    randombytes_buf(bytes.data(), bytes.size());
+    std::array<char, 2 * bytes.size() + 1> digits{};
+    sodium_bin2hex(digits.data(), digits.size(), bytes.data(), bytes.size());
+    return digits.data();
+}
+
+BatchFailure failureOf(const std::exception& error, std::optional<std::size_t> step) {
+    const auto* known = dynamic_cast<const Error*>(&error);
+    return {known ? known->number() : operationErrorNumber, error.what(), step};
+}
+
+void startSession(std::optional<Session>& session, HostContext& host) try {
+    Setup(host).initSession();
+} catch (...) {
+    session.reset();
+    throw;
+}
+
+void store(const BatchRequest& request, HostContext& host) {
+    for (const auto& [key, value] : request.session) host.session.set(key, value);
+    for (const auto& [key, value] : request.application) host.application.set(key, value);
+}
+
+void runSteps(const operations::Register& classes, HostContext& host, const BatchRequest& request,
+              BatchAnswer& answer) {
+    BatchRun run(classes, host);
+    for (const auto& step : request.steps) {
+        try {
+            answer.results.push_back(std::visit(run, step));
+        } catch (const ResponseEnded&) {
+            answer.ended = true;
+            return;
+        } catch (const std::exception& error) {
+            answer.failure = failureOf(error, answer.results.size());
+            return;
+        }
+    }
+}
+
+}  // namespace
+
+BatchEngine::BatchEngine(const operations::Register& classes, const CallEnvironment& environment)
+    : classes_(classes), environment_(environment) {
+    if (sodium_init() < 0) throw Error("the source of random numbers is missing");
+}
+
+BatchEngine::~BatchEngine() = default;
+
+BatchEngine::Visitor& BatchEngine::visitorNamed(const std::string& name) {
+    const std::scoped_lock guard(mutex_);
+    auto& visitor = visitors_[name];
+    if (!visitor) visitor = std::make_unique<Visitor>();
+    return *visitor;
+}
+
+std::string BatchEngine::run(const std::string& line) {
+    BatchAnswer answer;
+    try {
+        answer = run(parseBatchRequest(line));
+    } catch (const std::exception& error) {
+        answer.failure = failureOf(error, std::nullopt);
+    }
+    return toJson(answer);
+}
+
+BatchAnswer BatchEngine::run(const BatchRequest& request) {
+    BatchAnswer answer;
+    Visitor& visitor = visitorNamed(request.visitor);
+    const std::scoped_lock oneAtATime(visitor.running);
+    try {
+        runFor(visitor, request, answer);
+    } catch (const std::exception& error) {
+        answer.failure = failureOf(error, std::nullopt);
+    }
+    return answer;
+}
+
+void BatchEngine::runFor(Visitor& visitor, const BatchRequest& request, BatchAnswer& answer) {
+    const FixedClock stopped(request.now.value_or(DateTime{}));
+    const Clock& clock = request.now ? stopped : environment_.clock;
+    Request asked(request.query, request.form, request.serverVariables);
+    const bool isNew = !visitor.session;
+    if (isNew) visitor.session.emplace(newSessionId());
+    HostContext host{asked,
+                     answer.response,
+                     *visitor.session,
+                     environment_.application,
+                     environment_.files,
+                     clock,
+                     environment_.http,
+                     environment_.database,
+                     environment_.hits,
+                     environment_.shares,
+                     environment_.log};
+    if (isNew) startSession(visitor.session, host);
+    if (request.login) holdLogin(host, *request.login);
+    store(request, host);
+    runSteps(classes_, host, request, answer);
+    answer.abandoned = visitor.session->isAbandoned();
+    if (answer.abandoned) visitor.session.reset();
+}
+
+void runBatch(BatchEngine& engine, std::istream& in, std::ostream& out) {
+    std::string line;
+    while (std::getline(in, line)) out << engine.run(line) << '\n' << std::flush;
+}
+
+}  // namespace torvex::operations

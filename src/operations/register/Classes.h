@@ -1,0 +1,18 @@
+#pragma once
+
+#include "operations/register/Register.h"
+
+/// The entries of the register, one function for each public class.
+namespace torvex::operations {
+
+ClassEntry serverOperations();
+ClassEntry managerOperations();
+ClassEntry htmlTemplateOperations();
+ClassEntry templateOperations();
+ClassEntry baseTemplateOperations();
+ClassEntry styleSheetOperations();
+ClassEntry applicationOperations();
+ClassEntry setupOperations();
+ClassEntry searchOperations();
+
+}  // namespace torvex::operations

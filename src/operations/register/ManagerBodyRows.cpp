@@ -1,0 +1,48 @@
+#include "authoring/cManager.h"
+#include "operations/register/Binding.h"
+#include "operations/register/ManagerRows.h"
+
+namespace torvex::operations {
+
+std::vector<Operation> managerBodyRows() {
+    return {
+        operation("saveBody", &cManager::saveBody,
+                  {argument("pageIdent"), argument("bodyId"), argument("bodyContent")},
+                  "Saves the text of a body: 0, or a code.", editRight("edit", "pageIdent")),
+        operation("saveBodySetup", &cManager::saveBodySetup,
+                  {argument("pageIdent"), argument("bodyId"), argument("bodyType"), argument("feedId")},
+                  "Makes a body a stored text (1), an HTML feed (2) or an XML feed (3): 0, or a code.",
+                  editRight("edit", "pageIdent")),
+        operation("clearBody", &cManager::clearBody, {argument("pageIdent"), argument("bodyId")},
+                  "Takes a body away: 0, or a code.", editRight("edit", "pageIdent")),
+        operation("pasteBody", &cManager::pasteBody,
+                  {argument("pageIdentFrom"), argument("pageIdentTo"), argument("bodyIdFrom"),
+                   argument("bodyIdTo"), argument("modeFrom", "D")},
+                  "Copies a body from a page's design or live data to another page: 0, or a code.",
+                  editRight("edit", "pageIdentTo")),
+        operation("getBody", &cManager::getBody,
+                  {argument("pageIdent"), argument("bodyId"), argument("bodyType", 0), argument("feedId", 0),
+                   argument("mode", "D")},
+                  "One body; its kind and feed are looked up when no kind is given.", anyLogin()),
+        operation("getBodyHTML", &cManager::getBodyHTML, {argument("feedId")},
+                  "What an HTML feed gives, or why it gives nothing.", anyLogin()),
+        operation("getBodyXML", &cManager::getBodyXML, {argument("feedId")},
+                  "What an XML feed gives, or why it gives nothing.", anyLogin()),
+        operation("disableLinks", &cManager::disableLinks, {argument("str"), argument("flag", true)},
+                  "A text with its links turned off; the flag chooses double quotes.", anyLogin()),
+        operation("buildLinks", &cManager::buildLinks,
+                  {argument("html"), argument("site"), argument("lang"), argument("mode", "L")},
+                  "A page with its link notations as links of the authoring interface, bad ones marked.",
+                  anyLogin()),
+        operation("fillBodies", &cManager::fillBodies,
+                  {argument("pageIdent"), argument("mode"), argument("html"), argument("editFlag", false)},
+                  "A text with the bodies of a page in their places, framed for editing if asked for.",
+                  anyLogin()),
+        operation("torvex_preparePage", &cManager::torvex_preparePage,
+                  {argument("mode", "L"), argument("applicationSubTitle", "")},
+                  "The finished page of the record; the subtitle \"#edit#\" builds it for editing.",
+                  anyLogin()),
+    };
+}
+
+}  // namespace torvex::operations

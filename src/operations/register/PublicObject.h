@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "operations/register/Register.h"
+
+namespace torvex::operations {
+
+/// What a caller gives for arguments, by their given names; names ignore case.
+using GivenValues = std::vector<std::pair<std::string, Value>>;
+
+/// An object of a public class, reached by names. Lives for one request; one thread uses it. A name that
+/// isn't there and a value that can't be converted are `Error`, as is whatever the operation raises.
+class PublicObject {
+  public:
+    PublicObject(const ClassEntry& entry, HostContext& host) : entry_(entry), object_(entry.create(host)) {}
+
+    bool takesConnection() const { return static_cast<bool>(entry_.connect); }
+    void connect(const db::Link& link) { entry_.connect(object_.get(), link); }
+
+    Value call(std::string_view operation, const GivenValues& arguments);
+    Value get(std::string_view property) const;
+    void set(std::string_view property, const Value& value);
+
+  private:
+    const Property& propertyNamed(std::string_view name) const;
+
+    const ClassEntry& entry_;
+    std::shared_ptr<void> object_;
+};
+
+/// One converted value for each argument of the operation, with its defaults for those left out.
+std::vector<Value> arrange(const Operation& operation, const GivenValues& given);
+
+}  // namespace torvex::operations

@@ -1,0 +1,121 @@
+#include "operations/register/Reference.h"
+
+#include <boost/json/serialize.hpp>
+#include <boost/json/value.hpp>
+
+#include "operations/register/Conversion.h"
+#include "platform/text/Text.h"
+
+namespace torvex::operations {
+
+namespace {
+
+constexpr std::string_view introduction = R"(# Operations
+
+The public classes and what each can do. `torvex call CLASS.OPERATION name=value` runs one operation and
+`torvex call --batch` a list of them (see [call.md](call.md)); names ignore case. This page is generated
+from the program's own register: the tests rewrite it when `TORVEX_ACCEPT=1` is set.
+
+Arguments are converted to the type that stands behind their name. A *number* is a plain decimal number;
+an *integer* is rounded to a whole one and goes from -32768 to 32767; a *boolean* is `true`, `false` or
+a number; a *text format* is -2 (the system's encoding), -1 (Unicode) or 0 (ANSI). An argument with a
+value behind "=" may be left out. *Empty* results are null, and so is a grid without rows.
+
+The right is what a caller over the network needs (see [rights.md](rights.md)); the command line asks for
+none. *Any author* is whoever is logged in, in a session that still holds the login. *Edit right* and
+*access* name what a role of the login must give, and for what: a page (each one of a list), a site and
+language, or the whole installation where nothing is named. *sa* has every right. What is *not over the
+network* is nobody's there, nor is an argument that says so: it keeps its default.
+)";
+
+/// What the right must cover.
+std::string coverage(const Right& right) {
+    const std::string page = right.page.empty() ? "" : " for `" + right.page + '`';
+    if (right.site.empty()) return page;
+    return page + (page.empty() ? " in `" : ", without one for all of `") + right.site + '`' +
+           (right.lang.empty() ? "" : ", `" + right.lang + '`');
+}
+
+std::string rightText(const Right& right) {
+    switch (right.kind) {
+        case Right::Kind::Nobody:
+            return "not over the network";
+        case Right::Kind::Visitor:
+            return "any visitor";
+        case Right::Kind::AnyLogin:
+            return "any author";
+        case Right::Kind::EditRight:
+            return "edit right \"" + right.detail + '"' + coverage(right);
+        case Right::Kind::AdvancedRight:
+            return right.detail + " access to entry " + std::to_string(right.advId) + coverage(right);
+        case Right::Kind::OnlySa:
+            return "only sa";
+    }
+    return "";
+}
+
+/// Texts in quotation marks, everything else as it is written in a call.
+std::string literal(const Value& value) {
+    if (value.isText()) return boost::json::serialize(boost::json::value(value.text()));
+    return text::lower(value.toText());
+}
+
+/// A "|" would end the cell.
+std::string cell(std::string_view content) {
+    return text::replaceAll(content, "|", "\\|");
+}
+
+std::string argumentText(const Argument& argument) {
+    std::string line = '`' + argument.name + "` " + std::string(typeName(argument.type));
+    if (argument.defaultValue) line += " = `" + literal(*argument.defaultValue) + '`';
+    return argument.withheld ? line + " (not over the network)" : line;
+}
+
+std::string argumentsText(const Operation& operation) {
+    std::string lines;
+    for (const auto& argument : operation.arguments) {
+        lines += (lines.empty() ? "" : "<br>") + argumentText(argument);
+    }
+    return lines;
+}
+
+std::string operationsTable(const ClassEntry& entry) {
+    std::string table =
+        "\n| Operation | Arguments | Result | What it does | Right |\n| --- | --- | --- | --- | --- |\n";
+    for (const auto& operation : entry.operations) {
+        table += "| `" + operation.name + "` | " + cell(argumentsText(operation)) + " | " +
+                 cell(operation.result) + " | " + cell(operation.summary) + " | " +
+                 cell(rightText(operation.right)) +
+                 (operation.passwordTest ? "; guesses are slowed down" : "") + " |\n";
+    }
+    return table;
+}
+
+std::string propertiesTable(const ClassEntry& entry) {
+    if (entry.properties.empty()) return {};
+    std::string table =
+        "\n| Property | Type | What it holds | Set | Right |\n| --- | --- | --- | --- | --- |\n";
+    for (const auto& property : entry.properties) {
+        table += "| `" + property.name + "` | " + std::string(typeName(property.type)) + " | " +
+                 cell(property.summary) + " | " + (property.set ? "yes" : "no") + " | " +
+                 rightText(property.right) + " |\n";
+    }
+    return table;
+}
+
+}  // namespace
+
+std::string referenceMarkdown(const Register& classes) {
+    std::string page(introduction);
+    page += '\n';
+    for (const auto& entry : classes.classes()) {
+        page += "- [`" + entry.name + "`](#" + text::lower(entry.name) + "): " + entry.summary + '\n';
+    }
+    for (const auto& entry : classes.classes()) {
+        page += "\n## " + entry.name + "\n\n" + entry.summary + '\n' + operationsTable(entry) +
+                propertiesTable(entry);
+    }
+    return page;
+}
+
+}  // namespace torvex::operations

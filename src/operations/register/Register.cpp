@@ -1,0 +1,53 @@
+#include "operations/register/Register.h"
+
+#include <algorithm>
+
+#include "operations/register/Classes.h"
+#include "platform/Errors.h"
+#include "platform/text/Text.h"
+
+namespace torvex::operations {
+
+namespace {
+
+template <typename Row>
+const Row* findByName(const std::vector<Row>& rows, std::string_view name) {
+    const auto found = std::find_if(rows.begin(), rows.end(),
+                                    [name](const Row& row) { return text::equals(row.name, name); });
+    return found == rows.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+Operation Operation::lists(std::string columns) && {
+    result = "grid: " + std::move(columns);
+    return std::move(*this);
+}
+
+Operation Operation::testsPassword(PasswordTest test) && {
+    passwordTest = std::move(test);
+    return std::move(*this);
+}
+
+const Operation* ClassEntry::findOperation(std::string_view wanted) const {
+    return findByName(operations, wanted);
+}
+
+const Property* ClassEntry::findProperty(std::string_view wanted) const {
+    return findByName(properties, wanted);
+}
+
+const ClassEntry& Register::find(std::string_view name) const {
+    if (const auto* entry = findByName(classes_, name)) return *entry;
+    std::string known;
+    for (const auto& entry : classes_) known += (known.empty() ? "" : ", ") + entry.name;
+    throw Error("there is no class \"" + std::string(name) + "\"; the classes are " + known);
+}
+
+Register makeRegister() {
+    return Register({serverOperations(), managerOperations(), htmlTemplateOperations(), templateOperations(),
+                     baseTemplateOperations(), styleSheetOperations(), applicationOperations(),
+                     setupOperations(), searchOperations()});
+}
+
+}  // namespace torvex::operations

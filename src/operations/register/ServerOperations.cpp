@@ -1,0 +1,180 @@
+#include "delivery/cServer.h"
+#include "operations/register/Binding.h"
+#include "operations/register/Classes.h"
+
+namespace torvex::operations {
+
+namespace {
+
+std::vector<Operation> resolution() {
+    // A name and a password given to getPage could be guessed by the verdict.
+    return {
+        operation(
+            "getPage", &cServer::getPage,
+            {argument("pageIdent"), withheld(argument("username", "")), withheld(argument("password", ""))},
+            "Resolves a page into the page record; the property pgAccess is the verdict.", anyLogin()),
+        operation("isPage", &cServer::isPage, {argument("pageIdent")},
+                  "Whether a page shows today, whoever asks; folders are followed to their first child.",
+                  visitor()),
+        operation("getPageId", &cServer::getPageId, {argument("nodeId")},
+                  "The page number of a node; -1 when there is no such page.", anyLogin()),
+        operation("getNodeId", &cServer::getNodeId, {argument("pageId")},
+                  "The node of a page number; empty text when there is no such page.", anyLogin()),
+        operation("getPageTitle", &cServer::getPageTitle, {argument("pageIdent")},
+                  "The title of a live page, or a bracketed word in the page's language when it has none.",
+                  anyLogin()),
+        operation("getWebsiteTitle", &cServer::getWebsiteTitle, {argument("site"), argument("lang")},
+                  "The title of a site in a language.", visitor()),
+        operation("getVocab", &cServer::getVocab, {argument("langId"), argument("labelId")},
+                  "The text of a label of the interface in a language, given by code or by number.",
+                  anyLogin()),
+    };
+}
+
+std::vector<Operation> accessControl() {
+    return {
+        operation("securityCheck", &cServer::securityCheck, {argument("applicationDir", "")},
+                  "The address that the visitor has to be sent to instead of the page of the page record, or "
+                  "empty text.",
+                  nobody()),
+        operation("hasAccess", &cServer::hasAccess, {argument("pageIdent"), argument("username", "")},
+                  "Whether a user, or the session's, may see a page; its dates don't count.", anyLogin()),
+        operation("isSecuredPage", &cServer::isSecuredPage, {argument("pageIdent")},
+                  "Whether a real group guards a page.", anyLogin()),
+        operation("checkFolderAccess", &cServer::checkFolderAccess, {argument("folder")},
+                  "Whether the visitor may see a media folder: 0 or 1 yes, 100 a blank picture instead, "
+                  "negative no.",
+                  anyLogin()),
+    };
+}
+
+// Names and passwords could be guessed by these, without the limit that the login page has.
+std::vector<Operation> users() {
+    return {
+        operation("isUser", &cServer::isUser, {argument("username"), argument("password")},
+                  "Whether there is a user of that name and password.", nobody()),
+        operation("getUserId", &cServer::getUserId, {argument("username", ""), argument("password", "")},
+                  "The number of a user, or of the session's; 0 for none.", nobody()),
+        operation("getUserPassword", &cServer::getUserPassword, {argument("username", "")},
+                  "The stored password of a user, or of the session's.", nobody()),
+        operation("getEntryPage", &cServer::getEntryPage,
+                  {argument("username", ""), argument("password", "")},
+                  "The page by which a user's group enters; -1 for none.", nobody()),
+        operation("getExitPage", &cServer::getExitPage, {argument("username", ""), argument("password", "")},
+                  "The page by which a user's group leaves; -1 for none.", nobody()),
+        operation("getLoginPage", &cServer::getLoginPage, {argument("pageIdent")},
+                  "The login page that guards a page; 0 with the extranet off.", anyLogin()),
+        operation("getLoginURL", &cServer::getLoginURL, {},
+                  "Does what the posted login form asks for, and gives the address that it leads to.",
+                  nobody()),
+        operation("getLogoutURL", &cServer::getLogoutURL, {},
+                  "Logs the visitor out, and gives the address that it leads to.", nobody()),
+    };
+}
+
+std::vector<Operation> assembly() {
+    return {
+        operation("torvex_preparePage", &cServer::torvex_preparePage, {argument("applicationSubTitle", "")},
+                  "The finished page of the page record, but for its links; or \"error:\" and an address.",
+                  anyLogin()),
+        operation("getTemplateFile", &cServer::getTemplateFile,
+                  {argument("pageIdent"), argument("mode", "L")},
+                  "The file of the content template that is in force for a live page; the mode is ignored.",
+                  anyLogin()),
+        operation(
+            "getStylesheetFile", &cServer::getStylesheetFile, {argument("pageIdent"), argument("mode", "L")},
+            "The file of the stylesheet that is in force for a live page; the mode is ignored.", anyLogin()),
+        operation("getBaseTemplateFile", &cServer::getBaseTemplateFile,
+                  {argument("pageIdent"), argument("mode", "L")},
+                  "The file of the base template that is in force for a live page; the mode is ignored.",
+                  anyLogin()),
+        operation("fillBodies", &cServer::fillBodies, {argument("pageIdent"), argument("html")},
+                  "The text with the live bodies of a page in their places.", anyLogin()),
+        operation("getBody", &cServer::getBody,
+                  {argument("pageIdent"), argument("bodyId"), argument("bodyType", 0), argument("feedId", 0)},
+                  "One live body of a page: stored text (type 1), an HTML feed (2) or an XML feed (3).",
+                  anyLogin()),
+    };
+}
+
+std::vector<Operation> pageServices() {
+    return {
+        operation("buildLinks", &cServer::buildLinks,
+                  {argument("html"), argument("site"), argument("lang", ""), argument("mode", "")},
+                  "The page with its link notations as real links; the language and the mode have no effect.",
+                  anyLogin()),
+        operation("sendBinaryFile", &cServer::sendBinaryFile,
+                  {argument("fileSpec"), argument("securityCheck", true)},
+                  "Writes a file to the response: \"0\" sent, \"-99\" not found, \"-10\" a secure address is "
+                  "needed, "
+                  "else the code of checkFolderAccess.",
+                  nobody()),
+        operation("logPage", &cServer::logPage, {argument("pageIdent")},
+                  "Counts a view of a page, unless the visitor's address is filtered out.", nobody()),
+        operation("getBreadcrumb", &cServer::getBreadcrumb, {argument("pageIdent")},
+                  "The trail of links from the root to a page, as HTML.", anyLogin()),
+        operation("getMetaDataHTML", &cServer::getMetaDataHTML, {argument("pageIdent")},
+                  "The meta data of a live page, as HTML for its head.", anyLogin()),
+        operation("getMetaTags", &cServer::getMetaTags, {argument("site")},
+                  "The meta tags of a site, by name.", anyLogin())
+            .lists("metaData_id, metaData_name, metaData_description"),
+        operation("setCodePage", &cServer::setCodePage, {},
+                  "Sets the visitor's code page from the language of the page in the request.", visitor()),
+        operation("getCharsetCodepage", &cServer::getCharsetCodepage, {argument("lang")},
+                  "The code page of a language's charset.", visitor()),
+        operation("getCharsetLabel", &cServer::getCharsetLabel, {argument("lang")},
+                  "The label of a language's charset.", visitor()),
+        operation("getCharsetName", &cServer::getCharsetName, {argument("lang")},
+                  "The name of a language's charset.", visitor()),
+        operation("urlencode", &cServer::urlencode, {argument("queryString")},
+                  "Encodes the values of a query string and leaves \"=\" and \"&\".", visitor()),
+        operation("getParameterValue", &cServer::getParameterValue,
+                  {argument("parameter"), argument("queryString")},
+                  "The value of a parameter of a query string; empty text when it isn't there.", visitor()),
+    };
+}
+
+std::vector<Property> pageRecord() {
+    return {
+        property("pgAccess", &cServer::pgAccess, "The verdict: 0 or 1 the page may be shown, negative not."),
+        property("pgPageId", &cServer::pgPageId, "The page's number."),
+        property("pgNodeId", &cServer::pgNodeId, "The page's place in the tree."),
+        property("pgOrderId", &cServer::pgOrderId, "The page's place among its siblings."),
+        property("pgType", &cServer::pgType, "\"P\" a content page, \"A\" an application, \"F\" a folder."),
+        property("pgTitle", &cServer::pgTitle, "The page's title."),
+        property("pgNavigation", &cServer::pgNavigation,
+                 "\"M\" when previous, next and up were set by hand."),
+        property("pgPrevious", &cServer::pgPrevious, "The page before this one; -1 for none."),
+        property("pgNext", &cServer::pgNext, "The page behind this one; -1 for none."),
+        property("pgUp", &cServer::pgUp, "The page above this one; -1 for none."),
+        property("pgOnline", &cServer::pgOnline, "1 when the page is switched on."),
+        property("pgOnlineFrom", &cServer::pgOnlineFrom,
+                 "The first day of the page, yyyymmdd; empty for no limit."),
+        property("pgOnlineTo", &cServer::pgOnlineTo,
+                 "The last day of the page, yyyymmdd; empty for no limit."),
+        property("pgTemplateFile", &cServer::pgTemplateFile, "The file of the page's own content template."),
+        property("pgStylesheetFile", &cServer::pgStylesheetFile, "The file of the page's own stylesheet."),
+        property("pgBaseTemplateFile", &cServer::pgBaseTemplateFile,
+                 "The file of the page's own base template."),
+        property("pgAppParamPublic", &cServer::pgAppParamPublic,
+                 "The parameters that the page gives its application."),
+        property("pgAppURLpublic", &cServer::pgAppURLpublic,
+                 "The application's address with all parameters."),
+        property("pgAppURL", &cServer::pgAppURL, "The application's address as registered."),
+        property("pgBreadcrumb", &cServer::pgBreadcrumb, "Whether the page stands in the breadcrumb trail."),
+        property("pgDynMenu", &cServer::pgDynMenu, "The page's dynamic menu."),
+    };
+}
+
+}  // namespace
+
+ClassEntry serverOperations() {
+    std::vector<Operation> operations;
+    for (auto subject : {resolution, accessControl, users, assembly, pageServices}) {
+        for (auto& row : subject()) operations.push_back(std::move(row));
+    }
+    return describe<cServer>("cServer", "Serves pages to visitors, from live data.", std::move(operations),
+                             pageRecord());
+}
+
+}  // namespace torvex::operations

@@ -1,0 +1,25 @@
+#include "pages/Pages.h"
+#include "pages/visitors/MessagePage.h"
+#include "platform/ApplicationValues.h"
+#include "platform/HostContext.h"
+#include "platform/Response.h"
+
+namespace torvex {
+
+void homePage(HostContext& host) {
+    const std::string pageId = host.application.text("tvx_default_pageId");
+    if (!pageId.empty()) {
+        const bool frames = host.application.isTrue("torvex_frames");
+        host.response.redirect((frames ? "/frameset.asp?pageId=" : "/tvx.asp?pageId=") + pageId);
+        return;
+    }
+    host.response.status = 404;
+    host.response.write(messagePageHtml(
+        {.title = "There is no home page yet",
+         .explanation = "This server runs, but its owners have not chosen a page to begin with.",
+         .advice = "To the owners: publish a page, store its number as the setting tvx_default_pageId "
+                   "and start the server again.",
+         .reference = {}}));
+}
+
+}  // namespace torvex

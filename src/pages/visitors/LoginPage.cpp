@@ -1,0 +1,76 @@
+#include "accounts/LoginAttempt.h"
+#include "delivery/cServer.h"
+#include "pages/Pages.h"
+#include "pages/SameSite.h"
+#include "pages/visitors/MessagePage.h"
+#include "platform/HostContext.h"
+#include "platform/Request.h"
+#include "platform/Response.h"
+#include "platform/Session.h"
+#include "platform/text/Text.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr double noTrials = 0;
+
+void answerTooMany(Response& response, std::chrono::seconds wait) {
+    response.status = 429;
+    response.cacheControl = "no-store";
+    response.addHeader("Retry-After", std::to_string(wait.count()));
+    response.write(messagePageHtml(
+        {.title = "Too many attempts",
+         .explanation = "There were too many failed logins in a short time.",
+         .advice = "Wait " + std::to_string(wait.count()) + " seconds, then go back and try again.",
+         .reference = {}}));
+}
+
+/// An address with a password in it would stand in logs and histories.
+void answerUnposted(Response& response) {
+    response.status = 405;
+    response.addHeader("Allow", "POST");
+    response.cacheControl = "no-store";
+    response.write(messagePageHtml({.title = "This address only takes login forms",
+                                    .explanation = "Nobody was logged in.",
+                                    .advice = "Go to a page with a login form and log in there.",
+                                    .reference = {}}));
+}
+
+void answerForeign(Response& response) {
+    response.status = 403;
+    response.cacheControl = "no-store";
+    response.write(
+        messagePageHtml({.title = "This login came from another site",
+                         .explanation = "For your safety you can only log in from this site's pages.",
+                         .advice = "Go to the home page and log in there.",
+                         .reference = {}}));
+}
+
+}  // namespace
+
+void loginPage(HostContext& host, GuessThrottle& throttle) {
+    if (!text::equals(host.request.serverVariable("request_method"), "POST"))
+        return answerUnposted(host.response);
+    if (!comesFromOwnPages(host)) return answerForeign(host.response);
+    const std::string username = text::lowerTrim(host.request.item("torvex_username"));
+    LoginAttempt attempt(throttle, LoginAttempt::Kind::Visitor, host.request.serverVariable("remote_addr"),
+                         username);
+    if (const auto wait = attempt.wait(); wait.count() > 0) return answerTooMany(host.response, wait);
+    const auto connection = db::openOwn(host, db::Purpose::Everything);
+    cServer server(host);
+    server.connect(*connection);
+    const double trialsBefore = host.session.number("tvx_loginTrials");
+    const std::string target = server.getLoginURL();
+    const double trials = host.session.number("tvx_loginTrials");
+    if (trials > trialsBefore) {
+        attempt.failed();
+    } else if (trials == noTrials && !username.empty() && host.session.text("tvx_username") == username) {
+        // Somebody else who is logged in may post a name without trying to log in; that forgives nothing.
+        attempt.succeeded();
+        host.session.renewToken();
+    }
+    host.response.redirect(target.empty() ? "/" : target);
+}
+
+}  // namespace torvex

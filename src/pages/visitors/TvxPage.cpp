@@ -1,0 +1,58 @@
+#include "delivery/cServer.h"
+#include "pages/Pages.h"
+#include "pages/PublicAddress.h"
+#include "platform/ApplicationValues.h"
+#include "platform/HostContext.h"
+#include "platform/Request.h"
+#include "platform/Response.h"
+#include "platform/Session.h"
+#include "platform/text/Text.h"
+#include "records/PageIdentity.h"
+#include "templates/HTMLTemplate.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view errorMark = "error:";
+
+std::string askedPage(const HostContext& host) {
+    const std::string asked = host.request.queryString("pageId");
+    return text::trim(asked).empty() ? host.application.text("tvx_default_pageId") : asked;
+}
+
+/// The charset of the page's language; all text of one installation mostly shares one.
+std::string charsetOf(const HostContext& host, cServer& server) {
+    const std::string common = host.application.text("torvex_charset");
+    return common.empty() ? server.getCharsetLabel(std::string(langOf(server.pgNodeId()))) : common;
+}
+
+void answerPage(HostContext& host, cServer& server, db::Connection& connection) {
+    const std::string pageId = text::fromNumber(server.pgPageId());
+    const std::string html = server.torvex_preparePage();
+    if (text::startsWith(html, errorMark)) return host.response.redirect(html.substr(errorMark.size()));
+    HTMLTemplate page(host);
+    page.connect(connection);
+    page.setStrVal(server.buildLinks(html, std::string(siteOf(server.pgNodeId()))));
+    page.syncFrames(pageId);
+    server.logPage(pageId);
+    host.response.charset = charsetOf(host, server);
+    host.response.write(withPublicPorts(host, page.takeStrVal()));
+}
+
+}  // namespace
+
+void tvxPage(HostContext& host) {
+    const auto connection = db::openOwn(host, db::Purpose::Everything);
+    const db::ReadScope oneState(*connection);
+    cServer server(host);
+    server.connect(*connection);
+    server.setCodePage();
+    server.getPage(askedPage(host), host.session.text("tvx_username"), host.session.text("tvx_password"));
+    const std::string elsewhere = server.securityCheck();
+    if (!elsewhere.empty()) return host.response.redirect(withPublicPorts(host, elsewhere));
+    if (server.pgType() == "A") return host.response.redirect(server.pgAppURLpublic());
+    answerPage(host, server, *connection);
+}
+
+}  // namespace torvex

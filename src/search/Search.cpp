@@ -1,0 +1,82 @@
+#include "search/Search.h"
+
+#include <fmt/format.h>
+
+#include "platform/HostContext.h"
+#include "platform/OperatorLog.h"
+#include "platform/files/FileSystem.h"
+#include "platform/text/Text.h"
+#include "records/PageIdentity.h"
+#include "search/LivePages.h"
+#include "search/SnapshotFiles.h"
+#include "search/Snapshots.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr const char* done = "0";
+constexpr const char* failed = "-99";
+
+constexpr std::string_view selectLanguages = "select lang from TORVEX_LANGUAGES";
+
+bool isFolderName(std::string_view lang) {
+    return !lang.empty() && lang.find_first_of("./\\") == std::string_view::npos;
+}
+
+}  // namespace
+
+std::string Search::initializePages(const std::string& pageIdent) try {
+    db::Connection& connection = connection_.use(host_);
+    const bool all = text::trim(pageIdent).empty();
+    const std::string nodeId = all ? std::string() : nodeIdFrom(connection, pageIdent);
+    if (!all && text::length(nodeId) < PageIdentity::rootLength) return failed;
+    bool isWhole = true;
+    Snapshots snapshots(host_, connection_, [&](const std::string& node, const std::string& reason) {
+        isWhole = false;
+        warn(node, reason);
+    });
+    const auto renew = [&](const LivePage& page) { snapshots.renew(page); };
+    if (all) removeLanguageFolders(connection);
+    snapshots.begin();
+    if (all) visitLivePages(connection, renew);
+    if (!all) visitLivePage(connection, nodeId, renew);
+    snapshots.finish();
+    return isWhole ? done : failed;
+} catch (const std::exception& error) {
+    warn(pageIdent.empty() ? "all pages" : pageIdent, error.what());
+    return failed;
+}
+
+void Search::renewSnapshots(const std::vector<PageId>& pages) try {
+    db::Connection& connection = connection_.use(host_);
+    Snapshots snapshots(host_, connection_,
+                        [&](const std::string& node, const std::string& reason) { warn(node, reason); });
+    snapshots.begin();
+    for (const PageId pageId : pages) {
+        visitLivePage(connection, nodeIdOf(connection, pageId),
+                      [&](const LivePage& page) { snapshots.renew(page); });
+    }
+    snapshots.finish();
+} catch (const std::exception& error) {
+    warn("several pages", error.what());
+}
+
+void Search::removeLanguageFolders(db::Connection& connection) {
+    std::vector<std::string> folders;
+    auto rows = connection.query(selectLanguages);
+    while (rows.next()) {
+        const std::string lang = text::lowerTrim(rows.text("lang"));
+        if (isFolderName(lang)) folders.push_back(snapshotRoot(host_) + lang);
+    }
+    for (const std::string& folder : folders) {
+        if (host_.files.folderExists(folder)) host_.files.deleteFolder(folder);
+    }
+}
+
+void Search::warn(std::string_view subject, std::string_view reason) {
+    host_.log.warn(fmt::format("snapshot of {}: {}. It is as it was; \"torvex snapshot\" makes it anew.",
+                               subject, text::replaceAll(reason, "\r\n", " ")));
+}
+
+}  // namespace torvex

@@ -1,0 +1,84 @@
+#include "search/SnapshotText.h"
+
+#include "delivery/Feeds.h"
+#include "delivery/PageBodies.h"
+#include "platform/ApplicationValues.h"
+#include "platform/HostContext.h"
+#include "platform/Session.h"
+#include "platform/text/Text.h"
+#include "records/PageIdentity.h"
+#include "records/Vocabulary.h"
+#include "templates/HTMLTemplate.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view lineEnd = "\r\n";
+constexpr double untitledLabel = 2597;
+
+/// Parts of a template that are no content of the page.
+constexpr std::string_view otherParts[] = {
+    "torvex_admin",        "torvex_appFrame_i",     "torvex_navigation",
+    "torvex_userLoggedIn", "torvex_noUserLoggedIn", "torvex_loginError",
+};
+
+std::string line(std::initializer_list<std::string_view> pieces) {
+    std::string joined;
+    for (const std::string_view piece : pieces) joined.append(piece);
+    return joined.append(lineEnd);
+}
+
+/// What goes between the body tags of a page with this template.
+std::string contentBlocks(const HTMLTemplate& layout) {
+    const std::string content = "torvex_content";
+    std::string blocks;
+    if (layout.blockExists(content)) blocks = line({layout.extractBlock(content)});
+    for (int n = 1;; ++n) {
+        const std::string part = content + "_" + std::to_string(n);
+        if (!layout.blockExists(part)) return blocks;
+        blocks += line({layout.extractBlock(part)});
+    }
+}
+
+}  // namespace
+
+SnapshotText::SnapshotText(HostContext& host, const db::Link& connection)
+    : host_(host), connection_(connection), server_(host) {
+    server_.connect(connection);
+}
+
+std::string SnapshotText::of(const LivePage& page) {
+    std::string html = line({"<HTML>"}) + line({"<HEAD>"});
+    html += line({"<TITLE>", titleOf(page), "</TITLE>"});
+    html += line({R"(<META NAME="MS.LOCALE" CONTENT=")", text::upper(langOf(page.nodeId)), "\">"});
+    // Every tag of it ends its line.
+    html += server_.getMetaDataHTML(text::fromNumber(page.pageId));
+    html += line({"</HEAD>"}) + line({"<BODY>"});
+    html += contentOf(page);
+    return html + line({"</BODY>"}) + line({"</HTML>"});
+}
+
+std::string SnapshotText::titleOf(const LivePage& page) {
+    if (!page.title.empty()) return page.title;
+    const std::string language = host_.session.text("torvex_current_interface");
+    const auto words = vocabularyTexts(connection_.use(host_), language, {untitledLabel});
+    return "[" + words.at(untitledLabel) + "]";
+}
+
+std::string SnapshotText::contentOf(const LivePage& page) {
+    if (!text::equals(text::trim(page.type), "P") || page.templateId <= 0 || page.templateFile.empty()) {
+        return {};
+    }
+    HTMLTemplate layout(host_);
+    std::string path = host_.application.text("torvex_contentTemplates_dir");
+    path.append(siteOf(page.nodeId)).append("/").append(langOf(page.nodeId));
+    if (!layout.load(path.append("/").append(page.templateFile))) return {};
+    for (const std::string_view part : otherParts) layout.replaceAllBlocks(part, "");
+    PageBodies bodies(host_, connection_.use(host_), Twin::Live, xmlFeed);
+    layout.setStrVal(bodies.fill(text::fromNumber(page.pageId), contentBlocks(layout)));
+    layout.removeTags();
+    return layout.takeStrVal();
+}
+
+}  // namespace torvex

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "delivery/cServer.h"
+#include "search/LivePages.h"
+
+namespace torvex {
+
+/// Turns published pages into the texts that the full text catalogue reads: title and meta data as its head,
+/// and the content without what only serves visitors. The feeds of a page are fetched for it.
+class SnapshotText {
+  public:
+    SnapshotText(HostContext& host, const db::Link& connection);
+
+    std::string of(const LivePage& page);
+
+  private:
+    std::string titleOf(const LivePage& page);
+    std::string contentOf(const LivePage& page);
+
+    HostContext& host_;
+    db::Link connection_;
+    cServer server_;
+};
+
+}  // namespace torvex

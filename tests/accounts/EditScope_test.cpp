@@ -1,0 +1,42 @@
+#include "accounts/EditScope.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+namespace torvex {
+namespace {
+
+TEST(EditScope, CoversItsNodesAndWhatLiesUnderThem) {
+    EXPECT_TRUE(scopeCovers("aa.en.01", "aa.en.01"));
+    EXPECT_TRUE(scopeCovers("aa.en.01,aa.en.02", "aa.en.02.07.11"));
+    EXPECT_TRUE(scopeCovers("aa.en", "aa.en.99.01"));
+}
+
+TEST(EditScope, DoesNotCoverWhatLiesAboveOrBeside) {
+    EXPECT_FALSE(scopeCovers("aa.en.01", "aa.en"));
+    EXPECT_FALSE(scopeCovers("aa.en.01", "aa.en.02"));
+    EXPECT_FALSE(scopeCovers("aa.en.01.02", "aa.en.01.03"));
+    EXPECT_FALSE(scopeCovers("aa.en.0", "aa.en.01"));
+    EXPECT_FALSE(scopeCovers("", "aa.en.01"));
+}
+
+TEST(EditScope, IgnoresCaseBlanksAndNeedlessCommas) {
+    EXPECT_TRUE(scopeCovers(" , AA.en .01 ,, ", " aa.EN.01.02 "));
+}
+
+TEST(EditScope, CoversNothingShorterThanARoot) {
+    EXPECT_FALSE(scopeCovers("aa.e", "aa.e"));
+    EXPECT_FALSE(scopeCovers(",,", ""));
+    EXPECT_FALSE(scopeCovers("éééé", "éééé"));
+}
+
+TEST(EditScope, CutsCharactersNotBytes) {
+    EXPECT_TRUE(scopeCovers("éé.en", "ÉÉ.EN.é1"));
+}
+
+TEST(EditScope, IsNotWalkedForATextThatIsNoNode) {
+    EXPECT_FALSE(scopeCovers("aa.en", "aa.en" + std::string(3'000'000, '1')));
+}
+
+}  // namespace
+}  // namespace torvex

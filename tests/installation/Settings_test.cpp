@@ -1,0 +1,165 @@
+#include "installation/Settings.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "platform/Errors.h"
+
+namespace torvex {
+namespace {
+
+using testing::HasSubstr;
+using namespace std::chrono_literals;
+
+class SettingsFile : public testing::Test {
+  protected:
+    SettingsFile() { std::filesystem::create_directories(folder_); }
+    ~SettingsFile() override { std::filesystem::remove_all(folder_); }
+
+    Settings read(const std::string& text) {
+        std::ofstream(file()) << text;
+        return readSettings(file());
+    }
+    std::string refusal(const std::string& text) {
+        try {
+            read(text);
+        } catch (const Error& error) {
+            return error.what();
+        }
+        return "accepted";
+    }
+    std::filesystem::path file() const { return folder_ / "torvex.toml"; }
+
+    std::filesystem::path folder_ =
+        std::filesystem::temp_directory_path() / ("torvex-settings-" + std::to_string(getpid()));
+};
+
+TEST_F(SettingsFile, EmptyFileGivesTheDefaults) {
+    const Settings settings = read("");
+    EXPECT_EQ(settings.database.url, "sqlite:data");
+    EXPECT_EQ(settings.server.address, "127.0.0.1");
+    EXPECT_EQ(settings.server.port, 8080);
+    EXPECT_EQ(settings.server.tls.certificate, "");
+    EXPECT_EQ(settings.paths.images, "images");
+    EXPECT_EQ(settings.paths.documents, "documents");
+    EXPECT_EQ(settings.logLevel, "info");
+}
+
+TEST_F(SettingsFile, EverySectionIsRead) {
+    const Settings settings = read(R"(
+[database]
+url = "postgresql://db.example/site"
+user = "web"
+password = "word"
+[server]
+listen = "[::1]:9000"
+threads = 3
+workers = 7
+[tls]
+certificate = "tls/site.pem"
+key = "/etc/site.key"
+[limits]
+body_bytes = 1000
+header_seconds = 2.5
+[paths]
+images = "pictures"
+[log]
+level = "debug"
+)");
+    EXPECT_EQ(settings.database.url, "postgresql://db.example/site");
+    EXPECT_EQ(settings.database.user, "web");
+    EXPECT_EQ(settings.database.password, "word");
+    EXPECT_EQ(settings.server.address, "::1");
+    EXPECT_EQ(settings.server.port, 9000);
+    EXPECT_EQ(settings.server.loops, 3U);
+    EXPECT_EQ(settings.server.workers, 7U);
+    EXPECT_EQ(settings.server.tls.certificate, (folder_ / "tls/site.pem").string());
+    EXPECT_EQ(settings.server.tls.key, "/etc/site.key");
+    EXPECT_EQ(settings.server.limits.body, 1000U);
+    EXPECT_EQ(settings.server.deadlines.header, 2500ms);
+    EXPECT_EQ(settings.paths.images, "pictures");
+    EXPECT_EQ(settings.paths.documents, "documents");
+    EXPECT_EQ(settings.logLevel, "debug");
+}
+
+TEST_F(SettingsFile, UnknownKeyIsRefusedWithItsLineAndTheKnownOnes) {
+    const std::string refused = refusal("[server]\n\nlisen = \"127.0.0.1:1\"\n");
+    EXPECT_THAT(refused, HasSubstr("torvex.toml:3: "));
+    EXPECT_THAT(refused, HasSubstr("no setting lisen in [server]"));
+    EXPECT_THAT(refused, HasSubstr("listen, threads, workers"));
+}
+
+TEST_F(SettingsFile, UnknownSectionIsRefusedWithTheKnownOnes) {
+    const std::string refused = refusal("[serve]\nlisten = \"127.0.0.1:1\"\n");
+    EXPECT_THAT(refused, HasSubstr("torvex.toml:1: there is no section [serve]"));
+    EXPECT_THAT(refused, HasSubstr("database, server"));
+}
+
+TEST_F(SettingsFile, KeyOutsideASectionIsRefused) {
+    EXPECT_THAT(refusal("listen = \"127.0.0.1:1\"\n"), HasSubstr("torvex.toml:1: "));
+}
+
+TEST_F(SettingsFile, SectionThatIsAValueIsRefused) {
+    EXPECT_THAT(refusal("server = 3\n"), HasSubstr("torvex.toml:1: server must be a section"));
+}
+
+TEST_F(SettingsFile, WrongKindIsRefusedWithWhatIsExpected) {
+    EXPECT_THAT(refusal("[server]\nworkers = \"two\"\n"),
+                HasSubstr("torvex.toml:2: workers in [server] must be a whole number from 0 to 1024"));
+    EXPECT_THAT(refusal("[server]\nworkers = 2000\n"), HasSubstr("a whole number from 0 to 1024"));
+    EXPECT_THAT(refusal("[paths]\nimages = 3\n"), HasSubstr("images in [paths] must be a text in quotes"));
+    EXPECT_THAT(refusal("[server]\nsecure_cookies = 1\n"), HasSubstr("must be true or false"));
+    EXPECT_THAT(refusal("[limits]\nidle_seconds = 0\n"), HasSubstr("a number of seconds above 0"));
+    EXPECT_THAT(refusal("[limits]\nidle_seconds = nan\n"), HasSubstr("a number of seconds above 0"));
+    EXPECT_THAT(refusal("[log]\nlevel = \"loud\"\n"), HasSubstr("one of trace, debug, info"));
+}
+
+TEST_F(SettingsFile, AddressWithoutPortIsRefused) {
+    EXPECT_THAT(refusal("[server]\nlisten = \"127.0.0.1\"\n"),
+                HasSubstr("torvex.toml:2: listen in [server] must be ADDRESS:PORT"));
+}
+
+TEST_F(SettingsFile, CertificateWithoutKeyIsRefused) {
+    EXPECT_THAT(refusal("[tls]\ncertificate = \"a.pem\"\n"), HasSubstr("TLS needs both files"));
+}
+
+TEST_F(SettingsFile, MediaFolderMustNotLeaveThePublicFiles) {
+    for (const auto* name : {"", "..", ".hidden", "a/b", "/etc", "a\\\\b"}) {
+        EXPECT_THAT(refusal(std::string("[paths]\nimages = \"") + name + "\"\n"),
+                    HasSubstr("images in [paths] must be the name of a folder"))
+            << name;
+    }
+}
+
+TEST_F(SettingsFile, BrokenFileIsRefusedWithItsLine) {
+    EXPECT_THAT(refusal("[server]\nlisten = \n"), HasSubstr("torvex.toml:2: "));
+}
+
+TEST_F(SettingsFile, RefusalNeverShowsThePassword) {
+    EXPECT_THAT(refusal("[database]\npassword = \"hush-hush\"\nurl = 3\n"), testing::Not(HasSubstr("hush")));
+}
+
+TEST_F(SettingsFile, MissingFileIsRefusedByName) {
+    EXPECT_THROW(readSettings(folder_ / "none.toml"), Error);
+}
+
+TEST(ListenAddress, IsReadWithItsPort) {
+    EXPECT_EQ(parseListenAddress("0.0.0.0:80").address, "0.0.0.0");
+    EXPECT_EQ(parseListenAddress("0.0.0.0:80").port, 80);
+    EXPECT_EQ(parseListenAddress("[::]:65535").address, "::");
+    EXPECT_EQ(parseListenAddress("[::]:65535").port, 65535);
+    EXPECT_EQ(parseListenAddress("127.0.0.1:0").port, 0);
+}
+
+TEST(ListenAddress, AnythingElseIsRefused) {
+    for (const auto* wrong : {"", ":", "80", ":80", "127.0.0.1", "127.0.0.1:", "127.0.0.1:65536", "a:-1",
+                              "a:8 ", "::1:80", "[]:80"}) {
+        EXPECT_THROW(parseListenAddress(wrong), Error) << wrong;
+    }
+}
+
+}  // namespace
+}  // namespace torvex

@@ -1,0 +1,64 @@
+#include "operations/calls/BatchFixture.h"
+
+#include <thread>
+
+namespace torvex::operations {
+
+void Probe::count() {
+    const double before = host_.session.number("tvx_counter");
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    host_.session.set("tvx_counter", before + 1);
+}
+
+operations::Register classesWithProbe() {
+    using namespace operations;
+    auto classes = makeRegister().classes();
+    classes.push_back(
+        describe<Probe>("Probe", "For tests.",
+                        {
+                            operation("sessionId", &Probe::sessionId, {}, "Tells.", nobody()),
+                            operation("now", &Probe::now, {}, "Tells.", nobody()),
+                            operation("item", &Probe::item, {argument("name")}, "Tells.", nobody()),
+                            operation("abandon", &Probe::abandon, {}, "Abandons.", nobody()),
+                            operation("write", &Probe::write, {argument("text")}, "Writes.", nobody()),
+                            operation("end", &Probe::end, {}, "Ends.", nobody()),
+                            operation("fail", &Probe::fail, {}, "Fails.", nobody()),
+                            operation("count", &Probe::count, {}, "Counts.", nobody()),
+                        }));
+    return Register(std::move(classes));
+}
+
+void BatchFixture::SetUp() {
+    test::DatabaseTest::SetUp();
+    if (HasFatalFailure()) return;
+    host_.database.target = &database();
+    host_.application.set("torvex_odbc", connectionText());
+    host_.application.set("torvex_install_path", "/install/");
+    torvex::Setup(host_.context()).deriveApplication();
+    engine_ = std::make_unique<BatchEngine>(
+        classes_, CallEnvironment{host_.application, host_.files, host_.clock, host_.http, host_.database,
+                                  host_.hits, host_.shares, host_.log});
+}
+
+void BatchFixture::TearDown() {
+    engine_.reset();
+    test::DatabaseTest::TearDown();
+}
+
+boost::json::object BatchFixture::ask(const std::string& line) {
+    return boost::json::parse(engine_->run(line)).as_object();
+}
+
+std::string BatchFixture::errorOf(const std::string& line) {
+    const auto answer = ask(line);
+    if (!answer.contains("error")) return "no error";
+    const auto& error = answer.at("error").as_object();
+    EXPECT_EQ(error.at("number").as_int64(), 40000);
+    return std::string(error.at("description").as_string());
+}
+
+boost::json::value json(std::string_view text) {
+    return boost::json::parse(text);
+}
+
+}  // namespace torvex::operations

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "accounts/GuessThrottle.h"
+#include "operations/calls/Gate.h"
+#include "operations/register/Conversion.h"
+#include "platform/text/Text.h"
+#include "support/RightsTest.h"
+
+namespace torvex::operations {
+
+/// An operation with a right and text arguments, for what no row of the register has at the moment.
+inline Operation sample(const std::vector<std::string>& arguments, const Right& right) {
+    Operation made{"sample", {}, "empty", "For tests.", right, {}, {}};
+    for (const auto& name : arguments) made.arguments.push_back({name, ArgumentType::Text, "", false});
+    return made;
+}
+
+/// The base of tests of the gate. "anna" holds role 3, which gives nothing yet. Pages: 10 "aa.en", 11
+/// "aa.en.01", 12 "aa.en.02", 21 "bb.en.01".
+class GateTest : public test::RightsTest {
+  protected:
+    void SetUp() override {
+        RightsTest::SetUp();
+        if (HasFatalFailure()) return;
+        site("bb");
+        language("de");
+        page("aa.en").id(10).insertInDesignOnly();
+        page("aa.en.01").id(11).insertInDesignOnly();
+        page("aa.en.02").id(12).insertInDesignOnly();
+        page("bb.en.01").id(21).insertInDesignOnly();
+        role(3);
+    }
+
+    Gate gate() { return {host.context(), connection(), throttle}; }
+    Verdict::Kind call(const Operation& operation, const std::vector<Value>& values) {
+        return gate().mayCall(operation, values).kind;
+    }
+    /// With the arguments that the right names set to page 11, site "aa" and language "en".
+    Verdict::Kind callOnPage11(const Operation& operation) {
+        std::vector<Value> values;
+        for (const auto& argument : operation.arguments) values.push_back(valueFor(operation, argument));
+        return call(operation, values);
+    }
+
+    void takeOver(int loginId) {
+        connection().execute("update TORVEX_LOGINS set sessionId = 'another-session' where loginId = ?",
+                             {loginId});
+    }
+
+    GuessThrottle throttle;
+    const Register classes = makeRegister();
+
+  private:
+    static Value valueFor(const Operation& operation, const Argument& argument) {
+        if (text::equals(argument.name, operation.right.page)) {
+            return argument.type == ArgumentType::Text ? Value("11") : Value(11);
+        }
+        if (text::equals(argument.name, operation.right.site)) return "aa";
+        if (text::equals(argument.name, operation.right.lang)) return "en";
+        return argument.defaultValue ? *argument.defaultValue : convert({}, argument.type);
+    }
+};
+
+/// `check(operation)` for each operation of the register.
+template <typename Check>
+void forEachRow(const Register& classes, Check check) {
+    for (const auto& entry : classes.classes()) {
+        for (const auto& operation : entry.operations) {
+            SCOPED_TRACE(entry.name + "." + operation.name);
+            check(operation);
+        }
+    }
+}
+
+}  // namespace torvex::operations

@@ -1,0 +1,297 @@
+#include "platform/net/CurlHttpClient.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/Errors.h"
+#include "support/FeedServer.h"
+
+namespace torvex {
+namespace {
+
+using namespace std::chrono_literals;
+using test::FeedServer;
+
+HttpLimits quick() {
+    HttpLimits limits;
+    limits.step = 150ms;
+    limits.total = 600ms;
+    limits.bodyBytes = 1u << 20;
+    return limits;
+}
+
+std::string failureOf(HttpClient& client, const std::string& url) {
+    try {
+        client.get(url);
+    } catch (const Error& error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+TEST(CurlHttpClient, GivesStatusTextAndBody) {
+    FeedServer server;
+    server.answer("/a", "200 All Well", "Content-Type: text/plain; charset=utf-8\r\n", "caf\u00e9");
+    CurlHttpClient client;
+    const auto answer = client.get(server.url("/a"));
+    EXPECT_EQ(answer.status, 200);
+    EXPECT_EQ(answer.statusText, "All Well");
+    EXPECT_EQ(answer.body, "caf\u00e9");
+    EXPECT_EQ(answer.contentType, "text/plain; charset=utf-8");
+}
+
+TEST(CurlHttpClient, AnErrorStatusIsAnAnswer) {
+    FeedServer server;
+    server.answer("/a", "503 Down <now>", "", "sorry");
+    CurlHttpClient client;
+    const auto answer = client.get(server.url("/a"));
+    EXPECT_EQ(answer.status, 503);
+    EXPECT_EQ(answer.statusText, "Down <now>");
+    EXPECT_EQ(answer.body, "sorry");
+}
+
+TEST(CurlHttpClient, AStatusLineWithoutTextHasNone) {
+    FeedServer server;
+    server.answer("/a", "404", "", "");
+    CurlHttpClient client;
+    EXPECT_EQ(client.get(server.url("/a")).statusText, "");
+}
+
+TEST(CurlHttpClient, SaysWhoItIsAndNothingElse) {
+    FeedServer server;
+    server.answer("/a", "200 OK", "Set-Cookie: a=b\r\n", "");
+    CurlHttpClient client;
+    client.get(server.url("/a"));
+    client.get(server.url("/a"));
+    EXPECT_NE(server.lastRequest().find("User-Agent: Torvex\r\n"), std::string::npos);
+    EXPECT_EQ(server.lastRequest().find("Cookie"), std::string::npos);
+}
+
+TEST(CurlHttpClient, DecodesByTheCharsetOfTheAnswer) {
+    FeedServer server;
+    server.answer("/a", "200 OK", "Content-Type: text/html; charset=\"ISO-8859-1\"\r\n", "caf\xE9");
+    CurlHttpClient client;
+    const auto answer = client.get(server.url("/a"));
+    EXPECT_EQ(answer.body, "caf\u00e9");
+    EXPECT_EQ(answer.bytes, "caf\xE9");
+}
+
+TEST(CurlHttpClient, AWrongCharsetStillGivesValidText) {
+    FeedServer server;
+    server.answer("/a", "200 OK", "Content-Type: text/html; charset=utf-8\r\n", "caf\xE9!");
+    CurlHttpClient client;
+    EXPECT_EQ(client.get(server.url("/a")).body, "caf\uFFFD!");
+}
+
+TEST(CurlHttpClient, AnUnknownCharsetIsGuessed) {
+    FeedServer server;
+    server.answer("/a", "200 OK", "Content-Type: text/html; charset=nonsense\r\n", "caf\xE9");
+    server.answer("/b", "200 OK", "Content-Type: text/html; charset=nonsense\r\n", "caf\u00e9");
+    CurlHttpClient client;
+    EXPECT_EQ(client.get(server.url("/a")).body, "caf\u00e9");
+    EXPECT_EQ(client.get(server.url("/b")).body, "caf\u00e9");
+}
+
+TEST(CurlHttpClient, EncodesWhatAnAddressCannotHold) {
+    FeedServer server;
+    server.answer("/\u00e9 a", "200 OK", "", "");
+    CurlHttpClient client;
+    client.get(server.url("/\u00e9 a?q=\u00fc\r\nX: y&[_]=%2F"));
+    EXPECT_EQ(server.targets(), std::vector<std::string>{"/%C3%A9%20a?q=%C3%BC%0D%0AX:%20y&[_]=%2F"});
+}
+
+TEST(CurlHttpClient, FollowsRedirects) {
+    FeedServer server;
+    server.answer("/a", "302 Found", "Location: /b\r\n", "gone");
+    server.answer("/b", "200 OK", "", "here");
+    CurlHttpClient client;
+    const auto answer = client.get(server.url("/a"));
+    EXPECT_EQ(answer.status, 200);
+    EXPECT_EQ(answer.statusText, "OK");
+    EXPECT_EQ(answer.body, "here");
+}
+
+TEST(CurlHttpClient, StopsAtRedirectsForEver) {
+    FeedServer server;
+    server.answer("/a", "302 Found", "Location: /a\r\n", "");
+    CurlHttpClient client;
+    EXPECT_EQ(failureOf(client, server.url("/a")), "more than 10 redirects");
+    EXPECT_EQ(server.targets().size(), 11u);
+}
+
+TEST(CurlHttpClient, RefusesAllButHttpAndHttps) {
+    CurlHttpClient client;
+    const std::string refused = "only http and https addresses can be fetched";
+    for (const char* url : {"file:///etc/passwd", "ftp://127.0.0.1/", "gopher://127.0.0.1/", "127.0.0.1/a",
+                            "/etc/passwd", "", "javascript:1"}) {
+        EXPECT_EQ(failureOf(client, url), refused) << url;
+    }
+}
+
+TEST(CurlHttpClient, RefusesRedirectsToFiles) {
+    FeedServer server;
+    server.answer("/a", "302 Found", "Location: file:///etc/passwd\r\n", "");
+    CurlHttpClient client;
+    EXPECT_EQ(failureOf(client, server.url("/a")), "only http and https addresses can be fetched");
+}
+
+TEST(CurlHttpClient, RefusesABrokenAddress) {
+    CurlHttpClient client;
+    EXPECT_EQ(failureOf(client, "http://"), "the address is not valid");
+    EXPECT_EQ(failureOf(client, "http://127.0.0.1:99999/"), "the address is not valid");
+}
+
+TEST(CurlHttpClient, SaysThatNobodyListens) {
+    std::string url;
+    {
+        FeedServer server;
+        url = server.url("/");
+    }
+    CurlHttpClient client;
+    EXPECT_EQ(failureOf(client, url), "the server could not be reached");
+}
+
+TEST(CurlHttpClient, GivesUpOnAServerThatKeepsSilent) {
+    FeedServer server;
+    server.at("/a", [](FeedServer::Peer& peer) { peer.waitForClose(); });
+    CurlHttpClient client(quick());
+    EXPECT_EQ(failureOf(client, server.url("/a")), "the server took too long to answer");
+}
+
+TEST(CurlHttpClient, GivesUpOnAnAnswerThatStops) {
+    FeedServer server;
+    server.at("/a", [](FeedServer::Peer& peer) {
+        peer.send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nbegin");
+        peer.waitForClose();
+    });
+    CurlHttpClient client(quick());
+    EXPECT_EQ(failureOf(client, server.url("/a")), "the server took too long to answer");
+}
+
+TEST(CurlHttpClient, WaitsForAnAnswerThatGetsOn) {
+    FeedServer server;
+    server.at("/a", [](FeedServer::Peer& peer) {
+        peer.send("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n");
+        for (int piece = 0; piece < 5; ++piece) {
+            std::this_thread::sleep_for(60ms);
+            peer.send("x");
+        }
+    });
+    HttpLimits limits;
+    limits.step = 250ms;
+    CurlHttpClient client(limits);
+    EXPECT_EQ(client.get(server.url("/a")).body, "xxxxx");
+}
+
+TEST(CurlHttpClient, GivesUpOnAnAnswerThatDripsForEver) {
+    FeedServer server;
+    server.at("/a", [](FeedServer::Peer& peer) {
+        peer.send("HTTP/1.1 200 OK\r\n\r\n");
+        peer.sendForEver("x", 20ms);
+    });
+    CurlHttpClient client(quick());
+    EXPECT_EQ(failureOf(client, server.url("/a")), "the server took too long to answer");
+}
+
+TEST(CurlHttpClient, CutsOffAnEndlessAnswer) {
+    FeedServer server;
+    server.at("/a", [](FeedServer::Peer& peer) {
+        peer.send("HTTP/1.1 200 OK\r\n\r\n");
+        peer.sendForEver(std::string(65536, 'x'));
+    });
+    HttpLimits limits;
+    limits.bodyBytes = 1u << 20;
+    CurlHttpClient client(limits);
+    EXPECT_EQ(failureOf(client, server.url("/a")), "the answer is larger than 1 MB");
+}
+
+TEST(CurlHttpClient, CutsOffAHugeAnswerAtTheUsualLimit) {
+    FeedServer server;
+    server.at("/a", [](FeedServer::Peer& peer) {
+        peer.send("HTTP/1.1 200 OK\r\nContent-Length: 52428800\r\n\r\n");
+        peer.sendForEver(std::string(65536, 'x'));
+    });
+    CurlHttpClient client;
+    EXPECT_EQ(failureOf(client, server.url("/a")), "the answer is larger than 8 MB");
+}
+
+TEST(CurlHttpClient, TakesAnAnswerOfExactlyTheLimit) {
+    FeedServer server;
+    server.answer("/a", "200 OK", "", std::string(100, 'x'));
+    HttpLimits limits;
+    limits.bodyBytes = 100;
+    EXPECT_EQ(CurlHttpClient(limits).get(server.url("/a")).body.size(), 100u);
+    limits.bodyBytes = 99;
+    CurlHttpClient smaller(limits);
+    EXPECT_EQ(failureOf(smaller, server.url("/a")), "the answer is larger than 99 bytes");
+}
+
+TEST(CurlHttpClient, CutsOffAnEndlessRedirect) {
+    FeedServer server;
+    server.at("/a", [](FeedServer::Peer& peer) {
+        peer.send("HTTP/1.1 302 Found\r\nLocation: /b\r\nContent-Length: 9999999999\r\n\r\n");
+        peer.sendForEver(std::string(65536, 'x'));
+    });
+    HttpLimits limits;
+    limits.bodyBytes = 1u << 20;
+    limits.total = 5s;
+    CurlHttpClient client(limits);
+    EXPECT_EQ(failureOf(client, server.url("/a")), "the answer is larger than 1 MB");
+}
+
+TEST(CurlHttpClient, CutsOffAnEndlessHeader) {
+    FeedServer server;
+    server.at("/a", [](FeedServer::Peer& peer) {
+        peer.send("HTTP/1.1 200 OK\r\n");
+        peer.sendForEver("X-Filler: " + std::string(500, 'x') + "\r\n");
+    });
+    CurlHttpClient client;
+    EXPECT_EQ(failureOf(client, server.url("/a")), "the answer's header is too long");
+}
+
+TEST(CurlHttpClient, SaysThatAnAnswerBrokeOff) {
+    FeedServer server;
+    server.at("/a", [](FeedServer::Peer& peer) {
+        peer.send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf of it");
+    });
+    CurlHttpClient client;
+    EXPECT_EQ(failureOf(client, server.url("/a")), "the answer broke off");
+}
+
+TEST(CurlHttpClient, SaysThatThereWasNoAnswer) {
+    FeedServer server;
+    server.at("/a", [](FeedServer::Peer&) {});
+    CurlHttpClient client;
+    EXPECT_EQ(failureOf(client, server.url("/a")), "the server gave no answer");
+}
+
+TEST(CurlHttpClient, RefusesWhatIsNotHttp) {
+    FeedServer server;
+    server.at("/a", [](FeedServer::Peer& peer) { peer.send("220 mail.example ready\r\n"); });
+    CurlHttpClient client;
+    EXPECT_NE(failureOf(client, server.url("/a")), "no error");
+}
+
+TEST(CurlHttpClient, AsksTheProxy) {
+    FeedServer proxy;
+    proxy.answer("http://feed.invalid/a", "200 OK", "", "by proxy");
+    CurlHttpClient client({}, proxy.url(""));
+    EXPECT_EQ(client.get("http://feed.invalid/a").body, "by proxy");
+}
+
+TEST(CurlHttpClient, ServesManyThreads) {
+    FeedServer server;
+    server.answer("/a", "200 OK", "", "fine");
+    CurlHttpClient client;
+    std::atomic<int> good = 0;
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 8; ++thread) {
+        threads.emplace_back([&] {
+            for (int n = 0; n < 5; ++n) good += client.get(server.url("/a")).body == "fine" ? 1 : 0;
+        });
+    }
+    for (auto& thread : threads) thread.join();
+    EXPECT_EQ(good, 40);
+}
+
+}  // namespace
+}  // namespace torvex
