@@ -80,9 +80,8 @@ class Installation {
         transaction.commit();
     }
     HostContext& context() {
-        context_.emplace(HostContext{host_.request, host_.response, host_.session, host_.application, *files_,
-                                     host_.clock, host_.http, host_.database, host_.hits, host_.shares,
-                                     host_.log});
+        context_.emplace(
+            HostContext{host_.services().with(*files_), host_.request, host_.response, host_.session});
         return *context_;
     }
 

@@ -88,9 +88,7 @@ class Office {
     ScratchFolder folder_;
     DiskFileSystem files_{std::vector<std::string>{folder_.path()}};
     std::unique_ptr<db::Database> database_ = db::makeDatabase();
-    HostContext context_{host_.request, host_.response, host_.session, host_.application,
-                         files_,        host_.clock,    host_.http,    host_.database,
-                         host_.hits,    host_.shares,   host_.log};
+    HostContext context_{host_.services().with(files_), host_.request, host_.response, host_.session};
     std::unique_ptr<cManager> manager_;
 };
 

@@ -9,7 +9,7 @@
 #include <stdlib.h>
 
 #include "cli/InitCommand.h"
-#include "cli/Services.h"
+#include "cli/OpenInstallation.h"
 #include "host/BufferedHits.h"
 #include "host/http/ResponseConversion.h"
 #include "host/sessions/SessionStore.h"
@@ -36,32 +36,29 @@ class Demo {
         options.folder = folder_ + "/site";
         options.content = cli::FirstContent::Demo;
         cli::init(options, environment, {in, out, out});
-        services_ = std::make_unique<cli::Services>(Installation::open(options.folder, environment));
-        services_->runWithoutVisitor([](HostContext& host) { Setup(host).initApplication(); });
+        opened_ = std::make_unique<cli::OpenInstallation>(Installation::open(options.folder, environment));
+        opened_->runWithoutVisitor([](HostContext& host) { Setup(host).initApplication(); });
         hits_ = std::make_unique<BufferedHits>(
-            [this] { return services_->installation.openDatabase(*services_->database, db::Purpose::Hits); },
+            [this] { return opened_->installation.openDatabase(*opened_->database, db::Purpose::Hits); },
             log_);
     }
     Demo(const Demo&) = delete;
     Demo& operator=(const Demo&) = delete;
     ~Demo() {
         hits_.reset();
-        services_.reset();
+        opened_.reset();
         std::error_code ignored;
         std::filesystem::remove_all(folder_, ignored);
     }
 
-    void set(std::string_view key, bool value) { services_->application.set(key, value); }
+    void set(std::string_view key, bool value) { opened_->application.set(key, value); }
 
     Answer request(const PageHandler& page, const std::string& query) {
         Answer answer;
         sessions_.enter("", [&](SessionLease lease) {
             Request request(query, {}, variables(query));
             Response response;
-            HostContext host{
-                request,          response,          lease.session(),       services_->application,
-                services_->files, services_->clock,  services_->http,       *services_->database,
-                *hits_,           services_->shares, services_->operatorLog};
+            HostContext host{opened_->services().with(*hits_), request, response, lease.session()};
             Setup(host).initSession();
             lease.keepAsDefaults();
             page(host);
@@ -83,7 +80,7 @@ class Demo {
 
     std::string folder_ = std::filesystem::temp_directory_path() / "torvex-bench-XXXXXX";
     spdlog::logger log_{"bench", std::make_shared<spdlog::sinks::null_sink_mt>()};
-    std::unique_ptr<cli::Services> services_;
+    std::unique_ptr<cli::OpenInstallation> opened_;
     std::unique_ptr<BufferedHits> hits_;
     SessionStore sessions_{SessionLimits{}};
 };

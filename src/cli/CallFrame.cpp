@@ -3,7 +3,7 @@
 #include <ostream>
 
 #include "cli/CallCommand.h"
-#include "cli/Services.h"
+#include "cli/OpenInstallation.h"
 #include "installation/Setup.h"
 #include "operations/calls/Batch.h"
 #include "operations/register/Reference.h"
@@ -11,13 +11,11 @@
 namespace torvex::cli {
 
 ExitCode call(const CallFrameOptions& options, const Environment& environment, const Terminal& terminal) {
-    Services services(Installation::open(options.install, environment));
+    OpenInstallation opened(Installation::open(options.install, environment));
     // The values alone: a server beside this program keeps its authors logged in.
-    services.runWithoutVisitor([](HostContext& host) { Setup(host).deriveApplication(); });
+    opened.runWithoutVisitor([](HostContext& host) { Setup(host).deriveApplication(); });
     const auto classes = operations::makeRegister();
-    operations::BatchEngine engine(
-        classes, {services.application, services.files, services.clock, services.http, *services.database,
-                  services.directHits, services.shares, services.operatorLog});
+    operations::BatchEngine engine(classes, opened.services());
     if (options.batch) {
         operations::runBatch(engine, terminal.in, terminal.out);
         return ExitCode::Ok;

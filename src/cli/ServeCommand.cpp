@@ -4,7 +4,7 @@
 #include <memory>
 #include <spdlog/logger.h>
 
-#include "cli/Services.h"
+#include "cli/OpenInstallation.h"
 #include "cli/StopSignals.h"
 #include "cli/UsageError.h"
 #include "host/BufferedHits.h"
@@ -47,8 +47,11 @@ void notePorts(ApplicationValues& application, const HttpServer& server) {
 }
 
 /// Says in addition where an address that can't be had is chosen.
-std::unique_ptr<HttpServer> makeServer(const ServerOptions& options, const HostServices& services) try {
-    return std::make_unique<HttpServer>(options, services, pageRoutes(), mediaGuards(services.application));
+std::unique_ptr<HttpServer> makeServer(const ServerOptions& options, const Services& services,
+                                       spdlog::logger& log) try {
+    ServedPages served{[](HostContext& host) { Setup(host).initSession(); }, pageRoutes(),
+                       mediaGuards(services.application)};
+    return std::make_unique<HttpServer>(options, services, log, std::move(served));
 } catch (const Error& error) {
     if (!text::startsWith(error.what(), "Can't listen")) throw;
     throw Error(
@@ -60,25 +63,23 @@ std::unique_ptr<HttpServer> makeServer(const ServerOptions& options, const HostS
 
 ExitCode serve(const ServeOptions& options, const Environment& environment) {
     StopSignals signals;
-    Services services(Installation::open(options.install, environment));
-    ServerOptions server = services.installation.settings().server;
+    OpenInstallation opened(Installation::open(options.install, environment));
+    ServerOptions server = opened.installation.settings().server;
     if (options.listen) listenAt(*options.listen, server);
-    server.rootFolder = (services.installation.folder() / "wwwroot").string();
+    server.rootFolder = (opened.installation.folder() / "wwwroot").string();
 
-    spdlog::logger& log = *services.log;
-    services.runWithoutVisitor([](HostContext& host) {
+    spdlog::logger& log = *opened.log;
+    opened.runWithoutVisitor([](HostContext& host) {
         Setup(host).initApplication();
         tidySnapshotFolders(host);
     });
-    server.uploadFolders = {services.application.text("torvex_image_url"),
-                            services.application.text("torvex_doc_url")};
-    BufferedHits hits(
-        [&] { return services.installation.openDatabase(*services.database, db::Purpose::Hits); }, log);
-    const auto http = makeServer(
-        server, {services.application, services.files, services.clock, services.http, *services.database,
-                 hits, services.shares, log, [](HostContext& host) { Setup(host).initSession(); }});
-    notePorts(services.application, *http);
-    log.info("serving {} at {}", services.installation.folder().string(), addresses(server, *http));
+    server.uploadFolders = {opened.application.text("torvex_image_url"),
+                            opened.application.text("torvex_doc_url")};
+    BufferedHits hits([&] { return opened.installation.openDatabase(*opened.database, db::Purpose::Hits); },
+                      log);
+    const auto http = makeServer(server, opened.services().with(hits), log);
+    notePorts(opened.application, *http);
+    log.info("serving {} at {}", opened.installation.folder().string(), addresses(server, *http));
     signals.watch([&] { http->stop(); });
     http->run();
     log.info("stopped");

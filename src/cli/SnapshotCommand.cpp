@@ -5,8 +5,8 @@
 #include <functional>
 #include <ostream>
 
+#include "cli/OpenInstallation.h"
 #include "cli/Progress.h"
-#include "cli/Services.h"
 #include "installation/Setup.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
@@ -95,11 +95,11 @@ ExitCode renewOne(HostContext& host, db::Connection& connection, const std::stri
 }  // namespace
 
 ExitCode snapshot(const SnapshotOptions& options, const Environment& environment, const Terminal& terminal) {
-    Services services(Installation::open(options.install, environment));
+    OpenInstallation opened(Installation::open(options.install, environment));
     ExitCode code = ExitCode::Ok;
-    services.runWithoutVisitor([&](HostContext& host) {
+    opened.runWithoutVisitor([&](HostContext& host) {
         Setup(host).deriveApplication();
-        const auto connection = services.installation.openCurrentDatabase(*services.database);
+        const auto connection = opened.installation.openCurrentDatabase(*opened.database);
         code = options.all ? renewAll(host, *connection, terminal)
                            : renewOne(host, *connection, options.page, terminal);
     });

@@ -59,17 +59,16 @@ void checkAddressIsFree(const std::string& address, std::uint16_t port) {
 
 class HttpServer::Implementation {
   public:
-    Implementation(ServerOptions options, HostServices services, std::vector<PageRoute> pages,
-                   std::vector<FileGuard> guards)
+    Implementation(ServerOptions options, const Services& services, spdlog::logger& log, ServedPages served)
         : options_(std::move(options)),
           root_(openRoot(options_)),
           tls_(openTls(options_.tls)),
           sessions_(options_.sessions),
           workers_(workerCount(options_), options_.queuedPages, options_.mostWorkers),
-          pipeline_({std::move(services), sessions_, workers_, root_.get(),
+          pipeline_({services, log, std::move(served.startSession), sessions_, workers_, root_.get(),
                      StaticFileOptions{options_.smallFile, 0, "private, no-cache", options_.uploadFolders},
                      options_.secureCookies},
-                    std::move(pages), root_ ? std::move(guards) : std::vector<FileGuard>()) {
+                    std::move(served.pages), root_ ? std::move(served.guards) : std::vector<FileGuard>()) {
         listen();
     }
 
@@ -145,10 +144,10 @@ class HttpServer::Implementation {
     bool hasEnded_ = false;
 };
 
-HttpServer::HttpServer(ServerOptions options, HostServices services, std::vector<PageRoute> pages,
-                       std::vector<FileGuard> guards)
-    : implementation_(std::make_unique<Implementation>(std::move(options), std::move(services),
-                                                       std::move(pages), std::move(guards))) {}
+HttpServer::HttpServer(ServerOptions options, const Services& services, spdlog::logger& log,
+                       ServedPages served)
+    : implementation_(
+          std::make_unique<Implementation>(std::move(options), services, log, std::move(served))) {}
 
 HttpServer::~HttpServer() = default;
 

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include "host/FailureReport.h"
-#include "host/LineLog.h"
 #include "host/http/ErrorPages.h"
 #include "host/http/RequestConversion.h"
 #include "host/http/ResponseConversion.h"
@@ -40,22 +39,10 @@ void PageJob::run() {
 }
 
 Answer PageJob::produce() {
-    const HostServices& services = setting_.services;
     try {
         Request request = toRequest(*exchange_);
         Response response;
-        LineLog log(services.log);
-        HostContext context{request,
-                            response,
-                            lease_->session(),
-                            services.application,
-                            services.files,
-                            services.clock,
-                            services.http,
-                            services.database,
-                            services.hits,
-                            services.shares,
-                            log};
+        HostContext context{setting_.services, request, response, lease_->session()};
         return exchange_->guard ? runGuard(context) : runPage(context);
     } catch (const std::exception& error) {
         return failed(error.what());
@@ -66,7 +53,7 @@ Answer PageJob::produce() {
 
 void PageJob::openSession(HostContext& context) {
     if (lease_->isNew()) {
-        setting_.services.startSession(context);
+        setting_.startSession(context);
         lease_->keepAsDefaults();
     }
     isSessionReady_ = true;
@@ -97,7 +84,7 @@ Answer PageJob::runGuard(HostContext& context) {
 
 Answer PageJob::failed(std::string_view error) {
     const FailureReport report(*exchange_, lease_->session(), error);
-    report.write(setting_.services.log);
+    report.write(setting_.log);
     return errorPages::failure(report.reference());
 }
 

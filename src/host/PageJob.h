@@ -1,13 +1,18 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 
-#include "host/HostServices.h"
 #include "host/WorkerPool.h"
 #include "host/files/StaticFiles.h"
 #include "host/http/Exchange.h"
 #include "host/sessions/SessionStore.h"
+#include "platform/Services.h"
+
+namespace spdlog {
+class logger;
+}
 
 namespace torvex {
 
@@ -17,7 +22,9 @@ inline constexpr std::string_view sessionCookieName = "torvex_session";
 
 /// What page jobs share; outlives them all.
 struct PageSetting {
-    HostServices services;
+    Services services;
+    spdlog::logger& log;
+    std::function<void(HostContext&)> startSession;
     SessionStore& sessions;
     WorkerPool& workers;
     const RootFolder* root;  ///< of guarded files

@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace torvex {
 
@@ -28,6 +29,14 @@ struct FileGuard {
     /// Called on a worker with the session held; `path` is the decoded address. True sends the file;
     /// otherwise the response says why not (untouched, it becomes a 403).
     std::function<bool(HostContext&, std::string_view path)> mayRead;
+};
+
+/// All that visitors are answered by.
+struct ServedPages {
+    /// Fills the session of a new visitor; called on a worker, before the page.
+    std::function<void(HostContext&)> startSession;
+    std::vector<PageRoute> pages;
+    std::vector<FileGuard> guards = {};
 };
 
 }  // namespace torvex

@@ -19,9 +19,7 @@ class FeedReportTest : public test::FeedTest {
   protected:
     std::string report(const std::string& data, const std::string& stylesheet) {
         CurlHttpClient http;
-        HostContext context{host.request, host.response, host.session, host.application,
-                            host.files,   host.clock,    http,         host.database,
-                            host.hits,    host.shares,   host.log};
+        HostContext context{host.services().with(http), host.request, host.response, host.session};
         const int feedId =
             addXmlFeed({{"feedURL_XML", server.url(data)}, {"feedURL_XSL", server.url(stylesheet)}});
         return reportedXmlFeed(context, connection(), feedId);
@@ -89,8 +87,7 @@ TEST_P(FeedReportTest, AServerThatIsNotThereIsTold) {
     const int feedId = addXmlFeed(
         {{"feedURL_XML", "http://127.0.0.1:1/a.xml"}, {"feedURL_XSL", "http://127.0.0.1:1/a.xsl"}});
     CurlHttpClient http;
-    HostContext context{host.request, host.response, host.session, host.application, host.files, host.clock,
-                        http,         host.database, host.hits,    host.shares,      host.log};
+    HostContext context{host.services().with(http), host.request, host.response, host.session};
     EXPECT_TRUE(textOf(reportedXmlFeed(context, connection(), feedId)).starts_with("- "));
 }
 

@@ -207,8 +207,7 @@ TEST_P(HitStoreTest, CountsAreAddedToWhatIsThere) {
 }
 
 TEST_P(HitStoreTest, PagesAreCountedThroughTheServer) {
-    HostContext context{host.request, host.response, host.session, host.application, host.files, host.clock,
-                        host.http,    host.database, hits,         host.shares,      host.log};
+    HostContext context{host.services().with(hits), host.request, host.response, host.session};
     cServer counting(context);
     counting.connect(connection());
     counting.logPage("12");
@@ -222,8 +221,7 @@ TEST_P(HitStoreTest, PagesAreCountedThroughTheServer) {
 }
 
 TEST_P(HitStoreTest, AViewThatCantBeStoredIsAnErrorOfLogPage) {
-    HostContext context{host.request, host.response, host.session, host.application, host.files, host.clock,
-                        host.http,    host.database, hits,         host.shares,      host.log};
+    HostContext context{host.services().with(hits), host.request, host.response, host.session};
     cServer counting(context);
     counting.connect(connection());
     drop("TORVEX_LOGGING");

@@ -80,8 +80,9 @@ class ReplicationTest : public SiteTest {
     }
 
     HostContext context() {
-        return {host.request, host.response, host.session, host.application, *disk_,  host.clock,
-                host.http,    host.database, host.hits,    shares_,          host.log};
+        const Services seen{host.application, *disk_,    host.clock, host.http,
+                            host.database,    host.hits, shares_,    host.log};
+        return {seen, host.request, host.response, host.session};
     }
     bool file(const std::string& path, FileChange change) {
         HostContext seen = context();

@@ -24,8 +24,7 @@ int FeedTest::add(const std::string& table, Columns columns) {
 }
 
 HostContext FeedTest::context() {
-    return {host.request, host.response, host.session, host.application, host.files, host.clock,
-            http_,        host.database, host.hits,    host.shares,      host.log};
+    return {host.services().with(http_), host.request, host.response, host.session};
 }
 
 std::string FeedTest::html(int feedId) {

@@ -34,9 +34,8 @@ RunningServer::~RunningServer() {
 }
 
 void RunningServer::start() {
-    const HostServices services{host.application, host.files,  host.clock, host.http,   host.database,
-                                host.hits,        host.shares, *log_,      startSession};
-    server = std::make_unique<HttpServer>(options, services, pages, guards);
+    server = std::make_unique<HttpServer>(options, host.services(), *log_,
+                                          ServedPages{startSession, pages, guards});
     thread_ = std::thread([this] { server->run(); });
 }
 

@@ -64,6 +64,7 @@ class TestHost {
     TestHost& operator=(const TestHost&) = delete;
 
     HostContext& context() { return context_; }
+    Services services() { return {application, files, clock, http, database, hits, shares, log}; }
 
     Request request;
     Response response;
@@ -80,8 +81,7 @@ class TestHost {
   private:
     std::shared_ptr<FileSystem> openShare(const std::string& share);
 
-    HostContext context_{request, response, session, application, files, clock,
-                         http,    database, hits,    shares,      log};
+    HostContext context_{services(), request, response, session};
 };
 
 }  // namespace torvex::test

@@ -67,8 +67,8 @@ void runSteps(const operations::Register& classes, HostContext& host, const Batc
 
 }  // namespace
 
-BatchEngine::BatchEngine(const operations::Register& classes, const CallEnvironment& environment)
-    : classes_(classes), environment_(environment) {
+BatchEngine::BatchEngine(const operations::Register& classes, const Services& services)
+    : classes_(classes), services_(services) {
     if (sodium_init() < 0) throw Error("the source of random numbers is missing");
 }
 
@@ -105,21 +105,11 @@ BatchAnswer BatchEngine::run(const BatchRequest& request) {
 
 void BatchEngine::runFor(Visitor& visitor, const BatchRequest& request, BatchAnswer& answer) {
     const FixedClock stopped(request.now.value_or(DateTime{}));
-    const Clock& clock = request.now ? stopped : environment_.clock;
+    const Clock& clock = request.now ? stopped : services_.clock;
     Request asked(request.query, request.form, request.serverVariables);
     const bool isNew = !visitor.session;
     if (isNew) visitor.session.emplace(newSessionId());
-    HostContext host{asked,
-                     answer.response,
-                     *visitor.session,
-                     environment_.application,
-                     environment_.files,
-                     clock,
-                     environment_.http,
-                     environment_.database,
-                     environment_.hits,
-                     environment_.shares,
-                     environment_.log};
+    HostContext host{services_.with(clock), asked, answer.response, *visitor.session};
     if (isNew) startSession(visitor.session, host);
     if (request.login) holdLogin(host, *request.login);
     store(request, host);

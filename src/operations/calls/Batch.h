@@ -8,8 +8,8 @@
 
 #include "operations/calls/BatchAnswer.h"
 #include "operations/calls/BatchRequest.h"
-#include "operations/calls/CallEnvironment.h"
 #include "operations/register/Register.h"
+#include "platform/Services.h"
 
 namespace torvex::operations {
 
@@ -20,7 +20,7 @@ namespace torvex::operations {
 /// visitors in parallel.
 class BatchEngine {
   public:
-    BatchEngine(const operations::Register& classes, const CallEnvironment& environment);
+    BatchEngine(const operations::Register& classes, const Services& services);
     ~BatchEngine();
 
     /// The answer to one line, without a line break. Never throws for what a line asks or a step does: that
@@ -35,7 +35,7 @@ class BatchEngine {
     void runFor(Visitor& visitor, const BatchRequest& request, BatchAnswer& answer);
 
     const operations::Register& classes_;
-    const CallEnvironment environment_;
+    const Services services_;
     std::mutex mutex_;  ///< guards the map, not what it points to
     std::map<std::string, std::unique_ptr<Visitor>> visitors_;
 };

@@ -35,9 +35,7 @@ void BatchFixture::SetUp() {
     host_.application.set("torvex_odbc", connectionText());
     host_.application.set("torvex_install_path", "/install/");
     torvex::Setup(host_.context()).deriveApplication();
-    engine_ = std::make_unique<BatchEngine>(
-        classes_, CallEnvironment{host_.application, host_.files, host_.clock, host_.http, host_.database,
-                                  host_.hits, host_.shares, host_.log});
+    engine_ = std::make_unique<BatchEngine>(classes_, host_.services());
 }
 
 void BatchFixture::TearDown() {

@@ -8,6 +8,7 @@
 #include "installation/Installation.h"
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
+#include "platform/Services.h"
 #include "platform/db/Database.h"
 #include "platform/files/DiskFileSystem.h"
 #include "platform/net/CurlHttpClient.h"
@@ -22,14 +23,17 @@ struct HostContext;
 
 namespace torvex::cli {
 
-/// What the work on an opened installation needs, each real thing made once. All parts are safe to share
+/// An installation with what the work on it needs, each real thing made once. All parts are safe to share
 /// between threads.
-struct Services {
+struct OpenInstallation {
     /// Throws `Error` when the database can't be reached or its schema isn't this program's.
-    explicit Services(Installation opened);
-    Services(const Services&) = delete;
-    Services& operator=(const Services&) = delete;
-    ~Services();
+    explicit OpenInstallation(Installation opened);
+    OpenInstallation(const OpenInstallation&) = delete;
+    OpenInstallation& operator=(const OpenInstallation&) = delete;
+    ~OpenInstallation();
+
+    /// For requests that are counted at once.
+    Services services();
 
     /// Runs what needs a host context and has no visitor: the set-up of the application values.
     void runWithoutVisitor(const std::function<void(HostContext&)>& work);

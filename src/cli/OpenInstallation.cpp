@@ -1,4 +1,4 @@
-#include "cli/Services.h"
+#include "cli/OpenInstallation.h"
 
 #include <spdlog/logger.h>
 #include <spdlog/sinks/stdout_sinks.h>
@@ -22,7 +22,7 @@ std::unique_ptr<spdlog::logger> makeLog(const std::string& level) {
 
 }  // namespace
 
-Services::Services(Installation opened)
+OpenInstallation::OpenInstallation(Installation opened)
     : installation(std::move(opened)),
       database(db::makeDatabase()),
       files(std::vector<std::string>{installation.folder().string()}),
@@ -34,14 +34,17 @@ Services::Services(Installation opened)
     installation.startValues(application);
 }
 
-Services::~Services() = default;
+OpenInstallation::~OpenInstallation() = default;
 
-void Services::runWithoutVisitor(const std::function<void(HostContext&)>& work) {
+Services OpenInstallation::services() {
+    return {application, files, clock, http, *database, directHits, shares, operatorLog};
+}
+
+void OpenInstallation::runWithoutVisitor(const std::function<void(HostContext&)>& work) {
     Request request;
     Response response;
     Session session("");
-    HostContext host{request, response,  session,    application, files,      clock,
-                     http,    *database, directHits, shares,      operatorLog};
+    HostContext host{services(), request, response, session};
     work(host);
 }
 
