@@ -3,11 +3,12 @@
 #include <fmt/format.h>
 #include <optional>
 
+#include "accounts/Actor.h"
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
 #include "platform/HostContext.h"
 #include "platform/Session.h"
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 #include "platform/text/Text.h"
 
 namespace torvex {
@@ -61,7 +62,7 @@ bool isValidOn(const LoginRow& row, const std::string& today) {
 
 /// A second session at the holder's address takes the login over.
 bool isHeldElsewhere(const LoginRow& row, std::string_view sessionId, std::string_view address) {
-    return !text::equals(row.author.username, "sa") && !row.sessionId.empty() &&
+    return !isAdministrator(row.author.username) && !row.sessionId.empty() &&
            !text::equals(row.sessionId, sessionId) && !row.ipAddress.empty() &&
            !text::equals(row.ipAddress, address);
 }

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <optional>
 
+#include "accounts/Actor.h"
 #include "accounts/AdvancedAccess.h"
 #include "administration/MenuEntries.h"
 #include "authoring/cManager.h"
@@ -122,7 +123,7 @@ std::string cManager::getAdvancedMap(const std::string& site, const std::string&
     const auto entries =
         menuEntries(connection(), host_.session.text("torvex_current_interface"), menuOrder(order));
     std::optional<AdvancedAccess> access;
-    if (!text::equals(author_.username, "sa")) access = accessOf(connection(), author_.loginId, site, lang);
+    if (!isAdministrator(author_.username)) access = accessOf(connection(), author_.loginId, site, lang);
     MapText map;
     for (const auto& entry : entries) {
         const std::string title = shownTitle(entry);

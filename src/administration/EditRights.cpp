@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "accounts/Actor.h"
 #include "accounts/EditScope.h"
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
@@ -17,8 +18,6 @@ namespace {
 /// The rights, as their columns are called, in the order in which flags stand in a text.
 constexpr std::array<std::string_view, 5> tasks{"onOff", "move", "publish", "approve", "edit"};
 
-/// Who has every right without a row.
-constexpr std::string_view administrator = "sa";
 /// A scope that is written out as this word is none.
 constexpr std::string_view everywhere = "ALL";
 
@@ -48,7 +47,7 @@ bool cManager::checkEditRights(const std::string& action, const std::string& sit
                                const std::string& pageIdent, const std::string& username) try {
     const std::string_view given = text::trim(username);
     const std::string login = given.empty() ? author_.username : text::lower(given);
-    if (text::equals(login, administrator)) return true;
+    if (isAdministrator(login)) return true;
     std::string nodeId;
     if (!text::trim(pageIdent).empty()) {
         nodeId = nodeIdFrom(connection(), pageIdent);
@@ -63,8 +62,7 @@ bool cManager::checkEditRights(const std::string& action, const std::string& sit
 
 std::string cManager::getLoginEditRights(const std::string& site, const std::string& lang,
                                          const std::string& pageIdent, const std::string& username) try {
-    if (text::equals(username.empty() ? author_.username : username, administrator))
-        return std::string(allRights);
+    if (isAdministrator(username.empty() ? author_.username : username)) return std::string(allRights);
     std::string nodeId = site + "." + lang;
     if (!text::trim(pageIdent).empty()) {
         nodeId = nodeIdFrom(connection(), pageIdent);
@@ -93,7 +91,7 @@ std::string cManager::getLoginScope(const std::string& site, const std::string& 
     if (place < 0) return {};
     const std::string_view given = text::trim(username);
     const std::string login(given.empty() ? std::string_view(author_.username) : given);
-    if (text::equals(login, administrator)) return root;
+    if (isAdministrator(login)) return root;
     std::string scope;
     auto rows = connection().query(selectRights, {getLoginId(login), siteCode, langCode});
     while (rows.next()) {

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "accounts/AccessFilter.h"
+#include "accounts/Actor.h"
 #include "accounts/LoginHold.h"
 #include "authoring/cManager.h"
 #include "platform/ApplicationValues.h"
@@ -114,7 +115,7 @@ bool cManager::getLoginState(int loginId) try {
         return rows.next() && !text::trim(rows.text("sessionId")).empty();
     }
     const std::string username = host_.session.text("torvex_username");
-    if (text::equals(username, "sa")) return true;
+    if (isAdministrator(username)) return true;
     if (username.empty()) return false;
     auto rows = connection().query(selectSessionByName, {username});
     return rows.next() && text::equals(rows.text("sessionId"), host_.session.id());

@@ -9,7 +9,7 @@
 #include "authoring/StatusCodes.h"
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 #include "platform/text/Text.h"
 
 namespace torvex {

@@ -9,8 +9,8 @@
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
+#include "platform/db/ConnectionSource.h"
 #include "platform/db/Grid.h"
-#include "platform/db/Link.h"
 #include "platform/text/Text.h"
 #include "replication/SharedFiles.h"
 

@@ -2,7 +2,7 @@
 
 #include "authoring/RunReport.h"
 #include "authoring/StatusCodes.h"
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 
 namespace torvex {
 

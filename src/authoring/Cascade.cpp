@@ -9,6 +9,7 @@
 #include "authoring/StatusCodes.h"
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
+#include "platform/text/Text.h"
 #include "records/AuditTrail.h"
 #include "records/PageIdentity.h"
 #include "replication/SharedFiles.h"

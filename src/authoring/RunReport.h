@@ -1,30 +1,29 @@
 #pragma once
 
 #include <exception>
-#include <fmt/format.h>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
-#include "platform/text/Text.h"
 
 namespace torvex {
 
-/// Tells operators why an operation could only answer with its code for failures, or what of it is missing.
-inline void warnOf(HostContext& host, std::string_view operation, std::string_view ident,
-                   const std::exception& error) {
-    host.log.warn(
-        fmt::format("{} of page {}: {}", operation, ident, text::replaceAll(error.what(), "\r\n", " ")));
+/// What operators know a run of an operation by: "publishPage of page 12".
+inline std::string runOn(std::string_view operation, std::string_view ident) {
+    return std::string(operation).append(" of page ").append(ident);
 }
 
-/// Runs what follows on a change and can't undo it any more: a failure is told and does no harm.
+inline void warnOf(HostContext& host, std::string_view operation, std::string_view ident,
+                   const std::exception& error) {
+    warnOf(host.log, runOn(operation, ident), error);
+}
+
+/// Runs what follows on a change of a page and can't undo it any more.
 template <typename Work>
-void followUp(HostContext& host, std::string_view operation, std::string_view ident, Work work) {
-    try {
-        work();
-    } catch (const std::exception& error) {
-        warnOf(host, operation, ident, error);
-    }
+void followUp(HostContext& host, std::string_view operation, std::string_view ident, Work&& work) {
+    followUp(host.log, runOn(operation, ident), std::forward<Work>(work));
 }
 
 }  // namespace torvex

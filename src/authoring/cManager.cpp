@@ -18,4 +18,8 @@ void cManager::loadSessionState() {
     author_.fullname = host_.session.text("torvex_fullname");
 }
 
+Actor cManager::actor() const {
+    return {author_.loginId, author_.username, author_.fullname, host_.session.id(), host_.clock.now()};
+}
+
 }  // namespace torvex

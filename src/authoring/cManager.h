@@ -3,10 +3,11 @@
 #include <string>
 #include <string_view>
 
+#include "accounts/Actor.h"
 #include "accounts/Author.h"
 #include "authoring/PageBuffer.h"
 #include "platform/Value.h"
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 #include "records/PageId.h"
 
 namespace torvex {
@@ -31,7 +32,7 @@ class cManager {
     /// `modules` may be missing; it must outlive the object.
     explicit cManager(HostContext& host, PageModules* modules = nullptr);
 
-    void connect(db::Link connection) { connection_ = std::move(connection); }
+    void connect(db::ConnectionSource connection) { connection_ = std::move(connection); }
 
     // ---- The login of the object ----
 
@@ -354,6 +355,8 @@ class cManager {
   private:
     db::Connection& connection() { return connection_.use(host_); }
     void loadSessionState();
+    /// The object's login at this moment, for the functions that work in its name.
+    Actor actor() const;
     /// A word of the interface language that stands in for a missing name.
     std::string bracketedWord(double label);
     /// The line of the trail for a body that has been changed.
@@ -362,7 +365,7 @@ class cManager {
 
     HostContext& host_;
     PageModules* modules_;
-    db::Link connection_;
+    db::ConnectionSource connection_;
     Author author_;
     PageBuffer page_;
 };

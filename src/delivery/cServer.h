@@ -5,7 +5,7 @@
 
 #include "delivery/PageRecord.h"
 #include "platform/Value.h"
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 #include "records/PageId.h"
 
 namespace torvex {
@@ -24,7 +24,7 @@ class cServer {
     /// `modules` may be missing; it must outlive the object.
     explicit cServer(HostContext& host, PageModules* modules = nullptr) : host_(host), modules_(modules) {}
 
-    void connect(db::Link connection) { connection_ = std::move(connection); }
+    void connect(db::ConnectionSource connection) { connection_ = std::move(connection); }
 
     // Resolution
     /// Fills the page record; `pgAccess` is the verdict. A folder resolves to its first child. `pageIdent` is
@@ -151,7 +151,7 @@ class cServer {
 
     HostContext& host_;
     PageModules* modules_;
-    db::Link connection_;
+    db::ConnectionSource connection_;
     PageRecord record_;
 };
 

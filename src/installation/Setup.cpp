@@ -5,7 +5,7 @@
 #include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 #include "platform/text/Text.h"
 
 namespace torvex {

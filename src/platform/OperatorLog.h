@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <string_view>
 
 namespace torvex {
@@ -13,5 +14,18 @@ class OperatorLog {
     /// One line; it says what to do about it where that isn't plain.
     virtual void warn(std::string_view line) = 0;
 };
+
+/// Tells the cause of what failed; `what` names it, as in "publishPage of page 12".
+void warnOf(OperatorLog& log, std::string_view what, const std::exception& error);
+
+/// Runs what follows on a change and can't undo it any more: a failure is told and does no harm.
+template <typename Work>
+void followUp(OperatorLog& log, std::string_view what, Work&& work) {
+    try {
+        work();
+    } catch (const std::exception& error) {
+        warnOf(log, what, error);
+    }
+}
 
 }  // namespace torvex

@@ -5,7 +5,7 @@
 
 #include "platform/DateTime.h"
 #include "platform/HostContext.h"
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 #include "platform/text/Text.h"
 
 namespace torvex {

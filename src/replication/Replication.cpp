@@ -10,7 +10,7 @@
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
 #include "platform/Session.h"
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/WildCards.h"
 #include "platform/text/Text.h"

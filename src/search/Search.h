@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 #include "records/PageId.h"
 
 namespace torvex {
@@ -17,7 +17,7 @@ class Search {
   public:
     explicit Search(HostContext& host) : host_(host) {}
 
-    void connect(db::Link connection) { connection_ = std::move(connection); }
+    void connect(db::ConnectionSource connection) { connection_ = std::move(connection); }
 
     /// Renews the snapshots of all pages, or of one: "0", or "-99" when one of them can't be written (the log
     /// says why) and for a `pageIdent` that is no page's. Doing all of them first removes the folders of the
@@ -31,7 +31,7 @@ class Search {
     void warn(std::string_view subject, std::string_view reason);
 
     HostContext& host_;
-    db::Link connection_;
+    db::ConnectionSource connection_;
 };
 
 }  // namespace torvex

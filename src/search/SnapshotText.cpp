@@ -43,7 +43,7 @@ std::string contentBlocks(const HTMLTemplate& layout) {
 
 }  // namespace
 
-SnapshotText::SnapshotText(HostContext& host, const db::Link& connection)
+SnapshotText::SnapshotText(HostContext& host, const db::ConnectionSource& connection)
     : host_(host), connection_(connection), server_(host) {
     server_.connect(connection);
 }

@@ -11,7 +11,7 @@ namespace torvex {
 /// and the content without what only serves visitors. The feeds of a page are fetched for it.
 class SnapshotText {
   public:
-    SnapshotText(HostContext& host, const db::Link& connection);
+    SnapshotText(HostContext& host, const db::ConnectionSource& connection);
 
     std::string of(const LivePage& page);
 
@@ -20,7 +20,7 @@ class SnapshotText {
     std::string contentOf(const LivePage& page);
 
     HostContext& host_;
-    db::Link connection_;
+    db::ConnectionSource connection_;
     cServer server_;
 };
 

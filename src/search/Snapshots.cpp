@@ -37,7 +37,7 @@ std::string nodeOfFile(std::string_view path) {
 
 }  // namespace
 
-Snapshots::Snapshots(HostContext& host, const db::Link& connection, OnFailure onFailure)
+Snapshots::Snapshots(HostContext& host, const db::ConnectionSource& connection, OnFailure onFailure)
     : host_(host), onFailure_(std::move(onFailure)), text_(host, connection), shared_(host) {}
 
 void Snapshots::begin() {

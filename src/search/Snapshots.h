@@ -20,7 +20,7 @@ class Snapshots {
   public:
     using OnFailure = std::function<void(const std::string& nodeId, const std::string& reason)>;
 
-    Snapshots(HostContext& host, const db::Link& connection, OnFailure onFailure);
+    Snapshots(HostContext& host, const db::ConnectionSource& connection, OnFailure onFailure);
 
     /// Makes the folder of all, here and on the other servers. Throws when it can't be made here.
     void begin();

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "platform/Value.h"
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 
 namespace torvex {
 
@@ -16,7 +16,7 @@ class Application {
   public:
     explicit Application(HostContext& host) : host_(host) {}
 
-    void connect(db::Link connection) { connection_ = std::move(connection); }
+    void connect(db::ConnectionSource connection) { connection_ = std::move(connection); }
 
     // Reading entries
     /// Fills the properties; false, with the properties cleared, when there is no such entry.
@@ -50,7 +50,7 @@ class Application {
     };
 
     HostContext& host_;
-    db::Link connection_;
+    db::ConnectionSource connection_;
     Entry entry_;
 };
 

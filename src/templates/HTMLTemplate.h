@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 #include "platform/files/FileSystem.h"
 #include "records/PageId.h"
 
@@ -31,7 +31,7 @@ class HTMLTemplate {
     explicit HTMLTemplate(HostContext& host);
 
     /// What the operations that use the database work on.
-    void connect(db::Link connection) { connection_ = std::move(connection); }
+    void connect(db::ConnectionSource connection) { connection_ = std::move(connection); }
 
     // The buffer
     const std::string& strVal() const { return buffer_; }
@@ -84,7 +84,7 @@ class HTMLTemplate {
     [[noreturn]] void answerNotFound(const std::string& what) const;
 
     HostContext& host_;
-    db::Link connection_;
+    db::ConnectionSource connection_;
     std::string buffer_;
     Browser browser_;
 };

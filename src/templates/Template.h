@@ -3,7 +3,7 @@
 #include <string>
 
 #include "platform/Value.h"
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 #include "records/PageId.h"
 #include "templates/DesignAssets.h"
 
@@ -15,7 +15,7 @@ class Template {
   public:
     explicit Template(HostContext& host) : host_(host) {}
 
-    void connect(db::Link connection) { connection_ = std::move(connection); }
+    void connect(db::ConnectionSource connection) { connection_ = std::move(connection); }
 
     // Reading entries
     /// May this name and file be used by the entry: "0" they are free, "1" the name is taken, "2" the file
@@ -53,7 +53,7 @@ class Template {
     DesignAssets assets() { return {contentTemplateStatements, host_, connection_.use(host_)}; }
 
     HostContext& host_;
-    db::Link connection_;
+    db::ConnectionSource connection_;
     DesignAsset entry_;
 };
 

@@ -12,7 +12,7 @@
 
 #include "operations/calls/BatchRun.h"
 #include "operations/register/Register.h"
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 #include "platform/text/Text.h"
 #include "support/ManagerTest.h"
 

@@ -14,7 +14,7 @@ class PagePropertiesTest : public ManagerTest {
     void SetUp() override {
         ManagerTest::SetUp();
         object_ = std::make_unique<PublicObject>(entry_, host.context());
-        object_->connect(db::Link(connection()));
+        object_->connect(db::ConnectionSource(connection()));
     }
     void TearDown() override {
         object_.reset();

@@ -18,7 +18,7 @@ class DesignRegister {
     virtual std::string folder() const = 0;      ///< of its files
     virtual std::string pageColumn() const = 0;  ///< by which a page names an entry
 
-    virtual void connect(db::Link connection) = 0;
+    virtual void connect(db::ConnectionSource connection) = 0;
     virtual std::string check(const std::string& site, int id, const std::string& name,
                               const std::string& file) = 0;
     virtual bool read(int id) = 0;
@@ -46,7 +46,7 @@ class BaseTemplates final : public DesignRegister {
     std::string folder() const override { return "/install/baseTemplates/"; }
     std::string pageColumn() const override { return "baseTemplate"; }
 
-    void connect(db::Link connection) override { assets_.connect(std::move(connection)); }
+    void connect(db::ConnectionSource connection) override { assets_.connect(std::move(connection)); }
     std::string check(const std::string& site, int id, const std::string& name,
                       const std::string& file) override {
         return assets_.checkBaseTemplate(site, "en", id, name, file);
@@ -88,7 +88,7 @@ class StyleSheets final : public DesignRegister {
     std::string folder() const override { return "/install/wwwroot/stylesheets/"; }
     std::string pageColumn() const override { return "stylesheet"; }
 
-    void connect(db::Link connection) override { assets_.connect(std::move(connection)); }
+    void connect(db::ConnectionSource connection) override { assets_.connect(std::move(connection)); }
     std::string check(const std::string& site, int id, const std::string& name,
                       const std::string& file) override {
         return assets_.checkStylesheet(site, "en", id, name, file);

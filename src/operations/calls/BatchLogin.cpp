@@ -4,7 +4,7 @@
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 #include "platform/text/Text.h"
 
 namespace torvex::operations {

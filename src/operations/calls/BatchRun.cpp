@@ -2,7 +2,7 @@
 
 #include "platform/ApplicationValues.h"
 #include "platform/Session.h"
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 #include "platform/text/Text.h"
 
 namespace torvex::operations {

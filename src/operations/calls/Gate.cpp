@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "accounts/Actor.h"
 #include "accounts/LoginAttempt.h"
 #include "authoring/PageIdentList.h"
 #include "authoring/cManager.h"
@@ -100,7 +101,7 @@ Verdict judge(cManager& manager, db::Connection& connection, const Right& right,
             return verdictFor(manager.checkAdvRights(right.detail, right.advId, values.text(right.site),
                                                      values.text(right.lang)));
         case Right::Kind::OnlySa:
-            return verdictFor(text::equals(manager.username(), "sa"));
+            return verdictFor(isAdministrator(manager.username()));
         default:
             return outOfReach(name);
     }

@@ -9,7 +9,7 @@
 
 #include "operations/register/Conversion.h"
 #include "operations/register/Register.h"
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 #include "platform/files/FileSystem.h"
 
 /// Makes rows of the register from member functions. A row names what C++ doesn't know (the given names, the
@@ -210,14 +210,16 @@ ClassEntry describe(std::string name, std::string summary, std::vector<Operation
     ClassEntry entry{std::move(name),       std::move(summary),   {}, {},
                      std::move(operations), std::move(properties)};
     entry.create = [](HostContext& host) -> std::shared_ptr<void> { return std::make_shared<C>(host); };
-    if constexpr (requires(C & object, db::Link link) { object.connect(link); }) {
-        entry.connect = [](void* object, const db::Link& link) { static_cast<C*>(object)->connect(link); };
+    if constexpr (requires(C & object, db::ConnectionSource link) { object.connect(link); }) {
+        entry.connect = [](void* object, const db::ConnectionSource& link) {
+            static_cast<C*>(object)->connect(link);
+        };
         Operation connect{"connect", {{"conn", ArgumentType::Text, std::nullopt, false}},
                           "empty",   "Sets the database that the object works on, by its connection text.",
                           nobody(),  {},
                           {}};
         connect.invoke = [](void* object, const std::vector<Value>& values) {
-            static_cast<C*>(object)->connect(db::Link(values[0].text()));
+            static_cast<C*>(object)->connect(db::ConnectionSource(values[0].text()));
             return Value();
         };
         entry.operations.insert(entry.operations.begin(), std::move(connect));

@@ -20,7 +20,7 @@ class PublicObject {
     PublicObject(const ClassEntry& entry, HostContext& host) : entry_(entry), object_(entry.create(host)) {}
 
     bool takesConnection() const { return static_cast<bool>(entry_.connect); }
-    void connect(const db::Link& link) { entry_.connect(object_.get(), link); }
+    void connect(const db::ConnectionSource& link) { entry_.connect(object_.get(), link); }
 
     Value call(std::string_view operation, const GivenValues& arguments);
     Value get(std::string_view property) const;

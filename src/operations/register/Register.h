@@ -13,7 +13,7 @@
 namespace torvex {
 struct HostContext;
 namespace db {
-class Link;
+class ConnectionSource;
 }
 }  // namespace torvex
 
@@ -83,7 +83,7 @@ struct ClassEntry {
     std::string summary;
     std::function<std::shared_ptr<void>(HostContext&)> create;
     /// Missing for a class that takes no connection.
-    std::function<void(void*, const db::Link&)> connect;
+    std::function<void(void*, const db::ConnectionSource&)> connect;
     std::vector<Operation> operations;
     std::vector<Property> properties;
 

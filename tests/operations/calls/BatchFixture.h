@@ -18,7 +18,7 @@ class Probe {
   public:
     explicit Probe(HostContext& host) : host_(host) {}
 
-    void connect(db::Link connection) { connection_ = std::move(connection); }
+    void connect(db::ConnectionSource connection) { connection_ = std::move(connection); }
 
     std::string sessionId() { return host_.session.id(); }
     std::string now() { return isoText(host_.clock.now()); }
@@ -34,7 +34,7 @@ class Probe {
 
   private:
     HostContext& host_;
-    db::Link connection_;
+    db::ConnectionSource connection_;
 };
 
 /// All public classes and the probe.

@@ -14,7 +14,7 @@ class Sample {
   public:
     explicit Sample(HostContext&) {}
 
-    void connect(db::Link) { ++connected; }
+    void connect(db::ConnectionSource) { ++connected; }
 
     std::string join(const std::string& first, std::string_view second, int times) {
         std::string joined;
@@ -158,7 +158,7 @@ TEST_F(PublicObjectTest, AnUnknownPropertyIsAnError) {
 
 TEST_F(PublicObjectTest, ConnectIsAnOperationOfEveryClassThatHasIt) {
     ASSERT_TRUE(sample_.takesConnection());
-    sample_.connect(db::Link());
+    sample_.connect(db::ConnectionSource());
     EXPECT_TRUE(sample_.call("connect", {{"conn", "sqlite:elsewhere"}}).isEmpty());
     EXPECT_EQ(sample_.get("connections"), Value(2));
 }

@@ -14,11 +14,11 @@ namespace torvex::db {
 /// What a class was given by `connect`: an open connection that the caller owns, or the text of one, which is
 /// then opened (from the pool) at the first use and kept for the object's life. Copies hand on what was
 /// given.
-class Link {
+class ConnectionSource {
   public:
-    Link() = default;
-    Link(Connection& open) : given_(&open) {}
-    Link(std::string text) : given_(std::move(text)) {}
+    ConnectionSource() = default;
+    ConnectionSource(Connection& open) : given_(&open) {}
+    ConnectionSource(std::string text) : given_(std::move(text)) {}
 
     /// The connection. Throws `DatabaseError` when nothing was given or the text can't be opened.
     Connection& use(HostContext& host);

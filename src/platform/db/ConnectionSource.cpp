@@ -1,11 +1,11 @@
-#include "platform/db/Link.h"
+#include "platform/db/ConnectionSource.h"
 
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
 
 namespace torvex::db {
 
-Connection& Link::use(HostContext& host) {
+Connection& ConnectionSource::use(HostContext& host) {
     if (auto* const* open = std::get_if<Connection*>(&given_)) return **open;
     if (opened_) return *opened_;
     const auto* text = std::get_if<std::string>(&given_);
