@@ -12,6 +12,7 @@
 #include "platform/db/ConnectionSource.h"
 #include "platform/db/Grid.h"
 #include "platform/text/Text.h"
+#include "records/RegisterLock.h"
 #include "records/Websites.h"
 #include "replication/SharedFiles.h"
 
@@ -78,7 +79,7 @@ bool make(HostContext& host, const Language& language) {
     const auto connection = db::openOwn(host);
     try {
         db::Transaction transaction(*connection);
-        lockSiteRegister(*connection);
+        lockRegisters(*connection);
         if (connection->query(selectNamesake, {language.name}).next()) return false;
         connection->execute(insertLanguage, {language.code, language.name, language.charsetId});
         createSiteDirectories(host, *connection, files);

@@ -10,18 +10,11 @@ namespace torvex {
 
 namespace {
 
-/// A row that is always there; only upgrades of the schema write it otherwise.
-constexpr std::string_view takeTurns = "update TORVEX_SCHEMA_CONTENT set version = version";
-
 constexpr std::string_view selectCharsets =
     "select charset_label, charset_codepage from TORVEX_LANGUAGES a "
     "inner join TORVEX_CHARSETS b on b.charset_id = a.charset_id order by a.lang";
 
 }  // namespace
-
-void lockSiteRegister(db::Connection& transaction) {
-    transaction.execute(takeTurns);
-}
 
 std::string firstText(db::Connection& connection, std::string_view statement, std::string_view key) {
     auto rows = connection.query(statement, {key});

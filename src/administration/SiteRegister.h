@@ -10,10 +10,6 @@ class Connection;
 }
 struct HostContext;
 
-/// Keeps all others out of the registers of sites and languages until the transaction ends, so that what was
-/// looked up in it still holds when it is changed.
-void lockSiteRegister(db::Connection& transaction);
-
 /// One column of the first row that `statement` finds for a text; "" when there is none.
 std::string firstText(db::Connection& connection, std::string_view statement, std::string_view key);
 

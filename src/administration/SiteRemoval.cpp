@@ -11,6 +11,7 @@
 #include "platform/OperatorLog.h"
 #include "platform/db/ConnectionSource.h"
 #include "platform/text/Text.h"
+#include "records/RegisterLock.h"
 
 namespace torvex {
 
@@ -171,7 +172,7 @@ void removeRows(db::Connection& transaction, const Kind& kind, std::string_view 
 Removal removeEntry(HostContext& host, const Kind& kind, const std::string& code, int ownLogin) {
     const auto connection = db::openOwn(host);
     db::Transaction transaction(*connection);
-    lockSiteRegister(*connection);
+    lockRegisters(*connection);
     if (const auto refusal = refusalOf(*connection, kind, code, ownLogin); !refusal.empty()) {
         return {std::string(refusal), {}};
     }

@@ -12,6 +12,7 @@
 #include "platform/db/ConnectionSource.h"
 #include "platform/db/Grid.h"
 #include "platform/text/Text.h"
+#include "records/RegisterLock.h"
 #include "replication/SharedFiles.h"
 
 namespace torvex {
@@ -71,7 +72,7 @@ void insertRows(db::Connection& transaction, const NewSite& site) {
 bool insertWithFolders(HostContext& host, db::Connection& connection, const NewSite& site,
                        SharedFiles& files) {
     db::Transaction transaction(connection);
-    lockSiteRegister(connection);
+    lockRegisters(connection);
     if (connection.query(selectNamesake, {site.name}).next()) return false;
     insertRows(connection, site);
     createSiteDirectories(host, connection, files);

@@ -26,14 +26,6 @@ std::string parameters(std::string_view given) {
     return cut(text::replaceAll(given, " ", ""), longestParameters);
 }
 
-bool isDay(const std::string& day) {
-    constexpr std::size_t dayLength = 8;
-    DateTime moment;
-    return day.size() == dayLength &&
-           parseIso(day.substr(0, 4) + "-" + day.substr(4, 2) + "-" + day.substr(6), moment) &&
-           moment.year > 0;
-}
-
 bool isFlag(int value) {
     return value == 0 || value == 1;
 }
@@ -121,8 +113,8 @@ class SetupTest {
         constexpr std::size_t longestDay = 8;
         page_.onlineFrom = cut(page_.onlineFrom, longestDay);
         page_.onlineTo = cut(page_.onlineTo, longestDay);
-        if (!page_.onlineFrom.empty() && !isDay(page_.onlineFrom)) return badOnlineFrom;
-        return !page_.onlineTo.empty() && !isDay(page_.onlineTo) ? badOnlineTo : passed;
+        if (!page_.onlineFrom.empty() && !isDate8(page_.onlineFrom)) return badOnlineFrom;
+        return !page_.onlineTo.empty() && !isDate8(page_.onlineTo) ? badOnlineTo : passed;
     }
 
     /// A page is in the breadcrumb and not in the dynamic menu unless its setup says otherwise, and only

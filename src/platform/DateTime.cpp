@@ -66,6 +66,15 @@ bool parseIso(const std::string& text, DateTime& moment) {
     return true;
 }
 
+bool isDate8(std::string_view text) {
+    constexpr std::size_t length = 8;
+    if (text.size() != length) return false;
+    const std::string day(text);
+    DateTime moment;
+    return parseIso(day.substr(0, 4) + "-" + day.substr(4, 2) + "-" + day.substr(6), moment) &&
+           moment.year > 0;
+}
+
 DateTime SystemClock::now() const {
     const std::time_t seconds = std::time(nullptr);
     std::tm local{};

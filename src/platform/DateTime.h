@@ -2,6 +2,7 @@
 
 #include <compare>
 #include <string>
+#include <string_view>
 
 namespace torvex {
 
@@ -27,6 +28,9 @@ std::string isoText(const DateTime& moment);
 /// second is dropped. Returns false, and leaves `moment` alone, for anything else and for days that
 /// don't exist.
 bool parseIso(const std::string& text, DateTime& moment);
+
+/// Whether a text is a day that exists, as `date8` writes it.
+bool isDate8(std::string_view text);
 
 /// The source of the current time of one request. Implementations are safe to share between threads.
 class Clock {
