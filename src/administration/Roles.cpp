@@ -1,12 +1,18 @@
-// cManager: what is known of a role, and of the entries of the administration menu.
+// cManager: roles, and the entries of the administration menu.
+
+#include <array>
 
 #include "accounts/AdvancedAccess.h"
 #include "administration/MenuEntries.h"
+#include "administration/RecordRemoval.h"
+#include "authoring/StatusCodes.h"
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Session.h"
+#include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
+#include "records/ItemLocks.h"
 
 namespace torvex {
 
@@ -22,6 +28,10 @@ constexpr std::string_view selectScope =
 constexpr std::string_view selectRoleId = "select roleId from TORVEX_ROLES where roleName = ?";
 constexpr std::string_view selectRoleName = "select roleName from TORVEX_ROLES where roleId = ?";
 constexpr std::string_view selectRoleDescription = "select roleDesc from TORVEX_ROLES where roleId = ?";
+
+constexpr std::array<std::string_view, 4> roleRows{
+    "delete from TORVEX_ROLES_LOGINS where roleId = ?", "delete from TORVEX_EDIT_RIGHTS where roleId = ?",
+    "delete from TORVEX_ADVANCED_RIGHTS where roleId = ?", "delete from TORVEX_ROLES where roleId = ?"};
 
 // With one column that stays empty.
 constexpr std::size_t listColumns = 10;
@@ -125,6 +135,23 @@ std::string cManager::getRoleDescription(int roleId) try {
     return firstText(connection().query(selectRoleDescription, {roleId}), "roleDesc");
 } catch (...) {
     raiseFrom("getRoleDescription !");
+}
+
+std::string cManager::deleteRole(int roleId, int advId) {
+    if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
+    std::string role;
+    // The line of the trail is written whatever entry called.
+    std::string code =
+        removeRecord("deleteRole", roleId, 0, [&](db::Connection& transaction) -> db::Outcome<std::string> {
+            if (!takeItem(transaction, "role", std::to_string(roleId), lockSeeker())) {
+                return db::refuse(record::locked);
+            }
+            role = "Role \"" + firstText(transaction.query(selectRoleName, {roleId}), "roleName") + '"';
+            deleteRows(transaction, roleRows, roleId);
+            return db::commit(role);
+        });
+    if (code.empty()) recordRemoval("deleteRole", advId, role);
+    return code;
 }
 
 }  // namespace torvex

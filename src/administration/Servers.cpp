@@ -1,15 +1,20 @@
 // cManager: the other servers.
 
+#include <array>
 #include <atomic>
 #include <memory>
 
+#include "administration/RecordRemoval.h"
+#include "authoring/StatusCodes.h"
 #include "authoring/cManager.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/db/Grid.h"
+#include "platform/db/OwnTransaction.h"
 #include "platform/files/FileSystem.h"
 #include "platform/text/Text.h"
+#include "records/ItemLocks.h"
 #include "replication/Replication.h"
 
 namespace torvex {
@@ -20,6 +25,8 @@ constexpr std::string_view selectServers =
     "select serverId, serverName, serverDescription, serverIP from TORVEX_SERVERS order by serverName, "
     "serverId";
 constexpr std::string_view selectName = "select serverName from TORVEX_SERVERS where serverId = ?";
+
+constexpr std::array<std::string_view, 1> serverRows{"delete from TORVEX_SERVERS where serverId = ?"};
 
 constexpr std::string_view probe = "/97568213567.txt";
 
@@ -67,6 +74,21 @@ Value cManager::getServerList() try { return db::gridOf(connection().query(selec
 
 std::string cManager::getServerName() {
     return ownServerName();
+}
+
+std::string cManager::deleteServer(int serverId, int advId) {
+    if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
+    return removeRecord("deleteServer", serverId, advId,
+                        [&](db::Connection& transaction) -> db::Outcome<std::string> {
+                            auto rows = transaction.query(selectName, {serverId});
+                            const std::string name = rows.next() ? rows.text("serverName") : std::string();
+                            if (name.empty()) return db::refuse(record::notThere);
+                            if (!takeItem(transaction, "server", std::to_string(serverId), lockSeeker())) {
+                                return db::refuse(record::locked);
+                            }
+                            deleteRows(transaction, serverRows, serverId);
+                            return db::commit("Load balancing server \"" + name + '"');
+                        });
 }
 
 }  // namespace torvex

@@ -1,17 +1,24 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
 #include "accounts/Actor.h"
 #include "accounts/Author.h"
+#include "accounts/LoginRecord.h"
 #include "authoring/PageBuffer.h"
 #include "platform/Value.h"
 #include "platform/db/ConnectionSource.h"
+#include "records/ItemLocks.h"
 #include "records/PageId.h"
 
 namespace torvex {
 
+namespace db {
+template <typename Result>
+struct Outcome;
+}
 class PageModules;
 struct HostContext;
 
@@ -58,6 +65,33 @@ class cManager {
     /// The full name, or a bracketed word for a login that is gone.
     std::string getLoginName(int loginId);
 
+    // ---- The register of logins (administration/LoginRecords.cpp) ----
+
+    /// The login's number or a code. `loginId` 0 adds a login; else what is empty stays as it is. A bound
+    /// ("yyyymmdd") of "-1" stays, an empty one is taken away; `emailNotification` below 0 stays.
+    std::string saveLogin(int advId, int loginId, const std::string& username, const std::string& password,
+                          const std::string& name, const std::string& job, const std::string& email = "",
+                          int emailNotification = -1, const std::string& validFrom = "-1",
+                          const std::string& validTo = "-1");
+    /// "" or a code. With its roles and settings.
+    std::string deleteLogin(int loginId, int advId = 0);
+    /// Fills the properties `admin...`.
+    void getLoginDetails(int loginId);
+    /// By name for 1, else by username; an empty text when there is none.
+    Value getLoginList(int sortId = 1);
+    /// All roles, marked where the login has them.
+    Value getLoginRoles(int loginId);
+
+    /// -1 when the login asked for isn't there.
+    int adminLoginId() const { return login_.loginId; }
+    const std::string& adminUsername() const { return login_.username; }
+    const std::string& adminFullname() const { return login_.fullname; }
+    const std::string& adminJob() const { return login_.job; }
+    const std::string& adminEmail() const { return login_.email; }
+    int adminEmailNotification() const { return login_.emailNotification; }
+    const std::string& adminValidFrom() const { return login_.validFrom; }
+    const std::string& adminValidTo() const { return login_.validTo; }
+
     // ---- Rights (administration/EditRights.cpp, AdvancedRights.cpp, Roles.cpp) ----
 
     /// Whether a login may do "onoff", "move", "publish", "approve" or "edit" in a site and language, and to
@@ -86,6 +120,8 @@ class cManager {
     int getRoleId(const std::string& roleName);
     std::string getRoleName(int roleId);
     std::string getRoleDescription(int roleId);
+    /// "" or a code. With its rights and its memberships.
+    std::string deleteRole(int roleId, int advId = 0);
 
     // ---- Sites and languages (administration/Sites.cpp, Languages.cpp, Websites.cpp, Existence.cpp) ----
 
@@ -137,11 +173,86 @@ class cManager {
     Value getServerList();
     /// The name of this machine.
     std::string getServerName();
+    /// "" or a code.
+    std::string deleteServer(int serverId, int advId = 0);
     // These do here what they say, and then on the other servers.
     bool createDirectory(const std::string& dir);
     bool deleteDirectory(const std::string& dir);
     /// The name may hold the wild cards "*" and "?".
     bool deleteFile(const std::string& file);
+
+    // ---- Feeds (administration/Feeds.cpp) ----
+
+    /// "1" when another feed of the site and language has the name, else "0".
+    std::string checkHTMLfeed(const std::string& site, const std::string& lang, const std::string& name,
+                              int feedId = 0);
+    std::string checkXMLfeed(const std::string& site, const std::string& lang, const std::string& name,
+                             int feedId = 0);
+    Value getHTMLfeedList(const std::string& site, const std::string& lang);
+    Value getXMLfeedList(const std::string& site, const std::string& lang);
+    // "" or a code. A feed that a body of either twin shows stays.
+    std::string deleteHTMLfeed(int feedId, int advId = 0);
+    std::string deleteXMLfeed(int feedId, int advId = 0);
+
+    // ---- Meta data (administration/MetaTags.cpp, MetaData.cpp) ----
+
+    /// "1" when another tag of the site has the name, else "0".
+    std::string checkMetadata(const std::string& site, int metaDataId, const std::string& name);
+    Value getMetaTags(const std::string& site);
+    /// 0 when there is none.
+    int getMetaTagId(const std::string& site, const std::string& metaTagName);
+    std::string getMetaTagName(int metaTagId);
+    /// Describes a tag of a site, and makes it if it isn't there.
+    void saveMetaTag(const std::string& site, const std::string& metaTagName,
+                     const std::string& metaTagDescription);
+    /// "" or a code. With its values of all pages, and out of the settings of the site's search pages. The
+    /// tag is given by its number or its name.
+    std::string deleteMetaTag(const std::string& site, const std::string& metaTagIdent, int advId = 0);
+    /// Gives a page of the design a value of its own ("###" in it is a new line), or its ancestors' value, or
+    /// with neither takes away what it has.
+    void saveMetaData(const std::string& pageIdent, const std::string& metaIdent,
+                      const std::string& metaDataValue, bool inherited = false);
+    /// All tags of the page's site, with the page's own values.
+    Value getMetaData(const std::string& pageIdent, const std::string& mode = "L");
+    /// The lines for the head of a live page.
+    std::string getMetaDataHTML(const std::string& pageIdent);
+
+    // ---- Visitors' groups and accounts (administration/Groups.cpp, Users.cpp) ----
+
+    std::string getGroupName(int groupId);
+    std::string getGroupDescription(int groupId);
+    /// 0 when there is none of that name.
+    int getGroupId(const std::string& groupName);
+    // -1 for none; 0 when there is no such group.
+    PageId getGroupEntryPage(int groupId);
+    PageId getGroupExitPage(int groupId);
+    /// "0" or a code, none of which is negative. With all that it guards and its memberships.
+    std::string deleteGroup(int groupId, int advId = 0);
+    /// A bracketed word for one who has no name or is gone.
+    std::string getUserFullname(double userId);
+    /// All groups but the reserved ones, marked where the user is a member.
+    Value getUserGroups(double userId);
+    /// "" or a code. With the memberships.
+    std::string deleteUser(double userId, int advId = 0);
+
+    // ---- The interface and the settings (administration/Interfaces.cpp, Settings.cpp) ----
+
+    Value getInterfaceLanguages();
+    std::string getInterfaceName(const std::string& langId);
+    std::string getInterfaceId(const std::string& languageName);
+    /// Makes a language's templates anew from the master templates. "" or a code.
+    std::string createInterface(const std::string& langId, int advId = 0);
+    /// "" or a code. With its words and its templates.
+    std::string deleteInterface(const std::string& langId, int advId = 0);
+    /// The state that it is in afterwards: 1 on, 0 off, -1 off because it has no templates yet. The default
+    /// language stays on.
+    int setInterfaceOnOff(const std::string& langId, int state, int advId = 0);
+    /// "" or a code. The templates follow when they are made anew.
+    std::string saveVocab(const std::string& langId, double labelId, const std::string& text, int advId = 0);
+    /// Sets a parameter of a login, and in this session, or with 0 of the installation. The type is "N" a
+    /// 16-bit number, "C" a text, "B" whether the value is "1".
+    void updateParam(int loginId, const std::string& parameter, const std::string& value,
+                     const std::string& dataType = "C");
 
     // ---- The page tree (authoring/Tree.cpp, TreePlaces.cpp, PageList.cpp) ----
 
@@ -359,6 +470,16 @@ class cManager {
     Actor actor() const;
     /// A word of the interface language that stands in for a missing name.
     std::string bracketedWord(double label);
+    /// Removes an administrative record in one transaction and writes the line of the trail when `advId` is
+    /// above 0. `removal` commits what the record was, or refuses with the code that is then the answer; else
+    /// that is "".
+    using RecordRemoval = std::function<db::Outcome<std::string>(db::Connection& transaction)>;
+    std::string removeRecord(std::string_view operation, double id, int advId, const RecordRemoval& removal);
+    // The line by itself. That it can't be written is told to operators: the change is made.
+    void recordChange(std::string_view operation, int advId, const std::string& action,
+                      const std::string& description);
+    void recordRemoval(std::string_view operation, int advId, const std::string& what);
+    LockSeeker lockSeeker() const;
     /// The line of the trail for a body that has been changed.
     void recordEditing(std::string_view operation, PageId pageId, const std::string& action,
                        const std::string& description);
@@ -367,6 +488,7 @@ class cManager {
     PageModules* modules_;
     db::ConnectionSource connection_;
     Author author_;
+    LoginDetails login_;  ///< the one last asked for
     PageBuffer page_;
 };
 

@@ -1,5 +1,6 @@
 // cServer: what a page says of itself in its head.
 
+#include "delivery/MetaValues.h"
 #include "delivery/cServer.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
@@ -11,10 +12,6 @@ namespace torvex {
 
 namespace {
 
-constexpr std::string_view selectValues =
-    "select a.metaData_id, b.metaData_name, a.metaData_value, a.metaData_inherited "
-    "from TORVEX_PAGES_METADATA_LIVE a left outer join TORVEX_METADATA b on a.metaData_id = b.metaData_id "
-    "where a.metaData_pageId = ? order by a.metaData_id";
 constexpr std::string_view selectInherited =
     "select metaData_value, metaData_inherited from TORVEX_PAGES_METADATA_LIVE "
     "where metaData_pageId = ? and metaData_id = ?";
@@ -34,12 +31,6 @@ std::string inheritedValue(db::Connection& connection, std::string_view nodeId, 
     return {};
 }
 
-std::string metaTag(std::string_view name, std::string_view lang, std::string_view value) {
-    std::string tag = R"(<META NAME=")";
-    tag.append(name).append(R"(" LANG=")").append(lang).append(R"(" CONTENT=")");
-    return tag.append(text::replaceAll(value, "\r", " ")).append("\">\r\n");
-}
-
 }  // namespace
 
 std::string cServer::getMetaDataHTML(const std::string& pageIdent) try {
@@ -50,12 +41,10 @@ std::string cServer::getMetaDataHTML(const std::string& pageIdent) try {
     if (const std::string label = getCharsetLabel(std::string(lang)); !label.empty()) {
         html = R"(<META HTTP-EQUIP="Content-Type" content="text/html; charset=)" + label + "\">\r\n";
     }
-    auto rows = connection().query(selectValues, {page.pageId});
-    while (rows.next()) {
-        const std::string value = rows.number("metaData_inherited") == 0
-                                      ? rows.text("metaData_value")
-                                      : inheritedValue(connection(), page.nodeId, rows.number("metaData_id"));
-        if (!value.empty()) html += metaTag(rows.text("metaData_name"), lang, value);
+    for (const MetaValue& held : liveMetaValues(connection(), page.pageId)) {
+        const std::string value =
+            held.isInherited ? inheritedValue(connection(), page.nodeId, held.id) : held.value;
+        if (!value.empty()) html += metaLine(held.name, lang, text::replaceAll(value, "\r", " "));
     }
     return html;
 } catch (...) {
