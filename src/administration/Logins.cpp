@@ -5,6 +5,7 @@
 #include "accounts/AccessFilter.h"
 #include "accounts/Actor.h"
 #include "accounts/LoginHold.h"
+#include "accounts/LoginSettings.h"
 #include "authoring/cManager.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
@@ -77,7 +78,10 @@ int cManager::login(const std::string& username, const std::string& password) tr
         return static_cast<int>(code);
     }
     storeAuthor(host_, author_);
-    if (typed) host_.session.renewToken();
+    if (typed) {
+        takeOverSettings(host_, connection(), author_.loginId);
+        host_.session.renewToken();
+    }
     addAuditTrail("", "", "login", author_.fullname + " - IP " + address);
     return static_cast<int>(code);
 } catch (...) {

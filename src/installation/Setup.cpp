@@ -1,5 +1,6 @@
 #include "installation/Setup.h"
 
+#include "installation/SettingValue.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
@@ -117,16 +118,8 @@ void Setup::readSettings() {
     auto& application = host_.application;
     auto rows = connection_->query(selectSettings);
     while (rows.next()) {
-        const std::string parameter = rows.text("parameter");
-        const std::string value = rows.text("value");
-        const std::string type(text::trim(rows.text("dataType")));
-        if (text::equals(type, "N")) {
-            if (text::isNumeric(value)) application.set(parameter, text::toNumber(value));
-        } else if (text::equals(type, "C")) {
-            application.set(parameter, value);
-        } else if (text::equals(type, "B")) {
-            application.set(parameter, value == "1");
-        }
+        const auto value = settingValue(rows.text("dataType"), rows.text("value"));
+        if (value) application.set(rows.text("parameter"), *value);
     }
 }
 

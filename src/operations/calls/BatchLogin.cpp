@@ -1,6 +1,7 @@
 #include "operations/calls/BatchLogin.h"
 
 #include "accounts/LoginHold.h"
+#include "accounts/LoginSettings.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
@@ -30,6 +31,7 @@ void holdLogin(HostContext& host, const std::string& username) {
     holdRow(*connection, host, author.loginId, text::trim(host.request.serverVariable("remote_addr")));
     transaction.commit();
     storeAuthor(host, author);
+    takeOverSettings(host, *connection, author.loginId);
 }
 
 }  // namespace torvex::operations
