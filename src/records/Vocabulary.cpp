@@ -68,4 +68,21 @@ std::map<double, std::string> vocabularyTexts(db::Connection& connection, std::s
     return texts;
 }
 
+bool saveVocabularyText(db::Connection& connection, std::string_view language, double label,
+                        std::string_view text) {
+    auto rows = connection.query(selectColumnNumber, {language});
+    if (!rows.next()) return false;
+    const std::string column = columnOf(connection, rows.text("id"));
+    connection.execute("insert into TORVEX_INTERFACE_VOCAB (lang_label, " + column +
+                           ") values (?, ?) on conflict (lang_label) do update set " + column +
+                           " = excluded." + column,
+                       {label, text::trim(text)});
+    return true;
+}
+
+void clearVocabulary(db::Connection& connection, int languageId) {
+    const std::string column = columnOf(connection, std::to_string(languageId));
+    connection.execute("update TORVEX_INTERFACE_VOCAB set " + column + " = ''");
+}
+
 }  // namespace torvex

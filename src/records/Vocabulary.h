@@ -20,4 +20,12 @@ std::string vocabularyText(db::Connection& connection, std::string_view language
 std::map<double, std::string> vocabularyTexts(db::Connection& connection, std::string_view language,
                                               const std::vector<double>& labels);
 
+/// Gives a label its text in a language, which is given by its code; makes the label if it isn't there. False
+/// when there is no such language.
+bool saveVocabularyText(db::Connection& connection, std::string_view language, double label,
+                        std::string_view text);
+
+/// Empties the column of a language that goes.
+void clearVocabulary(db::Connection& connection, int languageId);
+
 }  // namespace torvex

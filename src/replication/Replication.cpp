@@ -5,11 +5,11 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include "installation/ScriptTimeouts.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
-#include "platform/Session.h"
 #include "platform/db/ConnectionSource.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/WildCards.h"
@@ -20,9 +20,7 @@ namespace torvex {
 
 namespace {
 
-constexpr double usualLongTimeout = 3600;
 constexpr double usualWait = 60;
-constexpr double mostSeconds = 1e6;
 
 constexpr std::string_view selectServers = "select * from TORVEX_SERVERS order by serverName";
 
@@ -83,42 +81,10 @@ std::string folderOfShare(const HostContext& host, std::string_view server) {
     return asFolder(root) + std::string(server) + "/" + share;
 }
 
-double firstAboveZero(std::initializer_list<Value> values, double otherwise) {
-    for (const Value& value : values) {
-        const std::string text = value.toText();
-        if (text::isNumeric(text) && text::toNumber(text) > 0)
-            return std::min(text::toNumber(text), mostSeconds);
-    }
-    return otherwise;
-}
-
-double longTimeout(const HostContext& host) {
-    return firstAboveZero(
-        {host.session.get("torvex_scriptTimeout_long"), host.application.get("torvex_scriptTimeout_long")},
-        usualLongTimeout);
-}
-
 ServerShares::Patience patience(const HostContext& host) {
-    const double wait = firstAboveZero({host.application.get("torvex_replication_wait")}, usualWait);
+    const double wait = secondsOf({host.application.get("torvex_replication_wait")}, usualWait);
     return {std::chrono::duration<double>(longTimeout(host)), std::chrono::duration<double>(wait)};
 }
-
-/// The request may take the long time meanwhile.
-class LongScript {
-  public:
-    explicit LongScript(HostContext& host) : host_(host) {
-        host_.scriptTimeout = static_cast<int>(longTimeout(host_));
-    }
-    LongScript(const LongScript&) = delete;
-    LongScript& operator=(const LongScript&) = delete;
-    ~LongScript() { host_.scriptTimeout = static_cast<int>(normal_); }
-
-  private:
-    HostContext& host_;
-    double normal_ = firstAboveZero({host_.session.get("torvex_scriptTimeout_normal"),
-                                     host_.application.get("torvex_scriptTimeout_normal")},
-                                    host_.scriptTimeout);
-};
 
 void makeFolders(FileSystem& files, const std::string& share, std::string_view path) {
     std::string folder = share;

@@ -82,6 +82,11 @@ void SharedFiles::copyFile(std::string_view source, std::string_view target) try
     raiseFrom("copySystemFile !");
 }
 
+void SharedFiles::writeTexts(const std::vector<TextFile>& texts, TextFormat format) {
+    host_.files.writeTexts(texts, format);
+    for (const TextFile& text : texts) addFile(text.path, FileChange::Replace);
+}
+
 void SharedFiles::takeBack() {
     for (; !madeFolders_.empty(); madeFolders_.pop_back()) {
         if (host_.files.folderExists(madeFolders_.back())) host_.files.deleteFolder(madeFolders_.back());

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/files/FileSystem.h"
 #include "replication/Replication.h"
 
 namespace torvex {
@@ -24,6 +25,9 @@ class SharedFiles {
     void deleteFile(std::string_view path);
     /// Copies a file over another, if there is one to copy.
     void copyFile(std::string_view source, std::string_view target);
+
+    /// Writes files over those that are there. When it throws, any of them may be written.
+    void writeTexts(const std::vector<TextFile>& texts, TextFormat format);
 
     /// Removes the folders that were made here, for an operation that is taken back.
     void takeBack();

@@ -1,0 +1,50 @@
+#include "installation/ScriptTimeouts.h"
+
+#include <algorithm>
+
+#include "platform/ApplicationValues.h"
+#include "platform/HostContext.h"
+#include "platform/Session.h"
+#include "platform/text/Text.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr double usualLongTimeout = 3600;
+/// Longer waits would be beyond what clocks count.
+constexpr double mostSeconds = 1e6;
+
+double normalTimeout(const HostContext& host) {
+    return secondsOf({host.session.get("torvex_scriptTimeout_normal"),
+                      host.application.get("torvex_scriptTimeout_normal")},
+                     host.scriptTimeout);
+}
+
+}  // namespace
+
+double secondsOf(std::initializer_list<Value> values, double otherwise) {
+    for (const Value& value : values) {
+        const std::string text = value.toText();
+        if (text::isNumeric(text) && text::toNumber(text) > 0) {
+            return std::min(text::toNumber(text), mostSeconds);
+        }
+    }
+    return otherwise;
+}
+
+double longTimeout(const HostContext& host) {
+    return secondsOf(
+        {host.session.get("torvex_scriptTimeout_long"), host.application.get("torvex_scriptTimeout_long")},
+        usualLongTimeout);
+}
+
+LongScript::LongScript(HostContext& host) : host_(host), normal_(normalTimeout(host)) {
+    host_.scriptTimeout = static_cast<int>(longTimeout(host_));
+}
+
+LongScript::~LongScript() {
+    host_.scriptTimeout = static_cast<int>(normal_);
+}
+
+}  // namespace torvex
