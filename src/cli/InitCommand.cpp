@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "accounts/StoredPassword.h"
+#include "administration/InterfaceFiles.h"
 #include "cli/GeneratedPassword.h"
 #include "cli/StarterSite.h"
 #include "cli/Team.h"
@@ -17,6 +18,7 @@
 #include "installation/SettingsFile.h"
 #include "installation/Undo.h"
 #include "platform/DateTime.h"
+#include "platform/files/DiskFileSystem.h"
 #include "platform/text/Text.h"
 
 namespace torvex::cli {
@@ -35,6 +37,8 @@ constexpr std::array<const char*, 8> folders = {
 
 constexpr std::string_view selectWebsites =
     "select site, lang from TORVEX_SITES, TORVEX_LANGUAGES order by site";
+
+constexpr std::string_view selectInterfaces = "select lang_id from TORVEX_INTERFACE_LANGUAGES order by id";
 
 /// Absolute, without "..", links or a "/" at its end.
 fs::path plainPath(const std::string& given) {
@@ -80,6 +84,7 @@ class Maker {
         auto team = insertFirstRows(password);
         layDownFiles();
         makeWebsiteFolders();
+        makeInterfaces();
         // Last of all, since a folder with this file counts as an installation.
         writeNewFile(folder() / settingsFileName, settingsFileText(options_.database), Readers::Owner);
         undo_.keep();
@@ -138,6 +143,19 @@ class Maker {
             for (const char* parent : {"baseTemplates", "contentTemplates", "wwwroot/stylesheets"}) {
                 makeFolder(folder() / parent / site / lang);
             }
+        }
+    }
+
+    /// Each language's templates of the authoring interface.
+    void makeInterfaces() {
+        const auto connection = installation_.openDatabase(database_);
+        const std::string templates = (folder() / "torvex/templates").string() + "/";
+        DiskFileSystem files({folder().string()});
+        auto languages = connection->query(selectInterfaces);
+        while (languages.next()) {
+            const auto made = translatedInterface(files, *connection, templates, languages.text("lang_id"));
+            for (const std::string& target : made.folders) makeFolder(target);
+            files.writeTexts(made.files, TextFormat::Unicode);
         }
     }
 

@@ -93,9 +93,9 @@ TEST_P(TreeTest, AnUntitledPageGivesAWordOfTheInterface) {
 }
 
 TEST_P(TreeTest, TheWordIsInTheLanguageOfTheInterface) {
-    row("TORVEX_INTERFACE_LANGUAGES", {{"id", 2}, {"lang_id", "nl"}, {"lang_name", "Nederlands"}});
+    row("TORVEX_INTERFACE_LANGUAGES", {{"id", 3}, {"lang_id", "nl"}, {"lang_name", "Nederlands"}});
     connection().execute(
-        "update TORVEX_INTERFACE_VOCAB set lang_vocab2 = 'geen titel' where lang_label = 2597");
+        "update TORVEX_INTERFACE_VOCAB set lang_vocab3 = 'geen titel' where lang_label = 2597");
     host.session.set("torvex_current_interface", "nl");
     page("aa.en.01").id(12).title("").insert();
     EXPECT_EQ(manager().getPageTitle("12"), "[geen titel]");

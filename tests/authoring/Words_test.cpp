@@ -7,12 +7,12 @@ class WordsTest : public ManagerTest {
   protected:
     void SetUp() override {
         ManagerTest::SetUp();
-        row("TORVEX_INTERFACE_LANGUAGES", {{"id", 2}, {"lang_id", "nl"}, {"lang_name", "Nederlands"}});
+        row("TORVEX_INTERFACE_LANGUAGES", {{"id", 3}, {"lang_id", "nl"}, {"lang_name", "Nederlands"}});
         row("TORVEX_INTERFACE_VOCAB",
-            {{"lang_label", 90001}, {"lang_vocab1", " House "}, {"lang_vocab2", " Huis "}});
+            {{"lang_label", 90001}, {"lang_vocab1", " House "}, {"lang_vocab3", " Huis "}});
         row("TORVEX_INTERFACE_VOCAB", {{"lang_label", 90002},
                                        {"lang_vocab1", "Tree"},
-                                       {"lang_vocab2", "  "},
+                                       {"lang_vocab3", "  "},
                                        {"lang_vocab12", "Baum"}});
         row("TORVEX_INTERFACE_VOCAB", {{"lang_label", 90003}});
     }
@@ -22,14 +22,14 @@ INSTANTIATE_TEST_SUITE_P(Engines, WordsTest, bothEngines(), engineName);
 TEST_P(WordsTest, AWordIsFoundByTheLanguagesCodeOrNumber) {
     EXPECT_EQ(manager().getVocab("nl", 90001), "Huis");
     EXPECT_EQ(manager().getVocab("NL", 90001), "Huis");
-    EXPECT_EQ(manager().getVocab("2", 90001), "Huis");
+    EXPECT_EQ(manager().getVocab("3", 90001), "Huis");
     EXPECT_EQ(manager().getVocab("en", 90001), "House");
 }
 
 TEST_P(WordsTest, AWordWithoutTranslationIsEnglish) {
     EXPECT_EQ(manager().getVocab("nl", 90002), "Tree");
     EXPECT_EQ(manager().getVocab("nl", 90002, 1), "Tree");
-    EXPECT_EQ(manager().getVocab("2", 90002), "Tree");
+    EXPECT_EQ(manager().getVocab("3", 90002), "Tree");
 }
 
 TEST_P(WordsTest, WithoutTheFlagItIsEmpty) {
@@ -88,7 +88,7 @@ TEST_P(WordsTest, ALoginThatIsGoneOrHasNoNameIsAWordOfTheInterface) {
 
 TEST_P(WordsTest, TheWordIsInTheLanguageOfTheInterface) {
     connection().execute(
-        "update TORVEX_INTERFACE_VOCAB set lang_vocab2 = 'onbekend' where lang_label = 2560");
+        "update TORVEX_INTERFACE_VOCAB set lang_vocab3 = 'onbekend' where lang_label = 2560");
     host.session.set("torvex_current_interface", "nl");
     EXPECT_EQ(manager().getLoginName(77), "[onbekend]");
     host.session.set("torvex_current_interface", "xx");

@@ -63,9 +63,9 @@ TEST_P(TitlesTest, AnUntitledPageShowsABracketedWordInItsLanguage) {
 }
 
 TEST_P(TitlesTest, AnUntitledPageTakesTheWordOfItsOwnLanguage) {
-    row("TORVEX_INTERFACE_LANGUAGES", {{"id", 2}, {"lang_id", "nl"}, {"lang_name", "Nederlands"}});
+    row("TORVEX_INTERFACE_LANGUAGES", {{"id", 3}, {"lang_id", "nl"}, {"lang_name", "Nederlands"}});
     connection().execute(
-        "update TORVEX_INTERFACE_VOCAB set lang_vocab2 = 'naamloos' where lang_label = 2597");
+        "update TORVEX_INTERFACE_VOCAB set lang_vocab3 = 'naamloos' where lang_label = 2597");
     page("aa.nl.01").id(12).title("").insert();
     EXPECT_EQ(server().getPageTitle("12"), "[naamloos]");
 }
@@ -139,7 +139,7 @@ TEST_P(TitlesTest, AnUnknownLabelIsAnEmptyWord) {
 
 TEST_P(TitlesTest, AWordThatIsMissingInALanguageIsEmpty) {
     word(9001, "Word");
-    EXPECT_EQ(server().getVocab("2", 9001), "");
+    EXPECT_EQ(server().getVocab("3", 9001), "");
 }
 
 TEST_P(TitlesTest, ANumberWithoutAColumnIsAnError) {

@@ -330,7 +330,7 @@ TEST_P(SetupTest, ASecureSiteHasASecureAddress) {
 
 TEST_P(SetupTest, TheInterfaceComesInTheDefaultLanguage) {
     connection().execute("update TORVEX_INTERFACE_LANGUAGES set lang_default = 0");
-    row("TORVEX_INTERFACE_LANGUAGES", {{"id", 2}, {"lang_id", "nl"}, {"lang_default", 1}});
+    row("TORVEX_INTERFACE_LANGUAGES", {{"id", 3}, {"lang_id", "nl"}, {"lang_default", 1}});
     initApplication();
     initSession();
     EXPECT_EQ(host.session.text("torvex_interface_language"), "nl");
@@ -339,7 +339,7 @@ TEST_P(SetupTest, TheInterfaceComesInTheDefaultLanguage) {
 }
 
 TEST_P(SetupTest, WithoutADefaultLanguageTheInterfaceIsEnglish) {
-    row("TORVEX_INTERFACE_LANGUAGES", {{"id", 2}, {"lang_id", "nl"}, {"lang_default", 0}});
+    row("TORVEX_INTERFACE_LANGUAGES", {{"id", 3}, {"lang_id", "nl"}, {"lang_default", 0}});
     connection().execute("update TORVEX_INTERFACE_LANGUAGES set lang_default = 0");
     initSession();
     EXPECT_EQ(host.session.text("torvex_interface_language"), "en");

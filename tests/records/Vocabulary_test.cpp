@@ -10,7 +10,6 @@ class VocabularyTest : public SiteTest {
     void SetUp() override {
         SiteTest::SetUp();
         if (HasFatalFailure()) return;
-        row("TORVEX_INTERFACE_LANGUAGES", {{"id", 2}, {"lang_id", "de"}, {"lang_name", "Deutsch"}});
         word(9001, " One ");
         word(9002, "Two");
         connection().execute(
