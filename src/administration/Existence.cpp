@@ -1,6 +1,6 @@
 // cManager: what is there.
 
-#include "administration/SiteCodes.h"
+#include "records/SiteCodes.h"
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/db/Connection.h"

@@ -1,6 +1,6 @@
 #include "administration/SiteDirectories.h"
 
-#include "administration/SiteCodes.h"
+#include "records/SiteCodes.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"

@@ -1,6 +1,6 @@
 #include "administration/SiteRegister.h"
 
-#include "administration/SiteCodes.h"
+#include "records/SiteCodes.h"
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
 #include "platform/db/Connection.h"

@@ -4,7 +4,7 @@
 #include <fmt/format.h>
 #include <span>
 
-#include "administration/SiteCodes.h"
+#include "records/SiteCodes.h"
 #include "administration/SiteRegister.h"
 #include "authoring/StatusCodes.h"
 #include "platform/HostContext.h"

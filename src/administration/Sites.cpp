@@ -1,6 +1,6 @@
 // cManager: the register of sites.
 
-#include "administration/SiteCodes.h"
+#include "records/SiteCodes.h"
 #include "administration/SiteDirectories.h"
 #include "administration/SiteRegister.h"
 #include "administration/SiteRemoval.h"

@@ -254,6 +254,42 @@ class cManager {
     void updateParam(int loginId, const std::string& parameter, const std::string& value,
                      const std::string& dataType = "C");
 
+    // ---- Media (administration/MediaFolders.cpp, MediaFiles.cpp, UploadFolders.cpp) ----
+    //
+    // A `folderType` or `job` is "images" ("pictures"), anything else means documents. A folder is a text of
+    // three digits for each level.
+
+    /// Adds a folder, called "New folder", unless the parent has one of the name given: its id, or "".
+    std::string addFolder(const std::string& site, const std::string& parentFolder,
+                          const std::string& newFolderName, const std::string& folderType, int advId = 0);
+    /// With all that is in it and below it.
+    bool deleteFolder(const std::string& site, const std::string& folder, const std::string& folderType,
+                      int advId = 0);
+    std::string getFolderName(const std::string& folderType, const std::string& site,
+                              const std::string& folder);
+    /// All groups, marked where the folder has them.
+    Value getFolderGroups(const std::string& folderType, const std::string& site, const std::string& folder);
+    void setFolderGroup(const std::string& folderType, const std::string& site, const std::string& folder,
+                        int groupId, bool accessFlag);
+    /// Registers a file that lies in the folder's directory: its name, or a code.
+    std::string saveFile(const std::string& site, const std::string& folder, const std::string& folderType,
+                         const std::string& filename, const std::string& title);
+    /// The images of a folder and those below it; a negative size is any.
+    Value getImageList(const std::string& site, const std::string& folderId = "", int width = -1,
+                       int height = -1);
+    Value getDocumentList(const std::string& site, const std::string& folderId = "",
+                          const std::string& docType = "");
+    std::string getImageTitle(const std::string& site, const std::string& filename);
+    std::string getDocTitle(const std::string& site, const std::string& filename);
+    std::string getDocType(const std::string& site, const std::string& filename);
+    /// The folders that hold what applications keep for a site and language.
+    Value getSystemFolders(const std::string& site, const std::string& lang);
+    /// The script of the folder tree beside a list of files.
+    std::string getUploadFolders(const std::string& site, const std::string& tvMode,
+                                 const std::string& activeFolder, const std::string& job);
+    /// A name that is safe in the web space; with `flag` 1 a random one.
+    std::string encryptFilename(const std::string& filename, int flag = 0);
+
     // ---- The page tree (authoring/Tree.cpp, TreePlaces.cpp, PageList.cpp) ----
 
     /// "" when there is no such page.
@@ -480,6 +516,9 @@ class cManager {
                       const std::string& description);
     void recordRemoval(std::string_view operation, int advId, const std::string& what);
     LockSeeker lockSeeker() const;
+
+    /// The line of the trail for a change by an entry of the administration menu; 0 writes none.
+    void recordEntry(int advId, const std::string& action, const std::string& description);
     /// The line of the trail for a body that has been changed.
     void recordEditing(std::string_view operation, PageId pageId, const std::string& action,
                        const std::string& description);

@@ -4,17 +4,13 @@
 #include <string>
 #include <string_view>
 
+#include "records/Groups.h"
 #include "records/PageId.h"
 
 namespace torvex {
 namespace db {
 class Connection;
 }
-
-/// The groups above this one are real and need a login; it is "everybody".
-inline constexpr int everybodyGroup = 1;
-/// Stands for the list of the parent.
-inline constexpr int inheritedGroup = 0;
 
 /// Who asks for a page.
 struct Visitor {

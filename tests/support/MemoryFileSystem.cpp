@@ -47,6 +47,13 @@ std::optional<std::string> MemoryFileSystem::readBytes(const std::string& path) 
     return file->second;
 }
 
+std::optional<std::string> MemoryFileSystem::readRange(const std::string& path, std::uint64_t offset,
+                                                       std::size_t length) const {
+    const auto content = readBytes(path);
+    if (!content) return std::nullopt;
+    return offset < content->size() ? content->substr(static_cast<std::size_t>(offset), length) : std::string();
+}
+
 std::optional<std::uint64_t> MemoryFileSystem::fileSize(const std::string& path) const {
     const auto file = bytes.find(plain(path));
     if (file == bytes.end()) return std::nullopt;

@@ -153,6 +153,15 @@ std::optional<std::string> DiskFileSystem::readBytes(const std::string& path) co
     return bytes;
 }
 
+std::optional<std::string> DiskFileSystem::readRange(const std::string& path, std::uint64_t offset,
+                                                     std::size_t length) const {
+    const Descriptor file = openFile(path);
+    if (!file) return std::nullopt;
+    std::optional<std::string> bytes;
+    named("read", path, [&] { bytes = files::readRange(file, offset, length); });
+    return bytes;
+}
+
 std::optional<std::string> DiskFileSystem::readText(const std::string& path, TextFormat format) const {
     auto bytes = readBytes(path);
     if (!bytes) return bytes;

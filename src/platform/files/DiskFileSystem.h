@@ -24,6 +24,8 @@ class DiskFileSystem final : public FileSystem {
     bool folderExists(const std::string& path) const override;
     std::optional<std::string> readText(const std::string& path, TextFormat format) const override;
     std::optional<std::string> readBytes(const std::string& path) const override;
+    std::optional<std::string> readRange(const std::string& path, std::uint64_t offset,
+                                         std::size_t length) const override;
     std::optional<std::uint64_t> fileSize(const std::string& path) const override;
 
     /// Refuses a text that isn't UTF-8, which couldn't be read again; as `Unicode` it is written with

@@ -47,6 +47,21 @@ std::optional<std::string> readWhole(const Descriptor& file) {
     return bytes;
 }
 
+std::string readRange(const Descriptor& file, std::uint64_t offset, std::size_t length) {
+    std::string bytes(length, '\0');
+    std::size_t size = 0;
+    while (size < length) {
+        const ssize_t count = ::pread(file.number(), bytes.data() + size, length - size,
+                                      static_cast<off_t>(offset + size));
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) throw std::system_error(errno, std::generic_category());
+        if (count == 0) break;
+        size += static_cast<std::size_t>(count);
+    }
+    bytes.resize(size);
+    return bytes;
+}
+
 void copyBytes(const Descriptor& from, AtomicFile& to) {
     constexpr std::size_t pieceSize = 256 * 1024;
     std::string piece(pieceSize, '\0');

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <dirent.h>
 #include <functional>
 #include <optional>
@@ -19,6 +20,9 @@ struct stat statusOf(const Descriptor& descriptor);
 
 /// All bytes; nothing when it is no plain file.
 std::optional<std::string> readWhole(const Descriptor& file);
+
+/// At most `length` bytes from `offset` on, fewer where the file ends.
+std::string readRange(const Descriptor& file, std::uint64_t offset, std::size_t length);
 
 void copyBytes(const Descriptor& from, AtomicFile& to);
 

@@ -34,6 +34,10 @@ class FileSystem {
     virtual std::optional<std::string> readText(const std::string& path, TextFormat format) const = 0;
     /// The whole file, nothing when there is none.
     virtual std::optional<std::string> readBytes(const std::string& path) const = 0;
+    /// At most `length` bytes from `offset` (counted from 0) on, fewer where the file ends; nothing when there
+    /// is no such file.
+    virtual std::optional<std::string> readRange(const std::string& path, std::uint64_t offset,
+                                                 std::size_t length) const = 0;
     /// Bytes in the file, nothing when there is none.
     virtual std::optional<std::uint64_t> fileSize(const std::string& path) const = 0;
 

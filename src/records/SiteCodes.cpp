@@ -1,4 +1,4 @@
-#include "administration/SiteCodes.h"
+#include "records/SiteCodes.h"
 
 #include <algorithm>
 
