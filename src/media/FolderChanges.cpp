@@ -4,7 +4,7 @@
 
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
-#include "platform/db/Link.h"
+#include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "replication/SharedFiles.h"
 
@@ -27,7 +27,7 @@ void clear(SharedFiles& files, HostContext& host, const MediaFolder& folder) {
     try {
         files.deleteFile(directoryOf(host, folder) + "/*.*");
     } catch (const std::exception& error) {
-        host.log.warn(fmt::format("files of a former folder stayed: {}", error.what()));
+        warnOf(host.log, "files of a former folder stayed", error);
     }
 }
 
@@ -54,68 +54,61 @@ AddedFolder findOrEnter(db::Connection& transaction, const MediaFolder& parent, 
     return enterNewFolder(transaction, parent);
 }
 
-void warn(HostContext& host, std::string_view what, const MediaFolder& folder, const std::exception& error) {
-    host.log.warn(fmt::format("{} folder \"{}/{}\" {}: {}", namesOf(folder.kind).word, folder.site, folder.id,
-                              what, error.what()));
+/// What a line for operators begins with.
+std::string about(const MediaFolder& folder, std::string_view what) {
+    return fmt::format("{} folder \"{}/{}\" {}", namesOf(folder.kind).word, folder.site, folder.id, what);
 }
 
 }  // namespace
 
 AddedFolder addMediaFolder(HostContext& host, const MediaFolder& parent, std::string_view name) {
     SharedFiles files(host);
-    try {
-        const auto own = db::openOwn(host);
-        db::Transaction transaction(*own);
-        AddedFolder added = findOrEnter(*own, parent, name);
-        if (added.id.empty()) return added;
-        const MediaFolder folder{parent.kind, parent.site, added.id};
-        if (added.isNew) clear(files, host, folder);
-        createDirectories(files, host, folder);
-        transaction.commit();
+    const auto added =
+        db::tryInOwnTransaction(host, about(parent, "got no new folder"), AddedFolder{},
+                                [&](db::Connection& own) -> db::Outcome<AddedFolder> {
+                                    AddedFolder folder = findOrEnter(own, parent, name);
+                                    if (folder.id.empty()) return db::refuse(folder);
+                                    const MediaFolder made{parent.kind, parent.site, folder.id};
+                                    if (folder.isNew) clear(files, host, made);
+                                    createDirectories(files, host, made);
+                                    return db::commit(folder);
+                                });
+    if (added.isCommitted) {
         files.replicate();
-        return added;
-    } catch (const std::exception& error) {
-        warn(host, "got no new folder", parent, error);
+    } else {
+        files.takeBack();
     }
-    files.takeBack();
-    return {};
+    return added.value;
 }
 
 bool removeMediaFolder(HostContext& host, const MediaFolder& folder) {
-    try {
-        const auto own = db::openOwn(host);
-        db::Transaction transaction(*own);
-        removeFolderRows(*own, folder);
-        transaction.commit();
-    } catch (const std::exception& error) {
-        warn(host, "was not removed", folder, error);
-        return false;
-    }
+    const auto removed =
+        db::tryInOwnTransaction(host, about(folder, "was not removed"), false, [&](db::Connection& own) {
+            removeFolderRows(own, folder);
+            return db::commit(true);
+        });
+    if (!removed.value) return false;
     try {
         SharedFiles files(host);
         files.deleteFolder(directoryOf(host, folder));
         files.replicate();
     } catch (const std::exception& error) {
-        warn(host, "left its directory behind", folder, error);
+        warnOf(host.log, about(folder, "left its directory behind"), error);
     }
     return true;
 }
 
 void setMediaFolderGroup(HostContext& host, const MediaFolder& folder, int groupId, bool access) {
-    try {
-        const auto own = db::openOwn(host);
-        db::Transaction transaction(*own);
-        if (!holdRow(*own, folder)) {
-            removeFolderGroups(*own, folder);
+    db::tryInOwnTransaction(host, about(folder, "kept its groups"), false, [&](db::Connection& own) {
+        if (!holdRow(own, folder)) {
+            removeFolderGroups(own, folder);
         } else if (access) {
-            admitGroup(*own, folder, groupId);
+            admitGroup(own, folder, groupId);
         } else {
-            dismissGroup(*own, folder, groupId);
+            dismissGroup(own, folder, groupId);
         }
-        transaction.commit();
-    } catch (const std::exception& error) {
-        warn(host, "kept its groups", folder, error);
-    }
+        return db::commit(true);
+    });
 }
 
 }  // namespace torvex

@@ -2,6 +2,7 @@
 
 #include "platform/Errors.h"
 #include "platform/db/Grid.h"
+#include "templates/AssetRemoval.h"
 
 namespace torvex {
 
@@ -26,6 +27,22 @@ db::Rows selectList(db::Connection& connection, int listType) {
     if (listType == 0 || listType == 1) return connection.query(selectBySystem, {listType});
     return connection.query(listType == 2 ? selectPublishable : selectAll);
 }
+
+constexpr std::array<AssetUse, 2> uses{
+    AssetUse{"select application from TORVEX_PAGES_DESIGN where application = ?", removalStatus::usedByPage},
+    AssetUse{"select application from TORVEX_PAGES_LIVE where application = ?", removalStatus::usedByPage},
+};
+
+constexpr RemovableAsset removable{
+    .operation = "delApplication",
+    .word = "Application",
+    .lockItem = "application",
+    .locked = removalStatus::locked,
+    .selectEntry = "select app_name as name, '' as filename from TORVEX_APPLICATIONS where app_id = ?",
+    .deleteEntry = "delete from TORVEX_APPLICATIONS where app_id = ?",
+    .directoryKey = "",
+    .uses = uses,
+};
 
 }  // namespace
 
@@ -63,6 +80,12 @@ std::string Application::getApplicationName(int appId) try {
     return rows.next() ? rows.text("app_name") : std::string();
 } catch (...) {
     raiseFrom("getApplicationName !");
+}
+
+std::string Application::delApplication(int appId, int advId) try {
+    return removeAsset(host_, removable, appId, advId);
+} catch (...) {
+    raiseFrom("delApplication !");
 }
 
 }  // namespace torvex

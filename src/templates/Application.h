@@ -29,6 +29,10 @@ class Application {
     /// "" when there is none.
     std::string getApplicationName(int appId);
 
+    // Removing entries
+    /// "0", or why it stays.
+    std::string delApplication(int appId, int advId = 0);
+
     // The entry last read
     bool appExists() const { return entry_.exists; }
     const std::string& appName() const { return entry_.name; }

@@ -2,6 +2,7 @@
 
 #include "platform/Errors.h"
 #include "platform/db/Grid.h"
+#include "templates/AssetRemoval.h"
 
 namespace torvex {
 
@@ -10,6 +11,32 @@ namespace {
 constexpr std::string_view selectAll =
     "select btpl_id, btpl_Name, btpl_Description from TORVEX_BASETEMPLATES "
     "where btpl_site = ? and btpl_lang = ? order by btpl_Name";
+
+/// Only what is used in the entry's own site and language counts.
+constexpr std::array<AssetUse, 2> uses{
+    AssetUse{"select a.baseTemplate from TORVEX_PAGES_DESIGN a inner join TORVEX_BASETEMPLATES b on a.site = "
+             "b.btpl_site and a.lang = b.btpl_lang "
+             "and a.baseTemplate = b.btpl_id where b.btpl_id = ?",
+             removalStatus::usedByPage},
+    AssetUse{"select a.baseTemplate from TORVEX_PAGES_LIVE a inner join TORVEX_BASETEMPLATES b on a.site = "
+             "b.btpl_site and a.lang = b.btpl_lang "
+             "and a.baseTemplate = b.btpl_id where b.btpl_id = ?",
+             removalStatus::usedByPage},
+};
+
+constexpr RemovableAsset removable{
+    .operation = "delBaseTemplate",
+    .word = "Base template",
+    .lockItem = "baseTemplate",
+    .locked = removalStatus::locked,
+    .selectEntry =
+        "select btpl_site as site, btpl_lang as lang, btpl_name as name, btpl_filename as filename from "
+        "TORVEX_BASETEMPLATES "
+        "where btpl_id = ?",
+    .deleteEntry = "delete from TORVEX_BASETEMPLATES where btpl_id = ?",
+    .directoryKey = "torvex_baseTemplates_dir",
+    .uses = uses,
+};
 
 }  // namespace
 
@@ -63,6 +90,12 @@ PageId BaseTemplate::getPageId(const std::string& nodeId) try {
     return pageIdOf(connection_.use(host_), nodeId);
 } catch (...) {
     raiseFrom("getPageId !");
+}
+
+std::string BaseTemplate::delBaseTemplate(int baseTemplateId, int advId) try {
+    return removeAsset(host_, removable, baseTemplateId, advId);
+} catch (...) {
+    raiseFrom("delBaseTemplate !");
 }
 
 }  // namespace torvex

@@ -2,6 +2,7 @@
 
 #include "platform/Errors.h"
 #include "platform/db/Grid.h"
+#include "templates/AssetRemoval.h"
 
 namespace torvex {
 
@@ -10,6 +11,32 @@ namespace {
 constexpr std::string_view selectAll =
     "select ss_id, ss_Name, ss_Description from TORVEX_STYLESHEETS "
     "where ss_site = ? and ss_lang = ? order by ss_Name";
+
+/// Only what is used in the entry's own site and language counts.
+constexpr std::array<AssetUse, 2> uses{
+    AssetUse{"select a.stylesheet from TORVEX_PAGES_DESIGN a inner join TORVEX_STYLESHEETS b on a.site = "
+             "b.ss_site and a.lang = b.ss_lang "
+             "and a.stylesheet = b.ss_id where b.ss_id = ?",
+             removalStatus::usedByPage},
+    AssetUse{"select a.stylesheet from TORVEX_PAGES_LIVE a inner join TORVEX_STYLESHEETS b on a.site = "
+             "b.ss_site and a.lang = b.ss_lang "
+             "and a.stylesheet = b.ss_id where b.ss_id = ?",
+             removalStatus::usedByPage},
+};
+
+constexpr RemovableAsset removable{
+    .operation = "delStylesheet",
+    .word = "Stylesheet",
+    .lockItem = "stylesheet",
+    .locked = removalStatus::locked,
+    .selectEntry =
+        "select ss_site as site, ss_lang as lang, ss_name as name, ss_filename as filename from "
+        "TORVEX_STYLESHEETS "
+        "where ss_id = ?",
+    .deleteEntry = "delete from TORVEX_STYLESHEETS where ss_id = ?",
+    .directoryKey = "torvex_stylesheets_dir",
+    .uses = uses,
+};
 
 }  // namespace
 
@@ -62,6 +89,12 @@ PageId StyleSheet::getPageId(const std::string& nodeId) try {
     return pageIdOf(connection_.use(host_), nodeId);
 } catch (...) {
     raiseFrom("getPageId !");
+}
+
+std::string StyleSheet::delStylesheet(int stylesheetId, int advId) try {
+    return removeAsset(host_, removable, stylesheetId, advId);
+} catch (...) {
+    raiseFrom("delStylesheet !");
 }
 
 }  // namespace torvex

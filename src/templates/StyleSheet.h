@@ -29,6 +29,10 @@ class StyleSheet {
     /// The entries of a site and language by name: id, name, description.
     Value getStylesheetList(const std::string& site, const std::string& lang);
 
+    // Removing entries
+    /// With its file: "0", or why it stays.
+    std::string delStylesheet(int stylesheetId, int advId = 0);
+
     // What is in force for a page: its own entry, or that of the nearest ancestor that names one; "" for
     // none.
     std::string getStylesheetFile(const std::string& pageIdent, const std::string& mode = "L");

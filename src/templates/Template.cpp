@@ -2,6 +2,7 @@
 
 #include "platform/Errors.h"
 #include "platform/db/Grid.h"
+#include "templates/AssetRemoval.h"
 
 namespace torvex {
 
@@ -16,6 +17,48 @@ constexpr std::string_view selectOthers =
 constexpr std::string_view selectAll =
     "select tpl_id, tpl_Name, tpl_Description, tpl_System from TORVEX_TEMPLATES "
     "where tpl_site = ? and tpl_lang = ? order by tpl_System, tpl_Name";
+
+/// Only what is used in the entry's own site and language counts.
+constexpr std::array<AssetUse, 6> uses{
+    AssetUse{"select a.template from TORVEX_PAGES_DESIGN a inner join TORVEX_TEMPLATES b on a.site = "
+             "b.tpl_site and a.lang = b.tpl_lang "
+             "and a.template = b.tpl_id where b.tpl_id = ?",
+             removalStatus::usedByPage},
+    AssetUse{"select a.template from TORVEX_PAGES_LIVE a inner join TORVEX_TEMPLATES b on a.site = "
+             "b.tpl_site and a.lang = b.tpl_lang "
+             "and a.template = b.tpl_id where b.tpl_id = ?",
+             removalStatus::usedByPage},
+    AssetUse{"select a.templateId from TORVEX_NEWSFLASH_DESIGN a inner join TORVEX_TEMPLATES b on a.site = "
+             "b.tpl_site and a.lang = b.tpl_lang "
+             "and a.templateId = b.tpl_id where b.tpl_id = ?",
+             removalStatus::usedByNewsflash},
+    AssetUse{"select a.templateId from TORVEX_NEWSFLASH_LIVE a inner join TORVEX_TEMPLATES b on a.site = "
+             "b.tpl_site and a.lang = b.tpl_lang "
+             "and a.templateId = b.tpl_id where b.tpl_id = ?",
+             removalStatus::usedByNewsflash},
+    AssetUse{"select a.templateId from TORVEX_DYNMENU_DESIGN a inner join TORVEX_TEMPLATES b on a.site = "
+             "b.tpl_site and a.lang = b.tpl_lang "
+             "and a.templateId = b.tpl_id where b.tpl_id = ?",
+             removalStatus::usedByMenu},
+    AssetUse{"select a.templateId from TORVEX_DYNMENU_LIVE a inner join TORVEX_TEMPLATES b on a.site = "
+             "b.tpl_site and a.lang = b.tpl_lang "
+             "and a.templateId = b.tpl_id where b.tpl_id = ?",
+             removalStatus::usedByMenu},
+};
+
+constexpr RemovableAsset removable{
+    .operation = "delTemplate",
+    .word = "Content template",
+    .lockItem = "contentTemplate",
+    .locked = removalStatus::templateLocked,
+    .selectEntry =
+        "select tpl_site as site, tpl_lang as lang, tpl_name as name, tpl_filename as filename from "
+        "TORVEX_TEMPLATES "
+        "where tpl_id = ?",
+    .deleteEntry = "delete from TORVEX_TEMPLATES where tpl_id = ?",
+    .directoryKey = "torvex_contentTemplates_dir",
+    .uses = uses,
+};
 
 }  // namespace
 
@@ -68,6 +111,12 @@ PageId Template::getPageId(const std::string& nodeId) try {
     return pageIdOf(connection_.use(host_), nodeId);
 } catch (...) {
     raiseFrom("getPageId !");
+}
+
+std::string Template::delTemplate(int templateId, int advId) try {
+    return removeAsset(host_, removable, templateId, advId);
+} catch (...) {
+    raiseFrom("delTemplate !");
 }
 
 }  // namespace torvex

@@ -30,6 +30,10 @@ class Template {
     /// system, 0 the others, anything else all.
     Value getTemplateList(const std::string& site, const std::string& lang, int listType);
 
+    // Removing entries
+    /// With its file: "0", or why it stays.
+    std::string delTemplate(int templateId, int advId = 0);
+
     // What is in force for a page: its own entry, or that of the nearest ancestor that names one; "" for
     // none.
     std::string getTemplateFile(const std::string& pageIdent, const std::string& mode = "L");
