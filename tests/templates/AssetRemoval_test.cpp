@@ -141,7 +141,7 @@ TEST_P(AssetRemovalTest, APageOfAnotherSiteDoesntCountButForApplications) {
 
 TEST_P(AssetRemovalTest, AContentTemplateOfANewsflashStays) {
     for (const auto* table : {"TORVEX_NEWSFLASH_DESIGN", "TORVEX_NEWSFLASH_LIVE"}) {
-        row(table, {{"nf_id", 1}, {"site", "aa"}, {"lang", "en"}, {"templateId", 5}});
+        row(table, {{"id", 1}, {"site", "aa"}, {"lang", "en"}, {"templateId", 5}});
         expectRefusal("4", [&] { return removeTemplate(); });
         connection().execute(std::string("delete from ") + table);
     }
@@ -149,7 +149,7 @@ TEST_P(AssetRemovalTest, AContentTemplateOfANewsflashStays) {
 
 TEST_P(AssetRemovalTest, AContentTemplateOfADynamicMenuStays) {
     for (const auto* table : {"TORVEX_DYNMENU_DESIGN", "TORVEX_DYNMENU_LIVE"}) {
-        row(table, {{"dm_id", 1}, {"site", "aa"}, {"lang", "en"}, {"templateId", 5}});
+        row(table, {{"pageId", 1}, {"site", "aa"}, {"lang", "en"}, {"templateId", 5}});
         expectRefusal("5", [&] { return removeTemplate(); });
         connection().execute(std::string("delete from ") + table);
     }
@@ -158,9 +158,9 @@ TEST_P(AssetRemovalTest, AContentTemplateOfADynamicMenuStays) {
 TEST_P(AssetRemovalTest, PagesAreAskedBeforeNewsflashesAndThoseBeforeMenusAndLocks) {
     otherAuthor();
     lock("TORVEX_TEMPLATES", "tpl_id");
-    row("TORVEX_DYNMENU_LIVE", {{"dm_id", 1}, {"site", "aa"}, {"lang", "en"}, {"templateId", 5}});
+    row("TORVEX_DYNMENU_LIVE", {{"pageId", 1}, {"site", "aa"}, {"lang", "en"}, {"templateId", 5}});
     expectRefusal("5", [&] { return removeTemplate(); });
-    row("TORVEX_NEWSFLASH_LIVE", {{"nf_id", 1}, {"site", "aa"}, {"lang", "en"}, {"templateId", 5}});
+    row("TORVEX_NEWSFLASH_LIVE", {{"id", 1}, {"site", "aa"}, {"lang", "en"}, {"templateId", 5}});
     expectRefusal("4", [&] { return removeTemplate(); });
     page("aa.en.01").contentTemplate(5).insertInLiveOnly();
     expectRefusal("3", [&] { return removeTemplate(); });
