@@ -38,8 +38,8 @@ std::string cManager::addFolder(const std::string& site, const std::string& pare
     const AddedFolder added =
         addMediaFolder(host_, parent, text::first(text::trim(newFolderName), longestName));
     if (added.isNew) {
-        recordEntry(advId, "new",
-                    parent.kind == MediaKind::Images ? "New image folder" : "New document folder");
+        recordChange("addFolder", advId, "new",
+                     parent.kind == MediaKind::Images ? "New image folder" : "New document folder");
     }
     return added.id;
 } catch (...) {
@@ -52,8 +52,8 @@ bool cManager::deleteFolder(const std::string& site, const std::string& folder, 
     if (!author_.isLoggedIn() || removed.id.empty() || !isFolder(removed)) return false;
     const std::string name = folderName(connection(), removed);
     if (!removeMediaFolder(host_, removed)) return false;
-    recordEntry(advId, "delete",
-                std::string(namesOf(removed.kind).word) + " folder \"" + name + "\" has been removed");
+    recordChange("deleteFolder", advId, "delete",
+                 std::string(namesOf(removed.kind).word) + " folder \"" + name + "\" has been removed");
     return true;
 } catch (...) {
     raiseFrom("deleteFolder !");

@@ -61,8 +61,4 @@ void cManager::addAuditTrail(const std::string& pageIdent, const std::string& ad
     raiseFrom("addAuditTrail !");
 }
 
-void cManager::recordEntry(int advId, const std::string& action, const std::string& description) {
-    if (advId > 0) addAuditTrail("", std::to_string(advId), action, description);
-}
-
 }  // namespace torvex

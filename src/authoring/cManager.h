@@ -517,8 +517,6 @@ class cManager {
     void recordRemoval(std::string_view operation, int advId, const std::string& what);
     LockSeeker lockSeeker() const;
 
-    /// The line of the trail for a change by an entry of the administration menu; 0 writes none.
-    void recordEntry(int advId, const std::string& action, const std::string& description);
     /// The line of the trail for a body that has been changed.
     void recordEditing(std::string_view operation, PageId pageId, const std::string& action,
                        const std::string& description);
