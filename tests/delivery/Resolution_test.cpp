@@ -347,10 +347,22 @@ TEST_P(ResolutionTest, AConnectionTextServesAsWellAsAConnection) {
     EXPECT_TRUE(other.isPage("12"));
 }
 
-TEST_P(ResolutionTest, AConnectionTextThatNamesNothingFailsAtTheFirstQuery) {
-    cServer other(host.context());
-    other.connect(std::string("nonsense:"));
-    EXPECT_TRUE(errorOf([&] { other.getPage("12"); }).starts_with(chain({"getPage!"})));
+TEST_P(ResolutionTest, AConnectionTextThatOpensNothingFailsAtTheFirstQueryWhereItIsMade) {
+    for (const auto* text : {"nonsense:", "sqlite:/no/such/folder", "postgresql:///x?host=/no/such/folder"}) {
+        cServer other(host.context());
+        other.connect(std::string(text));
+        EXPECT_TRUE(errorOf([&] { other.getPage("12"); }).starts_with(chain({"getPage!", "getNodeId !"})))
+            << text;
+        EXPECT_TRUE(
+            errorOf([&] { other.getPage("aa.en.01"); }).starts_with(chain({"getPage!", "getPageId !"})))
+            << text;
+    }
+}
+
+TEST_P(ResolutionTest, WithoutAConnectionTheFirstQueryFailsWhereItIsMade) {
+    cServer unconnected(host.context());
+    EXPECT_EQ(errorOf([&] { unconnected.getPage("12"); }),
+              chain({"getPage!", "getNodeId !"}) + "no connection: connect was not called");
 }
 
 }  // namespace
