@@ -7,7 +7,7 @@ import { fileURLToPath } from "node:url";
 import { chromium } from "playwright-core";
 
 const root = join(dirname(fileURLToPath(import.meta.url)), "../..");
-const program = process.env.TORVEX_PROGRAM ?? join(root, "build/debug/torvex");
+const program = process.env.TORVEX_PROGRAM ?? join(root, "build/release/torvex");
 
 const browserOptions = {
   executablePath: process.env.CHROMIUM ?? "/usr/bin/chromium",
@@ -32,6 +32,8 @@ export async function startSite(statements = [], prepare = () => {}) {
   return {
     address,
     browser,
+    query: (statement) => execFileSync(program, ["sql", "--json", "--install", install, statement], { encoding: "utf8" })
+      .trim().split("\n").map((row) => JSON.parse(row)),
     async stop() {
       await browser.close();
       const ended = new Promise((resolve) => server.once("exit", resolve));

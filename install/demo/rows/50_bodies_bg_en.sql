@@ -154,7 +154,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 (4, 1, 1, 0, 'Opening hours and tickets'),
 (4, 2, 1, 0, '<p>The garden is open every day of the year but one: on 24 December the gardeners have the place to themselves.</p>'),
 (4, 3, 1, 0, '<h2>Opening hours</h2>
-<div class="table">
+<div class="table" tabindex="0" role="region" aria-label="Opening hours">
 <table>
   <thead>
     <tr><th scope="col">Part of the garden</th><th scope="col">April to September</th><th scope="col">October to March</th></tr>
@@ -169,7 +169,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 </div>
 <p>Last admission is an hour before the grounds close. In storms of force 8 and above we close the woodland.</p>
 <h2>Tickets</h2>
-<div class="table">
+<div class="table" tabindex="0" role="region" aria-label="Tickets">
 <table>
   <thead>
     <tr><th scope="col">Ticket</th><th scope="col" class="number">Price</th></tr>
@@ -324,7 +324,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   </li>
 </ul>
 <h2>Regular walks</h2>
-<div class="table">
+<div class="table" tabindex="0" role="region" aria-label="Regular walks">
 <table>
   <thead><tr><th scope="col">When</th><th scope="col">What</th><th scope="col">Where we meet</th></tr></thead>
   <tbody>
@@ -506,7 +506,8 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
 (42, 1, 1, 0, 'Volunteers’ board'),
 (42, 2, 1, 0, '<p>Who works where, and what is waiting.</p>'),
-(42, 3, 1, 0, '<table>
+(42, 3, 1, 0, '<div class="table" tabindex="0" role="region" aria-label="The week’s work">
+<table>
   <thead><tr><th scope="col">Day</th><th scope="col">Where</th><th scope="col">What</th></tr></thead>
   <tbody>
     <tr><td>Tuesday, 9 to 12</td><td>Woodland</td><td>Bramble and ivy off the snowdrop banks</td></tr>
@@ -514,6 +515,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
     <tr><td>Saturday, 14 to 16</td><td>Palm House</td><td>Answering visitors’ questions</td></tr>
   </tbody>
 </table>
+</div>
 <p>Gloves and tools are in the shed behind the orangery; the key hangs at the gate.</p>');
 
 -- bg.en.08.03  Log in

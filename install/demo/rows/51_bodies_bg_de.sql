@@ -154,7 +154,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 (104, 1, 1, 0, 'Öffnungszeiten und Preise'),
 (104, 2, 1, 0, '<p>Der Garten ist an allen Tagen des Jahres geöffnet bis auf einen: Am 24. Dezember gehört er denen, die ihn pflegen.</p>'),
 (104, 3, 1, 0, '<h2>Öffnungszeiten</h2>
-<div class="table">
+<div class="table" tabindex="0" role="region" aria-label="Öffnungszeiten">
 <table>
   <caption>Alle Angaben in Uhr</caption>
   <thead>
@@ -170,7 +170,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 </div>
 <p>Letzter Einlass ist eine Stunde vor Schließung des Geländes. Ab Windstärke 8 sperren wir den Wald.</p>
 <h2>Eintritt</h2>
-<div class="table">
+<div class="table" tabindex="0" role="region" aria-label="Eintritt">
 <table>
   <thead>
     <tr><th scope="col">Karte</th><th scope="col" class="number">Preis</th></tr>
@@ -306,7 +306,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   </li>
 </ul>
 <h2>Regelmäßige Führungen</h2>
-<div class="table">
+<div class="table" tabindex="0" role="region" aria-label="Regelmäßige Führungen">
 <table>
   <thead><tr><th scope="col">Wann</th><th scope="col">Was</th><th scope="col">Treffpunkt</th></tr></thead>
   <tbody>
@@ -401,14 +401,16 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
 (142, 1, 1, 0, 'Für Helfer'),
 (142, 2, 1, 0, '<p>Wer wo arbeitet und was wartet.</p>'),
-(142, 3, 1, 0, '<table>
+(142, 3, 1, 0, '<div class="table" tabindex="0" role="region" aria-label="Die Arbeit der Woche">
+<table>
   <thead><tr><th scope="col">Tag</th><th scope="col">Wo</th><th scope="col">Was</th></tr></thead>
   <tbody>
     <tr><td>Dienstag, 9 bis 12</td><td>Wäldchen</td><td>Brombeeren und Efeu von den Schneeglöckchen nehmen</td></tr>
     <tr><td>Donnerstag, 9 bis 12</td><td>Anzucht</td><td>Umtopfen, Etiketten, Listen</td></tr>
     <tr><td>Samstag, 14 bis 16</td><td>Palmenhaus</td><td>Fragen der Besucher beantworten</td></tr>
   </tbody>
-</table>');
+</table>
+</div>');
 
 -- bg.de.06.03  Anmelden
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values

@@ -95,7 +95,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <p>A seed may be shut in by a coat that water can’t pass, by an embryo that isn’t finished, or by a substance that has to be washed out. Many have two of these locks, some all three. In the cold room we open them one by one and note which key fits: frost, smoke, light, a month of wet, the stomach of a thrush.</p>
 <h2>The sample of 1923</h2>
 <p>When the seed room was rebuilt in 1923, somebody bricked up a box with twenty bottles and left a note: open one every five years. The note was forgotten, and the box found in 1998. We have kept to the plan since then, at the pace of the note.</p>
-<div class="table">
+<div class="table" tabindex="0" role="region" aria-label="Germination from the bottles opened so far">
 <table>
   <caption>Germination from the bottles opened so far</caption>
   <thead><tr><th scope="col">Bottle</th><th scope="col">Opened</th><th scope="col">Species</th><th scope="col" class="number">Germinated of 200</th></tr></thead>

@@ -95,7 +95,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <p>Ein Samen kann durch eine Schale verschlossen sein, die kein Wasser durchlässt, durch einen Keimling, der noch nicht fertig ist, oder durch einen Stoff, der erst ausgewaschen werden muss. Viele haben zwei dieser Schlösser, manche alle drei. Im Kühlraum öffnen wir eines nach dem anderen und notieren, welcher Schlüssel passt: Frost, Rauch, Licht, ein nasser Monat, der Magen einer Drossel.</p>
 <h2>Die Probe von 1923</h2>
 <p>Beim Umbau des Samenraums mauerte 1923 jemand eine Kiste mit zwanzig Flaschen ein und legte einen Zettel dazu: alle fünf Jahre eine öffnen. Der Zettel geriet in Vergessenheit, die Kiste fand sich 1998. Seither halten wir uns an den Plan, im Takt des Zettels.</p>
-<div class="table">
+<div class="table" tabindex="0" role="region" aria-label="Keimung aus den bisher geöffneten Flaschen">
 <table>
   <caption>Keimung aus den bisher geöffneten Flaschen</caption>
   <thead><tr><th scope="col">Flasche</th><th scope="col">Geöffnet</th><th scope="col">Art</th><th scope="col" class="number">Gekeimt von 200</th></tr></thead>
