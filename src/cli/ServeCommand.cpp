@@ -5,6 +5,7 @@
 #include <spdlog/logger.h>
 
 #include "cli/OpenInstallation.h"
+#include "cli/ServerUser.h"
 #include "cli/StopSignals.h"
 #include "cli/UsageError.h"
 #include "host/BufferedHits.h"
@@ -59,16 +60,31 @@ std::unique_ptr<HttpServer> makeServer(const ServerOptions& options, const Servi
                     error.what(), settingsFileName));
 }
 
+/// From here on files are made by whom they are to belong to.
+ServerUser userOf(const ServerOptions& server, const Installation& installation) {
+    ServerUser user(server.user);
+    user.allowAddress(server.address);
+    user.demandFolder(installation.folder());
+    return user;
+}
+
+constexpr std::string_view workingAsRoot =
+    "working as root, which a fault in the program would hand on; name another user in [server] of "
+    "torvex.toml";
+
 }  // namespace
 
 ExitCode serve(const ServeOptions& options, const Environment& environment) {
     StopSignals signals;
-    OpenInstallation opened(Installation::open(options.install, environment));
-    ServerOptions server = opened.installation.settings().server;
+    Installation installation = Installation::open(options.install, environment);
+    ServerOptions server = installation.settings().server;
     if (options.listen) listenAt(*options.listen, server);
-    server.rootFolder = (opened.installation.folder() / "wwwroot").string();
+    server.rootFolder = (installation.folder() / "wwwroot").string();
+    ServerUser user = userOf(server, installation);
 
+    OpenInstallation opened(std::move(installation));
     spdlog::logger& log = *opened.log;
+    if (user.isRootUnasked()) log.warn(workingAsRoot);
     opened.runWithoutVisitor([](HostContext& host) {
         Setup(host).initApplication();
         tidySnapshotFolders(host);
@@ -77,7 +93,9 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
                             opened.application.text("torvex_doc_url")};
     BufferedHits hits([&] { return opened.installation.openDatabase(*opened.database, db::Purpose::Hits); },
                       log);
-    const auto http = makeServer(server, opened.services().with(hits), log);
+    std::unique_ptr<HttpServer> http;
+    user.asRoot([&] { http = makeServer(server, opened.services().with(hits), log); });
+    user.giveUpRoot();
     notePorts(opened.application, *http);
     log.info("serving {} at {}", opened.installation.folder().string(), addresses(server, *http));
     signals.watch([&] { http->stop(); });

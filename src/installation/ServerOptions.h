@@ -56,6 +56,8 @@ struct TlsFiles {
 };
 
 struct ServerOptions {
+    /// Whom to serve as when the program is started as root; "" stays who starts it.
+    std::string user;
     std::string address = "127.0.0.1";
     std::uint16_t port = 0;  ///< 0 takes a free one
     TlsFiles tls;

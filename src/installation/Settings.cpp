@@ -56,6 +56,7 @@ void readDatabase(SettingsSection section, DatabaseSettings& database) {
 void readServer(SettingsSection section, ServerOptions& server) {
     std::string listen = fmt::format("{}:{}", server.address, server.port);
     section.read("listen", listen);
+    section.read("user", server.user);
     section.readNumber("threads", server.loops, 0, 256);
     section.readNumber("workers", server.workers, 0, 1024);
     section.readNumber("most_workers", server.mostWorkers, 1, 1024);

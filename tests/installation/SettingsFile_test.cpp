@@ -36,6 +36,7 @@ TEST(NewSettingsFile, CommentedSettingsShowTheDefaults) {
     EXPECT_EQ(given.paths.documents, defaults.paths.documents);
     EXPECT_EQ(given.logLevel, defaults.logLevel);
     EXPECT_EQ(given.server.address, defaults.server.address);
+    EXPECT_EQ(given.server.user, defaults.server.user);
     EXPECT_EQ(given.server.port, defaults.server.port);
     EXPECT_EQ(given.server.loops, defaults.server.loops);
     EXPECT_EQ(given.server.workers, defaults.server.workers);

@@ -25,6 +25,7 @@ class RunningProgram {
     RunningProgram& operator=(const RunningProgram&) = delete;
     ~RunningProgram();
 
+    pid_t process() const { return process_; }
     void signal(int number) const;
     /// Throws when it doesn't end in time.
     ProgramResult wait(std::chrono::seconds patience = std::chrono::seconds(60));
