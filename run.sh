@@ -33,7 +33,9 @@ fi
 . scripts/common.sh
 install_packages build
 [ -x build/release/torvex ] || say "building the program; the first time takes a few minutes"
-build_preset release
+# The tests need more packages, and longer.
+[ -f build/release/build.ninja ] || configure release -DTORVEX_TESTS=OFF
+build release torvex
 
 if [ ! -e "$install/torvex.toml" ]; then
     say "making the demo installation in $install"

@@ -5,10 +5,11 @@ set -euo pipefail
 usage() {
     echo "usage: $0 [--quick | --full]"
     echo
-    echo "Builds the program and passes every test: of the parts and of the program on both databases, and in a"
-    echo "browser. --quick leaves the browser out. --full adds what takes as long again: the same tests under the"
-    echo "address and undefined-behaviour sanitizers, a short run of the fuzz targets, format and lint. What is"
-    echo "missing is installed from Debian's packages."
+    echo "Builds the release and passes every test on it: of the parts and of the program on both databases, and in"
+    echo "a browser. --quick leaves the browser out. --full adds the same tests under the address and"
+    echo "undefined-behaviour sanitizers, those that run threads under the thread sanitizer, a short run of the fuzz"
+    echo "targets, format and lint. What is missing is installed from Debian's packages. docs/testing.md says what"
+    echo "each step is for."
 }
 
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")"
@@ -26,13 +27,32 @@ failed=0
 fuzz_seconds=20
 jobs=$(nproc)
 
+# Sets `processor` to the seconds of processor time that all took that has ended so far. (A subshell would give its own.)
+figures=$(mktemp)
+trap 'rm -f "$figures"' EXIT
+note_processor() {
+    times >"$figures"
+    processor=$(awk 'NR == 2 {gsub("m", " "); gsub("s", ""); printf "%.0f", $1 * 60 + $2 + $3 * 60 + $4}' "$figures")
+}
+begin() {
+    note_processor
+    began=$SECONDS began_processor=$processor
+}
+# Sets `taken` to what has been taken since, as "12 s (20 s of processor time)".
+end() {
+    note_processor
+    taken="$((SECONDS - began)) s ($((processor - began_processor)) s of processor time)"
+}
+
 # Runs a step; a failure is noted and the others run all the same.
 step() {
-    local name=$1 begin=$SECONDS
+    local name=$1
     shift
     say "$name"
+    begin
     if "$@"; then
-        say "$name: done in $((SECONDS - begin)) s"
+        end
+        say "$name: done in $taken"
     else
         say "$name: FAILED"
         failed=$((failed + 1))
@@ -66,8 +86,13 @@ run_shards() {
 # without its results counts as one failure.
 run_tests() {
     local preset=$1 results=build/$1/results status=0
-    [ -x "build/$preset/tests/torvex_tests" ] || return 0
+    if [ ! -x "build/$preset/tests/torvex_tests" ]; then
+        say "$preset tests: FAILED, there is no test program"
+        failed=$((failed + 1))
+        return
+    fi
     say "$preset tests"
+    begin
     rm -f "$results".*.xml
     TORVEX_PROGRAM=$PWD/build/$preset/torvex run_shards "$preset" "$results" || status=$?
     local files=("$results".*.xml) all broken skipped
@@ -78,48 +103,63 @@ run_tests() {
     if [ "$status" -ne 0 ] && [ "$broken" -eq 0 ]; then broken=1; fi
     failed=$((failed + broken))
     # The same cases under the sanitizers are no further ones.
-    if [ "$preset" = debug ]; then passed=$((all - broken - skipped)); fi
-    say "$preset tests: $((all - broken - skipped)) passed, $broken failed, $skipped skipped"
+    if [ "$preset" = release ]; then passed=$((all - broken - skipped)); fi
+    end
+    say "$preset tests: $((all - broken - skipped)) passed, $broken failed, $skipped skipped in $taken"
 }
+
+# What run.sh has configured has no tests, so the presets are read anew.
+build_preset() { configure "$1" && build "$@"; }
+
+# What can be seen of a program without running it.
+check_programs() {
+    local programs=(build/release/torvex build/release/tests/torvex_tests)
+    python3 scripts/check_unwind.py "${programs[@]}" && python3 scripts/check_hardening.py "${programs[0]}"
+}
+check_scripts() { python3 -m unittest discover -q -s tests/scripts -p '*_test.py'; }
 
 sources() { find src tests bench fuzz \( -name '*.cpp' -o -name '*.h' \) -print0 2>/dev/null; }
 check_format() { sources | xargs -0 clang-format-14 --dry-run -Werror; }
-check_lint() {
-    find src -name '*.cpp' -print0 |
-        xargs -0 -n 4 -P "$jobs" clang-tidy-14 -p build/debug --quiet 2> >(grep -v 'warnings generated' >&2 || true)
-}
+check_lint() { python3 scripts/lint.py build/sanitizers "$jobs"; }
 run_fuzz_target() {
-    local corpus=build/asan/corpus/${1##*/} seconds=$fuzz_seconds
+    local corpus=build/sanitizers/corpus/${1##*/} seconds=$fuzz_seconds
     # What every visitor can reach is tried for longer.
     case ${1##*/} in links_fuzz | request_fuzz) seconds=60 ;; esac
     mkdir -p "$corpus"
     "$1" -max_total_time=$seconds -timeout=10 -verbosity=0 -print_final_stats=1 \
-        -artifact_prefix="build/asan/" "$corpus" </dev/null 2>&1 |
+        -artifact_prefix="build/sanitizers/" "$corpus" </dev/null 2>&1 |
         grep -v -e ' # Uses: ' -e 'ecommended dictionary' | tail -n 25 | sed "s/^/${1##*/}: /"
 }
 # As many at a time as there are cores. A target that finds something shows it and fails.
 run_fuzz_targets() {
     export -f run_fuzz_target
     export fuzz_seconds
-    find build/asan/fuzz -name '*_fuzz' -executable -print0 |
+    find build/sanitizers/fuzz -name '*_fuzz' -executable -print0 |
         xargs -0 -r -n 1 -P "$jobs" bash -c 'set -o pipefail; run_fuzz_target "$1"' fuzz
 }
-run_browser_tests() { (cd tests/browser && npm ci --no-audit --no-fund && npm test); }
+run_browser_tests() {
+    (cd tests/browser && npm ci --no-audit --no-fund && TORVEX_PROGRAM=$PWD/../../build/release/torvex npm test)
+}
 
 groups=(build test)
 [ "$mode" = quick ] || groups+=(browser)
 [ "$mode" != full ] || groups+=(check)
 install_packages "${groups[@]}"
 
-step "debug build" build_preset debug
-run_tests debug
+step "rules of the house" python3 scripts/check.py
+step "release build" build_preset release all
+step "checks of the release" check_programs
+step "tests of the scripts" check_scripts
+run_tests release
 if [ "$mode" != quick ]; then step "browser tests" run_browser_tests; fi
 if [ "$mode" = full ]; then
     step "format" check_format
-    step "sanitizer build" build_preset asan
-    run_tests asan
+    step "sanitizer build" build_preset sanitizers all
+    run_tests sanitizers
     step "fuzz" run_fuzz_targets
     step "lint" check_lint
+    step "thread sanitizer build" build_preset threads torvex torvex_tests
+    run_tests threads
 fi
 
 echo

@@ -11,8 +11,8 @@ for tool in curl python3; do
         ${SUDO:-$([ "$(id -u)" -eq 0 ] || echo sudo)} apt-get install -y --no-install-recommends $tool >/dev/null
 done
 
-cmake --preset release >/dev/null
-cmake --build --preset release >/dev/null
+[ -f build/release/build.ninja ] || cmake --preset release -DTORVEX_TESTS=OFF >/dev/null
+cmake --build --preset release --target torvex >/dev/null
 torvex=$PWD/build/release/torvex
 folder=$(mktemp -d /tmp/torvex-bench-XXXXXX)
 server=

@@ -7,8 +7,8 @@ cd "$(dirname "$0")/.."
 wanted=${1:-1000000}
 command -v wrk >/dev/null || ${SUDO:-$([ "$(id -u)" -eq 0 ] || echo sudo)} apt-get install -y --no-install-recommends wrk >/dev/null
 
-cmake --preset release >/dev/null
-cmake --build --preset release >/dev/null
+[ -f build/release/build.ninja ] || cmake --preset release -DTORVEX_TESTS=OFF >/dev/null
+cmake --build --preset release --target torvex >/dev/null
 torvex=$PWD/build/release/torvex
 folder=$(mktemp -d /tmp/torvex-bench-XXXXXX)
 server=

@@ -1,8 +1,11 @@
 #!/usr/bin/env python3
 """What the rules of the house see without compiling: includes against the plan, circles of includes, sizes of
-files, names that differ in case alone, and words of work left undone. Prints a line for each finding; the exit
-code is 1 when there is one."""
+files and functions, names that differ in case alone, packages that Debian's Node doesn't run or that are tied to a
+host, and words that don't belong into the repository. Prints a line for each finding; the exit code is 1 when there is
+one."""
 
+import json
+import os
 import re
 import subprocess
 import sys
@@ -12,7 +15,15 @@ from collections import defaultdict
 ROOMS = ("platform installation records replication accounts templates media delivery search modules authoring "
          "administration desk operations pages host cli").split()
 LONGEST_FILE = 600
-UNDONE = re.compile(r"\b(TODO|FIXME|XXX)\b|GTEST_SKIP|DISABLED_|not implemented yet|placeholder implementation")
+LONGEST_FUNCTION = 100
+BIGGEST_FILE = 1024 * 1024
+DEBIANS_NODE = (18, 20, 4)
+# None of these patterns matches itself.
+UNDONE = re.compile(r"\b(TOD[O]|FIXM[E]|XX[X])\b|GTEST_SKI[P]|DISABLE[D]_|not implemented ye[t]|placeholder implementatio[n]")
+# A reader has the code and its docs: what they are made from, by whom and on which machine means nothing to them.
+OUT_OF_PLACE = re.compile(r"\b[Pp]art \d+\.\d|\b(?i:specificatio[n])\b|\b(?i:issue|session|task) #?\d+\b"
+                          r"|\b(spec|DESIGN|AUTHORING)\.md\b|(?<![\w.])/(work|home|root)/\w")
+FUNCTION = re.compile(r"^( {0,4})(?!namespace|class|struct|enum|union|using|return|constexpr|const |[}#/ ])\S.*\{$")
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.M)
 
 
@@ -95,6 +106,25 @@ def sizes(sources):
             yield f"{name}: {lines} lines; split it"
 
 
+def functions(sources):
+    """Long ones, told by the indentation that the formatter gives."""
+    for name, content in sources.items():
+        lines, begins = content.split("\n"), {}
+        for number, line in enumerate(lines, 1):
+            if FUNCTION.match(line):
+                begins.setdefault(len(line) - len(line.lstrip()), number)
+            for indent in [indent for indent in begins if line.startswith(" " * indent + "}")]:
+                length = number - begins.pop(indent) + 1
+                if length > LONGEST_FUNCTION:
+                    yield f"{name}:{number - length + 1}: a function of {length} lines; split it"
+
+
+def weights(names):
+    for name in names:
+        if os.path.isfile(name) and os.path.getsize(name) > BIGGEST_FILE:
+            yield f"{name}: {os.path.getsize(name)} bytes; what is so big is made, not kept"
+
+
 def names_alike(names):
     seen = defaultdict(list)
     for name in names:
@@ -102,11 +132,61 @@ def names_alike(names):
     return [f"names differ in case alone: {', '.join(group)}" for group in seen.values() if len(group) > 1]
 
 
-def undone(sources):
-    for name, content in sources.items():
-        for number, line in enumerate(content.split("\n"), 1):
-            if UNDONE.search(line):
-                yield f"{name}:{number}: {line.strip()}"
+def lines_with(pattern, texts):
+    for name, content in texts.items():
+        if pattern.search(content):
+            yield from ((name, number, line) for number, line in enumerate(content.split("\n"), 1)
+                        if pattern.search(line))
+
+
+def undone(texts):
+    return [f"{name}:{number}: left undone: {line.strip()}" for name, number, line in lines_with(UNDONE, texts)]
+
+
+def out_of_place(texts):
+    for name in texts:
+        if OUT_OF_PLACE.search(name):
+            yield f"{name}: the name doesn't belong here"
+    for name, number, line in lines_with(OUT_OF_PLACE, texts):
+        yield f"{name}:{number}: doesn't belong here: {line.strip()}"
+
+
+def compare(version, operator, wanted):
+    """One condition of npm's; `wanted` may leave its last numbers out."""
+    own = version[:len(wanted)]
+    if operator in ("", "="):
+        return own == wanted
+    if operator == "^":
+        return own[0] == wanted[0] and own >= wanted
+    if operator == "~":
+        return own[:2] == wanted[:2] and own >= wanted
+    return {">=": own >= wanted, ">": own > wanted, "<=": own <= wanted, "<": own < wanted}[operator]
+
+
+def admits(engines, version):
+    """Whether a range of npm's, such as "^18.19.0 || >=20", holds the version."""
+    for alternative in engines.split("||"):
+        low_to_high = re.fullmatch(r"\s*(\S+) - (\S+)\s*", alternative)
+        if low_to_high:
+            alternative = ">={} <={}".format(*low_to_high.groups())
+        conditions = re.findall(r"(>=|<=|>|<|=|\^|~)?\s*v?([\d.]+|[*xX])(?:\.[*xX])*", alternative)
+        if all(number in "*xX" or compare(version, operator, tuple(map(int, number.strip(".").split("."))))
+               for operator, number in conditions):
+            return True
+    return False
+
+
+def packages(texts):
+    for name, content in texts.items():
+        if not name.endswith("package-lock.json"):
+            continue
+        for package, its in json.loads(content).get("packages", {}).items():
+            engines = its.get("engines", {})
+            needed = engines.get("node", "*") if isinstance(engines, dict) else "*"
+            if not admits(needed, DEBIANS_NODE):
+                yield f"{name}: {package} needs Node {needed}; Debian's is {'.'.join(map(str, DEBIANS_NODE))}"
+            if "resolved" in its and not its.get("link"):
+                yield f"{name}: {package} is tied to the host it was taken from"
 
 
 def main():
@@ -115,9 +195,11 @@ def main():
     known = set(own)
     includes = {name: [other for other in others if other in known] for name, others in own.items()}
     written = {**sources, **{name: read(name) for name in tracked("tests/*.cpp", "tests/*.h", "ui/src/*.ts")}}
+    files = tracked()
+    texts = {name: content for name in files if "\0" not in (content := read(name))}
     findings = [*against_the_plan(includes), *circles(includes, "files"),
-                *circles(folder_graph(includes), "folders"), *sizes(sources), *names_alike(tracked()),
-                *undone(written)]
+                *circles(folder_graph(includes), "folders"), *sizes({**sources, **written}), *functions(sources),
+                *weights(files), *names_alike(files), *undone(texts), *out_of_place(texts), *packages(texts)]
     for finding in findings:
         print(finding)
     return 1 if findings else 0

@@ -38,12 +38,20 @@ install_packages() {
         </dev/null
 }
 
-# Builds a preset. Shows its progress to whoever sits before it, and nothing but errors to a log.
-build_preset() {
-    [ -f "build/$1/build.ninja" ] || cmake --preset "$1" || return
+# configure PRESET [OPTION...]: shows nothing unless it fails.
+configure() {
+    local log=build/$1.configure.log
+    mkdir -p build
+    cmake --preset "$@" >"$log" 2>&1 || { cat "$log" >&2; return 1; }
+}
+
+# build PRESET TARGET...: shows its progress to whoever sits before it, and nothing but errors to a log.
+build() {
+    local preset=$1
+    shift
     if [ -t 1 ]; then
-        cmake --build --preset "$1"
+        cmake --build --preset "$preset" --target "$@"
     else
-        cmake --build --preset "$1" -- --quiet | { grep -v '^ninja: no work to do' || true; }
+        cmake --build --preset "$preset" --target "$@" -- --quiet | { grep -v '^ninja: no work to do' || true; }
     fi
 }

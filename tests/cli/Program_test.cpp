@@ -99,6 +99,17 @@ TEST_F(Program, BatchAnswersEachLine) {
     EXPECT_THAT(output({"call", "--install", site(), "--batch"}, line + "\n"), HasSubstr("[\"ws.en.02\"]"));
 }
 
+TEST_F(Program, BatchOnAnUnknownClassIsAnsweredWithAnError) {
+    output({"init", site(), "--admin-password", "word"});
+    const ProgramResult result = run({"call", "--install", site(), "--batch"},
+                                     R"({"calls":[{"on":"dancer","do":"turn"}]})"
+                                     "\n"
+                                     R"({"calls":[{"on":"cServer","do":"getNodeId","with":{"pageId":3}}]})");
+    EXPECT_EQ(result.code, 0) << result.err;
+    EXPECT_THAT(result.out, HasSubstr("there is no class \\\"dancer\\\"; the classes are cServer, cManager"));
+    EXPECT_THAT(result.out, HasSubstr("[\"ws.en.02\"]"));
+}
+
 TEST_F(Program, CallDoesNotEndTheSessionsOfAuthors) {
     output({"init", site(), "--admin-password", "word"});
     output({"sql", "--install", site(), "update TORVEX_LOGINS set sessionId = 'held'"});
