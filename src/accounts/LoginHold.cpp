@@ -10,6 +10,7 @@
 #include "platform/Session.h"
 #include "platform/db/ConnectionSource.h"
 #include "platform/text/Text.h"
+#include "records/DateWindow.h"
 
 namespace torvex {
 
@@ -55,9 +56,7 @@ std::optional<LoginRow> readRow(db::Connection& connection, const Proof& proof) 
 }
 
 bool isValidOn(const LoginRow& row, const std::string& today) {
-    const std::string& from = row.validFrom.empty() ? today : row.validFrom;
-    const std::string& to = row.validTo.empty() ? today : row.validTo;
-    return text::compare(today, from) >= 0 && text::compare(today, to) <= 0;
+    return isWithin(today, row.validFrom, row.validTo);
 }
 
 /// A second session at the holder's address takes the login over.

@@ -2,15 +2,14 @@
 
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
+#include "records/DateWindow.h"
 #include "records/PageIdentity.h"
+#include "records/PageKind.h"
+#include "records/SystemBranch.h"
 
 namespace torvex {
 
 namespace {
-
-constexpr std::string_view systemDigits = "99";
-constexpr std::string_view earliest = "00000000";
-constexpr std::string_view latest = "99999999";
 
 /// Changes nothing, but on PostgreSQL makes this transaction the one that may.
 constexpr std::string_view takeRow =
@@ -62,23 +61,18 @@ constexpr std::string_view insertMetadata =
     "and not (trim(coalesce(metaData_value, '')) = '' and coalesce(metaData_inherited, 0) = 1) "
     "order by metaData_pageId, metaData_id";
 
-std::string_view orElse(std::string_view date, std::string_view limit) {
-    return date.empty() ? limit : date;
-}
-
 }  // namespace
 
 bool DesignPage::isFolder() const {
-    return text::equals(type, "F");
+    return torvex::isFolder(type);
 }
 
 bool DesignPage::isSystem() const {
-    return text::contains(nodeId, systemDigits);
+    return systemBranch::hasDigits(nodeId);
 }
 
-bool DesignPage::isOnlineOn(std::string_view day) const {
-    return text::compare(orElse(onlineFrom, earliest), day) <= 0 &&
-           text::compare(day, orElse(onlineTo, latest)) <= 0;
+bool DesignPage::isWithinDates(std::string_view day) const {
+    return isWithin(day, onlineFrom, onlineTo);
 }
 
 std::optional<DesignPage> takeDesignPage(db::Connection& connection, PageId pageId) {

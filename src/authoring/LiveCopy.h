@@ -28,7 +28,7 @@ struct DesignPage {
     /// Of a system branch, by the digits anywhere in its node.
     bool isSystem() const;
     /// Without a date there is no limit on its side.
-    bool isOnlineOn(std::string_view day) const;
+    bool isWithinDates(std::string_view day) const;
 };
 
 /// Who publishes, and when.

@@ -13,6 +13,8 @@
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "records/PageKind.h"
+#include "records/SystemBranch.h"
 
 namespace torvex {
 
@@ -23,9 +25,6 @@ constexpr std::string_view operationName = "saveNewPageSetup";
 constexpr std::string_view pageExists = "-3";
 constexpr std::string_view noFreeNumber = "-5";
 constexpr std::string_view systemBranchExists = "-6";
-
-constexpr std::string_view typesOfNewPages = "FAPS";
-constexpr int systemBranchOrder = 99;
 
 // Writing it holds the row until the transaction ends: the parent can't go, and the places below it are given
 // away one after the other.
@@ -41,11 +40,11 @@ std::string parentNode(cManager& manager, std::string_view parentIdent) {
 
 /// Chooses the node. "" or a code.
 std::string_view findNode(cManager& manager, PageBuffer& page, const SetupPlace& place) {
-    const bool isBranch = page.type == "S";
+    const bool isBranch = kindOf(page.type) == PageKind::SystemBranch;
     if (place.parent.empty()) {
         page.nodeId = place.site + "." + place.lang;
     } else if (isBranch) {
-        page.nodeId = place.parent + ".99";
+        page.nodeId = systemBranch::below(place.parent);
     } else {
         page.nodeId = manager.getNewChild(place.parent);
         if (page.nodeId.empty()) return noFreeNumber;
@@ -57,9 +56,9 @@ std::string_view findNode(cManager& manager, PageBuffer& page, const SetupPlace&
 /// False when all places are taken.
 bool takeOrder(db::Connection& connection, PageBuffer& page, const SetupPlace& place,
                std::string_view insertIdent) {
-    if (page.type == "S") {
-        page.type = "F";
-        page.orderId = systemBranchOrder;
+    if (kindOf(page.type) == PageKind::SystemBranch) {
+        page.type = letterOf(PageKind::Folder);
+        page.orderId = systemBranch::number;
         return true;
     }
     if (place.parent.empty()) {
@@ -67,8 +66,8 @@ bool takeOrder(db::Connection& connection, PageBuffer& page, const SetupPlace& p
         return true;
     }
     page.orderId = makeRoom(connection, place.parent, insertIdent);
-    const int highest = text::contains(page.nodeId, "99") ? systemBranchOrder : systemBranchOrder - 1;
-    return page.orderId <= highest;
+    // The page's own digits count here, those of its number among them.
+    return page.orderId <= systemBranch::highestBelow(page.nodeId);
 }
 
 /// Part of a transaction. "" or a code.
@@ -97,7 +96,7 @@ std::string cManager::saveNewPageSetup(const std::string& site, const std::strin
                            .parent = parent,
                            .itself = {},
                            .isRoot = parent.empty(),
-                           .types = typesOfNewPages};
+                           .types = kindsOfNewPages};
     normaliseTitleAndType(page_);
     std::string_view code = checkSetup(*this, page_, place);
     if (code.empty()) code = findNode(*this, page_, place);

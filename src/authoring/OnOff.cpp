@@ -10,9 +10,9 @@ namespace torvex {
 
 namespace {
 
-// Folders and system pages never show as online. A page's dates don't hold it back here, since delivery asks
-// for them itself; only one whose dates leave no day between them does. Its last day counts if it has a first
-// one, or none was ever given.
+// Folders never show as online, nor do pages that have the digits of the system branch. A page's dates don't
+// hold it back here, since delivery asks for them itself; only one whose dates leave no day between them
+// does. Its last day counts if it has a first one, or none was ever given.
 constexpr std::string_view switchPage =
     "update TORVEX_PAGES_LIVE set online = case when type = 'F' or nodeId like '%99%' then 0 "
     "when onlineFrom <> '' and ? < onlineFrom and onlineTo is not null and ? > onlineTo then 0 "

@@ -14,6 +14,9 @@ namespace {
 /// The columns of the statement, a flag, and one that stays empty.
 constexpr std::size_t listColumns = 6;
 
+/// Those that `systemBranch::hasDigits` tells.
+constexpr std::string_view withoutSystemDigits = " and nodeId not like '%99%'";
+
 /// A statement with the values of its places.
 struct Selection {
     std::string statement;
@@ -37,9 +40,8 @@ Selection start(Twin twin) {
 Value gridOf(db::Rows rows) {
     ResultGrid grid(listColumns);
     while (rows.next()) {
-        // Numbers hold no node, so the flag stays 0. Pages of the interface count on the column.
-        const int flag = text::contains(rows.text("pageId"), ".99") ? 1 : 0;
-        grid.add({rows.value("pageId"), rows.value("nodeId"), rows.value("title"), rows.value("type"), flag});
+        // The flag is always 0. It is kept since callers count the columns.
+        grid.add({rows.value("pageId"), rows.value("nodeId"), rows.value("title"), rows.value("type"), 0});
     }
     return gridOrEmpty(std::move(grid));
 }
@@ -56,7 +58,7 @@ Value cManager::getPageList(const std::string& site, const std::string& lang, co
         pages.add("parent >= ? and parent < ?", {parent, endOfPrefix(parent)});
     }
     if (!docType.empty()) pages.add(" and type = ?", {text::upper(text::first(docType, 1))});
-    if (!system) pages.add(" and nodeId not like '%99%'", {});
+    if (!system) pages.add(withoutSystemDigits, {});
     pages.statement += " order by nodeId";
     return gridOf(connection().query(pages.statement, pages.values()));
 } catch (...) {

@@ -6,6 +6,7 @@
 #include "platform/text/Text.h"
 #include "records/PageGroups.h"
 #include "records/PageIdentity.h"
+#include "records/PageKind.h"
 
 namespace torvex {
 
@@ -98,7 +99,7 @@ PageId cManager::getLoginPage(const std::string& pageIdent, const std::string& m
 double cManager::getNumberOfViews(const std::string& pageIdent) try {
     const std::string nodeId = nodeIdFrom(connection(), pageIdent);
     if (nodeId.size() < PageIdentity::rootLength) return 0;
-    auto rows = text::equals(getPageType(nodeId, "L"), "F")
+    auto rows = isFolder(getPageType(nodeId, "L"))
                     ? connection().query(sumOfBranch, {nodeId, endOfPrefix(nodeId)})
                     : connection().query(sumOfPage, {nodeId});
     return rows.next() ? rows.number("hits") : 0;

@@ -2,15 +2,16 @@
 
 #include "authoring/HeldNumber.h"
 #include "authoring/cManager.h"
-#include "delivery/Access.h"
 #include "delivery/ApplicationAddress.h"
 #include "delivery/Neighbours.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/text/Text.h"
+#include "records/DateWindow.h"
 #include "records/PageGroups.h"
 #include "records/PageIdentity.h"
+#include "records/SystemBranch.h"
 
 namespace torvex {
 
@@ -176,7 +177,7 @@ class PageReader {
     }
 
     void computeNavigation() {
-        if (text::contains(page_.nodeId, ".99")) return;
+        if (systemBranch::hasNumber(page_.nodeId)) return;
         const PageIdentity above = pageAbove(connection_, page_.nodeId, twin_);
         if (!above.nodeId.empty()) page_.up = above.pageId > 0 ? above.pageId : 0;
         if (page_.nodeId.size() < PageIdentity::rootLength + PageIdentity::levelLength) return;

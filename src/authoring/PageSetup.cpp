@@ -16,6 +16,8 @@
 #include "platform/files/FileSystem.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "records/PageKind.h"
+#include "records/SystemBranch.h"
 
 namespace torvex {
 
@@ -28,7 +30,6 @@ constexpr std::string_view pageMissing = "-2";
 constexpr std::string_view unknownWebsite = "-20";
 constexpr std::string_view templateUnreadable = "-34";
 
-constexpr std::string_view typesOfPages = "FAP";
 constexpr int unreadable = -1;
 
 constexpr std::string_view selectTemplateFile =
@@ -51,7 +52,7 @@ std::string_view testLock(db::Connection& connection, PageId pageId, int loginId
 
 /// Takes away what the page's type and template have no place for. "" or a code.
 std::string_view dropBodies(cManager& manager, db::Connection& connection, const PageBuffer& page) {
-    if (page.type != "P") {
+    if (!hasBodies(kindOf(page.type))) {
         connection.execute(deleteBodies, {page.pageId});
     } else if (page.templateId >= 1) {
         const int bodies = manager.getNumberOfBodies(page.templateId);
@@ -74,7 +75,7 @@ std::string_view save(cManager& manager, db::Connection& connection, const PageB
         return cause.empty() ? status::failed : cause;
     }
     replaceGroups(connection, page.pageId, page.groups);
-    if (text::contains(page.nodeId, ".99")) connection.execute(deleteMetaData, {page.pageId});
+    if (systemBranch::hasNumber(page.nodeId)) connection.execute(deleteMetaData, {page.pageId});
     return dropBodies(manager, connection, page);
 }
 
@@ -105,7 +106,7 @@ std::string cManager::savePageSetup(const std::string& pageIdent) try {
                            .parent = hasParent ? std::string(parentOf(page_.nodeId)) : std::string(),
                            .itself = text::fromNumber(page_.pageId),
                            .isRoot = page_.nodeId.size() == PageIdentity::rootLength,
-                           .types = typesOfPages};
+                           .types = kindsOfPages};
     normaliseTitleAndType(page_);
     if (!isSite(place.site) || !isLang(place.lang)) return std::string(unknownWebsite);
     std::string_view code = checkSetup(*this, page_, place);

@@ -5,9 +5,10 @@
 #include <set>
 #include <span>
 
-#include "delivery/PageRecord.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
+#include "records/DateWindow.h"
+#include "records/PageKind.h"
 
 namespace torvex {
 
@@ -69,7 +70,7 @@ struct PreviewTargets::Row {
         : pageId(rows.number("pageId")),
           nodeId(text::lower(rows.text("nodeId"))),
           parent(text::lower(rows.text("parent"))),
-          isFolder(text::equals(text::trim(rows.text("type")), "F")),
+          isFolder(torvex::isFolder(rows.view("type"))),
           isOnline(isOnlineOn(today, rows.number("online"), rows.text("onlineFrom"), rows.text("onlineTo"))) {
     }
 

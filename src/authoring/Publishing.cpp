@@ -53,7 +53,7 @@ std::string publish(db::Connection& connection, const DesignPage& page, const Pu
     copyContent(connection, page.pageId);
     if (page.isFolder()) return std::string(liveFolder);
     if (goesOffline) return std::string(liveSystemPage);
-    if (!page.isOnlineOn(date8(publisher.now))) return std::string(outsideItsDates);
+    if (!page.isWithinDates(date8(publisher.now))) return std::string(outsideItsDates);
     return std::to_string(liveOnline(connection, page.pageId));
 }
 

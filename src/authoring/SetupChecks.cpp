@@ -4,6 +4,8 @@
 #include "authoring/cManager.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "records/PageKind.h"
+#include "records/SystemBranch.h"
 
 namespace torvex {
 
@@ -60,7 +62,7 @@ class SetupTest {
     }
 
     std::string_view application() {
-        if (!is("A")) {
+        if (!hasApplication(kind())) {
             page_.appId = -1;
             page_.appParamPublic.clear();
             page_.appParamAdmin.clear();
@@ -76,10 +78,10 @@ class SetupTest {
     /// Whether the application's folder stands directly in the system branch of this site and language.
     bool hasSystemFolder() {
         const std::string nodeId = manager_.getNodeId(page_.appSystemFolder);
-        const std::string branch = place_.site + "." + place_.lang + ".99";
+        const std::string branch = systemBranch::below(place_.site + "." + place_.lang);
         return text::length(nodeId) == PageIdentity::rootLength + 2 * PageIdentity::levelLength &&
                text::startsWith(nodeId, branch) &&
-               text::equals(manager_.getPageType(text::fromNumber(page_.appSystemFolder), "D"), "F");
+               isFolder(manager_.getPageType(text::fromNumber(page_.appSystemFolder), "D"));
     }
 
     std::string_view design() {
@@ -95,7 +97,7 @@ class SetupTest {
     }
 
     std::string_view navigation() {
-        if (!is("P")) {
+        if (!hasNavigation(kind())) {
             page_.navigation.clear();
         } else if (!text::equals(page_.navigation, automatic)) {
             page_.navigation = manual;
@@ -120,7 +122,7 @@ class SetupTest {
     /// A page is in the breadcrumb and not in the dynamic menu unless its setup says otherwise, and only
     /// what gives structure may be left out of the breadcrumb.
     std::string_view menus() {
-        if (!isFlag(page_.breadcrumb) || (!is("S") && !is("F"))) page_.breadcrumb = 1;
+        if (!isFlag(page_.breadcrumb) || !isStructure(kind())) page_.breadcrumb = 1;
         if (!isFlag(page_.dynMenu)) page_.dynMenu = 0;
         return passed;
     }
@@ -132,7 +134,7 @@ class SetupTest {
         return isNoneOrPage(page_.loginPage) ? passed : badLoginPage;
     }
 
-    bool is(std::string_view type) const { return page_.type == type; }
+    PageKind kind() const { return kindOf(page_.type); }
 
     bool isNoneOrPage(PageId pageId) {
         return !(pageId > 0) || manager_.isPage(text::fromNumber(pageId), "D");

@@ -11,6 +11,7 @@
 #include "platform/text/Text.h"
 #include "records/GroupNames.h"
 #include "records/PageIdentity.h"
+#include "records/PageKind.h"
 
 namespace torvex {
 
@@ -100,7 +101,8 @@ void insertSetup(db::Connection& connection, const PageBuffer& page, const Editi
     const Flags flags = flagsOf(page);
     auto values = setupOf(page, flags);
     // What has no content is as good as changed: it can be published as it is.
-    values.insert(values.end(), {page.type == "P" ? fresh : modified, editing.loginId, editing.now});
+    values.insert(values.end(),
+                  {hasBodies(kindOf(page.type)) ? fresh : modified, editing.loginId, editing.now});
     connection.execute(insertPage, values);
 }
 

@@ -7,6 +7,7 @@
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
 #include "records/PageId.h"
+#include "records/SystemBranch.h"
 
 namespace torvex {
 
@@ -61,7 +62,7 @@ int makeRoom(db::Connection& connection, std::string_view parent, std::string_vi
     int free = 0;
     int next = 1;
     for (const auto& sibling : siblingsUnder(connection, parent)) {
-        if (sibling.nodeId.ends_with("99")) continue;
+        if (systemBranch::isRoot(sibling.nodeId)) continue;
         if (isNamed(sibling, ident)) free = next++;
         place(connection, updateDesign, sibling.design, next);
         if (sibling.live) place(connection, updateLive, *sibling.live, next);

@@ -6,6 +6,7 @@
 #include "platform/Errors.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "records/SystemBranch.h"
 
 namespace torvex {
 
@@ -30,16 +31,6 @@ constexpr std::string_view selectHighestOrder =
     "select max(orderId) as highest from TORVEX_PAGES_DESIGN where parent = ? and orderId < 99";
 constexpr std::string_view selectOrders =
     "select orderId from TORVEX_PAGES_DESIGN where parent = ? order by orderId";
-
-/// The reserved number: the child of a root that has it is the system branch. A node that holds it anywhere
-/// counts as lying there, and its children may use the number as well.
-constexpr std::string_view systemNumber = "99";
-
-int highestNumber(std::string_view parent) {
-    constexpr int ordinary = 98;
-    constexpr int inSystemBranch = 99;
-    return text::contains(parent, systemNumber) ? inSystemBranch : ordinary;
-}
 
 int total(db::Rows rows) {
     return rows.next() ? static_cast<int>(rows.number("total")) : 0;
@@ -80,7 +71,7 @@ std::string cManager::getNewChild(const std::string& parentIdent) try {
     const int number = firstFreeNumber(
         connection().query(selectChildren, {parent.nodeId}),
         [](const db::Rows& rows) { return text::toNumber(text::last(rows.view("nodeId"), 2)); });
-    if (number > highestNumber(parent.nodeId)) return {};
+    if (number > systemBranch::highestBelow(parent.nodeId)) return {};
     return fmt::format("{}.{:02}", parent.nodeId, number);
 } catch (...) {
     raiseFrom("getNewChild !");
@@ -88,12 +79,11 @@ std::string cManager::getNewChild(const std::string& parentIdent) try {
 
 int cManager::getNewOrderId(const std::string& pageIdent) try {
     constexpr int none = -1;
-    constexpr int systemBranch = 99;
     const std::string nodeId = nodeIdFrom(connection(), pageIdent);
     if (nodeId.size() < PageIdentity::rootLength + PageIdentity::levelLength) return none;
     const std::string_view parent = parentOf(nodeId);
-    const int highest = highestNumber(parent);
-    if (!text::contains(parent, systemNumber) && text::endsWith(nodeId, ".99")) return systemBranch;
+    const int highest = systemBranch::highestBelow(parent);
+    if (!systemBranch::hasDigits(parent) && systemBranch::isRoot(nodeId)) return systemBranch::number;
     auto last = connection().query(selectHighestOrder, {parent});
     const double behindLast = (last.next() ? last.number("highest") : 0) + 1;
     if (behindLast <= highest) return static_cast<int>(behindLast);

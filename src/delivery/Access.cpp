@@ -4,7 +4,7 @@
 
 #include "delivery/PageRecord.h"
 #include "platform/db/Connection.h"
-#include "platform/text/Text.h"
+#include "records/DateWindow.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {
@@ -34,14 +34,6 @@ std::optional<DecidingGroup> decidingGroup(db::Connection& connection, PageId pa
         at.pageId = pageIdOf(connection, nodeId);
     }
     return at;
-}
-
-bool isWithin(std::string_view today, std::string_view from, std::string_view to) {
-    return (from.empty() || text::compare(today, from) >= 0) && (to.empty() || text::compare(today, to) <= 0);
-}
-
-bool isOnlineOn(std::string_view today, double online, std::string_view from, std::string_view to) {
-    return online == 1 && isWithin(today, from, to);
 }
 
 int groupVerdict(db::Connection& connection, PageId pageId, std::string_view nodeId, const Visitor& visitor,

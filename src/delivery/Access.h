@@ -35,7 +35,4 @@ std::optional<DecidingGroup> decidingGroup(db::Connection& connection, PageId pa
 int groupVerdict(db::Connection& connection, PageId pageId, std::string_view nodeId, const Visitor& visitor,
                  std::string_view today);
 
-/// Whether `today` (yyyymmdd) lies within two days and both themselves; an empty limit counts as today.
-bool isWithin(std::string_view today, std::string_view from, std::string_view to);
-
 }  // namespace torvex

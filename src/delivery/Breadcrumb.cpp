@@ -8,6 +8,7 @@
 #include "platform/HostContext.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "records/PageKind.h"
 
 namespace torvex {
 
@@ -65,7 +66,7 @@ std::string breadcrumbTrail(HostContext& host, db::Connection& connection, std::
                                      {std::string_view(page.nodeId).substr(0, length)});
         if (!rows.next()) continue;
         const std::string title = text::htmlEncode(rows.text("title"));
-        if (text::equals(text::trim(rows.text("type")), "F")) {
+        if (isFolder(rows.view("type"))) {
             // The column holds a text, which need not be a number.
             if (text::toNumber(rows.text("breadcrumb")) == 1) folders.append(title).append(folderDivider);
             continue;

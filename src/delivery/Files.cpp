@@ -16,6 +16,7 @@
 #include "platform/db/Connection.h"
 #include "platform/files/FileSystem.h"
 #include "platform/text/Text.h"
+#include "records/DateWindow.h"
 
 namespace torvex {
 

@@ -4,9 +4,10 @@
 #include <span>
 
 #include "delivery/OnlineState.h"
-#include "delivery/PageRecord.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
+#include "records/DateWindow.h"
+#include "records/PageKind.h"
 
 namespace torvex {
 
@@ -139,7 +140,7 @@ void LinkTargets::learnStates(const std::vector<Target*>& targets) {
 /// A node too short to be one is never asked for.
 void LinkTargets::takeState(Target& target, const db::Rows& rows) const {
     if (target.identity.nodeId.size() < PageIdentity::rootLength) return;
-    if (text::equals(text::trim(rows.view("type")), "F")) {
+    if (isFolder(rows.view("type"))) {
         target.state = State::Folder;
     } else if (isOnlineOn(today_, rows.number("online"), rows.view("onlineFrom"), rows.view("onlineTo"))) {
         target.state = State::Online;

@@ -10,6 +10,7 @@
 #include "platform/Session.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "records/SystemBranch.h"
 
 namespace torvex {
 
@@ -21,8 +22,6 @@ constexpr std::string_view selectRealGroup =
     "select groupId from TORVEX_GROUPS_USERS where userId = ? and groupId > 1 order by groupId";
 constexpr std::string_view selectFirstLevel =
     "select pageId, nodeId from TORVEX_PAGES_LIVE where parent = ? order by orderId, nodeId";
-
-constexpr std::string_view systemBranch = ".99";
 
 std::string pageText(PageId pageId) {
     return text::fromNumber(pageId);
@@ -129,7 +128,7 @@ class LoginAttempt {
                                       {std::string_view(page_.nodeId).substr(0, PageIdentity::rootLength)});
         while (rows.next()) {
             const PageId candidate = rows.number("pageId");
-            if (text::contains(rows.text("nodeId"), systemBranch)) continue;
+            if (systemBranch::hasNumber(rows.view("nodeId"))) continue;
             if (!server_.isPage(pageText(candidate)) || !server_.hasAccess(pageText(candidate), name_))
                 continue;
             logIn("sitemap");

@@ -7,6 +7,7 @@
 #include "platform/db/Grid.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "records/SystemBranch.h"
 
 namespace torvex {
 
@@ -18,8 +19,6 @@ constexpr std::string_view selectInherited =
 constexpr std::string_view selectTags =
     "select metaData_id, metaData_name, metaData_description from TORVEX_METADATA "
     "where metaData_site = ? order by metaData_name";
-
-constexpr std::string_view systemBranch = ".99";
 
 /// The value of the nearest ancestor that has one of its own; "" when the line of inheritance breaks.
 std::string inheritedValue(db::Connection& connection, std::string_view nodeId, double metaDataId) {
@@ -35,7 +34,7 @@ std::string inheritedValue(db::Connection& connection, std::string_view nodeId, 
 
 std::string cServer::getMetaDataHTML(const std::string& pageIdent) try {
     const PageIdentity page = identify(connection(), pageIdent);
-    if (!page.isValid() || text::contains(page.nodeId, systemBranch)) return {};
+    if (!page.isValid() || systemBranch::hasNumber(page.nodeId)) return {};
     const std::string_view lang = langOf(page.nodeId);
     std::string html;
     if (const std::string label = getCharsetLabel(std::string(lang)); !label.empty()) {

@@ -1,7 +1,8 @@
 #include "delivery/Neighbours.h"
 
 #include "platform/db/Connection.h"
-#include "platform/text/Text.h"
+#include "records/PageKind.h"
+#include "records/SystemBranch.h"
 
 namespace torvex {
 
@@ -27,7 +28,7 @@ constexpr std::string_view selectBehindDesign =
 bool isFolder(db::Connection& connection, PageId pageId, Twin twin) {
     if (!(pageId > 0)) return false;
     auto rows = connection.query(twin == Twin::Design ? selectTypeDesign : selectTypeLive, {pageId});
-    return rows.next() && text::equals(rows.view("type"), "F");
+    return rows.next() && torvex::isFolder(rows.view("type"));
 }
 
 PageId firstPageId(db::Rows rows) {
@@ -52,9 +53,8 @@ PageId pageBefore(db::Connection& connection, std::string_view parent, double or
 }
 
 PageId pageBehind(db::Connection& connection, std::string_view parent, double orderId, Twin twin) {
-    const std::string systemBranch = std::string(parent) + ".99";
     return firstPageId(connection.query(twin == Twin::Design ? selectBehindDesign : selectBehindLive,
-                                        {parent, orderId, systemBranch}));
+                                        {parent, orderId, systemBranch::below(parent)}));
 }
 
 }  // namespace torvex

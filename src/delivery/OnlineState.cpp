@@ -1,10 +1,10 @@
 #include "delivery/OnlineState.h"
 
 #include "delivery/FolderTrail.h"
-#include "delivery/PageRecord.h"
 #include "platform/db/Connection.h"
-#include "platform/text/Text.h"
+#include "records/DateWindow.h"
 #include "records/PageIdentity.h"
+#include "records/PageKind.h"
 
 namespace torvex {
 
@@ -19,7 +19,7 @@ constexpr std::string_view selectFirstChild =
 /// Whether the page shows that `rows` give, or the first page below the folder that they give.
 bool doesFirstShow(db::Connection& connection, db::Rows rows, FolderTrail& trail, std::string_view today) {
     while (rows.next()) {
-        if (!text::equals(text::trim(rows.view("type")), "F")) {
+        if (!isFolder(rows.view("type"))) {
             return isOnlineOn(today, rows.number("online"), rows.view("onlineFrom"), rows.view("onlineTo"));
         }
         const std::string folder = rows.text("nodeId");

@@ -44,7 +44,4 @@ inline constexpr int noTemplate = -6;     ///< no template could be loaded
 inline constexpr int noApplication = -7;  ///< its application is missing or has no address
 }  // namespace pageAccess
 
-/// Whether a page shows on `today` (yyyymmdd); an empty limit counts as today.
-bool isOnlineOn(std::string_view today, double online, std::string_view from, std::string_view to);
-
 }  // namespace torvex

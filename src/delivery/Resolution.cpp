@@ -12,7 +12,9 @@
 #include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/text/Text.h"
+#include "records/DateWindow.h"
 #include "records/PageIdentity.h"
+#include "records/PageKind.h"
 
 namespace torvex {
 
@@ -44,17 +46,13 @@ std::string trimmed(const db::Rows& rows, std::string_view column) {
     return std::string(text::trim(rows.text(column)));
 }
 
-std::string typeOf(const db::Rows& rows) {
-    return text::upper(trimmed(rows, "type"));
-}
-
 bool isOnline(const db::Rows& rows, std::string_view today) {
     return isOnlineOn(today, rows.number("online"), rows.text("onlineFrom"), rows.text("onlineTo"));
 }
 
 void fillPage(PageRecord& record, const db::Rows& rows) {
     record.orderId = rows.number("orderId", -1);
-    record.type = typeOf(rows);
+    record.type = text::upper(trimmed(rows, "type"));
     record.title = trimmed(rows, "title");
     record.navigation = trimmed(rows, "navigation");
     record.online = static_cast<int>(rows.number("online"));
@@ -107,7 +105,7 @@ class Resolver {
         FolderTrail trail;
         auto rows = connection_.query(selectPage, {asked.pageId});
         while (takeRow(rows)) {
-            if (typeOf(rows) != "F") return settle(rows);
+            if (!isFolder(rows.view("type"))) return settle(rows);
             if (!trail.leadsOn(record_.nodeId)) break;
             rows = connection_.query(selectFirstChild, {record_.nodeId});
         }
@@ -136,7 +134,7 @@ class Resolver {
             return;
         }
         fillPage(record_, rows);
-        if (record_.type == "A" && !fillApplication(record_, rows, host_.request)) {
+        if (hasApplication(kindOf(record_.type)) && !fillApplication(record_, rows, host_.request)) {
             record_.access = pageAccess::noApplication;
         } else if (text::equals(record_.navigation, "M")) {
             record_.previous = rows.number("previous", -1);

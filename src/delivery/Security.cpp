@@ -11,6 +11,8 @@
 #include "platform/Session.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "records/PageKind.h"
+#include "records/SystemBranch.h"
 
 namespace torvex {
 
@@ -25,9 +27,6 @@ constexpr std::string_view selectFirstGroup =
     "b.groupId "
     "where a.pageId = ? order by a.groupId";
 constexpr std::string_view selectLoginPage = "select loginPage from TORVEX_PAGES_LIVE where pageId = ?";
-
-/// A node that holds this anywhere is not served by its bare address.
-constexpr std::string_view systemBranch = "99";
 
 std::string errorValue(int code, const PageRecord& record, std::string_view today) {
     switch (code) {
@@ -55,7 +54,7 @@ bool mayEnter(db::Connection& connection, PageId pageId, const Visitor& visitor,
         const std::string node = rows.text("nodeId");
         if (extranet && groupVerdict(connection, rows.number("pageId"), node, visitor, today) < 0)
             return false;
-        if (!text::equals(text::trim(rows.text("type")), "F")) return true;
+        if (!isFolder(rows.view("type"))) return true;
         if (!trail.leadsOn(node)) return false;
         rows = connection.query(selectFirstChild, {node});
     }
@@ -75,7 +74,7 @@ std::string cServer::securityCheck(const std::string& applicationDir) try {
         const double counter = session.number("tvx_counter") + 1;
         session.set("tvx_counter", counter);
         if (counter != 0) session.set("tvx_pageAppliedFor", "");
-        if (text::contains(record_.nodeId, systemBranch)) code = pageAccess::notFound;
+        if (systemBranch::hasDigits(record_.nodeId)) code = pageAccess::notFound;
         if (code >= 0 && !applicationDir.empty() && !text::contains(record_.appUrlPublic, applicationDir)) {
             code = pageAccess::noGroups;
         }

@@ -4,12 +4,12 @@
 
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
+#include "records/PageKind.h"
+#include "records/SystemBranch.h"
 
 namespace torvex {
 
 namespace {
-
-constexpr std::string_view systemBranch = ".99";
 
 constexpr std::string_view selectPage =
     "select a.pageId, a.nodeId, a.type, a.title, a.template, b.tpl_filename from TORVEX_PAGES_LIVE a "
@@ -18,13 +18,10 @@ constexpr std::string_view selectNextPages =
     "select a.pageId, a.nodeId, a.type, a.title, a.template, b.tpl_filename from TORVEX_PAGES_LIVE a "
     "left outer join TORVEX_TEMPLATES b on a.template = b.tpl_id where a.nodeId > ? order by a.nodeId limit "
     "500";
+/// Those that `systemBranch::hasNumber` doesn't tell.
 constexpr std::string_view countPages =
     "select count(*) as pages from TORVEX_PAGES_LIVE where nodeId not like '%.99%'";
 constexpr std::string_view selectType = "select type from TORVEX_PAGES_LIVE where nodeId = ?";
-
-bool isFolderType(std::string_view type) {
-    return text::equals(text::trim(type), "F");
-}
 
 std::vector<LivePage> read(db::Rows rows) {
     std::vector<LivePage> pages;
@@ -38,14 +35,14 @@ std::vector<LivePage> read(db::Rows rows) {
 
 void visitAll(const std::vector<LivePage>& pages, const std::function<void(const LivePage&)>& visit) {
     for (const LivePage& page : pages) {
-        if (!text::contains(page.nodeId, systemBranch)) visit(page);
+        if (!systemBranch::hasNumber(page.nodeId)) visit(page);
     }
 }
 
 }  // namespace
 
 bool LivePage::isFolder() const {
-    return isFolderType(type);
+    return torvex::isFolder(type);
 }
 
 void visitLivePage(db::Connection& connection, std::string_view nodeId,
@@ -69,10 +66,10 @@ std::int64_t countLivePages(db::Connection& connection) {
 }
 
 bool hasLiveContent(db::Connection& connection, std::string_view nodeId) {
-    if (text::contains(nodeId, systemBranch)) return false;
+    if (systemBranch::hasNumber(nodeId)) return false;
     auto rows = connection.query(selectType, {nodeId});
     while (rows.next()) {
-        if (!isFolderType(rows.text("type"))) return true;
+        if (!isFolder(rows.view("type"))) return true;
     }
     return false;
 }

@@ -7,6 +7,7 @@
 #include "platform/Session.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "records/PageKind.h"
 #include "records/Vocabulary.h"
 #include "templates/HTMLTemplate.h"
 
@@ -67,7 +68,7 @@ std::string SnapshotText::titleOf(const LivePage& page) {
 }
 
 std::string SnapshotText::contentOf(const LivePage& page) {
-    if (!text::equals(text::trim(page.type), "P") || page.templateId <= 0 || page.templateFile.empty()) {
+    if (!hasBodies(kindOf(page.type)) || page.templateId <= 0 || page.templateFile.empty()) {
         return {};
     }
     HTMLTemplate layout(host_);

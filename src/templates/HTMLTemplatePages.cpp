@@ -6,6 +6,7 @@
 #include "platform/HostContext.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "records/SystemBranch.h"
 #include "templates/HTMLTemplate.h"
 #include "templates/Template.h"
 
@@ -43,7 +44,7 @@ std::optional<std::string> systemFolderOf(db::Connection& connection, const Page
         if (rows.next()) folder = rows.number("app_system_folder");
     }
     if (!folder || *folder < 0) return std::nullopt;
-    return *folder != 0 ? nodeIdOf(connection, *folder) : page.nodeId + ".99";
+    return *folder != 0 ? nodeIdOf(connection, *folder) : systemBranch::below(page.nodeId);
 }
 
 std::optional<TemplatePage> templatePageIn(db::Connection& connection, const std::string& folder,

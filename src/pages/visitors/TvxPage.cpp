@@ -8,6 +8,7 @@
 #include "platform/Session.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "records/PageKind.h"
 #include "templates/HTMLTemplate.h"
 
 namespace torvex {
@@ -51,7 +52,7 @@ void tvxPage(HostContext& host) {
     server.getPage(askedPage(host), host.session.text("tvx_username"), host.session.text("tvx_password"));
     const std::string elsewhere = server.securityCheck();
     if (!elsewhere.empty()) return host.response.redirect(withPublicPorts(host, elsewhere));
-    if (server.pgType() == "A") return host.response.redirect(server.pgAppURLpublic());
+    if (hasApplication(kindOf(server.pgType()))) return host.response.redirect(server.pgAppURLpublic());
     answerPage(host, server, *connection);
 }
 
