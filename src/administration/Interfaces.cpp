@@ -5,7 +5,6 @@
 
 #include "administration/InterfaceFiles.h"
 #include "administration/RecordRemoval.h"
-#include "administration/SiteCodes.h"
 #include "authoring/StatusCodes.h"
 #include "authoring/cManager.h"
 #include "installation/ScriptTimeouts.h"
@@ -16,6 +15,7 @@
 #include "platform/db/Grid.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
+#include "records/SiteCodes.h"
 #include "records/Vocabulary.h"
 
 namespace torvex {
