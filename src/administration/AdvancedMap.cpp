@@ -7,6 +7,7 @@
 
 #include "accounts/Actor.h"
 #include "accounts/AdvancedAccess.h"
+#include "accounts/Website.h"
 #include "administration/MenuEntries.h"
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
@@ -24,23 +25,6 @@ constexpr std::string_view fieldEnd = "#";
 constexpr std::string_view recordEnd = "###";
 
 constexpr std::string_view locked = "-1";
-
-constexpr std::string_view selectLock =
-    "select siteLock from TORVEX_LOGINS where sessionId <> '' and siteLock = ?";
-// The lock may be taken between the question and the entry.
-constexpr std::string_view enterSite =
-    "update TORVEX_LOGINS set currentSite = ? where loginId = ? and not exists "
-    "(select 1 from TORVEX_LOGINS b where b.sessionId <> '' and b.siteLock = ?)";
-
-bool isLocked(db::Connection& connection, const std::string& website) {
-    return connection.query(selectLock, {website}).next();
-}
-
-/// False while the site and language are locked; nothing is written then.
-bool enter(db::Connection& connection, int loginId, const std::string& website) {
-    if (isLocked(connection, website)) return false;
-    return connection.execute(enterSite, {website, loginId, website}) > 0 || !isLocked(connection, website);
-}
 
 /// By which the records sort: level and reference.
 std::string keyOf(const MenuEntry& entry) {
@@ -119,7 +103,7 @@ std::string shownTitle(const MenuEntry& entry) {
 }  // namespace
 
 std::string cManager::getAdvancedMap(const std::string& site, const std::string& lang, int order) try {
-    if (!enter(connection(), author_.loginId, site + "." + lang)) return std::string(locked);
+    if (!enterWebsite(connection(), author_.loginId, site + "." + lang)) return std::string(locked);
     const auto entries =
         menuEntries(connection(), host_.session.text("torvex_current_interface"), menuOrder(order));
     std::optional<AdvancedAccess> access;
