@@ -147,11 +147,6 @@ void leaveFeed(PageBody& body) {
     body.feedId = 0;
 }
 
-bool inSameTree(std::string_view oneNode, std::string_view otherNode) {
-    return text::equals(text::first(oneNode, PageIdentity::rootLength),
-                        text::first(otherNode, PageIdentity::rootLength));
-}
-
 }  // namespace
 
 std::string cManager::saveBody(const std::string& pageIdent, int bodyId, const std::string& bodyContent) try {

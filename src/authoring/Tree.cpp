@@ -1,5 +1,6 @@
 // cManager: pages by their two names, and what they are.
 
+#include "authoring/FreePlaces.h"
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/text/Text.h"
@@ -14,10 +15,6 @@ constexpr double untitledLabel = 2597;
 constexpr std::string_view selectPageLive = "select title, type from TORVEX_PAGES_LIVE where pageId = ?";
 constexpr std::string_view selectPageDesign = "select title, type from TORVEX_PAGES_DESIGN where pageId = ?";
 
-constexpr std::string_view selectTitledLive =
-    "select pageId from TORVEX_PAGES_LIVE where parent = ? and title = ?";
-constexpr std::string_view selectTitledDesign =
-    "select pageId from TORVEX_PAGES_DESIGN where parent = ? and title = ?";
 constexpr std::string_view selectOthersTitledLive =
     "select pageId from TORVEX_PAGES_LIVE where parent = ? and title = ? and pageId <> ?";
 constexpr std::string_view selectOthersTitledDesign =
@@ -54,13 +51,10 @@ bool cManager::isPage(const std::string& pageIdent, const std::string& mode) try
 
 bool cManager::isPageTitle(const std::string& parentIdent, const std::string& title, const std::string& mode,
                            const std::string& pageIdent) try {
-    const bool design = twinOf(mode) == Twin::Design;
+    const Twin twin = twinOf(mode);
     const std::string parent = nodeIdFrom(connection(), parentIdent);
-    if (text::trim(pageIdent).empty()) {
-        const auto statement = design ? selectTitledDesign : selectTitledLive;
-        return connection().query(statement, {parent, title}).next();
-    }
-    const auto statement = design ? selectOthersTitledDesign : selectOthersTitledLive;
+    if (text::trim(pageIdent).empty()) return isTitled(connection(), parent, title, twin);
+    const auto statement = twin == Twin::Design ? selectOthersTitledDesign : selectOthersTitledLive;
     const PageId itself = pageIdFrom(connection(), pageIdent);
     return connection().query(statement, {parent, title, itself}).next();
 } catch (...) {

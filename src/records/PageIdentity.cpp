@@ -81,6 +81,11 @@ std::string_view parentOf(std::string_view nodeId) {
         0, nodeId.size() < PageIdentity::levelLength ? 0 : nodeId.size() - PageIdentity::levelLength);
 }
 
+bool inSameTree(std::string_view oneNode, std::string_view otherNode) {
+    return text::equals(text::first(oneNode, PageIdentity::rootLength),
+                        text::first(otherNode, PageIdentity::rootLength));
+}
+
 std::size_t levelsOf(std::string_view nodeId) {
     const double levels = (static_cast<double>(nodeId.size()) + 1) / PageIdentity::levelLength - 1;
     return static_cast<std::size_t>(std::max(0L, std::lround(levels)));

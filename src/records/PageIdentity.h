@@ -42,6 +42,8 @@ std::string_view siteOf(std::string_view nodeId);
 std::string_view langOf(std::string_view nodeId);
 /// The node without its last level: all code walks up the tree by this cut.
 std::string_view parentOf(std::string_view nodeId);
+/// Whether two nodes lie in the tree of one site and language.
+bool inSameTree(std::string_view oneNode, std::string_view otherNode);
 /// Levels of a node, its root being the first.
 std::size_t levelsOf(std::string_view nodeId);
 
