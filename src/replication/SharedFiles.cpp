@@ -87,6 +87,13 @@ void SharedFiles::writeTexts(const std::vector<TextFile>& texts, TextFormat form
     for (const TextFile& text : texts) addFile(text.path, FileChange::Replace);
 }
 
+void SharedFiles::moveFile(const std::string& source, const std::string& target) {
+    if (!host_.files.fileExists(source)) return;
+    host_.files.moveFile(source, target);
+    addFile(target, FileChange::Replace);
+    addFile(source, FileChange::Remove);
+}
+
 void SharedFiles::takeBack() {
     for (; !madeFolders_.empty(); madeFolders_.pop_back()) {
         if (host_.files.folderExists(madeFolders_.back())) host_.files.deleteFolder(madeFolders_.back());

@@ -25,6 +25,8 @@ class SharedFiles {
     void deleteFile(std::string_view path);
     /// Copies a file over another, if there is one to copy.
     void copyFile(std::string_view source, std::string_view target);
+    /// Gives a file another name, over what bears it, if there is one to move.
+    void moveFile(const std::string& source, const std::string& target);
 
     /// Writes files over those that are there. When it throws, any of them may be written.
     void writeTexts(const std::vector<TextFile>& texts, TextFormat format);

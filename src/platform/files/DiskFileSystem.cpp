@@ -222,6 +222,16 @@ void DiskFileSystem::copyFile(const std::string& from, const std::string& to) {
     });
 }
 
+void DiskFileSystem::moveFile(const std::string& from, const std::string& to) {
+    if (!fileExists(from)) fail("move", from, "there is no such file");
+    const Entry source = entryAt("move", from);
+    const Entry target = entryToWrite(to);
+    if (::renameat(source.folder.number(), source.name.c_str(), target.folder.number(),
+                   target.name.c_str()) != 0) {
+        fail("move", from, errno);
+    }
+}
+
 void DiskFileSystem::createFolder(const std::string& path) {
     if (folderExists(path)) return;
     constexpr mode_t usualMode = 0777;

@@ -38,6 +38,7 @@ class DiskFileSystem final : public FileSystem {
     void createFolder(const std::string& path) override;
     void copyFile(const std::string& from, const std::string& to) override;
     void deleteFile(const std::string& path) override;
+    void moveFile(const std::string& from, const std::string& to) override;
     /// Links in it are removed, not followed.
     void deleteFolder(const std::string& path) override;
 

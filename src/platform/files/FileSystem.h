@@ -57,6 +57,11 @@ class FileSystem {
     virtual void createFolder(const std::string& path) = 0;
     virtual void copyFile(const std::string& from, const std::string& to) = 0;
     virtual void deleteFile(const std::string& path) = 0;
+    /// Gives a file another name, over what bears it.
+    virtual void moveFile(const std::string& from, const std::string& to) {
+        copyFile(from, to);
+        deleteFile(from);
+    }
     /// With all that is in it.
     virtual void deleteFolder(const std::string& path) = 0;
 
