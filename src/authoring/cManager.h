@@ -20,6 +20,7 @@ template <typename Result>
 struct Outcome;
 }
 class PageModules;
+struct PageIdentity;
 struct HostContext;
 
 /// Everything that authors and administrators do. An object is made for one request, in the name of the login
@@ -486,6 +487,41 @@ class cManager {
     /// Switches a live page, or all from a node on, "on" or off.
     bool setOnOff(const std::string& pageIdent, const std::string& onOff, bool cascading = false);
 
+    // ---- Copies and moves (authoring/CopyPage.cpp, MovePage.cpp, MoveNode.cpp) ----
+
+    /// Copies a page, with a `flag` other than 0 all below it as well, from the design ("L": from live) to
+    /// below another page. The node of the copy, which is in the design alone, or a code.
+    std::string pastePage(const std::string& modeFrom, const std::string& pageIdentFrom,
+                          const std::string& pageIdentTo, int flag);
+    /// Hangs a page and all below it on another page of the same site and language. Its new node, or a code.
+    std::string movePage(const std::string& pageIdentFrom, const std::string& pageIdentTo);
+    /// Has two siblings change places if the first then stands further "up" or "down". "" or a code.
+    std::string moveNode(const std::string& nodeIdentFrom, const std::string& nodeIdentTo,
+                         const std::string& direction);
+
+    // ---- The tree as authors see it (authoring/Sitemap.cpp, TreeView.cpp) ----
+
+    /// The pages of a site and language as one text for the browser, down to the level of the settings, or
+    /// with a `flag` other than 0 those just below a node; enters the site and language. "-1" while they are
+    /// locked.
+    std::string getSitemap(const std::string& site, const std::string& lang,
+                           const std::string& startNode = "", int flag = 0);
+    /// Answers the browser with a tree to pick a link from ("pages"), an image ("images", "pictures") or a
+    /// document ("other").
+    void treeView(const std::string& site, const std::string& lang, const std::string& mode,
+                  const std::string& tvMode);
+
+    // ---- Statistics (administration/Statistics.cpp) ----
+
+    /// The days on which a page was viewed, as HTML; "" when there are none. Parts of dates are given as
+    /// digits; a date that lacks one sets no limit. `statType` 0 counts visitors, any other views.
+    std::string statistics(const std::string& pageIdent, const std::string& fromDay,
+                           const std::string& fromMonth, const std::string& fromYear,
+                           const std::string& toDay, const std::string& toMonth, const std::string& toYear,
+                           int statType);
+    /// The name of a month from 1 on.
+    std::string getMonth(int monthId);
+
     // ---- Item locks (authoring/ItemLocking.cpp) ----
 
     /// Takes an administrative record for this session; false when another login's session holds it.
@@ -520,6 +556,9 @@ class cManager {
     /// The line of the trail for a body that has been changed.
     void recordEditing(std::string_view operation, PageId pageId, const std::string& action,
                        const std::string& description);
+    /// The lines of the trail for a copy, at both its ends.
+    void recordCopy(const PageIdentity& source, const PageIdentity& copy, const std::string& mark);
+    std::string movedTitle(const std::string& pageIdent);
 
     HostContext& host_;
     PageModules* modules_;

@@ -28,6 +28,8 @@ constexpr const char* tables[] = {
     "TORVEX_DYNMENU_DESIGN",
     "TORVEX_DYNMENU_LIVE",
     "TORVEX_USERGROUPS",
+    "TORVEX_EDIT_RIGHTS",
+    "TORVEX_LOGINS",
 };
 
 std::string shown(const Value& value) {
