@@ -24,8 +24,10 @@ ExitCode call(const CallFrameOptions& options, const Environment& environment, c
     return runCall(engine, one, terminal.out, terminal.err) == 0 ? ExitCode::Ok : ExitCode::Failed;
 }
 
-ExitCode reference(const Terminal& terminal) {
-    terminal.out << operations::referenceMarkdown(operations::makeRegister());
+ExitCode reference(const ReferenceOptions& options, const Terminal& terminal) {
+    const auto classes = operations::makeRegister();
+    terminal.out << (options.json ? operations::referenceJson(classes)
+                                  : operations::referenceMarkdown(classes));
     return ExitCode::Ok;
 }
 

@@ -173,8 +173,9 @@ class Parser {
     }
 
     void addReference() {
-        add("reference", "prints what can be called", help::reference, help::referenceExamples,
-            [] { return ReferenceOptions{}; });
+        auto& app = add("reference", "prints what can be called", help::reference, help::referenceExamples,
+                        [this] { return reference_; });
+        app.add_flag("--json", reference_.json, "for programs, as JSON");
     }
 
     /// The help of the command that was asked about, or the version.
@@ -213,6 +214,7 @@ class Parser {
     MigrateOptions migrate_;
     SnapshotOptions snapshot_;
     CallFrameOptions call_;
+    ReferenceOptions reference_;
 };
 
 }  // namespace

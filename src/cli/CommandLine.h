@@ -15,8 +15,6 @@
 
 namespace torvex::cli {
 
-struct ReferenceOptions {};
-
 /// A text that was asked for in place of a command: help or the version.
 struct ShowText {
     std::string text;

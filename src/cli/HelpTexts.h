@@ -87,12 +87,13 @@ inline constexpr const char* snapshotExamples =
     "  torvex snapshot --install mysite ab.en.01.02";
 
 inline constexpr const char* reference =
-    "Prints what each public class can do: operations, arguments, defaults, results and rights, in\n"
-    "Markdown.";
+    "Prints what each public class can do: operations, arguments, defaults, results, codes, effects and\n"
+    "rights, in Markdown. With --json it is one object that programs can read.";
 
 inline constexpr const char* referenceExamples =
     "Examples:\n"
     "  torvex reference\n"
-    "  torvex reference > operations.md";
+    "  torvex reference > operations.md\n"
+    "  torvex reference --json > operations.json";
 
 }  // namespace torvex::cli::help

@@ -27,7 +27,7 @@ struct Runner {
     ExitCode operator()(const SnapshotOptions& options) const {
         return snapshot(options, environment, terminal);
     }
-    ExitCode operator()(const ReferenceOptions&) const { return reference(terminal); }
+    ExitCode operator()(const ReferenceOptions& options) const { return reference(options, terminal); }
     ExitCode operator()(const ShowText& show) const {
         terminal.out << show.text;
         return ExitCode::Ok;

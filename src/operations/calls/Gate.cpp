@@ -45,6 +45,7 @@ class Values {
 
     /// "" for the name "": the right covers nothing of the kind.
     std::string text(const std::string& name) const { return name.empty() ? "" : of(name).toText(); }
+    double number(const std::string& name) const { return of(name).toNumber(); }
 
   private:
     const Value& of(const std::string& name) const {
@@ -83,6 +84,11 @@ bool hasEditRight(cManager& manager, db::Connection& connection, const Right& ri
     return !manager.getLoginScope(site, lang, right.detail).empty();
 }
 
+bool hasAccess(cManager& manager, const Right& right, const Values& values) {
+    return manager.checkAdvRights(right.detail, right.advId, values.text(right.site),
+                                  values.text(right.lang));
+}
+
 Verdict verdictFor(bool allowed) {
     return allowed ? Verdict() : noRight();
 }
@@ -98,8 +104,10 @@ Verdict judge(cManager& manager, db::Connection& connection, const Right& right,
         case Right::Kind::EditRight:
             return verdictFor(hasEditRight(manager, connection, right, values));
         case Right::Kind::AdvancedRight:
-            return verdictFor(manager.checkAdvRights(right.detail, right.advId, values.text(right.site),
-                                                     values.text(right.lang)));
+            return verdictFor(hasAccess(manager, right, values));
+        case Right::Kind::OneselfOrAdvancedRight:
+            return verdictFor(values.number(right.login) == manager.loginId() ||
+                              hasAccess(manager, right, values));
         case Right::Kind::OnlySa:
             return verdictFor(isAdministrator(manager.username()));
         default:

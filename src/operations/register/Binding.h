@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -13,24 +14,25 @@
 #include "platform/files/FileSystem.h"
 
 /// Makes rows of the register from member functions. A row names what C++ doesn't know (the given names, the
-/// defaults, what it does, the right); types come from the function itself, and a row with the wrong number
-/// of arguments doesn't compile. Only for the sources that hold rows.
+/// defaults, the effect, what it does, its codes, the right); types come from the function itself, and a row
+/// with the wrong number of arguments, or of another class than its list, doesn't compile. Only for the
+/// sources that hold rows; docs/adding.md tells how to write one.
 namespace torvex::operations {
 
 // ---- Rights ----
 
 inline Right nobody() {
-    return Right{Right::Kind::Nobody, {}, 0, {}, {}, {}};
+    return {Right::Kind::Nobody};
 }
 inline Right visitor() {
-    return Right{Right::Kind::Visitor, {}, 0, {}, {}, {}};
+    return {Right::Kind::Visitor};
 }
 inline Right anyLogin() {
-    return Right{Right::Kind::AnyLogin, {}, 0, {}, {}, {}};
+    return {Right::Kind::AnyLogin};
 }
 /// To do `action` to the page, or to all pages of the list, that the argument `page` names.
 inline Right editRight(std::string action, std::string page) {
-    return {Right::Kind::EditRight, std::move(action), 0, std::move(page), {}, {}};
+    return {Right::Kind::EditRight, std::move(action), 0, std::move(page)};
 }
 /// The same where a page is given; without one, to do it in the whole tree of the site and language.
 inline Right editRight(std::string action, std::string page, std::string site, std::string lang) {
@@ -46,8 +48,12 @@ inline Right viewAccess(int advId, std::string site = {}, std::string lang = {})
 inline Right editAccess(int advId, std::string site = {}, std::string lang = {}) {
     return {Right::Kind::AdvancedRight, "edit", advId, {}, std::move(site), std::move(lang)};
 }
+/// The number in the argument `login` is the caller's own, or she has edit access to the entry.
+inline Right oneselfOrEditAccess(std::string login, int advId) {
+    return {Right::Kind::OneselfOrAdvancedRight, "edit", advId, {}, {}, {}, std::move(login)};
+}
 inline Right onlySa() {
-    return Right{Right::Kind::OnlySa, {}, 0, {}, {}, {}};
+    return {Right::Kind::OnlySa};
 }
 
 // ---- Arguments ----
@@ -134,96 +140,193 @@ Value wrap(F&& run) {
     }
 }
 
+// ---- Columns and codes ----
+
+using enum ColumnType;
+
+/// An answer that isn't a refusal, where it says more than it is.
+inline StatusCode code(Value value, std::string meaning) {
+    return {std::move(value), std::move(meaning), false};
+}
+/// The caller didn't get what she asked for, and nothing was changed.
+inline StatusCode refusal(Value value, std::string meaning) {
+    return {std::move(value), std::move(meaning), true};
+}
+inline StatusCode notLoggedIn() {
+    return refusal(-10, "Nobody is logged in.");
+}
+inline StatusCode failed() {
+    return refusal(-99, "It failed; nothing was changed.");
+}
+
 // ---- Rows ----
 
-/// One instantiation for each signature, not for each function.
-template <typename C, typename R, typename Method, typename... A>
-std::function<Value(void*, const std::vector<Value>&)> invoker(Method method) {
-    return [method](void* object, const std::vector<Value>& values) {
+/// What a pointer to a member function says.
+template <typename Method>
+struct Signature;
+
+template <typename C, typename R, typename... A>
+struct Signature<R (C::*)(A...)> {
+    using Class = C;
+    using Result = R;
+    using Names = std::array<NamedArgument, sizeof...(A)>;
+    static constexpr std::array<ArgumentType, sizeof...(A)> types{typeOf<A>()...};
+
+    /// One instantiation for each signature, not for each function.
+    template <typename Method>
+    static Value invoke(Method method, void* object, const std::vector<Value>& values) {
         const auto run = [&]<std::size_t... I>(std::index_sequence<I...>) {
             return wrap<R>(
                 [&]() -> R { return (static_cast<C*>(object)->*method)(unwrap<A>(values[I])...); });
         };
         return run(std::index_sequence_for<A...>());
-    };
-}
-
-template <typename R, typename... A>
-Operation row(std::string name, std::array<NamedArgument, sizeof...(A)>& named, std::string summary,
-              Right right) {
-    static constexpr std::array<ArgumentType, sizeof...(A)> types{typeOf<A>()...};
-    Operation made{std::move(name), {}, resultName<R>(), std::move(summary), std::move(right), {}, {}};
-    for (std::size_t i = 0; i < sizeof...(A); ++i) {
-        made.arguments.push_back(
-            {std::move(named[i].name), types[i], std::move(named[i].defaultValue), named[i].withheld});
     }
-    return made;
-}
+};
 
 template <typename C, typename R, typename... A>
-Operation operation(std::string name, R (C::*method)(A...), std::array<NamedArgument, sizeof...(A)> named,
-                    std::string summary, Right right) {
-    auto made = row<R, A...>(std::move(name), named, std::move(summary), std::move(right));
-    made.invoke = invoker<C, R, decltype(method), A...>(method);
-    return made;
+struct Signature<R (C::*)(A...) const> : Signature<R (C::*)(A...)> {};
+
+/// For `Row::codes`.
+void setCodes(Operation& operation, std::vector<StatusCode> codes);
+
+/// A row of the class `C`, and of no other.
+template <typename C>
+struct Row {
+    Operation operation;
+
+    /// Says what the columns of the grid are that the operation gives, in order.
+    Row lists(std::vector<Column> columns) && {
+        operation.result = "grid";
+        operation.columns = std::move(columns);
+        return std::move(*this);
+    }
+    /// Names every code that the operation answers. A number may stand for a text that reads so.
+    Row codes(std::vector<StatusCode> codes) && {
+        setCodes(operation, std::move(codes));
+        return std::move(*this);
+    }
+    Row testsPassword(PasswordTest test) && {
+        operation.passwordTest = std::move(test);
+        return std::move(*this);
+    }
+};
+
+template <typename Method>
+Row<typename Signature<Method>::Class> row(Effect effect, std::string name, Method method,
+                                           typename Signature<Method>::Names named, std::string summary,
+                                           Right right) {
+    using Shape = Signature<Method>;
+    Operation made{std::move(name),    effect,          {}, resultName<typename Shape::Result>(),
+                   std::move(summary), std::move(right)};
+    for (std::size_t i = 0; i < named.size(); ++i) {
+        made.arguments.push_back(
+            {std::move(named[i].name), Shape::types[i], std::move(named[i].defaultValue), named[i].withheld});
+    }
+    made.invoke = [method](void* object, const std::vector<Value>& values) {
+        return Shape::invoke(method, object, values);
+    };
+    return {std::move(made)};
 }
 
-template <typename C, typename R, typename... A>
-Operation operation(std::string name, R (C::*method)(A...) const,
-                    std::array<NamedArgument, sizeof...(A)> named, std::string summary, Right right) {
-    auto made = row<R, A...>(std::move(name), named, std::move(summary), std::move(right));
-    made.invoke = invoker<C, R, decltype(method), A...>(method);
-    return made;
+/// An operation that leaves nothing behind (see `Effect`).
+template <typename Method>
+auto reads(std::string name, Method method, typename Signature<Method>::Names named, std::string summary,
+           Right right) {
+    return row(Effect::Reads, std::move(name), method, std::move(named), std::move(summary),
+               std::move(right));
 }
+
+/// One that notes where the caller works.
+template <typename Method>
+auto enters(std::string name, Method method, typename Signature<Method>::Names named, std::string summary,
+            Right right) {
+    return row(Effect::Enters, std::move(name), method, std::move(named), std::move(summary),
+               std::move(right));
+}
+
+/// One that changes anything else.
+template <typename Method>
+auto writes(std::string name, Method method, typename Signature<Method>::Names named, std::string summary,
+            Right right) {
+    return row(Effect::Writes, std::move(name), method, std::move(named), std::move(summary),
+               std::move(right));
+}
+
+/// The rows of several subjects as one list.
+template <typename R>
+std::vector<R> joined(std::initializer_list<std::vector<R>> lists) {
+    std::vector<R> all;
+    for (const auto& list : lists) all.insert(all.end(), list.begin(), list.end());
+    return all;
+}
+
+// ---- Properties ----
+
+/// A property of the class `C`, and of no other.
+template <typename C>
+struct PropertyRow {
+    Property property;
+};
 
 /// A read-only property.
 template <typename C, typename R>
-Property property(std::string name, R (C::*getter)() const, std::string summary) {
+PropertyRow<C> property(std::string name, R (C::*getter)() const, std::string summary) {
     const auto get = [getter](const void* object) {
         return Value((static_cast<const C*>(object)->*getter)());
     };
-    return {std::move(name), typeOf<R>(), std::move(summary), anyLogin(), get, {}};
-}
-
-/// The property, out of reach of the network.
-inline Property secret(Property made) {
-    made.right = nobody();
-    return made;
+    return {{std::move(name), typeOf<R>(), std::move(summary), anyLogin(), get, {}}};
 }
 
 /// A property that can be set as well.
 template <typename C, typename R, typename A>
-Property property(std::string name, R (C::*getter)() const, void (C::*setter)(A), std::string summary) {
+PropertyRow<C> property(std::string name, R (C::*getter)() const, void (C::*setter)(A), std::string summary) {
     auto made = property(std::move(name), getter, std::move(summary));
-    made.set = [setter](void* object, const Value& value) {
+    made.property.set = [setter](void* object, const Value& value) {
         (static_cast<C*>(object)->*setter)(unwrap<A>(value));
     };
     return made;
 }
 
+/// The property, out of reach of the network.
+template <typename C>
+PropertyRow<C> secret(PropertyRow<C> made) {
+    made.property.right = nobody();
+    return made;
+}
+
 // ---- Classes ----
 
-/// The entry of the class `C`. One that takes a connection gets the operation `connect` besides.
+/// The row that every class with a connection has.
 template <typename C>
-ClassEntry describe(std::string name, std::string summary, std::vector<Operation> operations,
-                    std::vector<Property> properties = {}) {
-    ClassEntry entry{std::move(name),       std::move(summary),   {}, {},
-                     std::move(operations), std::move(properties)};
+Operation connectRow() {
+    Operation connect{"connect",
+                      Effect::Reads,
+                      {{"conn", ArgumentType::Text, std::nullopt, false}},
+                      "empty",
+                      "Sets the database that the object works on, by its connection text.",
+                      nobody()};
+    connect.invoke = [](void* object, const std::vector<Value>& values) {
+        static_cast<C*>(object)->connect(db::ConnectionSource(values[0].text()));
+        return Value();
+    };
+    return connect;
+}
+
+/// The entry of the class `C`, of its own rows alone. One that takes a connection gets the operation
+/// `connect` besides.
+template <typename C>
+ClassEntry describe(std::string name, std::string summary, std::vector<Row<C>> rows,
+                    std::vector<PropertyRow<C>> properties = {}) {
+    ClassEntry entry{std::move(name), std::move(summary), {}, {}, {}, {}};
     entry.create = [](HostContext& host) -> std::shared_ptr<void> { return std::make_shared<C>(host); };
     if constexpr (requires(C & object, db::ConnectionSource link) { object.connect(link); }) {
         entry.connect = [](void* object, const db::ConnectionSource& link) {
             static_cast<C*>(object)->connect(link);
         };
-        Operation connect{"connect", {{"conn", ArgumentType::Text, std::nullopt, false}},
-                          "empty",   "Sets the database that the object works on, by its connection text.",
-                          nobody(),  {},
-                          {}};
-        connect.invoke = [](void* object, const std::vector<Value>& values) {
-            static_cast<C*>(object)->connect(db::ConnectionSource(values[0].text()));
-            return Value();
-        };
-        entry.operations.insert(entry.operations.begin(), std::move(connect));
+        entry.operations.push_back(connectRow<C>());
     }
+    for (auto& row : rows) entry.operations.push_back(std::move(row.operation));
+    for (auto& row : properties) entry.properties.push_back(std::move(row.property));
     return entry;
 }
 

@@ -6,14 +6,12 @@
 namespace torvex::operations {
 
 ClassEntry managerOperations() {
-    std::vector<Operation> operations;
-    for (auto subject :
-         {managerLoginRows, managerRightsRows, managerSiteRows, managerServerRows, managerTreeRows,
-          managerPageRows, managerSetupRows, managerBodyRows, managerWorkflowRows, managerPublishRows}) {
-        for (auto& row : subject()) operations.push_back(std::move(row));
-    }
-    return describe<cManager>("cManager", "Everything that authors and administrators do.",
-                              std::move(operations), managerProperties());
+    return describe<cManager>(
+        "cManager", "Everything that authors and administrators do.",
+        joined({managerLoginRows(), managerRightsRows(), managerSiteRows(), managerServerRows(),
+                managerTreeRows(), managerPageRows(), managerSetupRows(), managerBodyRows(),
+                managerWorkflowRows(), managerPublishRows()}),
+        managerProperties());
 }
 
 }  // namespace torvex::operations

@@ -4,27 +4,26 @@
 
 namespace torvex::operations {
 
-std::vector<Operation> managerPageRows() {
+std::vector<Row<cManager>> managerPageRows() {
     return {
-        operation("getPage", &cManager::getPage, {argument("pageIdent"), argument("mode", "L")},
-                  "Reads a page into the page record; the property pgExists says whether it is there.",
-                  anyLogin()),
-        operation(
-            "getPageParameters", &cManager::getPageParameters, {argument("pageIdent")},
-            "Type, edit, lock, delete and approve status of a page, and whether another login holds it.",
-            anyLogin()),
-        operation("getPageGroups", &cManager::getPageGroups, {argument("pageIdent"), argument("mode", "L")},
-                  "All groups of visitors, marked where the page has them.", anyLogin())
-            .lists("groupId, name, 1 when the page has it"),
-        operation("getLoginPage", &cManager::getLoginPage, {argument("pageIdent"), argument("mode", "L")},
-                  "The login page that guards a page; -1 for none.", anyLogin()),
-        operation("getNumberOfViews", &cManager::getNumberOfViews, {argument("pageIdent")},
-                  "The hits of a page, or of a folder with all under it.", anyLogin()),
-        operation(
-            "getVocab", &cManager::getVocab, {argument("langId"), argument("labelId"), argument("flag", 1)},
-            "The text of a label of the interface; with flag 1 in English where there is none.", anyLogin()),
-        operation("urlencode", &cManager::urlencode, {argument("queryString")},
-                  "Encodes the values of a query string and leaves \"=\" and \"&\".", visitor()),
+        reads("getPage", &cManager::getPage, {argument("pageIdent"), argument("mode", "L")},
+              "Reads a page into the page record; the property pgExists says whether it is there.",
+              anyLogin()),
+        reads("getPageParameters", &cManager::getPageParameters, {argument("pageIdent")},
+              "Type, edit, lock, delete and approve status of a page, and whether another login holds it.",
+              anyLogin()),
+        reads("getPageGroups", &cManager::getPageGroups, {argument("pageIdent"), argument("mode", "L")},
+              "All groups of visitors, marked where the page has them.", anyLogin())
+            .lists({{"groupId", Number}, {"name", Text}, {"mark", Number}}),
+        reads("getLoginPage", &cManager::getLoginPage, {argument("pageIdent"), argument("mode", "L")},
+              "The login page that guards a page; -1 for none.", anyLogin()),
+        reads("getNumberOfViews", &cManager::getNumberOfViews, {argument("pageIdent")},
+              "The hits of a page, or of a folder with all under it.", anyLogin()),
+        reads("getVocab", &cManager::getVocab, {argument("langId"), argument("labelId"), argument("flag", 1)},
+              "The text of a label of the interface; with flag 1 in English where there is none.",
+              anyLogin()),
+        reads("urlencode", &cManager::urlencode, {argument("queryString")},
+              "Encodes the values of a query string and leaves \"=\" and \"&\".", visitor()),
     };
 }
 

@@ -6,7 +6,7 @@ namespace torvex::operations {
 
 namespace {
 
-std::vector<Property> loginProperties() {
+std::vector<PropertyRow<cManager>> loginProperties() {
     return {
         property("loginId", &cManager::loginId, "The number of the session's login, 0 for none."),
         property("username", &cManager::username, "The name by which it logs in."),
@@ -15,7 +15,7 @@ std::vector<Property> loginProperties() {
     };
 }
 
-std::vector<Property> pageProperties() {
+std::vector<PropertyRow<cManager>> pageProperties() {
     return {
         property("pgExists", &cManager::pgExists, "Whether the page was found."),
         property("pgPageId", &cManager::pgPageId, &cManager::setPgPageId, "The page's number."),
@@ -105,12 +105,8 @@ std::vector<Property> pageProperties() {
 
 }  // namespace
 
-std::vector<Property> managerProperties() {
-    std::vector<Property> properties;
-    for (auto subject : {loginProperties, pageProperties}) {
-        for (auto& property : subject()) properties.push_back(std::move(property));
-    }
-    return properties;
+std::vector<PropertyRow<cManager>> managerProperties() {
+    return joined({loginProperties(), pageProperties()});
 }
 
 }  // namespace torvex::operations

@@ -2,23 +2,24 @@
 
 #include <vector>
 
-#include "operations/register/Register.h"
+#include "authoring/cManager.h"
+#include "operations/register/Binding.h"
 
 /// The rows of `cManager`, one function for each subject.
 namespace torvex::operations {
 
-std::vector<Operation> managerLoginRows();
-std::vector<Operation> managerRightsRows();
-std::vector<Operation> managerSiteRows();
-std::vector<Operation> managerServerRows();
-std::vector<Operation> managerTreeRows();
-std::vector<Operation> managerPageRows();
-std::vector<Operation> managerSetupRows();
-std::vector<Operation> managerWorkflowRows();
-std::vector<Operation> managerPublishRows();
-std::vector<Operation> managerBodyRows();
+std::vector<Row<cManager>> managerLoginRows();
+std::vector<Row<cManager>> managerRightsRows();
+std::vector<Row<cManager>> managerSiteRows();
+std::vector<Row<cManager>> managerServerRows();
+std::vector<Row<cManager>> managerTreeRows();
+std::vector<Row<cManager>> managerPageRows();
+std::vector<Row<cManager>> managerSetupRows();
+std::vector<Row<cManager>> managerWorkflowRows();
+std::vector<Row<cManager>> managerPublishRows();
+std::vector<Row<cManager>> managerBodyRows();
 
 /// The login of the object and its page record.
-std::vector<Property> managerProperties();
+std::vector<PropertyRow<cManager>> managerProperties();
 
 }  // namespace torvex::operations

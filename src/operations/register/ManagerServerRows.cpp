@@ -5,29 +5,32 @@
 
 namespace torvex::operations {
 
-std::vector<Operation> managerServerRows() {
+std::vector<Row<cManager>> managerServerRows() {
     return {
-        operation("replicateFile", &cManager::replicateFile,
-                  {argument("file"), argument("overwrite", false), argument("delete", false)},
-                  "Copies a file of the installation to the other servers, or removes it there.", nobody()),
-        operation("replicateFolder", &cManager::replicateFolder, {argument("dir"), argument("delete", false)},
-                  "Makes a folder on the other servers, without its contents, or removes it there with them.",
-                  nobody()),
-        operation("testServer", &cManager::testServer, {argument("serverId")},
-                  "Whether a file can be written, found and removed on a server.",
-                  editAccess(adminEntry::servers)),
-        operation("getServerList", &cManager::getServerList, {}, "The servers by name.",
-                  viewAccess(adminEntry::servers))
-            .lists("serverId, serverName, serverDescription, serverIP"),
-        operation("getServerName", &cManager::getServerName, {}, "The name of this machine.",
-                  viewAccess(adminEntry::servers)),
-        operation("createDirectory", &cManager::createDirectory, {argument("dir")},
-                  "Makes a folder here and on the other servers.", nobody()),
-        operation("deleteDirectory", &cManager::deleteDirectory, {argument("dir")},
-                  "Removes a folder with all that is in it, here and on the other servers.", nobody()),
-        operation("deleteFile", &cManager::deleteFile, {argument("file")},
-                  "Removes a file here and on the other servers; the name may hold the wild cards * and ?.",
-                  nobody()),
+        writes("replicateFile", &cManager::replicateFile,
+               {argument("file"), argument("overwrite", false), argument("delete", false)},
+               "Copies a file of the installation to the other servers, or removes it there.", nobody()),
+        writes("replicateFolder", &cManager::replicateFolder, {argument("dir"), argument("delete", false)},
+               "Makes a folder on the other servers, without its contents, or removes it there with them.",
+               nobody()),
+        writes("testServer", &cManager::testServer, {argument("serverId")},
+               "Whether a file can be written, found and removed on a server.",
+               editAccess(adminEntry::servers)),
+        reads("getServerList", &cManager::getServerList, {}, "The servers by name.",
+              viewAccess(adminEntry::servers))
+            .lists({{"serverId", Number},
+                    {"serverName", Text},
+                    {"serverDescription", Text},
+                    {"serverIP", Text}}),
+        reads("getServerName", &cManager::getServerName, {}, "The name of this machine.",
+              viewAccess(adminEntry::servers)),
+        writes("createDirectory", &cManager::createDirectory, {argument("dir")},
+               "Makes a folder here and on the other servers.", nobody()),
+        writes("deleteDirectory", &cManager::deleteDirectory, {argument("dir")},
+               "Removes a folder with all that is in it, here and on the other servers.", nobody()),
+        writes("deleteFile", &cManager::deleteFile, {argument("file")},
+               "Removes a file here and on the other servers; the name may hold the wild cards * and ?.",
+               nobody()),
     };
 }
 

@@ -5,41 +5,45 @@
 
 namespace torvex::operations {
 
-std::vector<Operation> managerWorkflowRows() {
+std::vector<Row<cManager>> managerWorkflowRows() {
     return {
-        operation("checkOut", &cManager::checkOut, {argument("pageIdent")},
-                  "Takes a page for editing: its edit, lock, delete and approve status, or a code.",
-                  editRight("edit", "pageIdent")),
-        operation("checkIn", &cManager::checkIn, {argument("pageIdent")},
-                  "Gives a page back: its four statuses, or a code.", editRight("edit", "pageIdent")),
-        operation("approvePage", &cManager::approvePage, {argument("pageIdent"), argument("state")},
-                  "Approves a page with state 1, else takes the approval back: its four statuses, or a code.",
-                  editRight("approve", "pageIdent")),
-        operation("approvePages", &cManager::approvePages, {argument("pageList")},
-                  "Approves the pages of a list: those with which it failed, divided by commas.",
-                  editRight("approve", "pageList")),
-        operation(
+        writes("checkOut", &cManager::checkOut, {argument("pageIdent")},
+               "Takes a page for editing: its edit, lock, delete and approve status, or a code.",
+               editRight("edit", "pageIdent")),
+        writes("checkIn", &cManager::checkIn, {argument("pageIdent")},
+               "Gives a page back: its four statuses, or a code.", editRight("edit", "pageIdent")),
+        writes("approvePage", &cManager::approvePage, {argument("pageIdent"), argument("state")},
+               "Approves a page with state 1, else takes the approval back: its four statuses, or a code.",
+               editRight("approve", "pageIdent")),
+        writes("approvePages", &cManager::approvePages, {argument("pageList")},
+               "Approves the pages of a list: those with which it failed, divided by commas.",
+               editRight("approve", "pageList")),
+        writes(
             "deletePage", &cManager::deletePage, {argument("pageIdent"), argument("state")},
             "Marks a page for deletion, or with state 0 takes the mark back: its four statuses, or a code.",
             editRight("edit", "pageIdent")),
         // The list of locked pages is an entry of a site and language, but the pages given here may lie in
         // any. What is done to each is a check-in, which needs the right to edit it.
-        operation("unlockPages", &cManager::unlockPages, {argument("pageList")},
-                  "Lets pages go whose holder asks or has left: those that stay locked, divided by commas.",
-                  editRight("edit", "pageList")),
-        operation("getLockList", &cManager::getLockList, {argument("site"), argument("lang")},
-                  "The pages of a site and language that are checked out, by title.",
-                  viewAccess(adminEntry::locks, "site", "lang"))
-            .lists("pageId, nodeId, title, name, lockingDate, empty"),
+        writes("unlockPages", &cManager::unlockPages, {argument("pageList")},
+               "Lets pages go whose holder asks or has left: those that stay locked, divided by commas.",
+               editRight("edit", "pageList")),
+        reads("getLockList", &cManager::getLockList, {argument("site"), argument("lang")},
+              "The pages of a site and language that are checked out, by title.",
+              viewAccess(adminEntry::locks, "site", "lang"))
+            .lists({{"pageId", Number},
+                    {"nodeId", Text},
+                    {"title", Text},
+                    {"name", Text},
+                    {"lockingDate", Date}}),
         // Which right a lock needs depends on the item: each kind of record has its own entry, and some one
         // of a site and language that only the record knows. Pages test the right to edit the record and lock
         // it then; from the network anybody who is logged in could keep all others from their work.
-        operation("lockItem", &cManager::lockItem, {argument("item"), argument("itemId")},
-                  "Takes an administrative record for this session; false when another login holds it.",
-                  nobody()),
+        writes("lockItem", &cManager::lockItem, {argument("item"), argument("itemId")},
+               "Takes an administrative record for this session; false when another login holds it.",
+               nobody()),
         // Only ever lets go what the caller's own session holds.
-        operation("unlockItem", &cManager::unlockItem, {argument("item"), argument("itemId")},
-                  "Lets an administrative record go if this session holds it.", anyLogin()),
+        writes("unlockItem", &cManager::unlockItem, {argument("item"), argument("itemId")},
+               "Lets an administrative record go if this session holds it.", anyLogin()),
     };
 }
 

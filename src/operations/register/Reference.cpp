@@ -19,13 +19,19 @@ from the program's own register: the tests rewrite it when `TORVEX_ACCEPT=1` is 
 Arguments are converted to the type that stands behind their name. A *number* is a plain decimal number;
 an *integer* is rounded to a whole one and goes from -32768 to 32767; a *boolean* is `true`, `false` or
 a number; a *text format* is -2 (the system's encoding), -1 (Unicode) or 0 (ANSI). An argument with a
-value behind "=" may be left out. *Empty* results are null, and so is a grid without rows.
+value behind "=" may be left out. *Empty* results are null, and so is a grid without rows. A grid may have
+columns behind those that are named here; they are always empty.
+
+What an answer stands for is told where it isn't plain. After a *refusal* nothing was changed. An operation
+that *reads* leaves nothing behind; one that *enters* notes where the caller works, and nothing that others
+read; one that *writes* changes what others read.
 
 The right is what a caller over the network needs (see [rights.md](rights.md)); the command line asks for
 none. *Any author* is whoever is logged in, in a session that still holds the login. *Edit right* and
 *access* name what a role of the login must give, and for what: a page (each one of a list), a site and
-language, or the whole installation where nothing is named. *sa* has every right. What is *not over the
-network* is nobody's there, nor is an argument that says so: it keeps its default.
+language, or the whole installation where nothing is named. *Oneself* is the login whose number is given,
+if it is the caller's own. *sa* has every right. What is *not over the network* is nobody's there, nor is an
+argument that says so: it keeps its default.
 )";
 
 /// What the right must cover.
@@ -48,6 +54,9 @@ std::string rightText(const Right& right) {
             return "edit right \"" + right.detail + '"' + coverage(right);
         case Right::Kind::AdvancedRight:
             return right.detail + " access to entry " + std::to_string(right.advId) + coverage(right);
+        case Right::Kind::OneselfOrAdvancedRight:
+            return "oneself (`" + right.login + "`), or " + right.detail + " access to entry " +
+                   std::to_string(right.advId);
         case Right::Kind::OnlySa:
             return "only sa";
     }
@@ -79,13 +88,31 @@ std::string argumentsText(const Operation& operation) {
     return lines;
 }
 
+std::string resultText(const Operation& operation) {
+    std::string names;
+    for (const auto& column : operation.columns) {
+        names += (names.empty() ? ": `" : ", `") + column.name + "` " + std::string(typeName(column.type));
+    }
+    return operation.result + names;
+}
+
+/// What it does, and below it a line for each code.
+std::string meaningText(const Operation& operation) {
+    std::string lines = operation.summary;
+    for (const auto& one : operation.codes) {
+        lines += "<br>`" + literal(one.code) + "` " + (one.isRefusal ? "*refusal:* " : "") + one.meaning;
+    }
+    return lines;
+}
+
 std::string operationsTable(const ClassEntry& entry) {
     std::string table =
-        "\n| Operation | Arguments | Result | What it does | Right |\n| --- | --- | --- | --- | --- |\n";
+        "\n| Operation | Arguments | Result | What it does | Effect | Right |\n"
+        "| --- | --- | --- | --- | --- | --- |\n";
     for (const auto& operation : entry.operations) {
         table += "| `" + operation.name + "` | " + cell(argumentsText(operation)) + " | " +
-                 cell(operation.result) + " | " + cell(operation.summary) + " | " +
-                 cell(rightText(operation.right)) +
+                 cell(resultText(operation)) + " | " + cell(meaningText(operation)) + " | " +
+                 std::string(effectName(operation.effect)) + " | " + cell(rightText(operation.right)) +
                  (operation.passwordTest ? "; guesses are slowed down" : "") + " |\n";
     }
     return table;

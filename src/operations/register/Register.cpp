@@ -19,14 +19,30 @@ const Row* findByName(const std::vector<Row>& rows, std::string_view name) {
 
 }  // namespace
 
-Operation Operation::lists(std::string columns) && {
-    result = "grid: " + std::move(columns);
-    return std::move(*this);
+std::string_view typeName(ColumnType type) {
+    switch (type) {
+        case ColumnType::Text:
+            return "text";
+        case ColumnType::Number:
+            return "number";
+        case ColumnType::Boolean:
+            return "boolean";
+        case ColumnType::Date:
+            return "date";
+    }
+    return "";
 }
 
-Operation Operation::testsPassword(PasswordTest test) && {
-    passwordTest = std::move(test);
-    return std::move(*this);
+std::string_view effectName(Effect effect) {
+    switch (effect) {
+        case Effect::Reads:
+            return "reads";
+        case Effect::Enters:
+            return "enters";
+        case Effect::Writes:
+            return "writes";
+    }
+    return "";
 }
 
 const Operation* ClassEntry::findOperation(std::string_view wanted) const {

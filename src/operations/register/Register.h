@@ -31,20 +31,56 @@ struct Argument {
     bool withheld = false;              ///< a caller from outside can't give another value than the default
 };
 
+/// What a call leaves behind.
+enum class Effect {
+    Reads,   ///< nothing that outlasts the request
+    Enters,  ///< where the caller works, in her session and login; nothing that others read
+    Writes   ///< everything else
+};
+
+/// What the cells of a column hold; any of them may be empty.
+enum class ColumnType { Text, Number, Boolean, Date };
+
+std::string_view typeName(ColumnType type);
+std::string_view effectName(Effect effect);
+
+/// A grid may have columns behind those that its row names. They are always empty, and there only because
+/// callers on this machine count columns.
+struct Column {
+    std::string name;
+    ColumnType type;
+};
+
+/// An answer that stands for something else than itself.
+struct StatusCode {
+    Value code;  ///< of the operation's result type
+    std::string meaning;
+    bool isRefusal;  ///< the caller didn't get what she asked for, and nothing was changed
+};
+
 /// What a caller from outside must be allowed to do. An operation that states `Nobody` is out of reach of the
 /// network: it reads or writes files by path, opens connections, or changes what isn't the caller's own.
 struct Right {
-    enum class Kind { Nobody, Visitor, AnyLogin, EditRight, AdvancedRight, OnlySa };
+    enum class Kind {
+        Nobody,
+        Visitor,
+        AnyLogin,
+        EditRight,
+        AdvancedRight,
+        OneselfOrAdvancedRight,  ///< what is done to the caller's own login is hers to do
+        OnlySa
+    };
 
     Kind kind;
-    std::string detail;  ///< the action of an edit right; "view" or "edit" of an advanced right
-    int advId = 0;       ///< the entry of the administration menu, for an advanced right; see AdminEntries.h
+    std::string detail = {};  ///< the action of an edit right; "view" or "edit" of an advanced right
+    int advId = 0;  ///< the entry of the administration menu, for an advanced right; see AdminEntries.h
     // The arguments that say what the right must cover, by their names; "" where there is none. The page may
     // be a list of pages; where it is given, site and language are the page's own. A row that names all three
     // means the whole tree when no page is given; one that names no page means some part of the tree.
-    std::string page;
-    std::string site;
-    std::string lang;
+    std::string page = {};
+    std::string site = {};
+    std::string lang = {};
+    std::string login = {};  ///< the argument that is a login's number, where it may be the caller's own
 };
 
 /// That an operation tests a password. Callers from outside who guess are slowed down.
@@ -56,17 +92,16 @@ struct PasswordTest {
 
 struct Operation {
     std::string name;
+    Effect effect;
     std::vector<Argument> arguments;
-    std::string result;  ///< its kind: "text", "number", "integer", "boolean", "empty", or a grid's columns
+    std::string result;  ///< its kind: "text", "number", "integer", "boolean", "empty" or "grid"
     std::string summary;
     Right right;
-    /// Takes the object and one converted value for each argument, in order.
-    std::function<Value(void*, const std::vector<Value>&)> invoke;
+    std::vector<Column> columns = {};    ///< of a grid
+    std::vector<StatusCode> codes = {};  ///< all that it answers; none when each answer is what was asked for
     std::optional<PasswordTest> passwordTest = {};
-
-    Operation testsPassword(PasswordTest test) &&;
-    /// Says what the columns of the grid are that the operation gives.
-    Operation lists(std::string columns) &&;
+    /// Takes the object and one converted value for each argument, in order.
+    std::function<Value(void*, const std::vector<Value>&)> invoke = {};
 };
 
 struct Property {

@@ -9,10 +9,10 @@ ClassEntry searchOperations() {
     return describe<Search>(
         "search", "The search of a site.",
         {
-            operation("initializePages", &Search::initializePages, {argument("pageIdent", "")},
-                      "Renews the copies of all pages, or of one, that the full text catalogue reads: 0, or "
-                      "-99.",
-                      editAccess(adminEntry::catalogue)),
+            writes("initializePages", &Search::initializePages, {argument("pageIdent", "")},
+                   "Renews the copies of all pages, or of one, that the full text catalogue reads: 0, or "
+                   "-99.",
+                   editAccess(adminEntry::catalogue)),
         });
 }
 

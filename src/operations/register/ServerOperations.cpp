@@ -6,135 +6,130 @@ namespace torvex::operations {
 
 namespace {
 
-std::vector<Operation> resolution() {
+std::vector<Row<cServer>> resolution() {
     // A name and a password given to getPage could be guessed by the verdict.
     return {
-        operation(
-            "getPage", &cServer::getPage,
-            {argument("pageIdent"), withheld(argument("username", "")), withheld(argument("password", ""))},
-            "Resolves a page into the page record; the property pgAccess is the verdict.", anyLogin()),
-        operation("isPage", &cServer::isPage, {argument("pageIdent")},
-                  "Whether a page shows today, whoever asks; folders are followed to their first child.",
-                  visitor()),
-        operation("getPageId", &cServer::getPageId, {argument("nodeId")},
-                  "The page number of a node; -1 when there is no such page.", anyLogin()),
-        operation("getNodeId", &cServer::getNodeId, {argument("pageId")},
-                  "The node of a page number; empty text when there is no such page.", anyLogin()),
-        operation("getPageTitle", &cServer::getPageTitle, {argument("pageIdent")},
-                  "The title of a live page, or a bracketed word in the page's language when it has none.",
-                  anyLogin()),
-        operation("getWebsiteTitle", &cServer::getWebsiteTitle, {argument("site"), argument("lang")},
-                  "The title of a site in a language.", visitor()),
-        operation("getVocab", &cServer::getVocab, {argument("langId"), argument("labelId")},
-                  "The text of a label of the interface in a language, given by code or by number.",
-                  anyLogin()),
+        reads("getPage", &cServer::getPage,
+              {argument("pageIdent"), withheld(argument("username", "")), withheld(argument("password", ""))},
+              "Resolves a page into the page record; the property pgAccess is the verdict.", anyLogin()),
+        reads("isPage", &cServer::isPage, {argument("pageIdent")},
+              "Whether a page shows today, whoever asks; folders are followed to their first child.",
+              visitor()),
+        reads("getPageId", &cServer::getPageId, {argument("nodeId")},
+              "The page number of a node; -1 when there is no such page.", anyLogin()),
+        reads("getNodeId", &cServer::getNodeId, {argument("pageId")},
+              "The node of a page number; empty text when there is no such page.", anyLogin()),
+        reads("getPageTitle", &cServer::getPageTitle, {argument("pageIdent")},
+              "The title of a live page, or a bracketed word in the page's language when it has none.",
+              anyLogin()),
+        reads("getWebsiteTitle", &cServer::getWebsiteTitle, {argument("site"), argument("lang")},
+              "The title of a site in a language.", visitor()),
+        reads("getVocab", &cServer::getVocab, {argument("langId"), argument("labelId")},
+              "The text of a label of the interface in a language, given by code or by number.", anyLogin()),
     };
 }
 
-std::vector<Operation> accessControl() {
+std::vector<Row<cServer>> accessControl() {
     return {
-        operation("securityCheck", &cServer::securityCheck, {argument("applicationDir", "")},
-                  "The address that the visitor has to be sent to instead of the page of the page record, or "
-                  "empty text.",
-                  nobody()),
-        operation("hasAccess", &cServer::hasAccess, {argument("pageIdent"), argument("username", "")},
-                  "Whether a user, or the session's, may see a page; its dates don't count.", anyLogin()),
-        operation("isSecuredPage", &cServer::isSecuredPage, {argument("pageIdent")},
-                  "Whether a real group guards a page.", anyLogin()),
-        operation("checkFolderAccess", &cServer::checkFolderAccess, {argument("folder")},
-                  "Whether the visitor may see a media folder: 0 or 1 yes, 100 a blank picture instead, "
-                  "negative no.",
-                  anyLogin()),
+        reads("securityCheck", &cServer::securityCheck, {argument("applicationDir", "")},
+              "The address that the visitor has to be sent to instead of the page of the page record, or "
+              "empty text.",
+              nobody()),
+        reads("hasAccess", &cServer::hasAccess, {argument("pageIdent"), argument("username", "")},
+              "Whether a user, or the session's, may see a page; its dates don't count.", anyLogin()),
+        reads("isSecuredPage", &cServer::isSecuredPage, {argument("pageIdent")},
+              "Whether a real group guards a page.", anyLogin()),
+        reads("checkFolderAccess", &cServer::checkFolderAccess, {argument("folder")},
+              "Whether the visitor may see a media folder: 0 or 1 yes, 100 a blank picture instead, "
+              "negative no.",
+              anyLogin()),
     };
 }
 
 // Names and passwords could be guessed by these, without the limit that the login page has.
-std::vector<Operation> users() {
+std::vector<Row<cServer>> users() {
     return {
-        operation("isUser", &cServer::isUser, {argument("username"), argument("password")},
-                  "Whether there is a user of that name and password.", nobody()),
-        operation("getUserId", &cServer::getUserId, {argument("username", ""), argument("password", "")},
-                  "The number of a user, or of the session's; 0 for none.", nobody()),
-        operation("getUserPassword", &cServer::getUserPassword, {argument("username", "")},
-                  "The stored password of a user, or of the session's.", nobody()),
-        operation("getEntryPage", &cServer::getEntryPage,
-                  {argument("username", ""), argument("password", "")},
-                  "The page by which a user's group enters; -1 for none.", nobody()),
-        operation("getExitPage", &cServer::getExitPage, {argument("username", ""), argument("password", "")},
-                  "The page by which a user's group leaves; -1 for none.", nobody()),
-        operation("getLoginPage", &cServer::getLoginPage, {argument("pageIdent")},
-                  "The login page that guards a page; 0 with the extranet off.", anyLogin()),
-        operation("getLoginURL", &cServer::getLoginURL, {},
-                  "Does what the posted login form asks for, and gives the address that it leads to.",
-                  nobody()),
-        operation("getLogoutURL", &cServer::getLogoutURL, {},
-                  "Logs the visitor out, and gives the address that it leads to.", nobody()),
+        reads("isUser", &cServer::isUser, {argument("username"), argument("password")},
+              "Whether there is a user of that name and password.", nobody()),
+        reads("getUserId", &cServer::getUserId, {argument("username", ""), argument("password", "")},
+              "The number of a user, or of the session's; 0 for none.", nobody()),
+        reads("getUserPassword", &cServer::getUserPassword, {argument("username", "")},
+              "The stored password of a user, or of the session's.", nobody()),
+        reads("getEntryPage", &cServer::getEntryPage, {argument("username", ""), argument("password", "")},
+              "The page by which a user's group enters; -1 for none.", nobody()),
+        reads("getExitPage", &cServer::getExitPage, {argument("username", ""), argument("password", "")},
+              "The page by which a user's group leaves; -1 for none.", nobody()),
+        reads("getLoginPage", &cServer::getLoginPage, {argument("pageIdent")},
+              "The login page that guards a page; 0 with the extranet off.", anyLogin()),
+        writes("getLoginURL", &cServer::getLoginURL, {},
+               "Does what the posted login form asks for, and gives the address that it leads to.", nobody()),
+        writes("getLogoutURL", &cServer::getLogoutURL, {},
+               "Logs the visitor out, and gives the address that it leads to.", nobody()),
     };
 }
 
-std::vector<Operation> assembly() {
+std::vector<Row<cServer>> assembly() {
     return {
-        operation("torvex_preparePage", &cServer::torvex_preparePage, {argument("applicationSubTitle", "")},
-                  "The finished page of the page record, but for its links; or \"error:\" and an address.",
-                  anyLogin()),
-        operation("getTemplateFile", &cServer::getTemplateFile,
-                  {argument("pageIdent"), argument("mode", "L")},
-                  "The file of the content template that is in force for a live page; the mode is ignored.",
-                  anyLogin()),
-        operation(
+        reads("torvex_preparePage", &cServer::torvex_preparePage, {argument("applicationSubTitle", "")},
+              "The finished page of the page record, but for its links; or \"error:\" and an address.",
+              anyLogin()),
+        reads("getTemplateFile", &cServer::getTemplateFile, {argument("pageIdent"), argument("mode", "L")},
+              "The file of the content template that is in force for a live page; the mode is ignored.",
+              anyLogin()),
+        reads(
             "getStylesheetFile", &cServer::getStylesheetFile, {argument("pageIdent"), argument("mode", "L")},
             "The file of the stylesheet that is in force for a live page; the mode is ignored.", anyLogin()),
-        operation("getBaseTemplateFile", &cServer::getBaseTemplateFile,
-                  {argument("pageIdent"), argument("mode", "L")},
-                  "The file of the base template that is in force for a live page; the mode is ignored.",
-                  anyLogin()),
-        operation("fillBodies", &cServer::fillBodies, {argument("pageIdent"), argument("html")},
-                  "The text with the live bodies of a page in their places.", anyLogin()),
-        operation("getBody", &cServer::getBody,
-                  {argument("pageIdent"), argument("bodyId"), argument("bodyType", 0), argument("feedId", 0)},
-                  "One live body of a page: stored text (type 1), an HTML feed (2) or an XML feed (3).",
-                  anyLogin()),
+        reads("getBaseTemplateFile", &cServer::getBaseTemplateFile,
+              {argument("pageIdent"), argument("mode", "L")},
+              "The file of the base template that is in force for a live page; the mode is ignored.",
+              anyLogin()),
+        reads("fillBodies", &cServer::fillBodies, {argument("pageIdent"), argument("html")},
+              "The text with the live bodies of a page in their places.", anyLogin()),
+        reads("getBody", &cServer::getBody,
+              {argument("pageIdent"), argument("bodyId"), argument("bodyType", 0), argument("feedId", 0)},
+              "One live body of a page: stored text (type 1), an HTML feed (2) or an XML feed (3).",
+              anyLogin()),
     };
 }
 
-std::vector<Operation> pageServices() {
+std::vector<Row<cServer>> pageServices() {
     return {
-        operation("buildLinks", &cServer::buildLinks,
-                  {argument("html"), argument("site"), argument("lang", ""), argument("mode", "")},
-                  "The page with its link notations as real links; the language and the mode have no effect.",
-                  anyLogin()),
-        operation("sendBinaryFile", &cServer::sendBinaryFile,
-                  {argument("fileSpec"), argument("securityCheck", true)},
-                  "Writes a file to the response: \"0\" sent, \"-99\" not found, \"-10\" a secure address is "
-                  "needed, "
-                  "else the code of checkFolderAccess.",
-                  nobody()),
-        operation("logPage", &cServer::logPage, {argument("pageIdent")},
-                  "Counts a view of a page, unless the visitor's address is filtered out.", nobody()),
-        operation("getBreadcrumb", &cServer::getBreadcrumb, {argument("pageIdent")},
-                  "The trail of links from the root to a page, as HTML.", anyLogin()),
-        operation("getMetaDataHTML", &cServer::getMetaDataHTML, {argument("pageIdent")},
-                  "The meta data of a live page, as HTML for its head.", anyLogin()),
-        operation("getMetaTags", &cServer::getMetaTags, {argument("site")},
-                  "The meta tags of a site, by name.", anyLogin())
-            .lists("metaData_id, metaData_name, metaData_description"),
-        operation("setCodePage", &cServer::setCodePage, {},
-                  "Sets the visitor's code page from the language of the page in the request.", visitor()),
-        operation("getCharsetCodepage", &cServer::getCharsetCodepage, {argument("lang")},
-                  "The code page of a language's charset.", visitor()),
-        operation("getCharsetLabel", &cServer::getCharsetLabel, {argument("lang")},
-                  "The label of a language's charset.", visitor()),
-        operation("getCharsetName", &cServer::getCharsetName, {argument("lang")},
-                  "The name of a language's charset.", visitor()),
-        operation("urlencode", &cServer::urlencode, {argument("queryString")},
-                  "Encodes the values of a query string and leaves \"=\" and \"&\".", visitor()),
-        operation("getParameterValue", &cServer::getParameterValue,
-                  {argument("parameter"), argument("queryString")},
-                  "The value of a parameter of a query string; empty text when it isn't there.", visitor()),
+        reads("buildLinks", &cServer::buildLinks,
+              {argument("html"), argument("site"), argument("lang", ""), argument("mode", "")},
+              "The page with its link notations as real links; the language and the mode have no effect.",
+              anyLogin()),
+        reads("sendBinaryFile", &cServer::sendBinaryFile,
+              {argument("fileSpec"), argument("securityCheck", true)},
+              "Writes a file to the response: \"0\" sent, \"-99\" not found, \"-10\" a secure address is "
+              "needed, "
+              "else the code of checkFolderAccess.",
+              nobody()),
+        writes("logPage", &cServer::logPage, {argument("pageIdent")},
+               "Counts a view of a page, unless the visitor's address is filtered out.", nobody()),
+        reads("getBreadcrumb", &cServer::getBreadcrumb, {argument("pageIdent")},
+              "The trail of links from the root to a page, as HTML.", anyLogin()),
+        reads("getMetaDataHTML", &cServer::getMetaDataHTML, {argument("pageIdent")},
+              "The meta data of a live page, as HTML for its head.", anyLogin()),
+        reads("getMetaTags", &cServer::getMetaTags, {argument("site")}, "The meta tags of a site, by name.",
+              anyLogin())
+            .lists({{"metaData_id", Number}, {"metaData_name", Text}, {"metaData_description", Text}}),
+        enters("setCodePage", &cServer::setCodePage, {},
+               "Sets the visitor's code page from the language of the page in the request.", visitor()),
+        reads("getCharsetCodepage", &cServer::getCharsetCodepage, {argument("lang")},
+              "The code page of a language's charset.", visitor()),
+        reads("getCharsetLabel", &cServer::getCharsetLabel, {argument("lang")},
+              "The label of a language's charset.", visitor()),
+        reads("getCharsetName", &cServer::getCharsetName, {argument("lang")},
+              "The name of a language's charset.", visitor()),
+        reads("urlencode", &cServer::urlencode, {argument("queryString")},
+              "Encodes the values of a query string and leaves \"=\" and \"&\".", visitor()),
+        reads("getParameterValue", &cServer::getParameterValue,
+              {argument("parameter"), argument("queryString")},
+              "The value of a parameter of a query string; empty text when it isn't there.", visitor()),
     };
 }
 
-std::vector<Property> pageRecord() {
+std::vector<PropertyRow<cServer>> pageRecord() {
     return {
         property("pgAccess", &cServer::pgAccess, "The verdict: 0 or 1 the page may be shown, negative not."),
         property("pgPageId", &cServer::pgPageId, "The page's number."),
@@ -169,11 +164,8 @@ std::vector<Property> pageRecord() {
 }  // namespace
 
 ClassEntry serverOperations() {
-    std::vector<Operation> operations;
-    for (auto subject : {resolution, accessControl, users, assembly, pageServices}) {
-        for (auto& row : subject()) operations.push_back(std::move(row));
-    }
-    return describe<cServer>("cServer", "Serves pages to visitors, from live data.", std::move(operations),
+    return describe<cServer>("cServer", "Serves pages to visitors, from live data.",
+                             joined({resolution(), accessControl(), users(), assembly(), pageServices()}),
                              pageRecord());
 }
 

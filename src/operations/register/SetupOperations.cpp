@@ -8,10 +8,10 @@ ClassEntry setupOperations() {
     return describe<Setup>(
         "Setup", "Fills the values of the installation and of a visitor's session.",
         {
-            operation("initApplication", &Setup::initApplication, {},
-                      "Derives the values of the installation and frees all logins.", nobody()),
-            operation("initSession", &Setup::initSession, {},
-                      "Sets the values that a visitor's session starts with.", nobody()),
+            writes("initApplication", &Setup::initApplication, {},
+                   "Derives the values of the installation and frees all logins.", nobody()),
+            writes("initSession", &Setup::initSession, {},
+                   "Sets the values that a visitor's session starts with.", nobody()),
         });
 }
 

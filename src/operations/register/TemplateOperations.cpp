@@ -1,93 +1,42 @@
-#include "operations/register/Binding.h"
+#include "operations/register/AssetRows.h"
 #include "operations/register/Classes.h"
-#include "templates/HTMLTemplate.h"
+#include "templates/Template.h"
 
 namespace torvex::operations {
 
-namespace {
+using namespace assets;
 
-// The engine works on files by path and on text that the caller has already: nothing of it is for the
-// network.
-
-std::vector<Operation> files() {
-    return {
-        operation(
-            "load", &HTMLTemplate::load, {argument("filename"), argument("tristate", -2)},
-            "Fills the buffer from a file and cuts the blocks for other browsers; false without the file.",
-            nobody()),
-        operation("save", &HTMLTemplate::save, {argument("filename"), argument("unicode", false)},
-                  "Writes the buffer and a line break to a file.", nobody()),
-        operation(
-            "loadAppTpl", &HTMLTemplate::loadAppTpl,
-            {argument("pageIdent"), argument("tplTitle"), argument("mode", "L")},
-            "Loads the template that an application page keeps under a title; the number of that template "
-            "page, or -1.",
-            nobody()),
-    };
-}
-
-std::vector<Operation> tags() {
-    return {
-        operation("tagExists", &HTMLTemplate::tagExists, {argument("tag")}, "Whether the buffer holds a tag.",
-                  nobody()),
-        operation("iTagExists", &HTMLTemplate::iTagExists, {argument("tag")},
-                  "The number of the first numbered tag of a name, or 0.", nobody()),
-        operation(
-            "replaceTag", &HTMLTemplate::replaceTag,
-            {argument("tag"), argument("text"), argument("letterCase", ""), argument("count", -1)},
-            "Puts a text, in upper (\"U\") or lower (\"L\") case if wanted, in the first places of a tag; "
-            "in all when the count is negative.",
-            nobody()),
-        operation("removeTags", &HTMLTemplate::removeTags, {}, "Removes all markers from the buffer.",
-                  nobody()),
-    };
-}
-
-std::vector<Operation> blocks() {
-    return {
-        operation("blockExists", &HTMLTemplate::blockExists, {argument("tag")},
-                  "Whether the buffer holds a block.", nobody()),
-        operation("extractBlock", &HTMLTemplate::extractBlock, {argument("tag")},
-                  "The text of the first block of a name; without one the request ends.", nobody()),
-        operation("extractCustomBlock", &HTMLTemplate::extractCustomBlock,
-                  {argument("beginTag"), argument("endTag")},
-                  "The text between two tags; without them the request ends.", nobody()),
-        operation("replaceBlock", &HTMLTemplate::replaceBlock, {argument("tag"), argument("text")},
-                  "Replaces the first block of a name; without one the request ends.", nobody()),
-        operation("replaceCustomBlock", &HTMLTemplate::replaceCustomBlock,
-                  {argument("beginTag"), argument("endTag"), argument("text")},
-                  "Replaces what two tags enclose; without them the request ends.", nobody()),
-        operation("replaceAllBlocks", &HTMLTemplate::replaceAllBlocks, {argument("tag"), argument("text")},
-                  "Replaces every block of a name; with \"_i\" at its end the numbered blocks too.",
-                  nobody()),
-    };
-}
-
-std::vector<Operation> services() {
-    return {
-        operation("emailToLinks", &HTMLTemplate::emailToLinks, {},
-                  "Turns the plain e-mail addresses of the buffer into links.", nobody()),
-        operation("jsEncode", &HTMLTemplate::jsEncode, {argument("str")},
-                  "The text as it stands in a JavaScript string.", nobody()),
-        operation("syncFrames", &HTMLTemplate::syncFrames, {argument("pageIdent")},
-                  "Lets a page that is shown in a frame tell the frame set which page it is.", nobody()),
-        operation("getNodeId", &HTMLTemplate::getNodeId, {argument("pageId")},
-                  "The node of a page number; empty text when there is no such page.", nobody()),
-        operation("getPageId", &HTMLTemplate::getPageId, {argument("nodeId")},
-                  "The page number of a node; -1 when there is no such page.", nobody()),
-    };
-}
-
-}  // namespace
-
-ClassEntry htmlTemplateOperations() {
-    std::vector<Operation> operations;
-    for (auto subject : {files, tags, blocks, services}) {
-        for (auto& row : subject()) operations.push_back(std::move(row));
-    }
-    return describe<HTMLTemplate>(
-        "HTMLTemplate", "A text with marked places to find, fill, cut and lift out.", std::move(operations),
-        {property("strVal", &HTMLTemplate::strVal, &HTMLTemplate::setStrVal, "The buffer.")});
+ClassEntry templateOperations() {
+    return describe<Template>(
+        "template", "The register of content templates, by site and language.",
+        {
+            reads("checkTemplate", &Template::checkTemplate, checkArguments("templateId"), checked,
+                  anyLogin()),
+            reads("getTemplate", &Template::getTemplate, {argument("templateId")}, filled, anyLogin()),
+            reads("getTemplateId", &Template::getTemplateId, nameArguments(), numbered, anyLogin()),
+            reads("getTemplateList", &Template::getTemplateList,
+                  {argument("site"), argument("lang"), argument("listType")},
+                  "The entries of a site and language: 1 those of the system, 0 the others, else all.",
+                  anyLogin())
+                .lists({{"tpl_id", Number},
+                        {"tpl_name", Text},
+                        {"tpl_description", Text},
+                        {"tpl_system", Number}}),
+            reads("getTemplateFile", &Template::getTemplateFile, pageArguments(), fileInForce, anyLogin()),
+            reads("getTemplateName", &Template::getTemplateName, pageArguments(), nameInForce, anyLogin()),
+            reads("getNodeId", &Template::getNodeId, {argument("pageId")}, nodeOfPage, anyLogin()),
+            reads("getPageId", &Template::getPageId, {argument("nodeId")}, pageOfNode, anyLogin()),
+        },
+        {
+            property("tplExists", &Template::tplExists, "Whether the entry last asked for is there."),
+            property("tplSite", &Template::tplSite, "Its site."),
+            property("tplLang", &Template::tplLang, "Its language."),
+            property("tplName", &Template::tplName, "Its name."),
+            property("tplDescription", &Template::tplDescription, "Its description."),
+            property("tplFilename", &Template::tplFilename, "Its file."),
+            property("tplSystem", &Template::tplSystem, "\"1\" for an entry of the system."),
+            property("tplSource", &Template::tplSource, "The text of its file."),
+        });
 }
 
 }  // namespace torvex::operations

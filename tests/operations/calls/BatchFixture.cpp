@@ -16,14 +16,14 @@ operations::Register classesWithProbe() {
     classes.push_back(
         describe<Probe>("Probe", "For tests.",
                         {
-                            operation("sessionId", &Probe::sessionId, {}, "Tells.", nobody()),
-                            operation("now", &Probe::now, {}, "Tells.", nobody()),
-                            operation("item", &Probe::item, {argument("name")}, "Tells.", nobody()),
-                            operation("abandon", &Probe::abandon, {}, "Abandons.", nobody()),
-                            operation("write", &Probe::write, {argument("text")}, "Writes.", nobody()),
-                            operation("end", &Probe::end, {}, "Ends.", nobody()),
-                            operation("fail", &Probe::fail, {}, "Fails.", nobody()),
-                            operation("count", &Probe::count, {}, "Counts.", nobody()),
+                            reads("sessionId", &Probe::sessionId, {}, "Tells.", nobody()),
+                            reads("now", &Probe::now, {}, "Tells.", nobody()),
+                            reads("item", &Probe::item, {argument("name")}, "Tells.", nobody()),
+                            reads("abandon", &Probe::abandon, {}, "Abandons.", nobody()),
+                            reads("write", &Probe::write, {argument("text")}, "Writes.", nobody()),
+                            reads("end", &Probe::end, {}, "Ends.", nobody()),
+                            reads("fail", &Probe::fail, {}, "Fails.", nobody()),
+                            reads("count", &Probe::count, {}, "Counts.", nobody()),
                         }));
     return Register(std::move(classes));
 }

@@ -59,6 +59,10 @@ bool reaches(const Caller& caller, const Right& right) {
     return caller.action == right.detail && inPlace && (right.page.empty() || onPage);
 }
 
+bool namesAnEntry(const Right& right) {
+    return right.kind == Right::Kind::AdvancedRight || right.kind == Right::Kind::OneselfOrAdvancedRight;
+}
+
 bool opens(const Caller& caller, const Right& right, int level) {
     if (caller.advId != right.advId || caller.flag != right.detail) return false;
     const std::string site = level >= 1 && !right.site.empty() ? "aa" : "";
@@ -72,7 +76,7 @@ Kind expected(const Caller& caller, const Right& right, int level) {
     if (!caller.ownsLogin) return Kind::NotLoggedIn;
     if (right.kind == Right::Kind::AnyLogin || caller.isSa) return Kind::Allowed;
     const bool has = (right.kind == Right::Kind::EditRight && reaches(caller, right)) ||
-                     (right.kind == Right::Kind::AdvancedRight && opens(caller, right, level));
+                     (namesAnEntry(right) && opens(caller, right, level));
     return has ? Kind::Allowed : Kind::NoRight;
 }
 
@@ -128,7 +132,7 @@ TEST_P(GateRegisterTest, EveryKindOfRowIsOpenToThoseWhoHaveItsRightAndToNobodyEl
     forEachRow(classes, [&](const Operation& operation) {
         const Right& right = operation.right;
         if (!seen.insert(signature(right)).second) return;
-        const int level = right.kind == Right::Kind::AdvancedRight ? levelOf(right.advId) : 0;
+        const int level = namesAnEntry(right) ? levelOf(right.advId) : 0;
         for (const auto& caller : callersFor(right)) {
             become(caller);
             EXPECT_EQ(callOnPage11(operation), expected(caller, right, level)) << caller.name;
@@ -141,7 +145,7 @@ TEST_P(GateRegisterTest, EveryKindOfRowIsOpenToThoseWhoHaveItsRightAndToNobodyEl
 TEST_P(GateRegisterTest, EveryRowIsClosedToWhoHasAllRightsButItsOwn) {
     forEachRow(classes, [&](const Operation& operation) {
         const Right& right = operation.right;
-        if (right.kind != Right::Kind::EditRight && right.kind != Right::Kind::AdvancedRight) return;
+        if (right.kind != Right::Kind::EditRight && !namesAnEntry(right)) return;
         connection().execute("delete from TORVEX_EDIT_RIGHTS");
         connection().execute("delete from TORVEX_ADVANCED_RIGHTS");
         editRights(3, "aa", "en", {"onOff", "move", "publish", "approve", "edit"});
@@ -187,7 +191,8 @@ TEST_P(GateRegisterTest, EveryRowIsClosedToASessionThatLostItsLogin) {
 
 TEST_P(GateRegisterTest, EveryRightNamesArgumentsThatTheOperationHas) {
     forEachRow(classes, [](const Operation& operation) {
-        for (const auto& name : {operation.right.page, operation.right.site, operation.right.lang}) {
+        const Right& right = operation.right;
+        for (const auto& name : {right.page, right.site, right.lang, right.login}) {
             const bool there =
                 name.empty() ||
                 std::any_of(operation.arguments.begin(), operation.arguments.end(),

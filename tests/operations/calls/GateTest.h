@@ -13,7 +13,7 @@ namespace torvex::operations {
 
 /// An operation with a right and text arguments, for what no row of the register has at the moment.
 inline Operation sample(const std::vector<std::string>& arguments, const Right& right) {
-    Operation made{"sample", {}, "empty", "For tests.", right, {}, {}};
+    Operation made{"sample", Effect::Reads, {}, "empty", "For tests.", right};
     for (const auto& name : arguments) made.arguments.push_back({name, ArgumentType::Text, "", false});
     return made;
 }

@@ -129,6 +129,25 @@ TEST_P(GateTest, AnEntryThatIsNotInTheMenuIsClosed) {
     EXPECT_EQ(call(sample({}, viewAccess(9999)), {}), Kind::NoRight);
 }
 
+TEST_P(GateTest, WhatIsDoneToTheCallersOwnLoginIsHersToDo) {
+    Operation update = sample({"loginId"}, oneselfOrEditAccess("loginId", adminEntry::settings));
+    update.arguments[0].type = ArgumentType::Integer;
+    EXPECT_EQ(call(update, {anna}), Kind::Allowed);
+    for (const int other : {sa, 0, -anna, 9999}) EXPECT_EQ(call(update, {other}), Kind::NoRight) << other;
+    advancedRight(3, adminEntry::settings, "", "", true, false);
+    EXPECT_EQ(call(update, {sa}), Kind::NoRight);
+    connection().execute("delete from TORVEX_ADVANCED_RIGHTS");
+    advancedRight(3, adminEntry::settings, "", "", false, true);
+    EXPECT_EQ(call(update, {sa}), Kind::Allowed);
+}
+
+TEST_P(GateTest, NobodyIsNobodysOwnLogin) {
+    actAsNobody();
+    Operation update = sample({"loginId"}, oneselfOrEditAccess("loginId", adminEntry::settings));
+    update.arguments[0].type = ArgumentType::Integer;
+    for (const int login : {0, anna}) EXPECT_EQ(call(update, {login}), Kind::NotLoggedIn) << login;
+}
+
 // ---- Properties ----
 
 TEST_P(GateTest, PropertiesAreForLogins) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <set>
 
+#include "operations/register/Binding.h"
 #include "operations/register/Conversion.h"
 #include "platform/Errors.h"
 #include "platform/text/Text.h"
@@ -30,6 +31,7 @@ std::string knownRight(const Right& right) {
             return right.detail.empty() ? "stated" : "a detail that says nothing";
         case Right::Kind::EditRight:
         case Right::Kind::AdvancedRight:
+        case Right::Kind::OneselfOrAdvancedRight:
             return right.detail.empty() ? "no detail" : "stated";
     }
     return "unknown";
@@ -80,9 +82,86 @@ TEST(Register, EveryOperationSaysWhatItDoesAndGives) {
         EXPECT_TRUE(operation.summary.ends_with('.'));
         EXPECT_FALSE(operation.result.empty());
         EXPECT_NE(operation.result, "value") << "a grid's row says what its columns are";
+        EXPECT_EQ(operation.result == "grid", !operation.columns.empty());
         EXPECT_TRUE(operation.invoke);
     });
 }
+
+TEST(Register, ColumnsAreNamedAndUniqueWithinAGrid) {
+    forEachOperation([](const ClassEntry&, const Operation& operation) {
+        std::set<std::string> names;
+        for (const auto& column : operation.columns) {
+            EXPECT_FALSE(column.name.empty());
+            EXPECT_TRUE(names.insert(text::lower(column.name)).second) << column.name;
+        }
+    });
+}
+
+TEST(Register, CodesAreUniqueAndOfTheResultsTypeAndSayWhatTheyMean) {
+    forEachOperation([](const ClassEntry&, const Operation& operation) {
+        std::set<std::string> codes;
+        for (const auto& one : operation.codes) {
+            EXPECT_TRUE(codes.insert(one.code.toText()).second) << one.code.toText();
+            EXPECT_TRUE(one.meaning.ends_with('.')) << one.meaning;
+            EXPECT_EQ(one.code.isText(), operation.result == "text") << one.code.toText();
+            EXPECT_EQ(one.code.isBoolean(), operation.result == "boolean") << one.code.toText();
+        }
+    });
+}
+
+TEST(Register, WhatAsksForALoginOfOnesOwnTakesItAsANumber) {
+    forEachOperation([](const ClassEntry&, const Operation& operation) {
+        if (operation.right.kind != Right::Kind::OneselfOrAdvancedRight) return;
+        for (const auto& argument : operation.arguments) {
+            if (argument.name == operation.right.login) {
+                EXPECT_TRUE(argument.type == ArgumentType::Number || argument.type == ArgumentType::Integer);
+            }
+        }
+    });
+}
+
+// ---- Rows belong to one class ----
+
+class Apple {
+  public:
+    explicit Apple(HostContext&) {}
+    int seeds() { return 5; }
+    std::string colour() const { return "red"; }
+};
+class Pear {
+  public:
+    explicit Pear(HostContext&) {}
+    std::string stem() { return "short"; }
+};
+
+static_assert(std::is_constructible_v<std::vector<Row<Apple>>, std::initializer_list<Row<Apple>>>);
+static_assert(!std::is_convertible_v<Row<Pear>, Row<Apple>>);
+static_assert(!std::is_convertible_v<PropertyRow<Pear>, PropertyRow<Apple>>);
+static_assert(std::is_same_v<decltype(reads("stem", &Pear::stem, {}, "Tells.", nobody())), Row<Pear>>);
+
+TEST(Register, RowsOfSeveralSubjectsAreJoinedInTheirOrder) {
+    const std::vector<Row<Apple>> first{reads("seeds", &Apple::seeds, {}, "Counts.", nobody())};
+    const std::vector<Row<Apple>> second{reads("colour", &Apple::colour, {}, "Tells.", nobody())};
+    const auto entry = describe<Apple>("Apple", "A fruit.", joined({first, second, {}}));
+    ASSERT_EQ(entry.operations.size(), 2U);
+    EXPECT_EQ(entry.operations[0].name, "seeds");
+    EXPECT_EQ(entry.operations[1].name, "colour");
+}
+
+TEST(Register, ARowSaysWhatItsOperationLeavesBehind) {
+    EXPECT_EQ(reads("seeds", &Apple::seeds, {}, "Counts.", nobody()).operation.effect, Effect::Reads);
+    EXPECT_EQ(enters("seeds", &Apple::seeds, {}, "Counts.", nobody()).operation.effect, Effect::Enters);
+    EXPECT_EQ(writes("seeds", &Apple::seeds, {}, "Counts.", nobody()).operation.effect, Effect::Writes);
+}
+
+TEST(Register, CodesTakeTheTypeOfTheResult) {
+    const auto number = reads("seeds", &Apple::seeds, {}, "Counts.", nobody()).codes({refusal(-1, "None.")});
+    EXPECT_EQ(number.operation.codes.at(0).code, Value(-1));
+    const auto word = reads("stem", &Pear::stem, {}, "Tells.", nobody()).codes({refusal(-1, "None.")});
+    EXPECT_EQ(word.operation.codes.at(0).code, Value("-1"));
+}
+
+// ---- Rights and names ----
 
 TEST(Register, EveryOperationStatesItsRight) {
     forEachOperation([](const ClassEntry&, const Operation& operation) {

@@ -1,0 +1,39 @@
+#include "operations/register/AssetRows.h"
+#include "operations/register/Classes.h"
+#include "templates/StyleSheet.h"
+
+namespace torvex::operations {
+
+using namespace assets;
+
+ClassEntry styleSheetOperations() {
+    return describe<StyleSheet>(
+        "StyleSheet", "The register of stylesheets, by site and language.",
+        {
+            reads("checkStylesheet", &StyleSheet::checkStylesheet, checkArguments("stylesheetId"), checked,
+                  anyLogin()),
+            reads("getStylesheet", &StyleSheet::getStylesheet, {argument("stylesheetId")}, filled,
+                  anyLogin()),
+            reads("getStylesheetId", &StyleSheet::getStylesheetId, nameArguments(), numbered, anyLogin()),
+            reads("getStylesheetList", &StyleSheet::getStylesheetList, {argument("site"), argument("lang")},
+                  listed, anyLogin())
+                .lists({{"ss_id", Number}, {"ss_name", Text}, {"ss_description", Text}}),
+            reads("getStylesheetFile", &StyleSheet::getStylesheetFile, pageArguments(), fileInForce,
+                  anyLogin()),
+            reads("getStylesheetName", &StyleSheet::getStylesheetName, pageArguments(), nameInForce,
+                  anyLogin()),
+            reads("getNodeId", &StyleSheet::getNodeId, {argument("pageId")}, nodeOfPage, anyLogin()),
+            reads("getPageId", &StyleSheet::getPageId, {argument("nodeId")}, pageOfNode, anyLogin()),
+        },
+        {
+            property("ssExists", &StyleSheet::ssExists, "Whether the entry last asked for is there."),
+            property("ssSite", &StyleSheet::ssSite, "Its site."),
+            property("ssLang", &StyleSheet::ssLang, "Its language."),
+            property("ssName", &StyleSheet::ssName, "Its name."),
+            property("ssDescription", &StyleSheet::ssDescription, "Its description."),
+            property("ssFilename", &StyleSheet::ssFilename, "Its file."),
+            property("ssSource", &StyleSheet::ssSource, "The text of its file."),
+        });
+}
+
+}  // namespace torvex::operations
