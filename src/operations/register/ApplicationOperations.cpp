@@ -11,9 +11,11 @@ ClassEntry applicationOperations() {
         "application",
         "The register of applications: programs at addresses of their own that pages stand for.",
         {
-            reads("getApplication", &Application::getApplication, {argument("appId")}, filled, anyLogin()),
+            reads("getApplication", &Application::getApplication, {argument("appId")}, filled, anyLogin())
+                .codes(noEntry(false)),
             reads("getApplicationId", &Application::getApplicationId, {argument("name")}, numbered,
-                  anyLogin()),
+                  anyLogin())
+                .codes(noEntry(-1)),
             reads(
                 "getApplicationList", &Application::getApplicationList, {argument("listType")},
                 "The entries: 1 those of the system, 0 the others, 2 those that can be published, else all.",

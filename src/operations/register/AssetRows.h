@@ -10,20 +10,31 @@
 /// for the sources that hold these rows.
 namespace torvex::operations::assets {
 
-inline constexpr auto checked =
-    "Whether an entry may use a name and a file: \"0\" yes, \"1\" the name is taken, \"2\" the file is.";
-inline constexpr auto filled = "Reads an entry into the properties; false when there is none.";
-inline constexpr auto numbered = "The number of the entry of a name, or -1.";
+inline constexpr auto checked = "Whether an entry may use a name and a file.";
+inline constexpr auto filled = "Reads an entry into the properties.";
+inline constexpr auto numbered = "The number of the entry of a name.";
 inline constexpr auto listed = "The entries of a site and language, by name.";
 inline constexpr auto fileInForce =
     "The file in force for a page, its own or an ancestor's; mode \"D\" asks the design.";
 inline constexpr auto nameInForce =
     "The name in force for a page, its own or an ancestor's; mode \"D\" asks the design.";
 inline constexpr auto nodeOfPage = "The node of a page number; empty text when there is no such page.";
-inline constexpr auto pageOfNode = "The page number of a node; -1 when there is no such page.";
+inline constexpr auto pageOfNode = "The page number of a node.";
 
 inline std::array<NamedArgument, 5> checkArguments(std::string id) {
     return {argument("site"), argument("lang"), argument(std::move(id)), argument("name"), argument("file")};
+}
+
+inline std::vector<StatusCode> checkCodes() {
+    return {code("0", "They are free."), code("1", "The name is taken."), code("2", "The file is taken.")};
+}
+
+inline std::vector<StatusCode> noEntry(const Value& answer) {
+    return {code(answer, "There is no such entry.")};
+}
+
+inline std::vector<StatusCode> noPage() {
+    return {code(-1, "There is no such page.")};
 }
 
 inline std::array<NamedArgument, 3> nameArguments() {

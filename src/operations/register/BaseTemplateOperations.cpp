@@ -11,11 +11,14 @@ ClassEntry baseTemplateOperations() {
         "BaseTemplate", "The register of base templates, by site and language.",
         {
             reads("checkBaseTemplate", &BaseTemplate::checkBaseTemplate, checkArguments("baseTemplateId"),
-                  checked, anyLogin()),
+                  checked, anyLogin())
+                .codes(checkCodes()),
             reads("getBaseTemplate", &BaseTemplate::getBaseTemplate, {argument("baseTemplateId")}, filled,
-                  anyLogin()),
+                  anyLogin())
+                .codes(noEntry(false)),
             reads("getBaseTemplateId", &BaseTemplate::getBaseTemplateId, nameArguments(), numbered,
-                  anyLogin()),
+                  anyLogin())
+                .codes(noEntry(-1)),
             reads("getBaseTemplateList", &BaseTemplate::getBaseTemplateList,
                   {argument("site"), argument("lang")}, listed, anyLogin())
                 .lists({{"btpl_id", Number}, {"btpl_name", Text}, {"btpl_description", Text}}),
@@ -24,7 +27,8 @@ ClassEntry baseTemplateOperations() {
             reads("getBaseTemplateName", &BaseTemplate::getBaseTemplateName, pageArguments(), nameInForce,
                   anyLogin()),
             reads("getNodeId", &BaseTemplate::getNodeId, {argument("pageId")}, nodeOfPage, anyLogin()),
-            reads("getPageId", &BaseTemplate::getPageId, {argument("nodeId")}, pageOfNode, anyLogin()),
+            reads("getPageId", &BaseTemplate::getPageId, {argument("nodeId")}, pageOfNode, anyLogin())
+                .codes(noPage()),
         },
         {
             property("btplExists", &BaseTemplate::btplExists, "Whether the entry last asked for is there."),

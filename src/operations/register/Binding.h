@@ -148,7 +148,7 @@ using enum ColumnType;
 inline StatusCode code(Value value, std::string meaning) {
     return {std::move(value), std::move(meaning), false};
 }
-/// The caller didn't get what she asked for, and nothing was changed.
+/// The caller didn't get what she asked for.
 inline StatusCode refusal(Value value, std::string meaning) {
     return {std::move(value), std::move(meaning), true};
 }

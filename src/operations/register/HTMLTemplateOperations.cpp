@@ -12,15 +12,16 @@ namespace {
 std::vector<Row<HTMLTemplate>> files() {
     return {
         reads("load", &HTMLTemplate::load, {argument("filename"), argument("tristate", -2)},
-              "Fills the buffer from a file and cuts the blocks for other browsers; false without the file.",
-              nobody()),
+              "Fills the buffer from a file and cuts the blocks for other browsers.", nobody())
+            .codes({refusal(false, "There is no such file.")}),
         writes("save", &HTMLTemplate::save, {argument("filename"), argument("unicode", false)},
                "Writes the buffer and a line break to a file.", nobody()),
         reads("loadAppTpl", &HTMLTemplate::loadAppTpl,
               {argument("pageIdent"), argument("tplTitle"), argument("mode", "L")},
               "Loads the template that an application page keeps under a title; the number of that template "
               "page, or -1.",
-              nobody()),
+              nobody())
+            .codes({code(-1, "There is no such template.")}),
     };
 }
 
@@ -29,7 +30,8 @@ std::vector<Row<HTMLTemplate>> tags() {
         reads("tagExists", &HTMLTemplate::tagExists, {argument("tag")}, "Whether the buffer holds a tag.",
               nobody()),
         reads("iTagExists", &HTMLTemplate::iTagExists, {argument("tag")},
-              "The number of the first numbered tag of a name, or 0.", nobody()),
+              "The number of the first numbered tag of a name.", nobody())
+            .codes({code(0, "There is no such tag.")}),
         reads("replaceTag", &HTMLTemplate::replaceTag,
               {argument("tag"), argument("text"), argument("letterCase", ""), argument("count", -1)},
               "Puts a text, in upper (\"U\") or lower (\"L\") case if wanted, in the first places of a tag; "
@@ -68,8 +70,9 @@ std::vector<Row<HTMLTemplate>> services() {
               "Lets a page that is shown in a frame tell the frame set which page it is.", nobody()),
         reads("getNodeId", &HTMLTemplate::getNodeId, {argument("pageId")},
               "The node of a page number; empty text when there is no such page.", nobody()),
-        reads("getPageId", &HTMLTemplate::getPageId, {argument("nodeId")},
-              "The page number of a node; -1 when there is no such page.", nobody()),
+        reads("getPageId", &HTMLTemplate::getPageId, {argument("nodeId")}, "The page number of a node.",
+              nobody())
+            .codes({code(-1, "There is no such page.")}),
     };
 }
 

@@ -8,10 +8,11 @@ namespace torvex::operations {
 std::vector<Row<cManager>> managerLoginRows() {
     return {
         writes("login", &cManager::login, {argument("username", ""), argument("password", "")},
-               "Logs an author in: 0 done, 1 unknown name, wrong password or outside the dates, 2 the "
-               "address is refused, 3 held by a session at another address. Without arguments verifies the "
-               "session's login again.",
-               visitor())
+               "Logs an author in; without arguments verifies the session's login again.", visitor())
+            .codes({code(0, "The session has the login."),
+                    refusal(1, "The name or the password is wrong, or the login isn't valid today."),
+                    refusal(2, "Logging in isn't allowed from this address."),
+                    refusal(3, "A session at another address has this login.")})
             .testsPassword({"username", 0, 1}),
         writes("logout", &cManager::logout, {}, "Frees the session's login and ends the session.", visitor()),
         writes("endLogin", &cManager::endLogin, {argument("loginId")},
@@ -20,7 +21,8 @@ std::vector<Row<cManager>> managerLoginRows() {
         reads("getLoginState", &cManager::getLoginState, {argument("loginId", 0)},
               "Whether a login is online; for 0, whether the session still owns its login.", anyLogin()),
         reads("getLoginId", &cManager::getLoginId, {argument("username", "")},
-              "The number of a login, -1 if there is none; without a name the session's.", anyLogin()),
+              "The number of a login; without a name the session's.", anyLogin())
+            .codes({code(-1, "There is no such login.")}),
         reads("getLoginName", &cManager::getLoginName, {argument("loginId")},
               "The full name of a login, or a word in brackets for one that is gone.", anyLogin()),
         // Lines in any login's name: only for what runs beside the server.

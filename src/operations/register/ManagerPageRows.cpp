@@ -16,7 +16,8 @@ std::vector<Row<cManager>> managerPageRows() {
               "All groups of visitors, marked where the page has them.", anyLogin())
             .lists({{"groupId", Number}, {"name", Text}, {"mark", Number}}),
         reads("getLoginPage", &cManager::getLoginPage, {argument("pageIdent"), argument("mode", "L")},
-              "The login page that guards a page; -1 for none.", anyLogin()),
+              "The login page that guards a page.", anyLogin())
+            .codes({code(-1, "No login page guards it.")}),
         reads("getNumberOfViews", &cManager::getNumberOfViews, {argument("pageIdent")},
               "The hits of a page, or of a folder with all under it.", anyLogin()),
         reads("getVocab", &cManager::getVocab, {argument("langId"), argument("labelId"), argument("flag", 1)},

@@ -39,9 +39,10 @@ std::vector<Row<cManager>> administrationMenu() {
     return {
         enters("getAdvancedMap", &cManager::getAdvancedMap,
                {argument("site"), argument("lang"), argument("order", 0)},
-               "The administration menu of the login as one text, and enters the site and language; \"-1\" "
-               "while they are locked.",
-               anyLogin()),
+               "The administration menu of the login as one text, and enters the site and language.",
+               anyLogin())
+            .codes({refusal(
+                -1, "Pages are being moved in this site and language, so that nobody can enter them.")}),
         reads("getAdvList", &cManager::getAdvList, {}, "The entries of the administration menu.", anyLogin())
             .lists({{"advId", Number},
                     {"advLevel", Number},
@@ -81,8 +82,9 @@ std::vector<Row<cManager>> roles() {
               {argument("site"), argument("lang"), argument("roleId")},
               "The nodes to which the edit rights of a role are limited; empty text for none.",
               viewAccess(adminEntry::roles)),
-        reads("getRoleId", &cManager::getRoleId, {argument("roleName")},
-              "The number of a role; 0 when there is none of that name.", viewAccess(adminEntry::roles)),
+        reads("getRoleId", &cManager::getRoleId, {argument("roleName")}, "The number of a role by its name.",
+              viewAccess(adminEntry::roles))
+            .codes({code(0, "There is no such role.")}),
         reads("getRoleName", &cManager::getRoleName, {argument("roleId")}, "The name of a role.",
               viewAccess(adminEntry::roles)),
         reads("getRoleDescription", &cManager::getRoleDescription, {argument("roleId")},

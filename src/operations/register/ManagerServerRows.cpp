@@ -9,10 +9,14 @@ std::vector<Row<cManager>> managerServerRows() {
     return {
         writes("replicateFile", &cManager::replicateFile,
                {argument("file"), argument("overwrite", false), argument("delete", false)},
-               "Copies a file of the installation to the other servers, or removes it there.", nobody()),
+               "Copies a file of the installation to the other servers, or removes it there.", nobody())
+            .codes({refusal(false,
+                            "Replication is off, or the file isn't below the folder of the installation.")}),
         writes("replicateFolder", &cManager::replicateFolder, {argument("dir"), argument("delete", false)},
                "Makes a folder on the other servers, without its contents, or removes it there with them.",
-               nobody()),
+               nobody())
+            .codes({refusal(false,
+                            "Replication is off, or the folder isn't below the one of the installation.")}),
         writes("testServer", &cManager::testServer, {argument("serverId")},
                "Whether a file can be written, found and removed on a server.",
                editAccess(adminEntry::servers)),

@@ -4,18 +4,53 @@
 
 namespace torvex::operations {
 
+namespace {
+
+/// What is wrong with the page record, whichever page it is saved as.
+std::vector<StatusCode> setupRefusals() {
+    return {refusal(-21, "A neighbour has this title."),
+            refusal(-22, "There is no such type of page."),
+            refusal(-23, "There is no such template, or a root has none."),
+            refusal(-24, "There is no such application."),
+            refusal(-25, "There is no such base template, or a root has none."),
+            refusal(-26, "There is no such stylesheet, or a root has none."),
+            refusal(-27, "The previous page isn't there."),
+            refusal(-28, "The next page isn't there."),
+            refusal(-29, "The page above isn't there."),
+            refusal(-30, "The login page isn't there."),
+            refusal(-32, "The first day is no date."),
+            refusal(-33, "The last day is no date."),
+            refusal(-35, "The application's system folder is no folder right below the system branch.")};
+}
+
+}  // namespace
+
 std::vector<Row<cManager>> managerSetupRows() {
     return {
         reads("getNumberOfBodies", &cManager::getNumberOfBodies, {argument("Template")},
-              "The bodies that a content template has places for; -1 when it can't be read.", anyLogin()),
+              "The bodies that a content template has places for.", anyLogin())
+            .codes({code(-1, "The template can't be read.")}),
         writes("saveNewPageSetup", &cManager::saveNewPageSetup,
                {argument("site"), argument("lang"), argument("parentIdent"), argument("insertIdent", "")},
-               "Makes a page from the page record, in front of a sibling or as the last: its node, or a "
-               "code.",
-               editRight("edit", "parentIdent", "site", "lang")),
+               "Makes a page from the page record, in front of a sibling or as the last: its node.",
+               editRight("edit", "parentIdent", "site", "lang"))
+            .codes(
+                joined<StatusCode>({{notLoggedIn(), refusal(-3, "There is a page at its place already."),
+                                     refusal(-4, "There is no such parent."),
+                                     refusal(-5, "The parent has no free number for a child."),
+                                     refusal(-6, "There is a system branch already.")},
+                                    setupRefusals(),
+                                    {refusal(-99,
+                                             "There is no such site or language, there is no position left "
+                                             "among the siblings, or it failed; nothing was changed.")}})),
         writes("savePageSetup", &cManager::savePageSetup, {argument("pageIdent")},
-               "Saves the page record as the setup of a page: \"0\" or a code.",
-               editRight("edit", "pageIdent")),
+               "Saves the page record as the setup of a page.", editRight("edit", "pageIdent"))
+            .codes(joined<StatusCode>(
+                {{code(0, "It is saved."), refusal(-1, "Another login has the page."),
+                  refusal(-2, "There is no such page."), refusal(-4, "There is no such parent."),
+                  notLoggedIn(), refusal(-20, "There is no such site or language.")},
+                 setupRefusals(),
+                 {refusal(-34, "The file of the template can't be read."), failed()}})),
     };
 }
 

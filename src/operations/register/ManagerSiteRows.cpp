@@ -13,16 +13,19 @@ std::vector<Row<cManager>> siteRows() {
     return {
         writes("addSite", &cManager::addSite,
                {argument("siteId"), argument("siteName"), argument("siteDescription"), argument("advId", 0)},
-               "Adds a site with its meta tags and folders; false when its code or name can't be had.",
-               editAccess(adminEntry::sites)),
+               "Adds a site with its meta tags and folders.", editAccess(adminEntry::sites))
+            .codes({refusal(false,
+                            "The code isn't one or two characters long, or the name is empty or taken.")}),
         writes("updateSite", &cManager::updateSite,
                {argument("site"), argument("name"), argument("description"), argument("advId", 0)},
                "Renames and describes a site, and frees its record; an empty name keeps the one it has.",
-               editAccess(adminEntry::sites)),
+               editAccess(adminEntry::sites))
+            .codes({refusal(false, "There is no such site.")}),
         writes("deleteSite", &cManager::deleteSite, {argument("site"), argument("advId", 0)},
-               "Removes a site with all that is its own. Empty, or -10 nobody is logged in, -2 another "
-               "login works in it, -3 it has pages, -4 it is the last one, -99.",
-               editAccess(adminEntry::sites)),
+               "Removes a site with all that is its own.", editAccess(adminEntry::sites))
+            .codes({code("", "It is removed."), notLoggedIn(),
+                    refusal(-2, "Another login works in the site."), refusal(-3, "The site has pages."),
+                    refusal(-4, "It is the last site."), failed()}),
         reads("getSiteName", &cManager::getSiteName, {argument("site")}, "The name of a site.", anyLogin()),
         reads("getSiteDescription", &cManager::getSiteDescription, {argument("site")},
               "The description of a site.", anyLogin()),
@@ -38,16 +41,21 @@ std::vector<Row<cManager>> languageRows() {
     return {
         writes("addLanguage", &cManager::addLanguage,
                {argument("langId"), argument("langName"), argument("charsetID"), argument("advId", 0)},
-               "Adds a language with its folders in all sites; false when its name can't be had.",
-               editAccess(adminEntry::languages)),
+               "Adds a language with its folders in all sites.", editAccess(adminEntry::languages))
+            .codes({refusal(false,
+                            "The code isn't two characters long, the name is empty or taken, or there is no "
+                            "such character set.")}),
         writes("updateLanguage", &cManager::updateLanguage,
                {argument("lang"), argument("name"), argument("charsetID"), argument("advId", 0)},
                "Renames a language, sets its character set and frees its record.",
-               editAccess(adminEntry::languages)),
+               editAccess(adminEntry::languages))
+            .codes({refusal(false, "There is no such language, or no name or character set is given.")}),
         writes("deleteLanguage", &cManager::deleteLanguage, {argument("lang"), argument("advId", 0)},
-               "Removes a language with all that is its own. Empty, or -10 nobody is logged in, -2 "
-               "another login works in it, -3 it has pages, -4 it is the last one, -99.",
-               editAccess(adminEntry::languages)),
+               "Removes a language with all that is its own.", editAccess(adminEntry::languages))
+            .codes({code("", "It is removed."), notLoggedIn(),
+                    refusal(-2, "Another login works in the language."),
+                    refusal(-3, "The language has pages."), refusal(-4, "It is the last language."),
+                    failed()}),
         reads("getLanguageName", &cManager::getLanguageName, {argument("lang")}, "The name of a language.",
               anyLogin()),
         reads("getLanguageId", &cManager::getLanguageId, {argument("languageName")},
@@ -66,7 +74,8 @@ std::vector<Row<cManager>> languageRows() {
                     {"charset_label", Text},
                     {"charset_codepage", Text}}),
         reads("getCharsetID", &cManager::getCharsetID, {argument("lang")},
-              "The number of a language's character set; 0 when there is no such language.", anyLogin()),
+              "The number of a language's character set.", anyLogin())
+            .codes({code(0, "There is no such language.")}),
         reads("getCharsetName", &cManager::getCharsetName, {argument("lang")},
               "The name of a language's character set.", anyLogin()),
         reads("getCharsetLabel", &cManager::getCharsetLabel, {argument("lang")},
@@ -80,8 +89,9 @@ std::vector<Row<cManager>> websiteRows() {
     return {
         writes("saveWebsiteTitle", &cManager::saveWebsiteTitle,
                {argument("site"), argument("lang"), argument("title"), argument("advId", 0)},
-               "Sets the title of a site in a language; false when one of them isn't there.",
-               editAccess(adminEntry::websiteTitle, "site", "lang")),
+               "Sets the title of a site in a language.",
+               editAccess(adminEntry::websiteTitle, "site", "lang"))
+            .codes({refusal(false, "There is no such site or language.")}),
         reads("getWebsiteTitle", &cManager::getWebsiteTitle, {argument("site"), argument("lang")},
               "The title of a site in a language.", anyLogin()),
         reads("getWebsites", &cManager::getWebsites, {argument("site", ""), argument("sortId", 1)},

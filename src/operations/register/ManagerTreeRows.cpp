@@ -8,8 +8,9 @@ std::vector<Row<cManager>> managerTreeRows() {
     return {
         reads("getNodeId", &cManager::getNodeId, {argument("pageId")},
               "The node of a page number; empty text when there is no such page.", anyLogin()),
-        reads("getPageId", &cManager::getPageId, {argument("nodeId")},
-              "The page number of a node; 0 when there is no such page.", anyLogin()),
+        reads("getPageId", &cManager::getPageId, {argument("nodeId")}, "The page number of a node.",
+              anyLogin())
+            .codes({code(0, "There is no such page.")}),
         reads("isPage", &cManager::isPage, {argument("pageIdent"), argument("mode", "L")},
               "Whether the design (\"D\") or the live tables hold a page.", anyLogin()),
         reads("isPageTitle", &cManager::isPageTitle,
@@ -27,8 +28,8 @@ std::vector<Row<cManager>> managerTreeRows() {
               "The node that a new child of a page would get; empty text when all numbers are taken.",
               anyLogin()),
         reads("getNewOrderId", &cManager::getNewOrderId, {argument("pageIdent")},
-              "The sort position for a page that joins the siblings of a node; -1 when there is none.",
-              anyLogin()),
+              "The sort position for a page that joins the siblings of a node.", anyLogin())
+            .codes({code(-1, "All positions are taken, or there is no such place.")}),
         reads("getBreadcrumb", &cManager::getBreadcrumb, {argument("pageIdent"), argument("mode", "L")},
               "The titles from the root to a page.", anyLogin()),
         reads("getPageList", &cManager::getPageList,

@@ -22,9 +22,9 @@ a number; a *text format* is -2 (the system's encoding), -1 (Unicode) or 0 (ANSI
 value behind "=" may be left out. *Empty* results are null, and so is a grid without rows. A grid may have
 columns behind those that are named here; they are always empty.
 
-What an answer stands for is told where it isn't plain. After a *refusal* nothing was changed. An operation
-that *reads* leaves nothing behind; one that *enters* notes where the caller works, and nothing that others
-read; one that *writes* changes what others read.
+Codes, answers that stand for something else than themselves, are told below what the operation does. After
+a *refusal* the caller hasn't got what she asked for. An operation that *reads* leaves nothing behind; one
+that *enters* notes where the caller works, and nothing that others read; one that *writes* may change all else.
 
 The right is what a caller over the network needs (see [rights.md](rights.md)); the command line asks for
 none. *Any author* is whoever is logged in, in a session that still holds the login. *Edit right* and

@@ -55,7 +55,7 @@ struct Column {
 struct StatusCode {
     Value code;  ///< of the operation's result type
     std::string meaning;
-    bool isRefusal;  ///< the caller didn't get what she asked for, and nothing was changed
+    bool isRefusal;  ///< the caller did not get what she asked for
 };
 
 /// What a caller from outside must be allowed to do. An operation that states `Nobody` is out of reach of the

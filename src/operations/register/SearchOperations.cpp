@@ -10,9 +10,12 @@ ClassEntry searchOperations() {
         "search", "The search of a site.",
         {
             writes("initializePages", &Search::initializePages, {argument("pageIdent", "")},
-                   "Renews the copies of all pages, or of one, that the full text catalogue reads: 0, or "
-                   "-99.",
-                   editAccess(adminEntry::catalogue)),
+                   "Renews the copies of all pages, or of one, that the full text catalogue reads.",
+                   editAccess(adminEntry::catalogue))
+                .codes(
+                    {code(0, "They are renewed."), refusal(-99,
+                                                           "The page's node is too short, or it failed; "
+                                                           "copies may be missing until it is repeated.")}),
         });
 }
 

@@ -15,8 +15,9 @@ std::vector<Row<cServer>> resolution() {
         reads("isPage", &cServer::isPage, {argument("pageIdent")},
               "Whether a page shows today, whoever asks; folders are followed to their first child.",
               visitor()),
-        reads("getPageId", &cServer::getPageId, {argument("nodeId")},
-              "The page number of a node; -1 when there is no such page.", anyLogin()),
+        reads("getPageId", &cServer::getPageId, {argument("nodeId")}, "The page number of a node.",
+              anyLogin())
+            .codes({code(-1, "There is no such page.")}),
         reads("getNodeId", &cServer::getNodeId, {argument("pageId")},
               "The node of a page number; empty text when there is no such page.", anyLogin()),
         reads("getPageTitle", &cServer::getPageTitle, {argument("pageIdent")},
@@ -40,9 +41,12 @@ std::vector<Row<cServer>> accessControl() {
         reads("isSecuredPage", &cServer::isSecuredPage, {argument("pageIdent")},
               "Whether a real group guards a page.", anyLogin()),
         reads("checkFolderAccess", &cServer::checkFolderAccess, {argument("folder")},
-              "Whether the visitor may see a media folder: 0 or 1 yes, 100 a blank picture instead, "
-              "negative no.",
-              anyLogin()),
+              "Whether the visitor may see a media folder.", anyLogin())
+            .codes({code(1, "It is open to the visitor, who belongs to one of its groups."),
+                    code(0, "It is open."), code(-1, "No group is set for it."),
+                    code(-2, "It asks for a login that the visitor hasn't got."),
+                    code(-99, "It names no folder of media."),
+                    code(100, "It is closed and holds images: a blank picture stands for them.")}),
     };
 }
 
@@ -52,15 +56,19 @@ std::vector<Row<cServer>> users() {
         reads("isUser", &cServer::isUser, {argument("username"), argument("password")},
               "Whether there is a user of that name and password.", nobody()),
         reads("getUserId", &cServer::getUserId, {argument("username", ""), argument("password", "")},
-              "The number of a user, or of the session's; 0 for none.", nobody()),
+              "The number of a user, or of the session's.", nobody())
+            .codes({code(0, "There is no such user.")}),
         reads("getUserPassword", &cServer::getUserPassword, {argument("username", "")},
               "The stored password of a user, or of the session's.", nobody()),
         reads("getEntryPage", &cServer::getEntryPage, {argument("username", ""), argument("password", "")},
-              "The page by which a user's group enters; -1 for none.", nobody()),
+              "The page by which a user's group enters.", nobody())
+            .codes({code(-1, "There is none, or the extranet is off.")}),
         reads("getExitPage", &cServer::getExitPage, {argument("username", ""), argument("password", "")},
-              "The page by which a user's group leaves; -1 for none.", nobody()),
+              "The page by which a user's group leaves.", nobody())
+            .codes({code(-1, "There is none, or the extranet is off.")}),
         reads("getLoginPage", &cServer::getLoginPage, {argument("pageIdent")},
-              "The login page that guards a page; 0 with the extranet off.", anyLogin()),
+              "The login page that guards a page.", anyLogin())
+            .codes({code(0, "The extranet is off.")}),
         writes("getLoginURL", &cServer::getLoginURL, {},
                "Does what the posted login form asks for, and gives the address that it leads to.", nobody()),
         writes("getLogoutURL", &cServer::getLogoutURL, {},
@@ -100,10 +108,12 @@ std::vector<Row<cServer>> pageServices() {
               anyLogin()),
         reads("sendBinaryFile", &cServer::sendBinaryFile,
               {argument("fileSpec"), argument("securityCheck", true)},
-              "Writes a file to the response: \"0\" sent, \"-99\" not found, \"-10\" a secure address is "
-              "needed, "
-              "else the code of checkFolderAccess.",
-              nobody()),
+              "Writes a file of media to the response.", nobody())
+            .codes({code(0, "The file, or a blank picture in its place, was sent."),
+                    refusal(-1, "No group is set for its folder."),
+                    refusal(-2, "Its folder asks for a login that the visitor hasn't got."),
+                    refusal(-10, "It must be asked for at a secure address."),
+                    refusal(-99, "It can't be read, or its name is no file of media.")}),
         writes("logPage", &cServer::logPage, {argument("pageIdent")},
                "Counts a view of a page, unless the visitor's address is filtered out.", nobody()),
         reads("getBreadcrumb", &cServer::getBreadcrumb, {argument("pageIdent")},

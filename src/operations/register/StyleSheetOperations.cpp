@@ -11,10 +11,12 @@ ClassEntry styleSheetOperations() {
         "StyleSheet", "The register of stylesheets, by site and language.",
         {
             reads("checkStylesheet", &StyleSheet::checkStylesheet, checkArguments("stylesheetId"), checked,
-                  anyLogin()),
-            reads("getStylesheet", &StyleSheet::getStylesheet, {argument("stylesheetId")}, filled,
-                  anyLogin()),
-            reads("getStylesheetId", &StyleSheet::getStylesheetId, nameArguments(), numbered, anyLogin()),
+                  anyLogin())
+                .codes(checkCodes()),
+            reads("getStylesheet", &StyleSheet::getStylesheet, {argument("stylesheetId")}, filled, anyLogin())
+                .codes(noEntry(false)),
+            reads("getStylesheetId", &StyleSheet::getStylesheetId, nameArguments(), numbered, anyLogin())
+                .codes(noEntry(-1)),
             reads("getStylesheetList", &StyleSheet::getStylesheetList, {argument("site"), argument("lang")},
                   listed, anyLogin())
                 .lists({{"ss_id", Number}, {"ss_name", Text}, {"ss_description", Text}}),
@@ -23,7 +25,8 @@ ClassEntry styleSheetOperations() {
             reads("getStylesheetName", &StyleSheet::getStylesheetName, pageArguments(), nameInForce,
                   anyLogin()),
             reads("getNodeId", &StyleSheet::getNodeId, {argument("pageId")}, nodeOfPage, anyLogin()),
-            reads("getPageId", &StyleSheet::getPageId, {argument("nodeId")}, pageOfNode, anyLogin()),
+            reads("getPageId", &StyleSheet::getPageId, {argument("nodeId")}, pageOfNode, anyLogin())
+                .codes(noPage()),
         },
         {
             property("ssExists", &StyleSheet::ssExists, "Whether the entry last asked for is there."),

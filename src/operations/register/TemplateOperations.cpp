@@ -11,9 +11,12 @@ ClassEntry templateOperations() {
         "template", "The register of content templates, by site and language.",
         {
             reads("checkTemplate", &Template::checkTemplate, checkArguments("templateId"), checked,
-                  anyLogin()),
-            reads("getTemplate", &Template::getTemplate, {argument("templateId")}, filled, anyLogin()),
-            reads("getTemplateId", &Template::getTemplateId, nameArguments(), numbered, anyLogin()),
+                  anyLogin())
+                .codes(checkCodes()),
+            reads("getTemplate", &Template::getTemplate, {argument("templateId")}, filled, anyLogin())
+                .codes(noEntry(false)),
+            reads("getTemplateId", &Template::getTemplateId, nameArguments(), numbered, anyLogin())
+                .codes(noEntry(-1)),
             reads("getTemplateList", &Template::getTemplateList,
                   {argument("site"), argument("lang"), argument("listType")},
                   "The entries of a site and language: 1 those of the system, 0 the others, else all.",
@@ -25,7 +28,8 @@ ClassEntry templateOperations() {
             reads("getTemplateFile", &Template::getTemplateFile, pageArguments(), fileInForce, anyLogin()),
             reads("getTemplateName", &Template::getTemplateName, pageArguments(), nameInForce, anyLogin()),
             reads("getNodeId", &Template::getNodeId, {argument("pageId")}, nodeOfPage, anyLogin()),
-            reads("getPageId", &Template::getPageId, {argument("nodeId")}, pageOfNode, anyLogin()),
+            reads("getPageId", &Template::getPageId, {argument("nodeId")}, pageOfNode, anyLogin())
+                .codes(noPage()),
         },
         {
             property("tplExists", &Template::tplExists, "Whether the entry last asked for is there."),
