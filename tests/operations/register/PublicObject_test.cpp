@@ -49,15 +49,14 @@ ClassEntry sampleEntry() {
     return describe<Sample>(
         "Sample", "For tests.",
         {
-            operation("join", &Sample::join,
-                      {argument("first"), argument("second", "-"), argument("times", 1)}, "Joins.",
-                      visitor()),
-            operation("half", &Sample::half, {argument("number")}, "Halves.", visitor()),
-            operation("format", &Sample::format, {argument("format", -2)}, "Tells.", visitor()),
-            operation("invert", &Sample::invert, {argument("flag")}, "Inverts.", visitor()),
-            operation("clear", &Sample::clear, {}, "Clears.", visitor()),
-            operation("list", &Sample::list, {}, "Lists.", visitor()).lists("number, word"),
-            operation("fail", &Sample::fail, {}, "Fails.", visitor()),
+            reads("join", &Sample::join, {argument("first"), argument("second", "-"), argument("times", 1)},
+                  "Joins.", visitor()),
+            reads("half", &Sample::half, {argument("number")}, "Halves.", visitor()),
+            reads("format", &Sample::format, {argument("format", -2)}, "Tells.", visitor()),
+            reads("invert", &Sample::invert, {argument("flag")}, "Inverts.", visitor()),
+            reads("clear", &Sample::clear, {}, "Clears.", visitor()),
+            reads("list", &Sample::list, {}, "Lists.", visitor()).lists({{"number", Number}, {"word", Text}}),
+            reads("fail", &Sample::fail, {}, "Fails.", visitor()),
         },
         {
             property("note", &Sample::note, &Sample::setNote, "A note."),
@@ -93,7 +92,12 @@ TEST_F(PublicObjectTest, TypesComeFromTheFunction) {
     EXPECT_EQ(entry_.findOperation("half")->arguments[0].type, ArgumentType::Number);
     EXPECT_EQ(entry_.findOperation("format")->arguments[0].type, ArgumentType::TextFormat);
     EXPECT_EQ(entry_.findOperation("clear")->result, "empty");
-    EXPECT_EQ(entry_.findOperation("list")->result, "grid: number, word");
+    const auto* list = entry_.findOperation("list");
+    EXPECT_EQ(list->result, "grid");
+    ASSERT_EQ(list->columns.size(), 2U);
+    EXPECT_EQ(list->columns[0].name, "number");
+    EXPECT_EQ(list->columns[0].type, ColumnType::Number);
+    EXPECT_EQ(list->columns[1].type, ColumnType::Text);
 }
 
 TEST_F(PublicObjectTest, ArgumentsGoByNameInAnyOrderAndCase) {
