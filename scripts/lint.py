@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""lint.py BUILD [JOBS]: clang-tidy over the sources in src/, as BUILD compiles them. A source that was found clean is
+"""lint.py BUILD [JOBS]: clang-tidy over the sources in src/, as BUILD compiles them; from the root. A source that was found clean is
 not looked at again until it, a header of ours that it includes, its compile command, the checks or clang-tidy change:
 its stamp, an empty file named by the hash of all these, lies in the user's cache and so serves every checkout."""
 
@@ -13,7 +13,7 @@ from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 TIDY = "clang-tidy-14"
-ROOT = Path(__file__).resolve().parent.parent
+ROOT = Path.cwd()
 STAMPS = Path(os.environ.get("XDG_CACHE_HOME") or Path.home() / ".cache") / "torvex" / "lint"
 
 
