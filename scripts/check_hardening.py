@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Tells what a program lacks of what a release is built with: any address (PIE), tables that are read-only once it runs
-(full RELRO), a stack without code, checked stacks and checked calls of the C library."""
+(full RELRO), a stack without code, checked stacks, checked calls of the C library and checked containers of C++'s."""
 
 import sys
 
@@ -29,6 +29,8 @@ def lacks(program):
         yield "stack protectors"
     if not any(name.startswith("__") and name.endswith("_chk") for name in called):
         yield "checked calls of the C library (FORTIFY)"
+    if not any("__glibcxx_assert_fail" in name for name in called):
+        yield "checked containers of the C++ library (_GLIBCXX_ASSERTIONS)"
 
 
 def main(paths):

@@ -15,13 +15,17 @@ import elf  # noqa: E402
 SOURCE = """
 #include <cstdio>
 #include <cstring>
+#include <vector>
 int main(int count, char** arguments) {
+    std::vector<char*> all(arguments, arguments + count);
+    std::puts(all[static_cast<unsigned>(count) / 2]);
     char copy[64];
     std::strcpy(copy, arguments[count - 1]);
     std::printf("%s", copy);
 }
 """
-COMPILING = ["-O2", "-fPIE", "-fstack-protector-strong", "-U_FORTIFY_SOURCE", "-D_FORTIFY_SOURCE=3"]
+COMPILING = ["-O2", "-fPIE", "-fstack-protector-strong", "-U_FORTIFY_SOURCE", "-D_FORTIFY_SOURCE=3",
+             "-D_GLIBCXX_ASSERTIONS"]
 LINKING = ["-pie", "-Wl,-z,relro,-z,now,-z,noexecstack"]
 
 
@@ -39,7 +43,7 @@ class CheckHardening(unittest.TestCase):
     def test_what_is_missing_is_named(self):
         for flag, lack in [("-no-pie", "PIE"), ("-Wl,-z,lazy", "RELRO"), ("-Wl,-z,norelro", "RELRO"),
                            ("-Wl,-z,execstack", "holds no code"), ("-fno-stack-protector", "stack protectors"),
-                           ("-D_FORTIFY_SOURCE=0", "FORTIFY")]:
+                           ("-D_FORTIFY_SOURCE=0", "FORTIFY"), ("-U_GLIBCXX_ASSERTIONS", "ASSERTIONS")]:
             with self.subTest(flag):
                 self.assertIn(lack, self.lacks(flag))
 
