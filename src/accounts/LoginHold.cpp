@@ -8,7 +8,7 @@
 #include "platform/DateTime.h"
 #include "platform/HostContext.h"
 #include "platform/Session.h"
-#include "platform/db/ConnectionSource.h"
+#include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/DateWindow.h"
 
@@ -74,17 +74,19 @@ void renew(db::Connection& connection, const StrongForm& form, Author& author) {
 }  // namespace
 
 LoginCode takeLogin(HostContext& host, const Proof& proof, std::string_view address, Author& author) {
-    const auto connection = db::openOwn(host);
-    db::Transaction transaction(*connection);
-    connection->execute(lockRow, {proof.username, proof.password});
-    auto row = readRow(*connection, proof);
-    if (!row || !isValidOn(*row, host.clock.today())) return LoginCode::Unknown;
-    if (isHeldElsewhere(*row, host.session.id(), address)) return LoginCode::HeldElsewhere;
-    holdRow(*connection, host, row->author.loginId, address);
-    if (proof.renewal) renew(*connection, *proof.renewal, row->author);
-    transaction.commit();
-    author = std::move(row->author);
-    return LoginCode::LoggedIn;
+    std::optional<LoginRow> row;
+    const auto take = [&](db::Connection& own) {
+        own.execute(lockRow, {proof.username, proof.password});
+        row = readRow(own, proof);
+        if (!row || !isValidOn(*row, host.clock.today())) return db::refuse(LoginCode::Unknown);
+        if (isHeldElsewhere(*row, host.session.id(), address)) return db::refuse(LoginCode::HeldElsewhere);
+        holdRow(own, host, row->author.loginId, address);
+        if (proof.renewal) renew(own, *proof.renewal, row->author);
+        return db::commit(LoginCode::LoggedIn);
+    };
+    const auto outcome = db::inOwnTransaction(host, take);
+    if (outcome.isCommitted) author = std::move(row->author);
+    return outcome.value;
 }
 
 void holdRow(db::Connection& connection, HostContext& host, int loginId, std::string_view address) {

@@ -9,8 +9,8 @@
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
-#include "platform/db/ConnectionSource.h"
 #include "platform/db/Grid.h"
+#include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/RegisterLock.h"
 #include "records/Websites.h"
@@ -73,17 +73,24 @@ struct Language {
     bool isComplete() const { return hasCodeLength(code) && !name.empty() && charsetId >= 1; }
 };
 
-/// False when the name is taken. What fails has changed nothing.
+/// False when the name is taken.
+db::Outcome<bool> insertWithFolders(HostContext& host, db::Connection& transaction, const Language& language,
+                                    SharedFiles& files) {
+    lockRegisters(transaction);
+    if (transaction.query(selectNamesake, {language.name}).next()) return db::refuse(false);
+    transaction.execute(insertLanguage, {language.code, language.name, language.charsetId});
+    createSiteDirectories(host, transaction, files);
+    return db::commit(true);
+}
+
+/// What fails has changed nothing.
 bool make(HostContext& host, const Language& language) {
     SharedFiles files(host);
-    const auto connection = db::openOwn(host);
     try {
-        db::Transaction transaction(*connection);
-        lockRegisters(*connection);
-        if (connection->query(selectNamesake, {language.name}).next()) return false;
-        connection->execute(insertLanguage, {language.code, language.name, language.charsetId});
-        createSiteDirectories(host, *connection, files);
-        transaction.commit();
+        const auto made = db::inOwnTransaction(host, [&](db::Connection& transaction) {
+            return insertWithFolders(host, transaction, language, files);
+        });
+        if (!made.value) return false;
     } catch (...) {
         files.takeBack();
         throw;

@@ -9,7 +9,7 @@
 #include "authoring/StatusCodes.h"
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
-#include "platform/db/ConnectionSource.h"
+#include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/RegisterLock.h"
 
@@ -170,23 +170,28 @@ void removeRows(db::Connection& transaction, const Kind& kind, std::string_view 
 }
 
 Removal removeEntry(HostContext& host, const Kind& kind, const std::string& code, int ownLogin) {
-    const auto connection = db::openOwn(host);
-    db::Transaction transaction(*connection);
-    lockRegisters(*connection);
-    if (const auto refusal = refusalOf(*connection, kind, code, ownLogin); !refusal.empty()) {
-        return {std::string(refusal), {}};
-    }
-    std::string name = firstText(*connection, kind.selectName, code);
-    // Another one would only take folders that are none of the register's.
-    if (!isCode(code)) return {std::string(status::failed), {}};
+    const auto refuse = [](std::string_view refusal) {
+        return db::refuse(Removal{std::string(refusal), {}});
+    };
+    bool isRemoving = false;  // from then on a failure is a refusal
+    const auto work = [&](db::Connection& own) {
+        lockRegisters(own);
+        if (const auto refusal = refusalOf(own, kind, code, ownLogin); !refusal.empty())
+            return refuse(refusal);
+        std::string name = firstText(own, kind.selectName, code);
+        // Another one would only take folders that are none of the register's.
+        if (!isCode(code)) return refuse(status::failed);
+        isRemoving = true;
+        removeRows(own, kind, code);
+        return db::commit(Removal{{}, std::move(name)});
+    };
     try {
-        removeRows(*connection, kind, code);
-        transaction.commit();
+        return db::inOwnTransaction(host, work).value;
     } catch (const std::exception& error) {
-        host.log.warn(fmt::format("the {} \"{}\" was not removed: {}", kind.word, code, error.what()));
-        return {std::string(status::failed), {}};
+        if (!isRemoving) throw;
+        warnOf(host.log, fmt::format("the {} \"{}\" was not removed", kind.word, code), error);
+        return refuse(status::failed).value;
     }
-    return {{}, std::move(name)};
 }
 
 }  // namespace

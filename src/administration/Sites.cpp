@@ -9,8 +9,8 @@
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
-#include "platform/db/ConnectionSource.h"
 #include "platform/db/Grid.h"
+#include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/RegisterLock.h"
 #include "replication/SharedFiles.h"
@@ -69,15 +69,13 @@ void insertRows(db::Connection& transaction, const NewSite& site) {
 }
 
 /// False when the name is taken.
-bool insertWithFolders(HostContext& host, db::Connection& connection, const NewSite& site,
-                       SharedFiles& files) {
-    db::Transaction transaction(connection);
-    lockRegisters(connection);
-    if (connection.query(selectNamesake, {site.name}).next()) return false;
-    insertRows(connection, site);
-    createSiteDirectories(host, connection, files);
-    transaction.commit();
-    return true;
+db::Outcome<bool> insertWithFolders(HostContext& host, db::Connection& transaction, const NewSite& site,
+                                    SharedFiles& files) {
+    lockRegisters(transaction);
+    if (transaction.query(selectNamesake, {site.name}).next()) return db::refuse(false);
+    insertRows(transaction, site);
+    createSiteDirectories(host, transaction, files);
+    return db::commit(true);
 }
 
 /// A failure has changed nothing and is told to operators, as the caller only sees that it was none.
@@ -85,7 +83,10 @@ bool make(HostContext& host, const NewSite& site) {
     SharedFiles files(host);
     const auto connection = db::openOwn(host);
     try {
-        if (!insertWithFolders(host, *connection, site, files)) return false;
+        const auto made = db::inTransaction(*connection, [&](db::Connection& transaction) {
+            return insertWithFolders(host, transaction, site, files);
+        });
+        if (!made.value) return false;
     } catch (const std::exception& error) {
         files.takeBack();
         host.log.warn("the site \"" + site.code + "\" was not made: " + error.what());

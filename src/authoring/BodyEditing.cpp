@@ -2,16 +2,17 @@
 
 #include <optional>
 
+#include "accounts/Actor.h"
 #include "authoring/PageStatus.h"
 #include "authoring/RunReport.h"
 #include "authoring/StatusCodes.h"
 #include "authoring/cManager.h"
 #include "delivery/PageBodies.h"
 #include "platform/ApplicationValues.h"
-#include "platform/DateTime.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Session.h"
+#include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 
@@ -61,41 +62,27 @@ constexpr std::string_view edited = "editor = ?, editingDate = ?";
 constexpr std::string_view editedAndUnmarked =
     "editor = ?, editingDate = ?, deletedBy = null, deletingDate = null";
 
-struct Editing {
-    int loginId;
-    DateTime now;
-};
-
 /// A new text leaves marks alone; whether the page is approved was tested before.
-PageChange withNewText(const PageStatus& page, const Editing& editing) {
+PageChange withNewText(const PageStatus& page, const Actor& editor) {
     PageStatus modified = page;
     modified.editStatus = "M";
-    return {modified, edited, {editing.loginId, editing.now}};
+    return {modified, edited, {editor.loginId, editor.now}};
 }
 
 /// Any other change takes an approval and a mark for deletion back.
-PageChange withNewBody(const PageStatus& page, const Editing& editing) {
+PageChange withNewBody(const PageStatus& page, const Actor& editor) {
     PageStatus modified = page;
     modified.editStatus = "M";
     modified.deleteStatus = 0;
     modified.approveStatus = 0;
-    return {modified, editedAndUnmarked, {editing.loginId, editing.now}};
+    return {modified, editedAndUnmarked, {editor.loginId, editor.now}};
 }
 
-/// Changes the page and its body on a connection of their own, both or neither: "0" or a code. `work` gives
-/// "0" for what is to stay.
+/// Changes the page and its body, both or neither: "0" or a code.
 template <typename Work>
 std::string inOneStep(HostContext& host, std::string_view operation, PageId pageId, Work work) {
-    try {
-        const auto own = db::openOwn(host);
-        db::Transaction transaction(*own);
-        const std::string_view code = work(*own);
-        if (code == status::done) transaction.commit();
-        return std::string(code);
-    } catch (const std::exception& error) {
-        warnOf(host, operation, text::fromNumber(pageId), error);
-        return std::string(status::failed);
-    }
+    const std::string run = runOn(operation, text::fromNumber(pageId));
+    return std::string(db::tryInOwnTransaction(host, run, status::failed, work).value);
 }
 
 /// Editors return addresses of images with the host in front; a body stores them without, so that it shows
@@ -152,18 +139,18 @@ void leaveFeed(PageBody& body) {
 std::string cManager::saveBody(const std::string& pageIdent, int bodyId, const std::string& bodyContent) try {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
     const PageId pageId = pageIdFrom(connection(), pageIdent);
-    const Editing editing{author_.loginId, host_.clock.now()};
+    const Actor editor = actor();
     const std::string text = withOwnImages(host_, bodyContent);
     const auto touch = [&](const PageStatus& page) {
         if (page.isApproved()) return PageChange::refuse(saveBodyCode::approved);
-        if (page.isLockedByOther(editing.loginId)) return PageChange::refuse(saveBodyCode::locked);
-        return withNewText(page, editing);
+        if (page.isLockedByOther(editor.loginId)) return PageChange::refuse(saveBodyCode::locked);
+        return withNewText(page, editor);
     };
     const std::string code = inOneStep(host_, "saveBody", pageId, [&](db::Connection& own) {
         const PageOutcome outcome = changePage(own, pageId, saveBodyCode::noPage, touch);
-        if (outcome.isRefused()) return outcome.code;
+        if (outcome.isRefused()) return db::refuse(outcome.code);
         storeText(own, pageId, bodyId, text);
-        return status::done;
+        return db::commit(status::done);
     });
     if (code == status::done) {
         recordEditing("saveBody", pageId, "save body",
@@ -177,16 +164,16 @@ std::string cManager::saveBody(const std::string& pageIdent, int bodyId, const s
 std::string cManager::saveBodySetup(const std::string& pageIdent, int bodyId, int bodyType, int feedId) try {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
     const PageId pageId = pageIdFrom(connection(), pageIdent);
-    const Editing editing{author_.loginId, host_.clock.now()};
+    const Actor editor = actor();
     const auto touch = [&](const PageStatus& page) {
-        if (page.isLockedByOther(editing.loginId)) return PageChange::refuse(saveBodySetupCode::locked);
-        return withNewBody(page, editing);
+        if (page.isLockedByOther(editor.loginId)) return PageChange::refuse(saveBodySetupCode::locked);
+        return withNewBody(page, editor);
     };
     const std::string code = inOneStep(host_, "saveBodySetup", pageId, [&](db::Connection& own) {
         const PageOutcome outcome = changePage(own, pageId, saveBodySetupCode::noPage, touch);
-        if (outcome.isRefused()) return outcome.code;
+        if (outcome.isRefused()) return db::refuse(outcome.code);
         storeSetup(own, pageId, {bodyId, bodyType, feedId, {}});
-        return status::done;
+        return db::commit(status::done);
     });
     if (code == status::done) {
         recordEditing("saveBodySetup", pageId, "save body",
@@ -200,16 +187,16 @@ std::string cManager::saveBodySetup(const std::string& pageIdent, int bodyId, in
 std::string cManager::clearBody(const std::string& pageIdent, int bodyId) try {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
     const PageId pageId = pageIdFrom(connection(), pageIdent);
-    const Editing editing{author_.loginId, host_.clock.now()};
+    const Actor editor = actor();
     const auto touch = [&](const PageStatus& page) {
-        if (page.isLockedByOther(editing.loginId)) return PageChange::refuse(clearBodyCode::locked);
-        return withNewBody(page, editing);
+        if (page.isLockedByOther(editor.loginId)) return PageChange::refuse(clearBodyCode::locked);
+        return withNewBody(page, editor);
     };
     const std::string code = inOneStep(host_, "clearBody", pageId, [&](db::Connection& own) {
         const PageOutcome outcome = changePage(own, pageId, clearBodyCode::noPage, touch);
-        if (outcome.isRefused()) return outcome.code;
+        if (outcome.isRefused()) return db::refuse(outcome.code);
         own.execute(deleteBody, {pageId, bodyId});
-        return status::done;
+        return db::commit(status::done);
     });
     if (code == status::done) {
         recordEditing("clearBody", pageId, "save", "Body " + std::to_string(bodyId) + " has been cleared");
@@ -227,20 +214,20 @@ std::string cManager::pasteBody(const std::string& pageIdentFrom, const std::str
     const PageIdentity source = identify(connection(), pageIdentFrom);
     const PageIdentity target = identify(connection(), pageIdentTo);
     if (!isThere(connection(), source.pageId, twin)) return std::string(pasteBodyCode::noSource);
-    const Editing editing{author_.loginId, host_.clock.now()};
+    const Actor editor = actor();
     const auto touch = [&](const PageStatus& page) {
-        if (page.isLockedByOther(editing.loginId)) return PageChange::refuse(pasteBodyCode::locked);
-        return withNewBody(page, editing);
+        if (page.isLockedByOther(editor.loginId)) return PageChange::refuse(pasteBodyCode::locked);
+        return withNewBody(page, editor);
     };
     const std::string code = inOneStep(host_, "pasteBody", target.pageId, [&](db::Connection& own) {
         const PageOutcome outcome = changePage(own, target.pageId, pasteBodyCode::noTarget, touch);
-        if (outcome.isRefused()) return outcome.code;
+        if (outcome.isRefused()) return db::refuse(outcome.code);
         auto body = readBody(own, source.pageId, bodyIdFrom, twin);
-        if (!body) return status::failed;
+        if (!body) return db::refuse(status::failed);
         if (!inSameTree(source.nodeId, target.nodeId)) leaveFeed(*body);
         body->id = bodyIdTo;
         storeBody(own, target.pageId, *body);
-        return status::done;
+        return db::commit(status::done);
     });
     if (code == status::done) {
         recordEditing("pasteBody", target.pageId, "save body",

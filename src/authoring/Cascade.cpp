@@ -3,12 +3,14 @@
 #include <optional>
 #include <vector>
 
+#include "accounts/Actor.h"
 #include "authoring/LiveCopy.h"
 #include "authoring/Removal.h"
 #include "authoring/RunReport.h"
 #include "authoring/StatusCodes.h"
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
+#include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/AuditTrail.h"
 #include "records/PageIdentity.h"
@@ -37,7 +39,7 @@ std::vector<PageId> approvedPages(db::Connection& connection, std::string_view n
 }
 
 /// False for a page that isn't published now.
-bool publish(db::Connection& connection, const DesignPage& page, const Publisher& publisher) {
+bool publish(db::Connection& connection, const DesignPage& page, const Actor& publisher) {
     if (!isLive(connection, page.pageId)) {
         if (!hasLiveParent(connection, page.nodeId)) return false;
         addLivePage(connection, page.pageId);
@@ -52,18 +54,14 @@ bool publish(db::Connection& connection, const DesignPage& page, const Publisher
 /// One run over a branch, within its transaction.
 class CascadeRun {
   public:
-    CascadeRun(HostContext& host, db::Connection& connection, const Publisher& publisher)
-        : host_(host), connection_(connection), publisher_(publisher), files_(host) {}
+    CascadeRun(HostContext& host, const Actor& publisher)
+        : host_(host), publisher_(publisher), files_(host) {}
 
-    /// A page that can't be published is passed over.
-    void handle(PageId pageId) {
-        const auto page = takeDesignPage(connection_, pageId);
-        if (!page || page->approveStatus == 0 || page->lockStatus == 1) return;
-        if (page->deleteStatus == 1) {
-            remove(*page);
-        } else if (publish(connection_, *page, publisher_)) {
-            note(*page, "publish", "");
-        }
+    /// The pages that were approved, in their order.
+    std::vector<PageId> handleBranch(db::Connection& connection, std::string_view root) {
+        std::vector<PageId> pages = approvedPages(connection, root);
+        for (const PageId pageId : pages) handle(connection, pageId);
+        return pages;
     }
 
     /// What was done, as it is to be written once it is certain: some of the pages will be gone by then.
@@ -72,9 +70,20 @@ class CascadeRun {
     void replicate() { files_.replicate(); }
 
   private:
-    void remove(const DesignPage& page) {
+    /// A page that can't be published is passed over.
+    void handle(db::Connection& connection, PageId pageId) {
+        const auto page = takeDesignPage(connection, pageId);
+        if (!page || page->approveStatus == 0 || page->lockStatus == 1) return;
+        if (page->deleteStatus == 1) {
+            remove(connection, *page);
+        } else if (publish(connection, *page, publisher_)) {
+            note(*page, "publish", "");
+        }
+    }
+
+    void remove(db::Connection& connection, const DesignPage& page) {
         note(page, removal::action, removal::description);
-        removeBranch(connection_, page.nodeId);
+        removeBranch(connection, page.nodeId);
         followUp(host_, operationName, page.nodeId,
                  [&] { files_.deleteFile(snapshotFilesFrom(host_, page.nodeId)); });
     }
@@ -90,8 +99,7 @@ class CascadeRun {
     }
 
     HostContext& host_;
-    db::Connection& connection_;
-    const Publisher& publisher_;
+    const Actor& publisher_;
     SharedFiles files_;
     std::vector<AuditLine> lines_;
 };
@@ -102,21 +110,14 @@ struct Cascade {
 };
 
 /// All of it, or nothing.
-std::optional<Cascade> runCascade(HostContext& host, const std::string& root, const Publisher& publisher) {
-    try {
-        const auto own = db::openOwn(host);
-        CascadeRun run(host, *own, publisher);
-        db::Transaction transaction(*own);
-        std::vector<PageId> pages = approvedPages(*own, root);
-        if (pages.empty()) return Cascade();
-        for (const PageId pageId : pages) run.handle(pageId);
-        transaction.commit();
-        followUp(host, operationName, root, [&] { run.replicate(); });
-        return Cascade{std::move(pages), run.takeLines()};
-    } catch (const std::exception& error) {
-        warnOf(host, operationName, root, error);
-        return std::nullopt;
-    }
+std::optional<Cascade> runCascade(HostContext& host, const std::string& root, const Actor& publisher) {
+    CascadeRun run(host, publisher);
+    const auto outcome =
+        db::tryInOwnTransaction(host, runOn(operationName, root), std::vector<PageId>(),
+                                [&](db::Connection& own) { return db::commit(run.handleBranch(own, root)); });
+    if (!outcome.isCommitted) return std::nullopt;
+    followUp(host, operationName, root, [&] { run.replicate(); });
+    return Cascade{outcome.value, run.takeLines()};
 }
 
 }  // namespace
@@ -126,7 +127,7 @@ std::string cManager::publishPageCascading(const std::string& pageIdent) try {
     const std::string root = nodeIdFrom(connection(), pageIdent);
     // What is shorter than a root would be the beginning of several trees.
     if (text::length(root) < PageIdentity::rootLength) return std::string(status::done);
-    auto cascade = runCascade(host_, root, {author_.loginId, host_.clock.now()});
+    auto cascade = runCascade(host_, root, actor());
     if (!cascade) return std::string(status::failed);
     if (cascade->pages.empty()) return std::string(status::done);
     followUp(host_, operationName, root, [&] {

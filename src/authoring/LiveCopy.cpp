@@ -1,5 +1,6 @@
 #include "authoring/LiveCopy.h"
 
+#include "accounts/Actor.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
 #include "records/DateWindow.h"
@@ -109,7 +110,7 @@ void addLivePage(db::Connection& connection, PageId pageId) {
     connection.execute(insertLive, {pageId});
 }
 
-void copyPage(db::Connection& connection, PageId pageId, const Publisher& publisher) {
+void copyPage(db::Connection& connection, PageId pageId, const Actor& publisher) {
     connection.execute(updateLive, {pageId, publisher.loginId, publisher.now, pageId});
 }
 

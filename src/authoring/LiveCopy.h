@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
-#include "platform/DateTime.h"
 #include "records/PageId.h"
 
 namespace torvex {
+struct Actor;
 namespace db {
 class Connection;
 }
@@ -31,12 +31,6 @@ struct DesignPage {
     bool isWithinDates(std::string_view day) const;
 };
 
-/// Who publishes, and when.
-struct Publisher {
-    int loginId;
-    DateTime now;
-};
-
 // The steps from the design tables to the live ones. All of them work within a transaction of the caller, who
 // has taken the page by the first.
 
@@ -54,7 +48,7 @@ void addLivePageOnline(db::Connection& connection, PageId pageId);
 /// ... or in the state that the table gives a new row.
 void addLivePage(db::Connection& connection, PageId pageId);
 /// Everything of the row but its place in the tree and whether it is online.
-void copyPage(db::Connection& connection, PageId pageId, const Publisher& publisher);
+void copyPage(db::Connection& connection, PageId pageId, const Actor& publisher);
 int liveOnline(db::Connection& connection, PageId pageId);
 void setLiveOffline(db::Connection& connection, PageId pageId);
 

@@ -1,6 +1,6 @@
 // cManager: a new page.
 
-#include "authoring/AtomicChange.h"
+#include "accounts/Actor.h"
 #include "authoring/PageBuffer.h"
 #include "authoring/RunReport.h"
 #include "authoring/SetupChecks.h"
@@ -10,7 +10,7 @@
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
-#include "platform/db/Connection.h"
+#include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "records/PageKind.h"
@@ -70,18 +70,18 @@ bool takeOrder(db::Connection& connection, PageBuffer& page, const SetupPlace& p
     return page.orderId <= systemBranch::highestBelow(page.nodeId);
 }
 
-/// Part of a transaction. "" or a code.
-std::string_view create(db::Connection& connection, PageBuffer& page, const SetupPlace& place,
-                        std::string_view insertIdent, const Editing& editing) {
+/// Part of a transaction; a refusal is a code.
+db::Outcome<std::string_view> create(db::Connection& connection, PageBuffer& page, const SetupPlace& place,
+                                     std::string_view insertIdent, const Actor& editor) {
     if (!place.parent.empty() && connection.execute(holdPage, {place.parent}) == 0)
-        return setupCode::parentMissing;
+        return db::refuse(setupCode::parentMissing);
     page.orderId = 0;
-    if (!takeOrder(connection, page, place, insertIdent)) return status::failed;
-    if (pageIdOf(connection, page.nodeId) > 0) return status::failed;
-    insertSetup(connection, page, editing);
+    if (!takeOrder(connection, page, place, insertIdent)) return db::refuse(status::failed);
+    if (pageIdOf(connection, page.nodeId) > 0) return db::refuse(status::failed);
+    insertSetup(connection, page, editor);
     page.pageId = pageIdOf(connection, page.nodeId);
     replaceGroups(connection, page.pageId, page.groups);
-    return {};
+    return db::commit(std::string_view());
 }
 
 }  // namespace
@@ -101,10 +101,10 @@ std::string cManager::saveNewPageSetup(const std::string& site, const std::strin
     std::string_view code = checkSetup(*this, page_, place);
     if (code.empty()) code = findNode(*this, page_, place);
     if (!code.empty()) return std::string(code);
-    code = changeAtomically(host_, operationName, page_.nodeId, [&](db::Connection& own) {
-        return create(own, page_, place, insertIdent, {author_.loginId, host_.clock.now()});
-    });
-    if (!code.empty()) return std::string(code);
+    const auto outcome = db::tryInOwnTransaction(
+        host_, runOn(operationName, page_.nodeId), status::failed,
+        [&](db::Connection& own) { return create(own, page_, place, insertIdent, actor()); });
+    if (!outcome.isCommitted) return std::string(outcome.value);
     followUp(host_, operationName, page_.nodeId, [&] {
         addAuditTrail(text::fromNumber(page_.pageId), "", "new", "New page (node " + page_.nodeId + ")");
     });

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "authoring/AtomicChange.h"
+#include "accounts/Actor.h"
 #include "authoring/PageBuffer.h"
 #include "authoring/RunReport.h"
 #include "authoring/SetupChecks.h"
@@ -12,7 +12,7 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
-#include "platform/db/Connection.h"
+#include "platform/db/OwnTransaction.h"
 #include "platform/files/FileSystem.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
@@ -62,21 +62,22 @@ std::string_view dropBodies(cManager& manager, db::Connection& connection, const
     return {};
 }
 
-/// Part of a transaction. "" or a code.
-std::string_view save(cManager& manager, db::Connection& connection, const PageBuffer& page,
-                      const SetupPlace& place, const Editing& editing) {
+/// Part of a transaction; a refusal is a code.
+db::Outcome<std::string_view> save(cManager& manager, db::Connection& connection, const PageBuffer& page,
+                                   const SetupPlace& place, const Actor& editor) {
     if (page.nodeId.size() > PageIdentity::rootLength && pageIdOf(connection, place.parent) <= 0)
-        return setupCode::parentMissing;
-    const auto code = testLock(connection, page.pageId, editing.loginId);
-    if (!code.empty()) return code;
-    if (!updateSetup(connection, page, editing)) {
+        return db::refuse(setupCode::parentMissing);
+    const auto refusal = testLock(connection, page.pageId, editor.loginId);
+    if (!refusal.empty()) return db::refuse(refusal);
+    if (!updateSetup(connection, page, editor)) {
         // Another author was faster. What is it now?
-        const auto cause = testLock(connection, page.pageId, editing.loginId);
-        return cause.empty() ? status::failed : cause;
+        const auto cause = testLock(connection, page.pageId, editor.loginId);
+        return db::refuse(cause.empty() ? status::failed : cause);
     }
     replaceGroups(connection, page.pageId, page.groups);
     if (systemBranch::hasNumber(page.nodeId)) connection.execute(deleteMetaData, {page.pageId});
-    return dropBodies(manager, connection, page);
+    const auto cause = dropBodies(manager, connection, page);
+    return cause.empty() ? db::commit(cause) : db::refuse(cause);
 }
 
 }  // namespace
@@ -109,12 +110,12 @@ std::string cManager::savePageSetup(const std::string& pageIdent) try {
                            .types = kindsOfPages};
     normaliseTitleAndType(page_);
     if (!isSite(place.site) || !isLang(place.lang)) return std::string(unknownWebsite);
-    std::string_view code = checkSetup(*this, page_, place);
+    const std::string_view code = checkSetup(*this, page_, place);
     if (!code.empty()) return std::string(code);
-    code = changeAtomically(host_, operationName, place.itself, [&](db::Connection& own) {
-        return save(*this, own, page_, place, {author_.loginId, host_.clock.now()});
-    });
-    if (!code.empty()) return std::string(code);
+    const auto outcome =
+        db::tryInOwnTransaction(host_, runOn(operationName, place.itself), status::failed,
+                                [&](db::Connection& own) { return save(*this, own, page_, place, actor()); });
+    if (!outcome.isCommitted) return std::string(outcome.value);
     followUp(host_, operationName, place.itself,
              [&] { addAuditTrail(place.itself, "", "save", "Page setup has been updated"); });
     return std::string(status::done);

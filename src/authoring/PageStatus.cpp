@@ -1,5 +1,6 @@
 #include "authoring/PageStatus.h"
 
+#include "accounts/Actor.h"
 #include "platform/ApplicationValues.h"
 #include "platform/text/Text.h"
 
@@ -88,18 +89,22 @@ PageOutcome changePage(db::Connection& connection, PageId pageId, std::string_vi
     throw db::DatabaseError("the page is changed by others all the time");
 }
 
-int notificationFlag(const ApplicationValues& application, bool awaitsMail) {
-    return awaitsMail && application.number("torvex_emailNotification") > 0 ? 1 : 0;
+WorkflowRules workflowRules(const ApplicationValues& application) {
+    return {application.isTrue("torvex_autoApprove"), application.number("torvex_emailNotification") > 0};
 }
 
-PageChange release(const PageStatus& page, const WorkflowStep& step, bool awaitsMail) {
-    const bool approves = page.isModified() && step.application.isTrue("torvex_autoApprove");
-    const int notified = notificationFlag(step.application, awaitsMail);
+int notificationFlag(const WorkflowRules& rules, bool awaitsMail) {
+    return awaitsMail && rules.sendsMail ? 1 : 0;
+}
+
+PageChange release(const PageStatus& page, const Actor& actor, const WorkflowRules& rules, bool awaitsMail) {
+    const bool approves = page.isModified() && rules.releaseApproves;
+    const int notified = notificationFlag(rules, awaitsMail);
     PageStatus free = page;
     free.approveStatus = approves ? 1 : 0;
     free.lockStatus = 0;
     if (!approves) return {free, released, {notified}};
-    return {free, releasedApproved, {notified, step.loginId, step.now}};
+    return {free, releasedApproved, {notified, actor.loginId, actor.now}};
 }
 
 }  // namespace torvex

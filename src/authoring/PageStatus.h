@@ -13,6 +13,7 @@
 
 namespace torvex {
 class ApplicationValues;
+struct Actor;
 
 /// Where a page stands between its author and the public: the statuses of its design row, as they were read.
 struct PageStatus {
@@ -72,18 +73,18 @@ struct PageOutcome {
 PageOutcome changePage(db::Connection& connection, PageId pageId, std::string_view missing,
                        const std::function<PageChange(const PageStatus&)>& decide);
 
-/// Who changes a page, when, and under which settings.
-struct WorkflowStep {
-    int loginId;
-    DateTime now;
-    const ApplicationValues& application;
+/// What the installation's settings say of the workflow.
+struct WorkflowRules {
+    bool releaseApproves = false;  ///< a modified page is approved by being let go
+    bool sendsMail = false;
 };
+WorkflowRules workflowRules(const ApplicationValues& application);
 
 /// For the column `emailNotification`: 1 when a change awaits a mail to the approvers, and mails are wanted
 /// at all.
-int notificationFlag(const ApplicationValues& application, bool awaitsMail);
+int notificationFlag(const WorkflowRules& rules, bool awaitsMail);
 
 /// The page let go by whoever holds it; where that is the rule, a modified one is approved by it.
-PageChange release(const PageStatus& page, const WorkflowStep& step, bool awaitsMail);
+PageChange release(const PageStatus& page, const Actor& actor, const WorkflowRules& rules, bool awaitsMail);
 
 }  // namespace torvex

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "accounts/Actor.h"
 #include "authoring/LiveCopy.h"
 #include "authoring/PageIdentList.h"
 #include "authoring/Removal.h"
@@ -9,6 +10,7 @@
 #include "authoring/StatusCodes.h"
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
+#include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "replication/SharedFiles.h"
@@ -32,7 +34,7 @@ constexpr std::string_view outsideItsDates = "2";
 constexpr std::string_view liveFolder = "3";
 constexpr std::string_view liveSystemPage = "4";
 
-/// "" for a page that may be published.
+/// "" for a page whose state lets it be published, or removed if it is marked.
 std::string_view refusalOf(const std::optional<DesignPage>& page) {
     if (!page) return noSuchPage;
     if (page->approveStatus == 0) return notApproved;
@@ -40,12 +42,8 @@ std::string_view refusalOf(const std::optional<DesignPage>& page) {
     return {};
 }
 
-/// How the page is live, or a refusal.
-std::string publish(db::Connection& connection, const DesignPage& page, const Publisher& publisher) {
-    if (!isLive(connection, page.pageId)) {
-        if (!hasLiveParent(connection, page.nodeId)) return std::string(parentNotLive);
-        addLivePageOnline(connection, page.pageId);
-    }
+/// To the live row of the page, which is there by now. How it is live from here on.
+std::string copyAll(db::Connection& connection, const DesignPage& page, const Actor& publisher) {
     const bool goesOffline = !page.isFolder() && page.isSystem();
     if (goesOffline) setLiveOffline(connection, page.pageId);
     copyPage(connection, page.pageId, publisher);
@@ -57,41 +55,45 @@ std::string publish(db::Connection& connection, const DesignPage& page, const Pu
     return std::to_string(liveOnline(connection, page.pageId));
 }
 
-bool isRefused(std::string_view result) {
-    return result.starts_with('-');
-}
-
 /// What became of a page.
 struct Publication {
     std::string result;
     std::string removedNode;  ///< "" for a page that wasn't removed
 };
 
+db::Outcome<Publication> refuse(std::string_view code) {
+    return db::refuse(Publication{std::string(code), {}});
+}
+
 using NoteRemoval = std::function<void()>;
 
-Publication publishOrRemove(db::Connection& connection, PageId pageId, const Publisher& publisher,
-                            const NoteRemoval& noteRemoval) {
+db::Outcome<Publication> publishOrRemove(db::Connection& connection, PageId pageId, const Actor& publisher,
+                                         const NoteRemoval& noteRemoval) {
     const auto page = takeDesignPage(connection, pageId);
-    if (const std::string_view refusal = refusalOf(page); !refusal.empty()) return {std::string(refusal), {}};
-    if (page->deleteStatus != 1) return {publish(connection, *page, publisher), {}};
-    noteRemoval();
-    removeBranch(connection, page->nodeId);
-    return {std::string(status::done), page->nodeId};
+    if (const std::string_view refusal = refusalOf(page); !refusal.empty()) return refuse(refusal);
+    if (page->deleteStatus == 1) {
+        noteRemoval();
+        removeBranch(connection, page->nodeId);
+        return db::commit(Publication{std::string(status::done), page->nodeId});
+    }
+    if (!isLive(connection, page->pageId)) {
+        if (!hasLiveParent(connection, page->nodeId)) return refuse(parentNotLive);
+        addLivePageOnline(connection, page->pageId);
+    }
+    return db::commit(Publication{copyAll(connection, *page, publisher), {}});
 }
 
 /// All of it, or nothing.
-Publication run(HostContext& host, PageId pageId, const Publisher& publisher,
-                const NoteRemoval& noteRemoval) {
-    try {
-        const auto own = db::openOwn(host);
-        db::Transaction transaction(*own);
-        Publication done = publishOrRemove(*own, pageId, publisher, noteRemoval);
-        if (!isRefused(done.result)) transaction.commit();
-        return done;
-    } catch (const std::exception& error) {
-        warnOf(host, operationName, text::fromNumber(pageId), error);
-        return {std::string(status::failed), {}};
-    }
+db::Outcome<Publication> run(HostContext& host, PageId pageId, const Actor& publisher,
+                             const NoteRemoval& noteRemoval) {
+    const Publication failed{std::string(status::failed), {}};
+    return db::tryInOwnTransaction(
+        host, runOn(operationName, text::fromNumber(pageId)), failed,
+        [&](db::Connection& own) { return publishOrRemove(own, pageId, publisher, noteRemoval); });
+}
+
+bool isRefused(std::string_view result) {
+    return result.starts_with('-');
 }
 
 }  // namespace
@@ -101,11 +103,12 @@ std::string cManager::publishPage(const std::string& pageIdent) try {
     const PageIdentity page = identify(connection(), pageIdent);
     if (page.pageId <= 0 || page.nodeId.empty()) return std::string(noSuchPage);
     const std::string ident = text::fromNumber(page.pageId);
-    const auto [result, removedNode] = run(host_, page.pageId, {author_.loginId, host_.clock.now()}, [&] {
+    const auto outcome = run(host_, page.pageId, actor(), [&] {
         // While the page's title can still be read, and whatever becomes of the transaction.
         addAuditTrail(ident, "", std::string(removal::action), std::string(removal::description));
     });
-    if (isRefused(result)) return result;
+    const auto& [result, removedNode] = outcome.value;
+    if (!outcome.isCommitted) return result;
     if (!removedNode.empty()) {
         followUp(host_, operationName, ident, [&, &node = removedNode] {
             SharedFiles files(host_);

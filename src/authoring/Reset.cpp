@@ -1,12 +1,11 @@
 // cManager: the design goes back to what is live.
 
-#include <optional>
-
 #include "authoring/LiveCopy.h"
 #include "authoring/RunReport.h"
 #include "authoring/StatusCodes.h"
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
+#include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 
@@ -78,27 +77,18 @@ std::string statusText(db::Connection& connection, PageId pageId) {
     return text;
 }
 
-struct Reset {
-    std::string result;
-    bool isDone = false;
-};
-
-/// All of it, or nothing.
-Reset run(HostContext& host, PageId pageId, int loginId) {
-    try {
-        const auto own = db::openOwn(host);
-        db::Transaction transaction(*own);
-        const std::string_view refusal = refusalOf(*own, pageId, loginId);
-        if (!refusal.empty()) return {std::string(refusal)};
-        own->execute(updateDesign, {pageId, pageId});
-        std::string result = statusText(*own, pageId);
-        for (const std::string_view statement : contentStatements) own->execute(statement, {pageId});
-        transaction.commit();
-        return {std::move(result), true};
-    } catch (const std::exception& error) {
-        warnOf(host, operationName, text::fromNumber(pageId), error);
-        return {std::string(status::failed)};
-    }
+/// All of it, or nothing. The page's statuses as they are then, or a refusal.
+db::Outcome<std::string> run(HostContext& host, PageId pageId, int loginId) {
+    const auto reset = [&](db::Connection& own) {
+        const std::string_view refusal = refusalOf(own, pageId, loginId);
+        if (!refusal.empty()) return db::refuse(std::string(refusal));
+        own.execute(updateDesign, {pageId, pageId});
+        std::string result = statusText(own, pageId);
+        for (const std::string_view statement : contentStatements) own.execute(statement, {pageId});
+        return db::commit(std::move(result));
+    };
+    const std::string what = runOn(operationName, text::fromNumber(pageId));
+    return db::tryInOwnTransaction(host, what, status::failed, reset);
 }
 
 }  // namespace
@@ -107,12 +97,12 @@ std::string cManager::resetPage(const std::string& pageIdent) try {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
     const PageId pageId = pageIdFrom(connection(), pageIdent);
     if (pageId <= 0) return std::string(neverPublished);
-    const Reset reset = run(host_, pageId, author_.loginId);
-    if (reset.isDone) {
+    const auto reset = run(host_, pageId, author_.loginId);
+    if (reset.isCommitted) {
         const std::string ident = text::fromNumber(pageId);
         followUp(host_, operationName, ident, [&] { addAuditTrail(ident, "", "reset", ""); });
     }
-    return reset.result;
+    return reset.value;
 } catch (...) {
     raiseFrom("resetPage !");
 }

@@ -15,11 +15,6 @@ inline std::string runOn(std::string_view operation, std::string_view ident) {
     return std::string(operation).append(" of page ").append(ident);
 }
 
-inline void warnOf(HostContext& host, std::string_view operation, std::string_view ident,
-                   const std::exception& error) {
-    warnOf(host.log, runOn(operation, ident), error);
-}
-
 /// Runs what follows on a change of a page and can't undo it any more.
 template <typename Work>
 void followUp(HostContext& host, std::string_view operation, std::string_view ident, Work&& work) {

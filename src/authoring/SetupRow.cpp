@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "accounts/Actor.h"
 #include "authoring/HeldNumber.h"
 #include "authoring/PageBuffer.h"
 #include "platform/Errors.h"
@@ -95,21 +96,21 @@ int groupIdOf(db::Connection& connection, std::string_view entry) {
 
 }  // namespace
 
-void insertSetup(db::Connection& connection, const PageBuffer& page, const Editing& editing) {
+void insertSetup(db::Connection& connection, const PageBuffer& page, const Actor& editor) {
     constexpr std::string_view fresh = "N";
     constexpr std::string_view modified = "M";
     const Flags flags = flagsOf(page);
     auto values = setupOf(page, flags);
     // What has no content is as good as changed: it can be published as it is.
     values.insert(values.end(),
-                  {hasBodies(kindOf(page.type)) ? fresh : modified, editing.loginId, editing.now});
+                  {hasBodies(kindOf(page.type)) ? fresh : modified, editor.loginId, editor.now});
     connection.execute(insertPage, values);
 }
 
-bool updateSetup(db::Connection& connection, const PageBuffer& page, const Editing& editing) {
+bool updateSetup(db::Connection& connection, const PageBuffer& page, const Actor& editor) {
     const Flags flags = flagsOf(page);
     auto values = setupOf(page, flags);
-    values.insert(values.end(), {editing.loginId, editing.now, page.pageId, page.nodeId, editing.loginId});
+    values.insert(values.end(), {editor.loginId, editor.now, page.pageId, page.nodeId, editor.loginId});
     return connection.execute(updatePage, values) > 0;
 }
 

@@ -1,5 +1,6 @@
 // cManager: a page's way from its author to its approval.
 
+#include "accounts/Actor.h"
 #include "authoring/PageStatus.h"
 #include "authoring/StatusCodes.h"
 #include "authoring/cManager.h"
@@ -23,28 +24,28 @@ constexpr std::string_view marked =
     "lockedBy = null, lockingDate = null, deletedBy = ?, deletingDate = ?, emailNotification = ?";
 constexpr std::string_view unmarked = "deletedBy = null, deletingDate = null, emailNotification = ?";
 
-PageChange takeOut(const PageStatus& page, const WorkflowStep& step) {
+PageChange takeOut(const PageStatus& page, const Actor& actor) {
     if (page.isApproved()) return PageChange::refuse(wrongState);
-    if (page.isLockedByOther(step.loginId)) return PageChange::refuse(locked);
+    if (page.isLockedByOther(actor.loginId)) return PageChange::refuse(locked);
     if (page.isLocked()) return PageChange(page);
     PageStatus taken = page;
     taken.approveStatus = 0;
     taken.lockStatus = 1;
-    taken.lockedBy = step.loginId;
-    taken.lockingDate = step.now;
+    taken.lockedBy = actor.loginId;
+    taken.lockingDate = actor.now;
     taken.deleteStatus = 0;
-    return {taken, checkedOut, {step.loginId, step.now}};
+    return {taken, checkedOut, {actor.loginId, actor.now}};
 }
 
-PageChange giveBack(const PageStatus& page, const WorkflowStep& step) {
+PageChange giveBack(const PageStatus& page, const Actor& actor, const WorkflowRules& rules) {
     if (page.isApproved()) return PageChange::refuse(status::failed);
-    if (page.isLockedByOther(step.loginId)) return PageChange::refuse(locked);
+    if (page.isLockedByOther(actor.loginId)) return PageChange::refuse(locked);
     PageStatus kept = page;
     kept.deleteStatus = 0;
-    return release(kept, step, page.isModified());
+    return release(kept, actor, rules, page.isModified());
 }
 
-PageChange judge(const PageStatus& page, const WorkflowStep& step, int state) {
+PageChange judge(const PageStatus& page, const Actor& actor, const WorkflowRules& rules, int state) {
     const bool approves = state == 1;
     if (approves && !page.isModified() && page.deleteStatus == 0) return PageChange::refuse(wrongState);
     if (page.isLocked()) return PageChange::refuse(locked);
@@ -52,19 +53,19 @@ PageChange judge(const PageStatus& page, const WorkflowStep& step, int state) {
     wanted.lockStatus = 0;
     wanted.approveStatus = state;
     const bool awaitsMail = page.isModified() || page.isMarked() || approves;
-    return {wanted, judged, {step.loginId, step.now, notificationFlag(step.application, awaitsMail)}};
+    return {wanted, judged, {actor.loginId, actor.now, notificationFlag(rules, awaitsMail)}};
 }
 
-PageChange markOrUnmark(const PageStatus& page, const WorkflowStep& step, bool marks) {
+PageChange markOrUnmark(const PageStatus& page, const Actor& actor, const WorkflowRules& rules, bool marks) {
     if (page.isApproved()) return PageChange::refuse(wrongState);
-    if (page.isLockedByOther(step.loginId)) return PageChange::refuse(locked);
+    if (page.isLockedByOther(actor.loginId)) return PageChange::refuse(locked);
     PageStatus wanted = page;
     wanted.lockStatus = 0;
     wanted.approveStatus = 0;
     wanted.deleteStatus = marks ? 1 : 0;
-    const int notified = notificationFlag(step.application, marks || page.isModified());
+    const int notified = notificationFlag(rules, marks || page.isModified());
     if (!marks) return {wanted, unmarked, {notified}};
-    return {wanted, marked, {step.loginId, step.now, notified}};
+    return {wanted, marked, {actor.loginId, actor.now, notified}};
 }
 
 template <typename Decide>
@@ -76,9 +77,9 @@ PageOutcome change(db::Connection& connection, const std::string& pageIdent, Dec
 
 std::string cManager::checkOut(const std::string& pageIdent) try {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
-    const WorkflowStep step{author_.loginId, host_.clock.now(), host_.application};
+    const Actor actor = this->actor();
     const auto outcome =
-        change(connection(), pageIdent, [&](const PageStatus& page) { return takeOut(page, step); });
+        change(connection(), pageIdent, [&](const PageStatus& page) { return takeOut(page, actor); });
     if (outcome.isRefused()) return std::string(outcome.code);
     page_.approveStatus = 0;
     page_.lockStatus = 1;
@@ -95,16 +96,17 @@ std::string cManager::checkOut(const std::string& pageIdent) try {
 
 std::string cManager::checkIn(const std::string& pageIdent) try {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
-    const WorkflowStep step{author_.loginId, host_.clock.now(), host_.application};
+    const Actor actor = this->actor();
+    const WorkflowRules rules = workflowRules(host_.application);
     const auto outcome =
-        change(connection(), pageIdent, [&](const PageStatus& page) { return giveBack(page, step); });
+        change(connection(), pageIdent, [&](const PageStatus& page) { return giveBack(page, actor, rules); });
     if (outcome.isRefused()) return std::string(outcome.code);
     const bool approves = outcome.after.isApproved();
     if (approves) {
         page_.approveStatus = 1;
         // The number, not the name: callers know it so.
         page_.approvedBy = std::to_string(author_.loginId);
-        page_.approvingDate = step.now;
+        page_.approvingDate = actor.now;
     }
     page_.deleteStatus = 0;
     page_.lockStatus = 0;
@@ -119,9 +121,10 @@ std::string cManager::checkIn(const std::string& pageIdent) try {
 
 std::string cManager::approvePage(const std::string& pageIdent, int state) try {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
-    const WorkflowStep step{author_.loginId, host_.clock.now(), host_.application};
-    const auto outcome =
-        change(connection(), pageIdent, [&](const PageStatus& page) { return judge(page, step, state); });
+    const Actor actor = this->actor();
+    const WorkflowRules rules = workflowRules(host_.application);
+    const auto outcome = change(connection(), pageIdent,
+                                [&](const PageStatus& page) { return judge(page, actor, rules, state); });
     if (outcome.isRefused()) return std::string(outcome.code);
     page_.lockStatus = 0;
     page_.approveStatus = state;
@@ -134,12 +137,14 @@ std::string cManager::approvePage(const std::string& pageIdent, int state) try {
 std::string cManager::deletePage(const std::string& pageIdent, int state) try {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
     const bool marks = state != 0;
-    const WorkflowStep step{author_.loginId, host_.clock.now(), host_.application};
-    const auto outcome = change(connection(), pageIdent,
-                                [&](const PageStatus& page) { return markOrUnmark(page, step, marks); });
+    const Actor actor = this->actor();
+    const WorkflowRules rules = workflowRules(host_.application);
+    const auto outcome = change(connection(), pageIdent, [&](const PageStatus& page) {
+        return markOrUnmark(page, actor, rules, marks);
+    });
     if (outcome.isRefused()) return std::string(outcome.code);
     page_.deletedBy = marks ? author_.fullname : std::string();
-    page_.deletingDate = marks ? step.now : noDate;
+    page_.deletingDate = marks ? actor.now : noDate;
     if (marks) {
         page_.lockStatus = 0;
         page_.lockedBy.clear();

@@ -36,13 +36,14 @@ std::string cManager::approvePages(const std::string& pageList) try {
 }
 
 std::string cManager::unlockPages(const std::string& pageList) try {
-    const WorkflowStep step{author_.loginId, host_.clock.now(), host_.application};
+    const Actor actor = this->actor();
+    const WorkflowRules rules = workflowRules(host_.application);
     const auto unlock = [&](const PageStatus& page) {
         if (!page.isLocked()) return PageChange::refuse(nothingToDo);
         // For login 0 the question would be another one.
         const bool isHolderOnline = page.lockedBy > 0 && getLoginState(static_cast<int>(page.lockedBy));
-        if (page.isLockedByOther(author_.loginId) && isHolderOnline) return PageChange::refuse(held);
-        return release(page, step, page.isModified() || page.isMarked());
+        if (page.isLockedByOther(actor.loginId) && isHolderOnline) return PageChange::refuse(held);
+        return release(page, actor, rules, page.isModified() || page.isMarked());
     };
     PageIdentList list(pageList);
     list.pass([&](const std::string& entry) {

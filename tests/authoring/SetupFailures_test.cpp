@@ -191,12 +191,12 @@ TEST_P(SetupFailuresTest, TheWritingItselfTestsTheLock) {
     record.nodeId = "aa.en.02";
     record.type = "P";
     record.title = "Written";
-    const Editing editing{anna, host.clock.now()};
+    const Actor editor{.loginId = anna, .now = host.clock.now()};
     connection().execute("update TORVEX_PAGES_DESIGN set lockStatus = 1, lockedBy = 8 where pageId = 12");
-    EXPECT_FALSE(updateSetup(connection(), record, editing));
+    EXPECT_FALSE(updateSetup(connection(), record, editor));
     EXPECT_EQ(column("title", 12), "Twelve");
     connection().execute("update TORVEX_PAGES_DESIGN set lockStatus = 1, lockedBy = 7 where pageId = 12");
-    EXPECT_TRUE(updateSetup(connection(), record, editing));
+    EXPECT_TRUE(updateSetup(connection(), record, editor));
     EXPECT_EQ(column("title", 12), "Written");
 }
 
