@@ -1,6 +1,5 @@
 // cManager: the register of languages, and their character sets.
 
-#include "records/SiteCodes.h"
 #include "administration/SiteDirectories.h"
 #include "administration/SiteRegister.h"
 #include "administration/SiteRemoval.h"
@@ -13,6 +12,7 @@
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/RegisterLock.h"
+#include "records/SiteCodes.h"
 #include "records/Websites.h"
 #include "replication/SharedFiles.h"
 

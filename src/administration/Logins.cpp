@@ -1,5 +1,7 @@
 // cManager: the door of the authoring side.
 
+#include "accounts/Logins.h"
+
 #include <optional>
 
 #include "accounts/AccessFilter.h"
@@ -25,9 +27,6 @@ constexpr std::string_view freeOwnRow =
 
 constexpr std::string_view freeRow =
     "update TORVEX_LOGINS set sessionId = '', currentSite = '', siteLock = '' where loginId = ?";
-
-constexpr std::string_view selectSession = "select sessionId from TORVEX_LOGINS where loginId = ?";
-constexpr std::string_view selectSessionByName = "select sessionId from TORVEX_LOGINS where username = ?";
 
 std::string callersAddress(const HostContext& host) {
     return std::string(text::trim(host.request.serverVariable("remote_addr")));
@@ -114,15 +113,9 @@ void cManager::endLogin(int loginId) try {
 }
 
 bool cManager::getLoginState(int loginId) try {
-    if (loginId != 0) {
-        auto rows = connection().query(selectSession, {loginId});
-        return rows.next() && !text::trim(rows.text("sessionId")).empty();
-    }
-    const std::string username = host_.session.text("torvex_username");
-    if (isAdministrator(username)) return true;
-    if (username.empty()) return false;
-    auto rows = connection().query(selectSessionByName, {username});
-    return rows.next() && text::equals(rows.text("sessionId"), host_.session.id());
+    if (loginId != 0) return isOnline(connection(), loginId);
+    const Actor session = actorOf(host_);
+    return session.isAdministrator() || ownsItsLogin(connection(), session);
 } catch (...) {
     // Pages ask this on the way to anything else: who can't be found to be logged in isn't.
     return false;

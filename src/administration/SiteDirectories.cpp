@@ -1,11 +1,11 @@
 #include "administration/SiteDirectories.h"
 
-#include "records/SiteCodes.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
+#include "records/SiteCodes.h"
 #include "replication/SharedFiles.h"
 
 namespace torvex {

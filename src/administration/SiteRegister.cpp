@@ -1,10 +1,10 @@
 #include "administration/SiteRegister.h"
 
-#include "records/SiteCodes.h"
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
+#include "records/SiteCodes.h"
 
 namespace torvex {
 

@@ -4,7 +4,6 @@
 #include <fmt/format.h>
 #include <span>
 
-#include "records/SiteCodes.h"
 #include "administration/SiteRegister.h"
 #include "authoring/StatusCodes.h"
 #include "platform/HostContext.h"
@@ -12,6 +11,7 @@
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/RegisterLock.h"
+#include "records/SiteCodes.h"
 
 namespace torvex {
 

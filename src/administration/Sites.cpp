@@ -1,6 +1,5 @@
 // cManager: the register of sites.
 
-#include "records/SiteCodes.h"
 #include "administration/SiteDirectories.h"
 #include "administration/SiteRegister.h"
 #include "administration/SiteRemoval.h"
@@ -13,6 +12,7 @@
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/RegisterLock.h"
+#include "records/SiteCodes.h"
 #include "replication/SharedFiles.h"
 
 namespace torvex {

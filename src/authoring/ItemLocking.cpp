@@ -3,6 +3,8 @@
 #include <cmath>
 #include <limits>
 
+#include "accounts/Actor.h"
+#include "accounts/AdvancedRights.h"
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
@@ -31,7 +33,7 @@ int entryOf(std::string_view itemId) {
 bool cManager::lockItem(const std::string& item, const std::string& itemId) try {
     const LockSeeker seeker{host_.session.id(), author_.loginId};
     if (!isConfiguration(item)) return takeItem(connection(), item, itemId, seeker);
-    return checkAdvRights("edit", entryOf(itemId)) &&
+    return mayUseEntry(connection(), actor(), "edit", entryOf(itemId)) &&
            takeConfiguration(connection(), host_.application, seeker);
 } catch (...) {
     raiseFrom("lockItem !");

@@ -90,7 +90,7 @@ std::string cManager::saveNewPageSetup(const std::string& site, const std::strin
                                        const std::string& parentIdent, const std::string& insertIdent) try {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
     const std::string parent = parentNode(*this, parentIdent);
-    if (!isSite(site) || !isLang(lang)) return std::string(status::failed);
+    if (!websiteExists(connection(), site, lang)) return std::string(status::failed);
     const SetupPlace place{.site = text::lower(site),
                            .lang = text::lower(lang),
                            .parent = parent,
@@ -98,7 +98,7 @@ std::string cManager::saveNewPageSetup(const std::string& site, const std::strin
                            .isRoot = parent.empty(),
                            .types = kindsOfNewPages};
     normaliseTitleAndType(page_);
-    std::string_view code = checkSetup(*this, page_, place);
+    std::string_view code = checkSetup(*this, connection(), page_, place);
     if (code.empty()) code = findNode(*this, page_, place);
     if (!code.empty()) return std::string(code);
     const auto outcome = db::tryInOwnTransaction(

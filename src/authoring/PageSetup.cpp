@@ -109,8 +109,8 @@ std::string cManager::savePageSetup(const std::string& pageIdent) try {
                            .isRoot = page_.nodeId.size() == PageIdentity::rootLength,
                            .types = kindsOfPages};
     normaliseTitleAndType(page_);
-    if (!isSite(place.site) || !isLang(place.lang)) return std::string(unknownWebsite);
-    const std::string_view code = checkSetup(*this, page_, place);
+    if (!websiteExists(connection(), place.site, place.lang)) return std::string(unknownWebsite);
+    const std::string_view code = checkSetup(*this, connection(), page_, place);
     if (!code.empty()) return std::string(code);
     const auto outcome =
         db::tryInOwnTransaction(host_, runOn(operationName, place.itself), status::failed,

@@ -2,7 +2,10 @@
 
 #include "authoring/PageBuffer.h"
 #include "authoring/cManager.h"
+#include "platform/Errors.h"
+#include "platform/db/Connection.h"
 #include "platform/text/Text.h"
+#include "records/Existence.h"
 #include "records/PageIdentity.h"
 #include "records/PageKind.h"
 #include "records/SystemBranch.h"
@@ -35,8 +38,8 @@ bool isFlag(int value) {
 /// The tests in their order, each with the normalisation that belongs to it.
 class SetupTest {
   public:
-    SetupTest(cManager& manager, PageBuffer& page, const SetupPlace& place)
-        : manager_(manager), page_(page), place_(place) {}
+    SetupTest(cManager& manager, db::Connection& connection, PageBuffer& page, const SetupPlace& place)
+        : manager_(manager), connection_(connection), page_(page), place_(place) {}
 
     std::string_view run() {
         for (const auto test :
@@ -48,6 +51,8 @@ class SetupTest {
     }
 
   private:
+    using Exists = bool (*)(db::Connection&, int);
+
     std::string_view title() {
         if (place_.parent.empty()) return passed;
         const bool taken = manager_.isPageTitle(place_.parent, page_.title, "D", place_.itself) ||
@@ -69,7 +74,7 @@ class SetupTest {
             page_.appSystemFolder = noPage;
             return passed;
         }
-        if (!manager_.isApplication(page_.appId)) return badApplication;
+        if (!isKnown("isApplication !", applicationExists, page_.appId)) return badApplication;
         page_.appParamPublic = parameters(page_.appParamPublic);
         page_.appParamAdmin = parameters(page_.appParamAdmin);
         return page_.appSystemFolder > 0 && !hasSystemFolder() ? badSystemFolder : passed;
@@ -85,15 +90,19 @@ class SetupTest {
     }
 
     std::string_view design() {
-        if (!mayStand(page_.baseTemplateId, &cManager::isBaseTemplate)) return badBaseTemplate;
-        if (!mayStand(page_.templateId, &cManager::isTemplate)) return badTemplate;
-        if (!mayStand(page_.stylesheetId, &cManager::isStylesheet)) return badStylesheet;
+        if (!mayStand("isBaseTemplate !", baseTemplateExists, page_.baseTemplateId)) return badBaseTemplate;
+        if (!mayStand("isTemplate !", templateExists, page_.templateId)) return badTemplate;
+        if (!mayStand("isStylesheet !", stylesheetExists, page_.stylesheetId)) return badStylesheet;
         return passed;
     }
 
     /// 0 inherits, which a root can't.
-    bool mayStand(int id, bool (cManager::*isKnown)(int)) {
-        return id == 0 ? !place_.isRoot : (manager_.*isKnown)(id);
+    bool mayStand(std::string_view line, Exists exists, int id) {
+        return id == 0 ? !place_.isRoot : isKnown(line, exists, id);
+    }
+
+    bool isKnown(std::string_view line, Exists exists, int id) {
+        return asLevel(line, [&] { return exists(connection_, id); });
     }
 
     std::string_view navigation() {
@@ -141,6 +150,7 @@ class SetupTest {
     }
 
     cManager& manager_;
+    db::Connection& connection_;
     PageBuffer& page_;
     const SetupPlace& place_;
 };
@@ -153,8 +163,14 @@ void normaliseTitleAndType(PageBuffer& page) {
     page.type = text::upper(page.type);
 }
 
-std::string_view checkSetup(cManager& manager, PageBuffer& page, const SetupPlace& place) {
-    return SetupTest(manager, page, place).run();
+std::string_view checkSetup(cManager& manager, db::Connection& connection, PageBuffer& page,
+                            const SetupPlace& place) {
+    return SetupTest(manager, connection, page, place).run();
+}
+
+bool websiteExists(db::Connection& connection, std::string_view site, std::string_view lang) {
+    return asLevel("isSite !", [&] { return siteExists(connection, site); }) &&
+           asLevel("isLang !", [&] { return languageExists(connection, lang); });
 }
 
 }  // namespace torvex

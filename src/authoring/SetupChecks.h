@@ -7,6 +7,9 @@ namespace torvex {
 
 class cManager;
 struct PageBuffer;
+namespace db {
+class Connection;
+}
 
 /// Why the setup of a page is refused.
 namespace setupCode {
@@ -43,7 +46,12 @@ void normaliseTitleAndType(PageBuffer& page);
 
 /// Goes through the record in the order that callers know, brings each field into the form in which it is
 /// stored, and tests it. The code of the first one that is wrong, "" when all are right; the record stays as
-/// far as it was brought. Reads and writes nothing but the record. Throws what the manager throws.
-std::string_view checkSetup(cManager& manager, PageBuffer& page, const SetupPlace& place);
+/// far as it was brought. Reads and writes nothing but the record. A look-up that fails has the line of the
+/// operation that answers the same to callers outside.
+std::string_view checkSetup(cManager& manager, db::Connection& connection, PageBuffer& page,
+                            const SetupPlace& place);
+
+/// Whether there is a website to put a page into.
+bool websiteExists(db::Connection& connection, std::string_view site, std::string_view lang);
 
 }  // namespace torvex

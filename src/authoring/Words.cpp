@@ -1,5 +1,6 @@
 // cManager: words of the interface and the names of logins.
 
+#include "accounts/Logins.h"
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
@@ -12,9 +13,6 @@ namespace torvex {
 namespace {
 
 constexpr double unknownLoginLabel = 2560;
-
-constexpr std::string_view selectName = "select name from TORVEX_LOGINS where loginId = ?";
-constexpr std::string_view selectLoginId = "select loginId from TORVEX_LOGINS where username = ?";
 
 }  // namespace
 
@@ -30,18 +28,14 @@ std::string cManager::bracketedWord(double label) {
 }
 
 std::string cManager::getLoginName(int loginId) try {
-    auto rows = connection().query(selectName, {loginId});
-    const std::string name(rows.next() ? text::trim(rows.text("name")) : std::string_view());
+    const std::string name = fullnameOf(connection(), loginId);
     return name.empty() ? bracketedWord(unknownLoginLabel) : name;
 } catch (...) {
     raiseFrom("getLoginName !");
 }
 
 int cManager::getLoginId(const std::string& username) try {
-    const std::string_view wanted = text::trim(username);
-    if (wanted.empty()) return author_.loginId;
-    auto rows = connection().query(selectLoginId, {wanted});
-    return rows.next() ? static_cast<int>(rows.number("loginId")) : -1;
+    return text::trim(username).empty() ? author_.loginId : loginIdOf(connection(), username);
 } catch (...) {
     raiseFrom("getLoginId !");
 }

@@ -1,5 +1,7 @@
 // cManager: steps of the workflow for lists of pages, and the pages that are checked out.
 
+#include "accounts/Actor.h"
+#include "accounts/Logins.h"
 #include "authoring/PageIdentList.h"
 #include "authoring/PageStatus.h"
 #include "authoring/cManager.h"
@@ -40,8 +42,8 @@ std::string cManager::unlockPages(const std::string& pageList) try {
     const WorkflowRules rules = workflowRules(host_.application);
     const auto unlock = [&](const PageStatus& page) {
         if (!page.isLocked()) return PageChange::refuse(nothingToDo);
-        // For login 0 the question would be another one.
-        const bool isHolderOnline = page.lockedBy > 0 && getLoginState(static_cast<int>(page.lockedBy));
+        const bool isHolderOnline =
+            page.lockedBy > 0 && isOnline(connection(), static_cast<int>(page.lockedBy));
         if (page.isLockedByOther(actor.loginId) && isHolderOnline) return PageChange::refuse(held);
         return release(page, actor, rules, page.isModified() || page.isMarked());
     };

@@ -19,6 +19,7 @@ namespace db {
 template <typename Result>
 struct Outcome;
 }
+class EditRights;
 class PageModules;
 struct PageIdentity;
 struct HostContext;
@@ -540,6 +541,8 @@ class cManager {
     void loadSessionState();
     /// The object's login at this moment, for the functions that work in its name.
     Actor actor() const;
+    EditRights editRights(const std::string& site, const std::string& lang, const std::string& pageIdent,
+                          const std::string& username);
     /// A word of the interface language that stands in for a missing name.
     std::string bracketedWord(double label);
     /// Removes an administrative record in one transaction and writes the line of the trail when `advId` is

@@ -31,4 +31,12 @@ struct ResponseEnded {};
 /// it ("getPage!", "getNodeId !").
 [[noreturn]] void raiseFrom(std::string_view function);
 
+/// Runs a part of an operation that operators know by a name of its own: what it throws gets its line too.
+template <typename Work>
+auto asLevel(std::string_view function, Work&& work) -> decltype(work()) try {
+    return work();
+} catch (...) {
+    raiseFrom(function);
+}
+
 }  // namespace torvex

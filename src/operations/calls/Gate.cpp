@@ -3,9 +3,11 @@
 #include <algorithm>
 
 #include "accounts/Actor.h"
+#include "accounts/AdvancedRights.h"
+#include "accounts/EditRights.h"
 #include "accounts/LoginAttempt.h"
+#include "accounts/Logins.h"
 #include "authoring/PageIdentList.h"
-#include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
@@ -60,56 +62,58 @@ class Values {
     const std::vector<Value>& values_;
 };
 
-/// In the site and language where the page is, not where a caller says that it is.
-bool mayEdit(cManager& manager, const std::string& action, const PageIdentity& page) {
-    return page.isValid() && manager.checkEditRights(action, std::string(siteOf(page.nodeId)),
-                                                     std::string(langOf(page.nodeId)), page.nodeId);
-}
+/// Who calls, and by what it is looked up what he may do.
+struct Caller {
+    db::Connection& connection;
+    const Actor& actor;
+};
 
-bool mayEditAll(cManager& manager, db::Connection& connection, const std::string& action,
-                const PageIdentList& pages) {
+/// In the site and language where the page is, not where a caller says that it is.
+bool mayEditAll(const Caller& caller, EditTask task, const PageIdentList& pages) {
     const auto& entries = pages.entries();
     return std::all_of(entries.begin(), entries.end(), [&](const std::string& entry) {
-        return mayEdit(manager, action, identify(connection, entry));
+        const PageIdentity page = identify(caller.connection, entry);
+        return page.isValid() && mayEditPage(caller.connection, caller.actor, task, page.nodeId);
     });
 }
 
-bool hasEditRight(cManager& manager, db::Connection& connection, const Right& right, const Values& values) {
+bool hasEditRight(const Caller& caller, const Right& right, const Values& values) {
+    const auto task = editTaskOf(right.detail);
+    if (!task) return false;
     const PageIdentList pages(values.text(right.page));
-    if (!pages.entries().empty()) return mayEditAll(manager, connection, right.detail, pages);
+    if (!pages.entries().empty()) return mayEditAll(caller, *task, pages);
     if (right.site.empty() || right.lang.empty()) return false;
-    const std::string site = values.text(right.site);
-    const std::string lang = values.text(right.lang);
-    if (!right.page.empty()) return manager.checkEditRights(right.detail, site, lang);
-    return !manager.getLoginScope(site, lang, right.detail).empty();
+    const std::string site = text::lowerTrim(values.text(right.site));
+    const std::string lang = text::lowerTrim(values.text(right.lang));
+    const auto isAllowed = right.page.empty() ? mayEditSomewhere : mayEditTree;
+    return isAllowed(caller.connection, caller.actor, *task, site, lang);
 }
 
-bool hasAccess(cManager& manager, const Right& right, const Values& values) {
-    return manager.checkAdvRights(right.detail, right.advId, values.text(right.site),
-                                  values.text(right.lang));
+bool hasAccess(const Caller& caller, const Right& right, const Values& values) {
+    return mayUseEntry(caller.connection, caller.actor, right.detail, right.advId, values.text(right.site),
+                       values.text(right.lang));
 }
 
 Verdict verdictFor(bool allowed) {
     return allowed ? Verdict() : noRight();
 }
 
-Verdict judge(cManager& manager, db::Connection& connection, const Right& right, const Values& values,
-              const std::string& name) {
+Verdict judge(const Caller& caller, const Right& right, const Values& values, const std::string& name) {
     if (right.kind == Right::Kind::Visitor) return {};
     if (right.kind == Right::Kind::Nobody) return outOfReach(name);
-    if (!manager.getLoginState()) return notLoggedIn();
+    if (!ownsItsLogin(caller.connection, caller.actor)) return notLoggedIn();
     switch (right.kind) {
         case Right::Kind::AnyLogin:
             return {};
         case Right::Kind::EditRight:
-            return verdictFor(hasEditRight(manager, connection, right, values));
+            return verdictFor(hasEditRight(caller, right, values));
         case Right::Kind::AdvancedRight:
-            return verdictFor(hasAccess(manager, right, values));
+            return verdictFor(hasAccess(caller, right, values));
         case Right::Kind::OneselfOrAdvancedRight:
-            return verdictFor(values.number(right.login) == manager.loginId() ||
-                              hasAccess(manager, right, values));
+            return verdictFor(values.number(right.login) == caller.actor.loginId ||
+                              hasAccess(caller, right, values));
         case Right::Kind::OnlySa:
-            return verdictFor(isAdministrator(manager.username()));
+            return verdictFor(caller.actor.isAdministrator());
         default:
             return outOfReach(name);
     }
@@ -139,10 +143,9 @@ LoginAttempt attemptOf(GuessThrottle& throttle, const HostContext& host, const O
 }  // namespace
 
 Verdict Gate::mayCall(const Operation& operation, const std::vector<Value>& values) {
-    cManager manager(host_);
-    manager.connect(connection_);
+    const Actor actor = actorOf(host_);
     const Verdict verdict =
-        judge(manager, connection_, operation.right, Values(operation.arguments, values), operation.name);
+        judge({connection_, actor}, operation.right, Values(operation.arguments, values), operation.name);
     if (!verdict.isAllowed()) return verdict;
     if (const auto* name = withheldIn(operation, values)) return outOfReach("The argument " + *name);
     if (!operation.passwordTest || !isTyped(values)) return {};
@@ -151,9 +154,7 @@ Verdict Gate::mayCall(const Operation& operation, const std::vector<Value>& valu
 }
 
 Verdict Gate::mayUse(const Property& property) {
-    cManager manager(host_);
-    manager.connect(connection_);
-    return judge(manager, connection_, property.right, Values({}, {}), property.name);
+    return judge({connection_, actorOf(host_)}, property.right, Values({}, {}), property.name);
 }
 
 void Gate::called(const Operation& operation, const std::vector<Value>& values, const Value& result) {
