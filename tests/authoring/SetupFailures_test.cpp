@@ -6,6 +6,7 @@
 #include <set>
 #include <thread>
 
+#include "accounts/Actor.h"
 #include "authoring/PageBuffer.h"
 #include "authoring/SetupRow.h"
 #include "platform/text/Text.h"
@@ -191,7 +192,7 @@ TEST_P(SetupFailuresTest, TheWritingItselfTestsTheLock) {
     record.nodeId = "aa.en.02";
     record.type = "P";
     record.title = "Written";
-    const Actor editor{.loginId = anna, .now = host.clock.now()};
+    Actor editor = actorOf(host.context());
     connection().execute("update TORVEX_PAGES_DESIGN set lockStatus = 1, lockedBy = 8 where pageId = 12");
     EXPECT_FALSE(updateSetup(connection(), record, editor));
     EXPECT_EQ(column("title", 12), "Twelve");
