@@ -204,7 +204,7 @@ TEST_P(SetupFailuresTest, TheWritingItselfTestsTheLock) {
 TEST_P(SetupFailuresTest, ANodeCannotBeGivenTwice) {
     PageBuffer record;
     record.nodeId = "AA.en.02";
-    EXPECT_THROW(insertSetup(connection(), record, {anna, host.clock.now()}), db::DatabaseError);
+    EXPECT_THROW(insertSetup(connection(), record, actorOf(host.context())), db::DatabaseError);
 }
 
 // ---- Authors at once ----
