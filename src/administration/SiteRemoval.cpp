@@ -1,10 +1,9 @@
 #include "administration/SiteRemoval.h"
 
-#include <array>
 #include <fmt/format.h>
-#include <span>
 
 #include "administration/SiteRegister.h"
+#include "authoring/OwnedRows.h"
 #include "authoring/StatusCodes.h"
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
@@ -28,83 +27,6 @@ constexpr std::string_view countPagesOfLanguage =
 constexpr std::string_view countSites = "select count(*) as total from TORVEX_SITES";
 constexpr std::string_view countLanguages = "select count(*) as total from TORVEX_LANGUAGES";
 
-// What hangs on rows that are gone; in the order in which they go after those.
-constexpr std::array forumOrphans{
-    std::string_view("delete from TORVEX_FORUM_REACTIONS where reaction_forumId not in "
-                     "(select forum_Id from TORVEX_FORUM_LIVE)"),
-    std::string_view("delete from TORVEX_FORUM_TOPICS where topic_forumId not in "
-                     "(select forum_Id from TORVEX_FORUM_LIVE)"),
-};
-constexpr std::array newsflashOrphans{
-    std::string_view("delete from TORVEX_NEWSFLASH_CATEGORIES_DESIGN where nf_id not in "
-                     "(select nf_id from TORVEX_NEWSFLASH_DESIGN)"),
-    std::string_view("delete from TORVEX_NEWSFLASH_CATEGORIES_LIVE where nf_id not in "
-                     "(select nf_id from TORVEX_NEWSFLASH_LIVE)"),
-    std::string_view("delete from TORVEX_NEWSFLASH_CATEGORIES_DESIGN where msgB_id not in "
-                     "(select msgB_id from TORVEX_MSGB_CATEGORIES_DESIGN)"),
-    std::string_view("delete from TORVEX_NEWSFLASH_CATEGORIES_LIVE where msgB_id not in "
-                     "(select msgB_id from TORVEX_MSGB_CATEGORIES_LIVE)"),
-};
-
-constexpr std::array siteBeforeForumOrphans{
-    std::string_view("delete from TORVEX_ADVANCED_RIGHTS where site = ?"),
-    std::string_view("delete from TORVEX_BASETEMPLATES where btpl_site = ?"),
-    std::string_view("delete from TORVEX_DOCUMENTS where doc_site = ?"),
-    std::string_view("delete from TORVEX_DOCUMENTS_FOLDERS where fld_site = ?"),
-    std::string_view("delete from TORVEX_EDIT_RIGHTS where site = ?"),
-    std::string_view("delete from TORVEX_FOLDERS_GROUPS where fld_site = ?"),
-    std::string_view("delete from TORVEX_FORUM_DESIGN where forum_site = ?"),
-    std::string_view("delete from TORVEX_FORUM_LIVE where forum_site = ?"),
-};
-constexpr std::array siteBeforeNewsflashOrphans{
-    std::string_view("delete from TORVEX_IMAGES where img_site = ?"),
-    std::string_view("delete from TORVEX_IMAGES_FOLDERS where fld_site = ?"),
-    std::string_view("delete from TORVEX_METADATA where metadata_site = ?"),
-    std::string_view("delete from TORVEX_MSGB_CATEGORIES_DESIGN where msgB_site = ?"),
-    std::string_view("delete from TORVEX_MSGB_CATEGORIES_LIVE where msgB_site = ?"),
-    std::string_view("delete from TORVEX_MSGB_ITEMS_DESIGN where msgB_site = ?"),
-    std::string_view("delete from TORVEX_MSGB_ITEMS_LIVE where msgB_site = ?"),
-    std::string_view("delete from TORVEX_NEWSFLASH_DESIGN where site = ?"),
-    std::string_view("delete from TORVEX_NEWSFLASH_LIVE where site = ?"),
-};
-constexpr std::array siteAtLast{
-    std::string_view("delete from TORVEX_SITES where site = ?"),
-    std::string_view("delete from TORVEX_SITES_LANGUAGES where site = ?"),
-    std::string_view("delete from TORVEX_STYLESHEETS where ss_site = ?"),
-    std::string_view("delete from TORVEX_TEMPLATES where tpl_site = ?"),
-};
-
-constexpr std::array languageBeforeForumOrphans{
-    std::string_view("delete from TORVEX_ADVANCED_RIGHTS where lang = ?"),
-    std::string_view("delete from TORVEX_BASETEMPLATES where btpl_lang = ?"),
-    std::string_view("delete from TORVEX_EDIT_RIGHTS where lang = ?"),
-    std::string_view("delete from TORVEX_FORUM_DESIGN where forum_lang = ?"),
-    std::string_view("delete from TORVEX_FORUM_LIVE where forum_lang = ?"),
-};
-constexpr std::array languageBeforeNewsflashOrphans{
-    std::string_view("delete from TORVEX_LANGUAGES where lang = ?"),
-    std::string_view("delete from TORVEX_MSGB_CATEGORIES_DESIGN where msgB_lang = ?"),
-    std::string_view("delete from TORVEX_MSGB_CATEGORIES_LIVE where msgB_lang = ?"),
-    std::string_view("delete from TORVEX_MSGB_ITEMS_DESIGN where msgB_lang = ?"),
-    std::string_view("delete from TORVEX_MSGB_ITEMS_LIVE where msgB_lang = ?"),
-    std::string_view("delete from TORVEX_NEWSFLASH_DESIGN where lang = ?"),
-    std::string_view("delete from TORVEX_NEWSFLASH_LIVE where lang = ?"),
-};
-constexpr std::array languageAtLast{
-    std::string_view("delete from TORVEX_SITES_LANGUAGES where lang = ?"),
-    std::string_view("delete from TORVEX_STYLESHEETS where ss_lang = ?"),
-    std::string_view("delete from TORVEX_TEMPLATES where tpl_lang = ?"),
-};
-
-void runFor(db::Connection& transaction, std::span<const std::string_view> statements,
-            std::string_view code) {
-    for (const std::string_view statement : statements) transaction.execute(statement, {code});
-}
-
-void runAll(db::Connection& transaction, std::span<const std::string_view> statements) {
-    for (const std::string_view statement : statements) transaction.execute(statement);
-}
-
 double total(db::Rows rows) {
     return rows.next() ? rows.number("total") : 0;
 }
@@ -123,26 +45,12 @@ struct Kind {
     std::string_view (*partOfPlace)(std::string_view place);  ///< of where a login works
     std::string_view countPages;
     std::string_view countAll;
-    std::span<const std::string_view> beforeForumOrphans;
-    std::span<const std::string_view> beforeNewsflashOrphans;
-    std::span<const std::string_view> atLast;
+    void (*removeRows)(db::Connection& transaction, std::string_view code);
 };
-constexpr Kind siteKind{"site",
-                        selectSiteName,
-                        siteOfPlace,
-                        countPagesOfSite,
-                        countSites,
-                        siteBeforeForumOrphans,
-                        siteBeforeNewsflashOrphans,
-                        siteAtLast};
-constexpr Kind languageKind{"language",
-                            selectLanguageName,
-                            langOfPlace,
-                            countPagesOfLanguage,
-                            countLanguages,
-                            languageBeforeForumOrphans,
-                            languageBeforeNewsflashOrphans,
-                            languageAtLast};
+constexpr Kind siteKind{"site",          selectSiteName, siteOfPlace,
+                        countPagesOfSite, countSites,     removeRowsOfSite};
+constexpr Kind languageKind{"language",           selectLanguageName, langOfPlace,
+                            countPagesOfLanguage, countLanguages,     removeRowsOfLanguage};
 
 bool othersWorkIn(db::Connection& connection, const Kind& kind, std::string_view code, int ownLogin) {
     auto rows = connection.query(selectOthers, {ownLogin});
@@ -161,14 +69,6 @@ std::string_view refusalOf(db::Connection& connection, const Kind& kind, std::st
     return total(connection.query(kind.countAll)) == 1 ? removal::isLast : std::string_view();
 }
 
-void removeRows(db::Connection& transaction, const Kind& kind, std::string_view code) {
-    runFor(transaction, kind.beforeForumOrphans, code);
-    runAll(transaction, forumOrphans);
-    runFor(transaction, kind.beforeNewsflashOrphans, code);
-    runAll(transaction, newsflashOrphans);
-    runFor(transaction, kind.atLast, code);
-}
-
 Removal removeEntry(HostContext& host, const Kind& kind, const std::string& code, int ownLogin) {
     const auto refuse = [](std::string_view refusal) {
         return db::refuse(Removal{std::string(refusal), {}});
@@ -182,7 +82,7 @@ Removal removeEntry(HostContext& host, const Kind& kind, const std::string& code
         // Another one would only take folders that are none of the register's.
         if (!isCode(code)) return refuse(status::failed);
         isRemoving = true;
-        removeRows(own, kind, code);
+        kind.removeRows(own, code);
         return db::commit(Removal{{}, std::move(name)});
     };
     try {

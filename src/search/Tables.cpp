@@ -1,0 +1,13 @@
+#include "search/Tables.h"
+
+namespace torvex {
+
+std::span<const OwnedTable> searchTables() {
+    static constexpr OwnedTable tables[] = {
+        {.name = "TORVEX_SEARCH", .page = "search_pageId", .turn = PageTurn::Search},
+        {.name = "TORVEX_SEARCH_LOG", .page = "search_pageId", .turn = PageTurn::Search},
+    };
+    return tables;
+}
+
+}  // namespace torvex
