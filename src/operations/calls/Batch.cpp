@@ -7,7 +7,7 @@
 
 #include "installation/Setup.h"
 #include "operations/calls/BatchLogin.h"
-#include "operations/calls/BatchRun.h"
+#include "operations/calls/CallRun.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
@@ -49,9 +49,18 @@ void store(const BatchRequest& request, HostContext& host) {
     for (const auto& [key, value] : request.application) host.application.set(key, value);
 }
 
-void runSteps(const operations::Register& classes, HostContext& host, const BatchRequest& request,
-              BatchAnswer& answer) {
-    BatchRun run(classes, host);
+/// Runs a step of the owner's, whatever its kind.
+struct StepRun {
+    Value operator()(const SessionRead& step) { return host.session.get(step.key); }
+    Value operator()(const ApplicationRead& step) { return host.application.get(step.key); }
+    Value operator()(const auto& call) { return calls.run(call).result; }
+
+    HostContext& host;
+    CallRun calls;
+};
+
+void runSteps(const Register& classes, HostContext& host, const BatchRequest& request, BatchAnswer& answer) {
+    StepRun run{host, CallRun(classes, host, CommandLine{})};
     for (const auto& step : request.steps) {
         try {
             answer.results.push_back(std::visit(run, step));
@@ -67,7 +76,7 @@ void runSteps(const operations::Register& classes, HostContext& host, const Batc
 
 }  // namespace
 
-BatchEngine::BatchEngine(const operations::Register& classes, const Services& services)
+BatchEngine::BatchEngine(const Register& classes, const Services& services)
     : classes_(classes), services_(services) {
     if (sodium_init() < 0) throw Error("the source of random numbers is missing");
 }

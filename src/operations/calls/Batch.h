@@ -13,14 +13,14 @@
 
 namespace torvex::operations {
 
-/// Runs requests without a browser, each given as a line of JSON, on the public classes: for scripts, and for
-/// tests that drive the whole system. Visitors' sessions last as long as the engine.
+/// Runs the owner's requests without a browser, each given as a line of JSON, on the public classes: for
+/// scripts, and for tests that drive the whole system. Visitors' sessions last as long as the engine.
 ///
 /// Safe to use from several threads: the requests of one visitor run one at a time, those of different
 /// visitors in parallel.
 class BatchEngine {
   public:
-    BatchEngine(const operations::Register& classes, const Services& services);
+    BatchEngine(const Register& classes, const Services& services);
     ~BatchEngine();
 
     /// The answer to one line, without a line break. Never throws for what a line asks or a step does: that
@@ -34,7 +34,7 @@ class BatchEngine {
     Visitor& visitorNamed(const std::string& name);
     void runFor(Visitor& visitor, const BatchRequest& request, BatchAnswer& answer);
 
-    const operations::Register& classes_;
+    const Register& classes_;
     const Services services_;
     std::mutex mutex_;  ///< guards the map, not what it points to
     std::map<std::string, std::unique_ptr<Visitor>> visitors_;

@@ -38,8 +38,8 @@ Value valueOf(const json::value& given, const std::string& where) {
     refuse(where, "null, true, false, a number or a text");
 }
 
-operations::GivenValues valuesOf(const json::value& given, const std::string& where) {
-    operations::GivenValues values;
+GivenValues valuesOf(const json::value& given, const std::string& where) {
+    GivenValues values;
     for (const auto& [name, value] : objectOf(given, where)) {
         values.emplace_back(name, valueOf(value, where + ": " + quoted(name)));
     }
@@ -79,7 +79,7 @@ std::string fieldOf(const json::object& given, std::string_view name, const std:
 
 Step operationStep(const json::object& given, const std::string& where) {
     allowOnly(given, {"on", "do", "with"}, where);
-    OperationStep step{fieldOf(given, "on", where), fieldOf(given, "do", where), {}};
+    Call step{fieldOf(given, "on", where), fieldOf(given, "do", where), {}};
     if (const auto* with = given.if_contains("with")) step.arguments = valuesOf(*with, where + ": \"with\"");
     return step;
 }
@@ -88,8 +88,8 @@ Step setStep(const json::object& given, const std::string& where) {
     allowOnly(given, {"on", "set", "to"}, where);
     const auto* value = given.if_contains("to");
     if (!value) throw Error(where + " has no field \"to\"");
-    return SetStep{fieldOf(given, "on", where), fieldOf(given, "set", where),
-                   valueOf(*value, where + ": \"to\"")};
+    return PropertyWrite{fieldOf(given, "on", where), fieldOf(given, "set", where),
+                         valueOf(*value, where + ": \"to\"")};
 }
 
 Step stepOf(const json::value& value, const std::string& where) {
@@ -98,15 +98,15 @@ Step stepOf(const json::value& value, const std::string& where) {
     if (given.contains("set")) return setStep(given, where);
     if (given.contains("get")) {
         allowOnly(given, {"on", "get"}, where);
-        return GetStep{fieldOf(given, "on", where), fieldOf(given, "get", where)};
+        return PropertyRead{fieldOf(given, "on", where), fieldOf(given, "get", where)};
     }
     if (given.contains("session")) {
         allowOnly(given, {"session"}, where);
-        return SessionStep{fieldOf(given, "session", where)};
+        return SessionRead{fieldOf(given, "session", where)};
     }
     if (given.contains("application")) {
         allowOnly(given, {"application"}, where);
-        return ApplicationStep{fieldOf(given, "application", where)};
+        return ApplicationRead{fieldOf(given, "application", where)};
     }
     throw Error(where + R"( must have one of "do", "get", "set", "session", "application")");
 }

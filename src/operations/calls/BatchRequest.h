@@ -6,6 +6,7 @@
 #include <variant>
 #include <vector>
 
+#include "operations/calls/Call.h"
 #include "operations/register/PublicObject.h"
 #include "platform/DateTime.h"
 #include "platform/Request.h"
@@ -13,36 +14,22 @@
 
 namespace torvex::operations {
 
-/// The steps of one request. `object` is a class's given name, with "#" and a tag for a further object of it.
-struct OperationStep {
-    std::string object;
-    std::string operation;
-    operations::GivenValues arguments;
-};
-struct GetStep {
-    std::string object;
-    std::string property;
-};
-struct SetStep {
-    std::string object;
-    std::string property;
-    Value value;
-};
-struct SessionStep {
+struct SessionRead {
     std::string key;
 };
-struct ApplicationStep {
+struct ApplicationRead {
     std::string key;
 };
-using Step = std::variant<OperationStep, GetStep, SetStep, SessionStep, ApplicationStep>;
+using Step = std::variant<Call, PropertyRead, PropertyWrite, SessionRead, ApplicationRead>;
 
-/// One request that is run without a browser: what the visitor sends, the state it finds, and what is called.
+/// One request that the owner of the installation runs without a browser: what the visitor sends, the state
+/// it finds, and what is called.
 struct BatchRequest {
     std::optional<DateTime> now;  ///< none: the real time
     std::string visitor = "1";    ///< the name of the session
     std::optional<std::string> login;
-    operations::GivenValues session;      ///< stored before the steps
-    operations::GivenValues application;  ///< stored before the steps
+    GivenValues session;      ///< stored before the steps
+    GivenValues application;  ///< stored before the steps
     std::string query;
     NamedValues form;
     NamedValues serverVariables;

@@ -16,16 +16,20 @@
 
 namespace torvex::operations {
 
-namespace {
-
 using Kind = Verdict::Kind;
 
 Verdict outOfReach(const std::string& name) {
     return {Kind::OutOfReach, name + " can't be used over the network."};
 }
 
+namespace {
+
 Verdict notLoggedIn() {
     return {Kind::NotLoggedIn, "You are not logged in."};
+}
+
+Verdict withheld(const std::string& argument) {
+    return {Kind::Withheld, "The argument " + argument + " can't be given over the network."};
 }
 
 Verdict noRight() {
@@ -98,11 +102,10 @@ Verdict verdictFor(bool allowed) {
     return allowed ? Verdict() : noRight();
 }
 
+/// Of somebody who may ask.
 Verdict judge(const Caller& caller, const Right& right, const Values& values, const std::string& name) {
-    if (right.kind == Right::Kind::Visitor) return {};
-    if (right.kind == Right::Kind::Nobody) return outOfReach(name);
-    if (!ownsItsLogin(caller.connection, caller.actor)) return notLoggedIn();
     switch (right.kind) {
+        case Right::Kind::Visitor:
         case Right::Kind::AnyLogin:
             return {};
         case Right::Kind::EditRight:
@@ -142,18 +145,26 @@ LoginAttempt attemptOf(GuessThrottle& throttle, const HostContext& host, const O
 
 }  // namespace
 
+Verdict Gate::mayAsk(const Right& right, const std::string& name) {
+    if (right.kind == Right::Kind::Visitor) return {};
+    if (right.kind == Right::Kind::Nobody) return outOfReach(name);
+    return ownsItsLogin(connection_, actorOf(host_)) ? Verdict() : notLoggedIn();
+}
+
 Verdict Gate::mayCall(const Operation& operation, const std::vector<Value>& values) {
     const Actor actor = actorOf(host_);
     const Verdict verdict =
         judge({connection_, actor}, operation.right, Values(operation.arguments, values), operation.name);
     if (!verdict.isAllowed()) return verdict;
-    if (const auto* name = withheldIn(operation, values)) return outOfReach("The argument " + *name);
+    if (const auto* name = withheldIn(operation, values)) return withheld(*name);
     if (!operation.passwordTest || !isTyped(values)) return {};
     const auto wait = attemptOf(throttle_, host_, operation, values).wait();
     return wait.count() > 0 ? tooManyTries(wait) : Verdict();
 }
 
 Verdict Gate::mayUse(const Property& property) {
+    const Verdict verdict = mayAsk(property.right, property.name);
+    if (!verdict.isAllowed()) return verdict;
     return judge({connection_, actorOf(host_)}, property.right, Values({}, {}), property.name);
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <chrono>
 #include <string>
 #include <vector>
 
+#include "operations/calls/Verdict.h"
 #include "operations/register/Register.h"
 
 namespace torvex {
@@ -16,26 +16,9 @@ class Connection;
 
 namespace torvex::operations {
 
-/// What the gate says to a caller.
-struct Verdict {
-    enum class Kind {
-        Allowed,
-        OutOfReach,   ///< nobody may do this over the network
-        NotLoggedIn,  ///< nobody is, or the session has lost its login
-        NoRight,      ///< the login hasn't got the right for what the arguments name
-        Wait          ///< too many wrong passwords from this address or for this name
-    };
-
-    Kind kind = Kind::Allowed;
-    std::string message;           ///< says why not, for people; "" when it is allowed
-    std::chrono::seconds wait{0};  ///< for `Wait`: when to come back
-
-    bool isAllowed() const { return kind == Kind::Allowed; }
-};
-
-/// What a caller from outside has to pass before an operation runs or a property is read or set. It goes by
-/// the row's right and the login that the visitor's session owns at that moment, and denies what it doesn't
-/// know. Callers on this machine (the command line) don't pass it.
+/// What a caller from the network has to pass before an operation runs or a property is read or set;
+/// `CallRun` sees to it. It goes by the row's right and the login that the visitor's session owns at that
+/// moment, and denies what it doesn't know.
 ///
 /// Made for one request; one thread uses it. Throws what the database throws: the caller is then refused
 /// too. A row that names an argument it hasn't got is a programming error and throws as well.
@@ -45,7 +28,9 @@ class Gate {
     Gate(HostContext& host, db::Connection& connection, GuessThrottle& throttle)
         : host_(host), connection_(connection), throttle_(throttle) {}
 
-    /// `values` are the converted arguments, in order (see `arrange`).
+    /// Whether this is within the network's reach, and the caller is who may ask for the rest.
+    Verdict mayAsk(const Right& right, const std::string& name);
+    /// Whether somebody who may ask may do it with these arguments: converted, in order (see `arrange`).
     Verdict mayCall(const Operation& operation, const std::vector<Value>& values);
     Verdict mayUse(const Property& property);
 

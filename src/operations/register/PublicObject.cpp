@@ -22,14 +22,16 @@ std::size_t positionOf(const Operation& operation, const std::string& name) {
         return text::equals(argument.name, name);
     });
     if (found != arguments.end()) return static_cast<std::size_t>(found - arguments.begin());
-    throw Error(operation.name + ": there is no argument \"" + name + "\"; the arguments are " +
-                namesOf(arguments));
+    throw ArgumentError(
+        operation.name + ": there is no argument \"" + name + "\"; the arguments are " + namesOf(arguments),
+        name);
 }
 
 Value converted(const Operation& operation, const Argument& argument, const Value& given) try {
     return convert(given, argument.type);
 } catch (const Error& error) {
-    throw Error(operation.name + ": argument \"" + argument.name + "\" " + error.what());
+    throw ArgumentError(operation.name + ": argument \"" + argument.name + "\" " + error.what(),
+                        argument.name);
 }
 
 }  // namespace
@@ -38,14 +40,16 @@ std::vector<Value> arrange(const Operation& operation, const GivenValues& given)
     std::vector<const Value*> sources(operation.arguments.size());
     for (const auto& [name, value] : given) {
         auto& source = sources[positionOf(operation, name)];
-        if (source) throw Error(operation.name + ": argument \"" + name + "\" is given twice");
+        if (source) throw ArgumentError(operation.name + ": argument \"" + name + "\" is given twice", name);
         source = &value;
     }
     std::vector<Value> values;
     for (std::size_t i = 0; i < sources.size(); ++i) {
         const auto& argument = operation.arguments[i];
         if (!sources[i] && argument.defaultValue) sources[i] = &*argument.defaultValue;
-        if (!sources[i]) throw Error(operation.name + ": argument \"" + argument.name + "\" is missing");
+        if (!sources[i])
+            throw ArgumentError(operation.name + ": argument \"" + argument.name + "\" is missing",
+                                argument.name);
         values.push_back(converted(operation, argument, *sources[i]));
     }
     return values;
@@ -54,7 +58,7 @@ std::vector<Value> arrange(const Operation& operation, const GivenValues& given)
 Value PublicObject::call(std::string_view name, const GivenValues& arguments) {
     const auto* operation = entry_.findOperation(name);
     if (!operation) throw Error(entry_.name + " has no operation \"" + std::string(name) + "\"");
-    return operation->invoke(object_.get(), arrange(*operation, arguments));
+    return invoke(*operation, arrange(*operation, arguments));
 }
 
 Value PublicObject::get(std::string_view name) const {
@@ -64,12 +68,13 @@ Value PublicObject::get(std::string_view name) const {
 void PublicObject::set(std::string_view name, const Value& value) {
     const auto& property = propertyNamed(name);
     if (!property.set)
-        throw Error("the property \"" + property.name + "\" of " + entry_.name + " is read-only");
+        throw ArgumentError("the property \"" + property.name + "\" of " + entry_.name + " is read-only",
+                            property.name);
     Value wanted;
     try {
         wanted = convert(value, property.type);
     } catch (const Error& error) {
-        throw Error("the property \"" + property.name + "\" " + error.what());
+        throw ArgumentError("the property \"" + property.name + "\" " + error.what(), property.name);
     }
     property.set(object_.get(), wanted);
 }

@@ -31,7 +31,7 @@ none. *Any author* is whoever is logged in, in a session that still holds the lo
 *access* name what a role of the login must give, and for what: a page (each one of a list), a site and
 language, or the whole installation where nothing is named. *Oneself* is the login whose number is given,
 if it is the caller's own. *sa* has every right. What is *not over the network* is nobody's there, nor is an
-argument that says so: it keeps its default.
+argument that says so: it keeps its default. One that is *filled* gets the right's entry, whatever is sent.
 )";
 
 /// What the right must cover.
@@ -74,16 +74,17 @@ std::string cell(std::string_view content) {
     return text::replaceAll(content, "|", "\\|");
 }
 
-std::string argumentText(const Argument& argument) {
+std::string argumentText(const Operation& operation, const Argument& argument) {
     std::string line = '`' + argument.name + "` " + std::string(typeName(argument.type));
     if (argument.defaultValue) line += " = `" + literal(*argument.defaultValue) + '`';
+    if (operation.isFilledByGate(argument)) line += " (filled over the network)";
     return argument.withheld ? line + " (not over the network)" : line;
 }
 
 std::string argumentsText(const Operation& operation) {
     std::string lines;
     for (const auto& argument : operation.arguments) {
-        lines += (lines.empty() ? "" : "<br>") + argumentText(argument);
+        lines += (lines.empty() ? "" : "<br>") + argumentText(operation, argument);
     }
     return lines;
 }

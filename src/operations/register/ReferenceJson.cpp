@@ -56,10 +56,11 @@ json::object rightJson(const Right& right) {
     return out;
 }
 
-json::object argumentJson(const Argument& argument) {
+json::object argumentJson(const Operation& operation, const Argument& argument) {
     json::object out{{"name", textJson(argument.name)}, {"type", textJson(typeName(argument.type))}};
     if (argument.defaultValue) out["default"] = valueJson(*argument.defaultValue);
     if (argument.withheld) out["withheld"] = true;
+    if (operation.isFilledByGate(argument)) out["filled"] = true;
     return out;
 }
 
@@ -86,7 +87,7 @@ json::array codesJson(const Operation& operation) {
 
 json::object rowJson(const Operation& operation) {
     json::array arguments;
-    for (const auto& argument : operation.arguments) arguments.push_back(argumentJson(argument));
+    for (const auto& argument : operation.arguments) arguments.push_back(argumentJson(operation, argument));
     json::object out{{"name", textJson(operation.name)},
                      {"summary", textJson(operation.summary)},
                      {"effect", textJson(effectName(operation.effect))},

@@ -53,8 +53,16 @@ const Property* ClassEntry::findProperty(std::string_view wanted) const {
     return findByName(properties, wanted);
 }
 
+bool Operation::isFilledByGate(const Argument& argument) const {
+    return right.advId != 0 && argument.defaultValue && text::equals(argument.name, "advId");
+}
+
+const ClassEntry* Register::findClass(std::string_view name) const {
+    return findByName(classes_, name);
+}
+
 const ClassEntry& Register::find(std::string_view name) const {
-    if (const auto* entry = findByName(classes_, name)) return *entry;
+    if (const auto* entry = findClass(name)) return *entry;
     std::string known;
     for (const auto& entry : classes_) known += (known.empty() ? "" : ", ") + entry.name;
     throw Error("there is no class \"" + std::string(name) + "\"; the classes are " + known);

@@ -102,6 +102,10 @@ struct Operation {
     std::optional<PasswordTest> passwordTest = {};
     /// Takes the object and one converted value for each argument, in order.
     std::function<Value(void*, const std::vector<Value>&)> invoke = {};
+
+    /// Whether a caller from the network gets the entry of the row's right for the argument, whatever she
+    /// sends: it is the `advId` for the audit trail, without which a change would leave no line there.
+    bool isFilledByGate(const Argument& argument) const;
 };
 
 struct Property {
@@ -133,7 +137,9 @@ class Register {
     explicit Register(std::vector<ClassEntry> classes) : classes_(std::move(classes)) {}
 
     const std::vector<ClassEntry>& classes() const { return classes_; }
-    /// Names ignore case. Throws `Error` that names the classes when there is none.
+    /// Names ignore case; null when there is none.
+    const ClassEntry* findClass(std::string_view name) const;
+    /// The same; throws `Error` that names the classes when there is none.
     const ClassEntry& find(std::string_view name) const;
 
   private:

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+
+namespace torvex::operations {
+
+/// What the gate says to a caller.
+struct Verdict {
+    enum class Kind {
+        Allowed,
+        OutOfReach,   ///< nobody may do this over the network, or there is no such thing
+        NotLoggedIn,  ///< nobody is, or the session has lost its login
+        NoRight,      ///< the login hasn't got the right for what the arguments name
+        Withheld,     ///< an argument was given that nobody may give over the network
+        Wait          ///< too many wrong passwords from this address or for this name
+    };
+
+    Kind kind = Kind::Allowed;
+    std::string message;           ///< says why not, for people; "" when it is allowed
+    std::chrono::seconds wait{0};  ///< for `Wait`: when to come back
+
+    bool isAllowed() const { return kind == Kind::Allowed; }
+};
+
+/// To a caller from outside, what isn't there and what is out of reach look the same.
+Verdict outOfReach(const std::string& name);
+
+}  // namespace torvex::operations
