@@ -10,23 +10,23 @@ namespace torvex::cli {
 
 namespace {
 
-operations::OperationStep stepOf(const CallOptions& options) {
+operations::Call callOf(const CallOptions& options) {
     const auto dot = options.target.find('.');
     if (dot == std::string::npos)
         throw Error("an operation is named as CLASS.OPERATION, not " + options.target);
-    operations::OperationStep step{options.target.substr(0, dot), options.target.substr(dot + 1), {}};
+    operations::Call call{options.target.substr(0, dot), options.target.substr(dot + 1), {}};
     for (const auto& argument : options.arguments) {
         const auto equals = argument.find('=');
         if (equals == std::string::npos) throw Error("an argument is given as name=value, not " + argument);
-        step.arguments.emplace_back(argument.substr(0, equals), argument.substr(equals + 1));
+        call.arguments.emplace_back(argument.substr(0, equals), argument.substr(equals + 1));
     }
-    return step;
+    return call;
 }
 
 operations::BatchRequest requestOf(const CallOptions& options) {
     operations::BatchRequest request;
     if (!options.login.empty()) request.login = options.login;
-    request.steps.emplace_back(stepOf(options));
+    request.steps.emplace_back(callOf(options));
     return request;
 }
 

@@ -8,7 +8,7 @@
 
 namespace torvex::cli {
 
-/// One operation from the command line: `CLASS.OPERATION name=value ...`.
+/// One operation as the command line names it: `CLASS.OPERATION name=value ...`.
 struct CallOptions {
     std::string target;                  ///< "CLASS.OPERATION"
     std::vector<std::string> arguments;  ///< "name=value"

@@ -2,7 +2,6 @@
 
 #include <ostream>
 
-#include "cli/CallCommand.h"
 #include "cli/OpenInstallation.h"
 #include "installation/Setup.h"
 #include "operations/calls/Batch.h"
@@ -20,8 +19,7 @@ ExitCode call(const CallFrameOptions& options, const Environment& environment, c
         operations::runBatch(engine, terminal.in, terminal.out);
         return ExitCode::Ok;
     }
-    const CallOptions one{options.target, options.arguments, options.login, options.json};
-    return runCall(engine, one, terminal.out, terminal.err) == 0 ? ExitCode::Ok : ExitCode::Failed;
+    return runCall(engine, options.one, terminal.out, terminal.err) == 0 ? ExitCode::Ok : ExitCode::Failed;
 }
 
 ExitCode reference(const ReferenceOptions& options, const Terminal& terminal) {

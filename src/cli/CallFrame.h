@@ -2,19 +2,16 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
+#include "cli/CallCommand.h"
 #include "cli/Terminal.h"
 
 namespace torvex::cli {
 
 struct CallFrameOptions {
     std::optional<std::string> install;
-    std::string target;                  ///< "CLASS.OPERATION"
-    std::vector<std::string> arguments;  ///< "name=value"
-    std::string login;                   ///< the author who calls; "" for none
-    bool json = false;
-    bool batch = false;  ///< requests come as lines of JSON from the terminal; the rest is left empty
+    bool batch = false;  ///< requests come as lines of JSON from the terminal
+    CallOptions one;     ///< what to call otherwise
 };
 
 struct ReferenceOptions {

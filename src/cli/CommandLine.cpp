@@ -140,15 +140,15 @@ class Parser {
         addInstall(app, call_.install);
         auto* batch =
             app.add_flag("--batch", call_.batch, "read requests as lines of JSON from standard input");
-        auto* target = app.add_option("OPERATION", call_.target, "CLASS.OPERATION")->type_name("");
-        app.add_option("ARGUMENTS", call_.arguments, "its arguments, each as name=value")->type_name("");
-        app.add_option("--login", call_.login, "username of the author who calls")
+        auto* target = app.add_option("OPERATION", call_.one.target, "CLASS.OPERATION")->type_name("");
+        app.add_option("ARGUMENTS", call_.one.arguments, "its arguments, each as name=value")->type_name("");
+        app.add_option("--login", call_.one.login, "username of the author who calls")
             ->type_name("NAME")
             ->excludes(batch);
-        app.add_flag("--json", call_.json, "print the whole answer as a line of JSON")->excludes(batch);
+        app.add_flag("--json", call_.one.json, "print the whole answer as a line of JSON")->excludes(batch);
         target->excludes(batch);
         app.callback([this] {
-            if (!call_.batch && call_.target.empty()) throw CLI::RequiredError("OPERATION or --batch");
+            if (!call_.batch && call_.one.target.empty()) throw CLI::RequiredError("OPERATION or --batch");
         });
     }
 

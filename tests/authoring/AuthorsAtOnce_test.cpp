@@ -10,7 +10,7 @@
 #include <set>
 #include <thread>
 
-#include "operations/calls/BatchRun.h"
+#include "operations/calls/CallRun.h"
 #include "operations/register/Register.h"
 #include "platform/db/ConnectionSource.h"
 #include "platform/text/Text.h"
@@ -122,9 +122,9 @@ class Desk {
     std::string run(const std::string& operation, int page, int state = -1) {
         operations::GivenValues arguments{{"pageIdent", Value(std::to_string(page))}};
         if (state >= 0) arguments.emplace_back("state", Value(state));
-        operations::BatchRun request(classes_, host_.context());
+        operations::CallRun calls(classes_, host_.context(), operations::CommandLine{});
         const std::string result =
-            request(operations::OperationStep{"cManager", operation, arguments}).text();
+            calls.run(operations::Call{"cManager", operation, arguments}).result.text();
         if (text::isNumeric(result)) {
             journal_.refused(operation, result);
             return result;
@@ -149,14 +149,13 @@ class Desk {
             if (rows.next()) counted = text::toNumber(rows.text("bodyText"));
         }
         std::this_thread::yield();
-        operations::BatchRun request(classes_, host_.context());
-        const std::string result =
-            request(operations::OperationStep{"cManager",
-                                              "saveBody",
-                                              {{"pageIdent", Value(std::to_string(page))},
-                                               {"bodyId", Value(1)},
-                                               {"bodyContent", Value(text::fromNumber(counted + 1))}}})
-                .text();
+        operations::CallRun calls(classes_, host_.context(), operations::CommandLine{});
+        const operations::Call save{"cManager",
+                                    "saveBody",
+                                    {{"pageIdent", Value(std::to_string(page))},
+                                     {"bodyId", Value(1)},
+                                     {"bodyContent", Value(text::fromNumber(counted + 1))}}};
+        const std::string result = calls.run(save).result.text();
         if (result != "0") return journal_.failed("the holder can't save: " + result);
         journal_.did(author_, page, "save body");
         journal_.saved(page);

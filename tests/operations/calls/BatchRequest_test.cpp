@@ -61,28 +61,28 @@ TEST(BatchRequest, ReadsEveryKindOfCallInOrder) {
         {"on":"cServer","do":"getPage","with":{"pageIdent":"12"}}, {"on":"cServer#2","get":"pgAccess"},
         {"on":"HTMLTemplate","set":"strVal","to":"text"}, {"session":"a"}, {"application":"b"}]})");
     ASSERT_EQ(request.steps.size(), 5U);
-    const auto& call = std::get<OperationStep>(request.steps[0]);
+    const auto& call = std::get<Call>(request.steps[0]);
     EXPECT_EQ(call.object, "cServer");
     EXPECT_EQ(call.operation, "getPage");
     ASSERT_EQ(call.arguments.size(), 1U);
     EXPECT_EQ(call.arguments[0].second, Value("12"));
-    EXPECT_EQ(std::get<GetStep>(request.steps[1]).object, "cServer#2");
-    EXPECT_EQ(std::get<SetStep>(request.steps[2]).value, Value("text"));
-    EXPECT_EQ(std::get<SessionStep>(request.steps[3]).key, "a");
-    EXPECT_EQ(std::get<ApplicationStep>(request.steps[4]).key, "b");
+    EXPECT_EQ(std::get<PropertyRead>(request.steps[1]).object, "cServer#2");
+    EXPECT_EQ(std::get<PropertyWrite>(request.steps[2]).value, Value("text"));
+    EXPECT_EQ(std::get<SessionRead>(request.steps[3]).key, "a");
+    EXPECT_EQ(std::get<ApplicationRead>(request.steps[4]).key, "b");
 }
 
 TEST(BatchRequest, KeepsANulInAText) {
     const auto request =
         parseBatchRequest(R"({"calls":[{"on":"HTMLTemplate","set":"strVal","to":"a\u0000b"}]})");
-    EXPECT_EQ(std::get<SetStep>(request.steps[0]).value, Value(std::string("a\0b", 3)));
+    EXPECT_EQ(std::get<PropertyWrite>(request.steps[0]).value, Value(std::string("a\0b", 3)));
 }
 
 TEST(BatchRequest, ReadsALineOfSeveralMegabytes) {
     const std::string text(8U << 20U, 'x');
     const auto request =
         parseBatchRequest(R"({"calls":[{"on":"HTMLTemplate","set":"strVal","to":")" + text + "\"}]}");
-    EXPECT_EQ(std::get<SetStep>(request.steps[0]).value.text().size(), text.size());
+    EXPECT_EQ(std::get<PropertyWrite>(request.steps[0]).value.text().size(), text.size());
 }
 
 TEST(BatchRequest, RefusesWhatIsNoJson) {

@@ -105,7 +105,7 @@ TEST_P(BatchTest, EveryOperationTakesValuesOfItsOwnTypes) {
     for (const auto& entry : classes.classes()) {
         for (const auto& operation : entry.operations) {
             BatchRequest request;
-            OperationStep step{entry.name, operation.name, {}};
+            Call step{entry.name, operation.name, {}};
             for (const auto& argument : operation.arguments) {
                 if (!argument.defaultValue) step.arguments.emplace_back(argument.name, "1");
             }
@@ -123,7 +123,7 @@ TEST_P(BatchTest, EveryPropertyCanBeRead) {
     for (const auto& entry : classes.classes()) {
         for (const auto& property : entry.properties) {
             BatchRequest request;
-            request.steps.emplace_back(GetStep{entry.name, property.name});
+            request.steps.emplace_back(PropertyRead{entry.name, property.name});
             const auto answer = engine_->run(request);
             ASSERT_EQ(answer.results.size(), 1U) << entry.name << '.' << property.name;
             EXPECT_EQ(operations::convert(answer.results[0], property.type), answer.results[0])

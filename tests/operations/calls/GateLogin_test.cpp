@@ -18,9 +18,10 @@ class GateLoginTest : public GateTest {
     void from(const std::string& address) { host.request.setServerVariable("remote_addr", address); }
     const Operation& loginRow() const { return *classes.find("cManager").findOperation("login"); }
     Verdict mayTry(const std::string& name, const std::string& password = "guess") {
-        return gate().mayCall(loginRow(), {name, password});
+        constexpr int noGuess = 2;
+        return ask(loginRow(), {name, password}, noGuess);
     }
-    void tried(const std::string& name, int code) { gate().called(loginRow(), {name, "guess"}, Value(code)); }
+    void tried(const std::string& name, int code) { ask(loginRow(), {name, "guess"}, code); }
     void guess(const std::string& name, int times) {
         for (int i = 0; i < times; ++i) tried(name, 1);
     }
@@ -73,7 +74,7 @@ TEST_P(GateLoginTest, OtherAnswersAreNoGuesses) {
 TEST_P(GateLoginTest, VerifyingTheSessionsLoginAgainIsNoGuess) {
     guess("anna", 10);
     EXPECT_TRUE(mayTry("", "").isAllowed());
-    for (int i = 0; i < 10; ++i) gate().called(loginRow(), {"", ""}, Value(1));
+    for (int i = 0; i < 10; ++i) ask(loginRow(), {"", ""}, 1);
     from("10.0.0.2");
     EXPECT_TRUE(mayTry("ben").isAllowed());
 }
