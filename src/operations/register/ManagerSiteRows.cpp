@@ -14,8 +14,7 @@ std::vector<Row<cManager>> siteRows() {
         writes("addSite", &cManager::addSite,
                {argument("siteId"), argument("siteName"), argument("siteDescription"), argument("advId", 0)},
                "Adds a site with its meta tags and folders.", editAccess(adminEntry::sites))
-            .codes({refusal(false,
-                            "The code isn't one or two characters long, or the name is empty or taken.")}),
+            .codes({refusal(false, "The code can't be used, or the name is empty or taken.")}),
         writes("updateSite", &cManager::updateSite,
                {argument("site"), argument("name"), argument("description"), argument("advId", 0)},
                "Renames and describes a site, and frees its record; an empty name keeps the one it has.",
@@ -42,9 +41,8 @@ std::vector<Row<cManager>> languageRows() {
         writes("addLanguage", &cManager::addLanguage,
                {argument("langId"), argument("langName"), argument("charsetID"), argument("advId", 0)},
                "Adds a language with its folders in all sites.", editAccess(adminEntry::languages))
-            .codes({refusal(false,
-                            "The code isn't two characters long, the name is empty or taken, or there is no "
-                            "such character set.")}),
+            .codes({refusal(
+                false, "The code can't be used, the name is empty or taken, or no character set is given.")}),
         writes("updateLanguage", &cManager::updateLanguage,
                {argument("lang"), argument("name"), argument("charsetID"), argument("advId", 0)},
                "Renames a language, sets its character set and frees its record.",
