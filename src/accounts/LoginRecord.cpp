@@ -1,7 +1,5 @@
 #include "accounts/LoginRecord.h"
 
-#include <array>
-
 #include "accounts/Actor.h"
 #include "accounts/StoredPassword.h"
 #include "platform/DateTime.h"
@@ -40,12 +38,6 @@ constexpr std::string_view insertLogin =
 constexpr std::string_view copySettings =
     "insert into TORVEX_SETUP (parameter, value, dataType, loginId) "
     "select parameter, value, dataType, cast(? as integer) from TORVEX_SETUP where loginId = 1";
-
-constexpr std::array<std::string_view, 3> loginRows{
-    "delete from TORVEX_LOGINS where loginId = ?",
-    "delete from TORVEX_ROLES_LOGINS where loginId = ?",
-    "delete from TORVEX_SETUP where loginId = ?",
-};
 
 std::string cut(std::string_view given, std::size_t longest) {
     return std::string(text::first(text::trim(given), longest));
@@ -144,10 +136,6 @@ SavedLogin addLogin(db::Connection& transaction, const LoginChange& change) {
     const int loginId = namesakeOf(transaction, change.username, 0);
     transaction.execute(copySettings, {loginId});
     return {{}, loginId};
-}
-
-void removeLogin(db::Connection& transaction, int loginId) {
-    for (const std::string_view statement : loginRows) transaction.execute(statement, {loginId});
 }
 
 LoginDetails readLogin(db::Connection& connection, int loginId) {

@@ -50,9 +50,6 @@ SavedLogin changeLogin(db::Connection& transaction, int loginId, const LoginChan
 /// With a copy of the settings of login 1. Of two who add one of the same name at once, one does.
 SavedLogin addLogin(db::Connection& transaction, const LoginChange& change);
 
-/// With its roles and its settings.
-void removeLogin(db::Connection& transaction, int loginId);
-
 /// A login as its row has it, all texts trimmed.
 struct LoginDetails {
     int loginId = 0;  ///< -1 for a row that isn't there; all else is then empty

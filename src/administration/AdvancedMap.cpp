@@ -69,7 +69,7 @@ class MapText {
   private:
     void field(std::string_view content) { text_.append(content).append(fieldEnd); }
 
-    /// Between the last entry and one that lies under this parent.
+    /// How many levels end between the last entry and one with this parent.
     int levelsToClose(std::string parent) {
         if (text::equals(parent, parent_)) return 0;
         const double levels = (lengthOf(parent_) - lengthOf(parent) + 1) / 3.0;

@@ -33,7 +33,7 @@ std::string cManager::getLoginEditRights(const std::string& site, const std::str
     return editRights(site, lang, pageIdent, username).text();
 }
 
-/// A level of its own to operators, whoever of the two asks.
+/// Serves both operations; its failure is raised as "getLoginEditRights" in both.
 EditRights cManager::editRights(const std::string& site, const std::string& lang,
                                 const std::string& pageIdent, const std::string& username) try {
     if (isAdministrator(username.empty() ? author_.username : username)) return EditRights::all();

@@ -9,7 +9,7 @@
 namespace torvex {
 
 bool cManager::isSite(const std::string& site) try {
-    // What can't be a code needs no database to be none.
+    // Answered without a database when the text can't be a code.
     return hasCodeLength(site) && siteExists(connection(), site);
 } catch (...) {
     raiseFrom("isSite !");

@@ -99,7 +99,7 @@ bool make(HostContext& host, const Language& language) {
     return true;
 }
 
-/// The folders that go afterwards fail under another line.
+/// A failure here is raised as "deleteLanguage"; one of the folders, later, as "addLanguage".
 Removal removedEntry(HostContext& host, const std::string& code, int ownLogin) try {
     return removeLanguage(host, code, ownLogin);
 } catch (...) {
@@ -151,7 +151,7 @@ std::string cManager::deleteLanguage(const std::string& lang, int advId) {
             for (const auto& folder : websiteDirectories(host_, site, code)) deleteDirectory(folder);
         }
     } catch (...) {
-        // The line that operators know for it.
+        // Not this operation's name, but the line that operators know for this failure.
         raiseFrom("addLanguage !");
     }
     try {

@@ -3,6 +3,7 @@
 #include "accounts/Actor.h"
 #include "accounts/LoginRecord.h"
 #include "administration/RecordRemoval.h"
+#include "authoring/OwnedRows.h"
 #include "authoring/StatusCodes.h"
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
@@ -68,7 +69,7 @@ std::string cManager::deleteLogin(int loginId, int advId) {
                                 return db::refuse(record::locked);
                             }
                             const std::string name = getLoginName(loginId);
-                            removeLogin(transaction, loginId);
+                            removeRowsOfLogin(transaction, loginId);
                             return db::commit("Login \"" + name + '"');
                         });
 }

@@ -117,7 +117,7 @@ bool cManager::getLoginState(int loginId) try {
     const Actor session = actorOf(host_);
     return session.isAdministrator() || ownsItsLogin(connection(), session);
 } catch (...) {
-    // Pages ask this on the way to anything else: who can't be found to be logged in isn't.
+    // Every page asks this first, so it never fails: an unanswered question means "not logged in".
     return false;
 }
 

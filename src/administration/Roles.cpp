@@ -33,7 +33,7 @@ constexpr std::array<std::string_view, 4> roleRows{
     "delete from TORVEX_ROLES_LOGINS where roleId = ?", "delete from TORVEX_EDIT_RIGHTS where roleId = ?",
     "delete from TORVEX_ADVANCED_RIGHTS where roleId = ?", "delete from TORVEX_ROLES where roleId = ?"};
 
-// With one column that stays empty.
+// The last one is always empty: callers count on the number of columns.
 constexpr std::size_t listColumns = 10;
 
 constexpr int noSuchRight = -1;

@@ -79,7 +79,7 @@ Removal removeEntry(HostContext& host, const Kind& kind, const std::string& code
         if (const auto refusal = refusalOf(own, kind, code, ownLogin); !refusal.empty())
             return refuse(refusal);
         std::string name = firstText(own, kind.selectName, code);
-        // Another one would only take folders that are none of the register's.
+        // A code that is no folder's name would remove files that belong to nobody here.
         if (!isCode(code)) return refuse(status::failed);
         isRemoving = true;
         kind.removeRows(own, code);

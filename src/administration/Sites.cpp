@@ -78,7 +78,7 @@ db::Outcome<bool> insertWithFolders(HostContext& host, db::Connection& transacti
     return db::commit(true);
 }
 
-/// A failure has changed nothing and is told to operators, as the caller only sees that it was none.
+/// False also when it failed: nothing has changed then, and operators are told why.
 bool make(HostContext& host, const NewSite& site) {
     SharedFiles files(host);
     const auto connection = db::openOwn(host);
@@ -96,7 +96,7 @@ bool make(HostContext& host, const NewSite& site) {
     return true;
 }
 
-/// The folders that go afterwards fail under another line.
+/// A failure here is raised as "deleteSite"; one of the folders, later, as "addLanguage".
 Removal removedEntry(HostContext& host, const std::string& code, int ownLogin) try {
     return removeSite(host, code, ownLogin);
 } catch (...) {
@@ -147,7 +147,7 @@ std::string cManager::deleteSite(const std::string& site, int advId) {
             deleteDirectory(searchDirectory(host_, lang) + "/" + code);
         }
     } catch (...) {
-        // The line that operators know for it.
+        // Not this operation's name, but the line that operators know for this failure.
         raiseFrom("addLanguage !");
     }
     try {

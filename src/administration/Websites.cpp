@@ -23,7 +23,7 @@ constexpr std::string_view ofOneSite = "where a.site = ? ";
 constexpr std::string_view bySite = "order by a.site, b.name, b.lang";
 constexpr std::string_view bySiteName = "order by a.name, b.name, a.site, b.lang";
 
-/// One spare column, as in all lists of this class.
+/// The last one is always empty: callers count on the number of columns.
 constexpr std::size_t columns = 6;
 
 Value trimmed(const db::Rows& rows, std::string_view column) {

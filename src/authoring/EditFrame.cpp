@@ -14,7 +14,7 @@ constexpr double editLabel = 7;
 constexpr double copyLabel = 19;
 constexpr double setupLabel = 3061;
 
-// The frame stands in pages of any look: it brings its own and leaves the body the page's.
+// The frame stands in pages of any style, so its style is written into its tags; the body keeps the page's.
 constexpr std::string_view frameHeader =
     R"~(<table class="bodyborder" style="width:100%;height:100%;table-layout:fixed;margin:0;padding:0;border:1px dashed #64748b;border-collapse:separate;border-spacing:0;background:none">)~"
     "\r\n"

@@ -115,7 +115,8 @@ class PageReader {
 
     void takeGroups(const db::Rows& rows) {
         page_.groups = pageGroupNames(connection_, page_.pageId, twin_);
-        // These are names, so the two numbers are met only by a group of that name; so it shall stay.
+        // The groups are names here, so these two are never numbers of system groups, only groups so named.
+        // Callers rely on it.
         if (page_.groups.empty() || page_.groups == "1") {
             page_.loginPage = -1;
         } else if (page_.groups == "0") {

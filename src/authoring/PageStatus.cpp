@@ -12,7 +12,7 @@ constexpr std::string_view selectStatus =
     "select editStatus, lockStatus, lockedBy, lockingDate, deleteStatus, approveStatus "
     "from TORVEX_PAGES_DESIGN where pageId = ?";
 
-// The change, its companion columns between the two.
+// The statement of a change: the columns that the operation adds stand between these two parts.
 constexpr std::string_view updateStatus =
     "update TORVEX_PAGES_DESIGN set editStatus = ?, lockStatus = ?, deleteStatus = ?, approveStatus = ?, ";
 constexpr std::string_view whereUnchanged =

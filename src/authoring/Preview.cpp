@@ -23,12 +23,12 @@ namespace {
 
 /// In place of a subtitle: the page is built for editing.
 constexpr std::string_view editSwitch = "#edit#";
-/// What stands in front of an address that is to be gone to instead.
+/// Begins an answer that isn't a page but the address to go to.
 constexpr std::string_view errorMark = "error:";
 
 constexpr double linksDisabledLabel = 2587;
 
-/// What an authoring page is told in a page's place.
+/// The answer for a page without a base template.
 constexpr std::string_view missingBase = "error:/torvex/error.asp?error=template_body_error&flag=0";
 
 std::string_view modeOf(Twin twin) {
@@ -61,7 +61,7 @@ class AuthorsView final : public AssemblyView {
                 true};
     }
     bool canLeadTo(PageId pageId) override { return manager_.isPage(text::fromNumber(pageId), mode_); }
-    /// An author is no visitor.
+    /// What an author looks at counts as no visit.
     void countSubPage(PageId) override {}
 
     std::string templateFile(PageId pageId) override { return fileOf(&Template::getTemplateFile, pageId); }

@@ -30,7 +30,7 @@ constexpr std::size_t lockColumns = 6;
 
 std::string cManager::approvePages(const std::string& pageList) try {
     PageIdentList list(pageList);
-    // A code is a number, a status text is none.
+    // A refusal is a number; a success is a status text, which begins with a letter.
     list.passes([&](const std::string& entry) { return !text::isNumeric(approvePage(entry, 1)); });
     return list.text();
 } catch (...) {

@@ -85,8 +85,7 @@ void EventLoop::accept(Listener& listener) {
                                            accept(listener);
                                            return;
                                        }
-                                       // Most likely out of descriptors: the tick below takes accepting up
-                                       // again.
+                                       // Most likely out of descriptors: the tick below tries again.
                                        listener.failedAt = std::chrono::steady_clock::now();
                                    });
 }

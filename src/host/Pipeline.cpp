@@ -8,12 +8,10 @@
 // The steps of a request, in order:
 //
 //  1. limits             the parser has refused what is too large or malformed: nothing below sees such bytes
-//  2. target and host    both go into links and look-ups, so they must be well-formed before anyone reads
-//  them
+//  2. target and host    both go into links and look-ups: they must be well-formed before anyone reads them
 //  3. method known       cheap, and the same for every address
-//  4. who is responsible pages first: a look-up in memory, and no file in the public folder can stand in a
-//  page's
-//                        place; then guarded folders; all else is a public file
+//  4. who is responsible pages first: a look-up in memory, and no file in the public folder can stand in
+//                        a page's place; then guarded folders; all else is a public file
 //  5. method allowed     depends on who is responsible
 //  6. body               its type is refused before it is read; then it is read within its deadline
 //  7. public file        on the loop, without a session: it takes microseconds and needs no worker

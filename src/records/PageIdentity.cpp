@@ -92,7 +92,7 @@ std::size_t levelsOf(std::string_view nodeId) {
 }
 
 std::string endOfPrefix(std::string_view prefix) {
-    // Lower case, as texts are compared: "Z" would be followed by a sign that stands before all letters.
+    // In lower case, as texts are compared: the character after "Z" sorts before all small letters.
     std::string end = text::lower(prefix);
     ++end.back();
     return end;

@@ -19,7 +19,7 @@ constexpr std::string_view selectTitle =
     "select title from TORVEX_SITES_LANGUAGES where site = ? and lang = ?";
 
 constexpr std::array<std::string_view, 3> charsetColumns{"charset_codepage", "charset_label", "charset_name"};
-/// No text of the database holds it.
+/// Divides values in the memory of a request; no text of the database contains it.
 constexpr char divider = '\0';
 
 /// The columns of a language's charset, each with the divider behind it; "" for a language that isn't known.

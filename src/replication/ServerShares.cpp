@@ -66,7 +66,7 @@ struct ServerShares::Run {
     std::vector<std::string> wait(Patience patience);
 };
 
-/// Whether to go on.
+/// False when nobody waits for further results, so that the thread can end.
 bool ServerShares::Run::note(std::string result) {
     const std::scoped_lock guard(mutex);
     results.push_back(std::move(result));

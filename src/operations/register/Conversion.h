@@ -7,8 +7,7 @@
 namespace torvex::operations {
 
 /// The value as the one alternative that stands for `type`: a text, a number, a boolean, or a moment. Empty
-/// is
-/// "", 0 and false.
+/// is "", 0 and false.
 ///
 /// - Text: everything but a grid.
 /// - Number: a number, a boolean, or a text that is a plain decimal number.
