@@ -37,7 +37,7 @@ std::string cManager::addFolder(const std::string& site, const std::string& pare
     if (!author_.isLoggedIn() || !isFolder(parent)) return {};
     const AddedFolder added =
         addMediaFolder(host_, parent, text::first(text::trim(newFolderName), longestName));
-    if (added.isNew) {
+    if (added.isNew && advId > 0) {
         recordChange("addFolder", advId, "new",
                      parent.kind == MediaKind::Images ? "New image folder" : "New document folder");
     }
@@ -52,8 +52,9 @@ bool cManager::deleteFolder(const std::string& site, const std::string& folder, 
     if (!author_.isLoggedIn() || removed.id.empty() || !isFolder(removed)) return false;
     const std::string name = folderName(connection(), removed);
     if (!removeMediaFolder(host_, removed)) return false;
-    recordChange("deleteFolder", advId, "delete",
-                 std::string(namesOf(removed.kind).word) + " folder \"" + name + "\" has been removed");
+    if (advId > 0)
+        recordChange("deleteFolder", advId, "delete",
+                     std::string(namesOf(removed.kind).word) + " folder \"" + name + "\" has been removed");
     return true;
 } catch (...) {
     raiseFrom("deleteFolder !");
