@@ -85,7 +85,7 @@ TEST_P(LoginRecordsTest, ItsIdIsItsNumber) {
 }
 
 TEST_P(LoginRecordsTest, WhatIsNotGivenIsEmpty) {
-    const std::string id = save(0, {"reed", "Secret", "Reed Marsh"});
+    const std::string id = save(0, {"reed", "Secret", "Reed Marsh", "", ""});
     EXPECT_EQ(rowOf(id), "reed|" + encodePassword("Secret") + "|Reed Marsh|||0|-|-|");
 }
 
