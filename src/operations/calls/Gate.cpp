@@ -3,11 +3,13 @@
 #include <algorithm>
 
 #include "accounts/Actor.h"
+#include "accounts/AdminEntries.h"
 #include "accounts/AdvancedRights.h"
 #include "accounts/EditRights.h"
 #include "accounts/LoginAttempt.h"
 #include "accounts/Logins.h"
 #include "authoring/PageIdentList.h"
+#include "media/MediaKind.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
@@ -93,9 +95,15 @@ bool hasEditRight(const Caller& caller, const Right& right, const Values& values
     return isAllowed(caller.connection, caller.actor, *task, site, lang);
 }
 
+int entryOf(const Right& right, const Values& values) {
+    const bool isDocuments =
+        !right.media.empty() && mediaKindOf(values.text(right.media)) == MediaKind::Documents;
+    return isDocuments ? adminEntry::documents : right.advId;
+}
+
 bool hasAccess(const Caller& caller, const Right& right, const Values& values) {
-    return mayUseEntry(caller.connection, caller.actor, right.detail, right.advId, values.text(right.site),
-                       values.text(right.lang));
+    return mayUseEntry(caller.connection, caller.actor, right.detail, entryOf(right, values),
+                       values.text(right.site), values.text(right.lang));
 }
 
 Verdict verdictFor(bool allowed) {

@@ -1,3 +1,4 @@
+#include "accounts/AdminEntries.h"
 #include "operations/register/AssetRows.h"
 #include "operations/register/Classes.h"
 #include "templates/Application.h"
@@ -24,6 +25,9 @@ ClassEntry applicationOperations() {
                         {"app_name", Text},
                         {"app_description", Text},
                         {"app_system", Number}}),
+            writes("delApplication", &Application::delApplication, {argument("appId"), argument("advId", 0)},
+                   "Removes an entry that nothing uses.", editAccess(adminEntry::applications))
+                .codes(removalCodes({}, "4")),
             reads("getApplicationName", &Application::getApplicationName, {argument("appId")},
                   "The name of an entry; empty text when there is none.", anyLogin()),
         },

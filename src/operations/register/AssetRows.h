@@ -33,6 +33,16 @@ inline std::vector<StatusCode> noEntry(const Value& answer) {
     return {code(answer, "There is no such entry.")};
 }
 
+/// Of a removal: `locked` is told last, after what else may use the entry.
+inline std::vector<StatusCode> removalCodes(std::vector<StatusCode> others, const char* locked) {
+    std::vector<StatusCode> all{code("0", "It is removed."), refusal("2", "There is no such entry."),
+                                refusal("3", "A page uses it, in the design or live.")};
+    all.insert(all.end(), others.begin(), others.end());
+    all.push_back(refusal(locked, "Another login has it open."));
+    all.push_back(refusal("-1", "It failed; nothing was changed."));
+    return all;
+}
+
 inline std::vector<StatusCode> noPage() {
     return {code(-1, "There is no such page.")};
 }

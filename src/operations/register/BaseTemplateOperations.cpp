@@ -1,3 +1,4 @@
+#include "accounts/AdminEntries.h"
 #include "operations/register/AssetRows.h"
 #include "operations/register/Classes.h"
 #include "templates/BaseTemplate.h"
@@ -22,6 +23,11 @@ ClassEntry baseTemplateOperations() {
             reads("getBaseTemplateList", &BaseTemplate::getBaseTemplateList,
                   {argument("site"), argument("lang")}, listed, anyLogin())
                 .lists({{"btpl_id", Number}, {"btpl_name", Text}, {"btpl_description", Text}}),
+            writes("delBaseTemplate", &BaseTemplate::delBaseTemplate,
+                   {argument("baseTemplateId"), argument("advId", 0)},
+                   "Removes an entry that nothing uses, with its file.",
+                   editAccess(adminEntry::baseTemplates))
+                .codes(removalCodes({}, "4")),
             reads("getBaseTemplateFile", &BaseTemplate::getBaseTemplateFile, pageArguments(), fileInForce,
                   anyLogin()),
             reads("getBaseTemplateName", &BaseTemplate::getBaseTemplateName, pageArguments(), nameInForce,

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "accounts/AdminEntries.h"
 #include "operations/register/Conversion.h"
 #include "operations/register/Register.h"
 #include "platform/db/ConnectionSource.h"
@@ -47,6 +48,14 @@ inline Right viewAccess(int advId, std::string site = {}, std::string lang = {})
 }
 inline Right editAccess(int advId, std::string site = {}, std::string lang = {}) {
     return {Right::Kind::AdvancedRight, "edit", advId, {}, std::move(site), std::move(lang)};
+}
+/// The entry of images or that of documents, by the kind of media that the argument `media` names.
+inline Right mediaAccess(std::string access, std::string media, std::string site) {
+    return {.kind = Right::Kind::AdvancedRight,
+            .detail = std::move(access),
+            .advId = adminEntry::images,
+            .site = std::move(site),
+            .media = std::move(media)};
 }
 /// The number in the argument `login` is the caller's own, or she has edit access to the entry.
 inline Right oneselfOrEditAccess(std::string login, int advId) {

@@ -14,5 +14,6 @@ ClassEntry styleSheetOperations();
 ClassEntry applicationOperations();
 ClassEntry setupOperations();
 ClassEntry searchOperations();
+ClassEntry imageOperations();
 
 }  // namespace torvex::operations

@@ -9,8 +9,8 @@ ClassEntry managerOperations() {
     return describe<cManager>(
         "cManager", "Everything that authors and administrators do.",
         joined({managerLoginRows(), managerRightsRows(), managerSiteRows(), managerServerRows(),
-                managerTreeRows(), managerPageRows(), managerSetupRows(), managerBodyRows(),
-                managerWorkflowRows(), managerPublishRows()}),
+                managerMediaRows(), managerTreeRows(), managerPageRows(), managerSetupRows(),
+                managerBodyRows(), managerWorkflowRows(), managerPublishRows()}),
         managerProperties());
 }
 

@@ -3,6 +3,7 @@
 #include <boost/json/serialize.hpp>
 #include <boost/json/value.hpp>
 
+#include "accounts/AdminEntries.h"
 #include "operations/register/Conversion.h"
 #include "platform/text/Text.h"
 
@@ -42,6 +43,12 @@ std::string coverage(const Right& right) {
            (right.lang.empty() ? "" : ", `" + right.lang + '`');
 }
 
+std::string entryText(const Right& right) {
+    const std::string entry = std::to_string(right.advId);
+    if (right.media.empty()) return entry;
+    return entry + " or " + std::to_string(adminEntry::documents) + ", as `" + right.media + "` says,";
+}
+
 std::string rightText(const Right& right) {
     switch (right.kind) {
         case Right::Kind::Nobody:
@@ -53,7 +60,7 @@ std::string rightText(const Right& right) {
         case Right::Kind::EditRight:
             return "edit right \"" + right.detail + '"' + coverage(right);
         case Right::Kind::AdvancedRight:
-            return right.detail + " access to entry " + std::to_string(right.advId) + coverage(right);
+            return right.detail + " access to entry " + entryText(right) + coverage(right);
         case Right::Kind::OneselfOrAdvancedRight:
             return "oneself (`" + right.login + "`), or " + right.detail + " access to entry " +
                    std::to_string(right.advId);

@@ -1,6 +1,7 @@
 #include <boost/json/serialize.hpp>
 #include <boost/json/value.hpp>
 
+#include "accounts/AdminEntries.h"
 #include "operations/register/Conversion.h"
 #include "operations/register/Reference.h"
 
@@ -53,6 +54,8 @@ json::object rightJson(const Right& right) {
     addUnlessEmpty(out, "site", right.site);
     addUnlessEmpty(out, "lang", right.lang);
     addUnlessEmpty(out, "login", right.login);
+    addUnlessEmpty(out, "media", right.media);
+    if (!right.media.empty()) out["documentsEntry"] = adminEntry::documents;
     return out;
 }
 

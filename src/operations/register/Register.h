@@ -81,6 +81,8 @@ struct Right {
     std::string site = {};
     std::string lang = {};
     std::string login = {};  ///< the argument that is a login's number, where it may be the caller's own
+    /// The argument that chooses between images and documents, whose entries are two; `advId` is the images'.
+    std::string media = {};
 };
 
 /// That an operation tests a password. Callers from outside who guess are slowed down.

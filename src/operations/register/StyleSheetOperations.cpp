@@ -1,3 +1,4 @@
+#include "accounts/AdminEntries.h"
 #include "operations/register/AssetRows.h"
 #include "operations/register/Classes.h"
 #include "templates/StyleSheet.h"
@@ -20,6 +21,10 @@ ClassEntry styleSheetOperations() {
             reads("getStylesheetList", &StyleSheet::getStylesheetList, {argument("site"), argument("lang")},
                   listed, anyLogin())
                 .lists({{"ss_id", Number}, {"ss_name", Text}, {"ss_description", Text}}),
+            writes("delStylesheet", &StyleSheet::delStylesheet,
+                   {argument("stylesheetId"), argument("advId", 0)},
+                   "Removes an entry that nothing uses, with its file.", editAccess(adminEntry::stylesheets))
+                .codes(removalCodes({}, "4")),
             reads("getStylesheetFile", &StyleSheet::getStylesheetFile, pageArguments(), fileInForce,
                   anyLogin()),
             reads("getStylesheetName", &StyleSheet::getStylesheetName, pageArguments(), nameInForce,

@@ -1,3 +1,4 @@
+#include "accounts/AdminEntries.h"
 #include "operations/register/AssetRows.h"
 #include "operations/register/Classes.h"
 #include "templates/Template.h"
@@ -25,6 +26,10 @@ ClassEntry templateOperations() {
                         {"tpl_name", Text},
                         {"tpl_description", Text},
                         {"tpl_system", Number}}),
+            writes("delTemplate", &Template::delTemplate, {argument("templateId"), argument("advId", 0)},
+                   "Removes an entry that nothing uses, with its file.", editAccess(adminEntry::templates))
+                .codes(removalCodes(
+                    {refusal("4", "A newsflash uses it."), refusal("5", "A dynamic menu uses it.")}, "6")),
             reads("getTemplateFile", &Template::getTemplateFile, pageArguments(), fileInForce, anyLogin()),
             reads("getTemplateName", &Template::getTemplateName, pageArguments(), nameInForce, anyLogin()),
             reads("getNodeId", &Template::getNodeId, {argument("pageId")}, nodeOfPage, anyLogin()),
