@@ -127,7 +127,7 @@ void copyRows(db::Connection& connection, const CopyOrder& order) {
 
 void begin(db::Connection& connection, const CopyOrder& order, const Stretch& copies) {
     connection.execute(beginCopies, {siteOf(copies.from), langOf(copies.from), order.notified,
-                                     order.editing.loginId, order.editing.now, copies.from, copies.end});
+                                     order.editor.loginId, order.editor.now, copies.from, copies.end});
     connection.execute(placeFirst, {order.place.orderId, order.title, copies.from});
 }
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "accounts/Actor.h"
 #include "authoring/FreePlaces.h"
-#include "authoring/SetupRow.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {
@@ -19,7 +19,7 @@ struct CopyOrder {
     Extent extent = Extent::Page;
     FreePlace place;    ///< of the first copy
     std::string title;  ///< of the first copy
-    Editing editing;
+    Actor editor;
     int notified = 0;  ///< the mail flag of a copy that is modified
 };
 

@@ -77,8 +77,8 @@ std::string cManager::pastePage(const std::string& modeFrom, const std::string& 
                     .extent = flag == 0 ? Extent::Page : Extent::Branch,
                     .place = {},
                     .title = getPageTitle(text::fromNumber(source.pageId), twin == Twin::Live ? "L" : "D"),
-                    .editing = {author_.loginId, host_.clock.now()},
-                    .notified = notificationFlag(host_.application, true)};
+                    .editor = actor(),
+                    .notified = notificationFlag(workflowRules(host_.application), true)};
     const std::string word = getVocab(host_.session.text("torvex_current_interface"), copyLabel);
     PageId copy = -1;
     const Outcome outcome =
