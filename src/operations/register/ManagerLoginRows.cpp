@@ -25,6 +25,31 @@ std::vector<Row<cManager>> managerLoginRows() {
             .codes({code(-1, "There is no such login.")}),
         reads("getLoginName", &cManager::getLoginName, {argument("loginId")},
               "The full name of a login, or a word in brackets for one that is gone.", anyLogin()),
+        writes(
+            "saveLogin", &cManager::saveLogin,
+            {argument("advId"), argument("loginId"), argument("username"), argument("password"),
+             argument("name"), argument("job"), argument("email", ""), argument("emailNotification", -1),
+             argument("validFrom", "-1"), argument("validTo", "-1")},
+            "Changes a login, or adds one for 0, and gives its number. What is empty stays as it is, and so "
+            "does a bound of \"-1\"; an empty bound is taken away.",
+            editAccess(adminEntry::logins))
+            .codes({notLoggedIn(), refusal(-1, "There is no such login."),
+                    refusal(-2, "Another login has the username."),
+                    refusal(-3, "A new login needs a username."),
+                    refusal(-4, "A new login needs a password."), refusal(-5, "A new login needs a name.")}),
+        writes("deleteLogin", &cManager::deleteLogin, {argument("loginId"), argument("advId", 0)},
+               "Removes a login with its roles and settings.", editAccess(adminEntry::logins))
+            .codes({code("", "It is removed."), notLoggedIn(), refusal(-1, "There is no such login."),
+                    refusal(-2, "It is the system administrator's."),
+                    refusal(-3, "Another login has it open."), failed()}),
+        reads("getLoginDetails", &cManager::getLoginDetails, {argument("loginId")},
+              "Reads a login into the properties.", viewAccess(adminEntry::logins)),
+        reads("getLoginList", &cManager::getLoginList, {argument("sortId", 1)},
+              "The logins, by name for 1, else by username.", viewAccess(adminEntry::logins))
+            .lists({{"loginId", Number}, {"username", Text}, {"name", Text}}),
+        reads("getLoginRoles", &cManager::getLoginRoles, {argument("loginId")},
+              "The roles, with 1 where the login has them.", viewAccess(adminEntry::logins))
+            .lists({{"roleId", Number}, {"roleName", Text}, {"held", Number}}),
         // Lines in any login's name: only for what runs beside the server.
         writes("addAuditTrail", &cManager::addAuditTrail,
                {argument("pageIdent"), argument("advIdent"), argument("action"), argument("description"),

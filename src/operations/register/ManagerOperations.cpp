@@ -9,8 +9,9 @@ ClassEntry managerOperations() {
     return describe<cManager>(
         "cManager", "Everything that authors and administrators do.",
         joined({managerLoginRows(), managerRightsRows(), managerSiteRows(), managerServerRows(),
-                managerMediaRows(), managerTreeRows(), managerPageRows(), managerSetupRows(),
-                managerBodyRows(), managerWorkflowRows(), managerPublishRows()}),
+                managerRecordRows(), managerInterfaceRows(), managerMediaRows(), managerTreeRows(),
+                managerPageRows(), managerSetupRows(), managerBodyRows(), managerWorkflowRows(),
+                managerPublishRows()}),
         managerProperties());
 }
 

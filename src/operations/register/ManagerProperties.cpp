@@ -15,6 +15,21 @@ std::vector<PropertyRow<cManager>> loginProperties() {
     };
 }
 
+std::vector<PropertyRow<cManager>> detailProperties() {
+    return {
+        property("adminLoginId", &cManager::adminLoginId,
+                 "The number of the login that `getLoginDetails` read; -1 when there is none."),
+        property("adminUsername", &cManager::adminUsername, "The name by which that login logs in."),
+        property("adminFullname", &cManager::adminFullname, "Its full name."),
+        property("adminJob", &cManager::adminJob, "Its job."),
+        property("adminEmail", &cManager::adminEmail, "Its address for mail."),
+        property("adminEmailNotification", &cManager::adminEmailNotification,
+                 "Whether it is told by mail what waits for it."),
+        property("adminValidFrom", &cManager::adminValidFrom, "Its first day, yyyymmdd; empty for no bound."),
+        property("adminValidTo", &cManager::adminValidTo, "Its last day, yyyymmdd; empty for no bound."),
+    };
+}
+
 std::vector<PropertyRow<cManager>> pageProperties() {
     return {
         property("pgExists", &cManager::pgExists, "Whether the page was found."),
@@ -106,7 +121,7 @@ std::vector<PropertyRow<cManager>> pageProperties() {
 }  // namespace
 
 std::vector<PropertyRow<cManager>> managerProperties() {
-    return joined({loginProperties(), pageProperties()});
+    return joined({loginProperties(), detailProperties(), pageProperties()});
 }
 
 }  // namespace torvex::operations

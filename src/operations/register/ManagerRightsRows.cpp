@@ -87,6 +87,10 @@ std::vector<Row<cManager>> roles() {
             .codes({code(0, "There is no such role.")}),
         reads("getRoleName", &cManager::getRoleName, {argument("roleId")}, "The name of a role.",
               viewAccess(adminEntry::roles)),
+        writes("deleteRole", &cManager::deleteRole, {argument("roleId"), argument("advId", 0)},
+               "Removes a role with its rights and memberships.", editAccess(adminEntry::roles))
+            .codes({code("", "It is removed."), notLoggedIn(),
+                    refusal(-3, "There is no such role, or another login has it open."), failed()}),
         reads("getRoleDescription", &cManager::getRoleDescription, {argument("roleId")},
               "The description of a role.", viewAccess(adminEntry::roles)),
     };

@@ -13,6 +13,8 @@ std::vector<Row<cManager>> managerRightsRows();
 std::vector<Row<cManager>> managerSiteRows();
 std::vector<Row<cManager>> managerServerRows();
 std::vector<Row<cManager>> managerMediaRows();
+std::vector<Row<cManager>> managerRecordRows();
+std::vector<Row<cManager>> managerInterfaceRows();
 std::vector<Row<cManager>> managerTreeRows();
 std::vector<Row<cManager>> managerPageRows();
 std::vector<Row<cManager>> managerSetupRows();
