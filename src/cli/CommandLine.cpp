@@ -55,6 +55,8 @@ class Parser {
         addSql();
         addCall();
         addSnapshot();
+        addImport();
+        addExport();
         addMigrate();
         addReference();
     }
@@ -166,6 +168,35 @@ class Parser {
         });
     }
 
+    /// What is moved; there is one kind so far.
+    static void addKind(CLI::App& app, std::string& kind) {
+        app.add_option("WHAT", kind, "what it holds: users")
+            ->required()
+            ->type_name("")
+            ->check(CLI::IsMember({"users"}));
+    }
+
+    void addImport() {
+        auto& app = add("import", "takes visitors' accounts from a table", help::importing,
+                        help::importingExamples, [this] { return import_; });
+        addInstall(app, import_.install);
+        addKind(app, kind_);
+        app.add_option("FILE", import_.file, "the table, as CSV; - for standard input")
+            ->required()
+            ->type_name("");
+        app.add_flag("--dry-run", import_.dryRun, "say line by line what would happen, and change nothing");
+        app.add_option("--charset", import_.charset, "its encoding, where it isn't Unicode")
+            ->type_name("NAME");
+    }
+
+    void addExport() {
+        auto& app = add("export", "prints visitors' accounts as a table", help::exporting,
+                        help::exportingExamples, [this] { return export_; });
+        addInstall(app, export_.install);
+        addKind(app, kind_);
+        app.add_flag("--passwords", export_.passwords, "with their passwords, which anybody can then read");
+    }
+
     void addMigrate() {
         auto& app = add("migrate", "brings its database to this program's schema", help::migrate,
                         help::migrateExamples, [this] { return migrate_; });
@@ -213,6 +244,9 @@ class Parser {
     SqlOptions sql_;
     MigrateOptions migrate_;
     SnapshotOptions snapshot_;
+    std::string kind_;
+    ImportUsersOptions import_;
+    ExportUsersOptions export_;
     CallFrameOptions call_;
     ReferenceOptions reference_;
 };

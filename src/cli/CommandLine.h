@@ -12,6 +12,7 @@
 #include "cli/ServeCommand.h"
 #include "cli/SnapshotCommand.h"
 #include "cli/SqlCommand.h"
+#include "cli/UsersCommand.h"
 
 namespace torvex::cli {
 
@@ -21,8 +22,9 @@ struct ShowText {
 };
 
 /// What a command line asks for.
-using Command = std::variant<InitOptions, ServeOptions, SqlOptions, MigrateOptions, CallFrameOptions,
-                             SnapshotOptions, ReferenceOptions, ShowText>;
+using Command =
+    std::variant<InitOptions, ServeOptions, SqlOptions, MigrateOptions, CallFrameOptions, SnapshotOptions,
+                 ImportUsersOptions, ExportUsersOptions, ReferenceOptions, ShowText>;
 
 /// Reads the arguments of the program. Throws `UsageError` for a command line that makes no sense.
 Command parseCommandLine(int count, const char* const* arguments);

@@ -56,7 +56,8 @@ inline constexpr const char* sqlExamples =
 
 inline constexpr const char* migrate =
     "Brings the database to the schema of this program. The embedded database is copied first, to a folder\n"
-    "beside it; of a PostgreSQL database make a dump before. Stop the server while it runs.";
+    "beside it; of a PostgreSQL database make a dump before. New words and pages of the authoring interface\n"
+    "are added; words that were changed stay. Stop the server while it runs.";
 
 inline constexpr const char* migrateExamples =
     "Examples:\n"
@@ -85,6 +86,28 @@ inline constexpr const char* snapshotExamples =
     "  torvex snapshot --install mysite --all\n"
     "  torvex snapshot --install mysite 12\n"
     "  torvex snapshot --install mysite ab.en.01.02";
+
+inline constexpr const char* importing =
+    "Adds and changes the accounts of visitors by a table, a line for each user: all lines or, when one of\n"
+    "them can't be taken, none. The first line names the columns, in any order: username and any of\n"
+    "password, firstname, lastname, validFrom, validTo, groups. A column that is missing leaves what is\n"
+    "there, and so does an empty password. Days are 20261231 or 2026-12-31, groups are names divided by |.\n"
+    "Cells are divided by commas, semicolons or tabs. Nobody is removed. The server may run.";
+
+inline constexpr const char* importingExamples =
+    "Examples:\n"
+    "  torvex import users members.csv --dry-run\n"
+    "  torvex import users members.csv --install mysite\n"
+    "  torvex import users members.csv --charset windows-1252";
+
+inline constexpr const char* exporting =
+    "Prints the accounts of visitors as a table that import takes, in UTF-8: without passwords, unless they\n"
+    "are asked for.";
+
+inline constexpr const char* exportingExamples =
+    "Examples:\n"
+    "  torvex export users > members.csv\n"
+    "  torvex export users --passwords --install mysite > members.csv";
 
 inline constexpr const char* reference =
     "Prints what each public class can do: operations, arguments, defaults, results, codes, effects and\n"

@@ -27,6 +27,12 @@ struct Runner {
     ExitCode operator()(const SnapshotOptions& options) const {
         return snapshot(options, environment, terminal);
     }
+    ExitCode operator()(const ImportUsersOptions& options) const {
+        return importUsers(options, environment, terminal);
+    }
+    ExitCode operator()(const ExportUsersOptions& options) const {
+        return exportUsers(options, environment, terminal);
+    }
     ExitCode operator()(const ReferenceOptions& options) const { return reference(options, terminal); }
     ExitCode operator()(const ShowText& show) const {
         terminal.out << show.text;
