@@ -1,4 +1,5 @@
--- The texts of the authoring interface, in English and German.
+-- The texts of the authoring interface, in English and German. An upgrade runs this again: what is there stays as
+-- its installation has it.
 
 -- Words of every form.
 insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
@@ -50,14 +51,16 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (46, 'The changes have been saved.', 'Die Änderungen wurden gespeichert.'),
   (47, 'Do you really want to delete this?', 'Möchten Sie das wirklich löschen?'),
   (48, 'This name is already in use.', 'Dieser Name wird bereits verwendet.'),
-  (49, 'This is in use and cannot be deleted.', 'Das wird verwendet und kann nicht gelöscht werden.');
+  (49, 'This is in use and cannot be deleted.', 'Das wird verwendet und kann nicht gelöscht werden.')
+on conflict (lang_label) do nothing;
 
 -- Marks of links that lead nowhere, in the edit view.
 insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (670, 'This page does not exist', 'Diese Seite gibt es nicht'),
   (671, 'This document does not exist', 'Dieses Dokument gibt es nicht'),
   (672, 'This page is offline', 'Diese Seite ist offline'),
-  (673, 'No target has been chosen for this link', 'Für diesen Link wurde kein Ziel gewählt');
+  (673, 'No target has been chosen for this link', 'Für diesen Link wurde kein Ziel gewählt')
+on conflict (lang_label) do nothing;
 
 -- Forum moderation: hints of the title, the switch and the bin of a reaction, caption, status and question.
 insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
@@ -66,7 +69,8 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (2577, 'Topic', 'Thema'),
   (2578, 'The marked reactions and everything below them will be deleted.', 'Die markierten Beiträge und alles darunter werden gelöscht.'),
   (2579, 'The state of the reaction is being changed...', 'Der Zustand des Beitrags wird geändert...'),
-  (2580, 'Mark or unmark for deletion', 'Zum Löschen markieren oder Markierung aufheben');
+  (2580, 'Mark or unmark for deletion', 'Zum Löschen markieren oder Markierung aufheben')
+on conflict (lang_label) do nothing;
 
 -- Names of what has none, and the word that is put behind the title of a copy. A title holds 50
 -- characters, and the copy is refused at more than 43: the word may have four letters.
@@ -76,7 +80,8 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (2581, 'copy', 'Kop.'),
   (2584, 'The file of this feed could not be read.', 'Die Datei dieses Feeds konnte nicht gelesen werden.'),
   (2587, 'Links are disabled in this view', 'Links sind in dieser Ansicht ausgeschaltet'),
-  (2597, 'no title', 'ohne Titel');
+  (2597, 'no title', 'ohne Titel')
+on conflict (lang_label) do nothing;
 
 -- Months, in full and short.
 insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
@@ -103,7 +108,8 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (2829, 'Sep', 'Sep'),
   (2830, 'Oct', 'Okt'),
   (2831, 'Nov', 'Nov'),
-  (2832, 'Dec', 'Dez');
+  (2832, 'Dec', 'Dez')
+on conflict (lang_label) do nothing;
 
 -- Pages of the server itself: logging in, errors, the shell, the statistics of a page.
 insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
@@ -125,7 +131,8 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (4015, 'Day', 'Tag'),
   (4016, 'Views', 'Aufrufe'),
   (4017, 'Total', 'Summe'),
-  (4018, 'Print', 'Drucken');
+  (4018, 'Print', 'Drucken')
+on conflict (lang_label) do nothing;
 
 -- Titles of the administration menu: 3000 and the number of the entry.
 insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
@@ -169,4 +176,5 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (3242, 'Newsflashes', 'Kurznachrichten'),
   (3243, 'Discussion forum', 'Diskussionsforum'),
   (3244, 'Dynamic menus', 'Dynamische Menüs'),
-  (3245, 'Site search', 'Suche der Website');
+  (3245, 'Site search', 'Suche der Website')
+on conflict (lang_label) do nothing;

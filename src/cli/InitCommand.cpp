@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "accounts/StoredPassword.h"
-#include "administration/InterfaceFiles.h"
 #include "cli/GeneratedPassword.h"
+#include "cli/InterfaceRenewal.h"
 #include "cli/StarterSite.h"
 #include "cli/Team.h"
 #include "cli/UsageError.h"
@@ -18,7 +18,6 @@
 #include "installation/SettingsFile.h"
 #include "installation/Undo.h"
 #include "platform/DateTime.h"
-#include "platform/files/DiskFileSystem.h"
 #include "platform/text/Text.h"
 
 namespace torvex::cli {
@@ -37,8 +36,6 @@ constexpr std::array<const char*, 8> folders = {
 
 constexpr std::string_view selectWebsites =
     "select site, lang from TORVEX_SITES, TORVEX_LANGUAGES order by site";
-
-constexpr std::string_view selectInterfaces = "select lang_id from TORVEX_INTERFACE_LANGUAGES order by id";
 
 /// Absolute, without "..", links or a "/" at its end.
 fs::path plainPath(const std::string& given) {
@@ -84,7 +81,7 @@ class Maker {
         auto team = insertFirstRows(password);
         layDownFiles();
         makeWebsiteFolders();
-        makeInterfaces();
+        makeInterfaces(installation_, *installation_.openDatabase(database_));
         // Last of all, since a folder with this file counts as an installation.
         writeNewFile(folder() / settingsFileName, settingsFileText(options_.database), Readers::Owner);
         undo_.keep();
@@ -143,19 +140,6 @@ class Maker {
             for (const char* parent : {"baseTemplates", "contentTemplates", "wwwroot/stylesheets"}) {
                 makeFolder(folder() / parent / site / lang);
             }
-        }
-    }
-
-    /// Each language's templates of the authoring interface.
-    void makeInterfaces() {
-        const auto connection = installation_.openDatabase(database_);
-        const std::string templates = (folder() / "torvex/templates").string() + "/";
-        DiskFileSystem files({folder().string()});
-        auto languages = connection->query(selectInterfaces);
-        while (languages.next()) {
-            const auto made = translatedInterface(files, *connection, templates, languages.text("lang_id"));
-            for (const std::string& target : made.folders) makeFolder(target);
-            files.writeTexts(made.files, TextFormat::Unicode);
         }
     }
 

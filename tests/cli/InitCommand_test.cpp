@@ -7,6 +7,7 @@
 
 #include "accounts/StoredPassword.h"
 #include "cli/ProgramFixture.h"
+#include "platform/text/Charset.h"
 
 namespace torvex::test {
 namespace {
@@ -44,6 +45,22 @@ TEST_P(InitCommand, EmptyInstallationHasOnlyTheFixedRows) {
          {"TORVEX_SITES", "TORVEX_LANGUAGES", "TORVEX_PAGES_DESIGN", "TORVEX_PAGES_LIVE"}) {
         EXPECT_EQ(sql(std::string("select count(*) as n from ") + empty), "{\"n\":0}\n") << empty;
     }
+}
+
+TEST_P(InitCommand, EachLanguageOfTheInterfaceHasItsTemplates) {
+    init();
+    const auto page = [&](const std::string& name) {
+        return charset::decodeFile(content("site/torvex/templates/" + name));
+    };
+    for (const auto* name : {"shell.html", "login.html", "error.html", "statDetail.html"}) {
+        EXPECT_THAT(page(std::string("gen/") + name), HasSubstr("<label-")) << name;
+        for (const auto* language : {"en/", "de/"}) {
+            EXPECT_THAT(page(std::string(language) + name), testing::Not(HasSubstr("<label-"))) << name;
+        }
+    }
+    EXPECT_THAT(page("en/login.html"), HasSubstr("User&nbsp;name"));
+    EXPECT_THAT(page("de/login.html"), HasSubstr("Benutzername"));
+    EXPECT_TRUE(exists("site/wwwroot/torvex/interface.css"));
 }
 
 TEST_P(InitCommand, StarterSiteHasThreePublishedPages) {

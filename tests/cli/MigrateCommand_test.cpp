@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <fstream>
 #include <gmock/gmock.h>
 
 #include "cli/ProgramFixture.h"
@@ -35,6 +36,30 @@ TEST_P(MigrateCommand, MissingStepsAreAppliedAfterACopy) {
     EXPECT_THAT(output({"migrate", "--install", site()}), HasSubstr("Applied hits"));
     EXPECT_EQ(sql("select count(*) as n from TORVEX_LOGGING"), "{\"n\":0}\n");
     EXPECT_EQ(backups().size(), GetParam() == db::Engine::Sqlite ? 1U : 0U);
+}
+
+TEST_P(MigrateCommand, NewWordsAreAddedAndChangedOnesStay) {
+    init();
+    sql("delete from TORVEX_INTERFACE_VOCAB where lang_label = 23");
+    sql("update TORVEX_INTERFACE_VOCAB set lang_vocab2 = 'Sichern' where lang_label = 5");
+    EXPECT_THAT(output({"migrate", "--install", site()}), HasSubstr("Added 1 words"));
+    EXPECT_EQ(sql("select lang_vocab1, lang_vocab2 from TORVEX_INTERFACE_VOCAB where lang_label in (5, 23) "
+                  "order by lang_label"),
+              "{\"lang_vocab1\":\"Save\",\"lang_vocab2\":\"Sichern\"}\n"
+              "{\"lang_vocab1\":\"Log in\",\"lang_vocab2\":\"Anmelden\"}\n");
+}
+
+TEST_P(MigrateCommand, TheProgramsFilesAreRenewedAndTranslated) {
+    init();
+    const std::string master = site() + "/torvex/templates/gen/login.html";
+    const std::string before = content("site/torvex/templates/gen/login.html");
+    std::ofstream(master) << "old";
+    std::filesystem::remove(site() + "/wwwroot/torvex/interface.css");
+    std::filesystem::remove_all(site() + "/torvex/templates/de");
+    EXPECT_THAT(output({"migrate", "--install", site()}), HasSubstr("Renewed 2 files"));
+    EXPECT_EQ(content("site/torvex/templates/gen/login.html"), before);
+    EXPECT_TRUE(exists("site/torvex/templates/de/login.html"));
+    EXPECT_THAT(output({"migrate", "--install", site()}), HasSubstr("up to date"));
 }
 
 TEST_P(MigrateCommand, NewerDatabaseIsRefusedAndLeftAlone) {

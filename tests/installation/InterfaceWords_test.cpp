@@ -36,9 +36,9 @@ std::vector<fs::path> filesBelow(const std::string& folder) {
 /// Labels, each with a place that uses it.
 using Uses = std::map<int, std::string>;
 
-/// Sources name a label by a constant whose name ends in "Label".
+/// Sources name a label by a constant of their own, "constexpr double untitledLabel".
 void addSources(Uses& uses) {
-    static const std::regex named(R"(\b\w*[lL]abel\s*=\s*(\d+)(?:\.0)?\s*;)");
+    static const std::regex named(R"(\bconstexpr double \w*[lL]abel = (\d+);)");
     for (const fs::path& file : filesBelow("src")) {
         const std::string text = contentOf(file);
         for (std::sregex_iterator found(text.begin(), text.end(), named), end; found != end; ++found) {
