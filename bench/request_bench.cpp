@@ -11,6 +11,7 @@
 #include "cli/InitCommand.h"
 #include "cli/OpenInstallation.h"
 #include "host/BufferedHits.h"
+#include "host/LineLog.h"
 #include "host/http/ResponseConversion.h"
 #include "host/sessions/SessionStore.h"
 #include "installation/Setup.h"

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 #include <memory>
-#include <spdlog/logger.h>
 
 #include "cli/OpenInstallation.h"
 #include "cli/ServerUser.h"
@@ -49,7 +48,7 @@ void notePorts(ApplicationValues& application, const HttpServer& server) {
 
 /// Says in addition where an address that can't be had is chosen.
 std::unique_ptr<HttpServer> makeServer(const ServerOptions& options, const Services& services,
-                                       spdlog::logger& log) try {
+                                       LineLog& log) try {
     ServedPages served{[](HostContext& host) { Setup(host).initSession(); }, pageRoutes(),
                        mediaGuards(services.application)};
     return std::make_unique<HttpServer>(options, services, log, std::move(served));
@@ -83,7 +82,7 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
     ServerUser user = userOf(server, installation);
 
     OpenInstallation opened(std::move(installation));
-    spdlog::logger& log = *opened.log;
+    LineLog& log = opened.operatorLog;
     if (user.isRootUnasked()) log.warn(workingAsRoot);
     opened.runWithoutVisitor([](HostContext& host) {
         Setup(host).initApplication();
@@ -97,7 +96,8 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
     user.asRoot([&] { http = makeServer(server, opened.services().with(hits), log); });
     user.giveUpRoot();
     notePorts(opened.application, *http);
-    log.info("serving {} at {}", opened.installation.folder().string(), addresses(server, *http));
+    log.info(
+        fmt::format("serving {} at {}", opened.installation.folder().string(), addresses(server, *http)));
     signals.watch([&] { http->stop(); });
     http->run();
     log.info("stopped");

@@ -1,13 +1,14 @@
 #include "host/BufferedHits.h"
 
-#include <spdlog/logger.h>
+#include <fmt/format.h>
 
 #include "delivery/HitStore.h"
+#include "host/LineLog.h"
 #include "platform/db/Connection.h"
 
 namespace torvex {
 
-BufferedHits::BufferedHits(OpenDatabase open, spdlog::logger& log, std::chrono::milliseconds delay)
+BufferedHits::BufferedHits(OpenDatabase open, LineLog& log, std::chrono::milliseconds delay)
     : open_(std::move(open)), log_(log), delay_(delay), thread_([this] { work(); }) {}
 
 BufferedHits::~BufferedHits() {
@@ -100,7 +101,8 @@ void BufferedHits::putBack(const Batch& batch) {
 }
 
 void BufferedHits::noteResult(const char* failure) {
-    if (failure && !isFailing_) log_.error("views can't be stored and are kept for later: {}", failure);
+    if (failure && !isFailing_)
+        log_.error(fmt::format("views can't be stored and are kept for later: {}", failure));
     if (!failure && isFailing_) log_.info("views can be stored again");
     isFailing_ = failure != nullptr;
 }

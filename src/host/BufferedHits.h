@@ -15,11 +15,9 @@
 #include "platform/HitCounter.h"
 #include "platform/db/Database.h"
 
-namespace spdlog {
-class logger;
-}
-
 namespace torvex {
+
+class LineLog;
 
 /// Collects views in memory and writes them together, on a thread of its own: a page never waits for the
 /// database to be written. What was counted in the last moment before a crash is lost. Failing to write keeps
@@ -30,7 +28,7 @@ class BufferedHits final : public HitCounter {
 
     /// `open` gives a connection to the counts, on any thread. A longer `delay` makes fewer and larger
     /// writes.
-    BufferedHits(OpenDatabase open, spdlog::logger& log,
+    BufferedHits(OpenDatabase open, LineLog& log,
                  std::chrono::milliseconds delay = std::chrono::milliseconds(200));
     BufferedHits(const BufferedHits&) = delete;
     BufferedHits& operator=(const BufferedHits&) = delete;
@@ -61,7 +59,7 @@ class BufferedHits final : public HitCounter {
     void work();
 
     OpenDatabase open_;
-    spdlog::logger& log_;
+    LineLog& log_;
     std::chrono::milliseconds delay_;
 
     std::mutex writing_;  ///< one write at a time; taken before `mutex_`

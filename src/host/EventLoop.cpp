@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "host/Connection.h"
+#include "host/Shortage.h"
+#include "host/files/PublicFile.h"
 #include "host/http/AnswerWriter.h"
 #include "host/http/ErrorPages.h"
 #include "host/http/HttpDate.h"
@@ -47,8 +49,9 @@ void ignoreBrokenPipes() {
 EventLoop::EventLoop(const LoopSetting& setting) : setting_(setting) {
     if (!setting.root) return;
     const ServerOptions& options = setting.options;
-    files_.emplace(*setting.root, StaticFileOptions{options.smallFile, options.fileCache,
-                                                    options.staticCacheControl, options.uploadFolders});
+    files_.emplace(*setting.root,
+                   StaticFileOptions{options.smallFile, options.fileCache, options.staticCacheControl,
+                                     options.uploadFolders, options.fileTypes});
 }
 
 EventLoop::~EventLoop() = default;
@@ -85,7 +88,9 @@ void EventLoop::accept(Listener& listener) {
                                            accept(listener);
                                            return;
                                        }
-                                       // Most likely out of descriptors: the tick below tries again.
+                                       if (isOutOfDescriptors(error.value()))
+                                           warnOfDescriptors(pipeline().log());
+                                       // The tick below tries again.
                                        listener.failedAt = std::chrono::steady_clock::now();
                                    });
 }

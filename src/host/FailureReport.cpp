@@ -4,12 +4,13 @@
 #include <array>
 #include <fmt/format.h>
 #include <sodium.h>
-#include <spdlog/logger.h>
 
 #include "host/LineLog.h"
-#include "host/http/Ascii.h"
 #include "host/http/Exchange.h"
+#include "pages/PageRoute.h"
 #include "platform/Session.h"
+#include "platform/text/LogText.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 
@@ -21,10 +22,11 @@ std::string newReference() {
     return fmt::format("{:04X}-{:04X}", randombytes_random() & 0xffffU, randombytes_random() & 0xffffU);
 }
 
+/// Asked of the name as a page reads it, escapes undone.
 bool isSecret(std::string_view name) {
-    const std::string lowered = ascii::lowered(name);
+    const std::string read = text::toValidUtf8(text::urlDecode(name));
     return std::any_of(secretNames.begin(), secretNames.end(),
-                       [&](std::string_view part) { return lowered.find(part) != std::string::npos; });
+                       [&](std::string_view part) { return text::contains(read, part); });
 }
 
 std::string heldText(const Session& session, std::string_view key) {
@@ -36,6 +38,14 @@ std::string login(const Session& session) {
     const std::string author = heldText(session, "torvex_username");
     const std::string name = author.empty() ? heldText(session, "tvx_username") : author;
     return name.empty() ? "nobody" : name;
+}
+
+/// What answers the request, and its outermost operation: neither is the visitor's to choose.
+std::string kindOf(const Exchange& exchange, std::string_view error) {
+    const std::string place = exchange.page    ? exchange.page->path
+                              : exchange.guard ? exchange.guard->folder
+                                               : "";
+    return place + ' ' + std::string(error.substr(0, error.find('\n')));
 }
 
 }  // namespace
@@ -55,14 +65,15 @@ std::string withoutSecrets(std::string_view query) {
 
 FailureReport::FailureReport(const Exchange& exchange, const Session& session, std::string_view error)
     : reference_(newReference()) {
-    const std::string query = withoutSecrets(exchange.target.query);
+    const std::string query = forLog(withoutSecrets(exchange.target.query));
     line_ = fmt::format("request failed: reference {}, {} {}{}{}, login {}: {}", reference_,
-                        exchange.head().methodText, oneLine(exchange.target.path), query.empty() ? "" : "?",
-                        query, oneLine(login(session)), oneLine(error));
+                        forLog(exchange.head().methodText), forLog(exchange.target.path),
+                        query.empty() ? "" : "?", query, forLog(login(session)), chainForLog(error));
+    kind_ = kindOf(exchange, error);
 }
 
-void FailureReport::write(spdlog::logger& log) const {
-    log.error(line_);
+void FailureReport::write(LineLog& log) const {
+    log.failure(kind_, line_);
 }
 
 }  // namespace torvex

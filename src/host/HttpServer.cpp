@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "host/EventLoop.h"
+#include "host/LineLog.h"
 #include "host/Pipeline.h"
 #include "platform/Errors.h"
 #include "platform/files/RootFolder.h"
@@ -59,8 +60,9 @@ void checkAddressIsFree(const std::string& address, std::uint16_t port) {
 
 class HttpServer::Implementation {
   public:
-    Implementation(ServerOptions options, const Services& services, spdlog::logger& log, ServedPages served)
+    Implementation(ServerOptions options, const Services& services, LineLog& log, ServedPages served)
         : options_(std::move(options)),
+          log_(log),
           root_(openRoot(options_)),
           tls_(openTls(options_.tls)),
           sessions_(options_.sessions),
@@ -114,7 +116,10 @@ class HttpServer::Implementation {
             port_ = loops_.back()->listen(options_.address, port_, both ? nullptr : tls_.get());
             if (both) tlsPort_ = loops_.back()->listen(options_.address, tlsPort_, tls_.get());
         }
-        loops_.front()->onEverySecond([this] { sessions_.sweep(); });
+        loops_.front()->onEverySecond([this] {
+            sessions_.sweep();
+            log_.writeCounts();
+        });
         loops_.front()->onEveryTick([this] { workers_.relieve(); });
     }
 
@@ -127,6 +132,7 @@ class HttpServer::Implementation {
     }
 
     const ServerOptions options_;
+    LineLog& log_;
     std::unique_ptr<RootFolder> root_;
     std::unique_ptr<asio::ssl::context> tls_;
     SessionStore sessions_;
@@ -144,8 +150,7 @@ class HttpServer::Implementation {
     bool hasEnded_ = false;
 };
 
-HttpServer::HttpServer(ServerOptions options, const Services& services, spdlog::logger& log,
-                       ServedPages served)
+HttpServer::HttpServer(ServerOptions options, const Services& services, LineLog& log, ServedPages served)
     : implementation_(
           std::make_unique<Implementation>(std::move(options), services, log, std::move(served))) {}
 

@@ -8,18 +8,16 @@
 #include "pages/PageRoute.h"
 #include "platform/Services.h"
 
-namespace spdlog {
-class logger;
-}
-
 namespace torvex {
+
+class LineLog;
 
 /// The HTTP server: listens, answers public files on its event loops and pages on a pool of workers.
 class HttpServer {
   public:
     /// Services and log outlive the server. Listens from here on; requests are answered once `run` is called.
     /// Throws `Error` when the address is taken, or the folder or certificate can't be read.
-    HttpServer(ServerOptions options, const Services& services, spdlog::logger& log, ServedPages served);
+    HttpServer(ServerOptions options, const Services& services, LineLog& log, ServedPages served);
     HttpServer(const HttpServer&) = delete;
     HttpServer& operator=(const HttpServer&) = delete;
     /// Waits for pages that still run.

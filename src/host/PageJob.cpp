@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include "host/FailureReport.h"
+#include "host/Shortage.h"
+#include "host/files/PublicFile.h"
 #include "host/http/ErrorPages.h"
 #include "host/http/RequestConversion.h"
 #include "host/http/ResponseConversion.h"
@@ -44,6 +46,8 @@ Answer PageJob::produce() {
         Response response;
         HostContext context{setting_.services, request, response, lease_->session()};
         return exchange_->guard ? runGuard(context) : runPage(context);
+    } catch (const OutOfDescriptors&) {
+        return outOfDescriptors(setting_.log);
     } catch (const std::exception& error) {
         return failed(error.what());
     } catch (...) {

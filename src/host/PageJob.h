@@ -10,20 +10,17 @@
 #include "host/sessions/SessionStore.h"
 #include "platform/Services.h"
 
-namespace spdlog {
-class logger;
-}
-
 namespace torvex {
 
 struct HostContext;
+class LineLog;
 
 inline constexpr std::string_view sessionCookieName = "torvex_session";
 
 /// What page jobs share; outlives them all.
 struct PageSetting {
     Services services;
-    spdlog::logger& log;
+    LineLog& log;
     std::function<void(HostContext&)> startSession;
     SessionStore& sessions;
     WorkerPool& workers;

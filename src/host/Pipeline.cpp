@@ -1,5 +1,7 @@
 #include "host/Pipeline.h"
 
+#include "host/Shortage.h"
+#include "host/files/PublicFile.h"
 #include "host/files/StaticFiles.h"
 #include "host/http/ErrorPages.h"
 #include "host/http/Exchange.h"
@@ -91,12 +93,20 @@ std::optional<Answer> Pipeline::checkBody(const Exchange& exchange) const {
     return std::nullopt;
 }
 
+Answer Pipeline::answerFile(const Exchange& exchange, StaticFiles& files) const {
+    try {
+        return files.answer(exchange.target.path, exchange.head());
+    } catch (const OutOfDescriptors&) {
+        return outOfDescriptors(setting_.log);
+    }
+}
+
 std::optional<Answer> Pipeline::answer(const std::shared_ptr<Exchange>& exchange, StaticFiles* files) const {
     if (!exchange->page && !exchange->guard) {
         // A style sheet that is fetched with the cookie shows that the visitor keeps cookies.
         const std::string_view cookies = exchange->head().field("Cookie");
         if (!cookies.empty()) setting_.sessions.touch(cookie(cookies, sessionCookieName));
-        return files ? files->answer(exchange->target.path, exchange->head()) : errorPages::page(404);
+        return files ? answerFile(*exchange, *files) : errorPages::page(404);
     }
     if (std::make_shared<PageJob>(setting_, exchange)->start()) return std::nullopt;
     return errorPages::page(503);

@@ -29,11 +29,13 @@ class Pipeline {
     std::optional<Answer> answer(const std::shared_ptr<Exchange>& exchange, StaticFiles* files) const;
 
     SessionStore& sessions() const { return setting_.sessions; }
+    LineLog& log() const { return setting_.log; }
 
   private:
     std::optional<Answer> checkHost(Exchange& exchange) const;
     std::optional<Answer> checkMethod(const Exchange& exchange) const;
     void findResponsible(Exchange& exchange) const;
+    Answer answerFile(const Exchange& exchange, StaticFiles& files) const;
     std::optional<Answer> checkBody(const Exchange& exchange) const;
 
     PageSetting setting_;

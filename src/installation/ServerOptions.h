@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "installation/StaticFileOptions.h"
+
 namespace torvex {
 
 /// How long each stage of a connection may take. All are total times of their stage, so that a sender who
@@ -94,6 +96,8 @@ struct ServerOptions {
     /// Folders that authors upload to, as in addresses ("/images/"): nothing in them can run script on this
     /// site.
     std::vector<std::string> uploadFolders{};
+    /// Types of files that are public besides those that are known.
+    MediaTypes fileTypes{};
 };
 
 }  // namespace torvex

@@ -16,8 +16,8 @@ namespace torvex {
 namespace {
 
 constexpr std::int64_t mebibyte = 1024 * 1024;
-constexpr std::array<std::string_view, 6> sectionNames = {"database", "server", "tls",
-                                                          "limits",   "paths",  "log"};
+constexpr std::array<std::string_view, 7> sectionNames = {"database", "server", "tls", "limits",
+                                                          "paths",    "files",  "log"};
 constexpr std::array<std::string_view, 6> logLevels = {"trace", "debug", "info", "warn", "error", "off"};
 
 std::string readFile(const std::filesystem::path& file) {
@@ -122,6 +122,30 @@ void readPaths(SettingsSection section, PathSettings& paths) {
     if (!isFolderName(paths.documents)) section.refuse("documents", expected);
 }
 
+bool isSuffix(std::string_view name) {
+    return !name.empty() && std::all_of(name.begin(), name.end(), [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-' || c == '_';
+    });
+}
+
+/// Goes into a header field.
+bool isMediaType(std::string_view type) {
+    const std::size_t slash = type.find('/');
+    return slash != std::string_view::npos && slash > 0 && slash + 1 < type.size() &&
+           std::all_of(type.begin(), type.end(), [](char c) { return c >= 0x20 && c < 0x7f; });
+}
+
+void readFiles(SettingsSection section, MediaTypes& types) {
+    section.read("types", types);
+    section.refuseOthers();
+    for (const auto& [suffix, type] : types) {
+        if (isSuffix(suffix) && isMediaType(type)) continue;
+        section.refuse("types",
+                       "suffixes in lower case without a point, each with a media type, such as "
+                       "{ step = \"model/step\" }");
+    }
+}
+
 void readLog(SettingsSection section, std::string& level) {
     section.read("level", level);
     section.refuseOthers();
@@ -144,6 +168,7 @@ Settings readSettings(const std::filesystem::path& file) {
     readTls(section("tls"), file.parent_path(), settings.server);
     readLimits(section("limits"), settings.server);
     readPaths(section("paths"), settings.paths);
+    readFiles(section("files"), settings.server.fileTypes);
     readLog(section("log"), settings.logLevel);
     return settings;
 }

@@ -53,6 +53,18 @@ void SettingsSection::read(std::string_view key, bool& target) {
     target = node->as_boolean()->get();
 }
 
+void SettingsSection::read(std::string_view key, std::map<std::string, std::string, std::less<>>& target) {
+    const toml::node* node = find(key);
+    if (node == nullptr) return;
+    const auto* table = node->as_table();
+    constexpr auto* expected = "names and texts in braces, { name = \"text\" }";
+    if (table == nullptr) refuse(key, expected);
+    for (const auto& [name, text] : *table) {
+        if (!text.is_string()) refuse(key, expected);
+        target[std::string(name.str())] = text.as_string()->get();
+    }
+}
+
 void SettingsSection::readSeconds(std::string_view key, std::chrono::milliseconds& target) {
     constexpr double most = 86'400;
     const toml::node* node = find(key);

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <toml++/toml.h>
@@ -18,6 +19,8 @@ class SettingsSection {
 
     void read(std::string_view key, std::string& target);
     void read(std::string_view key, bool& target);
+    /// Names and texts, as { name = "text" }.
+    void read(std::string_view key, std::map<std::string, std::string, std::less<>>& target);
     void readSeconds(std::string_view key, std::chrono::milliseconds& target);
     template <typename Number>
     void readNumber(std::string_view key, Number& target, std::int64_t least, std::int64_t most) {

@@ -1,10 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <string>
 #include <vector>
 
 namespace torvex {
+
+/// Media types by the suffix of a file's name, in lower case without its point.
+using MediaTypes = std::map<std::string, std::string, std::less<>>;
 
 /// How the files of the public folder are answered.
 struct StaticFileOptions {
@@ -14,6 +18,8 @@ struct StaticFileOptions {
     /// Folders that authors upload to, as in addresses ("/images/"). A document in them that could run script
     /// is answered in a sandbox: it shows, but runs nothing and is no part of this site.
     std::vector<std::string> uploads;
+    /// Public besides those that are known.
+    MediaTypes types{};
 };
 
 }  // namespace torvex

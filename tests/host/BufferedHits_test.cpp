@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "delivery/HitStore.h"
+#include "host/LineLog.h"
 #include "support/TestDatabase.h"
 
 namespace torvex {
@@ -43,7 +44,8 @@ class BufferedHitsTest : public test::DatabaseTest {
     }
 
     std::ostringstream logged_;
-    spdlog::logger log_{"test", std::make_shared<spdlog::sinks::ostream_sink_mt>(logged_)};
+    spdlog::logger logger_{"test", std::make_shared<spdlog::sinks::ostream_sink_mt>(logged_)};
+    LineLog log_{logger_};
     std::atomic<int> opened_ = 0;
     std::atomic<bool> isBroken_ = false;
 };

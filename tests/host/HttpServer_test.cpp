@@ -291,6 +291,31 @@ TEST_F(HttpServerTest, AFailureIsLoggedOnceAndShownAsANumberOnly) {
     EXPECT_THAT(log[0], HasSubstr(reply.body.substr(code, reply.body.find("</code>") - code)));
 }
 
+TEST_F(HttpServerTest, WhatAVisitorSendsIsCutAndEscapedInTheLog) {
+    running.form("/broken.asp", [](HostContext& host) {
+        throw Error("Error in function getLoginURL !\r\nthere is no login target \"" +
+                    host.request.item("target") + "\"");
+    });
+    start();
+    const std::string body = "target=%C2%9B%E2%80%AE%FF" + std::string(1'000'000, 'x');
+    for (int i = 0; i < 30; ++i) {
+        const RawReply reply = client().ask(
+            "POST /broken.asp?" + std::string(1000, 'q') +
+            "%1b&p%61ssword=hush"
+            " HTTP/1.1\r\nHost: a\r\nContent-Type: application/x-www-form-urlencoded\r\nContent-Length: " +
+            std::to_string(body.size()) + "\r\n\r\n" + body);
+        EXPECT_EQ(reply.status, 500);
+    }
+    const std::vector<std::string> log = running.logged();
+    EXPECT_EQ(log.size(), 10U);
+    for (const std::string& line : log) {
+        EXPECT_LT(line.size(), 1000U);
+        EXPECT_THAT(line, HasSubstr("login target \"\\u009b\\u202e\ufffdxxx"));
+        EXPECT_THAT(line, Not(HasSubstr("hush")));
+    }
+    running.stop();
+}
+
 TEST_F(HttpServerTest, ALineBreakCannotGetIntoAHeaderField) {
     running.page("/go.asp", [](HostContext& host) { host.response.redirect("/a\r\nSet-Cookie: b=c"); });
     start();

@@ -85,6 +85,22 @@ level = "debug"
     EXPECT_EQ(settings.logLevel, "debug");
 }
 
+TEST_F(SettingsFile, TypesOfPublicFilesAreRead) {
+    EXPECT_TRUE(read("").server.fileTypes.empty());
+    const Settings settings =
+        read("[files]\ntypes = { step = \"model/step\", dat = \"application/x-dat\" }\n");
+    EXPECT_EQ(settings.server.fileTypes, (MediaTypes{{"dat", "application/x-dat"}, {"step", "model/step"}}));
+}
+
+TEST_F(SettingsFile, AWrongTypeOfPublicFilesIsRefused) {
+    for (const char* types :
+         {"3", "[\"step\"]", "{ step = 3 }", "{ \".step\" = \"model/step\" }", "{ STEP = \"model/step\" }",
+          "{ step = \"model\" }", "{ step = \"a/b\\r\\nX: y\" }"})
+        EXPECT_THAT(refusal(std::string("[files]\ntypes = ") + types + "\n"),
+                    HasSubstr("torvex.toml:2: types in [files] must be"))
+            << types;
+}
+
 TEST_F(SettingsFile, UnknownKeyIsRefusedWithItsLineAndTheKnownOnes) {
     const std::string refused = refusal("[server]\n\nlisen = \"127.0.0.1:1\"\n");
     EXPECT_THAT(refused, HasSubstr("torvex.toml:3: "));

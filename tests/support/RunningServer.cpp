@@ -24,7 +24,9 @@ class RunningServer::Lines final : public spdlog::sinks::base_sink<std::mutex> {
 };
 
 RunningServer::RunningServer()
-    : lines_(std::make_shared<Lines>()), log_(std::make_shared<spdlog::logger>("test", lines_)) {
+    : lines_(std::make_shared<Lines>()),
+      logger_(std::make_shared<spdlog::logger>("test", lines_)),
+      log_(*logger_) {
     options.loops = 2;
     options.workers = 4;
 }
@@ -34,7 +36,7 @@ RunningServer::~RunningServer() {
 }
 
 void RunningServer::start() {
-    server = std::make_unique<HttpServer>(options, host.services(), *log_,
+    server = std::make_unique<HttpServer>(options, host.services(), log_,
                                           ServedPages{startSession, pages, guards});
     thread_ = std::thread([this] { server->run(); });
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/HttpServer.h"
+#include "host/LineLog.h"
 #include "support/RawHttpClient.h"
 #include "support/TestDatabase.h"
 #include "support/TestHost.h"
@@ -49,7 +50,8 @@ class RunningServer {
   private:
     class Lines;
     std::shared_ptr<Lines> lines_;
-    std::shared_ptr<spdlog::logger> log_;
+    std::shared_ptr<spdlog::logger> logger_;
+    LineLog log_;
     std::thread thread_;
 };
 

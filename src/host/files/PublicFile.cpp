@@ -64,15 +64,19 @@ bool isUpload(std::string_view relativePath, const StaticFileOptions& options) {
 }
 
 void describe(PublicFile& file, std::string_view name, const StaticFileOptions& options) {
+    const std::string_view type = mediaType(name, options.types);
     file.etag = fmt::format("\"{:x}-{:x}-{:x}\"", file.stamp.inode, file.stamp.size, file.stamp.modified);
     file.fields = fmt::format(
         "Content-Type: {}\r\nLast-Modified: {}\r\nETag: {}\r\nCache-Control: {}\r\nAccept-Ranges: bytes\r\n",
-        mediaType(name), httpDate(file.modified()), file.etag, options.cacheControl);
-    if (isActive(mediaType(name)) && isUpload(name, options))
-        file.fields += "Content-Security-Policy: sandbox\r\n";
+        type, httpDate(file.modified()), file.etag, options.cacheControl);
+    if (isActive(type) && isUpload(name, options)) file.fields += "Content-Security-Policy: sandbox\r\n";
 }
 
 }  // namespace
+
+bool isOutOfDescriptors(int errorNumber) {
+    return errorNumber == EMFILE || errorNumber == ENFILE || errorNumber == ENOMEM;
+}
 
 FileStamp FileStamp::of(const struct stat& status) {
     return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size),
@@ -89,7 +93,8 @@ bool FileStamp::isSettled() const {
 std::optional<PublicFile> PublicFile::open(const RootFolder& root, const std::string& relativePath,
                                            const StaticFileOptions& options) {
     // Not blocking: a pipe in the folder would hold up the loop until someone writes to it.
-    Descriptor opened = root.open(relativePath, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    Descriptor opened = root.openWithoutLinks(relativePath, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    if (!opened && isOutOfDescriptors(errno)) throw OutOfDescriptors();
     const std::optional<FileStamp> stamp = opened ? stampOf(opened) : std::nullopt;
     if (!stamp) return std::nullopt;
     PublicFile result;

@@ -11,6 +11,7 @@
 #include "host/http/Answer.h"
 #include "host/http/ByteRange.h"
 #include "installation/StaticFileOptions.h"
+#include "platform/Errors.h"
 #include "platform/files/RootFolder.h"
 
 namespace torvex {
@@ -30,6 +31,15 @@ struct FileStamp {
     bool operator==(const FileStamp&) const = default;
 };
 
+/// The file may be there, but nothing more can be opened just now.
+class OutOfDescriptors : public Error {
+  public:
+    OutOfDescriptors() : Error("no file descriptor is left") {}
+};
+
+/// Whether that is why something could not be opened.
+bool isOutOfDescriptors(int errorNumber);
+
 /// A file ready to be answered: its bytes when it is small, else the open file.
 struct PublicFile {
     FileStamp stamp;
@@ -40,8 +50,8 @@ struct PublicFile {
 
     std::time_t modified() const { return static_cast<std::time_t>(stamp.modified / 1'000'000'000); }
 
-    /// Opens the regular file at a path relative to the root; nothing when there is none. Small files are
-    /// read.
+    /// Opens the regular file at a path relative to the root, which passes no link; nothing when there is
+    /// none. Small files are read. Throws `OutOfDescriptors`.
     static std::optional<PublicFile> open(const RootFolder& root, const std::string& relativePath,
                                           const StaticFileOptions& options);
 

@@ -1,26 +1,17 @@
 #include "host/files/StaticFiles.h"
 
 #include <algorithm>
-#include <array>
+#include <cerrno>
+#include <ctime>
 #include <fcntl.h>
 
+#include "host/files/MediaTypes.h"
 #include "host/files/PublicFile.h"
 #include "host/http/ErrorPages.h"
 
 namespace torvex {
 
 namespace {
-
-/// Sources of pages, scripts, settings, databases, keys, and what editors leave behind.
-constexpr std::array<std::string_view, 28> hiddenSuffixes{
-    ".asp", ".asa",  ".aspx",   ".inc", ".lua", ".php",    ".sh",     ".py",     ".toml",    ".ini",
-    ".cfg", ".conf", ".config", ".sql", ".db",  ".db-wal", ".db-shm", ".sqlite", ".sqlite3", ".mdb",
-    ".log", ".key",  ".pem",    ".bak", ".old", ".orig",   ".swp",    "~"};
-
-bool isHiddenName(std::string_view name) {
-    return std::any_of(hiddenSuffixes.begin(), hiddenSuffixes.end(),
-                       [name](std::string_view suffix) { return ascii::endsWith(name, suffix); });
-}
 
 FileConditions conditionsOf(const RequestHead& head) {
     FileConditions conditions;
@@ -39,7 +30,7 @@ std::string relative(std::string_view path) {
 
 }  // namespace
 
-bool isPublicPath(std::string_view path) {
+bool isPublicPath(std::string_view path, const MediaTypes& more) {
     if (!path.starts_with('/') || path.find_first_of(std::string_view("\\\0", 2)) != std::string_view::npos)
         return false;
     std::string_view name;
@@ -49,12 +40,12 @@ bool isPublicPath(std::string_view path) {
         if (name.empty() || name.front() == '.') return false;
         path.remove_prefix(name.size());
     }
-    return !isHiddenName(name);
+    return !mediaType(name, more).empty();
 }
 
 Answer fileAnswer(const RootFolder& root, std::string_view path, const RequestHead& head,
                   const StaticFileOptions& options) {
-    if (!isPublicPath(path)) return errorPages::page(404);
+    if (!isPublicPath(path, options.types)) return errorPages::page(404);
     const auto file = PublicFile::open(root, relative(path), options);
     return file ? file->answer(conditionsOf(head)) : errorPages::page(404);
 }
@@ -62,6 +53,7 @@ Answer fileAnswer(const RootFolder& root, std::string_view path, const RequestHe
 struct StaticFiles::Kept {
     std::string path;
     PublicFile file;
+    std::time_t checked;  ///< when the way to it was last seen to pass no link
 
     std::size_t cost() const { return file.bytes->size() + path.size() + file.fields.size() + 512; }
 };
@@ -73,28 +65,40 @@ StaticFiles::~StaticFiles() = default;
 
 Answer StaticFiles::answer(std::string_view path, const RequestHead& head) {
     if (const Kept* kept = findCurrent(path)) return kept->file.answer(conditionsOf(head));
-    if (!isPublicPath(path)) return errorPages::page(404);
+    if (!isPublicPath(path, options_.types)) return errorPages::page(404);
     std::optional<PublicFile> file = PublicFile::open(root_, relative(path), options_);
     if (!file) return errorPages::page(404);
     Answer answer = file->answer(conditionsOf(head));
-    if (file->bytes && file->stamp.isSettled()) keep({std::string(path), std::move(*file)});
+    if (file->bytes && file->stamp.isSettled())
+        keep({std::string(path), std::move(*file), std::time(nullptr)});
     return answer;
 }
 
-/// One look at the disk and no opening. That the look may follow a link does no harm: what it finds must be
-/// the very file that was opened beneath the root.
+/// One look at the disk and no opening. That the look may follow a link to a folder does no harm: what it
+/// finds must be the very file that was opened beneath the root, and once in a second it is found without
+/// links.
 const StaticFiles::Kept* StaticFiles::findCurrent(std::string_view path) {
     const auto found = byPath_.find(path);
     if (found == byPath_.end()) return nullptr;
     const Order::iterator place = found->second;
     struct stat status {};
-    const bool exists = ::fstatat(folder_.number(), place->path.c_str() + 1, &status, 0) == 0;
-    if (!exists || FileStamp::of(status) != place->file.stamp) {
+    const bool exists =
+        ::fstatat(folder_.number(), place->path.c_str() + 1, &status, AT_SYMLINK_NOFOLLOW) == 0;
+    if (!exists || FileStamp::of(status) != place->file.stamp || !isStillReached(*place)) {
         drop(place);
         return nullptr;
     }
     order_.splice(order_.begin(), order_, place);
     return &*place;
+}
+
+bool StaticFiles::isStillReached(Kept& kept) const {
+    const std::time_t now = std::time(nullptr);
+    if (now == kept.checked) return true;
+    const Descriptor reached = root_.openWithoutLinks(relative(kept.path), O_PATH);
+    if (!reached && !isOutOfDescriptors(errno)) return false;
+    kept.checked = now;
+    return true;
 }
 
 void StaticFiles::drop(Order::iterator place) {

@@ -14,12 +14,12 @@
 
 namespace torvex {
 
-/// Whether a decoded path may name a public file at all: not hidden, no page source, script, settings,
-/// database or leftover of an editor, and in its plain form (no empty, "." or ".." part).
-bool isPublicPath(std::string_view path);
+/// Whether a decoded path may name a public file at all: of a known media type or one of `more`, no part of
+/// it hidden, and in its plain form (no empty, "." or ".." part).
+bool isPublicPath(std::string_view path, const MediaTypes& more = {});
 
 /// The answer for the file at `path` below `root`: the whole, a part, or "not modified", as the request asks;
-/// 404 when there is none that may be seen. Keeps nothing; safe from any thread.
+/// 404 when there is none that may be seen. Throws `OutOfDescriptors`. Keeps nothing; safe from any thread.
 Answer fileAnswer(const RootFolder& root, std::string_view path, const RequestHead& head,
                   const StaticFileOptions& options);
 
@@ -31,6 +31,7 @@ class StaticFiles {
     StaticFiles(const RootFolder& root, StaticFileOptions options);
     ~StaticFiles();
 
+    /// Throws `OutOfDescriptors`.
     Answer answer(std::string_view path, const RequestHead& head);
 
     std::size_t cachedBytes() const { return cachedBytes_; }
@@ -40,6 +41,7 @@ class StaticFiles {
     using Order = std::list<Kept>;
 
     const Kept* findCurrent(std::string_view path);
+    bool isStillReached(Kept& kept) const;
     void drop(Order::iterator place);
     void keep(Kept file);
 

@@ -14,10 +14,12 @@ namespace torvex {
 
 namespace {
 
-int openAt2(int folder, const char* path, int flags) {
+constexpr std::uint64_t beneath = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;
+
+int openAt2(int folder, const char* path, int flags, std::uint64_t resolve = beneath) {
     open_how how{};
     how.flags = static_cast<unsigned>(flags | O_CLOEXEC);
-    how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;
+    how.resolve = resolve;
     return static_cast<int>(::syscall(SYS_openat2, folder, path, &how, sizeof how));
 }
 
@@ -93,15 +95,21 @@ std::optional<std::string> RootFolder::below(std::string_view folder, std::strin
 }
 
 Descriptor RootFolder::open(const std::string& relativePath, int flags) const {
-    return lookup_ == Lookup::Kernel ? openByKernel(relativePath, flags) : openByWalk(relativePath, flags);
+    return lookup_ == Lookup::Kernel ? openByKernel(relativePath, flags, beneath)
+                                     : openByWalk(relativePath, flags);
 }
 
-Descriptor RootFolder::openByKernel(const std::string& relativePath, int flags) const {
+Descriptor RootFolder::openWithoutLinks(const std::string& relativePath, int flags) const {
+    return lookup_ == Lookup::Kernel ? openByKernel(relativePath, flags, beneath | RESOLVE_NO_SYMLINKS)
+                                     : openByWalk(relativePath, flags);
+}
+
+Descriptor RootFolder::openByKernel(const std::string& relativePath, int flags, std::uint64_t resolve) const {
     // The kernel gives up with EAGAIN when something is renamed while it follows a link that goes up.
     constexpr int tries = 8;
     int opened = -1;
     for (int i = 0; i < tries; ++i) {
-        opened = openAt2(folder_.number(), relativePath.c_str(), flags);
+        opened = openAt2(folder_.number(), relativePath.c_str(), flags, resolve);
         if (opened >= 0 || (errno != EAGAIN && errno != EINTR)) break;
     }
     return Descriptor(opened);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,10 +36,13 @@ class RootFolder {
     /// can't follow safely fails with ELOOP or EXDEV, also when it leads to somewhere inside: see
     /// `DiskFileSystem`.
     Descriptor open(const std::string& relativePath, int flags) const;
+    /// The same past no symbolic link at all: what is opened lies where the path says. A link fails with
+    /// ELOOP.
+    Descriptor openWithoutLinks(const std::string& relativePath, int flags) const;
 
   private:
     static std::optional<std::string> below(std::string_view folder, std::string_view path);
-    Descriptor openByKernel(const std::string& relativePath, int flags) const;
+    Descriptor openByKernel(const std::string& relativePath, int flags, std::uint64_t resolve) const;
     Descriptor openByWalk(std::string_view relativePath, int flags) const;
 
     std::string path_;

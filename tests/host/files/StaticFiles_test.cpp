@@ -1,7 +1,9 @@
 #include "host/files/StaticFiles.h"
 
+#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -19,13 +21,62 @@ using test::RawHttpClient;
 using test::RawReply;
 
 TEST(StaticFiles, HiddenNamesAndSourcesAreNotPublic) {
-    for (const char* path : {"/a.css", "/a/b/c.PNG", "/a b.txt", "/Ünïcode.html", "/no-suffix", "/a.b.c"})
+    for (const char* path : {"/a.css", "/a/b/c.PNG", "/a b.txt", "/Ünïcode.html", "/a.b.PDF", "/a.svg"})
         EXPECT_TRUE(isPublicPath(path)) << path;
-    for (const char* path :
-         {"",          "/",           "a.css",        "//a.css",      "/a//b.css",  "/a/",       "/..",
-          "/../a.css", "/a/../b.css", "/./a.css",     "/.git/config", "/.htaccess", "/a/.b",     "/page.asp",
-          "/PAGE.ASP", "/a.inc",      "/torvex.toml", "/content.db",  "/a.db-wal",  "/dump.sql", "/x.lua",
-          "/x.ini",    "/a.css.bak",  "/a.css~",      "/a.sqlite",    "/a.log",     "/a.pem",    "/a\\b.css"})
+    for (const char* path : {"",
+                             "/",
+                             "a.css",
+                             "//a.css",
+                             "/a//b.css",
+                             "/a/",
+                             "/..",
+                             "/../a.css",
+                             "/a/../b.css",
+                             "/./a.css",
+                             "/.git/config",
+                             "/.htaccess",
+                             "/a/.b",
+                             "/page.asp",
+                             "/PAGE.ASP",
+                             "/a.inc",
+                             "/torvex.toml",
+                             "/content.db",
+                             "/a.db-wal",
+                             "/dump.sql",
+                             "/x.lua",
+                             "/x.ini",
+                             "/a.css.bak",
+                             "/a.css~",
+                             "/a.sqlite",
+                             "/a.log",
+                             "/a.pem",
+                             "/a\\b.css",
+                             "/.env",
+                             "/a/.env",
+                             "/shop.pfx",
+                             "/id_rsa",
+                             "/id_ed25519",
+                             "/a.p12",
+                             "/a.jks",
+                             "/a.crt",
+                             "/a.csr",
+                             "/a.ppk",
+                             "/a.kdbx",
+                             "/content.db-journal",
+                             "/content.db-shm",
+                             "/a.sqlite-wal",
+                             "/no-suffix",
+                             "/a.b.c",
+                             "/a.css.",
+                             "/Makefile",
+                             "/a.css.swp",
+                             "/a.env",
+                             "/a.htpasswd",
+                             "/a.mdb",
+                             "/a.exe",
+                             "/a.tf",
+                             "/a.yml",
+                             "/core"})
         EXPECT_FALSE(isPublicPath(path)) << path;
     EXPECT_FALSE(isPublicPath(std::string_view("/a.css\0.txt", 11)));
 }
@@ -34,8 +85,18 @@ TEST(MediaTypes, GoBySuffixInAnyCase) {
     EXPECT_EQ(mediaType("a.css"), "text/css; charset=utf-8");
     EXPECT_EQ(mediaType("a.b/C.JPG"), "image/jpeg");
     EXPECT_EQ(mediaType("a.js"), "text/javascript; charset=utf-8");
-    EXPECT_EQ(mediaType("a.unknown"), "application/octet-stream");
-    EXPECT_EQ(mediaType("a"), "application/octet-stream");
+    EXPECT_EQ(mediaType("a.unknown"), "");
+    EXPECT_EQ(mediaType("a"), "");
+}
+
+TEST(MediaTypes, AnOperatorsTypesGoBeforeTheKnownOnes) {
+    const MediaTypes own{{"step", "model/step"}, {"txt", "text/x-own"}};
+    EXPECT_EQ(mediaType("a.STEP", own), "model/step");
+    EXPECT_EQ(mediaType("a.txt", own), "text/x-own");
+    EXPECT_EQ(mediaType("a.css", own), "text/css; charset=utf-8");
+    EXPECT_TRUE(isPublicPath("/a.step", own));
+    EXPECT_FALSE(isPublicPath("/a.step"));
+    EXPECT_FALSE(isPublicPath("/.step", own));
 }
 
 class StaticFilesTest : public testing::Test {
@@ -71,8 +132,13 @@ TEST_F(StaticFilesTest, WhatIsNotThereOrNotPublicIsNotFound) {
     folder.write("page.asp", "secret");
     folder.write(".hidden", "secret");
     start();
-    for (const char* target : {"/nothing.css", "/sub", "/sub/", "/page.asp", "/.hidden", "/sub/../sub/a.css",
-                               "/sub//a.css", "/%2e%2e/x.css", "/..%20/a.css"})
+    folder.write(".env", "secret");
+    folder.write("shop.pfx", "secret");
+    folder.write("id_rsa", "secret");
+    folder.write("content.db-journal", "secret");
+    for (const char* target :
+         {"/.env", "/shop.pfx", "/id_rsa", "/content.db-journal", "/nothing.css", "/sub", "/sub/",
+          "/page.asp", "/.hidden", "/sub/../sub/a.css", "/sub//a.css", "/%2e%2e/x.css", "/..%20/a.css"})
         EXPECT_EQ(get(target).status, 404) << target;
     for (const char* target : {"/sub%2fa.css", "/sub%5ca.css", "/sub/a.css%00", "/%zz"})
         EXPECT_EQ(get(target).status, 400) << target;
@@ -88,6 +154,68 @@ TEST_F(StaticFilesTest, ALinkOutOfTheFolderLeadsNowhere) {
     EXPECT_EQ(get("/sub/secret.txt").status, 404);
 }
 
+TEST_F(StaticFilesTest, ATypeThatTheSettingsNameIsPublic) {
+    folder.write("part.step", "ISO-10303-21;");
+    running.options.fileTypes["step"] = "model/step";
+    start();
+    const RawReply reply = get("/part.step");
+    EXPECT_EQ(reply.status, 200);
+    EXPECT_EQ(reply.field("Content-Type"), "model/step");
+}
+
+TEST_F(StaticFilesTest, ALinkDoesNotLeadAroundAGuard) {
+    folder.write("images/closed.png", "closed");
+    folder.write("pub/open.png", "open");
+    std::filesystem::create_symlink("../images/closed.png", folder.path() + "/pub/file.png");
+    std::filesystem::create_directory_symlink("images", folder.path() + "/folder");
+    std::filesystem::create_directory_symlink("../pub", folder.path() + "/images/out");
+    running.guards.push_back(
+        {"/images/", [] { return true; }, [](HostContext&, std::string_view) { return false; }});
+    start();
+    EXPECT_EQ(get("/images/closed.png").status, 403);
+    EXPECT_EQ(get("/pub/file.png").status, 404);
+    EXPECT_EQ(get("/folder/closed.png").status, 404);
+    EXPECT_EQ(get("/pub/open.png").body, "open");
+}
+
+/// Takes all descriptors that this process may still open, for as long as it lives.
+class NoDescriptors {
+  public:
+    NoDescriptors() {
+        ::getrlimit(RLIMIT_NOFILE, &before_);
+        const Descriptor lowest(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+        const rlimit none{static_cast<rlim_t>(lowest.number()), before_.rlim_max};
+        ::setrlimit(RLIMIT_NOFILE, &none);
+    }
+    ~NoDescriptors() { ::setrlimit(RLIMIT_NOFILE, &before_); }
+
+  private:
+    rlimit before_{};
+};
+
+TEST_F(StaticFilesTest, WithoutDescriptorsAFileIsNotLostButAnsweredLater) {
+    folder.write("a.txt", "x");
+    folder.write("images/a.png", "x");
+    running.guards.push_back(
+        {"/images/", [] { return true; }, [](HostContext&, std::string_view) { return true; }});
+    start();
+    RawHttpClient client = running.client();
+    EXPECT_EQ(client.get("/nothing.css").status, 404);
+    EXPECT_EQ(client.get("/images/a.png").status, 200);
+    {
+        const NoDescriptors none;
+        for (const char* target : {"/a.txt", "/images/a.png", "/a.txt"}) {
+            const RawReply reply = client.get(target);
+            EXPECT_EQ(reply.status, 503) << target;
+            EXPECT_NE(reply.field("Retry-After"), "");
+        }
+    }
+    EXPECT_EQ(client.get("/a.txt").body, "x");
+    const std::vector<std::string> log = running.logged();
+    ASSERT_EQ(log.size(), 1U);
+    EXPECT_NE(log[0].find("no file descriptor is left"), std::string::npos);
+}
+
 TEST_F(StaticFilesTest, APipeInTheFolderHoldsUpNobody) {
     ::mkfifo((folder.path() + "/pipe.txt").c_str(), 0600);
     start();
@@ -96,10 +224,10 @@ TEST_F(StaticFilesTest, APipeInTheFolderHoldsUpNobody) {
 
 TEST_F(StaticFilesTest, HeadGivesTheLengthAndNoBody) {
     folder.write("a.txt", "12345");
-    folder.write("big.bin", std::string(200'000, 'x'));
+    folder.write("big.zip", std::string(200'000, 'x'));
     start();
     RawHttpClient client = running.client();
-    client.send("HEAD /a.txt HTTP/1.1\r\nHost: a\r\n\r\nHEAD /big.bin HTTP/1.1\r\nHost: a\r\n\r\n");
+    client.send("HEAD /a.txt HTTP/1.1\r\nHost: a\r\n\r\nHEAD /big.zip HTTP/1.1\r\nHost: a\r\n\r\n");
     EXPECT_EQ(client.readWithoutBody().field("Content-Length"), "5");
     EXPECT_EQ(client.readWithoutBody().field("Content-Length"), "200000");
     EXPECT_EQ(client.get("/a.txt").body, "12345");
@@ -116,20 +244,20 @@ TEST_F(StaticFilesTest, AnEmptyFileIsAnswered) {
 TEST_F(StaticFilesTest, ALargeFileArrivesWhole) {
     std::string bytes;
     for (int i = 0; bytes.size() < 5'000'000; ++i) bytes += std::to_string(i);
-    folder.write("big.bin", bytes);
+    folder.write("big.zip", bytes);
     start();
     RawHttpClient client = running.client();
-    EXPECT_TRUE(client.get("/big.bin").body == bytes);
-    EXPECT_TRUE(client.get("/big.bin").body == bytes);
+    EXPECT_TRUE(client.get("/big.zip").body == bytes);
+    EXPECT_TRUE(client.get("/big.zip").body == bytes);
 }
 
 TEST_F(StaticFilesTest, AReaderWhoLeavesInTheMiddleHarmsNobody) {
-    folder.write("big.bin", std::string(30'000'000, 'x'));
+    folder.write("big.zip", std::string(30'000'000, 'x'));
     folder.write("a.txt", "x");
     start();
     for (int i = 0; i < 10; ++i) {
         RawHttpClient client = running.client();
-        client.send("GET /big.bin HTTP/1.1\r\nHost: a\r\n\r\n");
+        client.send("GET /big.zip HTTP/1.1\r\nHost: a\r\n\r\n");
         EXPECT_EQ(client.readWithoutBody().status, 200);
     }
     std::this_thread::sleep_for(100ms);
@@ -275,6 +403,18 @@ TEST_F(FileCacheTest, TheLeastRecentlyUsedGoesWhenRoomIsShort) {
     body("/c.txt");
     EXPECT_LE(files().cachedBytes(), 25'000U);
     EXPECT_EQ(body("/a.txt"), std::string(10'000, 'a'));
+}
+
+TEST_F(FileCacheTest, AKeptFileWhoseFolderBecomesALinkIsNotServed) {
+    folder.write("pub/a.txt", "public");
+    waitUntilSettled();
+    EXPECT_EQ(body("/pub/a.txt"), "public");
+    std::filesystem::create_directory(folder.path() + "/images");
+    std::filesystem::rename(folder.path() + "/pub", folder.path() + "/images/pub");
+    std::filesystem::create_directory_symlink("images/pub", folder.path() + "/pub");
+    std::this_thread::sleep_for(1100ms);
+    EXPECT_EQ(body("/pub/a.txt"), "status 404");
+    EXPECT_EQ(body("/images/pub/a.txt"), "public");
 }
 
 TEST_F(FileCacheTest, AFileReplacedByALinkOutIsNotServed) {

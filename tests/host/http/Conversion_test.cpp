@@ -129,6 +129,13 @@ TEST(FailureReport, ValuesOfSecretNamesAreLeftOut) {
     EXPECT_EQ(withoutSecrets(""), "");
 }
 
+TEST(FailureReport, SecretNamesAreKnownHoweverTheyAreWritten) {
+    EXPECT_EQ(withoutSecrets("p%61ssword=x&a=1"), "p%61ssword=...&a=1");
+    EXPECT_EQ(withoutSecrets("%50%41%53%53word=x"), "%50%41%53%53word=...");
+    EXPECT_EQ(withoutSecrets("pa%C5%BF%C5%BFword=x"), "pa%C5%BF%C5%BFword=...");  // the long s
+    EXPECT_EQ(withoutSecrets("to%6ben=x&%73ecret=y&pw%64"), "to%6ben=...&%73ecret=...&pw%64=...");
+}
+
 }  // namespace
 
 }  // namespace torvex
