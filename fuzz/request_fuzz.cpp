@@ -47,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         held.erase(0, consumed);
         if (parser.state() == State::HeaderDone) {
             readParts(parser.head());
-            parser.readBody();
+            parser.readBody(2048);
         } else if (parser.state() == State::Complete) {
             require(parser.body().size() <= 2048);
             parser.reset();

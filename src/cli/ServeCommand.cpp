@@ -8,6 +8,7 @@
 #include "cli/StopSignals.h"
 #include "cli/UsageError.h"
 #include "host/BufferedHits.h"
+#include "host/Descriptors.h"
 #include "host/HttpServer.h"
 #include "installation/Setup.h"
 #include "pages/Routes.h"
@@ -75,6 +76,7 @@ constexpr std::string_view workingAsRoot =
 
 ExitCode serve(const ServeOptions& options, const Environment& environment) {
     StopSignals signals;
+    raiseDescriptorLimit();
     Installation installation = Installation::open(options.install, environment);
     ServerOptions server = installation.settings().server;
     if (options.listen) listenAt(*options.listen, server);

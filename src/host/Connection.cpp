@@ -1,8 +1,12 @@
 #include "host/Connection.h"
 
+#include <algorithm>
 #include <boost/asio/post.hpp>
+#include <linux/sockios.h>
+#include <sys/ioctl.h>
 
 #include "host/EventLoop.h"
+#include "host/LineLog.h"
 #include "host/Pipeline.h"
 #include "host/http/ErrorPages.h"
 
@@ -13,14 +17,16 @@ namespace {
 using boost::system::error_code;
 
 constexpr std::size_t readSize = 4096;
+constexpr std::size_t keptBody = 4096;           ///< of memory, from one request to the next
 constexpr std::size_t lingerBytes = 256 * 1024;  ///< of a refused body, dropped; more is cut off
 constexpr int mostInOneGo = 16;  ///< pipelined requests, before other connections have their turn
+constexpr std::chrono::milliseconds betweenLooks{1000};  ///< at the pace of one that is neither fast nor out
 constexpr std::string_view goOn = "HTTP/1.1 100 Continue\r\n\r\n";
 
 }  // namespace
 
-Connection::Connection(EventLoop& loop, Socket socket, asio::ssl::context* tls)
-    : loop_(loop), transport_(std::move(socket), tls), parser_(loop.options().limits) {}
+Connection::Connection(EventLoop& loop, Socket socket, asio::ssl::context* tls, const Peer& peer)
+    : loop_(loop), transport_(std::move(socket), tls), parser_(loop.options().limits), peer_(peer) {}
 
 void Connection::start() {
     loop_.add(*this);
@@ -38,35 +44,62 @@ void Connection::start() {
 }
 
 void Connection::enter(Stage stage) {
-    const Deadlines& deadlines = loop_.options().deadlines;
     const TimePoint now = std::chrono::steady_clock::now();
     stage_ = stage;
+    lastMove_ = now;
+    movingSince_ = now;
+    stageEnd_ = endOf(stage, now);
+    deadline_ = stageEnd_;
+    switch (stage) {
+        case Stage::Header:
+        case Stage::Body:
+            deadline_ = std::min(stageEnd_, now + loop_.options().speed.grace);
+            return loop_.noteMove(*this);
+        case Stage::Writing:
+            takenBefore_ = writer_.written();
+            taken_ = 0;
+            lastTaken_ = now;
+            deadline_ = now + std::min(loop_.options().deadlines.write, loop_.options().speed.grace);
+            return loop_.noteMove(*this);
+        case Stage::Handshake:
+        case Stage::Lingering:
+            return loop_.noteMove(*this);
+        case Stage::Idle:
+            return loop_.noteRest(*this);
+        case Stage::Handling:
+        case Stage::Closed:
+            return loop_.noteBusy(*this);
+    }
+}
+
+Connection::TimePoint Connection::endOf(Stage stage, TimePoint now) const {
+    const Deadlines& deadlines = loop_.options().deadlines;
     switch (stage) {
         case Stage::Handshake:
         case Stage::Header:
-            deadline_ = now + deadlines.header;
-            break;
+            return now + deadlines.header;
         case Stage::Idle:
-            deadline_ = now + deadlines.idle;
-            break;
+            return now + deadlines.idle;
         case Stage::Body:
-            deadline_ = now + deadlines.body;
-            break;
-        case Stage::Writing:
-            deadline_ = now + deadlines.write;
-            break;
+            return now + deadlines.body;
         case Stage::Lingering:
-            deadline_ = now + deadlines.linger;
-            break;
-        case Stage::Handling:
-        case Stage::Closed:
-            deadline_ = TimePoint::max();
-            break;
+            return now + deadlines.linger;
+        default:
+            return TimePoint::max();
     }
+}
+
+void Connection::moved() {
+    lastMove_ = std::chrono::steady_clock::now();
+    loop_.noteMove(*this);
 }
 
 void Connection::checkDeadline(TimePoint now) {
     if (now < deadline_) return;
+    if (now < stageEnd_ && keepsPace(now)) {
+        deadline_ = std::min(stageEnd_, now + std::min(betweenLooks, loop_.options().deadlines.write));
+        return;
+    }
     const auto self = shared_from_this();
     const bool isAnswered = stage_ == Stage::Body || (stage_ == Stage::Header && buffer_.size() > 0);
     if (!isAnswered) return close();
@@ -75,6 +108,41 @@ void Connection::checkDeadline(TimePoint now) {
     isTimedOut_ = true;
     error_code ignored;
     transport_.socket().cancel(ignored);
+}
+
+bool Connection::keepsPace(TimePoint now) {
+    if (stage_ == Stage::Writing) return isTaking(now);
+    if (stage_ == Stage::Body) return isFastEnough(parser_.body().size(), now);
+    // One that has sent nothing yet isn't slow: browsers connect ahead of what they ask for.
+    return buffer_.size() == 0 || isFastEnough(buffer_.size(), now);
+}
+
+bool Connection::isFastEnough(std::uint64_t bytes, TimePoint now) const {
+    const SpeedLimits& speed = loop_.options().speed;
+    const auto passed = std::chrono::duration_cast<std::chrono::milliseconds>(now - movingSince_);
+    if (passed < speed.grace) return true;
+    return bytes * 1000 >= speed.bytesPerSecond * static_cast<std::uint64_t>(passed.count());
+}
+
+/// What the system has taken over from us says nothing of the reader: it may hold megabytes.
+bool Connection::isTaking(TimePoint now) {
+    if (const std::uint64_t bytes = taken(); bytes > taken_) {
+        taken_ = bytes;
+        lastTaken_ = now;
+    }
+    return now - lastTaken_ < loop_.options().deadlines.write && isFastEnough(taken_, now);
+}
+
+std::uint64_t Connection::taken() {
+    const std::uint64_t given = writer_.written() - takenBefore_;
+    int waiting = 0;
+    if (::ioctl(transport_.socket().native_handle(), SIOCOUTQ, &waiting) != 0 || waiting < 0) return given;
+    return given - std::min(given, static_cast<std::uint64_t>(waiting));
+}
+
+void Connection::giveWay() {
+    const auto self = shared_from_this();
+    close();
 }
 
 void Connection::closeIfIdle() {
@@ -98,8 +166,13 @@ void Connection::onRead(const error_code& error, std::size_t count) {
         return;
     }
     if (error) return close();
+    if (stage_ == Stage::Idle) {
+        enter(Stage::Header);
+    } else {
+        moved();
+        if (buffer_.size() == 0 && stage_ == Stage::Header) movingSince_ = lastMove_;
+    }
     buffer_.commit(count);
-    if (stage_ == Stage::Idle) enter(Stage::Header);
     process();
 }
 
@@ -122,6 +195,7 @@ bool Connection::processOnce() {
     const std::string_view bytes(static_cast<const char*>(buffer_.data().data()), buffer_.size());
     const std::size_t consumed = parser_.feed(bytes);
     buffer_.consume(consumed);
+    if (!parser_.body().empty() && !holdBody()) return refuse(errorPages::page(503));
     switch (parser_.state()) {
         case RequestParser::State::HeaderDone:
             return onHeader();
@@ -141,8 +215,8 @@ bool Connection::onHeader() {
         if (parser_.head().hasBody) return refuse(std::move(*refusal));
         return send(std::move(*refusal));
     }
-    parser_.readBody();
-    if (parser_.state() == RequestParser::State::Complete) return true;
+    parser_.readBody(loop_.pipeline().bodyLimit(*this));
+    if (parser_.state() != RequestParser::State::Body) return true;
     enter(Stage::Body);
     return askForBody();
 }
@@ -200,7 +274,7 @@ bool Connection::writePlain() {
     const AnswerWriter::Progress progress = writer_.writeTo(transport_.socket().native_handle());
     if (progress == AnswerWriter::Progress::Done) return afterAnswer();
     if (progress == AnswerWriter::Progress::Failed) return close(), false;
-    if (writer_.written() > before && !isInterim_) enter(Stage::Writing);
+    if (writer_.written() > before) moved();
     awaitWritable();
     return false;
 }
@@ -221,7 +295,7 @@ void Connection::writeEncrypted() {
                                   if (self->stage_ == Stage::Closed) return;
                                   if (error) return self->close();
                                   self->writer_.advance(count);
-                                  if (!self->isInterim_) self->enter(Stage::Writing);
+                                  self->moved();
                                   if (!self->writer_.next().empty()) return self->writeEncrypted();
                                   if (self->afterAnswer()) self->process();
                               });
@@ -235,9 +309,30 @@ bool Connection::afterAnswer() {
     }
     if (closesAfterAnswer_) return linger(), false;
     parser_.reset();
-    body_.clear();
+    releaseBody();
     enter(buffer_.size() > 0 ? Stage::Header : Stage::Idle);
     return true;
+}
+
+/// The memory that the body takes, counted as it grows: an announced length alone takes none from others.
+bool Connection::holdBody() {
+    const std::uint64_t takes = parser_.body().capacity();
+    if (takes <= heldOfBody_) return true;
+    if (!loop_.peers().hold(peer_, takes - heldOfBody_)) {
+        loop_.pipeline().log().warn(
+            "bodies of requests take all the memory that bodies_bytes in [limits] gives them");
+        return false;
+    }
+    heldOfBody_ = takes;
+    return true;
+}
+
+void Connection::releaseBody() {
+    if (body_.capacity() > keptBody) body_ = {};
+    body_.clear();
+    if (heldOfBody_ == 0) return;
+    loop_.peers().release(peer_, heldOfBody_);
+    heldOfBody_ = 0;
 }
 
 /// Closing while the visitor still sends would make the system discard the answer; so the sending end is
@@ -268,6 +363,7 @@ void Connection::close() {
     enter(Stage::Closed);
     error_code ignored;
     transport_.socket().close(ignored);
+    releaseBody();
     loop_.remove(*this);
 }
 

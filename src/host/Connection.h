@@ -4,6 +4,8 @@
 #include <chrono>
 #include <memory>
 
+#include "host/IdleOrder.h"
+#include "host/PeerLimits.h"
 #include "host/http/AnswerWriter.h"
 #include "host/http/Exchange.h"
 #include "host/http/RequestParser.h"
@@ -15,15 +17,25 @@ class EventLoop;
 
 /// One visitor's connection: reads a request, has it answered, writes the answer, and goes on to the next.
 /// Belongs to the thread of its loop, but for `finish`. It lives as long as something is under way for it.
-class Connection final : public Exchange, public std::enable_shared_from_this<Connection> {
+class Connection final : public Exchange,
+                         public std::enable_shared_from_this<Connection>,
+                         public OrderHook<OfLoop>,
+                         public OrderHook<OfPeer> {
   public:
     using TimePoint = std::chrono::steady_clock::time_point;
 
     /// `tls` is null for plain HTTP.
-    Connection(EventLoop& loop, Socket socket, asio::ssl::context* tls);
+    Connection(EventLoop& loop, Socket socket, asio::ssl::context* tls, const Peer& peer);
 
     void start();
     void checkDeadline(TimePoint now);
+    const Peer& peer() const { return peer_; }
+    /// The order of its address, which outlives it.
+    IdleOrder<OfPeer>& orderOfPeer() const { return *orderOfPeer_; }
+    void joins(IdleOrder<OfPeer>& order) { orderOfPeer_ = &order; }
+    /// Another needs its place.
+    void giveWay();
+    TimePoint lastMove() const { return lastMove_; }
     /// The server stops: ends it if no request is under way; otherwise its answer will be the last.
     void closeIfIdle();
 
@@ -35,6 +47,14 @@ class Connection final : public Exchange, public std::enable_shared_from_this<Co
     enum class Stage { Handshake, Idle, Header, Body, Handling, Writing, Lingering, Closed };
 
     void enter(Stage stage);
+    TimePoint endOf(Stage stage, TimePoint now) const;
+    void moved();
+    bool keepsPace(TimePoint now);
+    bool isFastEnough(std::uint64_t bytes, TimePoint now) const;
+    bool isTaking(TimePoint now);
+    std::uint64_t taken();
+    bool holdBody();
+    void releaseBody();
     void read();
     void onRead(const boost::system::error_code& error, std::size_t count);
     void readOn();
@@ -62,7 +82,16 @@ class Connection final : public Exchange, public std::enable_shared_from_this<Co
     boost::beast::flat_buffer buffer_;
     std::string body_;
     Stage stage_ = Stage::Idle;
-    TimePoint deadline_ = TimePoint::max();
+    const Peer peer_;
+    IdleOrder<OfPeer>* orderOfPeer_ = nullptr;
+    TimePoint deadline_ = TimePoint::max();  ///< of the next look at it
+    TimePoint stageEnd_ = TimePoint::max();
+    TimePoint movingSince_{};
+    TimePoint lastMove_{};
+    TimePoint lastTaken_{};
+    std::uint64_t takenBefore_ = 0;  ///< bytes of earlier answers
+    std::uint64_t taken_ = 0;        ///< of this answer, that the visitor's system has acknowledged
+    std::uint64_t heldOfBody_ = 0;   ///< counted against the budget of bodies
     std::size_t lingered_ = 0;
     int inOneGo_ = 0;
     bool isTimedOut_ = false;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/Connection.h"
+#include "host/LineLog.h"
 #include "host/Shortage.h"
 #include "host/files/PublicFile.h"
 #include "host/http/AnswerWriter.h"
@@ -25,6 +26,9 @@ using boost::system::error_code;
 /// connections.
 constexpr std::chrono::milliseconds tickLength{50};
 constexpr std::chrono::milliseconds afterFailedAccept{100};
+
+/// A connection in the middle of a request may be ended for another when nothing has moved for so long.
+constexpr std::chrono::seconds idleUnderWay{1};
 
 using ReusePort = asio::detail::socket_option::boolean<SOL_SOCKET, SO_REUSEPORT>;
 
@@ -107,13 +111,58 @@ void EventLoop::welcome(Socket socket, const Listener& listener) {
     error_code ignored;
     socket.non_blocking(true, ignored);
     socket.set_option(tcp::no_delay(true), ignored);
-    if (setting_.connections.load(std::memory_order_relaxed) >= options().connections)
-        return turnAway(socket, listener);
-    const auto connection = std::make_shared<Connection>(*this, std::move(socket), listener.tls);
+    const Peer peer = Peer::of(listener.peer.address());
+    if (!takePlace(listener.peer.address(), peer)) return turnAway(socket, listener);
+    const auto connection = std::make_shared<Connection>(*this, std::move(socket), listener.tls, peer);
     connection->remoteAddress = peerText(listener.peer);
+    connection->origin = PeerHash()(peer);
     connection->localPort = listener.port;
     connection->isTls = listener.tls != nullptr;
     connection->start();
+}
+
+/// Counts a newcomer with its address, for which another may have to go; false when there is no place.
+bool EventLoop::takePlace(const asio::ip::address& address, const Peer& peer) {
+    if (!peers().enter(peer)) {
+        const auto own = byPeer_.find(peer);
+        const bool hasRoom = own != byPeer_.end() && endIdlest(own->second.idle) && peers().enter(peer);
+        if (!hasRoom) return warnOfMany(address), false;
+    }
+    if (!isFull() || endIdlest(idle_)) return true;
+    setting_.askForRoom(*this);
+    peers().leave(peer);
+    return false;
+}
+
+void EventLoop::warnOfMany(const asio::ip::address& address) const {
+    pipeline().log().warn(
+        fmt::format("{} has {} connections, as many as connections_per_address in [limits] gives "
+                    "one address: further ones are turned away",
+                    address.to_string(), options().connectionsOfOne));
+}
+
+bool EventLoop::isFull() const {
+    return setting_.connections.load(std::memory_order_relaxed) >= options().connections;
+}
+
+/// Those that rest go first; of the others only such as nothing has moved on for a while.
+template <class Tag>
+bool EventLoop::endIdlest(IdleOrder<Tag>& order) {
+    if (!order.resting.empty()) {
+        order.resting.front().giveWay();
+        return true;
+    }
+    if (order.underWay.empty()) return false;
+    Connection& idlest = order.underWay.front();
+    if (std::chrono::steady_clock::now() - idlest.lastMove() < idleUnderWay) return false;
+    idlest.giveWay();
+    return true;
+}
+
+void EventLoop::giveRoom() {
+    asio::post(context_, [this] {
+        if (isFull()) endIdlest(idle_);
+    });
 }
 
 void EventLoop::turnAway(Socket& socket, const Listener& listener) {
@@ -160,13 +209,36 @@ void EventLoop::endWhenIdle() {
 
 void EventLoop::add(Connection& connection) {
     connections_.insert(&connection);
+    OfOne& own = byPeer_[connection.peer()];
+    ++own.connections;
+    connection.joins(own.idle);
     setting_.connections.fetch_add(1, std::memory_order_relaxed);
 }
 
 void EventLoop::remove(Connection& connection) {
     if (connections_.erase(&connection) == 0) return;
+    const auto own = byPeer_.find(connection.peer());
+    if (--own->second.connections == 0) byPeer_.erase(own);
+    peers().leave(connection.peer());
     setting_.connections.fetch_sub(1, std::memory_order_relaxed);
     endWhenIdle();
+}
+
+void EventLoop::noteBusy(Connection& connection) {
+    connection.OrderHook<OfLoop>::unlink();
+    connection.OrderHook<OfPeer>::unlink();
+}
+
+void EventLoop::noteMove(Connection& connection) {
+    noteBusy(connection);
+    idle_.underWay.push_back(connection);
+    connection.orderOfPeer().underWay.push_back(connection);
+}
+
+void EventLoop::noteRest(Connection& connection) {
+    noteBusy(connection);
+    idle_.resting.push_back(connection);
+    connection.orderOfPeer().resting.push_back(connection);
 }
 
 std::string_view EventLoop::date() {

@@ -12,9 +12,12 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
+#include "host/IdleOrder.h"
+#include "host/PeerLimits.h"
 #include "host/Pipeline.h"
 #include "host/files/StaticFiles.h"
 #include "host/http/Transport.h"
@@ -23,6 +26,7 @@
 namespace torvex {
 
 class Connection;
+class EventLoop;
 
 /// What all event loops share.
 struct LoopSetting {
@@ -30,6 +34,9 @@ struct LoopSetting {
     const Pipeline& pipeline;
     const RootFolder* root;
     std::atomic<std::size_t>& connections;
+    PeerLimits& peers;
+    /// Asks the other loops to give up a connection.
+    std::function<void(const EventLoop& asking)> askForRoom;
 };
 
 /// One thread's share of the server: its listening socket, its connections and its public files. Everything
@@ -56,8 +63,15 @@ class EventLoop {
 
     void add(Connection& connection);
     void remove(Connection& connection);
+    /// Something was read or written; nothing is under way; a request is being answered.
+    void noteMove(Connection& connection);
+    void noteRest(Connection& connection);
+    void noteBusy(Connection& connection);
+    /// From any thread: if all connections of the server are taken, the idlest one here goes.
+    void giveRoom();
 
     const ServerOptions& options() const { return setting_.options; }
+    PeerLimits& peers() const { return setting_.peers; }
     const Pipeline& pipeline() const { return setting_.pipeline; }
     StaticFiles* files() { return files_ ? &*files_ : nullptr; }
     asio::io_context& context() { return context_; }
@@ -80,6 +94,11 @@ class EventLoop {
     void accept(Listener& listener);
     void acceptAgain(TimePoint now);
     void welcome(Socket socket, const Listener& listener);
+    bool takePlace(const asio::ip::address& address, const Peer& peer);
+    void warnOfMany(const asio::ip::address& address) const;
+    bool isFull() const;
+    template <class Tag>
+    static bool endIdlest(IdleOrder<Tag>& order);
     void turnAway(Socket& socket, const Listener& listener);
     void tick();
     void endWhenIdle();
@@ -91,7 +110,15 @@ class EventLoop {
                                asio::io_context::executor_type>
         timer_{context_};
     std::optional<StaticFiles> files_;
+    /// What this loop has of one address.
+    struct OfOne {
+        std::size_t connections = 0;
+        IdleOrder<OfPeer> idle;
+    };
+
     std::unordered_set<Connection*> connections_;
+    IdleOrder<OfLoop> idle_;
+    std::unordered_map<Peer, OfOne, PeerHash> byPeer_;
     std::function<void()> everySecond_;
     std::function<void()> everyTick_;
     TimePoint lastSecond_{};

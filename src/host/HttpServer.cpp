@@ -7,6 +7,7 @@
 #include <mutex>
 #include <thread>
 
+#include "host/Descriptors.h"
 #include "host/EventLoop.h"
 #include "host/LineLog.h"
 #include "host/Pipeline.h"
@@ -44,6 +45,18 @@ std::unique_ptr<asio::ssl::context> openTls(const TlsFiles& files) {
     }
 }
 
+/// No more connections than there are descriptors for: one too many, and files couldn't be opened.
+ServerOptions withinDescriptors(ServerOptions options, LineLog& log) {
+    const unsigned workers = std::max(workerCount(options), options.mostWorkers);
+    const std::size_t wanted = options.connections;
+    options.connections = connectionsWithin(descriptorLimit(), wanted, workers);
+    if (options.connections < wanted)
+        log.warn(
+            fmt::format("{} connections in place of {}: there may be {} open files (LimitNOFILE, ulimit -n)",
+                        options.connections, wanted, descriptorLimit()));
+    return options;
+}
+
 /// The loops share their address with each other, which would also let a second server share it unnoticed: so
 /// it is first taken alone.
 void checkAddressIsFree(const std::string& address, std::uint16_t port) {
@@ -61,15 +74,16 @@ void checkAddressIsFree(const std::string& address, std::uint16_t port) {
 class HttpServer::Implementation {
   public:
     Implementation(ServerOptions options, const Services& services, LineLog& log, ServedPages served)
-        : options_(std::move(options)),
+        : options_(withinDescriptors(std::move(options), log)),
           log_(log),
           root_(openRoot(options_)),
           tls_(openTls(options_.tls)),
           sessions_(options_.sessions),
           workers_(workerCount(options_), options_.queuedPages, options_.mostWorkers),
           pipeline_({services, log, std::move(served.startSession), sessions_, workers_, root_.get(),
-                     StaticFileOptions{options_.smallFile, 0, "private, no-cache", options_.uploadFolders},
-                     options_.secureCookies},
+                     StaticFileOptions{options_.smallFile, 0, "private, no-cache", options_.uploadFolders,
+                                       options_.fileTypes},
+                     options_.secureCookies, options_.limits},
                     std::move(served.pages), root_ ? std::move(served.guards) : std::vector<FileGuard>()) {
         listen();
     }
@@ -108,7 +122,9 @@ class HttpServer::Implementation {
         checkAddressIsFree(options_.address, options_.port);
         if (both) checkAddressIsFree(options_.address, *options_.tlsPort);
         const unsigned count = options_.loops > 0 ? options_.loops : cores();
-        const LoopSetting setting{options_, pipeline_, root_.get(), connections_};
+        const LoopSetting setting{options_,    pipeline_,
+                                  root_.get(), connections_,
+                                  peers_,      [this](const EventLoop& asking) { giveRoom(asking); }};
         port_ = options_.port;
         tlsPort_ = options_.tlsPort.value_or(0);
         for (unsigned i = 0; i < count; ++i) {
@@ -121,6 +137,12 @@ class HttpServer::Implementation {
             log_.writeCounts();
         });
         loops_.front()->onEveryTick([this] { workers_.relieve(); });
+    }
+
+    /// Each loop ends its own connections alone.
+    void giveRoom(const EventLoop& asking) {
+        for (auto& loop : loops_)
+            if (loop.get() != &asking) loop->giveRoom();
     }
 
     void endLoopsAfterDeadline() {
@@ -137,6 +159,8 @@ class HttpServer::Implementation {
     std::unique_ptr<asio::ssl::context> tls_;
     SessionStore sessions_;
     std::atomic<std::size_t> connections_ = 0;
+    PeerLimits peers_{options_.connectionsOfOne, options_.limits.bodies,
+                      std::max(options_.limits.bodies / 4, options_.limits.body)};
     // The workers end before the loops that they hand their answers to.
     std::vector<std::unique_ptr<EventLoop>> loops_;
     WorkerPool workers_;

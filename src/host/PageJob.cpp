@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "host/FailureReport.h"
+#include "host/LineLog.h"
 #include "host/Shortage.h"
 #include "host/files/PublicFile.h"
 #include "host/http/ErrorPages.h"
@@ -24,7 +25,7 @@ bool PageJob::start() {
 
 void PageJob::begin(SessionLease lease) {
     lease_.emplace(std::move(lease));
-    if (setting_.workers.submit([job = shared_from_this()] { job->run(); })) return;
+    if (setting_.workers.submit([job = shared_from_this()] { job->run(); }, exchange_->origin)) return;
     lease_.reset();
     Exchange& exchange = *exchange_;
     exchange.finish(std::move(exchange_), errorPages::page(503));

@@ -27,6 +27,7 @@ struct PageSetting {
     const RootFolder* root;  ///< of guarded files
     StaticFileOptions guardedFiles;
     bool secureCookies;
+    RequestLimits limits{};
 };
 
 /// One request for a page or a guarded file: waits for its session and a worker, runs there, and hands the

@@ -15,7 +15,9 @@
 //  4. who is responsible pages first: a look-up in memory, and no file in the public folder can stand in
 //                        a page's place; then guarded folders; all else is a public file
 //  5. method allowed     depends on who is responsible
-//  6. body               its type is refused before it is read; then it is read within its deadline
+//  6. body               its type and length are refused before it is read, by what the address takes; then
+//  it
+//                        is read within its deadline and the budget of all bodies
 //  7. public file        on the loop, without a session: it takes microseconds and needs no worker
 //  8. session            requests of one visitor queue up here, where waiting costs no thread
 //  9. worker             the page or guard runs; it may wait for the database or a feed
@@ -93,6 +95,11 @@ std::optional<Answer> Pipeline::checkBody(const Exchange& exchange) const {
     return std::nullopt;
 }
 
+std::uint64_t Pipeline::bodyLimit(const Exchange& exchange) const {
+    if (!exchange.page || exchange.head().method != Method::Post) return 0;
+    return exchange.page->bodyLimit.value_or(setting_.limits.body);
+}
+
 Answer Pipeline::answerFile(const Exchange& exchange, StaticFiles& files) const {
     try {
         return files.answer(exchange.target.path, exchange.head());
@@ -108,6 +115,7 @@ std::optional<Answer> Pipeline::answer(const std::shared_ptr<Exchange>& exchange
         if (!cookies.empty()) setting_.sessions.touch(cookie(cookies, sessionCookieName));
         return files ? answerFile(*exchange, *files) : errorPages::page(404);
     }
+    if (formFields(exchange->body()) > setting_.limits.formFields) return errorPages::page(413);
     if (std::make_shared<PageJob>(setting_, exchange)->start()) return std::nullopt;
     return errorPages::page(503);
 }

@@ -24,6 +24,9 @@ class Pipeline {
     /// What can be decided on the header alone; an answer here is a refusal, and the body needn't be read.
     std::optional<Answer> examine(Exchange& exchange) const;
 
+    /// How long the body of an examined request may be.
+    std::uint64_t bodyLimit(const Exchange& exchange) const;
+
     /// Answers a whole request: at once, or later through the exchange. `files` are the calling loop's, null
     /// when none are served.
     std::optional<Answer> answer(const std::shared_ptr<Exchange>& exchange, StaticFiles* files) const;

@@ -16,7 +16,7 @@ void WorkerPool::add() {
 }
 
 void WorkerPool::addIfStuck() {
-    if (waiting_.size() <= idle_ || threads_.size() >= most_) return;
+    if (waiting_ <= idle_ || threads_.size() >= most_) return;
     const auto limit = Clock::now() - stuckAfter;
     const auto stuck = std::count_if(startedAt_.begin(), startedAt_.end(),
                                      [limit](const auto& startedAt) { return startedAt < limit; });
@@ -24,11 +24,32 @@ void WorkerPool::addIfStuck() {
     for (; atWork < usual_ && threads_.size() < most_; ++atWork) add();
 }
 
-bool WorkerPool::submit(Job job) {
+std::deque<WorkerPool::Job>& WorkerPool::jobsOf(std::uint64_t origin) {
+    const auto found = std::find_if(turns_.begin(), turns_.end(),
+                                    [origin](const Turn& turn) { return turn.origin == origin; });
+    if (found != turns_.end()) return found->jobs;
+    if (spare_.empty()) spare_.emplace_back();
+    turns_.splice(turns_.end(), spare_, spare_.begin());
+    turns_.back().origin = origin;
+    return turns_.back().jobs;
+}
+
+WorkerPool::Job WorkerPool::takeNext() {
+    Turn& turn = turns_.front();
+    Job job = std::move(turn.jobs.front());
+    turn.jobs.pop_front();
+    --waiting_;
+    std::list<Turn>& goesTo = turn.jobs.empty() ? spare_ : turns_;
+    goesTo.splice(goesTo.end(), turns_, turns_.begin());
+    return job;
+}
+
+bool WorkerPool::submit(Job job, std::uint64_t origin) {
     {
         const std::scoped_lock guard(mutex_);
-        if (stopped_ || waiting_.size() >= capacity_) return false;
-        waiting_.push_back(std::move(job));
+        if (stopped_ || waiting_ >= capacity_) return false;
+        jobsOf(origin).push_back(std::move(job));
+        ++waiting_;
         addIfStuck();
     }
     wake_.notify_one();
@@ -41,12 +62,13 @@ void WorkerPool::relieve() {
 }
 
 void WorkerPool::stop() {
-    std::deque<Job> dropped;  // destroyed without the lock: a job's end may submit another
+    std::list<Turn> dropped;  // destroyed without the lock: a job's end may submit another
     std::vector<std::thread> ending;
     {
         const std::scoped_lock guard(mutex_);
         stopped_ = true;
-        dropped.swap(waiting_);
+        dropped.swap(turns_);
+        waiting_ = 0;
         ending.swap(threads_);
     }
     wake_.notify_all();
@@ -57,11 +79,10 @@ void WorkerPool::work(Clock::time_point& startedAt) {
     std::unique_lock lock(mutex_);
     while (true) {
         ++idle_;
-        wake_.wait(lock, [this] { return stopped_ || !waiting_.empty(); });
+        wake_.wait(lock, [this] { return stopped_ || waiting_ > 0; });
         --idle_;
         if (stopped_) return;
-        Job job = std::move(waiting_.front());
-        waiting_.pop_front();
+        Job job = takeNext();
         startedAt = Clock::now();
         lock.unlock();
         job();

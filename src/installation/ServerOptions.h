@@ -28,12 +28,27 @@ struct Deadlines {
     std::chrono::milliseconds stop{10'000};
 };
 
+/// Below which visitors hold a connection for its own sake. Counted over a whole header, body or answer.
+struct SpeedLimits {
+    /// 0 takes everyone. The slowest lines of phones carry ten times as much.
+    std::uint64_t bytesPerSecond = 500;
+    /// Before the first look: lines that stall for a moment are no attack.
+    std::chrono::milliseconds grace{5'000};
+};
+
 /// What one request may be. Bigger limits cost memory for each connection that uses them.
 struct RequestLimits {
     std::size_t requestLine = 8 * 1024;  ///< links with long queries still fit
     std::size_t header = 16 * 1024;      ///< all of it, with the request line; cookies are the big part
     std::size_t fields = 100;            ///< header lines; each costs a look-up entry
+    /// Where a page takes a body and sets no limit of its own. Nothing else takes one.
     std::uint64_t body = 2 * 1024 * 1024;
+    /// Of one form; each costs far more memory than its bytes. The largest form of the system has some
+    /// dozens.
+    std::size_t formFields = 1000;
+    /// Of all requests together that are being read or answered. One address holds a quarter at most, but one
+    /// body always.
+    std::uint64_t bodies = 64 * 1024 * 1024;
 };
 
 /// How long sessions live and how many there may be. A session with nothing but defaults takes some 500
@@ -80,11 +95,16 @@ struct ServerOptions {
     /// Pages waiting for a worker. A longer queue rides out peaks; one too long answers visitors who have
     /// left.
     std::size_t queuedPages = 1024;
-    /// Open connections; further ones are told to come back. Each takes some 6 KB and a file descriptor.
+    /// Open connections. For a further one the idlest goes; while all are busy, it is told to come back. Each
+    /// takes some 6 KB and up to two file descriptors; there are never more than those allow.
     std::size_t connections = 4096;
+    /// Of them, those of one address (an IPv6 /64 is one). An office behind one address needs six for each
+    /// person at work; an attacker gets no more of the server than this.
+    std::size_t connectionsOfOne = 256;
 
     Deadlines deadlines;
     RequestLimits limits;
+    SpeedLimits speed;
     SessionLimits sessions;
 
     /// The folder of the public files; "" serves none.

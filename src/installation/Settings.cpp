@@ -92,10 +92,15 @@ void readTls(SettingsSection section, const std::filesystem::path& folder, Serve
 
 void readLimits(SettingsSection section, ServerOptions& server) {
     section.readNumber("connections", server.connections, 1, 1'000'000);
+    section.readNumber("connections_per_address", server.connectionsOfOne, 1, 1'000'000);
+    section.readNumber("lowest_bytes_per_second", server.speed.bytesPerSecond, 0, 1'000'000);
+    section.readSeconds("slow_seconds", server.speed.grace);
     section.readNumber("request_line_bytes", server.limits.requestLine, 256, mebibyte);
     section.readNumber("header_bytes", server.limits.header, 1024, mebibyte);
     section.readNumber("header_fields", server.limits.fields, 10, 10'000);
     section.readNumber("body_bytes", server.limits.body, 0, 4096 * mebibyte);
+    section.readNumber("form_fields", server.limits.formFields, 1, 1'000'000);
+    section.readNumber("bodies_bytes", server.limits.bodies, 65536, 65536 * mebibyte);
     section.readSeconds("header_seconds", server.deadlines.header);
     section.readSeconds("body_seconds", server.deadlines.body);
     section.readSeconds("idle_seconds", server.deadlines.idle);

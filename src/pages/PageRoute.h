@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +21,8 @@ struct PageRoute {
     std::string path;  ///< lower case, exact: "/tvx.asp" or "/"; requests match it ignoring case
     PageHandler handler;
     bool acceptsPost = false;
+    /// Bytes that a post may bring; without a value, as many as the server takes in general.
+    std::optional<std::uint64_t> bodyLimit{};
 };
 
 /// A folder of public files whose readers are checked one by one.

@@ -1,17 +1,22 @@
 #include <arpa/inet.h>
 #include <chrono>
 #include <csignal>
+#include <fstream>
 #include <future>
 #include <gmock/gmock.h>
 #include <netinet/in.h>
 #include <regex>
+#include <sstream>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <thread>
 #include <unistd.h>
 
 #include "cli/ProgramFixture.h"
 #include "platform/net/CurlHttpClient.h"
+#include "platform/text/Text.h"
 #include "support/FeedServer.h"
+#include "support/RawHttpClient.h"
 
 namespace torvex::test {
 namespace {
@@ -25,6 +30,13 @@ class ServeCommand : public ProgramDatabaseTest {
             folder(), Arguments{"serve", "--install", site(), "--listen", listen});
         program->waitForError("serving ");
         return program;
+    }
+    void changeSetting(const std::string& from, const std::string& to) {
+        const std::string file = site() + "/torvex.toml";
+        std::stringstream text;
+        text << std::ifstream(file).rdbuf();
+        ASSERT_NE(text.str().find(from), std::string::npos);
+        std::ofstream(file) << text::replaceAll(text.str(), from, to);
     }
     static std::string addressOf(const RunningProgram& program) {
         const std::string said = program.err();
@@ -44,6 +56,48 @@ TEST_P(ServeCommand, ServesTheStarterSite) {
     EXPECT_THAT(home.body, HasSubstr("Welcome to Blue house"));
     EXPECT_THAT(home.body, HasSubstr("/stylesheets/ws/en/site.css"));
     EXPECT_EQ(http.get(addressOf(*server) + "stylesheets/ws/en/site.css").status, 200);
+}
+
+TEST_P(ServeCommand, RaisesTheLimitOfOpenFilesForItsConnections) {
+    init({"--admin-password", "word"});
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    if (before.rlim_max < 10'000) GTEST_FAIL() << "the limit of open files can't be raised here";
+    const rlimit low{700, before.rlim_max};
+    ::setrlimit(RLIMIT_NOFILE, &low);  // the program starts with it
+    const auto server = serve();
+    ::setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_THAT(server->err(), testing::Not(HasSubstr("connections in place of")));
+}
+
+TEST_P(ServeCommand, SaysWhenThereAreFewerConnectionsThanWanted) {
+    init({"--admin-password", "word"});
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    changeSetting("#connections = 4096", "connections = 1000000");
+    const auto server = serve();
+    if (before.rlim_max < 1'000'000) EXPECT_THAT(server->err(), HasSubstr("connections in place of 1000000"));
+    EXPECT_EQ(CurlHttpClient().get(addressOf(*server)).status, 200);
+}
+
+TEST_P(ServeCommand, AnUnknownLoginTargetDoesNotFillTheLog) {
+    init({"--admin-password", "word"});
+    const auto server = serve();
+    const std::string address = addressOf(*server);
+    const auto port = static_cast<std::uint16_t>(std::stoi(address.substr(address.rfind(':') + 1)));
+    const std::string form =
+        "torvex_pageId=2&torvex_username=a&torvex_password=b&torvex_loginTarget=" + std::string(15'000, 'x');
+    for (int i = 0; i < 10; ++i) {
+        RawHttpClient client(port);
+        client.ask(
+            "POST /tvxLogin.asp HTTP/1.1\r\nHost: a\r\nContent-Type: application/x-www-form-urlencoded\r\n"
+            "Content-Length: " +
+            std::to_string(form.size()) + "\r\n\r\n" + form);
+    }
+    server->signal(SIGTERM);
+    const std::string said = server->wait(std::chrono::seconds(15)).err;
+    EXPECT_LT(said.size(), 8'000U);
+    EXPECT_THAT(said, HasSubstr("there is no login target \"xxx"));
 }
 
 TEST_P(ServeCommand, EndsCleanlyWhenAsked) {

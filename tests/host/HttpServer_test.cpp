@@ -374,15 +374,25 @@ TEST_F(HttpServerTest, AReaderWhoStopsIsCutOff) {
 }
 
 TEST_F(HttpServerTest, ConnectionsAboveTheLimitAreToldToComeBack) {
+    std::atomic<bool> isOver = false;
+    std::atomic<int> begun = 0;
+    running.page("/busy.asp", [&](HostContext&) {
+        ++begun;
+        while (!isOver) std::this_thread::sleep_for(1ms);
+    });
     running.options.connections = 2;
     start();
     RawHttpClient first = client();
     RawHttpClient second = client();
-    EXPECT_EQ(first.get("/hello.asp").status, 200);
-    EXPECT_EQ(second.get("/hello.asp").status, 200);
+    first.send("GET /busy.asp HTTP/1.1\r\nHost: a\r\n\r\n");
+    second.send("GET /busy.asp HTTP/1.1\r\nHost: a\r\n\r\n");
+    while (begun < 2) std::this_thread::sleep_for(1ms);
     const RawReply third = client().read();
     EXPECT_EQ(third.status, 503);
     EXPECT_NE(third.field("Retry-After"), "");
+    isOver = true;
+    EXPECT_EQ(first.read().status, 200);
+    EXPECT_EQ(second.read().status, 200);
 }
 
 TEST_F(HttpServerTest, ATakenAddressIsReported) {

@@ -18,6 +18,12 @@ TEST(Routes, OnlyLoginAndLogoutTakeAPost) {
     EXPECT_THAT(paths(true), ::testing::UnorderedElementsAre("/tvxlogin.asp", "/tvxlogout.asp"));
 }
 
+TEST(Routes, LoginAndLogoutTakeNoMoreThanSuchFormsNeed) {
+    for (const PageRoute& route : pageRoutes()) {
+        if (route.acceptsPost) EXPECT_EQ(route.bodyLimit, 16U * 1024) << route.path;
+    }
+}
+
 TEST(Routes, EveryScriptThatTextsNameIsThere) {
     EXPECT_THAT(paths(false), ::testing::IsSupersetOf({"/", "/tvx.asp", "/frameset.asp", "/redirect.asp",
                                                        "/error.asp", "/tvxlogin.asp"}));

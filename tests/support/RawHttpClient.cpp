@@ -19,8 +19,13 @@ namespace {
 
 constexpr std::chrono::milliseconds patience{10'000};
 
-Descriptor connectTo(std::uint16_t port) {
+Descriptor connectTo(std::uint16_t port, const std::string& from) {
     Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    sockaddr_in own{};
+    own.sin_family = AF_INET;
+    own.sin_addr.s_addr = ::inet_addr(from.c_str());
+    if (::bind(socket.number(), reinterpret_cast<const sockaddr*>(&own), sizeof own) != 0)
+        throw std::runtime_error("can't send from " + from);
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_port = htons(port);
@@ -59,7 +64,7 @@ std::string RawReply::sessionCookie() const {
     return {};
 }
 
-RawHttpClient::RawHttpClient(std::uint16_t port) : socket_(connectTo(port)) {}
+RawHttpClient::RawHttpClient(std::uint16_t port, const std::string& from) : socket_(connectTo(port, from)) {}
 
 void RawHttpClient::send(std::string_view bytes) {
     while (!bytes.empty()) {

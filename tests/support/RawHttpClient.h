@@ -27,7 +27,8 @@ struct RawReply {
 /// does waits longer than ten seconds.
 class RawHttpClient {
   public:
-    explicit RawHttpClient(std::uint16_t port);
+    /// From an address of this machine: all of 127.0.0.0/8 are, and each counts as another visitor.
+    RawHttpClient(std::uint16_t port, const std::string& from = "127.0.0.1");
 
     void send(std::string_view bytes);
     /// Byte by byte, until all is sent or the server has closed; the number sent.

@@ -31,6 +31,7 @@ class Exchange {
     const PageRoute* page = nullptr;  ///< what answers: a page, a guarded file, or else a public file
     const FileGuard* guard = nullptr;
     std::string remoteAddress;
+    std::uint64_t origin = 0;  ///< the same for all requests of one address
     std::uint16_t localPort = 0;
     bool isTls = false;
 };

@@ -50,6 +50,12 @@ bool isFormType(std::string_view contentType) {
     return ascii::equals(ascii::trimmed(type), "application/x-www-form-urlencoded");
 }
 
+std::size_t formFields(std::string_view body) {
+    if (body.ends_with('&')) body.remove_suffix(1);
+    if (body.empty()) return 0;
+    return 1 + static_cast<std::size_t>(std::count(body.begin(), body.end(), '&'));
+}
+
 Request toRequest(const Exchange& exchange) {
     const bool isForm = isFormType(exchange.head().field("Content-Type"));
     return Request(std::string(exchange.target.query), isForm ? parseQuery(exchange.body()) : NamedValues(),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 #include "platform/Request.h"
@@ -15,6 +16,9 @@ Request toRequest(const Exchange& exchange);
 
 /// Whether a body of this type can be read as a form.
 bool isFormType(std::string_view contentType);
+
+/// How many fields a form has at most, without reading them.
+std::size_t formFields(std::string_view body);
 
 /// The value of the named cookie, "" when it isn't there.
 std::string_view cookie(std::string_view cookieField, std::string_view name);

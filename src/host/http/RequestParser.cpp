@@ -76,7 +76,8 @@ class RequestParser::Reader final : public http::basic_parser<true> {
     }
     void on_body_init_impl(const boost::optional<std::uint64_t>& length, error_code& error) override {
         error = {};
-        if (length) body_.reserve(static_cast<std::size_t>(std::min<std::uint64_t>(*length, reservedBody)));
+        announced_ = static_cast<std::size_t>(length.value_or(0));
+        body_.reserve(std::min(announced_, reservedBody));
     }
     std::size_t on_body_impl(string_view bytes, error_code& error) override { return add(bytes, error); }
     std::size_t on_chunk_body_impl(std::uint64_t, string_view bytes, error_code& error) override {
@@ -88,12 +89,17 @@ class RequestParser::Reader final : public http::basic_parser<true> {
 
     std::size_t add(string_view bytes, error_code& error) {
         error = {};
+        const std::size_t needed = body_.size() + bytes.size();
+        // What is doubled beyond the announced length is never used.
+        if (needed > body_.capacity() && needed <= announced_)
+            body_.reserve(std::min(std::max(needed, body_.capacity() * 2), announced_));
         body_.append(bytes.data(), bytes.size());
         return bytes.size();
     }
 
     RequestHead& head_;
     std::string& body_;
+    std::size_t announced_ = 0;
     bool headerDone_ = false;
 };
 
@@ -175,7 +181,7 @@ std::size_t RequestParser::readHeader(std::string_view bytes) {
     headerBytes_.assign(bytes);
     reader_ = std::make_unique<Reader>(head_, body_);
     reader_->header_limit(std::numeric_limits<std::uint32_t>::max());  // counted by us
-    reader_->body_limit(limits_.body);
+    reader_->body_limit(boost::none);                                  // known when the header is
     reader_->eager(false);
     error_code error;
     const std::size_t consumed = reader_->put(boost::asio::buffer(headerBytes_), error);
@@ -200,7 +206,13 @@ void RequestParser::checkHeader() {
     if (encodings == 1 && !ascii::equals(head_.field("Transfer-Encoding"), "chunked")) refuse(501);
 }
 
-void RequestParser::readBody() {
+void RequestParser::readBody(std::uint64_t limit) {
+    const bool isTooLong = head_.contentLength.value_or(0) > limit || (limit == 0 && head_.hasBody);
+    if (isTooLong) {
+        refuse(413);
+        return;
+    }
+    reader_->body_limit(limit);
     reader_->eager(true);
     state_ = reader_->is_done() ? State::Complete : State::Body;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -27,8 +28,9 @@ class RequestParser {
 
     /// Reads what it can of all bytes not yet consumed and returns how many it consumed.
     std::size_t feed(std::string_view bytes);
-    /// Goes on from the header; a request without a body is complete then.
-    void readBody();
+    /// Goes on from the header; a request without a body is complete then. One with a longer body than
+    /// `limit` is refused, at once if it says so, and so is any body where none is taken.
+    void readBody(std::uint64_t limit);
     /// Ready for the next request.
     void reset();
 

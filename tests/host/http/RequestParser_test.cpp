@@ -18,7 +18,7 @@ State feedAll(RequestParser& parser, std::string bytes, std::size_t piece) {
         const std::size_t consumed = parser.feed(held);
         held.erase(0, consumed);
         if (parser.state() == State::HeaderDone) {
-            parser.readBody();
+            parser.readBody(limits.body);
         } else if (parser.state() == State::Refused || parser.state() == State::Complete) {
             return parser.state();
         } else if (consumed == 0) {
@@ -150,12 +150,41 @@ TEST(RequestParser, GivesTheHeader) {
     EXPECT_FALSE(parser.head().hasBody);
 }
 
+TEST(RequestParser, WhereNoBodyIsTakenNoneIsRead) {
+    for (const char* lines :
+         {"Content-Length: 1\r\n", "Content-Length: 999999999999\r\n", "Transfer-Encoding: chunked\r\n"}) {
+        RequestParser parser(limits);
+        parser.feed(post(lines, ""));
+        ASSERT_EQ(parser.state(), State::HeaderDone) << lines;
+        parser.readBody(0);
+        EXPECT_EQ(parser.state(), State::Refused) << lines;
+        EXPECT_EQ(parser.refusal(), 413) << lines;
+    }
+    RequestParser parser(limits);
+    parser.feed(post("Content-Length: 0\r\n", ""));
+    parser.readBody(0);
+    EXPECT_EQ(parser.state(), State::Complete);
+}
+
+TEST(RequestParser, ABodyTakesNoMoreMemoryThanItsLength) {
+    RequestParser parser(limits);
+    const std::size_t length = 150'001;
+    parser.feed("POST / HTTP/1.1\r\nHost: a\r\nContent-Length: " + std::to_string(length) + "\r\n\r\n");
+    parser.readBody(length);
+    EXPECT_LE(parser.body().capacity(), 65'536U);
+    for (std::size_t sent = 0; sent < length; sent += 1000)
+        parser.feed(std::string(std::min<std::size_t>(1000, length - sent), 'a'));
+    ASSERT_EQ(parser.state(), State::Complete);
+    EXPECT_EQ(parser.body().size(), length);
+    EXPECT_LE(parser.body().capacity(), length);
+}
+
 TEST(RequestParser, LeavesTheNextRequestAlone) {
     RequestParser parser(limits);
     const std::string first = "POST / HTTP/1.1\r\nHost: a\r\nContent-Length: 2\r\n\r\n";
     const std::string bytes = first + "abGET / HTTP/1.1\r\n\r\n";
     EXPECT_EQ(parser.feed(bytes), first.size());
-    parser.readBody();
+    parser.readBody(limits.body);
     EXPECT_EQ(parser.feed(std::string_view(bytes).substr(first.size())), 2U);
     EXPECT_EQ(parser.state(), State::Complete);
     EXPECT_EQ(parser.body(), "ab");

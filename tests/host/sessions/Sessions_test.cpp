@@ -254,6 +254,26 @@ TEST(WorkerPool, RunsJobsInTheOrderInWhichTheyCame) {
     for (int i = 0; i < 50; ++i) EXPECT_EQ(order[static_cast<std::size_t>(i)], i);
 }
 
+TEST(WorkerPool, TakesOneJobOfEachOriginAfterTheOther) {
+    std::string order;
+    Gate gate;
+    std::atomic<int> done = 0;
+    WorkerPool pool(1, 100);
+    ASSERT_TRUE(pool.submit([&] { gate.pass(); }));
+    gate.waitFor(1);
+    for (const char c : std::string("aaaaabbc")) {
+        ASSERT_TRUE(pool.submit(
+            [&order, &done, c] {
+                order += c;
+                ++done;
+            },
+            static_cast<std::uint64_t>(c)));
+    }
+    gate.open();
+    while (done < 8) std::this_thread::sleep_for(1ms);
+    EXPECT_EQ(order, "abcabaaa");
+}
+
 TEST(WorkerPool, RefusesJobsWhenItIsFullOrStopped) {
     Gate gate;
     WorkerPool pool(1, 2);

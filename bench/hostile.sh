@@ -1,0 +1,72 @@
+#!/bin/bash
+# Measures what one visitor gets while another address means harm, on this machine and 127.0.0.x alone: 4096
+# connections from one address that say nothing, send headers and bodies byte by byte, don't read what they asked
+# for, or ask for pages without end, each opened anew when the server ends it. Then the memory that forms of a
+# million fields and bodies for files cost.
+#
+#   bench/hostile.sh [--seconds N] [--connections N] [--program FILE]     (default 30, 4096, the release build)
+#
+# The attack's own processor time comes from the same cores as the server's.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+seconds=30
+connections=4096
+torvex=
+while [ $# -gt 0 ]; do
+    case "$1" in
+        --seconds) seconds=$2; shift 2 ;;
+        --connections) connections=$2; shift 2 ;;
+        --program) torvex=$2; shift 2 ;;
+        *) echo "usage: $0 [--seconds N] [--connections N] [--program FILE]" >&2; exit 2 ;;
+    esac
+done
+ulimit -n "$(ulimit -Hn)"
+if [ -z "$torvex" ]; then
+    cmake --preset release >/dev/null
+    cmake --build --preset release >/dev/null
+    torvex=$PWD/build/release/torvex
+fi
+
+folder=$(mktemp -d /tmp/torvex-bench-XXXXXX)
+server=
+attack=
+finish() {
+    for process in $attack $server; do kill "$process" 2>/dev/null && wait "$process" 2>/dev/null || true; done
+    rm -rf "$folder"
+}
+trap finish EXIT
+
+port=$((20000 + RANDOM % 10000))
+site=http://127.0.0.1:$port
+"$torvex" init "$folder/site" --demo >/dev/null
+head -c 50000000 /dev/zero >"$folder/site/wwwroot/big.zip"
+"$torvex" serve --install "$folder/site" --listen 127.0.0.1:$port 2>"$folder/torvex.log" &
+server=$!
+for _ in $(seq 100); do curl -s -o /dev/null "$site/error.asp" && break; sleep 0.05; done
+page=$(curl -s -o /dev/null -w '%{redirect_url}' "$site/")
+page=${page#"$site"}
+static=/stylesheets/shared/core.css
+
+memory() { awk -v name="$1:" '$1 == name {printf "%.0f MB", $2 / 1024}' "/proc/$server/status"; }
+
+echo "calm"
+python3 bench/hostile.py visit "$port" 5 "$page" "$static"
+echo "under attack ($(nproc) cores for the server, the attack and the visitor)"
+python3 bench/hostile.py attack "$port" "$connections" "$((seconds + 5))" "$page" /big.zip &
+attack=$!
+sleep 4
+python3 bench/hostile.py visit "$port" "$seconds" "$page" "$static"
+wait $attack
+attack=
+echo "resident: $(memory VmRSS)"
+
+before=$(memory VmRSS)
+echo 5 >"/proc/$server/clear_refs" 2>/dev/null || true
+echo "16 forms of a million fields"
+python3 bench/hostile.py forms "$port" 16
+echo "resident: $before before, $(memory VmHWM) at most"
+echo "200 requests for a file, with 2 MB each"
+python3 bench/hostile.py bodies "$port" 200 "$static"
+echo "resident: $(memory VmHWM) at most"
+echo "lines in the log: $(wc -l <"$folder/torvex.log")"
