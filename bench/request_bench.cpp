@@ -80,7 +80,8 @@ class Demo {
     }
 
     std::string folder_ = std::filesystem::temp_directory_path() / "torvex-bench-XXXXXX";
-    spdlog::logger log_{"bench", std::make_shared<spdlog::sinks::null_sink_mt>()};
+    spdlog::logger logger_{"bench", std::make_shared<spdlog::sinks::null_sink_mt>()};
+    LineLog log_{logger_};
     std::unique_ptr<cli::OpenInstallation> opened_;
     std::unique_ptr<BufferedHits> hits_;
     SessionStore sessions_{SessionLimits{}};
