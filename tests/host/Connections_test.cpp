@@ -71,6 +71,8 @@ class ConnectionsTest : public testing::Test {
         running.form("/form.asp", [](HostContext& host) { host.response.write(host.request.item("last")); });
     }
 
+    ~ConnectionsTest() override { gate.open(); }
+
     void start() { running.start(); }
     RawHttpClient from(const std::string& address) { return running.clientFrom(address); }
     void expectAnswer(RawHttpClient& client) { EXPECT_EQ(client.get("/hello.asp").status, 200); }
@@ -266,7 +268,7 @@ TEST_F(ConnectionsTest, AReaderAboveItGetsAllHoweverLongThatTakes) {
         if (count <= 0) break;
         received += static_cast<std::size_t>(count);
     }
-    EXPECT_GT(received, 20'000'000U);
+    EXPECT_GE(received, 20'000'000U);
 }
 
 TEST_F(ConnectionsTest, WhatIsNoPostToAPageBringsNoBody) {

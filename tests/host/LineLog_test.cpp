@@ -46,12 +46,12 @@ TEST_F(LineLogTest, TheSameLineIsCountedInPlaceOfBeingRepeated) {
 }
 
 TEST_F(LineLogTest, FailuresOfOneKindAreCountedAlthoughTheirTextsDiffer) {
-    for (int i = 0; i < 1'000'010; ++i) log_.failure("/a.asp getPage!", "reference " + std::to_string(i));
+    for (int i = 0; i < 10'010; ++i) log_.failure("/a.asp getPage!", "reference " + std::to_string(i));
     log_.failure("/b.asp getPage!", "reference b");
     EXPECT_EQ(lines(), 11U);
     now_ += 61s;
     log_.warn("later");
-    EXPECT_THAT(said(), HasSubstr("error and 1,000,000 more of these: reference 0\n"));
+    EXPECT_THAT(said(), HasSubstr("error and 10,000 more of these: reference 0\n"));
     EXPECT_EQ(lines(), 13U);
 }
 

@@ -90,11 +90,18 @@ class RequestParser::Reader final : public http::basic_parser<true> {
     std::size_t add(string_view bytes, error_code& error) {
         error = {};
         const std::size_t needed = body_.size() + bytes.size();
-        // What is doubled beyond the announced length is never used.
         if (needed > body_.capacity() && needed <= announced_)
-            body_.reserve(std::min(std::max(needed, body_.capacity() * 2), announced_));
+            grow(std::min(std::max(needed, body_.capacity() * 2), announced_));
         body_.append(bytes.data(), bytes.size());
         return bytes.size();
+    }
+
+    /// A string that grows by itself doubles, also beyond the announced length, where it is never used.
+    void grow(std::size_t size) {
+        std::string larger;
+        larger.reserve(size);
+        larger += body_;
+        body_.swap(larger);
     }
 
     RequestHead& head_;
