@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <mutex>
+#include <sys/socket.h>
+#include <thread>
 
 #include "host/HttpServer.h"
 #include "support/RunningServer.h"

@@ -28,7 +28,7 @@ struct RawReply {
 class RawHttpClient {
   public:
     /// From an address of this machine: all of 127.0.0.0/8 are, and each counts as another visitor.
-    RawHttpClient(std::uint16_t port, const std::string& from = "127.0.0.1");
+    explicit RawHttpClient(std::uint16_t port, const std::string& from = "127.0.0.1");
 
     void send(std::string_view bytes);
     /// Byte by byte, until all is sent or the server has closed; the number sent.

@@ -37,7 +37,9 @@ class RunningServer {
     void stop();
 
     RawHttpClient client() const { return RawHttpClient(server->port()); }
-    RawHttpClient clientFrom(const std::string& address) const { return {server->port(), address}; }
+    RawHttpClient clientFrom(const std::string& address) const {
+        return RawHttpClient(server->port(), address);
+    }
     /// What was logged, a line each.
     std::vector<std::string> logged() const;
 
