@@ -12,14 +12,18 @@ std::string_view className(std::string_view object) {
     return object.substr(0, object.find('#'));
 }
 
-/// With the row's entry in the arguments that the gate fills.
-GivenValues filled(const Operation& operation, GivenValues given) {
-    for (const auto& argument : operation.arguments) {
+/// Converted, with the right's entry in the arguments that the gate fills, whatever was sent for them.
+std::vector<Value> valuesFor(const Operation& operation, GivenValues given) {
+    const auto& arguments = operation.arguments;
+    for (const auto& argument : arguments) {
         if (!operation.isFilledByGate(argument)) continue;
         std::erase_if(given, [&](const auto& one) { return text::equals(one.first, argument.name); });
-        given.emplace_back(argument.name, operation.right.advId);
     }
-    return given;
+    auto values = arrange(operation, given);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (operation.isFilledByGate(arguments[i])) values[i] = entryFor(operation, values);
+    }
+    return values;
 }
 
 }  // namespace
@@ -36,7 +40,7 @@ Outcome CallRun::runPastGate(const Call& call, const Network& network) {
     Gate gate(host_, connection(), network.throttle);
     if (const auto verdict = gate.mayAsk(operation->right, operation->name); !verdict.isAllowed())
         return {verdict, {}};
-    const auto values = arrange(*operation, filled(*operation, call.arguments));
+    const auto values = valuesFor(*operation, call.arguments);
     if (const auto verdict = gate.mayCall(*operation, values); !verdict.isAllowed()) return {verdict, {}};
     const Value result = objectNamed(call.object).invoke(*operation, values);
     gate.called(*operation, values, result);

@@ -153,6 +153,10 @@ LoginAttempt attemptOf(GuessThrottle& throttle, const HostContext& host, const O
 
 }  // namespace
 
+int entryFor(const Operation& operation, const std::vector<Value>& values) {
+    return entryOf(operation.right, Values(operation.arguments, values));
+}
+
 Verdict Gate::mayAsk(const Right& right, const std::string& name) {
     if (right.kind == Right::Kind::Visitor) return {};
     if (right.kind == Right::Kind::Nobody) return outOfReach(name);

@@ -16,6 +16,9 @@ class Connection;
 
 namespace torvex::operations {
 
+/// The entry of the administration menu that the row's right asks for with these arguments; 0 for none.
+int entryFor(const Operation& operation, const std::vector<Value>& values);
+
 /// What a caller from the network has to pass before an operation runs or a property is read or set;
 /// `CallRun` sees to it. It goes by the row's right and the login that the visitor's session owns at that
 /// moment, and denies what it doesn't know.

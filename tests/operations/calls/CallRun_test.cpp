@@ -21,6 +21,7 @@ class Box {
     int count(int number) { return number; }
     void fail() { throw Error("the lid is stuck"); }
     int audited(int advId) { return advId; }
+    int keptIn(const std::string&, const std::string&, int advId) { return advId; }
     bool open(const std::string&, const std::string& word) { return word == "sesame"; }
 
     std::string note() const { return content_; }
@@ -44,6 +45,8 @@ ClassEntry boxEntry() {
             writes("put", &Box::put, {argument("content")}, "Keeps.", visitor()),
             writes("fail", &Box::fail, {}, "Fails.", visitor()),
             writes("audited", &Box::audited, {argument("advId", 0)}, "Tells.", editAccess(adminEntry::sites)),
+            writes("keptIn", &Box::keptIn, {argument("kind"), argument("site"), argument("advId", 0)},
+                   "Tells.", mediaAccess("edit", "kind", "site")),
             writes("named", &Box::audited, {argument("advId")}, "Tells.", editAccess(adminEntry::sites)),
             writes("free", &Box::audited, {argument("advId", 0)}, "Tells.", anyLogin()),
         },
@@ -177,6 +180,18 @@ TEST_P(CallRunTest, TheEntryOfAChangeIsTheRowsWhateverIsSent) {
     }
     EXPECT_EQ(fromCommandLine().run(Call{"Box", "audited", {}}).result, Value(0));
     EXPECT_EQ(fromCommandLine().run(Call{"Box", "audited", {{"advId", 99}}}).result, Value(99));
+}
+
+TEST_P(CallRunTest, TheEntryOfAChangeToMediaIsThatOfTheirKind) {
+    role(3);
+    for (const int entry : {adminEntry::images, adminEntry::documents})
+        advancedRight(3, entry, "", "", false, true);
+    const auto entryOf = [this](const char* kind) {
+        const Call call{"Box", "keptIn", {{"kind", kind}, {"site", "aa"}, {"advId", 99}}};
+        return fromNetwork().run(call).result;
+    };
+    EXPECT_EQ(entryOf("images"), Value(adminEntry::images));
+    EXPECT_EQ(entryOf("documents"), Value(adminEntry::documents));
 }
 
 TEST_P(CallRunTest, AnEntryThatIsAskedAboutIsTheCallersToName) {

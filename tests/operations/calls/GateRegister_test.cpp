@@ -192,7 +192,7 @@ TEST_P(GateRegisterTest, EveryRowIsClosedToASessionThatLostItsLogin) {
 TEST_P(GateRegisterTest, EveryRightNamesArgumentsThatTheOperationHas) {
     forEachRow(classes, [](const Operation& operation) {
         const Right& right = operation.right;
-        for (const auto& name : {right.page, right.site, right.lang, right.login}) {
+        for (const auto& name : {right.page, right.site, right.lang, right.login, right.media}) {
             const bool there =
                 name.empty() ||
                 std::any_of(operation.arguments.begin(), operation.arguments.end(),

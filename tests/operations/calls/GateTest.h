@@ -89,6 +89,7 @@ class GateTest : public test::RightsTest {
             return argument.type == ArgumentType::Text ? Value("11") : Value(11);
         }
         if (text::equals(argument.name, operation.right.site)) return "aa";
+        if (text::equals(argument.name, operation.right.media)) return "images";
         if (text::equals(argument.name, operation.right.lang)) return "en";
         return argument.defaultValue ? *argument.defaultValue : convert({}, argument.type);
     }

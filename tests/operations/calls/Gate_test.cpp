@@ -127,6 +127,18 @@ TEST_P(GateTest, AnEntryThatIsNotInTheMenuIsClosed) {
     EXPECT_EQ(call(sample({}, viewAccess(9999)), {}), Kind::NoRight);
 }
 
+TEST_P(GateTest, ImagesAndDocumentsHaveEntriesOfTheirOwn) {
+    const Operation add = sample({"kind", "site"}, mediaAccess("edit", "kind", "site"));
+    advancedRight(3, adminEntry::documents, "aa", "", false, true);
+    EXPECT_EQ(call(add, {"documents", "aa"}), Kind::Allowed);
+    EXPECT_EQ(call(add, {"documents", "bb"}), Kind::NoRight);
+    EXPECT_EQ(call(add, {"images", "aa"}), Kind::NoRight);
+    connection().execute("delete from TORVEX_ADVANCED_RIGHTS");
+    advancedRight(3, adminEntry::images, "aa", "", false, true);
+    EXPECT_EQ(call(add, {"images", "aa"}), Kind::Allowed);
+    EXPECT_EQ(call(add, {"documents", "aa"}), Kind::NoRight);
+}
+
 TEST_P(GateTest, WhatIsDoneToTheCallersOwnLoginIsHersToDo) {
     Operation update = sample({"loginId"}, oneselfOrEditAccess("loginId", adminEntry::settings));
     update.arguments[0].type = ArgumentType::Integer;
