@@ -51,10 +51,7 @@ PageId pageIdOf(db::Connection& connection, std::string_view nodeId) {
 
 PageIdentity identify(db::Connection& connection, std::string_view pageIdent) {
     const std::string ident = plainIdent(pageIdent);
-    if (text::isNumeric(ident)) {
-        const PageId pageId = text::toNumber(ident);
-        return {pageId, lookUpNode(connection, pageId)};
-    }
+    if (text::isNumeric(ident)) return identify(connection, text::toNumber(ident));
     return {lookUpNumber(connection, ident), ident};
 }
 
@@ -66,6 +63,14 @@ std::string nodeIdFrom(db::Connection& connection, std::string_view pageIdent) {
 PageId pageIdFrom(db::Connection& connection, std::string_view pageIdent) {
     const std::string ident = plainIdent(pageIdent);
     return text::isNumeric(ident) ? text::toNumber(ident) : lookUpNumber(connection, ident);
+}
+
+PageIdentity identify(db::Connection& connection, PageId pageId) {
+    return {pageId, lookUpNode(connection, pageId)};
+}
+
+std::string nodeIdFrom(db::Connection& connection, PageId pageId) {
+    return lookUpNode(connection, pageId);
 }
 
 std::string_view siteOf(std::string_view nodeId) {

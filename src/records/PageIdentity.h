@@ -30,12 +30,19 @@ std::string nodeIdOf(db::Connection& connection, PageId pageId);
 /// -1 when there is no such page, or the text is blank.
 PageId pageIdOf(db::Connection& connection, std::string_view nodeId);
 
+// Texts that name a page are read here, where a public operation is given one. Further inside a page is a
+// number, a node or both.
+
 /// Both names for a text that holds either one, in any case and with blanks around it. A lookup that fails
 /// has its own line in front ("getNodeId !", "getPageId !"), as one level of the operation that asked.
 PageIdentity identify(db::Connection& connection, std::string_view pageIdent);
 /// The half of it that an operation needs.
 std::string nodeIdFrom(db::Connection& connection, std::string_view pageIdent);
 PageId pageIdFrom(db::Connection& connection, std::string_view pageIdent);
+
+// The same for a page that is known by its number, with the same lines.
+PageIdentity identify(db::Connection& connection, PageId pageId);
+std::string nodeIdFrom(db::Connection& connection, PageId pageId);
 
 /// The parts of a node. Views into it; "" where it is too short.
 std::string_view siteOf(std::string_view nodeId);

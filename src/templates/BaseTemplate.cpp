@@ -69,13 +69,13 @@ Value BaseTemplate::getBaseTemplateList(const std::string& site, const std::stri
 }
 
 std::string BaseTemplate::getBaseTemplateFile(const std::string& pageIdent, const std::string& mode) try {
-    return assets().fileOfPage(pageIdent, twinOf(mode));
+    return assets().fileAt(nodeIdFrom(connection_.use(host_), pageIdent), twinOf(mode));
 } catch (...) {
     raiseFrom("getBaseTemplateFile !");
 }
 
 std::string BaseTemplate::getBaseTemplateName(const std::string& pageIdent, const std::string& mode) try {
-    return assets().nameOfPage(pageIdent, twinOf(mode));
+    return assets().nameAt(nodeIdFrom(connection_.use(host_), pageIdent), twinOf(mode));
 } catch (...) {
     raiseFrom("getBaseTemplateName !");
 }

@@ -1,6 +1,7 @@
 #include "templates/DesignAssets.h"
 
 #include "platform/ApplicationValues.h"
+#include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/db/Connection.h"
 #include "platform/files/FileSystem.h"
@@ -24,6 +25,7 @@ const AssetStatements contentTemplateStatements{
     .pageChoiceLive = "select template as id from TORVEX_PAGES_LIVE where nodeId = ?",
     .pageChoiceDesign = "select template as id from TORVEX_PAGES_DESIGN where nodeId = ?",
     .directoryKey = "torvex_contentTemplates_dir",
+    .fileLine = "getTemplateFile !",
 };
 
 const AssetStatements baseTemplateStatements{
@@ -42,6 +44,7 @@ const AssetStatements baseTemplateStatements{
     .pageChoiceLive = "select baseTemplate as id from TORVEX_PAGES_LIVE where nodeId = ?",
     .pageChoiceDesign = "select baseTemplate as id from TORVEX_PAGES_DESIGN where nodeId = ?",
     .directoryKey = "torvex_baseTemplates_dir",
+    .fileLine = "getBaseTemplateFile !",
 };
 
 const AssetStatements stylesheetStatements{
@@ -60,6 +63,7 @@ const AssetStatements stylesheetStatements{
     .pageChoiceLive = "select stylesheet as id from TORVEX_PAGES_LIVE where nodeId = ?",
     .pageChoiceDesign = "select stylesheet as id from TORVEX_PAGES_DESIGN where nodeId = ?",
     .directoryKey = "torvex_stylesheets_dir",
+    .fileLine = "getStyleSheetFile !",
 };
 
 namespace {
@@ -110,10 +114,9 @@ int DesignAssets::idByName(std::string_view name, std::string_view site, std::st
     return rows.next() ? static_cast<int>(rows.number("id", -1)) : -1;
 }
 
-std::optional<DesignAsset> DesignAssets::inForce(std::string_view pageIdent, Twin twin) {
-    const std::string node = nodeIdFrom(connection_, pageIdent);
+std::optional<DesignAsset> DesignAssets::inForce(std::string_view nodeId, Twin twin) {
     const auto& choice = twin == Twin::Design ? statements_.pageChoiceDesign : statements_.pageChoiceLive;
-    for (std::string_view at = node; at.size() >= PageIdentity::rootLength; at = parentOf(at)) {
+    for (std::string_view at = nodeId; at.size() >= PageIdentity::rootLength; at = parentOf(at)) {
         auto rows = connection_.query(choice, {at});
         const double id = rows.next() ? rows.number("id") : 0;
         if (id != 0) return row(id);
@@ -121,14 +124,21 @@ std::optional<DesignAsset> DesignAssets::inForce(std::string_view pageIdent, Twi
     return std::nullopt;
 }
 
-std::string DesignAssets::fileOfPage(std::string_view pageIdent, Twin twin) {
-    const auto asset = inForce(pageIdent, twin);
+std::string DesignAssets::fileAt(std::string_view nodeId, Twin twin) {
+    const auto asset = inForce(nodeId, twin);
     return asset ? std::string(text::trim(asset->filename)) : std::string();
 }
 
-std::string DesignAssets::nameOfPage(std::string_view pageIdent, Twin twin) {
-    const auto asset = inForce(pageIdent, twin);
+std::string DesignAssets::nameAt(std::string_view nodeId, Twin twin) {
+    const auto asset = inForce(nodeId, twin);
     return asset ? asset->name : std::string();
+}
+
+std::string fileInForce(const AssetStatements& assets, HostContext& host, db::Connection& connection,
+                        PageId pageId, Twin twin) {
+    return asLevel(assets.fileLine, [&] {
+        return DesignAssets(assets, host, connection).fileAt(nodeIdFrom(connection, pageId), twin);
+    });
 }
 
 }  // namespace torvex

@@ -21,6 +21,7 @@ struct AssetStatements {
     std::string_view pageChoiceLive;  ///< which entry a page names; 0 asks the parent
     std::string_view pageChoiceDesign;
     std::string_view directoryKey;  ///< the application value that holds the register's folder
+    std::string_view fileLine;      ///< of errors of the register's operation for the file in force
 };
 
 extern const AssetStatements contentTemplateStatements;
@@ -58,18 +59,23 @@ class DesignAssets {
     DesignAsset read(double id);
     /// -1 when there is none.
     int idByName(std::string_view name, std::string_view site, std::string_view lang);
-    /// File and name of the entry that is in force for a page: its own, or that of the nearest ancestor that
-    /// names one.
-    std::string fileOfPage(std::string_view pageIdent, Twin twin);
-    std::string nameOfPage(std::string_view pageIdent, Twin twin);
+    /// File and name of the entry that is in force at a node: its own, or that of the nearest ancestor that
+    /// names one; "" for none.
+    std::string fileAt(std::string_view nodeId, Twin twin);
+    std::string nameAt(std::string_view nodeId, Twin twin);
 
   private:
     std::optional<DesignAsset> row(double id);
-    std::optional<DesignAsset> inForce(std::string_view pageIdent, Twin twin);
+    std::optional<DesignAsset> inForce(std::string_view nodeId, Twin twin);
 
     const AssetStatements& statements_;
     HostContext& host_;
     db::Connection& connection_;
 };
+
+/// The file in force for a page. A failure has the line of the register's operation in front, as one level of
+/// the operation that asked.
+std::string fileInForce(const AssetStatements& assets, HostContext& host, db::Connection& connection,
+                        PageId pageId, Twin twin);
 
 }  // namespace torvex

@@ -5,7 +5,7 @@
 
 #include "platform/db/ConnectionSource.h"
 #include "platform/files/FileSystem.h"
-#include "records/PageId.h"
+#include "records/PageIdentity.h"
 
 namespace torvex {
 
@@ -75,6 +75,8 @@ class HTMLTemplate {
     std::string jsEncode(std::string_view text) const;
     /// Lets a page that is shown in a frame tell the frame set which page it is.
     void syncFrames(const std::string& pageIdent);
+    /// The script of `syncFrames`, whether or not pages are shown in frames; none for no page.
+    void tellFrames(const PageIdentity& page);
     std::string getNodeId(PageId pageId);
     PageId getPageId(const std::string& nodeId);
 

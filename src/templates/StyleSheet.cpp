@@ -68,13 +68,13 @@ Value StyleSheet::getStylesheetList(const std::string& site, const std::string& 
 }
 
 std::string StyleSheet::getStylesheetFile(const std::string& pageIdent, const std::string& mode) try {
-    return assets().fileOfPage(pageIdent, twinOf(mode));
+    return assets().fileAt(nodeIdFrom(connection_.use(host_), pageIdent), twinOf(mode));
 } catch (...) {
     raiseFrom("getStyleSheetFile !");
 }
 
 std::string StyleSheet::getStylesheetName(const std::string& pageIdent, const std::string& mode) try {
-    return assets().nameOfPage(pageIdent, twinOf(mode));
+    return assets().nameAt(nodeIdFrom(connection_.use(host_), pageIdent), twinOf(mode));
 } catch (...) {
     raiseFrom("getStyleSheetName !");
 }

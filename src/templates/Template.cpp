@@ -90,13 +90,13 @@ Value Template::getTemplateList(const std::string& site, const std::string& lang
 }
 
 std::string Template::getTemplateFile(const std::string& pageIdent, const std::string& mode) try {
-    return assets().fileOfPage(pageIdent, twinOf(mode));
+    return assets().fileAt(nodeIdFrom(connection_.use(host_), pageIdent), twinOf(mode));
 } catch (...) {
     raiseFrom("getTemplateFile !");
 }
 
 std::string Template::getTemplateName(const std::string& pageIdent, const std::string& mode) try {
-    return assets().nameOfPage(pageIdent, twinOf(mode));
+    return assets().nameAt(nodeIdFrom(connection_.use(host_), pageIdent), twinOf(mode));
 } catch (...) {
     raiseFrom("getTemplateName !");
 }
