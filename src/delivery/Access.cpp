@@ -2,10 +2,18 @@
 
 #include <optional>
 
+#include "delivery/FolderTrail.h"
 #include "delivery/PageRecord.h"
+#include "delivery/Users.h"
+#include "platform/ApplicationValues.h"
+#include "platform/DateTime.h"
+#include "platform/Errors.h"
+#include "platform/HostContext.h"
+#include "platform/Session.h"
 #include "platform/db/Connection.h"
 #include "records/DateWindow.h"
 #include "records/PageIdentity.h"
+#include "records/PageKind.h"
 
 namespace torvex {
 
@@ -20,7 +28,45 @@ constexpr std::string_view selectUserOfPage =
     "inner join TORVEX_PAGES_GROUPS_LIVE c on b.groupId = c.groupId "
     "where a.username = ? and a.password = ? and c.pageId = ?";
 
+constexpr std::string_view selectPage = "select pageId, nodeId, type from TORVEX_PAGES_LIVE where pageId = ?";
+constexpr std::string_view selectFirstChild =
+    "select pageId, nodeId, type from TORVEX_PAGES_LIVE where parent = ? order by orderId, nodeId";
+
+constexpr std::string_view selectFirstGroup =
+    "select a.groupId from TORVEX_PAGES_GROUPS_LIVE a inner join TORVEX_USERGROUPS b on a.groupId = "
+    "b.groupId "
+    "where a.pageId = ? order by a.groupId";
+constexpr std::string_view selectLoginPage = "select loginPage from TORVEX_PAGES_LIVE where pageId = ?";
+
+/// Follows folders to their first child, asking the groups of every page on the way.
+bool mayPass(db::Connection& connection, PageId pageId, const Visitor& visitor, bool extranet,
+             std::string_view today) {
+    auto rows = connection.query(selectPage, {pageId});
+    FolderTrail trail;
+    while (rows.next()) {
+        const std::string node = rows.text("nodeId");
+        if (extranet && groupVerdict(connection, rows.number("pageId"), node, visitor, today) < 0)
+            return false;
+        if (!isFolder(rows.view("type"))) return true;
+        if (!trail.leadsOn(node)) return false;
+        rows = connection.query(selectFirstChild, {node});
+    }
+    return false;
+}
+
+Visitor userNamed(db::Connection& connection, const std::string& username) {
+    return {username, asLevel("getUserPassword !", [&] { return passwordOf(connection, username); })};
+}
+
 }  // namespace
+
+bool hasExtranet(const HostContext& host) {
+    return host.application.isTrue("torvex_extranet");
+}
+
+Visitor visitorOf(const HostContext& host) {
+    return {host.session.text("tvx_username"), host.session.text("tvx_password")};
+}
 
 std::optional<DecidingGroup> decidingGroup(db::Connection& connection, PageId pageId,
                                            std::string_view nodeId) {
@@ -46,6 +92,30 @@ int groupVerdict(db::Connection& connection, PageId pageId, std::string_view nod
     if (!user.next()) return pageAccess::refused;
     return isWithin(today, user.text("validFrom"), user.text("validTo")) ? pageAccess::member
                                                                          : pageAccess::refused;
+}
+
+bool mayEnter(HostContext& host, db::Connection& connection, const PageIdentity& page,
+              const std::string& username) {
+    if (!page.isValid()) return false;
+    const Visitor visitor = username.empty() ? visitorOf(host) : userNamed(connection, username);
+    return mayPass(connection, page.pageId, visitor, hasExtranet(host), host.clock.today());
+}
+
+bool isSecured(db::Connection& connection, const PageIdentity& page) {
+    if (!page.isValid()) return false;
+    const auto deciding = decidingGroup(connection, page.pageId, page.nodeId);
+    return deciding && deciding->isReal();
+}
+
+PageId loginPageOf(db::Connection& connection, PageIdentity page) {
+    while (page.isValid()) {
+        auto groups = connection.query(selectFirstGroup, {page.pageId});
+        if (!groups.next() || groups.number("groupId") != inheritedGroup) break;
+        page.nodeId = parentOf(page.nodeId);
+        page.pageId = pageIdOf(connection, page.nodeId);
+    }
+    auto rows = connection.query(selectLoginPage, {page.pageId});
+    return rows.next() ? rows.number("loginPage", -1) : 0;
 }
 
 }  // namespace torvex

@@ -1,55 +1,82 @@
 // cServer: the finished page.
 
+#include "delivery/Breadcrumb.h"
+#include "delivery/Feeds.h"
+#include "delivery/OnlineState.h"
 #include "delivery/PageAssembly.h"
+#include "delivery/PageBodies.h"
+#include "delivery/PageMetaData.h"
+#include "delivery/ViewCount.h"
 #include "delivery/cServer.h"
+#include "platform/DateTime.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
-#include "templates/BaseTemplate.h"
-#include "templates/StyleSheet.h"
-#include "templates/Template.h"
+#include "templates/DesignAssets.h"
 
 namespace torvex {
 
 namespace {
 
-std::string numberText(PageId pageId) {
-    return text::fromNumber(pageId);
+/// What is in force for a live page by one of the registers. Its line stands twice in the chain of an error:
+/// that of the visitors' operation, and that of the register's.
+std::string liveFile(std::string_view operation, const AssetStatements& assets, HostContext& host,
+                     db::Connection& connection, PageId pageId) {
+    return asLevel(operation, [&]() -> std::string {
+        return pageId > 0 ? fileInForce(assets, host, connection, pageId, Twin::Live) : std::string();
+    });
 }
 
-/// The page of the record, from live data.
+/// The page of a record, from live data. What it asks for can be asked for by visitors' scripts as well, and
+/// is told like that when it fails.
 class VisitorsView final : public AssemblyView {
   public:
-    explicit VisitorsView(cServer& server) : server_(server) {}
+    VisitorsView(HostContext& host, db::Connection& connection, const PageRecord& record)
+        : host_(host), connection_(connection), record_(record), today_(host.clock.today()) {}
 
     AssemblyPage page() override {
-        return {server_.pgPageId(),
-                server_.pgNodeId(),
+        return {record_.pageId,
+                record_.nodeId,
                 Twin::Live,
-                server_.pgTemplateFile(),
-                server_.pgPrevious(),
-                server_.pgNext(),
-                server_.pgUp(),
-                server_.pgAccess() == pageAccess::member,
+                record_.templateFile,
+                record_.previous,
+                record_.next,
+                record_.up,
+                record_.access == pageAccess::member,
                 false};
     }
-    bool canLeadTo(PageId pageId) override { return server_.isPage(numberText(pageId)); }
+    bool canLeadTo(PageId pageId) override {
+        return asLevel("isPage !", [&] { return isPageOnline(connection_, pageId, today_); });
+    }
     /// A sub-page counts as a view of its own.
-    void countSubPage(PageId pageId) override { server_.logPage(numberText(pageId)); }
+    void countSubPage(PageId pageId) override {
+        asLevel("logPage!", [&] { countView(host_, nodeIdFrom(connection_, pageId)); });
+    }
 
-    std::string templateFile(PageId pageId) override { return server_.getTemplateFile(numberText(pageId)); }
+    std::string templateFile(PageId pageId) override {
+        return liveFile("getTemplateFile !", contentTemplateStatements, host_, connection_, pageId);
+    }
     std::string stylesheetFile(PageId pageId) override {
-        return server_.getStylesheetFile(numberText(pageId));
+        return liveFile("getStylesheetFile !", stylesheetStatements, host_, connection_, pageId);
     }
     std::string baseTemplateFile(PageId pageId) override {
-        return server_.getBaseTemplateFile(numberText(pageId));
+        return liveFile("getBaseTemplateFile !", baseTemplateStatements, host_, connection_, pageId);
     }
 
-    std::string metaData() override { return server_.getMetaDataHTML(numberText(server_.pgPageId())); }
-    std::string breadcrumb() override { return server_.getBreadcrumb(numberText(server_.pgPageId())); }
+    std::string metaData() override {
+        return asLevel("getMetaDataHTML  !",
+                           [&] { return metaDataHtml(connection_, identify(connection_, record_.pageId)); });
+    }
+    std::string breadcrumb() override {
+        return asLevel("getBreadcrumb !", [&] {
+            return breadcrumbTrail(host_, connection_, nodeIdFrom(connection_, record_.pageId), Twin::Live);
+        });
+    }
     std::string fillBodies(PageId pageId, std::string html) override {
-        return server_.fillBodies(numberText(pageId), html);
+        return asLevel("fillBodies !", [&] {
+            return PageBodies(host_, connection_, Twin::Live, xmlFeed).fill(pageId, std::move(html));
+        });
     }
 
     std::string missingTemplate() const override { return errorTarget("no_template"); }
@@ -57,47 +84,45 @@ class VisitorsView final : public AssemblyView {
 
   private:
     std::string errorTarget(std::string_view error) const {
-        return "error:/error.asp?pageId=" + numberText(server_.pgPageId()) + "&error=" + std::string(error);
+        return "error:/error.asp?pageId=" + text::fromNumber(record_.pageId) + "&error=" + std::string(error);
     }
 
-    cServer& server_;
+    HostContext& host_;
+    db::Connection& connection_;
+    const PageRecord& record_;
+    const std::string today_;
 };
-
-/// Reads what is in force for a page through one of the registers; "" when there is no such page.
-template <typename Register>
-std::string fileInForce(HostContext& host, db::Connection& connection, const std::string& pageIdent,
-                        std::string (Register::*fileOfPage)(const std::string&, const std::string&)) {
-    const PageId pageId = pageIdFrom(connection, pageIdent);
-    if (!(pageId > 0)) return {};
-    Register assets(host);
-    assets.connect(connection);
-    return (assets.*fileOfPage)(numberText(pageId), "L");
-}
 
 }  // namespace
 
 std::string cServer::torvex_preparePage(const std::string& applicationSubTitle) try {
     if (record_.nodeId.size() < PageIdentity::rootLength || !(record_.pageId > 0)) return {};
-    VisitorsView view(*this);
+    VisitorsView view(host_, connection(), record_);
     return assemblePage(host_, connection(), view, modules_, text::lowerTrim(applicationSubTitle));
 } catch (...) {
     raiseFrom("torvex_preparePage !");
 }
 
 std::string cServer::getTemplateFile(const std::string& pageIdent, const std::string& /*mode*/) try {
-    return fileInForce<Template>(host_, connection(), pageIdent, &Template::getTemplateFile);
+    const PageId pageId = pageIdFrom(connection(), pageIdent);
+    return pageId > 0 ? fileInForce(contentTemplateStatements, host_, connection(), pageId, Twin::Live)
+                      : std::string();
 } catch (...) {
     raiseFrom("getTemplateFile !");
 }
 
 std::string cServer::getStylesheetFile(const std::string& pageIdent, const std::string& /*mode*/) try {
-    return fileInForce<StyleSheet>(host_, connection(), pageIdent, &StyleSheet::getStylesheetFile);
+    const PageId pageId = pageIdFrom(connection(), pageIdent);
+    return pageId > 0 ? fileInForce(stylesheetStatements, host_, connection(), pageId, Twin::Live)
+                      : std::string();
 } catch (...) {
     raiseFrom("getStylesheetFile !");
 }
 
 std::string cServer::getBaseTemplateFile(const std::string& pageIdent, const std::string& /*mode*/) try {
-    return fileInForce<BaseTemplate>(host_, connection(), pageIdent, &BaseTemplate::getBaseTemplateFile);
+    const PageId pageId = pageIdFrom(connection(), pageIdent);
+    return pageId > 0 ? fileInForce(baseTemplateStatements, host_, connection(), pageId, Twin::Live)
+                      : std::string();
 } catch (...) {
     raiseFrom("getBaseTemplateFile !");
 }

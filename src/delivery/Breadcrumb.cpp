@@ -53,17 +53,16 @@ std::string withoutLastDivider(std::string trail) {
 
 }  // namespace
 
-std::string breadcrumbTrail(HostContext& host, db::Connection& connection, std::string_view pageIdent,
+std::string breadcrumbTrail(HostContext& host, db::Connection& connection, std::string_view nodeId,
                             Twin twin) {
-    const PageIdentity page = identify(connection, pageIdent);
-    if (page.nodeId.size() < PageIdentity::rootLength) return {};
+    if (nodeId.size() < PageIdentity::rootLength) return {};
     const bool frames = host.application.isTrue("torvex_frames");
     std::string trail;
     std::string folders;
-    for (std::size_t level = 0; level < levelsOf(page.nodeId); ++level) {
+    for (std::size_t level = 0; level < levelsOf(nodeId); ++level) {
         const auto length = PageIdentity::rootLength + level * PageIdentity::levelLength;
         auto rows = connection.query(twin == Twin::Design ? selectCrumbDesign : selectCrumbLive,
-                                     {std::string_view(page.nodeId).substr(0, length)});
+                                     {nodeId.substr(0, length)});
         if (!rows.next()) continue;
         const std::string title = text::htmlEncode(rows.text("title"));
         if (isFolder(rows.view("type"))) {
@@ -72,7 +71,7 @@ std::string breadcrumbTrail(HostContext& host, db::Connection& connection, std::
             continue;
         }
         const Crumb crumb{rows.text("pageId"), rows.text("nodeId"), std::exchange(folders, {}) + title};
-        if (text::equals(crumb.nodeId, page.nodeId)) {
+        if (text::equals(crumb.nodeId, nodeId)) {
             trail += active(crumb);
         } else {
             trail += rows.number("online") == 1 ? link(crumb, frames) : plain(crumb);
@@ -82,7 +81,7 @@ std::string breadcrumbTrail(HostContext& host, db::Connection& connection, std::
 }
 
 std::string cServer::getBreadcrumb(const std::string& pageIdent) try {
-    return breadcrumbTrail(host_, connection(), pageIdent, Twin::Live);
+    return breadcrumbTrail(host_, connection(), identify(connection(), pageIdent).nodeId, Twin::Live);
 } catch (...) {
     raiseFrom("getBreadcrumb !");
 }

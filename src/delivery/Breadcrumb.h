@@ -9,9 +9,9 @@ namespace torvex {
 
 struct HostContext;
 
-/// The trail from the root to a page by either of the twin tables, as HTML; in the design every page counts
+/// The trail from the root to a node by either of the twin tables, as HTML; in the design every page counts
 /// as switched on.
-std::string breadcrumbTrail(HostContext& host, db::Connection& connection, std::string_view pageIdent,
+std::string breadcrumbTrail(HostContext& host, db::Connection& connection, std::string_view nodeId,
                             Twin twin);
 
 }  // namespace torvex

@@ -11,6 +11,16 @@
 
 namespace torvex {
 
+namespace {
+
+/// As one of the operations below gives it.
+std::string charsetValue(db::Connection& connection, std::string_view lang, std::string_view operation,
+                         std::string_view column) {
+    return asLevel(operation, [&] { return charsetColumn(connection, lang, column); });
+}
+
+}  // namespace
+
 std::string cServer::getCharsetCodepage(const std::string& lang) try {
     return charsetColumn(connection(), lang, "charset_codepage");
 } catch (...) {
@@ -33,12 +43,12 @@ void cServer::setCodePage() {
     auto& session = host_.session;
     std::string codePage;
     std::string charset;
-    std::string node = text::lowerTrim(host_.request.queryString("pageId"));
-    if (!node.empty()) {
-        if (text::isNumeric(node)) node = getNodeId(text::toNumber(node));
+    const std::string asked = host_.request.queryString("pageId");
+    if (!text::trim(asked).empty()) {
+        const std::string node = nodeIdFrom(connection(), asked);
         if (node.size() >= PageIdentity::rootLength) {
-            codePage = getCharsetCodepage(std::string(langOf(node)));
-            charset = getCharsetLabel(std::string(langOf(node)));
+            codePage = charsetValue(connection(), langOf(node), "getCharsetCodepage !", "charset_codepage");
+            charset = charsetValue(connection(), langOf(node), "getCharsetLabel !", "charset_label");
         }
     } else {
         codePage = session.text("tvx_codePage");

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "accounts/IpAddresses.h"
+#include "delivery/ViewCount.h"
 #include "delivery/cServer.h"
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
@@ -33,17 +34,20 @@ bool isFilteredOut(std::string_view filter, std::string_view address) {
 
 }  // namespace
 
-void cServer::logPage(const std::string& pageIdent) try {
-    const PageIdentity page = identify(connection(), pageIdent);
-    if (page.nodeId.size() < PageIdentity::rootLength) return;
-    const std::string filter = host_.application.text("tvx_log_IP_filter");
-    const std::string address = host_.request.serverVariable("remote_addr");
+void countView(HostContext& host, std::string_view nodeId) {
+    if (nodeId.size() < PageIdentity::rootLength) return;
+    const std::string filter = host.application.text("tvx_log_IP_filter");
+    const std::string address = host.request.serverVariable("remote_addr");
     if (isFilteredOut(text::trim(filter), text::trim(address))) return;
-    const std::string mark = "," + page.nodeId + ",";
-    const std::string visited = host_.session.text("torvex_visited_pages");
-    if (host_.hits.count(page.nodeId, host_.clock.today(), !text::contains(visited, mark))) {
-        host_.session.set("torvex_visited_pages", visited + mark);
+    const std::string mark = "," + std::string(nodeId) + ",";
+    const std::string visited = host.session.text("torvex_visited_pages");
+    if (host.hits.count(nodeId, host.clock.today(), !text::contains(visited, mark))) {
+        host.session.set("torvex_visited_pages", visited + mark);
     }
+}
+
+void cServer::logPage(const std::string& pageIdent) try {
+    countView(host_, identify(connection(), pageIdent).nodeId);
 } catch (...) {
     raiseFrom("logPage!");
 }

@@ -2,8 +2,12 @@
 
 #include <optional>
 
+#include "delivery/Access.h"
+#include "delivery/OnlineState.h"
+#include "delivery/Users.h"
 #include "delivery/cServer.h"
 #include "platform/ApplicationValues.h"
+#include "platform/DateTime.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
@@ -22,10 +26,6 @@ constexpr std::string_view selectRealGroup =
     "select groupId from TORVEX_GROUPS_USERS where userId = ? and groupId > 1 order by groupId";
 constexpr std::string_view selectFirstLevel =
     "select pageId, nodeId from TORVEX_PAGES_LIVE where parent = ? order by orderId, nodeId";
-
-std::string pageText(PageId pageId) {
-    return text::fromNumber(pageId);
-}
 
 std::string field(const HostContext& host, std::string_view name) {
     return text::lowerTrim(host.request.item(name));
@@ -53,8 +53,36 @@ std::string addressOf(const HostContext& host, const std::string& pageIdent) {
 }
 
 std::string addressOf(const HostContext& host, PageId pageId) {
-    return addressOf(host, pageText(pageId));
+    return addressOf(host, text::fromNumber(pageId));
 }
+
+/// What the ways of a login and a logout ask of the pages that they may lead to.
+class Pages {
+  public:
+    Pages(HostContext& host, db::Connection& connection) : host_(host), connection_(connection) {}
+
+    bool isOnline(PageId pageId) const {
+        return asLevel("isPage !",
+                           [&] { return isPageOnline(connection_, pageId, host_.clock.today()); });
+    }
+    /// Whether a user, or without a name the session's, may see the page.
+    bool isOpen(PageId pageId, const std::string& username = "") const {
+        return asLevel("hasAccess !", [&] {
+            return mayEnter(host_, connection_, identify(connection_, pageId), username);
+        });
+    }
+    /// The number of the page of a node if the session's visitor may see it, or else 0.
+    PageId ifOpen(std::string_view nodeId) const {
+        return asLevel("hasAccess !", [&] {
+            const PageIdentity page = identify(connection_, nodeId);
+            return mayEnter(host_, connection_, page) ? page.pageId : 0;
+        });
+    }
+
+  private:
+    HostContext& host_;
+    db::Connection& connection_;
+};
 
 /// Whether an address lies on the host that was asked; another is never followed.
 bool isOwnAddress(const HostContext& host, std::string_view address) {
@@ -77,8 +105,8 @@ std::string refererOr(const HostContext& host, PageId currentPage) {
 /// One attempt to log in.
 class LoginAttempt {
   public:
-    LoginAttempt(HostContext& host, cServer& server, db::Connection& connection)
-        : host_(host), server_(server), connection_(connection) {}
+    LoginAttempt(HostContext& host, db::Connection& connection)
+        : host_(host), connection_(connection), pages_(host, connection) {}
 
     std::string run() {
         page_ = identify(connection_, host_.request.item("torvex_pageId"));
@@ -87,7 +115,7 @@ class LoginAttempt {
         if (isPreview(host_)) return refererOr(host_, page_.pageId);
         if (host_.session.number("tvx_loginTrials") >= trialLimit) return fail();
         // Left out, a name or password would be the session's; a form without one means nobody.
-        userId_ = name_.empty() || password_.empty() ? 0 : server_.getUserId(name_, password_);
+        userId_ = name_.empty() || password_.empty() ? 0 : findUser();
         if (wanted_ > 0) return enterWanted();
         if (!isTarget(target_)) throw Error("there is no login target \"" + target_ + "\"");
         if (userId_ == 0) return fail();
@@ -110,16 +138,21 @@ class LoginAttempt {
         }
     }
 
+    double findUser() {
+        return asLevel("getUserId !", [&] { return userIdOf(connection_, {name_, password_}); });
+    }
+
     std::string enterWanted() {
-        const std::string wanted = pageText(wanted_);
-        if (userId_ == 0 || !server_.hasAccess(wanted, name_) || !server_.isPage(wanted)) return fail();
+        if (userId_ == 0 || !pages_.isOpen(wanted_, name_) || !pages_.isOnline(wanted_)) return fail();
         logIn("");
         return addressOf(host_, wanted_);
     }
 
     std::string enterGroup() {
         logIn("group");
-        const PageId entry = server_.getEntryPage(name_, password_);
+        const PageId entry = asLevel("getEntryPage !", [&] {
+            return entryPageOf(host_, connection_, {name_, password_});
+        });
         return entry > 0 ? addressOf(host_, entry) : refererOr(host_, page_.pageId);
     }
 
@@ -129,8 +162,7 @@ class LoginAttempt {
         while (rows.next()) {
             const PageId candidate = rows.number("pageId");
             if (systemBranch::hasNumber(rows.view("nodeId"))) continue;
-            if (!server_.isPage(pageText(candidate)) || !server_.hasAccess(pageText(candidate), name_))
-                continue;
+            if (!pages_.isOnline(candidate) || !pages_.isOpen(candidate, name_)) continue;
             logIn("sitemap");
             return addressOf(host_, candidate);
         }
@@ -139,8 +171,7 @@ class LoginAttempt {
 
     std::string enterCurrent() {
         logIn("current");
-        const std::string current = pageText(page_.pageId);
-        const bool shows = server_.hasAccess(current, name_) && server_.isPage(current);
+        const bool shows = pages_.isOpen(page_.pageId, name_) && pages_.isOnline(page_.pageId);
         return shows ? refererOr(host_, page_.pageId) : addressOf(host_, page_.pageId);
     }
 
@@ -161,14 +192,14 @@ class LoginAttempt {
             session.set("tvx_loginError", true);
         } else if (location_ != "frameset") {
             session.set("tvx_loginError", false);
-            return "/error.asp?pageId=" + pageText(page_.pageId) + "&error=no_login";
+            return "/error.asp?pageId=" + text::fromNumber(page_.pageId) + "&error=no_login";
         }
         return refererOr(host_, page_.pageId);
     }
 
     HostContext& host_;
-    cServer& server_;
     db::Connection& connection_;
+    Pages pages_;
     PageIdentity page_;
     std::string name_;
     std::string password_;
@@ -181,8 +212,8 @@ class LoginAttempt {
 /// Chooses where a visitor who has just left goes on.
 class LogoutWay {
   public:
-    LogoutWay(cServer& server, const PageIdentity& current, PageId exitPage)
-        : server_(server), current_(current), exitPage_(exitPage) {}
+    LogoutWay(const Pages& pages, const PageIdentity& current, PageId exitPage)
+        : pages_(pages), current_(current), exitPage_(exitPage) {}
 
     /// 0 when the rule leads nowhere.
     PageId by(std::string_view rule) {
@@ -191,12 +222,12 @@ class LogoutWay {
         if (rule != "sitemap") return 0;
         for (std::string_view node = current_.nodeId; node.size() >= PageIdentity::rootLength;
              node = parentOf(node)) {
-            if (server_.hasAccess(std::string(node))) return server_.getPageId(std::string(node));
+            if (const PageId page = pages_.ifOpen(node); page > 0) return page;
         }
         return 0;
     }
 
-    PageId ifOpen(PageId pageId) { return pageId > 0 && server_.hasAccess(pageText(pageId)) ? pageId : 0; }
+    PageId ifOpen(PageId pageId) { return pageId > 0 && pages_.isOpen(pageId) ? pageId : 0; }
 
     /// The first of the rules that leads somewhere.
     PageId pickLocation() {
@@ -207,10 +238,14 @@ class LogoutWay {
     }
 
   private:
-    cServer& server_;
+    const Pages& pages_;
     const PageIdentity& current_;
     const PageId exitPage_;
 };
+
+PageId exitPageOfVisitor(HostContext& host, db::Connection& connection) {
+    return asLevel("getExitPage !", [&] { return exitPageOf(host, connection, visitorOf(host)); });
+}
 
 std::string logoutTarget(const HostContext& host) {
     for (const std::string& target : {field(host, "torvex_logoutTarget"), host.session.text("tvx_target")}) {
@@ -222,26 +257,28 @@ std::string logoutTarget(const HostContext& host) {
 }  // namespace
 
 std::string cServer::getLoginURL() try {
-    if (!host_.application.isTrue("torvex_extranet")) return {};
-    return LoginAttempt(host_, *this, connection()).run();
+    if (!hasExtranet(host_)) return {};
+    return LoginAttempt(host_, connection()).run();
 } catch (...) {
     raiseFrom("getLoginURL !");
 }
 
 std::string cServer::getLogoutURL() try {
-    if (!host_.application.isTrue("torvex_extranet")) return {};
+    if (!hasExtranet(host_)) return {};
     const PageIdentity current = identify(connection(), host_.request.item("torvex_pageId"));
     if (!current.isValid()) return {};
     auto& session = host_.session;
     const std::string target = logoutTarget(host_);
-    const PageId exitPage = session.text("tvx_username").empty() ? -1 : getExitPage();
+    const PageId exitPage =
+        session.text("tvx_username").empty() ? -1 : exitPageOfVisitor(host_, connection());
     if (!isPreview(host_)) {
         for (const auto* key : {"tvx_username", "tvx_password", "tvx_target"}) session.set(key, "");
     }
-    LogoutWay way(*this, current, exitPage);
+    const Pages pages(host_, connection());
+    LogoutWay way(pages, current, exitPage);
     PageId page = isTarget(target) ? way.by(target) : way.ifOpen(pageNamed(connection(), target));
     if (!(page > 0)) page = way.pickLocation();
-    return addressOf(host_, page > 0 ? pageText(page) : host_.application.text("tvx_default_pageId"));
+    return addressOf(host_, page > 0 ? text::fromNumber(page) : host_.application.text("tvx_default_pageId"));
 } catch (...) {
     raiseFrom("getLogoutURL !");
 }

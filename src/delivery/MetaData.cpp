@@ -1,6 +1,7 @@
 // cServer: what a page says of itself in its head.
 
 #include "delivery/MetaValues.h"
+#include "delivery/PageMetaData.h"
 #include "delivery/cServer.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
@@ -8,6 +9,7 @@
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "records/SystemBranch.h"
+#include "records/Websites.h"
 
 namespace torvex {
 
@@ -32,20 +34,25 @@ std::string inheritedValue(db::Connection& connection, std::string_view nodeId, 
 
 }  // namespace
 
-std::string cServer::getMetaDataHTML(const std::string& pageIdent) try {
-    const PageIdentity page = identify(connection(), pageIdent);
+std::string metaDataHtml(db::Connection& connection, const PageIdentity& page) {
     if (!page.isValid() || systemBranch::hasNumber(page.nodeId)) return {};
     const std::string_view lang = langOf(page.nodeId);
     std::string html;
-    if (const std::string label = getCharsetLabel(std::string(lang)); !label.empty()) {
+    const std::string label =
+        asLevel("getCharsetLabel !", [&] { return charsetColumn(connection, lang, "charset_label"); });
+    if (!label.empty()) {
         html = R"(<META HTTP-EQUIP="Content-Type" content="text/html; charset=)" + label + "\">\r\n";
     }
-    for (const MetaValue& held : liveMetaValues(connection(), page.pageId)) {
+    for (const MetaValue& held : liveMetaValues(connection, page.pageId)) {
         const std::string value =
-            held.isInherited ? inheritedValue(connection(), page.nodeId, held.id) : held.value;
+            held.isInherited ? inheritedValue(connection, page.nodeId, held.id) : held.value;
         if (!value.empty()) html += metaLine(held.name, lang, text::replaceAll(value, "\r", " "));
     }
     return html;
+}
+
+std::string cServer::getMetaDataHTML(const std::string& pageIdent) try {
+    return metaDataHtml(connection(), identify(connection(), pageIdent));
 } catch (...) {
     raiseFrom("getMetaDataHTML  !");
 }

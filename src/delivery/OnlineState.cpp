@@ -37,6 +37,10 @@ bool isNodeOnline(db::Connection& connection, std::string_view nodeId, std::stri
     return doesFirstShow(connection, connection.query(selectNode, {nodeId}), trail, today);
 }
 
+bool isPageOnline(db::Connection& connection, PageId pageId, std::string_view today) {
+    return isNodeOnline(connection, nodeIdFrom(connection, pageId), today);
+}
+
 bool isFolderOnline(db::Connection& connection, const std::string& nodeId, std::string_view today) {
     FolderTrail trail;
     trail.leadsOn(nodeId);

@@ -5,10 +5,12 @@
 
 #include "delivery/PageModules.h"
 #include "platform/ApplicationValues.h"
+#include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
+#include "templates/ApplicationTemplate.h"
 #include "templates/HTMLTemplate.h"
 
 namespace torvex {
@@ -16,10 +18,6 @@ namespace torvex {
 namespace {
 
 constexpr std::string_view lineBreak = "\r\n";
-
-std::string numberText(PageId pageId) {
-    return text::fromNumber(pageId);
-}
 
 /// The order of the steps is part of the design: a later step may fill tags that an earlier one put in. Lives
 /// for one page.
@@ -75,17 +73,23 @@ class PageAssembly {
 
     bool loadContent(const std::string& subTitle) {
         if (!subTitle.empty()) {
-            content_->connect(connection_);
-            const PageId subPage = content_->loadAppTpl(numberText(page_.pageId), subTitle,
-                                                        page_.twin == Twin::Design ? "D" : "L");
-            if (!(subPage > 0)) return false;
-            effectivePageId_ = subPage;
-            view_.countSubPage(subPage);
+            const auto subPage = asLevel("loadAppTpl !", [&] { return loadSubPage(subTitle); });
+            if (!subPage) return false;
+            effectivePageId_ = *subPage;
+            view_.countSubPage(*subPage);
             return true;
         }
         std::string file = page_.templateFile;
         if (file.empty()) file = view_.templateFile(page_.pageId);
         return !file.empty() && content_->load(folder("torvex_contentTemplates_dir") + file);
+    }
+
+    /// The page that is the template of that title.
+    std::optional<PageId> loadSubPage(const std::string& title) {
+        const auto found =
+            applicationTemplate(host_, connection_, identify(connection_, page_.pageId), title, page_.twin);
+        if (!found || !content_->load(found->path)) return std::nullopt;
+        return found->pageId;
     }
 
     bool loadBase() {
@@ -173,7 +177,7 @@ class PageAssembly {
 
     void fillNeighbour(const char* name, PageId pageId) {
         if (!(pageId > 0)) return base_.replaceBlock(name, "");
-        const std::string number = numberText(pageId);
+        const std::string number = text::fromNumber(pageId);
         base_.replaceTag(
             name, host_.application.isTrue("torvex_frames")
                       ? "javascript:window.top.page('" + number + "','" + nodeIdOf(connection_, pageId) + "')"

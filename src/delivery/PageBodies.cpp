@@ -49,14 +49,12 @@ std::string withRoomFor(const std::vector<PageBody>& bodies, std::string page) {
 
 }  // namespace
 
-std::string PageBodies::content(std::string_view pageIdent, const PageBody& body, bool feeds) {
+std::string PageBodies::content(PageId pageId, const PageBody& body, bool feeds) {
     if (body.type == bodyType::storedText || !feeds) return std::string(text::trim(body.text));
-    return this->body(pageIdent, body.id, body.type, body.feedId);
+    return asLevel("getBody !", [&] { return this->body(pageId, body.id, body.type, body.feedId); });
 }
 
-std::string PageBodies::fill(std::string_view pageIdent, std::string html, BodyFrame* frame) try {
-    const PageId pageId = pageIdFrom(connection_, pageIdent);
-    const std::string number = text::fromNumber(pageId);
+std::string PageBodies::fill(PageId pageId, std::string html, BodyFrame* frame) {
     const bool feeds = host_.application.isTrue("torvex_feeds");
     std::vector<PageBody> bodies;
     HTMLTemplate page(host_);
@@ -71,7 +69,7 @@ std::string PageBodies::fill(std::string_view pageIdent, std::string html, BodyF
         }
         const auto body =
             std::find_if(bodies.begin(), bodies.end(), [n](const PageBody& b) { return b.id == n; });
-        std::string filled = body == bodies.end() ? std::string() : content(number, *body, feeds);
+        std::string filled = body == bodies.end() ? std::string() : content(pageId, *body, feeds);
         if (filled.empty()) filled = emptyBody;
         if (frame != nullptr) {
             PageBody missing;
@@ -85,12 +83,9 @@ std::string PageBodies::fill(std::string_view pageIdent, std::string html, BodyF
         }
     }
     return page.takeStrVal();
-} catch (...) {
-    raiseFrom("fillBodies !");
 }
 
-std::string PageBodies::body(std::string_view pageIdent, int bodyId, int type, int feedId) try {
-    const PageId pageId = pageIdFrom(connection_, pageIdent);
+std::string PageBodies::body(PageId pageId, int bodyId, int type, int feedId) {
     if (!(pageId > 0)) return {};
     if (type <= bodyType::storedText) {
         auto rows =
@@ -104,8 +99,6 @@ std::string PageBodies::body(std::string_view pageIdent, int bodyId, int type, i
     if (type == bodyType::htmlFeed) return htmlFeed(host_, connection_, feedId);
     if (type == bodyType::xmlFeed) return xmlFeed_(host_, connection_, feedId);
     return {};
-} catch (...) {
-    raiseFrom("getBody !");
 }
 
 }  // namespace torvex

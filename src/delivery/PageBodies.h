@@ -36,7 +36,8 @@ class BodyFrame {
     virtual std::string around(const PageBody& body, std::string content) = 0;
 };
 
-/// The bodies of pages in one of the twin tables. Failures have the operation's line in front.
+/// The bodies of pages in one of the twin tables. The failure of a body that stands in a page has the line
+/// "getBody !" in front.
 class PageBodies {
   public:
     /// Gives a feed's output and never throws; see Feeds.h.
@@ -46,12 +47,12 @@ class PageBodies {
         : host_(host), connection_(connection), twin_(twin), xmlFeed_(xmlFeed) {}
 
     /// `html` with the bodies of the page in their places, which must be numbered without a gap.
-    std::string fill(std::string_view pageIdent, std::string html, BodyFrame* frame = nullptr);
+    std::string fill(PageId pageId, std::string html, BodyFrame* frame = nullptr);
     /// One body; its kind and feed are looked up when `type` is below 1.
-    std::string body(std::string_view pageIdent, int bodyId, int type, int feedId);
+    std::string body(PageId pageId, int bodyId, int type, int feedId);
 
   private:
-    std::string content(std::string_view pageIdent, const PageBody& body, bool feeds);
+    std::string content(PageId pageId, const PageBody& body, bool feeds);
 
     HostContext& host_;
     db::Connection& connection_;

@@ -119,7 +119,7 @@ class Resolver {
         record_.pageId = rows.number("pageId", -1);
         record_.nodeId = rows.text("nodeId");
         record_.access = pageAccess::open;
-        if (host_.application.isTrue("torvex_extranet")) {
+        if (hasExtranet(host_)) {
             record_.access = groupVerdict(connection_, record_.pageId, record_.nodeId, visitor_, today_);
         }
         denied_ = record_.access < 0;

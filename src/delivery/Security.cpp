@@ -1,7 +1,6 @@
 // cServer: from the verdict on a page to what the visitor sees.
 
 #include "delivery/Access.h"
-#include "delivery/FolderTrail.h"
 #include "delivery/cServer.h"
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
@@ -11,22 +10,11 @@
 #include "platform/Session.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
-#include "records/PageKind.h"
 #include "records/SystemBranch.h"
 
 namespace torvex {
 
 namespace {
-
-constexpr std::string_view selectPage = "select pageId, nodeId, type from TORVEX_PAGES_LIVE where pageId = ?";
-constexpr std::string_view selectFirstChild =
-    "select pageId, nodeId, type from TORVEX_PAGES_LIVE where parent = ? order by orderId, nodeId";
-
-constexpr std::string_view selectFirstGroup =
-    "select a.groupId from TORVEX_PAGES_GROUPS_LIVE a inner join TORVEX_USERGROUPS b on a.groupId = "
-    "b.groupId "
-    "where a.pageId = ? order by a.groupId";
-constexpr std::string_view selectLoginPage = "select loginPage from TORVEX_PAGES_LIVE where pageId = ?";
 
 std::string errorValue(int code, const PageRecord& record, std::string_view today) {
     switch (code) {
@@ -45,20 +33,11 @@ std::string errorValue(int code, const PageRecord& record, std::string_view toda
     }
 }
 
-/// Follows folders to their first child, asking the groups of every page on the way.
-bool mayEnter(db::Connection& connection, PageId pageId, const Visitor& visitor, bool extranet,
-              std::string_view today) {
-    auto rows = connection.query(selectPage, {pageId});
-    FolderTrail trail;
-    while (rows.next()) {
-        const std::string node = rows.text("nodeId");
-        if (extranet && groupVerdict(connection, rows.number("pageId"), node, visitor, today) < 0)
-            return false;
-        if (!isFolder(rows.view("type"))) return true;
-        if (!trail.leadsOn(node)) return false;
-        rows = connection.query(selectFirstChild, {node});
-    }
-    return false;
+/// The page where a visitor can log in to see this one; 0 or less for none.
+PageId guardOf(const HostContext& host, db::Connection& connection, PageId pageId) {
+    return asLevel("getLoginPage !", [&] {
+        return hasExtranet(host) ? loginPageOf(connection, identify(connection, pageId)) : 0;
+    });
 }
 
 }  // namespace
@@ -79,7 +58,7 @@ std::string cServer::securityCheck(const std::string& applicationDir) try {
             code = pageAccess::noGroups;
         }
         if (code == pageAccess::needsLogin || code == pageAccess::refused) {
-            if (const PageId login = getLoginPage(text::fromNumber(pageId)); login > 0) {
+            if (const PageId login = guardOf(host_, connection(), pageId); login > 0) {
                 if (session.text("tvx_pageAppliedFor").empty()) session.set("tvx_pageAppliedFor", pageId);
                 session.set("tvx_counter", -1);
                 return "/tvx.asp?pageId=" + text::fromNumber(login);
@@ -115,38 +94,19 @@ std::string cServer::secureAddress() const {
 }
 
 bool cServer::hasAccess(const std::string& pageIdent, const std::string& username) try {
-    const PageIdentity page = identify(connection(), pageIdent);
-    if (!page.isValid()) return false;
-    const Visitor visitor =
-        username.empty() ? Visitor{host_.session.text("tvx_username"), host_.session.text("tvx_password")}
-                         : Visitor{username, getUserPassword(username)};
-    return mayEnter(connection(), page.pageId, visitor, host_.application.isTrue("torvex_extranet"),
-                    host_.clock.today());
+    return mayEnter(host_, connection(), identify(connection(), pageIdent), username);
 } catch (...) {
     raiseFrom("hasAccess !");
 }
 
 bool cServer::isSecuredPage(const std::string& pageIdent) try {
-    if (!host_.application.isTrue("torvex_extranet")) return false;
-    const PageIdentity page = identify(connection(), pageIdent);
-    if (!page.isValid()) return false;
-    const auto deciding = decidingGroup(connection(), page.pageId, page.nodeId);
-    return deciding && deciding->isReal();
+    return hasExtranet(host_) && isSecured(connection(), identify(connection(), pageIdent));
 } catch (...) {
     raiseFrom("isSecuredPage !");
 }
 
 PageId cServer::getLoginPage(const std::string& pageIdent) try {
-    if (!host_.application.isTrue("torvex_extranet")) return 0;
-    PageIdentity page = identify(connection(), pageIdent);
-    while (page.isValid()) {
-        auto groups = connection().query(selectFirstGroup, {page.pageId});
-        if (!groups.next() || groups.number("groupId") != inheritedGroup) break;
-        page.nodeId = parentOf(page.nodeId);
-        page.pageId = pageIdOf(connection(), page.nodeId);
-    }
-    auto rows = connection().query(selectLoginPage, {page.pageId});
-    return rows.next() ? rows.number("loginPage", -1) : 0;
+    return hasExtranet(host_) ? loginPageOf(connection(), identify(connection(), pageIdent)) : 0;
 } catch (...) {
     raiseFrom("getLoginPage !");
 }

@@ -1,10 +1,10 @@
 // cServer: the visitors who have a name.
 
+#include "delivery/Users.h"
+
 #include "delivery/cServer.h"
-#include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
-#include "platform/Session.h"
 #include "platform/db/Connection.h"
 
 namespace torvex {
@@ -25,20 +25,40 @@ constexpr std::string_view selectExitPage =
     "inner join TORVEX_USERGROUPS c on c.groupId = b.groupId "
     "where a.username = ? and a.password = ? and c.exitPage > 0 order by b.groupId";
 
-std::string orSession(const HostContext& host, const std::string& given, std::string_view key) {
-    return given.empty() ? host.session.text(key) : given;
+/// What was left out is the session's.
+Visitor orOfSession(const HostContext& host, const std::string& username, const std::string& password) {
+    Visitor user = visitorOf(host);
+    if (!username.empty()) user.username = username;
+    if (!password.empty()) user.password = password;
+    return user;
 }
 
 PageId groupPage(HostContext& host, db::Connection& connection, std::string_view statement,
-                 const std::string& username, const std::string& password) {
-    if (!host.application.isTrue("torvex_extranet")) return -1;
-    const std::string name = orSession(host, username, "tvx_username");
-    const std::string word = orSession(host, password, "tvx_password");
-    auto rows = connection.query(statement, {name, word});
+                 const Visitor& user) {
+    if (!hasExtranet(host)) return -1;
+    auto rows = connection.query(statement, {user.username, user.password});
     return rows.next() ? rows.number("page", -1) : -1;
 }
 
 }  // namespace
+
+double userIdOf(db::Connection& connection, const Visitor& user) {
+    auto rows = connection.query(selectUser, {user.username, user.password});
+    return rows.next() ? rows.number("userId") : 0;
+}
+
+std::string passwordOf(db::Connection& connection, const std::string& username) {
+    auto rows = connection.query(selectPassword, {username});
+    return rows.next() ? rows.text("password") : std::string();
+}
+
+PageId entryPageOf(HostContext& host, db::Connection& connection, const Visitor& user) {
+    return groupPage(host, connection, selectEntryPage, user);
+}
+
+PageId exitPageOf(HostContext& host, db::Connection& connection, const Visitor& user) {
+    return groupPage(host, connection, selectExitPage, user);
+}
 
 bool cServer::isUser(const std::string& username, const std::string& password) try {
     return connection().query(selectUser, {username, password}).next();
@@ -47,29 +67,25 @@ bool cServer::isUser(const std::string& username, const std::string& password) t
 }
 
 double cServer::getUserId(const std::string& username, const std::string& password) try {
-    const std::string name = orSession(host_, username, "tvx_username");
-    const std::string word = orSession(host_, password, "tvx_password");
-    auto rows = connection().query(selectUser, {name, word});
-    return rows.next() ? rows.number("userId") : 0;
+    return userIdOf(connection(), orOfSession(host_, username, password));
 } catch (...) {
     raiseFrom("getUserId !");
 }
 
 std::string cServer::getUserPassword(const std::string& username) try {
-    auto rows = connection().query(selectPassword, {orSession(host_, username, "tvx_username")});
-    return rows.next() ? rows.text("password") : std::string();
+    return passwordOf(connection(), orOfSession(host_, username, "").username);
 } catch (...) {
     raiseFrom("getUserPassword !");
 }
 
 PageId cServer::getEntryPage(const std::string& username, const std::string& password) try {
-    return groupPage(host_, connection(), selectEntryPage, username, password);
+    return entryPageOf(host_, connection(), orOfSession(host_, username, password));
 } catch (...) {
     raiseFrom("getEntryPage !");
 }
 
 PageId cServer::getExitPage(const std::string& username, const std::string& password) try {
-    return groupPage(host_, connection(), selectExitPage, username, password);
+    return exitPageOf(host_, connection(), orOfSession(host_, username, password));
 } catch (...) {
     raiseFrom("getExitPage !");
 }

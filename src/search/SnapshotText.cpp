@@ -2,7 +2,9 @@
 
 #include "delivery/Feeds.h"
 #include "delivery/PageBodies.h"
+#include "delivery/PageMetaData.h"
 #include "platform/ApplicationValues.h"
+#include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
@@ -45,16 +47,14 @@ std::string contentBlocks(const HTMLTemplate& layout) {
 }  // namespace
 
 SnapshotText::SnapshotText(HostContext& host, const db::ConnectionSource& connection)
-    : host_(host), connection_(connection), server_(host) {
-    server_.connect(connection);
-}
+    : host_(host), connection_(connection) {}
 
 std::string SnapshotText::of(const LivePage& page) {
     std::string html = line({"<HTML>"}) + line({"<HEAD>"});
     html += line({"<TITLE>", titleOf(page), "</TITLE>"});
     html += line({R"(<META NAME="MS.LOCALE" CONTENT=")", text::upper(langOf(page.nodeId)), "\">"});
     // Every tag of it ends its line.
-    html += server_.getMetaDataHTML(text::fromNumber(page.pageId));
+    html += metaDataOf(page);
     html += line({"</HEAD>"}) + line({"<BODY>"});
     html += contentOf(page);
     return html + line({"</BODY>"}) + line({"</HTML>"});
@@ -67,6 +67,12 @@ std::string SnapshotText::titleOf(const LivePage& page) {
     return "[" + words.at(untitledLabel) + "]";
 }
 
+std::string SnapshotText::metaDataOf(const LivePage& page) {
+    db::Connection& connection = connection_.use(host_);
+    return asLevel("getMetaDataHTML  !",
+                       [&] { return metaDataHtml(connection, identify(connection, page.pageId)); });
+}
+
 std::string SnapshotText::contentOf(const LivePage& page) {
     if (!hasBodies(kindOf(page.type)) || page.templateId <= 0 || page.templateFile.empty()) {
         return {};
@@ -77,7 +83,8 @@ std::string SnapshotText::contentOf(const LivePage& page) {
     if (!layout.load(path.append("/").append(page.templateFile))) return {};
     for (const std::string_view part : otherParts) layout.replaceAllBlocks(part, "");
     PageBodies bodies(host_, connection_.use(host_), Twin::Live, xmlFeed);
-    layout.setStrVal(bodies.fill(text::fromNumber(page.pageId), contentBlocks(layout)));
+    layout.setStrVal(
+        asLevel("fillBodies !", [&] { return bodies.fill(page.pageId, contentBlocks(layout)); }));
     layout.removeTags();
     return layout.takeStrVal();
 }

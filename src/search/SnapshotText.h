@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "delivery/cServer.h"
+#include "platform/db/ConnectionSource.h"
 #include "search/LivePages.h"
 
 namespace torvex {
@@ -17,11 +17,11 @@ class SnapshotText {
 
   private:
     std::string titleOf(const LivePage& page);
+    std::string metaDataOf(const LivePage& page);
     std::string contentOf(const LivePage& page);
 
     HostContext& host_;
     db::ConnectionSource connection_;
-    cServer server_;
 };
 
 }  // namespace torvex

@@ -1,7 +1,9 @@
+#include "delivery/ViewCount.h"
 #include "delivery/cServer.h"
 #include "pages/Pages.h"
 #include "pages/PublicAddress.h"
 #include "platform/ApplicationValues.h"
+#include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
@@ -29,14 +31,14 @@ std::string charsetOf(const HostContext& host, cServer& server) {
 }
 
 void answerPage(HostContext& host, cServer& server, db::Connection& connection) {
-    const std::string pageId = text::fromNumber(server.pgPageId());
     const std::string html = server.torvex_preparePage();
     if (text::startsWith(html, errorMark)) return host.response.redirect(html.substr(errorMark.size()));
     HTMLTemplate page(host);
-    page.connect(connection);
     page.setStrVal(server.buildLinks(html, std::string(siteOf(server.pgNodeId()))));
-    page.syncFrames(pageId);
-    server.logPage(pageId);
+    if (host.application.isTrue("torvex_frames")) {
+        asLevel("syncFrames !", [&] { page.tellFrames(identify(connection, server.pgPageId())); });
+    }
+    asLevel("logPage!", [&] { countView(host, nodeIdFrom(connection, server.pgPageId())); });
     host.response.charset = charsetOf(host, server);
     host.response.write(withPublicPorts(host, page.takeStrVal()));
 }

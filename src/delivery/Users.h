@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "delivery/Access.h"
+
+namespace torvex {
+
+// The visitors who have a name.
+
+/// 0 when there is no such user.
+double userIdOf(db::Connection& connection, const Visitor& user);
+/// "" when there is no such user.
+std::string passwordOf(db::Connection& connection, const std::string& username);
+
+/// The page that the user's lowest group with one enters or leaves by; -1 for none.
+PageId entryPageOf(HostContext& host, db::Connection& connection, const Visitor& user);
+PageId exitPageOf(HostContext& host, db::Connection& connection, const Visitor& user);
+
+}  // namespace torvex
