@@ -9,12 +9,12 @@
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "records/SystemBranch.h"
 
 namespace torvex {
 
 namespace {
 
-constexpr std::string_view systemBranch = ".99";
 constexpr std::size_t longestValue = 1000;
 
 constexpr std::string_view upsertValue =
@@ -37,10 +37,6 @@ constexpr std::string_view selectDesign =
 constexpr std::size_t listColumns = 5;
 /// In place of a page that has no meta data: no page has this number.
 constexpr PageId noPage = 0;
-
-bool isOfSystem(std::string_view nodeId) {
-    return text::contains(nodeId, systemBranch);
-}
 
 /// What the ancestors of a page have of their own, the nearest last.
 class AncestorValues {
@@ -84,7 +80,7 @@ std::string storedValue(std::string_view given) {
 void cManager::saveMetaData(const std::string& pageIdent, const std::string& metaIdent,
                             const std::string& metaDataValue, bool inherited) try {
     const PageIdentity page = identify(connection(), pageIdent);
-    if (!page.isValid() || isOfSystem(page.nodeId)) return;
+    if (!page.isValid() || systemBranch::hasNumber(page.nodeId)) return;
     const int id = metaTagOfSite(connection(), siteOf(page.nodeId), metaIdent);
     if (id <= 0) return;
     if (metaDataValue.empty() && !inherited) {
@@ -100,7 +96,7 @@ void cManager::saveMetaData(const std::string& pageIdent, const std::string& met
 Value cManager::getMetaData(const std::string& pageIdent, const std::string& mode) try {
     const PageIdentity page = identify(connection(), pageIdent);
     if (page.nodeId.size() < PageIdentity::rootLength) return {};
-    const PageId pageId = isOfSystem(page.nodeId) ? noPage : page.pageId;
+    const PageId pageId = systemBranch::hasNumber(page.nodeId) ? noPage : page.pageId;
     ResultGrid grid(listColumns);
     auto rows = connection().query(twinOf(mode) == Twin::Design ? selectDesign : selectLive,
                                    {pageId, siteOf(page.nodeId)});
@@ -116,7 +112,7 @@ Value cManager::getMetaData(const std::string& pageIdent, const std::string& mod
 
 std::string cManager::getMetaDataHTML(const std::string& pageIdent) try {
     const PageIdentity page = identify(connection(), pageIdent);
-    if (!page.isValid() || isOfSystem(page.nodeId)) return {};
+    if (!page.isValid() || systemBranch::hasNumber(page.nodeId)) return {};
     const std::string_view lang = langOf(page.nodeId);
     std::string html;
     if (const std::string label = getCharsetLabel(std::string(lang)); !label.empty()) {

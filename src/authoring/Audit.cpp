@@ -30,7 +30,27 @@ std::optional<double> advIdOf(db::Connection& connection, std::string_view advId
     return rows.number("advId");
 }
 
+void place(AuditLine& line, const PageIdentity& page, std::string title) {
+    line.pageId = page.pageId;
+    line.nodeId = page.nodeId;
+    line.pageTitle = std::move(title);
+}
+
 }  // namespace
+
+void cManager::addPageLine(PageId pageId, std::string_view action, std::string_view description) try {
+    const PageIdentity page = identify(connection(), pageId);
+    if (!page.isValid()) return;
+    AuditLine line;
+    line.loginId = author_.loginId;
+    line.loginName = author_.fullname;
+    line.action = action;
+    line.description = description;
+    place(line, page, pageTitle(pageId, Twin::Design));
+    writeAuditLine(host_, line);
+} catch (...) {
+    raiseFrom("addAuditTrail !");
+}
 
 void cManager::addAuditTrail(const std::string& pageIdent, const std::string& advIdent,
                              const std::string& action, const std::string& description, int loginId) try {
@@ -48,9 +68,7 @@ void cManager::addAuditTrail(const std::string& pageIdent, const std::string& ad
     if (!pageIdent.empty()) {
         const PageIdentity page = identify(connection(), pageIdent);
         if (!page.isValid()) return;
-        line.pageId = page.pageId;
-        line.nodeId = page.nodeId;
-        line.pageTitle = getPageTitle(text::fromNumber(page.pageId), "D");
+        place(line, page, pageTitle(page.pageId, Twin::Design));
     } else if (!advIdent.empty()) {
         const auto advId = advIdOf(connection(), advIdent);
         if (!advId) return;

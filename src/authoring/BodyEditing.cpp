@@ -242,8 +242,7 @@ std::string cManager::pasteBody(const std::string& pageIdentFrom, const std::str
 /// The change is done: a trail that can't be written doesn't undo it.
 void cManager::recordEditing(std::string_view operation, PageId pageId, const std::string& action,
                              const std::string& description) {
-    const std::string ident = text::fromNumber(pageId);
-    followUp(host_, operation, ident, [&] { addAuditTrail(ident, "", action, description); });
+    followUp(host_, operation, text::fromNumber(pageId), [&] { addPageLine(pageId, action, description); });
 }
 
 }  // namespace torvex

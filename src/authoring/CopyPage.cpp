@@ -12,6 +12,7 @@
 #include "platform/Session.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
+#include "records/PageRows.h"
 #include "records/SystemBranch.h"
 
 namespace torvex {
@@ -35,6 +36,12 @@ bool isSystemRoot(std::string_view nodeId) {
 bool fits(std::string_view source, std::string_view target) {
     const bool isSystemPage = systemBranch::hasDigits(source) && !isSystemRoot(source);
     return isSystemPage == systemBranch::hasDigits(target);
+}
+
+bool hasSystemBranchBelow(db::Connection& connection, std::string_view nodeId) {
+    return asLevel("isPage !", [&] {
+        return isPage(connection, pageIdFrom(connection, systemBranch::below(nodeId)), Twin::Design);
+    });
 }
 
 using Outcome = db::Outcome<std::string>;
@@ -67,16 +74,15 @@ std::string cManager::pastePage(const std::string& modeFrom, const std::string& 
     const PageIdentity target = identify(connection(), pageIdentTo);
     if (!source.isValid() || !target.isValid()) return std::string(status::failed);
     if (!fits(source.nodeId, target.nodeId)) return std::string(systemMismatch);
-    if (isSystemRoot(source.nodeId) && isPage(systemBranch::below(target.nodeId), "D"))
+    if (isSystemRoot(source.nodeId) && hasSystemBranchBelow(connection(), target.nodeId))
         return std::string(hasSystemBranch);
 
-    // Unlike elsewhere, the design is what a mode that isn't one stands for.
-    const Twin twin = text::equals(text::trim(modeFrom), "L") ? Twin::Live : Twin::Design;
+    const Twin twin = twinOfBody(modeFrom);
     CopyOrder order{.source = source.nodeId,
                     .from = twin,
                     .extent = flag == 0 ? Extent::Page : Extent::Branch,
                     .place = {},
-                    .title = getPageTitle(text::fromNumber(source.pageId), twin == Twin::Live ? "L" : "D"),
+                    .title = pageTitle(source.pageId, twin),
                     .editor = actor(),
                     .notified = notificationFlag(workflowRules(host_.application), true)};
     const std::string word = getVocab(host_.session.text("torvex_current_interface"), copyLabel);
@@ -93,13 +99,11 @@ std::string cManager::pastePage(const std::string& modeFrom, const std::string& 
 
 /// `mark` stands behind the action of a whole branch.
 void cManager::recordCopy(const PageIdentity& source, const PageIdentity& copy, const std::string& mark) {
-    const std::string sourceIdent = text::fromNumber(source.pageId);
-    const std::string copyIdent = text::fromNumber(copy.pageId);
-    followUp(host_, operationName, sourceIdent, [&] {
-        addAuditTrail(sourceIdent, "", "copy" + mark, described("Copied to", copy.pageId, copy.nodeId));
+    followUp(host_, operationName, text::fromNumber(source.pageId), [&] {
+        addPageLine(source.pageId, "copy" + mark, described("Copied to", copy.pageId, copy.nodeId));
     });
-    followUp(host_, operationName, copyIdent, [&] {
-        addAuditTrail(copyIdent, "", "paste" + mark, described("Copied from", source.pageId, source.nodeId));
+    followUp(host_, operationName, text::fromNumber(copy.pageId), [&] {
+        addPageLine(copy.pageId, "paste" + mark, described("Copied from", source.pageId, source.nodeId));
     });
 }
 

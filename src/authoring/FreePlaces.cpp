@@ -25,6 +25,11 @@ constexpr std::string_view selectTitledLive =
 constexpr std::string_view selectTitledDesign =
     "select pageId from TORVEX_PAGES_DESIGN where parent = ? and title = ?";
 
+constexpr std::string_view selectOthersTitledLive =
+    "select pageId from TORVEX_PAGES_LIVE where parent = ? and title = ? and pageId <> ?";
+constexpr std::string_view selectOthersTitledDesign =
+    "select pageId from TORVEX_PAGES_DESIGN where parent = ? and title = ? and pageId <> ?";
+
 /// With the word behind it, of four letters, in brackets, a title of this length has the most that one may.
 constexpr std::size_t longestToExtend = 43;
 
@@ -79,9 +84,13 @@ std::optional<FreePlace> placeForSystemBranch(db::Connection& connection, std::s
     return placeAt(connection, systemBranch::below(parent));
 }
 
-bool isTitled(db::Connection& connection, std::string_view parent, std::string_view title, Twin twin) {
-    const auto statement = twin == Twin::Design ? selectTitledDesign : selectTitledLive;
-    return connection.query(statement, {parent, title}).next();
+bool isTitled(db::Connection& connection, std::string_view parent, std::string_view title, Twin twin,
+              std::optional<PageId> except) {
+    const bool design = twin == Twin::Design;
+    if (!except)
+        return connection.query(design ? selectTitledDesign : selectTitledLive, {parent, title}).next();
+    const auto statement = design ? selectOthersTitledDesign : selectOthersTitledLive;
+    return connection.query(statement, {parent, title, *except}).next();
 }
 
 std::optional<std::string> freeTitle(db::Connection& connection, std::string_view parent, std::string title,

@@ -28,8 +28,9 @@ struct FreePlace {
 std::optional<FreePlace> placeForChild(db::Connection& connection, std::string_view parent);
 std::optional<FreePlace> placeForSystemBranch(db::Connection& connection, std::string_view parent);
 
-/// Whether a child of the parent has this title.
-bool isTitled(db::Connection& connection, std::string_view parent, std::string_view title, Twin twin);
+/// Whether a child of the parent, other than the one excepted, has this title.
+bool isTitled(db::Connection& connection, std::string_view parent, std::string_view title, Twin twin,
+              std::optional<PageId> except = std::nullopt);
 /// `title`, with the word behind it as often as it takes until no child of the parent has it, neither in the
 /// design nor live. Nothing when that would become longer than titles are.
 std::optional<std::string> freeTitle(db::Connection& connection, std::string_view parent, std::string title,

@@ -272,11 +272,16 @@ std::string LinkMarking::word(double label) {
     return text::replaceAll(text::htmlEncode(words_[label]), "'", "&#39;");
 }
 
+std::string withMarkedLinks(HostContext& host, db::Connection& connection, std::string html,
+                            const LinkPlace& place) {
+    if (!text::contains(html, "<a ") && !text::contains(html, "<area ")) return html;
+    LinkMarking marking(host, connection, place);
+    return rewriteLinks(html, marking);
+}
+
 std::string cManager::buildLinks(const std::string& html, const std::string& site, const std::string& lang,
                                  const std::string& mode) try {
-    if (!text::contains(html, "<a ") && !text::contains(html, "<area ")) return html;
-    LinkMarking marking(host_, connection(), {site, lang, twinOf(mode)});
-    return rewriteLinks(html, marking);
+    return withMarkedLinks(host_, connection(), html, {site, lang, twinOf(mode)});
 } catch (...) {
     raiseFrom("buildLinks !");
 }

@@ -50,4 +50,8 @@ class LinkMarking final : public LinkPolicy {
     std::map<double, std::string> words_;
 };
 
+/// The page with its links as that class makes them.
+std::string withMarkedLinks(HostContext& host, db::Connection& connection, std::string html,
+                            const LinkPlace& place);
+
 }  // namespace torvex

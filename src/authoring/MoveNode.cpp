@@ -84,7 +84,7 @@ std::string cManager::moveNode(const std::string& nodeIdentFrom, const std::stri
                                                  [&](db::Connection& own) { return run(own, swap); });
     if (outcome.isCommitted) {
         followUp(host_, operationName, swap.from,
-                 [&] { addAuditTrail(swap.from, "", down ? "move down" : "move up", ""); });
+                 [&] { addPageLine(pageIdFrom(connection(), swap.from), down ? "move down" : "move up"); });
     }
     return outcome.value;
 } catch (...) {

@@ -93,12 +93,12 @@ std::string cManager::movePage(const std::string& pageIdentFrom, const std::stri
 
     const std::string ident = text::fromNumber(source.pageId);
     const std::string word = getVocab(host_.session.text("torvex_current_interface"), copyLabel);
-    MoveOrder order{author_.loginId, source, {}, movedTitle(ident)};
+    MoveOrder order{author_.loginId, source, {}, movedTitle(source.pageId)};
     const Outcome outcome = moveAlone(host_, connection(), target, word, order);
     if (outcome.isCommitted) {
         followUp(host_, operationName, ident, [&] {
-            addAuditTrail(ident, "", "move",
-                          "Moved from node " + source.nodeId + " to node " + outcome.value);
+            addPageLine(source.pageId, "move",
+                        "Moved from node " + source.nodeId + " to node " + outcome.value);
         });
     }
     return outcome.value;
@@ -107,9 +107,9 @@ std::string cManager::movePage(const std::string& pageIdentFrom, const std::stri
 }
 
 /// The live title; a page that was never published has only the other one.
-std::string cManager::movedTitle(const std::string& pageIdent) {
-    std::string title = getPageTitle(pageIdent, "L");
-    return title.empty() ? getPageTitle(pageIdent, "D") : title;
+std::string cManager::movedTitle(PageId pageId) {
+    std::string title = pageTitle(pageId, Twin::Live);
+    return title.empty() ? pageTitle(pageId, Twin::Design) : title;
 }
 
 }  // namespace torvex

@@ -1,6 +1,7 @@
 // cManager: a new page.
 
 #include "accounts/Actor.h"
+#include "authoring/FreePlaces.h"
 #include "authoring/PageBuffer.h"
 #include "authoring/RunReport.h"
 #include "authoring/SetupChecks.h"
@@ -14,6 +15,7 @@
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "records/PageKind.h"
+#include "records/PageRows.h"
 #include "records/SystemBranch.h"
 
 namespace torvex {
@@ -28,28 +30,40 @@ constexpr std::string_view systemBranchExists = "-6";
 
 // Writing it holds the row until the transaction ends: the parent can't go, and the places below it are given
 // away one after the other.
-constexpr std::string_view holdPage = "update TORVEX_PAGES_DESIGN set parent = parent where nodeId = ?";
+constexpr std::string_view holdParent = "update TORVEX_PAGES_DESIGN set parent = parent where nodeId = ?";
 
 /// "" for none: a number that no page has counts as none. One below 0 doesn't: in a list of pages the minus
 /// divides, so that who tested the caller's right may have looked at the page behind it.
-std::string parentNode(cManager& manager, std::string_view parentIdent) {
+std::string parentNode(db::Connection& connection, std::string_view parentIdent) {
     const std::string ident = text::lowerTrim(parentIdent);
     const bool isNumber = text::isNumeric(ident) && !ident.starts_with('-');
-    return isNumber ? manager.getNodeId(text::toNumber(ident)) : ident;
+    return isNumber ? nodeIdFrom(connection, text::toNumber(ident)) : ident;
+}
+
+std::string freeNode(db::Connection& connection, const std::string& parent) {
+    return asLevel("getNewChild !", [&] {
+        const PageIdentity page = identify(connection, parent);
+        return page.isValid() ? newChildOf(connection, page.nodeId) : std::string();
+    });
+}
+
+bool isTaken(db::Connection& connection, const std::string& nodeId) {
+    return asLevel("isPage !",
+                   [&] { return isPage(connection, pageIdFrom(connection, nodeId), Twin::Design); });
 }
 
 /// Chooses the node. "" or a code.
-std::string_view findNode(cManager& manager, PageBuffer& page, const SetupPlace& place) {
+std::string_view findNode(db::Connection& connection, PageBuffer& page, const SetupPlace& place) {
     const bool isBranch = kindOf(page.type) == PageKind::SystemBranch;
     if (place.parent.empty()) {
         page.nodeId = place.site + "." + place.lang;
     } else if (isBranch) {
         page.nodeId = systemBranch::below(place.parent);
     } else {
-        page.nodeId = manager.getNewChild(place.parent);
+        page.nodeId = freeNode(connection, place.parent);
         if (page.nodeId.empty()) return noFreeNumber;
     }
-    if (!manager.isPage(page.nodeId, "D")) return {};
+    if (!isTaken(connection, page.nodeId)) return {};
     return isBranch ? systemBranchExists : pageExists;
 }
 
@@ -73,7 +87,7 @@ bool takeOrder(db::Connection& connection, PageBuffer& page, const SetupPlace& p
 /// Part of a transaction; a refusal is a code.
 db::Outcome<std::string_view> create(db::Connection& connection, PageBuffer& page, const SetupPlace& place,
                                      std::string_view insertIdent, const Actor& editor) {
-    if (!place.parent.empty() && connection.execute(holdPage, {place.parent}) == 0)
+    if (!place.parent.empty() && connection.execute(holdParent, {place.parent}) == 0)
         return db::refuse(setupCode::parentMissing);
     page.orderId = 0;
     if (!takeOrder(connection, page, place, insertIdent)) return db::refuse(status::failed);
@@ -89,7 +103,7 @@ db::Outcome<std::string_view> create(db::Connection& connection, PageBuffer& pag
 std::string cManager::saveNewPageSetup(const std::string& site, const std::string& lang,
                                        const std::string& parentIdent, const std::string& insertIdent) try {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
-    const std::string parent = parentNode(*this, parentIdent);
+    const std::string parent = parentNode(connection(), parentIdent);
     if (!websiteExists(connection(), site, lang)) return std::string(status::failed);
     const SetupPlace place{.site = text::lower(site),
                            .lang = text::lower(lang),
@@ -99,15 +113,14 @@ std::string cManager::saveNewPageSetup(const std::string& site, const std::strin
                            .types = kindsOfNewPages};
     normaliseTitleAndType(page_);
     std::string_view code = checkSetup(*this, connection(), page_, place);
-    if (code.empty()) code = findNode(*this, page_, place);
+    if (code.empty()) code = findNode(connection(), page_, place);
     if (!code.empty()) return std::string(code);
     const auto outcome = db::tryInOwnTransaction(
         host_, runOn(operationName, page_.nodeId), status::failed,
         [&](db::Connection& own) { return create(own, page_, place, insertIdent, actor()); });
     if (!outcome.isCommitted) return std::string(outcome.value);
-    followUp(host_, operationName, page_.nodeId, [&] {
-        addAuditTrail(text::fromNumber(page_.pageId), "", "new", "New page (node " + page_.nodeId + ")");
-    });
+    followUp(host_, operationName, page_.nodeId,
+             [&] { addPageLine(page_.pageId, "new", "New page (node " + page_.nodeId + ")"); });
     return page_.nodeId;
 } catch (...) {
     raiseFrom("saveNewPageSetup !");

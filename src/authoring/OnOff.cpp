@@ -25,16 +25,16 @@ constexpr std::string_view switchBranch =
 }  // namespace
 
 bool cManager::setOnOff(const std::string& pageIdent, const std::string& onOff, bool cascading) try {
-    const std::string nodeId = nodeIdFrom(connection(), pageIdent);
+    const PageIdentity page = identify(connection(), pageIdent);
     const bool on = text::equals(onOff, "on");
     const int wanted = on ? 1 : 0;
     const std::string today = host_.clock.today();
     if (!cascading) {
-        connection().execute(switchPage, {today, today, wanted, nodeId});
-    } else if (!nodeId.empty()) {
-        connection().execute(switchBranch, {today, today, wanted, nodeId, endOfPrefix(nodeId)});
+        connection().execute(switchPage, {today, today, wanted, page.nodeId});
+    } else if (!page.nodeId.empty()) {
+        connection().execute(switchBranch, {today, today, wanted, page.nodeId, endOfPrefix(page.nodeId)});
     }
-    addAuditTrail(pageIdent, "", std::string(on ? "online" : "offline") + (cascading ? "+" : ""), "");
+    addPageLine(page.pageId, std::string(on ? "online" : "offline") + (cascading ? "+" : ""));
     return true;
 } catch (...) {
     raiseFrom("setOnOff !");

@@ -1,5 +1,7 @@
 // cManager: what authors ask about one page without reading its record.
 
+#include "authoring/PageLookups.h"
+
 #include "authoring/cManager.h"
 #include "delivery/ApplicationAddress.h"
 #include "platform/Errors.h"
@@ -7,6 +9,7 @@
 #include "records/PageGroups.h"
 #include "records/PageIdentity.h"
 #include "records/PageKind.h"
+#include "records/PageRows.h"
 
 namespace torvex {
 
@@ -75,34 +78,40 @@ Value cManager::getPageGroups(const std::string& pageIdent, const std::string& m
     raiseFrom("getPageGroups !");
 }
 
-PageId cManager::getLoginPage(const std::string& pageIdent, const std::string& mode) try {
+PageId guardingPage(db::Connection& connection, PageIdentity page, Twin twin) {
     constexpr PageId none = -1;
-    const Twin twin = twinOf(mode);
-    PageIdentity page = identify(connection(), pageIdent);
     if (!page.isValid()) return none;
-    std::string groups = pageGroupNames(connection(), page.pageId, twin);
+    std::string groups = pageGroupNames(connection, page.pageId, twin);
     while (text::contains(groups, inherited) && !text::contains(groups, everybody)) {
         if (page.nodeId.size() <= PageIdentity::rootLength) return none;
         page.nodeId = parentOf(page.nodeId);
-        page.pageId = pageIdOf(connection(), page.nodeId);
-        groups = pageGroupNames(connection(), page.pageId, twin);
+        page.pageId = pageIdOf(connection, page.nodeId);
+        groups = pageGroupNames(connection, page.pageId, twin);
     }
     // A page without groups is open to everybody.
     if (groups.empty() || text::contains(groups, everybody)) return none;
     auto rows =
-        connection().query(twin == Twin::Design ? selectLoginPageDesign : selectLoginPageLive, {page.nodeId});
+        connection.query(twin == Twin::Design ? selectLoginPageDesign : selectLoginPageLive, {page.nodeId});
     return rows.next() ? rows.number("loginPage", none) : none;
+}
+
+PageId cManager::getLoginPage(const std::string& pageIdent, const std::string& mode) try {
+    return guardingPage(connection(), identify(connection(), pageIdent), twinOf(mode));
 } catch (...) {
     raiseFrom("getLoginPage !");
 }
 
-double cManager::getNumberOfViews(const std::string& pageIdent) try {
-    const std::string nodeId = nodeIdFrom(connection(), pageIdent);
+double viewsOf(db::Connection& connection, std::string_view nodeId) {
     if (nodeId.size() < PageIdentity::rootLength) return 0;
-    auto rows = isFolder(getPageType(nodeId, "L"))
-                    ? connection().query(sumOfBranch, {nodeId, endOfPrefix(nodeId)})
-                    : connection().query(sumOfPage, {nodeId});
+    const std::string type = asLevel(
+        "getPageType !", [&] { return typeOfPage(connection, pageIdFrom(connection, nodeId), Twin::Live); });
+    auto rows = isFolder(type) ? connection.query(sumOfBranch, {nodeId, endOfPrefix(nodeId)})
+                               : connection.query(sumOfPage, {nodeId});
     return rows.next() ? rows.number("hits") : 0;
+}
+
+double cManager::getNumberOfViews(const std::string& pageIdent) try {
+    return viewsOf(connection(), nodeIdFrom(connection(), pageIdent));
 } catch (...) {
     raiseFrom("getNumberOfViews !");
 }

@@ -1,6 +1,7 @@
 // cManager: a page's record, from either of the twin tables.
 
 #include "authoring/HeldNumber.h"
+#include "authoring/PageLookups.h"
 #include "authoring/cManager.h"
 #include "delivery/ApplicationAddress.h"
 #include "delivery/Neighbours.h"
@@ -120,16 +121,27 @@ class PageReader {
         if (page_.groups.empty() || page_.groups == "1") {
             page_.loginPage = -1;
         } else if (page_.groups == "0") {
-            page_.loginPage = manager_.getLoginPage(text::fromNumber(page_.pageId), "D");
+            page_.loginPage = loginPageInDesign();
         } else {
             page_.loginPage = rows.number("loginPage", -1);
         }
     }
 
+    PageId loginPageInDesign() const {
+        return asLevel("getLoginPage !", [&] {
+            return guardingPage(connection_, identify(connection_, page_.pageId), Twin::Design);
+        });
+    }
+
+    double totalHits() const {
+        return asLevel("getNumberOfViews !",
+                       [&] { return viewsOf(connection_, nodeIdFrom(connection_, page_.pageId)); });
+    }
+
     void takePublication(const db::Rows& rows) {
         const bool inTime = isWithin(host_.clock.today(), page_.onlineFrom, page_.onlineTo);
         page_.online = inTime ? shortOf(rows, "online") : 0;
-        page_.totalHits = manager_.getNumberOfViews(text::fromNumber(page_.pageId));
+        page_.totalHits = totalHits();
         page_.author = nameOf(rows, "author");
         page_.authoringDate = momentOf(rows, "authoringDate");
         page_.publisher = nameOf(rows, "publisher");

@@ -105,19 +105,20 @@ std::string cManager::savePageSetup(const std::string& pageIdent) try {
     const SetupPlace place{.site = std::string(siteOf(page_.nodeId)),
                            .lang = std::string(langOf(page_.nodeId)),
                            .parent = hasParent ? std::string(parentOf(page_.nodeId)) : std::string(),
-                           .itself = text::fromNumber(page_.pageId),
+                           .itself = page_.pageId,
                            .isRoot = page_.nodeId.size() == PageIdentity::rootLength,
                            .types = kindsOfPages};
     normaliseTitleAndType(page_);
     if (!websiteExists(connection(), place.site, place.lang)) return std::string(unknownWebsite);
     const std::string_view code = checkSetup(*this, connection(), page_, place);
     if (!code.empty()) return std::string(code);
+    const std::string number = text::fromNumber(page_.pageId);
     const auto outcome =
-        db::tryInOwnTransaction(host_, runOn(operationName, place.itself), status::failed,
+        db::tryInOwnTransaction(host_, runOn(operationName, number), status::failed,
                                 [&](db::Connection& own) { return save(*this, own, page_, place, actor()); });
     if (!outcome.isCommitted) return std::string(outcome.value);
-    followUp(host_, operationName, place.itself,
-             [&] { addAuditTrail(place.itself, "", "save", "Page setup has been updated"); });
+    followUp(host_, operationName, number,
+             [&] { addPageLine(page_.pageId, "save", "Page setup has been updated"); });
     return std::string(status::done);
 } catch (...) {
     raiseFrom("savePageSetup !");

@@ -2,20 +2,21 @@
 
 #include "authoring/EditFrame.h"
 #include "authoring/FeedReport.h"
+#include "authoring/LinkMarking.h"
 #include "authoring/cManager.h"
+#include "delivery/Access.h"
 #include "delivery/Breadcrumb.h"
 #include "delivery/Feeds.h"
 #include "delivery/PageAssembly.h"
 #include "delivery/PageBodies.h"
-#include "delivery/cServer.h"
+#include "delivery/PageMetaData.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
-#include "templates/BaseTemplate.h"
-#include "templates/StyleSheet.h"
-#include "templates/Template.h"
+#include "records/PageRows.h"
+#include "templates/DesignAssets.h"
 
 namespace torvex {
 
@@ -31,89 +32,76 @@ constexpr double linksDisabledLabel = 2587;
 /// The answer for a page without a base template.
 constexpr std::string_view missingBase = "error:/torvex/error.asp?error=template_body_error&flag=0";
 
-std::string_view modeOf(Twin twin) {
-    return twin == Twin::Design ? "D" : "L";
+/// For what asks of a body: unlike elsewhere, the design is what a mode that isn't one stands for.
+Twin twinOfBody(const std::string& mode) {
+    return text::equals(text::trim(mode), "L") ? Twin::Live : Twin::Design;
 }
 
-/// The page of the record in one of the modes.
+std::string framed(HostContext& host, db::Connection& connection, const PageIdentity& page,
+                   PageBodies& bodies, std::string html) {
+    EditFrame frame(host, connection, page);
+    return frame.withForm(bodies.fill(page.pageId, std::move(html), &frame));
+}
+
+/// The page of a record in one of the modes. What an author can ask for as well is told like that when it
+/// fails.
 class AuthorsView final : public AssemblyView {
   public:
-    AuthorsView(cManager& manager, HostContext& host, db::Connection& connection, Twin twin, bool edits)
-        : manager_(manager),
-          host_(host),
-          connection_(connection),
-          server_(host),
-          twin_(twin),
-          mode_(modeOf(twin)),
-          edits_(edits) {
-        server_.connect(connection);
-    }
+    AuthorsView(HostContext& host, db::Connection& connection, const PageBuffer& page, Twin twin, bool edits)
+        : host_(host), connection_(connection), page_(page), twin_(twin), edits_(edits) {}
 
     AssemblyPage page() override {
-        return {manager_.pgPageId(),
-                manager_.pgNodeId(),
-                twin_,
-                manager_.pgTemplateFile(),
-                manager_.pgPrevious(),
-                manager_.pgNext(),
-                manager_.pgUp(),
-                server_.isSecuredPage(number()),
-                true};
+        return {page_.pageId, page_.nodeId,       twin_, page_.templateFile, page_.previous, page_.next,
+                page_.up,     isShownToMembers(), true};
     }
-    bool canLeadTo(PageId pageId) override { return manager_.isPage(text::fromNumber(pageId), mode_); }
+    bool canLeadTo(PageId pageId) override {
+        return asLevel("isPage !", [&] { return isPage(connection_, pageId, twin_); });
+    }
     /// What an author looks at counts as no visit.
     void countSubPage(PageId) override {}
 
-    std::string templateFile(PageId pageId) override { return fileOf(&Template::getTemplateFile, pageId); }
-    std::string stylesheetFile(PageId pageId) override {
-        return fileOf(&StyleSheet::getStylesheetFile, pageId);
-    }
-    std::string baseTemplateFile(PageId pageId) override {
-        return fileOf(&BaseTemplate::getBaseTemplateFile, pageId);
-    }
+    std::string templateFile(PageId pageId) override { return fileOf(contentTemplateStatements, pageId); }
+    std::string stylesheetFile(PageId pageId) override { return fileOf(stylesheetStatements, pageId); }
+    std::string baseTemplateFile(PageId pageId) override { return fileOf(baseTemplateStatements, pageId); }
 
-    std::string metaData() override { return server_.getMetaDataHTML(number()); }
-    std::string breadcrumb() override { return breadcrumbTrail(host_, connection_, number(), twin_); }
+    std::string metaData() override {
+        return asLevel("getMetaDataHTML  !", [&] { return metaDataHtml(connection_, identity()); });
+    }
+    std::string breadcrumb() override {
+        return breadcrumbTrail(host_, connection_, nodeIdFrom(connection_, page_.pageId), twin_);
+    }
     std::string fillBodies(PageId pageId, std::string html) override {
-        return manager_.fillBodies(text::fromNumber(pageId), mode_, html, edits_);
+        return asLevel("fillBodies !", [&] {
+            PageBodies bodies(host_, connection_, twin_, reportedXmlFeed);
+            if (!edits_) return bodies.fill(pageId, std::move(html));
+            return framed(host_, connection_, identify(connection_, pageId), bodies, std::move(html));
+        });
     }
 
     std::string missingTemplate() const override {
-        return "error:/torvex/error.asp?pageId=" + number() + "&error=template_not_found&flag=0";
+        return "error:/torvex/error.asp?pageId=" + text::fromNumber(page_.pageId) +
+               "&error=template_not_found&flag=0";
     }
     std::string missingBaseTemplate() const override { return std::string(missingBase); }
 
   private:
-    std::string number() const { return text::fromNumber(manager_.pgPageId()); }
+    PageIdentity identity() const { return identify(connection_, page_.pageId); }
 
-    template <typename Register>
-    std::string fileOf(std::string (Register::*fileInForce)(const std::string&, const std::string&),
-                       PageId pageId) {
-        Register assets(host_);
-        assets.connect(connection_);
-        return (assets.*fileInForce)(text::fromNumber(pageId), mode_);
+    bool isShownToMembers() const {
+        return asLevel("isSecuredPage !",
+                       [&] { return hasExtranet(host_) && isSecured(connection_, identity()); });
     }
 
-    cManager& manager_;
+    std::string fileOf(const AssetStatements& assets, PageId pageId) const {
+        return fileInForce(assets, host_, connection_, pageId, twin_);
+    }
+
     HostContext& host_;
     db::Connection& connection_;
-    cServer server_;
+    const PageBuffer& page_;
     const Twin twin_;
-    const std::string mode_;
     const bool edits_;
 };
-
-std::string framed(HostContext& host, db::Connection& connection, const std::string& pageIdent,
-                   PageBodies& bodies, const std::string& html) {
-    EditFrame frame = [&]() -> EditFrame {
-        try {
-            return {host, connection, identify(connection, pageIdent)};
-        } catch (...) {
-            raiseFrom("fillBodies !");
-        }
-    }();
-    return frame.withForm(bodies.fill(pageIdent, html, &frame));
-}
 
 }  // namespace
 
@@ -123,27 +111,32 @@ std::string cManager::torvex_preparePage(const std::string& mode,
     const Twin twin = twinOf(mode);
     const std::string subTitle = text::lowerTrim(applicationSubTitle);
     const bool edits = subTitle == editSwitch;
-    AuthorsView view(*this, host_, connection(), twin, edits);
+    AuthorsView view(host_, connection(), page_, twin, edits);
     std::string html = assemblePage(host_, connection(), view, modules_, edits ? std::string() : subTitle);
     if (html.starts_with(errorMark)) return html;
-    return buildLinks(html, std::string(siteOf(page_.nodeId)), std::string(langOf(page_.nodeId)),
-                      std::string(modeOf(twin)));
+    return asLevel("buildLinks !", [&] {
+        const LinkPlace place{std::string(siteOf(page_.nodeId)), std::string(langOf(page_.nodeId)), twin};
+        return withMarkedLinks(host_, connection(), std::move(html), place);
+    });
 } catch (...) {
     raiseFrom("torvex_preparePage !");
 }
 
 std::string cManager::fillBodies(const std::string& pageIdent, const std::string& mode,
-                                 const std::string& html, bool editFlag) {
+                                 const std::string& html, bool editFlag) try {
     PageBodies bodies(host_, connection(), twinOf(mode), reportedXmlFeed);
-    if (!editFlag) return bodies.fill(pageIdent, html);
-    return framed(host_, connection(), pageIdent, bodies, html);
+    if (!editFlag) return bodies.fill(pageIdFrom(connection(), pageIdent), html);
+    return framed(host_, connection(), identify(connection(), pageIdent), bodies, html);
+} catch (...) {
+    raiseFrom("fillBodies !");
 }
 
 std::string cManager::getBody(const std::string& pageIdent, int bodyId, int bodyType, int feedId,
-                              const std::string& mode) {
-    // Unlike elsewhere, the design is what a mode that isn't one stands for.
-    const Twin twin = text::equals(text::trim(mode), "L") ? Twin::Live : Twin::Design;
-    return PageBodies(host_, connection(), twin, reportedXmlFeed).body(pageIdent, bodyId, bodyType, feedId);
+                              const std::string& mode) try {
+    PageBodies bodies(host_, connection(), twinOfBody(mode), reportedXmlFeed);
+    return bodies.body(pageIdFrom(connection(), pageIdent), bodyId, bodyType, feedId);
+} catch (...) {
+    raiseFrom("getBody !");
 }
 
 std::string cManager::getBodyHTML(int feedId) {

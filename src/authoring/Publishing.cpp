@@ -105,7 +105,7 @@ std::string cManager::publishPage(const std::string& pageIdent) try {
     const std::string ident = text::fromNumber(page.pageId);
     const auto outcome = run(host_, page.pageId, actor(), [&] {
         // While the page's title can still be read, and whatever becomes of the transaction.
-        addAuditTrail(ident, "", std::string(removal::action), std::string(removal::description));
+        addPageLine(page.pageId, removal::action, removal::description);
     });
     const auto& [result, removedNode] = outcome.value;
     if (!outcome.isCommitted) return result;
@@ -117,7 +117,7 @@ std::string cManager::publishPage(const std::string& pageIdent) try {
         });
         return result;
     }
-    followUp(host_, operationName, ident, [&] { addAuditTrail(ident, "", "publish", ""); });
+    followUp(host_, operationName, ident, [&] { addPageLine(page.pageId, "publish"); });
     Search search(host_);
     search.connect(connection_);
     search.initializePages(ident);

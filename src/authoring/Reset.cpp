@@ -99,8 +99,7 @@ std::string cManager::resetPage(const std::string& pageIdent) try {
     if (pageId <= 0) return std::string(neverPublished);
     const auto reset = run(host_, pageId, author_.loginId);
     if (reset.isCommitted) {
-        const std::string ident = text::fromNumber(pageId);
-        followUp(host_, operationName, ident, [&] { addAuditTrail(ident, "", "reset", ""); });
+        followUp(host_, operationName, text::fromNumber(pageId), [&] { addPageLine(pageId, "reset"); });
     }
     return reset.value;
 } catch (...) {

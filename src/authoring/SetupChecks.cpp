@@ -1,5 +1,6 @@
 #include "authoring/SetupChecks.h"
 
+#include "authoring/FreePlaces.h"
 #include "authoring/PageBuffer.h"
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
@@ -8,6 +9,7 @@
 #include "records/Existence.h"
 #include "records/PageIdentity.h"
 #include "records/PageKind.h"
+#include "records/PageRows.h"
 #include "records/SystemBranch.h"
 
 namespace torvex {
@@ -55,9 +57,13 @@ class SetupTest {
 
     std::string_view title() {
         if (place_.parent.empty()) return passed;
-        const bool taken = manager_.isPageTitle(place_.parent, page_.title, "D", place_.itself) ||
-                           manager_.isPageTitle(place_.parent, page_.title, "L", place_.itself);
-        return taken ? titleTaken : passed;
+        return isTaken(Twin::Design) || isTaken(Twin::Live) ? titleTaken : passed;
+    }
+
+    bool isTaken(Twin twin) {
+        return asLevel("isPageTitle !", [&] {
+            return isTitled(connection_, place_.parent, page_.title, twin, place_.itself);
+        });
     }
 
     std::string_view type() {
@@ -82,11 +88,14 @@ class SetupTest {
 
     /// Whether the application's folder stands directly in the system branch of this site and language.
     bool hasSystemFolder() {
-        const std::string nodeId = manager_.getNodeId(page_.appSystemFolder);
+        const std::string nodeId = nodeIdFrom(connection_, page_.appSystemFolder);
         const std::string branch = systemBranch::below(place_.site + "." + place_.lang);
         return text::length(nodeId) == PageIdentity::rootLength + 2 * PageIdentity::levelLength &&
-               text::startsWith(nodeId, branch) &&
-               isFolder(manager_.getPageType(text::fromNumber(page_.appSystemFolder), "D"));
+               text::startsWith(nodeId, branch) && isFolder(typeInDesign(page_.appSystemFolder));
+    }
+
+    std::string typeInDesign(PageId pageId) {
+        return asLevel("getPageType !", [&] { return typeOfPage(connection_, pageId, Twin::Design); });
     }
 
     std::string_view design() {
@@ -146,7 +155,8 @@ class SetupTest {
     PageKind kind() const { return kindOf(page_.type); }
 
     bool isNoneOrPage(PageId pageId) {
-        return !(pageId > 0) || manager_.isPage(text::fromNumber(pageId), "D");
+        return !(pageId > 0) ||
+               asLevel("isPage !", [&] { return isPage(connection_, pageId, Twin::Design); });
     }
 
     cManager& manager_;

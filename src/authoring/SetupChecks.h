@@ -1,7 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
+
+#include "records/PageId.h"
 
 namespace torvex {
 
@@ -35,10 +38,10 @@ inline constexpr std::string_view parentMissing = "-4";
 struct SetupPlace {
     std::string site;
     std::string lang;
-    std::string parent;      ///< "" when there is none
-    std::string itself;      ///< the page, which may keep its title; "" before it is there
-    bool isRoot = false;     ///< has nothing to inherit from
-    std::string_view types;  ///< the letters of the types that it may have
+    std::string parent;            ///< its node; "" when there is none
+    std::optional<PageId> itself;  ///< the page, which may keep its title; none before it is there
+    bool isRoot = false;           ///< has nothing to inherit from
+    std::string_view types;        ///< the letters of the types that it may have
 };
 
 /// Brings title and type into the form in which they are tested and stored.

@@ -5,6 +5,7 @@
 #include "platform/Errors.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "records/PageRows.h"
 
 namespace torvex {
 
@@ -12,20 +13,8 @@ namespace {
 
 constexpr double untitledLabel = 2597;
 
-constexpr std::string_view selectPageLive = "select title, type from TORVEX_PAGES_LIVE where pageId = ?";
-constexpr std::string_view selectPageDesign = "select title, type from TORVEX_PAGES_DESIGN where pageId = ?";
-
-constexpr std::string_view selectOthersTitledLive =
-    "select pageId from TORVEX_PAGES_LIVE where parent = ? and title = ? and pageId <> ?";
-constexpr std::string_view selectOthersTitledDesign =
-    "select pageId from TORVEX_PAGES_DESIGN where parent = ? and title = ? and pageId <> ?";
-
 constexpr std::string_view selectTitleLive = "select title from TORVEX_PAGES_LIVE where nodeId = ?";
 constexpr std::string_view selectTitleDesign = "select title from TORVEX_PAGES_DESIGN where nodeId = ?";
-
-std::string_view pageStatement(Twin twin) {
-    return twin == Twin::Design ? selectPageDesign : selectPageLive;
-}
 
 }  // namespace
 
@@ -43,40 +32,39 @@ PageId cManager::getPageId(const std::string& nodeId) try {
 }
 
 bool cManager::isPage(const std::string& pageIdent, const std::string& mode) try {
-    const PageId pageId = pageIdFrom(connection(), pageIdent);
-    return pageId > 0 && connection().query(pageStatement(twinOf(mode)), {pageId}).next();
+    return torvex::isPage(connection(), pageIdFrom(connection(), pageIdent), twinOf(mode));
 } catch (...) {
     raiseFrom("isPage !");
 }
 
 bool cManager::isPageTitle(const std::string& parentIdent, const std::string& title, const std::string& mode,
                            const std::string& pageIdent) try {
-    const Twin twin = twinOf(mode);
     const std::string parent = nodeIdFrom(connection(), parentIdent);
-    if (text::trim(pageIdent).empty()) return isTitled(connection(), parent, title, twin);
-    const auto statement = twin == Twin::Design ? selectOthersTitledDesign : selectOthersTitledLive;
-    const PageId itself = pageIdFrom(connection(), pageIdent);
-    return connection().query(statement, {parent, title, itself}).next();
+    std::optional<PageId> itself;
+    if (!text::trim(pageIdent).empty()) itself = pageIdFrom(connection(), pageIdent);
+    return isTitled(connection(), parent, title, twinOf(mode), itself);
 } catch (...) {
     raiseFrom("isPageTitle !");
 }
 
 std::string cManager::getPageTitle(const std::string& pageIdent, const std::string& mode) try {
-    const PageId pageId = pageIdFrom(connection(), pageIdent);
-    if (pageId <= 0) return {};
-    auto rows = connection().query(pageStatement(twinOf(text::first(mode, 1))), {pageId});
-    if (!rows.next()) return {};
-    std::string title = rows.text("title");
-    return title.empty() ? bracketedWord(untitledLabel) : title;
+    return titleOrWord(pageIdFrom(connection(), pageIdent), twinOf(text::first(mode, 1)));
 } catch (...) {
     raiseFrom("getPageTitle !");
 }
 
+std::string cManager::titleOrWord(PageId pageId, Twin twin) {
+    auto title = titleOfPage(connection(), pageId, twin);
+    if (!title) return {};
+    return title->empty() ? bracketedWord(untitledLabel) : std::move(*title);
+}
+
+std::string cManager::pageTitle(PageId pageId, Twin twin) {
+    return asLevel("getPageTitle !", [&] { return titleOrWord(pageId, twin); });
+}
+
 std::string cManager::getPageType(const std::string& pageIdent, const std::string& mode) try {
-    const PageId pageId = pageIdFrom(connection(), pageIdent);
-    if (pageId <= 0) return {};
-    auto rows = connection().query(pageStatement(twinOf(mode)), {pageId});
-    return rows.next() ? std::string(text::trim(rows.text("type"))) : std::string();
+    return typeOfPage(connection(), pageIdFrom(connection(), pageIdent), twinOf(mode));
 } catch (...) {
     raiseFrom("getPageType !");
 }

@@ -88,7 +88,7 @@ std::string cManager::checkOut(const std::string& pageIdent) try {
     page_.deleteStatus = 0;
     page_.deletedBy.clear();
     page_.deletingDate = noDate;
-    addAuditTrail(text::fromNumber(outcome.after.pageId), "", "check out", "");
+    addPageLine(outcome.after.pageId, "check out");
     return outcome.after.text();
 } catch (...) {
     raiseFrom("checkOut !");
@@ -112,8 +112,7 @@ std::string cManager::checkIn(const std::string& pageIdent) try {
     page_.lockStatus = 0;
     page_.lockedBy.clear();
     page_.lockingDate = noDate;
-    addAuditTrail(text::fromNumber(outcome.after.pageId), "", approves ? "check in - approve" : "check in",
-                  "");
+    addPageLine(outcome.after.pageId, approves ? "check in - approve" : "check in");
     return outcome.after.text();
 } catch (...) {
     raiseFrom("checkIn !");
@@ -128,7 +127,7 @@ std::string cManager::approvePage(const std::string& pageIdent, int state) try {
     if (outcome.isRefused()) return std::string(outcome.code);
     page_.lockStatus = 0;
     page_.approveStatus = state;
-    addAuditTrail(text::fromNumber(outcome.after.pageId), "", state == 1 ? "approve" : "unapprove", "");
+    addPageLine(outcome.after.pageId, state == 1 ? "approve" : "unapprove");
     return outcome.after.text();
 } catch (...) {
     raiseFrom("approvePage !");
@@ -152,8 +151,7 @@ std::string cManager::deletePage(const std::string& pageIdent, int state) try {
         page_.deleteStatus = 1;
         page_.approveStatus = 0;
     }
-    addAuditTrail(text::fromNumber(outcome.after.pageId), "", marks ? "delete" : "undelete",
-                  marks ? "Marked for deletion" : "");
+    addPageLine(outcome.after.pageId, marks ? "delete" : "undelete", marks ? "Marked for deletion" : "");
     return outcome.after.text();
 } catch (...) {
     raiseFrom("deletePage !");

@@ -51,7 +51,7 @@ std::string cManager::unlockPages(const std::string& pageList) try {
     list.pass([&](const std::string& entry) {
         const PageId pageId = pageIdFrom(connection(), entry);
         const PageOutcome outcome = changePage(connection(), pageId, nothingToDo, unlock);
-        if (!outcome.isRefused()) addAuditTrail(text::fromNumber(pageId), "", "unlock", "");
+        if (!outcome.isRefused()) addPageLine(pageId, "unlock");
         return outcome.code != held;
     });
     return list.text();

@@ -11,7 +11,7 @@
 #include "platform/Value.h"
 #include "platform/db/ConnectionSource.h"
 #include "records/ItemLocks.h"
-#include "records/PageId.h"
+#include "records/PageIdentity.h"
 
 namespace torvex {
 
@@ -556,12 +556,19 @@ class cManager {
     void recordRemoval(std::string_view operation, int advId, const std::string& what);
     LockSeeker lockSeeker() const;
 
-    /// The line of the trail for a body that has been changed.
+    /// A page's title, or the word for a page without one; "" for no page.
+    std::string titleOrWord(PageId pageId, Twin twin);
+    /// The same as one level of an operation: a failure has the line "getPageTitle !" in front.
+    std::string pageTitle(PageId pageId, Twin twin);
+    /// A line of the trail for a page, in the name of the object's login. No page, no line. As one level of
+    /// the operation that was done: a failure has the line "addAuditTrail !" in front.
+    void addPageLine(PageId pageId, std::string_view action, std::string_view description = "");
+    /// The same for a body that has been changed, which a failure doesn't undo.
     void recordEditing(std::string_view operation, PageId pageId, const std::string& action,
                        const std::string& description);
     /// The lines of the trail for a copy, at both its ends.
     void recordCopy(const PageIdentity& source, const PageIdentity& copy, const std::string& mark);
-    std::string movedTitle(const std::string& pageIdent);
+    std::string movedTitle(PageId pageId);
 
     HostContext& host_;
     PageModules* modules_;
