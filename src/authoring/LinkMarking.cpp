@@ -25,11 +25,6 @@ using linkNotation::markerStart;
 using linkNotation::pageInAddress;
 using linkNotation::withoutQuotes;
 
-constexpr std::string_view pageNotation = "page(";
-constexpr std::string_view fileNotation = "file(";
-constexpr std::string_view unchosen = "[href]";
-constexpr std::string_view inScript = "{href}";
-
 constexpr double pageNotFoundLabel = 670;
 constexpr double documentNotFoundLabel = 671;
 constexpr double pageOfflineLabel = 672;
@@ -44,22 +39,15 @@ bool isMarked(std::string_view tag) {
                        [tag](std::string_view mark) { return tag.find(mark) != text::npos; });
 }
 
-template <std::size_t size>
-bool startsWithAny(std::string_view value, const std::array<std::string_view, size>& starts) {
-    return std::any_of(starts.begin(), starts.end(),
-                       [value](std::string_view start) { return text::startsWith(value, start); });
-}
-
 bool isPageAddress(std::string_view value) {
-    static constexpr std::array<std::string_view, 4> scripts = {"/tvx.asp", "tvx.asp", "/frameset.asp",
-                                                                "frameset.asp"};
-    return startsWithAny(value, scripts);
+    if (value.starts_with('/')) value.remove_prefix(1);
+    return text::startsWith(value, linkNotation::pageScript.substr(1)) ||
+           text::startsWith(value, linkNotation::framesetScript.substr(1));
 }
 
 bool leadsOutside(std::string_view value) {
-    static constexpr std::array<std::string_view, 6> schemes = {"http://", "https://",  "ftp://",
-                                                                "file://", "gopher://", "wais://"};
-    return startsWithAny(value, schemes);
+    return std::any_of(linkNotation::outside.begin(), linkNotation::outside.end(),
+                       [value](std::string_view scheme) { return text::startsWith(value, scheme); });
 }
 
 /// A value for a script's string in the address of a link. Browsers undo references and "%" there before the
@@ -87,8 +75,8 @@ struct LinkMarking::Link {
     }
 
     static std::string normal(const std::string& given, bool& escaped) {
-        escaped = text::contains(given, inScript);
-        return escaped ? text::replaceAll(given, inScript, "href") : given;
+        escaped = text::contains(given, linkNotation::inScript);
+        return escaped ? text::replaceAll(given, linkNotation::inScript, "href") : given;
     }
 
     /// What stands between the brackets of a notation; nothing when they don't close. An argument in the
@@ -125,14 +113,15 @@ LinkMarking::LinkMarking(HostContext& host, db::Connection& connection, LinkPlac
       connection_(connection),
       place_(std::move(place)),
       targets_(connection, place_.twin, host.clock.today()),
-      pageScript_(host.application.isTrue("torvex_frames") ? "/frameset.asp" : "/tvx.asp"),
+      pageScript_(host.application.isTrue("torvex_frames") ? linkNotation::framesetScript
+                                                           : linkNotation::pageScript),
       defaultPage_(host.application.text("tvx_default_pageId")) {}
 
 /// Of the page that a link leads to; "" for one that leads to none.
 std::string LinkMarking::identifierOf(const Link& link) const {
     if (!link.href) return {};
-    if (text::startsWith(link.value, pageNotation)) {
-        const auto argument = Link(link).argument(pageNotation);
+    if (text::startsWith(link.value, linkNotation::page)) {
+        const auto argument = Link(link).argument(linkNotation::page);
         return argument ? text::lowerTrim(*argument) : std::string();
     }
     if (!isPageAddress(link.value)) return {};
@@ -152,7 +141,7 @@ void LinkMarking::prepare(const std::vector<std::string>& startTags) try {
 }
 
 std::string LinkMarking::rewrite(std::string startTag, LinkTag /*kind*/) try {
-    const bool isChosen = !text::contains(startTag, unchosen);
+    const bool isChosen = !text::contains(startTag, linkNotation::unchosen);
     if (isMarked(startTag)) return startTag;
     if (isChosen && place_.twin == Twin::Design && text::contains(startTag, "editBody")) return startTag;
     Link link(startTag);
@@ -174,11 +163,11 @@ std::string LinkMarking::rewrite(std::string startTag, LinkTag /*kind*/) try {
 void LinkMarking::build(Link& link) {
     if (link.value.empty()) return;
     const std::string identifier = identifierOf(link);
-    if (text::startsWith(link.value, pageNotation)) {
-        if (link.argument(pageNotation)) buildPage(link, identifier);
+    if (text::startsWith(link.value, linkNotation::page)) {
+        if (link.argument(linkNotation::page)) buildPage(link, identifier);
     } else if (isPageAddress(link.value)) {
         if (!identifier.empty() || text::contains(link.value, "pageId=")) buildPage(link, identifier);
-    } else if (text::startsWith(link.value, fileNotation)) {
+    } else if (text::startsWith(link.value, linkNotation::file)) {
         buildFile(link);
     } else if (leadsOutside(link.value)) {
         call(link, "top.viewLink", {link.value});
@@ -207,14 +196,9 @@ void LinkMarking::buildPage(Link& link, const std::string& identifier) {
 }
 
 void LinkMarking::buildFile(Link& link) {
-    const auto argument = link.argument(fileNotation);
+    const auto argument = link.argument(linkNotation::file);
     if (!argument) return;
-    std::string title = text::replaceAll(*argument, "\\", "/");
-    std::string site = place_.site;
-    if (title.size() > 2 && title[2] == '/') {
-        site = text::lower(title.substr(0, 2));  // as its folder is named
-        title.erase(0, 3);
-    }
+    const auto [site, title] = linkNotation::documentNamed(*argument, place_.site);
     if (text::contains(title, markerStart)) return;
     const std::string name = documentName(site, text::replaceAll(title, "%20", " "));
     if (name.empty()) return mark(link, {documentNotFoundLabel, "torvex_docNotFound"});

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <optional>
 #include <set>
-#include <span>
 
-#include "platform/db/Connection.h"
+#include "platform/db/ValueList.h"
 #include "platform/text/Text.h"
 #include "records/DateWindow.h"
 #include "records/PageKind.h"
@@ -13,10 +12,6 @@
 namespace torvex {
 
 namespace {
-
-// Lists are filled up to this length by repeating their last value, so that one prepared statement serves
-// every page.
-constexpr std::size_t listLength = 32;
 
 constexpr std::string_view columnsLive =
     "select pageId, nodeId, parent, type, online, onlineFrom, onlineTo from TORVEX_PAGES_LIVE where ";
@@ -27,9 +22,7 @@ constexpr std::string_view inOrder = " order by parent, orderId, nodeId";
 
 std::string withList(std::string_view columns, std::string_view key, std::string_view order = "") {
     std::string statement(columns);
-    statement.append(key).append(" in (?");
-    for (std::size_t i = 1; i < listLength; ++i) statement += ",?";
-    return statement.append(")").append(order);
+    return statement.append(key).append(" in (").append(db::placesOfList("?")).append(")").append(order);
 }
 
 /// Of one of the twin tables: pages by number, by node, and the children of nodes.
@@ -48,19 +41,6 @@ const Statements& statementsOf(Twin twin) {
     static const Statements live(columnsLive);
     static const Statements design(columnsDesign);
     return twin == Twin::Design ? design : live;
-}
-
-/// Runs `statement` for all values, a list at a time, and hands every row to `take`.
-template <typename Take>
-void forEachRow(db::Connection& connection, const std::string& statement,
-                std::span<const db::Parameter> values, Take take) {
-    for (std::size_t from = 0; from < values.size(); from += listLength) {
-        const auto part = values.subspan(from, std::min(listLength, values.size() - from));
-        std::vector<db::Parameter> list(part.begin(), part.end());
-        list.resize(listLength, list.back());
-        auto rows = connection.query(statement, list);
-        while (rows.next()) take(rows);
-    }
 }
 
 }  // namespace
@@ -118,14 +98,14 @@ void PreviewTargets::learnPages(const std::vector<std::string>& identifiers, Fol
             nodes.emplace_back(std::string_view(identifier));
         }
     }
-    forEachRow(connection_, statementsOf(twin_).byNumber, numbers, [&](const db::Rows& rows) {
+    db::forEachRow(connection_, statementsOf(twin_).byNumber, numbers, [&](const db::Rows& rows) {
         const Row row(rows, today_);
         const auto [first, last] = byNumber.equal_range(row.pageId);
         for (auto entry = first; entry != last; ++entry) {
             if (entry->second->pageId != row.pageId) take(*entry->second, row, folders);
         }
     });
-    forEachRow(connection_, statementsOf(twin_).byNode, nodes, [&](const db::Rows& rows) {
+    db::forEachRow(connection_, statementsOf(twin_).byNode, nodes, [&](const db::Rows& rows) {
         const Row row(rows, today_);
         const auto target = targets_.find(row.nodeId);
         if (target != targets_.end() && target->second.pageId != row.pageId)
@@ -143,7 +123,7 @@ void PreviewTargets::openFolders(Folders& folders) {
     for (const auto& [nodeId, target] : folders) found.try_emplace(nodeId);
     std::vector<db::Parameter> nodes;
     for (const auto& [nodeId, children] : found) nodes.emplace_back(std::string_view(nodeId));
-    forEachRow(connection_, statementsOf(twin_).byParent, nodes, [&](const db::Rows& rows) {
+    db::forEachRow(connection_, statementsOf(twin_).byParent, nodes, [&](const db::Rows& rows) {
         const Row row(rows, today_);
         const auto children = found.find(row.parent);
         if (children == found.end()) return;

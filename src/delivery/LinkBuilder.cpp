@@ -1,7 +1,6 @@
 #include "delivery/LinkBuilder.h"
 
 #include <algorithm>
-#include <array>
 
 #include "delivery/LinkNotation.h"
 #include "delivery/cServer.h"
@@ -18,10 +17,10 @@ namespace torvex {
 
 namespace {
 
-constexpr std::string_view pageScript = "/tvx.asp";
-constexpr std::string_view framesetScript = "/frameset.asp";
+using linkNotation::framesetScript;
 using linkNotation::markerStart;
 using linkNotation::pageInAddress;
+using linkNotation::pageScript;
 using linkNotation::withoutQuotes;
 
 void replaceIn(std::string& link, std::string_view from, std::string_view to) {
@@ -51,11 +50,9 @@ bool hasAddress(std::string_view link, std::string_view start) {
 }
 
 bool leadsOutside(std::string_view link) {
-    static constexpr std::array prefixes = {"http://", "https://",  "ftp://",
-                                            "file://", "gopher://", "wais://"};
     return link.find("://") != text::npos &&
-           std::any_of(prefixes.begin(), prefixes.end(),
-                       [link](std::string_view prefix) { return hasAddress(link, prefix); });
+           std::any_of(linkNotation::outside.begin(), linkNotation::outside.end(),
+                       [link](std::string_view scheme) { return hasAddress(link, scheme); });
 }
 
 void replaceTarget(std::string& link, std::string_view target, std::string_view with) {
@@ -83,9 +80,9 @@ bool isNormal(std::string_view link) {
 /// Brings the notations of the attribute to one; returns whether the tag lies inside a script's string.
 bool normalise(std::string& link) {
     if (isNormal(link)) return false;
-    const bool escaped = text::contains(link, "{href}");
-    if (escaped) replaceIn(link, "{href}", "href");
-    replaceIn(link, "[href]", "href");
+    const bool escaped = text::contains(link, linkNotation::inScript);
+    if (escaped) replaceIn(link, linkNotation::inScript, "href");
+    replaceIn(link, linkNotation::unchosen, "href");
     replaceIn(link, "href =", "href=");
     replaceIn(link, "href= ", "href=");
     return escaped;
@@ -159,8 +156,8 @@ void LinkBuilder::prepare(const std::vector<std::string>& startTags) try {
         }
         const std::string& tag = isGivenNormal ? given : normal;
         std::string_view identifier;
-        if (const std::size_t page = findAddress(tag, "page("); page != text::npos) {
-            const std::string_view rest = std::string_view(tag).substr(page + 5);
+        if (const std::size_t page = findAddress(tag, linkNotation::page); page != text::npos) {
+            const std::string_view rest = std::string_view(tag).substr(page + linkNotation::page.size());
             identifier = withoutQuotes(rest.substr(0, rest.find(')')));
         } else if (text::contains(tag, ".asp")) {
             const std::string_view behind = pageInAddress(tag).value_or(std::string_view());
@@ -187,7 +184,7 @@ std::string LinkBuilder::rewrite(std::string startTag, LinkTag kind) try {
 std::string LinkBuilder::build(Link& link) {
     link.doubleQuoted = text::contains(link.tag, "href=\"");
     const bool mayBeNotation = link.tag.find('(') != std::string::npos;
-    if (mayBeNotation && hasAddress(link.tag, "page(")) return buildPage(link);
+    if (mayBeNotation && hasAddress(link.tag, linkNotation::page)) return buildPage(link);
     if (text::contains(link.tag, ".asp")) {
         for (const auto script : {pageScript, framesetScript}) {
             if (hasAddress(link.tag, script) || hasAddress(link.tag, script.substr(1))) {
@@ -195,7 +192,7 @@ std::string LinkBuilder::build(Link& link) {
             }
         }
     }
-    if (mayBeNotation && hasAddress(link.tag, "file(")) return buildFile(link);
+    if (mayBeNotation && hasAddress(link.tag, linkNotation::file)) return buildFile(link);
     if (!leadsOutside(link.tag)) replaceIn(link.tag, "_parent", "_top");
     return std::move(link.tag);
 }
@@ -264,12 +261,13 @@ std::string LinkBuilder::buildPage(Link& link) {
     if (leaves) replaceTarget(link.tag, "_parent", "target=_top");
     leaves =
         leaves || (namesWindow && (text::contains(link.tag, "_top") || text::contains(link.tag, "_blank")));
-    const std::size_t begin = findAddress(link.tag, "page(");
+    const std::size_t begin = findAddress(link.tag, linkNotation::page);
+    const std::size_t argument = begin + linkNotation::page.size();
     const std::size_t close = link.tag.find(')', begin);
     if (close == std::string::npos) return link.tag;
     const std::size_t end = close + 1;
     const std::string identifier =
-        text::lowerTrim(withoutQuotes(std::string_view(link.tag).substr(begin + 5, close - begin - 5)));
+        text::lowerTrim(withoutQuotes(std::string_view(link.tag).substr(argument, close - argument)));
     if (checked_ && text::contains(identifier, markerStart)) return link.tag;
     if (checked_ && !targets_.isOnline(identifier)) return link.dead(begin, end);
     const bool isNumber = text::isNumeric(identifier);
@@ -287,20 +285,16 @@ std::string LinkBuilder::buildFile(Link& link) {
                        !text::contains(link.tag, "_parent");
     replaceIn(link.tag, "_parent", "_top");
     replaceTarget(link.tag, "_blank", "");
-    const std::size_t begin = findAddress(link.tag, "file(");
+    const std::size_t begin = findAddress(link.tag, linkNotation::file);
+    const std::size_t argument = begin + linkNotation::file.size();
     const std::size_t close = link.tag.find(')', begin);
     if (close == std::string::npos) return link.tag;
     const std::size_t end = close + 1;
-    std::string value(
-        withoutQuotes(text::trim(std::string_view(link.tag).substr(begin + 5, close - begin - 5))));
-    value = text::replaceAll(text::replaceAll(value, "\\", "/"), " ", "%20");
-    std::string site = site_;
-    if (value.size() > 2 && value[2] == '/') {
-        site = text::lower(value.substr(0, 2));  // as its folder is named
-        value.erase(0, 3);
-    }
-    if (text::contains(value, markerStart)) return link.tag;
-    const std::string name = documentName(site, value);
+    const std::string value = text::replaceAll(
+        withoutQuotes(text::trim(std::string_view(link.tag).substr(argument, close - argument))), " ", "%20");
+    const auto [site, wanted] = linkNotation::documentNamed(value, site_);
+    if (text::contains(wanted, markerStart)) return link.tag;
+    const std::string name = documentName(site, wanted);
     if (name.empty()) return link.dead(begin, end);
     if (popup) return link.call(begin, end, "top.popup", site, scriptText(name));
     std::string result(link.ahead(begin));

@@ -28,6 +28,14 @@ std::optional<std::string_view> pageInAddress(std::string_view address) {
     return address.substr(at, address.find('&', at) - at);
 }
 
+Document documentNamed(std::string_view argument, std::string_view site) {
+    constexpr std::size_t siteLength = 2;
+    std::string name = text::replaceAll(argument, "\\", "/");
+    if (name.size() <= siteLength || name[siteLength] != '/') return {std::string(site), std::move(name)};
+    // Its folder has the site's code in small letters.
+    return {text::lower(name.substr(0, siteLength)), name.substr(siteLength + 1)};
+}
+
 std::string documentOfTitle(db::Connection& connection, std::string_view site, std::string_view title) try {
     auto rows = connection.query(selectDocument, {text::lowerTrim(site), title});
     return rows.next() ? std::string(text::trim(rows.text("doc_filename"))) : std::string();

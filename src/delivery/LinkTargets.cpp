@@ -1,10 +1,9 @@
 #include "delivery/LinkTargets.h"
 
 #include <algorithm>
-#include <span>
 
 #include "delivery/OnlineState.h"
-#include "platform/db/Connection.h"
+#include "platform/db/ValueList.h"
 #include "platform/text/Text.h"
 #include "records/DateWindow.h"
 #include "records/PageKind.h"
@@ -12,9 +11,6 @@
 namespace torvex {
 
 namespace {
-
-// Lists are filled up to this length, so that one prepared statement serves every page.
-constexpr std::size_t listLength = 32;
 
 // Whether a page shows is asked for by its node, which the design tables give. Nearly always the live page of
 // the same number has that node, and then it is the answer. Written as a cross join, since SQLite takes the
@@ -28,29 +24,8 @@ constexpr std::string_view selectNumbers = "select pageId, nodeId from TORVEX_PA
 constexpr std::string_view selectStates =
     "select nodeId, type, online, onlineFrom, onlineTo from TORVEX_PAGES_LIVE where nodeId";
 
-/// `part` as often as a list is long.
-std::string listOf(std::string_view part) {
-    std::string list(part);
-    for (std::size_t i = 1; i < listLength; ++i) list.append(",").append(part);
-    return list;
-}
-
 std::string withList(std::string_view statement) {
-    return std::string(statement) + " in (" + listOf("?") + ")";
-}
-
-/// Runs `statement` for all values, a list at a time, and hands every row to `take`.
-template <typename Take>
-void forEachRow(db::Connection& connection, const std::string& statement,
-                std::span<const db::Parameter> values, const db::Parameter& filler, Take take) {
-    std::vector<db::Parameter> list;
-    for (std::size_t from = 0; from < values.size(); from += listLength) {
-        const auto part = values.subspan(from, std::min(listLength, values.size() - from));
-        list.assign(part.begin(), part.end());
-        list.resize(listLength, filler);
-        auto rows = connection.query(statement, list);
-        while (rows.next()) take(rows);
-    }
+    return std::string(statement) + " in (" + db::placesOfList("?") + ")";
 }
 
 }  // namespace
@@ -69,7 +44,7 @@ void LinkTargets::learn(const std::vector<std::string>& identifiers) {
 
 void LinkTargets::learnNumbers(const std::vector<std::string_view>& identifiers) {
     static const std::string statement =
-        "with wanted (pageId) as (values " + listOf("(?)") + ") " + std::string(selectByNumber);
+        "with wanted (pageId) as (values " + db::placesOfList("(?)") + ") " + std::string(selectByNumber);
     constexpr PageId noPage = -1;
     std::vector<Target*> wanted;
     std::vector<db::Parameter> values;
@@ -84,7 +59,7 @@ void LinkTargets::learnNumbers(const std::vector<std::string_view>& identifiers)
         return left->identity.pageId < right->identity.pageId;
     });
     std::vector<Target*> moved;
-    forEachRow(connection_, statement, values, noPage, [&](const db::Rows& rows) {
+    db::forEachRow(connection_, statement, values, noPage, [&](const db::Rows& rows) {
         const PageId pageId = rows.number("pageId");
         auto found = std::lower_bound(
             wanted.begin(), wanted.end(), pageId,
@@ -113,7 +88,7 @@ void LinkTargets::learnNodes(const std::vector<std::string_view>& identifiers) {
         targets.push_back(&target);
     }
     // A row may answer an identifier in another spelling; that one makes no target of the row's.
-    forEachRow(connection_, statement, values, values.back(), [this](const db::Rows& rows) {
+    db::forEachRow(connection_, statement, values, [this](const db::Rows& rows) {
         const double pageId = rows.number("pageId", -1);
         const auto target = targets_.find(text::lower(rows.view("nodeId")));
         if (target != targets_.end()) target->second.identity.pageId = pageId;
@@ -131,7 +106,7 @@ void LinkTargets::learnStates(const std::vector<Target*>& targets) {
         wanted.emplace(text::lower(target->identity.nodeId), target);
         values.emplace_back(std::string_view(target->identity.nodeId));
     }
-    forEachRow(connection_, statement, values, values.back(), [&](const db::Rows& rows) {
+    db::forEachRow(connection_, statement, values, [&](const db::Rows& rows) {
         const auto [first, last] = wanted.equal_range(text::lower(rows.view("nodeId")));
         for (auto entry = first; entry != last; ++entry) takeState(*entry->second, rows);
     });

@@ -23,6 +23,15 @@ TEST_P(PageIdentityTest, AnythingElseIsTheNodeAndTheNumberIsLookedUp) {
     EXPECT_EQ(found.nodeId, "aa.en.01");
 }
 
+TEST_P(PageIdentityTest, APageThatIsKnownByItsNumberGetsItsNode) {
+    page("aa.en.01").id(12).insert();
+    EXPECT_EQ(identify(connection(), PageId{12}).pageId, 12);
+    EXPECT_EQ(identify(connection(), PageId{12}).nodeId, "aa.en.01");
+    EXPECT_EQ(nodeIdFrom(connection(), PageId{12}), "aa.en.01");
+    EXPECT_FALSE(identify(connection(), PageId{13}).isValid());
+    EXPECT_FALSE(identify(connection(), PageId{-1}).isValid());
+}
+
 TEST_P(PageIdentityTest, AChangeShowsAsSoonAsANewStateIsRead) {
     page("aa.en.01").id(12).insert();
     {
@@ -75,6 +84,14 @@ TEST_P(PageIdentityTest, FailuresTellWhichNameWasLookedUp) {
                     server().getTemplateFile("aa.en");
                 }).starts_with(chain({"getTemplateFile !", "getPageId !"})));
     EXPECT_TRUE(errorOf([&] { server().logPage("12"); }).starts_with(chain({"logPage!", "getNodeId !"})));
+}
+
+TEST_P(PageIdentityTest, TheFailureOfANumberTellsSoAsWell) {
+    drop("TORVEX_PAGES_DESIGN");
+    for (const auto& error : {errorOf([&] { identify(connection(), PageId{12}); }),
+                              errorOf([&] { nodeIdFrom(connection(), PageId{12}); })}) {
+        EXPECT_TRUE(error.starts_with(chain({"getNodeId !"}))) << error;
+    }
 }
 
 TEST(PageIdentity, ANodeHasASiteALanguageAndAParent) {
