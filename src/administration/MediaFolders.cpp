@@ -8,6 +8,7 @@
 #include "platform/db/Grid.h"
 #include "platform/text/Text.h"
 #include "records/SiteCodes.h"
+#include "records/SystemBranch.h"
 
 namespace torvex {
 
@@ -85,7 +86,7 @@ void cManager::setFolderGroup(const std::string& folderType, const std::string& 
 }
 
 Value cManager::getSystemFolders(const std::string& site, const std::string& lang) try {
-    const std::string parent = text::lowerTrim(site) + "." + text::lowerTrim(lang) + ".99";
+    const std::string parent = systemBranch::below(text::lowerTrim(site) + "." + text::lowerTrim(lang));
     return db::gridOf(connection().query(selectSystemFolders, {parent}), 1);
 } catch (...) {
     raiseFrom("getSystemFolders !");

@@ -66,7 +66,7 @@ class VisitorsView final : public AssemblyView {
 
     std::string metaData() override {
         return asLevel("getMetaDataHTML  !",
-                           [&] { return metaDataHtml(connection_, identify(connection_, record_.pageId)); });
+                       [&] { return metaDataHtml(connection_, identify(connection_, record_.pageId)); });
     }
     std::string breadcrumb() override {
         return asLevel("getBreadcrumb !", [&] {

@@ -62,14 +62,12 @@ class Pages {
     Pages(HostContext& host, db::Connection& connection) : host_(host), connection_(connection) {}
 
     bool isOnline(PageId pageId) const {
-        return asLevel("isPage !",
-                           [&] { return isPageOnline(connection_, pageId, host_.clock.today()); });
+        return asLevel("isPage !", [&] { return isPageOnline(connection_, pageId, host_.clock.today()); });
     }
     /// Whether a user, or without a name the session's, may see the page.
     bool isOpen(PageId pageId, const std::string& username = "") const {
-        return asLevel("hasAccess !", [&] {
-            return mayEnter(host_, connection_, identify(connection_, pageId), username);
-        });
+        return asLevel("hasAccess !",
+                       [&] { return mayEnter(host_, connection_, identify(connection_, pageId), username); });
     }
     /// The number of the page of a node if the session's visitor may see it, or else 0.
     PageId ifOpen(std::string_view nodeId) const {

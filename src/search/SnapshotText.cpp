@@ -70,7 +70,7 @@ std::string SnapshotText::titleOf(const LivePage& page) {
 std::string SnapshotText::metaDataOf(const LivePage& page) {
     db::Connection& connection = connection_.use(host_);
     return asLevel("getMetaDataHTML  !",
-                       [&] { return metaDataHtml(connection, identify(connection, page.pageId)); });
+                   [&] { return metaDataHtml(connection, identify(connection, page.pageId)); });
 }
 
 std::string SnapshotText::contentOf(const LivePage& page) {

@@ -16,8 +16,8 @@ std::string errorOf(Work work) {
 }
 
 TEST(Errors, EachOperationPutsItsLineInFront) {
-    const std::string error = errorOf(
-        [] { asLevel("outer !", [] { asLevel("inner !", [] { throw Error("disk full"); }); }); });
+    const std::string error =
+        errorOf([] { asLevel("outer !", [] { asLevel("inner !", [] { throw Error("disk full"); }); }); });
     EXPECT_EQ(error, "Error in function outer !\r\nError in function inner !\r\ndisk full");
 }
 
