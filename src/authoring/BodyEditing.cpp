@@ -15,6 +15,7 @@
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "records/PageRows.h"
 
 namespace torvex {
 
@@ -50,8 +51,6 @@ constexpr std::string_view insertBody =
     "insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values (?, ?, ?, ?, ?)";
 constexpr std::string_view deleteBody = "delete from TORVEX_BODIES_DESIGN where pageId = ? and bodyId = ?";
 
-constexpr std::string_view selectPageLive = "select pageId from TORVEX_PAGES_LIVE where pageId = ?";
-constexpr std::string_view selectPageDesign = "select pageId from TORVEX_PAGES_DESIGN where pageId = ?";
 constexpr std::string_view selectBodyLive =
     "select bodyType, feedId, bodyText from TORVEX_BODIES_LIVE where pageId = ? and bodyId = ?";
 constexpr std::string_view selectBodyDesign =
@@ -113,11 +112,6 @@ void storeBody(db::Connection& connection, PageId pageId, const PageBody& body) 
     const std::string_view text = body.text;
     if (connection.execute(updateBody, {body.type, body.feedId, text, pageId, body.id}) > 0) return;
     connection.execute(insertBody, {pageId, body.id, body.type, body.feedId, text});
-}
-
-bool isThere(db::Connection& connection, PageId pageId, Twin twin) {
-    if (!(pageId > 0)) return false;
-    return connection.query(twin == Twin::Design ? selectPageDesign : selectPageLive, {pageId}).next();
 }
 
 std::optional<PageBody> readBody(db::Connection& connection, PageId pageId, int bodyId, Twin twin) {
@@ -209,11 +203,10 @@ std::string cManager::clearBody(const std::string& pageIdent, int bodyId) try {
 std::string cManager::pasteBody(const std::string& pageIdentFrom, const std::string& pageIdentTo,
                                 int bodyIdFrom, int bodyIdTo, const std::string& modeFrom) try {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
-    // Unlike elsewhere, the design is what a mode that isn't one stands for.
-    const Twin twin = text::equals(text::trim(modeFrom), "L") ? Twin::Live : Twin::Design;
+    const Twin twin = twinOfBody(modeFrom);
     const PageIdentity source = identify(connection(), pageIdentFrom);
     const PageIdentity target = identify(connection(), pageIdentTo);
-    if (!isThere(connection(), source.pageId, twin)) return std::string(pasteBodyCode::noSource);
+    if (!torvex::isPage(connection(), source.pageId, twin)) return std::string(pasteBodyCode::noSource);
     const Actor editor = actor();
     const auto touch = [&](const PageStatus& page) {
         if (page.isLockedByOther(editor.loginId)) return PageChange::refuse(pasteBodyCode::locked);

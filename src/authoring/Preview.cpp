@@ -32,11 +32,6 @@ constexpr double linksDisabledLabel = 2587;
 /// The answer for a page without a base template.
 constexpr std::string_view missingBase = "error:/torvex/error.asp?error=template_body_error&flag=0";
 
-/// For what asks of a body: unlike elsewhere, the design is what a mode that isn't one stands for.
-Twin twinOfBody(const std::string& mode) {
-    return text::equals(text::trim(mode), "L") ? Twin::Live : Twin::Design;
-}
-
 std::string framed(HostContext& host, db::Connection& connection, const PageIdentity& page,
                    PageBodies& bodies, std::string html) {
     EditFrame frame(host, connection, page);

@@ -18,8 +18,8 @@ class Connection;
 ///     href="frameset.asp?pageId=12"                 and for the whole window
 ///     href="file(price list.pdf)"                   a document by its file or its title, of the page's site
 ///     href="file(bb/price list.pdf)"                and of another site
-///     [href]="..."                                  the same as "href"; its author has still to choose a
-///     target {href}="..."                                  a link within a string of a script
+///     [href]="..."                                  a link; authors have still to choose its target
+///     {href}="..."                                  a link within a string of a script
 ///
 /// Arguments may stand in quotes. Anything else is an address as it is. For visitors `LinkBuilder` reads the
 /// notation, for authors `LinkMarking`. Views are into what was given.

@@ -107,4 +107,8 @@ Twin twinOf(std::string_view mode) {
     return text::equals(text::trim(mode), "D") ? Twin::Design : Twin::Live;
 }
 
+Twin twinOfBody(std::string_view mode) {
+    return text::equals(text::trim(mode), "L") ? Twin::Live : Twin::Design;
+}
+
 }  // namespace torvex

@@ -63,5 +63,8 @@ enum class Twin { Live, Design };
 
 /// "D" in either case is the design, anything else the live tables.
 Twin twinOf(std::string_view mode);
+/// Where a body is named, "L" is the live tables and anything else the design: its authors rarely want what
+/// is live.
+Twin twinOfBody(std::string_view mode);
 
 }  // namespace torvex

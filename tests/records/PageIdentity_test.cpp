@@ -94,6 +94,21 @@ TEST_P(PageIdentityTest, TheFailureOfANumberTellsSoAsWell) {
     }
 }
 
+TEST(PageIdentity, AModeIsTheDesignOnlyByItsLetterButForBodies) {
+    for (const char* mode : {"D", " d "}) {
+        EXPECT_EQ(twinOf(mode), Twin::Design);
+        EXPECT_EQ(twinOfBody(mode), Twin::Design);
+    }
+    for (const char* mode : {"L", " l "}) {
+        EXPECT_EQ(twinOf(mode), Twin::Live);
+        EXPECT_EQ(twinOfBody(mode), Twin::Live);
+    }
+    for (const char* mode : {"", "x", "DL"}) {
+        EXPECT_EQ(twinOf(mode), Twin::Live);
+        EXPECT_EQ(twinOfBody(mode), Twin::Design);
+    }
+}
+
 TEST(PageIdentity, ANodeHasASiteALanguageAndAParent) {
     EXPECT_EQ(siteOf("aa.en.01.02"), "aa");
     EXPECT_EQ(langOf("aa.en.01.02"), "en");
