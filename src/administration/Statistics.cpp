@@ -140,7 +140,7 @@ std::string cManager::statistics(const std::string& pageIdent, const std::string
                                  const std::string& toYear, int statType) try {
     const PageIdentity page = identify(connection(), pageIdent);
     if (!page.isValid()) return {};
-    const std::string title = getPageTitle(page.nodeId, "L");
+    const std::string title = pageTitle(page.pageId, Twin::Live);
     HTMLTemplate report(host_);
     report.load(host_.session.text("torvex_adminTemplates_dir") + "statDetail.html");
     const std::string from = limit(fromYear, fromMonth, fromDay, firstDay);
