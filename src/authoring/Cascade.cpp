@@ -15,8 +15,8 @@
 #include "records/AuditTrail.h"
 #include "records/PageIdentity.h"
 #include "replication/SharedFiles.h"
-#include "search/Search.h"
 #include "search/SnapshotFiles.h"
+#include "search/SnapshotRenewal.h"
 
 namespace torvex {
 
@@ -138,9 +138,7 @@ std::string cManager::publishPageCascading(const std::string& pageIdent) try {
         }
         writeAuditLines(host_, cascade->lines);
     });
-    Search search(host_);
-    search.connect(connection_);
-    search.renewSnapshots(cascade->pages);
+    renewSnapshots(host_, connection_, cascade->pages);
     return std::string(status::done);
 } catch (...) {
     raiseFrom("publishPageCascading !");

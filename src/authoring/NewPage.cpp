@@ -112,7 +112,7 @@ std::string cManager::saveNewPageSetup(const std::string& site, const std::strin
                            .isRoot = parent.empty(),
                            .types = kindsOfNewPages};
     normaliseTitleAndType(page_);
-    std::string_view code = checkSetup(*this, connection(), page_, place);
+    std::string_view code = checkSetup(connection(), page_, place);
     if (code.empty()) code = findNode(connection(), page_, place);
     if (!code.empty()) return std::string(code);
     const auto outcome = db::tryInOwnTransaction(

@@ -50,12 +50,25 @@ std::string_view testLock(db::Connection& connection, PageId pageId, int loginId
     return mine ? std::string_view() : lockedByOther;
 }
 
+int placesForBodies(HostContext& host, db::Connection& connection, int templateId) {
+    auto rows = connection.query(selectTemplateFile, {templateId});
+    if (!rows.next() || rows.view("tpl_filename").empty()) return unreadable;
+    const std::string path = host.application.text("torvex_contentTemplates_dir") + rows.text("tpl_site") +
+                             "/" + rows.text("tpl_lang") + "/" + rows.text("tpl_filename");
+    const auto content = host.files.readText(path, TextFormat::SystemDefault);
+    if (!content) return unreadable;
+    int bodies = 0;
+    while (text::contains(*content, "<!--!torvex_body_" + std::to_string(bodies + 1))) ++bodies;
+    return bodies;
+}
+
 /// Takes away what the page's type and template have no place for. "" or a code.
-std::string_view dropBodies(cManager& manager, db::Connection& connection, const PageBuffer& page) {
+std::string_view dropBodies(HostContext& host, db::Connection& connection, const PageBuffer& page) {
     if (!hasBodies(kindOf(page.type))) {
         connection.execute(deleteBodies, {page.pageId});
     } else if (page.templateId >= 1) {
-        const int bodies = manager.getNumberOfBodies(page.templateId);
+        const int bodies = asLevel("getNumberOfBodies !",
+                                   [&] { return placesForBodies(host, connection, page.templateId); });
         if (bodies == unreadable) return templateUnreadable;
         connection.execute(deleteSurplusBodies, {page.pageId, bodies});
     }
@@ -63,7 +76,7 @@ std::string_view dropBodies(cManager& manager, db::Connection& connection, const
 }
 
 /// Part of a transaction; a refusal is a code.
-db::Outcome<std::string_view> save(cManager& manager, db::Connection& connection, const PageBuffer& page,
+db::Outcome<std::string_view> save(HostContext& host, db::Connection& connection, const PageBuffer& page,
                                    const SetupPlace& place, const Actor& editor) {
     if (page.nodeId.size() > PageIdentity::rootLength && pageIdOf(connection, place.parent) <= 0)
         return db::refuse(setupCode::parentMissing);
@@ -76,22 +89,14 @@ db::Outcome<std::string_view> save(cManager& manager, db::Connection& connection
     }
     replaceGroups(connection, page.pageId, page.groups);
     if (systemBranch::hasNumber(page.nodeId)) connection.execute(deleteMetaData, {page.pageId});
-    const auto cause = dropBodies(manager, connection, page);
+    const auto cause = dropBodies(host, connection, page);
     return cause.empty() ? db::commit(cause) : db::refuse(cause);
 }
 
 }  // namespace
 
 int cManager::getNumberOfBodies(int templateId) try {
-    auto rows = connection().query(selectTemplateFile, {templateId});
-    if (!rows.next() || rows.view("tpl_filename").empty()) return unreadable;
-    const std::string path = host_.application.text("torvex_contentTemplates_dir") + rows.text("tpl_site") +
-                             "/" + rows.text("tpl_lang") + "/" + rows.text("tpl_filename");
-    const auto content = host_.files.readText(path, TextFormat::SystemDefault);
-    if (!content) return unreadable;
-    int bodies = 0;
-    while (text::contains(*content, "<!--!torvex_body_" + std::to_string(bodies + 1))) ++bodies;
-    return bodies;
+    return placesForBodies(host_, connection(), templateId);
 } catch (...) {
     raiseFrom("getNumberOfBodies !");
 }
@@ -110,12 +115,12 @@ std::string cManager::savePageSetup(const std::string& pageIdent) try {
                            .types = kindsOfPages};
     normaliseTitleAndType(page_);
     if (!websiteExists(connection(), place.site, place.lang)) return std::string(unknownWebsite);
-    const std::string_view code = checkSetup(*this, connection(), page_, place);
+    const std::string_view code = checkSetup(connection(), page_, place);
     if (!code.empty()) return std::string(code);
     const std::string number = text::fromNumber(page_.pageId);
     const auto outcome =
         db::tryInOwnTransaction(host_, runOn(operationName, number), status::failed,
-                                [&](db::Connection& own) { return save(*this, own, page_, place, actor()); });
+                                [&](db::Connection& own) { return save(host_, own, page_, place, actor()); });
     if (!outcome.isCommitted) return std::string(outcome.value);
     followUp(host_, operationName, number,
              [&] { addPageLine(page_.pageId, "save", "Page setup has been updated"); });

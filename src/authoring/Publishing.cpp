@@ -14,8 +14,8 @@
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "replication/SharedFiles.h"
-#include "search/Search.h"
 #include "search/SnapshotFiles.h"
+#include "search/SnapshotRenewal.h"
 
 namespace torvex {
 
@@ -118,9 +118,7 @@ std::string cManager::publishPage(const std::string& pageIdent) try {
         return result;
     }
     followUp(host_, operationName, ident, [&] { addPageLine(page.pageId, "publish"); });
-    Search search(host_);
-    search.connect(connection_);
-    search.initializePages(ident);
+    renewSnapshots(host_, connection_, {page.pageId});
     return result;
 } catch (...) {
     raiseFrom("publishPage !");

@@ -2,7 +2,7 @@
 
 #include "authoring/FreePlaces.h"
 #include "authoring/PageBuffer.h"
-#include "authoring/cManager.h"
+#include "platform/DateTime.h"
 #include "platform/Errors.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
@@ -40,8 +40,8 @@ bool isFlag(int value) {
 /// The tests in their order, each with the normalisation that belongs to it.
 class SetupTest {
   public:
-    SetupTest(cManager& manager, db::Connection& connection, PageBuffer& page, const SetupPlace& place)
-        : manager_(manager), connection_(connection), page_(page), place_(place) {}
+    SetupTest(db::Connection& connection, PageBuffer& page, const SetupPlace& place)
+        : connection_(connection), page_(page), place_(place) {}
 
     std::string_view run() {
         for (const auto test :
@@ -159,7 +159,6 @@ class SetupTest {
                asLevel("isPage !", [&] { return isPage(connection_, pageId, Twin::Design); });
     }
 
-    cManager& manager_;
     db::Connection& connection_;
     PageBuffer& page_;
     const SetupPlace& place_;
@@ -173,9 +172,8 @@ void normaliseTitleAndType(PageBuffer& page) {
     page.type = text::upper(page.type);
 }
 
-std::string_view checkSetup(cManager& manager, db::Connection& connection, PageBuffer& page,
-                            const SetupPlace& place) {
-    return SetupTest(manager, connection, page, place).run();
+std::string_view checkSetup(db::Connection& connection, PageBuffer& page, const SetupPlace& place) {
+    return SetupTest(connection, page, place).run();
 }
 
 bool websiteExists(db::Connection& connection, std::string_view site, std::string_view lang) {

@@ -8,7 +8,6 @@
 
 namespace torvex {
 
-class cManager;
 struct PageBuffer;
 namespace db {
 class Connection;
@@ -51,8 +50,7 @@ void normaliseTitleAndType(PageBuffer& page);
 /// stored, and tests it. The code of the first one that is wrong, "" when all are right; the record stays as
 /// far as it was brought. Reads and writes nothing but the record. A look-up that fails has the line of the
 /// operation that answers the same to callers outside.
-std::string_view checkSetup(cManager& manager, db::Connection& connection, PageBuffer& page,
-                            const SetupPlace& place);
+std::string_view checkSetup(db::Connection& connection, PageBuffer& page, const SetupPlace& place);
 
 /// Whether there is a website to put a page into.
 bool websiteExists(db::Connection& connection, std::string_view site, std::string_view lang);

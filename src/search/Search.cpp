@@ -1,14 +1,12 @@
 #include "search/Search.h"
 
-#include <fmt/format.h>
-
 #include "platform/HostContext.h"
-#include "platform/OperatorLog.h"
 #include "platform/files/FileSystem.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "search/LivePages.h"
 #include "search/SnapshotFiles.h"
+#include "search/SnapshotRenewal.h"
 #include "search/Snapshots.h"
 
 namespace torvex {
@@ -34,7 +32,7 @@ std::string Search::initializePages(const std::string& pageIdent) try {
     bool isWhole = true;
     Snapshots snapshots(host_, connection_, [&](const std::string& node, const std::string& reason) {
         isWhole = false;
-        warn(node, reason);
+        warnOfSnapshot(host_, node, reason);
     });
     const auto renew = [&](const LivePage& page) { snapshots.renew(page); };
     if (all) removeLanguageFolders(connection);
@@ -44,22 +42,8 @@ std::string Search::initializePages(const std::string& pageIdent) try {
     snapshots.finish();
     return isWhole ? done : failed;
 } catch (const std::exception& error) {
-    warn(pageIdent.empty() ? "all pages" : pageIdent, error.what());
+    warnOfSnapshot(host_, pageIdent.empty() ? "all pages" : pageIdent, error.what());
     return failed;
-}
-
-void Search::renewSnapshots(const std::vector<PageId>& pages) try {
-    db::Connection& connection = connection_.use(host_);
-    Snapshots snapshots(host_, connection_,
-                        [&](const std::string& node, const std::string& reason) { warn(node, reason); });
-    snapshots.begin();
-    for (const PageId pageId : pages) {
-        visitLivePage(connection, nodeIdOf(connection, pageId),
-                      [&](const LivePage& page) { snapshots.renew(page); });
-    }
-    snapshots.finish();
-} catch (const std::exception& error) {
-    warn("several pages", error.what());
 }
 
 void Search::removeLanguageFolders(db::Connection& connection) {
@@ -72,11 +56,6 @@ void Search::removeLanguageFolders(db::Connection& connection) {
     for (const std::string& folder : folders) {
         if (host_.files.folderExists(folder)) host_.files.deleteFolder(folder);
     }
-}
-
-void Search::warn(std::string_view subject, std::string_view reason) {
-    host_.log.warn(fmt::format("snapshot of {}: {}. It is as it was; \"torvex snapshot\" makes it anew.",
-                               subject, text::replaceAll(reason, "\r\n", " ")));
 }
 
 }  // namespace torvex

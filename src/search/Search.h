@@ -1,11 +1,8 @@
 #pragma once
 
 #include <string>
-#include <string_view>
-#include <vector>
 
 #include "platform/db/ConnectionSource.h"
-#include "records/PageId.h"
 
 namespace torvex {
 
@@ -23,12 +20,9 @@ class Search {
     /// says why) and for a `pageIdent` that is no page's. Doing all of them first removes the folders of the
     /// languages.
     std::string initializePages(const std::string& pageIdent = "");
-    /// Renews the snapshots of these pages, as far as they are live.
-    void renewSnapshots(const std::vector<PageId>& pages);
 
   private:
     void removeLanguageFolders(db::Connection& connection);
-    void warn(std::string_view subject, std::string_view reason);
 
     HostContext& host_;
     db::ConnectionSource connection_;
