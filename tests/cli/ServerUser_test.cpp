@@ -18,7 +18,7 @@ using testing::Each;
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr const char* otherName = "nobody";
+constexpr const char* otherName = "daemon";
 
 bool isRoot() {
     return ::geteuid() == 0;
@@ -100,7 +100,7 @@ TEST_P(ServerUser, RootTakesTheSocketAndBecomesTheNamedUserForGood) {
         return;
     }
     const auto server = serve("127.0.93.17:919");  // a port that only root may take
-    const auto home = CurlHttpClient().get(addressOf(*server) + "tvx.asp?pageId=2");
+    const auto home = CurlHttpClient().get(addressOf(*server) + "tvx.asp?pageId=1");
     EXPECT_THAT(home.body, HasSubstr("Welcome to Blue house"));
     const auto users = statusLines(server->process(), "Uid:");
     EXPECT_GT(users.size(), 4U);
@@ -138,7 +138,7 @@ TEST_P(ServerUser, AUserThatIsNotThereIsRefused) {
 TEST_P(ServerUser, AFolderOfSomebodyElseIsRefused) {
     name(otherName);
     if (isRoot()) std::filesystem::permissions(folder(), std::filesystem::perms(0755));
-    EXPECT_THAT(refusal(), HasSubstr(isRoot() ? "chown -R nobody " + site() : "only root can serve"));
+    EXPECT_THAT(refusal(), HasSubstr(isRoot() ? "chown -R daemon " + site() : "only root can serve"));
 }
 
 TEST_P(ServerUser, WithoutANameRootServesThisMachineAloneAndWarns) {
