@@ -1,0 +1,50 @@
+#!/bin/bash
+# Compares programs on the demo's home page: processor time per request, in microseconds, by turns in one run on this
+# machine, so that what else it does meets all of them.
+#
+#   bench/paired.sh ROUNDS SECONDS PROGRAM...
+#
+# Shows the figures of each program in order, and their median. Everything runs on 127.0.0.1 and in a temporary folder.
+# Needs wrk (Debian's package).
+set -euo pipefail
+
+if [ $# -lt 3 ]; then
+    echo "usage: $0 ROUNDS SECONDS PROGRAM..." >&2
+    exit 2
+fi
+rounds=$1
+seconds=$2
+shift 2
+programs=("$@")
+
+folder=$(mktemp -d /tmp/torvex-paired-XXXXXX)
+servers=()
+finish() {
+    for server in "${servers[@]}"; do kill "$server" 2>/dev/null && wait "$server" 2>/dev/null || true; done
+    rm -rf "$folder"
+}
+trap finish EXIT
+
+port=$((20000 + RANDOM % 10000))
+for i in "${!programs[@]}"; do
+    "${programs[i]}" init "$folder/site$i" --demo >/dev/null
+    "${programs[i]}" serve --install "$folder/site$i" --listen "127.0.0.1:$((port + i))" 2>"$folder/log$i" &
+    servers+=($!)
+    for _ in $(seq 100); do curl -s -o /dev/null "http://127.0.0.1:$((port + i))/error.asp" && break; sleep 0.05; done
+done
+
+ticks() { awk '{print $14 + $15}' "/proc/$1/stat"; }
+for _ in $(seq "$rounds"); do
+    for i in "${!programs[@]}"; do
+        before=$(ticks "${servers[i]}")
+        wrk -t1 -c8 -d"${seconds}s" "http://127.0.0.1:$((port + i))/tvx.asp?pageId=1" >"$folder/wrk.txt"
+        after=$(ticks "${servers[i]}")
+        awk -v used=$((after - before)) -v hz="$(getconf CLK_TCK)" '
+            / requests in / {printf "%.1f\n", used / hz * 1e6 / $1}' "$folder/wrk.txt" >>"$folder/figures$i"
+    done
+done
+
+for i in "${!programs[@]}"; do
+    sort -n "$folder/figures$i" >"$folder/sorted"
+    echo "${programs[i]}: $(paste -s -d' ' "$folder/sorted"), median $(sed -n "$(((rounds + 1) / 2))p" "$folder/sorted")"
+done
