@@ -12,6 +12,7 @@
 #include "delivery/cServer.h"
 #include "platform/files/DiskFileSystem.h"
 #include "search/Search.h"
+#include "search/SnapshotRenewal.h"
 
 // What it takes to publish and to remove pages, with their files, on growing trees. Every publishing waits
 // for the disk; with TMPDIR=/dev/shm it doesn't, which leaves the work itself.
@@ -218,9 +219,9 @@ BENCHMARK(publishBranch)->Apply(onGrowingTrees);
 void snapshotsOfBranch(benchmark::State& state) {
     Office office(bench::treeOf(static_cast<int>(state.range(0))));
     const Branch branch(office);
-    Search search(office.context());
-    search.connect(office.connection());
-    for (auto _ : state) measure(state, [&] { search.renewSnapshots(Branch::pages()); });
+    for (auto _ : state) {
+        measure(state, [&] { renewSnapshots(office.context(), office.connection(), Branch::pages()); });
+    }
 }
 BENCHMARK(snapshotsOfBranch)->Apply(onGrowingTrees);
 
