@@ -15,7 +15,7 @@ namespace {
 
 /// Nobody may change, publish or remove any of them until the copy is made.
 constexpr std::string_view holdBranch =
-    "update TORVEX_PAGES_DESIGN set parent = parent where nodeId >= ? and nodeId < ?";
+    "update TORVEX_PAGES_DESIGN set approveStatus = approveStatus where nodeId >= ? and nodeId < ?";
 constexpr std::string_view selectMarked =
     "select nodeId from TORVEX_PAGES_DESIGN where nodeId >= ? and nodeId < ? and deleteStatus <> 0 "
     "order by nodeId";

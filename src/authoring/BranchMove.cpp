@@ -11,7 +11,7 @@ namespace torvex {
 namespace {
 
 constexpr std::string_view takeBranch =
-    "update TORVEX_PAGES_DESIGN set parent = parent where nodeId >= ? and nodeId < ?";
+    "update TORVEX_PAGES_DESIGN set approveStatus = approveStatus where nodeId >= ? and nodeId < ?";
 
 // The first page first: only it gets another place among its siblings. Those below it begin with its node and
 // a point.

@@ -11,7 +11,7 @@ namespace torvex {
 namespace {
 
 constexpr std::string_view takeRow =
-    "update TORVEX_PAGES_DESIGN set parent = parent where pageId = ? and nodeId = ?";
+    "update TORVEX_PAGES_DESIGN set approveStatus = approveStatus where pageId = ? and nodeId = ?";
 
 constexpr std::string_view selectChildren =
     "select nodeId from TORVEX_PAGES_DESIGN where parent = ? order by nodeId";
