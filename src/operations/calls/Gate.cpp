@@ -83,10 +83,19 @@ bool mayEditAll(const Caller& caller, EditTask task, const PageIdentList& pages)
     });
 }
 
+/// The same where there must be one.
+bool mayEditEach(const Caller& caller, EditTask task, const PageIdentList& pages) {
+    return !pages.entries().empty() && mayEditAll(caller, task, pages);
+}
+
 bool hasEditRight(const Caller& caller, const Right& right, const Values& values) {
     const auto task = editTaskOf(right.detail);
     if (!task) return false;
     const PageIdentList pages(values.text(right.page));
+    if (!right.otherPage.empty()) {
+        const PageIdentList others(values.text(right.otherPage));
+        return mayEditEach(caller, *task, pages) && mayEditEach(caller, *task, others);
+    }
     if (!pages.entries().empty()) return mayEditAll(caller, *task, pages);
     if (right.site.empty() || right.lang.empty()) return false;
     const std::string site = text::lowerTrim(values.text(right.site));
@@ -102,6 +111,11 @@ int entryOf(const Right& right, const Values& values) {
 }
 
 bool hasAccess(const Caller& caller, const Right& right, const Values& values) {
+    if (!right.page.empty()) {
+        const PageIdentity page = identify(caller.connection, values.text(right.page));
+        return page.isValid() && mayUseEntry(caller.connection, caller.actor, right.detail, right.advId,
+                                             siteOf(page.nodeId), langOf(page.nodeId));
+    }
     return mayUseEntry(caller.connection, caller.actor, right.detail, entryOf(right, values),
                        values.text(right.site), values.text(right.lang));
 }

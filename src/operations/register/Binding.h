@@ -35,19 +35,28 @@ inline Right anyLogin() {
 inline Right editRight(std::string action, std::string page) {
     return {Right::Kind::EditRight, std::move(action), 0, std::move(page)};
 }
+/// To do it to the pages of both arguments.
+inline Right editRight(std::string action, std::string page, std::string otherPage) {
+    return {Right::Kind::EditRight, std::move(action), 0, std::move(page), std::move(otherPage)};
+}
 /// The same where a page is given; without one, to do it in the whole tree of the site and language.
 inline Right editRight(std::string action, std::string page, std::string site, std::string lang) {
-    return {Right::Kind::EditRight, std::move(action), 0, std::move(page), std::move(site), std::move(lang)};
+    return {Right::Kind::EditRight, std::move(action), 0, std::move(page), {},
+            std::move(site),        std::move(lang)};
 }
 /// To do `action` somewhere in the site and language that the arguments name.
 inline Right editRightIn(std::string action, std::string site, std::string lang) {
-    return {Right::Kind::EditRight, std::move(action), 0, {}, std::move(site), std::move(lang)};
+    return {Right::Kind::EditRight, std::move(action), 0, {}, {}, std::move(site), std::move(lang)};
 }
 inline Right viewAccess(int advId, std::string site = {}, std::string lang = {}) {
-    return {Right::Kind::AdvancedRight, "view", advId, {}, std::move(site), std::move(lang)};
+    return {Right::Kind::AdvancedRight, "view", advId, {}, {}, std::move(site), std::move(lang)};
+}
+/// In the site and language of the page that the argument names.
+inline Right viewAccessAt(int advId, std::string page) {
+    return {Right::Kind::AdvancedRight, "view", advId, std::move(page)};
 }
 inline Right editAccess(int advId, std::string site = {}, std::string lang = {}) {
-    return {Right::Kind::AdvancedRight, "edit", advId, {}, std::move(site), std::move(lang)};
+    return {Right::Kind::AdvancedRight, "edit", advId, {}, {}, std::move(site), std::move(lang)};
 }
 /// The entry of images or that of documents, by the kind of media that the argument `media` names.
 inline Right mediaAccess(std::string access, std::string media, std::string site) {
@@ -59,7 +68,7 @@ inline Right mediaAccess(std::string access, std::string media, std::string site
 }
 /// The number in the argument `login` is the caller's own, or she has edit access to the entry.
 inline Right oneselfOrEditAccess(std::string login, int advId) {
-    return {Right::Kind::OneselfOrAdvancedRight, "edit", advId, {}, {}, {}, std::move(login)};
+    return {Right::Kind::OneselfOrAdvancedRight, "edit", advId, {}, {}, {}, {}, std::move(login)};
 }
 inline Right onlySa() {
     return {Right::Kind::OnlySa};

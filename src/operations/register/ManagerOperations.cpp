@@ -11,7 +11,7 @@ ClassEntry managerOperations() {
         joined({managerLoginRows(), managerRightsRows(), managerSiteRows(), managerServerRows(),
                 managerRecordRows(), managerInterfaceRows(), managerMediaRows(), managerTreeRows(),
                 managerPageRows(), managerSetupRows(), managerBodyRows(), managerWorkflowRows(),
-                managerPublishRows()}),
+                managerPublishRows(), managerBranchRows()}),
         managerProperties());
 }
 

@@ -20,6 +20,7 @@ std::vector<Row<cManager>> managerPageRows();
 std::vector<Row<cManager>> managerSetupRows();
 std::vector<Row<cManager>> managerWorkflowRows();
 std::vector<Row<cManager>> managerPublishRows();
+std::vector<Row<cManager>> managerBranchRows();
 std::vector<Row<cManager>> managerBodyRows();
 
 /// The login of the object and its page record.

@@ -51,6 +51,7 @@ json::object rightJson(const Right& right) {
     addUnlessEmpty(out, right.kind == Right::Kind::EditRight ? "action" : "access", right.detail);
     if (right.advId != 0) out["entry"] = right.advId;
     addUnlessEmpty(out, "page", right.page);
+    addUnlessEmpty(out, "otherPage", right.otherPage);
     addUnlessEmpty(out, "site", right.site);
     addUnlessEmpty(out, "lang", right.lang);
     addUnlessEmpty(out, "login", right.login);

@@ -76,8 +76,10 @@ struct Right {
     int advId = 0;  ///< the entry of the administration menu, for an advanced right; see AdminEntries.h
     // The arguments that say what the right must cover, by their names; "" where there is none. The page may
     // be a list of pages; where it is given, site and language are the page's own. A row that names all three
-    // means the whole tree when no page is given; one that names no page means some part of the tree.
+    // means the whole tree when no page is given; one that names no page means some part of the tree. An
+    // advanced right that names a page means the page's own site and language.
     std::string page = {};
+    std::string otherPage = {};  ///< a second page that must be covered as well
     std::string site = {};
     std::string lang = {};
     std::string login = {};  ///< the argument that is a login's number, where it may be the caller's own

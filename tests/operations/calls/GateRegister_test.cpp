@@ -65,8 +65,9 @@ bool namesAnEntry(const Right& right) {
 
 bool opens(const Caller& caller, const Right& right, int level) {
     if (caller.advId != right.advId || caller.flag != right.detail) return false;
-    const std::string site = level >= 1 && !right.site.empty() ? "aa" : "";
-    const std::string lang = level >= 2 && !right.lang.empty() ? "en" : "";
+    const bool atPage = !right.page.empty();
+    const std::string site = level >= 1 && (atPage || !right.site.empty()) ? "aa" : "";
+    const std::string lang = level >= 2 && (atPage || !right.lang.empty()) ? "en" : "";
     return (caller.site.empty() || caller.site == site) && (caller.lang.empty() || caller.lang == lang);
 }
 
@@ -123,8 +124,8 @@ std::vector<Caller> callersFor(const Right& right) {
 /// What makes two rights the same to the gate.
 std::string signature(const Right& right) {
     return std::to_string(static_cast<int>(right.kind)) + right.detail + std::to_string(right.advId) +
-           (right.page.empty() ? "" : "p") + (right.site.empty() ? "" : "s") +
-           (right.lang.empty() ? "" : "l");
+           (right.page.empty() ? "" : "p") + (right.otherPage.empty() ? "" : "o") +
+           (right.site.empty() ? "" : "s") + (right.lang.empty() ? "" : "l");
 }
 
 TEST_P(GateRegisterTest, EveryKindOfRowIsOpenToThoseWhoHaveItsRightAndToNobodyElse) {
@@ -192,7 +193,8 @@ TEST_P(GateRegisterTest, EveryRowIsClosedToASessionThatLostItsLogin) {
 TEST_P(GateRegisterTest, EveryRightNamesArgumentsThatTheOperationHas) {
     forEachRow(classes, [](const Operation& operation) {
         const Right& right = operation.right;
-        for (const auto& name : {right.page, right.site, right.lang, right.login, right.media}) {
+        for (const auto& name :
+             {right.page, right.otherPage, right.site, right.lang, right.login, right.media}) {
             const bool there =
                 name.empty() ||
                 std::any_of(operation.arguments.begin(), operation.arguments.end(),

@@ -85,7 +85,8 @@ class GateTest : public test::RightsTest {
         return {"Sample", "For tests.", create, {}, std::move(operations), std::move(properties)};
     }
     static Value valueFor(const Operation& operation, const Argument& argument) {
-        if (text::equals(argument.name, operation.right.page)) {
+        const auto& right = operation.right;
+        if (text::equals(argument.name, right.page) || text::equals(argument.name, right.otherPage)) {
             return argument.type == ArgumentType::Text ? Value("11") : Value(11);
         }
         if (text::equals(argument.name, operation.right.site)) return "aa";

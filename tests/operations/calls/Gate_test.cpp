@@ -64,6 +64,25 @@ TEST_P(GateTest, APageThatDoesNotExistIsRefused) {
     }
 }
 
+TEST_P(GateTest, BothPagesMustPassWhereTwoAreNamed) {
+    editRights(3, "aa", "en", {"move"}, "aa.en.01");
+    const Operation move = sample({"from", "to"}, editRight("move", "from", "to"));
+    EXPECT_EQ(call(move, {"11", "aa.en.01"}), Kind::Allowed);
+    for (const auto* other : {"12", "10", "21", "99", "", ","}) {
+        EXPECT_EQ(call(move, {"11", other}), Kind::NoRight) << other;
+        EXPECT_EQ(call(move, {other, "11"}), Kind::NoRight) << other;
+    }
+}
+
+TEST_P(GateTest, AnEntryAtAPageIsThatOfThePagesSiteAndLanguage) {
+    advancedRight(3, adminEntry::statistics, "aa", "en", true, false);
+    const Operation look = sample({"page"}, viewAccessAt(adminEntry::statistics, "page"));
+    for (const auto* ident : {"11", " AA.EN.02 ", "10"})
+        EXPECT_EQ(call(look, {ident}), Kind::Allowed) << ident;
+    for (const auto* ident : {"21", "99", "", "aa.de"})
+        EXPECT_EQ(call(look, {ident}), Kind::NoRight) << ident;
+}
+
 TEST_P(GateTest, NoPageAtAllIsRefused) {
     editRights(3, "aa", "en", {"edit"});
     const Operation edit = sample({"pageIdent"}, editRight("edit", "pageIdent"));
