@@ -7,7 +7,7 @@ import { fileURLToPath } from "node:url";
 import { chromium } from "playwright-core";
 
 const root = join(dirname(fileURLToPath(import.meta.url)), "../..");
-const program = process.env.TORVEX_PROGRAM ?? join(root, "build/release/torvex");
+export const program = process.env.TORVEX_PROGRAM ?? join(root, "build/release/torvex");
 
 const browserOptions = {
   executablePath: process.env.CHROMIUM ?? "/usr/bin/chromium",
