@@ -1,6 +1,7 @@
 #include "accounts/Actor.h"
 
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
 
@@ -12,8 +13,8 @@ bool isAdministrator(std::string_view username) {
 
 Actor actorOf(const HostContext& host) {
     const Session& session = host.session;
-    return {static_cast<int>(session.number("torvex_loginId")), session.text("torvex_username"),
-            session.text("torvex_fullname"), session.id(), host.clock.now()};
+    return {static_cast<int>(session.number(sessionKey::authorLoginId)), session.text(sessionKey::authorName),
+            session.text(sessionKey::authorFullname), session.id(), host.clock.now()};
 }
 
 }  // namespace torvex

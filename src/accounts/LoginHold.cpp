@@ -7,6 +7,7 @@
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
@@ -98,11 +99,11 @@ void holdRow(db::Connection& connection, HostContext& host, int loginId, std::st
 }
 
 void storeAuthor(HostContext& host, const Author& author) {
-    host.session.set("torvex_loginId", author.loginId);
-    host.session.set("torvex_username", author.username);
-    host.session.set("torvex_password", author.password);
-    host.session.set("torvex_fullname", author.fullname);
-    host.session.set("torvex_ssl", host.application.get("torvex_ssl"));
+    host.session.set(sessionKey::authorLoginId, author.loginId);
+    host.session.set(sessionKey::authorName, author.username);
+    host.session.set(sessionKey::authorPassword, author.password);
+    host.session.set(sessionKey::authorFullname, author.fullname);
+    host.session.set(sessionKey::authoringSsl, host.application.get(applicationKey::authoringSsl));
 }
 
 }  // namespace torvex

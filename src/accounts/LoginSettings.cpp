@@ -5,6 +5,7 @@
 #include "installation/SettingValue.h"
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
@@ -26,9 +27,9 @@ void switchInterface(HostContext& host, db::Connection& connection, std::string_
     if (!rows.next()) return;
     const std::string code = text::lowerTrim(rows.text("lang_id"));
     host.session.set(interfaceLanguage, code);
-    host.session.set("torvex_current_interface", code);
-    host.session.set("torvex_adminTemplates_dir",
-                     host.application.text("torvex_adminTemplates_dir") + code + "/");
+    host.session.set(sessionKey::interfaceLanguage, code);
+    host.session.set(sessionKey::adminTemplatesPath,
+                     host.application.text(applicationKey::adminTemplatesPath) + code + "/");
 }
 
 }  // namespace

@@ -12,14 +12,15 @@
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
+#include "records/Labels.h"
 
 namespace torvex {
 
 namespace {
 
-constexpr double untitledLabel = 2597;
 constexpr std::size_t levelLength = 3;
 constexpr std::string_view fieldEnd = "#";
 constexpr std::string_view recordEnd = "###";
@@ -105,13 +106,13 @@ std::string shownTitle(const MenuEntry& entry) {
 std::string cManager::getAdvancedMap(const std::string& site, const std::string& lang, int order) try {
     if (!enterWebsite(connection(), author_.loginId, site + "." + lang)) return std::string(locked);
     const auto entries =
-        menuEntries(connection(), host_.session.text("torvex_current_interface"), menuOrder(order));
+        menuEntries(connection(), host_.session.text(sessionKey::interfaceLanguage), menuOrder(order));
     std::optional<AdvancedAccess> access;
     if (!isAdministrator(author_.username)) access = accessOf(connection(), author_.loginId, site, lang);
     MapText map;
     for (const auto& entry : entries) {
         const std::string title = shownTitle(entry);
-        map.add(entry, title.empty() ? text::htmlEncode(bracketedWord(untitledLabel)) : title,
+        map.add(entry, title.empty() ? text::htmlEncode(bracketedWord(label::untitled)) : title,
                 programOf(entry, access ? &*access : nullptr));
     }
     return std::move(map).finish();

@@ -11,6 +11,7 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/db/Grid.h"
 #include "platform/db/OwnTransaction.h"
@@ -52,7 +53,7 @@ std::string firstText(db::Rows rows, std::string_view column) {
 }
 
 std::string templatesFolder(const HostContext& host) {
-    return host.application.text("torvex_install_path") + "torvex/templates/";
+    return host.application.text(applicationKey::installPath) + "torvex/templates/";
 }
 
 struct Language {
@@ -106,7 +107,7 @@ std::string cManager::createInterface(const std::string& langId, int /*advId*/) 
 std::string cManager::deleteInterface(const std::string& langId, int advId) {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
     const std::string code = text::lowerTrim(langId);
-    if (text::equals(host_.session.text("torvex_current_interface"), code)) {
+    if (text::equals(host_.session.text(sessionKey::interfaceLanguage), code)) {
         return std::string(interface::isInUse);
     }
     const auto removed =

@@ -5,6 +5,7 @@
 #include "administration/SiteRemoval.h"
 #include "authoring/StatusCodes.h"
 #include "authoring/cManager.h"
+#include "installation/CommonCharset.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
@@ -112,7 +113,7 @@ bool cManager::addLanguage(const std::string& langId, const std::string& langNam
                            int advId) try {
     const Language language(langId, langName, charsetID);
     if (!language.isComplete() || !isSafeCode(language.code) || !make(host_, language)) return false;
-    deriveCommonCharset(host_, connection());
+    storeCommonCharset(host_.application, commonCharset(connection()));
     if (advId > 0) {
         addAuditTrail("", std::to_string(advId), "new",
                       "New language \"" + std::string(language.name) + "\"");
@@ -130,7 +131,7 @@ bool cManager::updateLanguage(const std::string& lang, const std::string& name, 
     if (connection().execute(updateNameAndCharset, {language.name, charsetID, language.code}) == 0) {
         return false;
     }
-    if (charsetID != before) deriveCommonCharset(host_, connection());
+    if (charsetID != before) storeCommonCharset(host_.application, commonCharset(connection()));
     if (advId > 0) {
         addAuditTrail("", std::to_string(advId), "save",
                       "Language \"" + std::string(language.name) + "\" has been updated");
@@ -155,7 +156,7 @@ std::string cManager::deleteLanguage(const std::string& lang, int advId) {
         raiseFrom("addLanguage !");
     }
     try {
-        deriveCommonCharset(host_, connection());
+        storeCommonCharset(host_.application, commonCharset(connection()));
         if (advId > 0) {
             addAuditTrail("", std::to_string(advId), "delete",
                           "Language \"" + removed.name + "\" has been removed");

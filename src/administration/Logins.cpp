@@ -12,6 +12,7 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
@@ -37,7 +38,7 @@ std::string trimmedSetting(const HostContext& host, std::string_view name) {
 }
 
 PasswordStore passwordStore(const HostContext& host) {
-    const bool strong = text::equals(trimmedSetting(host, "torvex_password_store"), "strong");
+    const bool strong = text::equals(trimmedSetting(host, applicationKey::passwordStore), "strong");
     return strong ? PasswordStore::Strong : PasswordStore::Given;
 }
 
@@ -66,7 +67,7 @@ int cManager::login(const std::string& username, const std::string& password) tr
     const bool typed = !username.empty() || !password.empty();
     std::string address = callersAddress(host_);
     LoginCode code = LoginCode::AddressRefused;
-    if (passesAccessFilter(trimmedSetting(host_, "torvex_access_IP_filter"), address)) {
+    if (passesAccessFilter(trimmedSetting(host_, applicationKey::accessFilter), address)) {
         // What the session holds was proved when it logged in; it need only be what the row still has.
         code = typed ? enter(host_, connection(), text::lowerTrim(username), text::trim(password), address,
                              author_)
@@ -88,7 +89,7 @@ int cManager::login(const std::string& username, const std::string& password) tr
 }
 
 void cManager::logout() try {
-    const std::string username = host_.session.text("torvex_username");
+    const std::string username = host_.session.text(sessionKey::authorName);
     if (username.empty()) {
         auditDenial(*this, host_);
     } else {

@@ -9,6 +9,7 @@
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
@@ -44,7 +45,7 @@ int stateOf(bool offered, bool given) {
 }
 
 std::string interfaceLanguage(HostContext& host) {
-    return host.session.text("torvex_current_interface");
+    return host.session.text(sessionKey::interfaceLanguage);
 }
 
 std::string firstText(db::Rows rows, std::string_view column) {

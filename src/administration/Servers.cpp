@@ -10,6 +10,7 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/db/Grid.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/files/FileSystem.h"
@@ -54,7 +55,7 @@ bool cManager::replicateFolder(const std::string& dir, bool remove) {
 }
 
 bool cManager::testServer(int serverId) try {
-    const std::string share = host_.application.text("torvex_loadBalancing_shareName");
+    const std::string share = host_.application.text(applicationKey::loadBalancingShareName);
     if (serverId < 1 || text::trim(share).empty()) return false;
     auto rows = connection().query(selectName, {serverId});
     const std::string name = rows.next() ? rows.text("serverName") : std::string();

@@ -3,6 +3,7 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
 #include "records/SiteCodes.h"
@@ -20,7 +21,7 @@ void createAll(SharedFiles& files, const std::vector<std::string>& folders) {
 }
 
 std::string installPath(const HostContext& host) {
-    return host.application.text("torvex_install_path");
+    return host.application.text(applicationKey::installPath);
 }
 
 std::string stylesheets(const HostContext& host, std::string_view site) {
@@ -40,8 +41,8 @@ std::vector<std::string> siteDirectories(const HostContext& host, std::string_vi
     const auto& values = host.application;
     return {std::string(install).append("baseTemplates/").append(site),
             std::string(install).append("contentTemplates/").append(site),
-            values.text("torvex_doc_dir").append(site),
-            values.text("torvex_image_dir").append(site),
+            values.text(applicationKey::documentsPath).append(site),
+            values.text(applicationKey::imagesPath).append(site),
             std::string(install).append("wwwroot/images/").append(site),
             stylesheets(host, site)};
 }

@@ -9,6 +9,7 @@
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
@@ -142,7 +143,7 @@ std::string cManager::statistics(const std::string& pageIdent, const std::string
     if (!page.isValid()) return {};
     const std::string title = pageTitle(page.pageId, Twin::Live);
     HTMLTemplate report(host_);
-    report.load(host_.session.text("torvex_adminTemplates_dir") + "statDetail.html");
+    report.load(host_.session.text(sessionKey::adminTemplatesPath) + "statDetail.html");
     const std::string from = limit(fromYear, fromMonth, fromDay, firstDay);
     const std::string to = limit(toYear, toMonth, toDay, lastDay);
     const auto days =
@@ -164,7 +165,7 @@ std::string cManager::statistics(const std::string& pageIdent, const std::string
 
 std::string cManager::getMonth(int monthId) try {
     const double label = labelBeforeMonths + monthId;
-    const std::string name = getVocab(host_.session.text("torvex_current_interface"), label);
+    const std::string name = getVocab(host_.session.text(sessionKey::interfaceLanguage), label);
     return name.empty() ? getVocab("en", label, 1) : name;
 } catch (...) {
     raiseFrom("getMonth !");

@@ -4,14 +4,15 @@
 #include "media/UploadTree.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
+#include "records/Labels.h"
 
 namespace torvex {
 
 namespace {
 
-constexpr double newFolderLabel = 1212;
 constexpr std::string_view newFolderWord = "New folder";
 
 }  // namespace
@@ -24,7 +25,7 @@ std::string cManager::getUploadFolders(const std::string& site, const std::strin
                     getSiteName(site),
                     std::string(text::trim(tvMode)),
                     isFolderId(folder) ? folder : std::string(),
-                    getVocab(host_.session.text("torvex_current_interface"), newFolderLabel)};
+                    getVocab(host_.session.text(sessionKey::interfaceLanguage), label::newFolder)};
     if (tree.newFolder.empty()) tree.newFolder = newFolderWord;
     return uploadTreeScript(host_, connection(), tree);
 } catch (...) {

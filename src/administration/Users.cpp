@@ -10,12 +10,11 @@
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/ItemLocks.h"
+#include "records/Labels.h"
 
 namespace torvex {
 
 namespace {
-
-constexpr double unknownUserLabel = 2560;
 
 constexpr std::string_view selectNames = "select lastname, firstname from TORVEX_USERS where userId = ?";
 
@@ -36,7 +35,7 @@ std::string cManager::getUserFullname(double userId) try {
     auto rows = connection().query(selectNames, {userId});
     const std::string both = rows.next() ? rows.text("lastname") + ' ' + rows.text("firstname") : "";
     const std::string_view name = text::trim(both);
-    return name.empty() ? bracketedWord(unknownUserLabel) : std::string(name);
+    return name.empty() ? bracketedWord(label::unknownLogin) : std::string(name);
 } catch (...) {
     raiseFrom("getUserFullname !");
 }

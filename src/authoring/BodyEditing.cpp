@@ -11,6 +11,7 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
@@ -87,9 +88,9 @@ std::string inOneStep(HostContext& host, std::string_view operation, PageId page
 /// Editors return addresses of images with the host in front; a body stores them without, so that it shows
 /// under any name of the site.
 std::string withOwnImages(const HostContext& host, const std::string& content) {
-    const std::string dns = host.session.text("torvex_dns");
+    const std::string dns = host.session.text(sessionKey::hostName);
     if (dns.empty()) return content;
-    const std::string images = "/" + host.application.text("torvex_imgDir");
+    const std::string images = "/" + host.application.text(applicationKey::imagesName);
     std::string stored = content;
     for (const std::string_view scheme : {"http://", "https://"}) {
         const std::string absolute = std::string(scheme) + dns + images;

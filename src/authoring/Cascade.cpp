@@ -13,6 +13,7 @@
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/AuditTrail.h"
+#include "records/Labels.h"
 #include "records/PageIdentity.h"
 #include "replication/SharedFiles.h"
 #include "search/SnapshotFiles.h"
@@ -23,7 +24,6 @@ namespace torvex {
 namespace {
 
 constexpr std::string_view operationName = "publishPageCascading";
-constexpr double untitledLabel = 2597;
 
 /// Any order would do. In this one a new page goes live before those below it, and two authors who publish
 /// branches that overlap take the pages in the same order.
@@ -134,7 +134,7 @@ std::string cManager::publishPageCascading(const std::string& pageIdent) try {
         for (AuditLine& line : cascade->lines) {
             line.loginId = author_.loginId;
             line.loginName = author_.fullname;
-            if (line.pageTitle.empty()) line.pageTitle = bracketedWord(untitledLabel);
+            if (line.pageTitle.empty()) line.pageTitle = bracketedWord(label::untitled);
         }
         writeAuditLines(host_, cascade->lines);
     });

@@ -9,9 +9,11 @@
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
+#include "records/Labels.h"
 #include "records/PageRows.h"
 #include "records/SystemBranch.h"
 
@@ -20,7 +22,6 @@ namespace torvex {
 namespace {
 
 constexpr std::string_view operationName = "pastePage";
-constexpr double copyLabel = 2581;
 
 // Why a page isn't copied.
 constexpr std::string_view hasSystemBranch = "-1";
@@ -85,7 +86,7 @@ std::string cManager::pastePage(const std::string& modeFrom, const std::string& 
                     .title = pageTitle(source.pageId, twin),
                     .editor = actor(),
                     .notified = notificationFlag(workflowRules(host_.application), true)};
-    const std::string word = getVocab(host_.session.text("torvex_current_interface"), copyLabel);
+    const std::string word = getVocab(host_.session.text(sessionKey::interfaceLanguage), label::copyOf);
     PageId copy = -1;
     const Outcome outcome =
         db::tryInOwnTransaction(host_, runOn(operationName, source.nodeId), status::failed,

@@ -1,18 +1,16 @@
 #include "authoring/EditFrame.h"
 
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
+#include "records/Labels.h"
 #include "records/Vocabulary.h"
 #include "templates/HTMLTemplate.h"
 
 namespace torvex {
 
 namespace {
-
-constexpr double editLabel = 7;
-constexpr double copyLabel = 19;
-constexpr double setupLabel = 3061;
 
 // The frame stands in pages of any style, so its style is written into its tags; the body keeps the page's.
 constexpr std::string_view frameHeader =
@@ -75,10 +73,11 @@ std::size_t lastBodyEnd(std::string_view html) {
 
 EditFrame::EditFrame(HostContext& host, db::Connection& connection, PageIdentity page)
     : host_(host), page_(std::move(page)) {
-    const std::string language = host.session.text("torvex_current_interface");
-    auto words = vocabularyTexts(connection, language, {editLabel, copyLabel, setupLabel});
-    words_ = {text::htmlEncode(words[editLabel]), text::htmlEncode(words[copyLabel]),
-              text::htmlEncode(words[setupLabel])};
+    const std::string language = host.session.text(sessionKey::interfaceLanguage);
+    auto words =
+        vocabularyTexts(connection, language, {label::editButton, label::copyButton, label::setupButton});
+    words_ = {text::htmlEncode(words[label::editButton]), text::htmlEncode(words[label::copyButton]),
+              text::htmlEncode(words[label::setupButton])};
 }
 
 /// A feed has no text that could be edited.

@@ -10,11 +10,13 @@
 #include "platform/DateTime.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/db/Connection.h"
 #include "platform/files/FileSystem.h"
 #include "platform/text/ScriptText.h"
 #include "platform/text/Text.h"
+#include "records/Labels.h"
 #include "records/Vocabulary.h"
 
 namespace torvex {
@@ -24,11 +26,6 @@ namespace {
 using linkNotation::markerStart;
 using linkNotation::pageInAddress;
 using linkNotation::withoutQuotes;
-
-constexpr double pageNotFoundLabel = 670;
-constexpr double documentNotFoundLabel = 671;
-constexpr double pageOfflineLabel = 672;
-constexpr double unchosenLabel = 673;
 
 /// Whether the tag has its mark already; the marks of a link that can be followed leave no notation behind.
 bool isMarked(std::string_view tag) {
@@ -113,9 +110,9 @@ LinkMarking::LinkMarking(HostContext& host, db::Connection& connection, LinkPlac
       connection_(connection),
       place_(std::move(place)),
       targets_(connection, place_.twin, host.clock.today()),
-      pageScript_(host.application.isTrue("torvex_frames") ? linkNotation::framesetScript
-                                                           : linkNotation::pageScript),
-      defaultPage_(host.application.text("tvx_default_pageId")) {}
+      pageScript_(host.application.isTrue(applicationKey::usesFrames) ? linkNotation::framesetScript
+                                                                      : linkNotation::pageScript),
+      defaultPage_(host.application.text(applicationKey::defaultPageId)) {}
 
 /// Of the page that a link leads to; "" for one that leads to none.
 std::string LinkMarking::identifierOf(const Link& link) const {
@@ -148,7 +145,7 @@ std::string LinkMarking::rewrite(std::string startTag, LinkTag /*kind*/) try {
     if (isChosen) {
         build(link);
     } else {
-        mark(link, {unchosenLabel, "torvex_linkDisabled", false});
+        mark(link, {label::linkUnchosen, "torvex_linkDisabled", false});
     }
     if (!text::contains(link.tag.text(), "onmouseover")) {
         const std::string quote(1, link.quote);
@@ -181,7 +178,7 @@ void LinkMarking::buildPage(Link& link, const std::string& identifier) {
     if (text::contains(identifier, markerStart)) return;
     const PreviewTarget& target = targets_.of(identifier);
     if (target.state == PreviewTarget::State::Missing) {
-        return mark(link, {pageNotFoundLabel, "torvex_pageNotFound"});
+        return mark(link, {label::pageNotFound, "torvex_pageNotFound"});
     }
     const std::string number = text::fromNumber(target.pageId);
     if (text::equals(siteOf(target.nodeId), text::trim(place_.site)) &&
@@ -191,7 +188,7 @@ void LinkMarking::buildPage(Link& link, const std::string& identifier) {
         call(link, "top.viewLink", {pageScript_ + "?pageId=" + number});
     }
     if (target.state == PreviewTarget::State::Offline) {
-        mark(link, {pageOfflineLabel, "torvex_pageOffline", true, false});
+        mark(link, {label::pageOffline, "torvex_pageOffline", true, false});
     }
 }
 
@@ -201,8 +198,8 @@ void LinkMarking::buildFile(Link& link) {
     const auto [site, title] = linkNotation::documentNamed(*argument, place_.site);
     if (text::contains(title, markerStart)) return;
     const std::string name = documentName(site, text::replaceAll(title, "%20", " "));
-    if (name.empty()) return mark(link, {documentNotFoundLabel, "torvex_docNotFound"});
-    const std::string path = host_.application.text("torvex_doc_url") + site + "/" + name;
+    if (name.empty()) return mark(link, {label::documentNotFound, "torvex_docNotFound"});
+    const std::string path = host_.application.text(applicationKey::documentsUrl) + site + "/" + name;
     call(link, "top.popup", {text::replaceAll(path, " ", "%20"), title});
 }
 
@@ -250,8 +247,9 @@ void LinkMarking::mark(Link& link, const Mark& mark) {
 /// In the interface language, encoded for either kind of quote.
 std::string LinkMarking::word(double label) {
     if (words_.empty()) {
-        words_ = vocabularyTexts(connection_, host_.session.text("torvex_current_interface"),
-                                 {pageNotFoundLabel, documentNotFoundLabel, pageOfflineLabel, unchosenLabel});
+        words_ = vocabularyTexts(
+            connection_, host_.session.text(sessionKey::interfaceLanguage),
+            {label::pageNotFound, label::documentNotFound, label::pageOffline, label::linkUnchosen});
     }
     return text::replaceAll(text::htmlEncode(words_[label]), "'", "&#39;");
 }

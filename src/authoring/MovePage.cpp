@@ -7,9 +7,11 @@
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
+#include "records/Labels.h"
 #include "records/SystemBranch.h"
 #include "search/MovedSnapshots.h"
 
@@ -18,7 +20,6 @@ namespace torvex {
 namespace {
 
 constexpr std::string_view operationName = "movePage";
-constexpr double copyLabel = 2581;
 
 // Why a branch stays where it is.
 constexpr std::string_view otherAtWork = "-1";
@@ -92,7 +93,7 @@ std::string cManager::movePage(const std::string& pageIdentFrom, const std::stri
         return std::string(wrongTarget);
 
     const std::string ident = text::fromNumber(source.pageId);
-    const std::string word = getVocab(host_.session.text("torvex_current_interface"), copyLabel);
+    const std::string word = getVocab(host_.session.text(sessionKey::interfaceLanguage), label::copyOf);
     MoveOrder order{author_.loginId, source, {}, movedTitle(source.pageId)};
     const Outcome outcome = moveAlone(host_, connection(), target, word, order);
     if (outcome.isCommitted) {

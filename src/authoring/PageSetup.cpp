@@ -12,12 +12,14 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/files/FileSystem.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "records/PageKind.h"
 #include "records/SystemBranch.h"
+#include "templates/DesignPath.h"
 
 namespace torvex {
 
@@ -53,8 +55,9 @@ std::string_view testLock(db::Connection& connection, PageId pageId, int loginId
 int placesForBodies(HostContext& host, db::Connection& connection, int templateId) {
     auto rows = connection.query(selectTemplateFile, {templateId});
     if (!rows.next() || rows.view("tpl_filename").empty()) return unreadable;
-    const std::string path = host.application.text("torvex_contentTemplates_dir") + rows.text("tpl_site") +
-                             "/" + rows.text("tpl_lang") + "/" + rows.text("tpl_filename");
+    const std::string path =
+        designPath(host.application, applicationKey::contentTemplatesPath, rows.text("tpl_site"),
+                   rows.text("tpl_lang"), rows.text("tpl_filename"));
     const auto content = host.files.readText(path, TextFormat::SystemDefault);
     if (!content) return unreadable;
     int bodies = 0;

@@ -2,6 +2,7 @@
 
 #include "accounts/Actor.h"
 #include "platform/ApplicationValues.h"
+#include "platform/Keys.h"
 #include "platform/text/Text.h"
 
 namespace torvex {
@@ -90,7 +91,8 @@ PageOutcome changePage(db::Connection& connection, PageId pageId, std::string_vi
 }
 
 WorkflowRules workflowRules(const ApplicationValues& application) {
-    return {application.isTrue("torvex_autoApprove"), application.number("torvex_emailNotification") > 0};
+    return {application.isTrue(applicationKey::autoApprove),
+            application.number(applicationKey::emailNotification) > 0};
 }
 
 int notificationFlag(const WorkflowRules& rules, bool awaitsMail) {

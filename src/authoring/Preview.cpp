@@ -12,8 +12,10 @@
 #include "delivery/PageMetaData.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
+#include "records/Labels.h"
 #include "records/PageIdentity.h"
 #include "records/PageRows.h"
 #include "templates/DesignAssets.h"
@@ -26,8 +28,6 @@ namespace {
 constexpr std::string_view editSwitch = "#edit#";
 /// Begins an answer that isn't a page but the address to go to.
 constexpr std::string_view errorMark = "error:";
-
-constexpr double linksDisabledLabel = 2587;
 
 /// The answer for a page without a base template.
 constexpr std::string_view missingBase = "error:/torvex/error.asp?error=template_body_error&flag=0";
@@ -145,7 +145,7 @@ std::string cManager::getBodyXML(int feedId) {
 std::string cManager::disableLinks(const std::string& str, bool flag) try {
     const std::string quote = flag ? "\"" : "'";
     std::string word =
-        text::htmlEncode(getVocab(host_.session.text("torvex_current_interface"), linksDisabledLabel));
+        text::htmlEncode(getVocab(host_.session.text(sessionKey::interfaceLanguage), label::linksDisabled));
     if (!flag) word = text::replaceAll(word, "'", "&#39;");
     const std::string off =
         " onClick=" + quote + "return false;" + quote + " title=" + quote + word + quote + " ";

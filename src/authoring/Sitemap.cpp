@@ -16,6 +16,7 @@
 #include "platform/Session.h"
 #include "platform/text/Text.h"
 #include "records/DateWindow.h"
+#include "records/Labels.h"
 #include "records/PageIdentity.h"
 #include "records/PageKind.h"
 #include "records/SystemBranch.h"
@@ -23,8 +24,6 @@
 namespace torvex {
 
 namespace {
-
-constexpr double untitledLabel = 2597;
 
 constexpr std::string_view locked = "-1";
 
@@ -185,7 +184,8 @@ std::string cManager::getSitemap(const std::string& site, const std::string& lan
     const std::string wantedLang = text::lowerTrim(lang);
     if (!enterWebsite(connection(), author_.loginId, wantedSite + "." + wantedLang))
         return std::string(locked);
-    const std::string untitled = text::replaceAll(text::htmlEncode(bracketedWord(untitledLabel)), "#", "-@-");
+    const std::string untitled =
+        text::replaceAll(text::htmlEncode(bracketedWord(label::untitled)), "#", "-@-");
     const Reader reader{author_.loginId, host_.clock.today(), untitled};
     if (flag == 0) return treeText(connection(), wantedSite, wantedLang, loadLevel(host_), reader);
     const std::string node = text::lowerTrim(startNode);

@@ -4,14 +4,13 @@
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/text/Text.h"
+#include "records/Labels.h"
 #include "records/PageIdentity.h"
 #include "records/PageRows.h"
 
 namespace torvex {
 
 namespace {
-
-constexpr double untitledLabel = 2597;
 
 constexpr std::string_view selectTitleLive = "select title from TORVEX_PAGES_LIVE where nodeId = ?";
 constexpr std::string_view selectTitleDesign = "select title from TORVEX_PAGES_DESIGN where nodeId = ?";
@@ -56,7 +55,7 @@ std::string cManager::getPageTitle(const std::string& pageIdent, const std::stri
 std::string cManager::titleOrWord(PageId pageId, Twin twin) {
     auto title = titleOfPage(connection(), pageId, twin);
     if (!title) return {};
-    return title->empty() ? bracketedWord(untitledLabel) : std::move(*title);
+    return title->empty() ? bracketedWord(label::untitled) : std::move(*title);
 }
 
 std::string cManager::pageTitle(PageId pageId, Twin twin) {

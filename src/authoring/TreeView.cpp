@@ -9,10 +9,12 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Response.h"
 #include "platform/Session.h"
 #include "platform/files/FileSystem.h"
 #include "platform/text/Text.h"
+#include "records/Labels.h"
 #include "records/PageIdentity.h"
 #include "records/PageKind.h"
 #include "templates/HTMLTemplate.h"
@@ -21,8 +23,6 @@ namespace torvex {
 
 namespace {
 
-constexpr double newFolderLabel = 1212;
-constexpr double untitledLabel = 2597;
 constexpr std::string_view newFolder = "New folder";
 
 constexpr std::string_view selectWebsites =
@@ -286,7 +286,7 @@ class TypeIcons {
 
   private:
     std::string pathOf(const std::string& type) const {
-        return host_.application.text("torvex_install_path") + "wwwroot/torvex/images/tv_icon_" + type +
+        return host_.application.text(applicationKey::installPath) + "wwwroot/torvex/images/tv_icon_" + type +
                ".gif";
     }
 
@@ -304,7 +304,7 @@ void fillBlocks(HTMLTemplate& page, const Calls& calls) {
 
 void fillPages(HostContext& host, db::Connection& connection, HTMLTemplate& page, Twin twin,
                const Words& words) {
-    page.replaceTag("torvex_url", inTreeScript(host.session.text("tvx_url")));
+    page.replaceTag("torvex_url", inTreeScript(host.session.text(sessionKey::url)));
     Calls calls(host, page);
     addWebsites(calls, connection.query(selectWebsites));
     auto rows = connection.query(twin == Twin::Live ? selectPagesLive : selectPagesDesign);
@@ -314,7 +314,7 @@ void fillPages(HostContext& host, db::Connection& connection, HTMLTemplate& page
 
 void fillImages(HostContext& host, db::Connection& connection, HTMLTemplate& page, const std::string& site,
                 const Words& words) {
-    page.replaceTag("torvex_url", inTreeScript(host.application.text("torvex_image_url")));
+    page.replaceTag("torvex_url", inTreeScript(host.application.text(applicationKey::imagesUrl)));
     const auto files = imagesOf(connection.query(selectImages, {site}));
     page.replaceTag("bigTotal", std::to_string(files.size()));
     Calls calls(host, page);
@@ -327,7 +327,7 @@ void fillImages(HostContext& host, db::Connection& connection, HTMLTemplate& pag
 
 void fillDocuments(HostContext& host, db::Connection& connection, HTMLTemplate& page, const std::string& site,
                    const Words& words) {
-    page.replaceTag("torvex_url", inTreeScript(host.application.text("torvex_doc_url")));
+    page.replaceTag("torvex_url", inTreeScript(host.application.text(applicationKey::documentsUrl)));
     const auto files = documentsOf(connection.query(selectDocuments, {site}));
     page.replaceTag("bigTotal", std::to_string(files.size()));
     Calls calls(host, page);
@@ -354,12 +354,12 @@ void cManager::treeView(const std::string& site, const std::string& lang, const 
                         const std::string& tvMode) try {
     // The trees of pages show all websites, those of media all languages.
     (void)lang;
-    if (host_.session.text("torvex_username").empty()) {
+    if (host_.session.text(sessionKey::authorName).empty()) {
         host_.response.write(" ");
         return;
     }
-    const std::string word = getVocab(host_.session.text("torvex_current_interface"), newFolderLabel);
-    const Words words{word.empty() ? std::string(newFolder) : word, bracketedWord(untitledLabel)};
+    const std::string word = getVocab(host_.session.text(sessionKey::interfaceLanguage), label::newFolder);
+    const Words words{word.empty() ? std::string(newFolder) : word, bracketedWord(label::untitled)};
     const std::string wantedSite = text::lowerTrim(site);
     const auto kind = treeKindOf(text::trim(tvMode));
     HTMLTemplate page(host_);
@@ -368,7 +368,7 @@ void cManager::treeView(const std::string& site, const std::string& lang, const 
     if (kind == TreeKind::Pages) fillPages(host_, connection(), page, twin, words);
     if (kind == TreeKind::Images) fillImages(host_, connection(), page, wantedSite, words);
     if (kind == TreeKind::Documents) fillDocuments(host_, connection(), page, wantedSite, words);
-    const std::string charset = host_.application.text("torvex_interface_charset");
+    const std::string charset = host_.application.text(applicationKey::interfaceCharset);
     page.replaceTag("charset", text::htmlEncode(charset));
     page.replaceTag("torvex_mode", inTreeScript(twin == Twin::Live ? "L" : "D"));
     page.replaceTag("siteName", encoded(getSiteName(wantedSite)));

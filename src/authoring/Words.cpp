@@ -4,17 +4,13 @@
 #include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
+#include "records/Labels.h"
 #include "records/Vocabulary.h"
 
 namespace torvex {
-
-namespace {
-
-constexpr double unknownLoginLabel = 2560;
-
-}  // namespace
 
 std::string cManager::getVocab(const std::string& langId, double labelId, int flag) try {
     std::string word = vocabularyText(connection(), langId, labelId);
@@ -24,12 +20,12 @@ std::string cManager::getVocab(const std::string& langId, double labelId, int fl
 }
 
 std::string cManager::bracketedWord(double label) {
-    return "[" + getVocab(host_.session.text("torvex_current_interface"), label) + "]";
+    return "[" + getVocab(host_.session.text(sessionKey::interfaceLanguage), label) + "]";
 }
 
 std::string cManager::getLoginName(int loginId) try {
     const std::string name = fullnameOf(connection(), loginId);
-    return name.empty() ? bracketedWord(unknownLoginLabel) : name;
+    return name.empty() ? bracketedWord(label::unknownLogin) : name;
 } catch (...) {
     raiseFrom("getLoginName !");
 }

@@ -8,13 +8,12 @@
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/text/Text.h"
+#include "records/Labels.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {
 
 namespace {
-
-constexpr double untitledLabel = 2597;
 
 // Why a page of a list isn't unlocked.
 constexpr std::string_view nothingToDo = "0";
@@ -65,7 +64,7 @@ Value cManager::getLockList(const std::string& site, const std::string& lang) tr
     while (rows.next()) {
         const std::string title = rows.text("title");
         grid.add({rows.value("pageId"), rows.value("nodeId"),
-                  title.empty() ? bracketedWord(untitledLabel) : title, rows.value("name"),
+                  title.empty() ? bracketedWord(label::untitled) : title, rows.value("name"),
                   rows.value("lockingDate")});
     }
     return gridOrEmpty(std::move(grid));

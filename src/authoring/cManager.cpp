@@ -3,6 +3,7 @@
 #include "authoring/cManager.h"
 
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 
 namespace torvex {
@@ -12,10 +13,10 @@ cManager::cManager(HostContext& host, PageModules* modules) : host_(host), modul
 }
 
 void cManager::loadSessionState() {
-    author_.loginId = static_cast<int>(host_.session.number("torvex_loginId"));
-    author_.username = host_.session.text("torvex_username");
-    author_.password = host_.session.text("torvex_password");
-    author_.fullname = host_.session.text("torvex_fullname");
+    author_.loginId = static_cast<int>(host_.session.number(sessionKey::authorLoginId));
+    author_.username = host_.session.text(sessionKey::authorName);
+    author_.password = host_.session.text(sessionKey::authorPassword);
+    author_.fullname = host_.session.text(sessionKey::authorFullname);
 }
 
 Actor cManager::actor() const {

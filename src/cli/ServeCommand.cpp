@@ -13,6 +13,7 @@
 #include "installation/Setup.h"
 #include "pages/Routes.h"
 #include "platform/ApplicationValues.h"
+#include "platform/Keys.h"
 #include "platform/text/Text.h"
 #include "search/StraySnapshots.h"
 
@@ -43,8 +44,8 @@ std::string addresses(const ServerOptions& options, const HttpServer& server) {
 /// Links from one scheme to the other need the port of the other.
 void notePorts(ApplicationValues& application, const HttpServer& server) {
     if (server.tlsPort() == 0) return;
-    application.set("torvex_port_http", std::to_string(server.port()));
-    application.set("torvex_port_https", std::to_string(server.tlsPort()));
+    application.set(applicationKey::portHttp, std::to_string(server.port()));
+    application.set(applicationKey::portHttps, std::to_string(server.tlsPort()));
 }
 
 /// Says in addition where an address that can't be had is chosen.
@@ -90,8 +91,8 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
         Setup(host).initApplication();
         tidySnapshotFolders(host);
     });
-    server.uploadFolders = {opened.application.text("torvex_image_url"),
-                            opened.application.text("torvex_doc_url")};
+    server.uploadFolders = {opened.application.text(applicationKey::imagesUrl),
+                            opened.application.text(applicationKey::documentsUrl)};
     BufferedHits hits([&] { return opened.installation.openDatabase(*opened.database, db::Purpose::Hits); },
                       log);
     std::unique_ptr<HttpServer> http;

@@ -9,6 +9,7 @@
 #include "platform/DateTime.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/db/Connection.h"
 #include "records/DateWindow.h"
@@ -61,11 +62,11 @@ Visitor userNamed(db::Connection& connection, const std::string& username) {
 }  // namespace
 
 bool hasExtranet(const HostContext& host) {
-    return host.application.isTrue("torvex_extranet");
+    return host.application.isTrue(applicationKey::isExtranet);
 }
 
 Visitor visitorOf(const HostContext& host) {
-    return {host.session.text("tvx_username"), host.session.text("tvx_password")};
+    return {host.session.text(sessionKey::visitorName), host.session.text(sessionKey::visitorPassword)};
 }
 
 std::optional<DecidingGroup> decidingGroup(db::Connection& connection, PageId pageId,

@@ -6,6 +6,7 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "records/PageKind.h"
@@ -56,7 +57,7 @@ std::string withoutLastDivider(std::string trail) {
 std::string breadcrumbTrail(HostContext& host, db::Connection& connection, std::string_view nodeId,
                             Twin twin) {
     if (nodeId.size() < PageIdentity::rootLength) return {};
-    const bool frames = host.application.isTrue("torvex_frames");
+    const bool frames = host.application.isTrue(applicationKey::usesFrames);
     std::string trail;
     std::string folders;
     for (std::size_t level = 0; level < levelsOf(nodeId); ++level) {

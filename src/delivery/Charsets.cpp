@@ -3,6 +3,7 @@
 #include "delivery/cServer.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
@@ -51,12 +52,12 @@ void cServer::setCodePage() {
             charset = charsetValue(connection(), langOf(node), "getCharsetLabel !", "charset_label");
         }
     } else {
-        codePage = session.text("tvx_codePage");
-        charset = session.text("tvx_charset");
+        codePage = session.text(sessionKey::codePage);
+        charset = session.text(sessionKey::charset);
     }
     if (charset.empty()) return;
-    session.set("tvx_codePage", codePage);
-    session.set("tvx_charset", charset);
+    session.set(sessionKey::codePage, codePage);
+    session.set(sessionKey::charset, charset);
     if (text::isNumeric(codePage)) session.setCodePage(static_cast<int>(text::toNumber(codePage)));
 }
 

@@ -4,6 +4,7 @@
 
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/text/Text.h"
 
 namespace torvex::feeds {
@@ -29,7 +30,7 @@ std::string forwardSlashes(std::string text) {
 std::string filePath(HostContext& host, std::string_view site, std::string_view file) {
     const std::string below = forwardSlashes(std::string(site) + "/" + std::string(file));
     if (climbs(below)) return {};
-    return forwardSlashes(host.application.text("torvex_doc_dir")) + below;
+    return forwardSlashes(host.application.text(applicationKey::documentsPath)) + below;
 }
 
 std::string address(std::string_view column) {
@@ -38,7 +39,7 @@ std::string address(std::string_view column) {
 
 std::string shownReason(HostContext& host, const std::exception& error) {
     std::string reason = error.what();
-    for (const char* key : {"torvex_doc_dir", "torvex_install_path"}) {
+    for (const std::string_view key : {applicationKey::documentsPath, applicationKey::installPath}) {
         const std::string folder = host.application.text(key);
         if (!folder.empty()) reason = text::replaceAll(reason, folder, "");
     }

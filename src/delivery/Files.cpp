@@ -10,6 +10,7 @@
 #include "platform/DateTime.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
 #include "platform/Session.h"
@@ -100,21 +101,22 @@ std::string behindLast(const std::string& text, char divider) {
 
 int cServer::checkFolderAccess(const std::string& folder) try {
     const auto& application = host_.application;
-    if (!host_.session.text("torvex_username").empty())
+    if (!host_.session.text(sessionKey::authorName).empty())
         return folderAccess::open;  // an author sees everything
-    const std::string images = application.text("torvex_image_dir");
-    const std::string documents = application.text("torvex_doc_dir");
+    const std::string images = application.text(applicationKey::imagesPath);
+    const std::string documents = application.text(applicationKey::documentsPath);
     const bool isImage = text::startsWith(folder, images);
     if (!isImage && !text::startsWith(folder, documents)) return folderAccess::open;
-    if (!application.isTrue(isImage ? "torvex_img_security" : "torvex_doc_security"))
+    if (!application.isTrue(isImage ? applicationKey::imageSecurity : applicationKey::documentSecurity))
         return folderAccess::open;
     std::string path = folder.substr((isImage ? images : documents).size());
     std::erase(path, '/');
     int code = folderAccess::badPath;
     if (path.size() >= siteLength) {
         code = folderAccess::open;
-        if (application.isTrue("torvex_extranet")) {
-            const Visitor visitor{host_.session.text("tvx_username"), host_.session.text("tvx_password")};
+        if (application.isTrue(applicationKey::isExtranet)) {
+            const Visitor visitor{host_.session.text(sessionKey::visitorName),
+                                  host_.session.text(sessionKey::visitorPassword)};
             code = folderVerdict(
                 connection(), {isImage ? "img" : "doc", path.substr(0, siteLength), path.substr(siteLength)},
                 visitor, host_.clock.today());
@@ -128,9 +130,10 @@ int cServer::checkFolderAccess(const std::string& folder) try {
 bool documentNeedsSecureAddress(const HostContext& host, int access) {
     if (!text::equals(host.request.serverVariable("https"), "off")) return false;
     const auto& application = host.application;
-    if (!host.session.text("torvex_username").empty()) return host.session.isTrue("torvex_ssl");
-    return application.isTrue("tvx_website_ssl") ||
-           (access == folderAccess::member && application.isTrue("tvx_extranet_ssl"));
+    if (!host.session.text(sessionKey::authorName).empty())
+        return host.session.isTrue(sessionKey::authoringSsl);
+    return application.isTrue(applicationKey::websiteSsl) ||
+           (access == folderAccess::member && application.isTrue(applicationKey::extranetSsl));
 }
 
 std::string cServer::sendBinaryFile(const std::string& fileSpec, bool securityCheck) try {
@@ -143,8 +146,8 @@ std::string cServer::sendBinaryFile(const std::string& fileSpec, bool securityCh
         if (access < 0) return std::to_string(access);
         if (access == folderAccess::blankPicture) {
             filename = "spacer.gif";
-            path = host_.application.text("torvex_install_path") + "wwwroot/torvex/images/" + filename;
-        } else if (text::startsWith(folder, host_.application.text("torvex_doc_dir")) &&
+            path = host_.application.text(applicationKey::installPath) + "wwwroot/torvex/images/" + filename;
+        } else if (text::startsWith(folder, host_.application.text(applicationKey::documentsPath)) &&
                    documentNeedsSecureAddress(host_, access)) {
             return std::string(secureAddressNeeded);
         }

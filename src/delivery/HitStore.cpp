@@ -1,6 +1,7 @@
 #include "delivery/HitStore.h"
 
 #include "platform/ApplicationValues.h"
+#include "platform/Keys.h"
 #include "platform/db/Database.h"
 #include "records/PageIdentity.h"
 
@@ -36,9 +37,9 @@ void addHits(db::Connection& connection, std::string_view nodeId, std::string_vi
 }
 
 bool DirectHits::count(std::string_view nodeId, std::string_view day, bool unique) {
-    const auto connection =
-        database_.open(application_.text("torvex_odbc"), application_.text("torvex_odbc_user"),
-                       application_.text("torvex_odbc_password"), db::Purpose::Transaction);
+    const auto connection = database_.open(
+        application_.text(applicationKey::databaseText), application_.text(applicationKey::databaseUser),
+        application_.text(applicationKey::databasePassword), db::Purpose::Transaction);
     auto rows = connection->query(countOne, {nodeId, siteOf(nodeId), langOf(nodeId), day.substr(0, 4),
                                              day.substr(4, 2), day.substr(6, 2), day, unique});
     const bool isFirst = rows.next() && rows.number("hits") == 1;

@@ -10,6 +10,7 @@
 #include "platform/Errors.h"
 #include "platform/HitCounter.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
@@ -36,13 +37,13 @@ bool isFilteredOut(std::string_view filter, std::string_view address) {
 
 void countView(HostContext& host, std::string_view nodeId) {
     if (nodeId.size() < PageIdentity::rootLength) return;
-    const std::string filter = host.application.text("tvx_log_IP_filter");
+    const std::string filter = host.application.text(applicationKey::logFilter);
     const std::string address = host.request.serverVariable("remote_addr");
     if (isFilteredOut(text::trim(filter), text::trim(address))) return;
     const std::string mark = "," + std::string(nodeId) + ",";
-    const std::string visited = host.session.text("torvex_visited_pages");
+    const std::string visited = host.session.text(sessionKey::visitedPages);
     if (host.hits.count(nodeId, host.clock.today(), !text::contains(visited, mark))) {
-        host.session.set("torvex_visited_pages", visited + mark);
+        host.session.set(sessionKey::visitedPages, visited + mark);
     }
 }
 

@@ -7,10 +7,12 @@
 #include "delivery/Feeds.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/db/Connection.h"
 #include "platform/net/HttpClient.h"
 #include "platform/text/Text.h"
+#include "records/Labels.h"
 #include "records/Vocabulary.h"
 #include "templates/HTMLTemplate.h"
 
@@ -21,7 +23,6 @@ namespace {
 constexpr std::string_view selectFeed =
     "select feedSite, feedFile, feedURL, feedParameters from TORVEX_FEEDS_HTML where feedId = ?";
 
-constexpr double fileMissingLabel = 2584;
 constexpr int mostTries = 3;
 
 struct Feed {
@@ -47,7 +48,7 @@ std::string fromFile(HostContext& host, db::Connection& connection, const Feed& 
     HTMLTemplate page(host);
     if (!path.empty() && page.load(path, TextFormat::SystemDefault)) return page.takeStrVal();
     return text::htmlEncode(
-        vocabularyText(connection, host.session.text("tvx_default_language"), fileMissingLabel));
+        vocabularyText(connection, host.session.text(sessionKey::defaultLanguage), label::fileMissing));
 }
 
 bool isStatic(std::string_view address) {

@@ -8,6 +8,7 @@
 #include "platform/DateTime.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/db/Connection.h"
 #include "platform/files/FileSystem.h"
 #include "platform/text/ScriptText.h"
@@ -141,9 +142,9 @@ LinkBuilder::LinkBuilder(HostContext& host, db::Connection& connection, std::str
       connection_(connection),
       targets_(connection, host.clock.today()),
       site_(std::move(site)),
-      frames_(host.application.isTrue("torvex_frames")),
-      checked_(host.application.isTrue("torvex_hyperlink_check")),
-      defaultPage_(host.application.text("tvx_default_pageId")) {}
+      frames_(host.application.isTrue(applicationKey::usesFrames)),
+      checked_(host.application.isTrue(applicationKey::hyperlinkCheck)),
+      defaultPage_(host.application.text(applicationKey::defaultPageId)) {}
 
 void LinkBuilder::prepare(const std::vector<std::string>& startTags) try {
     std::vector<std::string> identifiers;
@@ -298,7 +299,7 @@ std::string LinkBuilder::buildFile(Link& link) {
     if (name.empty()) return link.dead(begin, end);
     if (popup) return link.call(begin, end, "top.popup", site, scriptText(name));
     std::string result(link.ahead(begin));
-    result.append(host_.application.text("torvex_doc_url")).append(site).append("/").append(name);
+    result.append(host_.application.text(applicationKey::documentsUrl)).append(site).append("/").append(name);
     return result.append(link.from(end));
 }
 
@@ -312,8 +313,8 @@ std::string LinkBuilder::documentName(const std::string& site, const std::string
 
 /// The value stands as it goes into an address, with its blanks encoded.
 bool LinkBuilder::documentExists(const std::string& site, const std::string& value) const {
-    return !value.empty() && host_.files.fileExists(host_.application.text("torvex_doc_dir") + site + "/" +
-                                                    text::replaceAll(value, "%20", " "));
+    return !value.empty() && host_.files.fileExists(host_.application.text(applicationKey::documentsPath) +
+                                                    site + "/" + text::replaceAll(value, "%20", " "));
 }
 
 std::string cServer::buildLinks(const std::string& html, const std::string& site, const std::string& /*lang*/,

@@ -10,6 +10,7 @@
 #include "platform/DateTime.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
@@ -48,7 +49,7 @@ bool isPreview(const HostContext& host) {
 }
 
 std::string addressOf(const HostContext& host, const std::string& pageIdent) {
-    const bool frames = host.application.isTrue("torvex_frames");
+    const bool frames = host.application.isTrue(applicationKey::usesFrames);
     return (frames ? "/redirect.asp?pageId=" : "/tvx.asp?pageId=") + pageIdent;
 }
 
@@ -96,14 +97,14 @@ bool isOwnAddress(const HostContext& host, std::string_view address) {
 /// Back to where the form was posted.
 std::string refererOr(const HostContext& host, PageId currentPage) {
     const std::string referer = host.request.serverVariable("HTTP_Referer");
-    const bool follow = !host.application.isTrue("torvex_frames") && isOwnAddress(host, referer);
+    const bool follow = !host.application.isTrue(applicationKey::usesFrames) && isOwnAddress(host, referer);
     return follow ? referer : addressOf(host, currentPage);
 }
 
-/// One attempt to log in.
-class LoginAttempt {
+/// What a visitor's login form asks for.
+class FormLogin {
   public:
-    LoginAttempt(HostContext& host, db::Connection& connection)
+    FormLogin(HostContext& host, db::Connection& connection)
         : host_(host), connection_(connection), pages_(host, connection) {}
 
     std::string run() {
@@ -111,7 +112,7 @@ class LoginAttempt {
         if (!page_.isValid()) return {};
         readForm();
         if (isPreview(host_)) return refererOr(host_, page_.pageId);
-        if (host_.session.number("tvx_loginTrials") >= trialLimit) return fail();
+        if (host_.session.number(sessionKey::loginTrials) >= trialLimit) return fail();
         // Left out, a name or password would be the session's; a form without one means nobody.
         userId_ = name_.empty() || password_.empty() ? 0 : findUser();
         if (wanted_ > 0) return enterWanted();
@@ -126,11 +127,12 @@ class LoginAttempt {
     void readForm() {
         name_ = field(host_, "torvex_username");
         password_ = field(host_, "torvex_password");
-        if (host_.application.isTrue("torvex_frames")) location_ = field(host_, "torvex_loginLocation");
+        if (host_.application.isTrue(applicationKey::usesFrames))
+            location_ = field(host_, "torvex_loginLocation");
         target_ = field(host_, "torvex_loginTarget");
         if (target_.empty()) target_ = "current";
         wanted_ = pageNamed(connection_, target_);
-        const std::string appliedFor = host_.session.text("tvx_pageAppliedFor");
+        const std::string appliedFor = host_.session.text(sessionKey::pageAppliedFor);
         if (field(host_, "torvex_loginTargetEnforced") != "true" && !appliedFor.empty()) {
             wanted_ = pageNamed(connection_, appliedFor);
         }
@@ -176,20 +178,20 @@ class LoginAttempt {
     bool hasRealGroup() { return userId_ > 0 && connection_.query(selectRealGroup, {userId_}).next(); }
 
     void logIn(std::string_view target) {
-        host_.session.set("tvx_username", name_);
-        host_.session.set("tvx_password", password_);
-        host_.session.set("tvx_target", target);
-        host_.session.set("tvx_loginTrials", 0);
+        host_.session.set(sessionKey::visitorName, name_);
+        host_.session.set(sessionKey::visitorPassword, password_);
+        host_.session.set(sessionKey::visitorTarget, target);
+        host_.session.set(sessionKey::loginTrials, 0);
     }
 
     std::string fail() {
         auto& session = host_.session;
-        const double trials = session.number("tvx_loginTrials") + 1;
-        session.set("tvx_loginTrials", trials);
+        const double trials = session.number(sessionKey::loginTrials) + 1;
+        session.set(sessionKey::loginTrials, trials);
         if (trials < trialLimit) {
-            session.set("tvx_loginError", true);
+            session.set(sessionKey::loginError, true);
         } else if (location_ != "frameset") {
-            session.set("tvx_loginError", false);
+            session.set(sessionKey::loginError, false);
             return "/error.asp?pageId=" + text::fromNumber(page_.pageId) + "&error=no_login";
         }
         return refererOr(host_, page_.pageId);
@@ -246,7 +248,8 @@ PageId exitPageOfVisitor(HostContext& host, db::Connection& connection) {
 }
 
 std::string logoutTarget(const HostContext& host) {
-    for (const std::string& target : {field(host, "torvex_logoutTarget"), host.session.text("tvx_target")}) {
+    for (const std::string& target :
+         {field(host, "torvex_logoutTarget"), host.session.text(sessionKey::visitorTarget)}) {
         if (!target.empty()) return target;
     }
     return "current";
@@ -256,7 +259,7 @@ std::string logoutTarget(const HostContext& host) {
 
 std::string cServer::getLoginURL() try {
     if (!hasExtranet(host_)) return {};
-    return LoginAttempt(host_, connection()).run();
+    return FormLogin(host_, connection()).run();
 } catch (...) {
     raiseFrom("getLoginURL !");
 }
@@ -268,15 +271,18 @@ std::string cServer::getLogoutURL() try {
     auto& session = host_.session;
     const std::string target = logoutTarget(host_);
     const PageId exitPage =
-        session.text("tvx_username").empty() ? -1 : exitPageOfVisitor(host_, connection());
+        session.text(sessionKey::visitorName).empty() ? -1 : exitPageOfVisitor(host_, connection());
     if (!isPreview(host_)) {
-        for (const auto* key : {"tvx_username", "tvx_password", "tvx_target"}) session.set(key, "");
+        for (const auto key :
+             {sessionKey::visitorName, sessionKey::visitorPassword, sessionKey::visitorTarget})
+            session.set(key, "");
     }
     const Pages pages(host_, connection());
     LogoutWay way(pages, current, exitPage);
     PageId page = isTarget(target) ? way.by(target) : way.ifOpen(pageNamed(connection(), target));
     if (!(page > 0)) page = way.pickLocation();
-    return addressOf(host_, page > 0 ? text::fromNumber(page) : host_.application.text("tvx_default_pageId"));
+    return addressOf(
+        host_, page > 0 ? text::fromNumber(page) : host_.application.text(applicationKey::defaultPageId));
 } catch (...) {
     raiseFrom("getLogoutURL !");
 }

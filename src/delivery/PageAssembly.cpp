@@ -7,10 +7,12 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
 #include "templates/ApplicationTemplate.h"
+#include "templates/DesignPath.h"
 #include "templates/HTMLTemplate.h"
 
 namespace torvex {
@@ -65,10 +67,8 @@ class PageAssembly {
     }
 
     /// The page's files lie by site and language.
-    std::string folder(std::string_view directoryKey) const {
-        std::string path = host_.application.text(directoryKey);
-        path.append(siteOf(page_.nodeId)).append("/").append(langOf(page_.nodeId)).append("/");
-        return path;
+    std::string pathOf(std::string_view folderKey, std::string_view file) const {
+        return designPath(host_.application, folderKey, siteOf(page_.nodeId), langOf(page_.nodeId), file);
     }
 
     bool loadContent(const std::string& subTitle) {
@@ -81,7 +81,7 @@ class PageAssembly {
         }
         std::string file = page_.templateFile;
         if (file.empty()) file = view_.templateFile(page_.pageId);
-        return !file.empty() && content_->load(folder("torvex_contentTemplates_dir") + file);
+        return !file.empty() && content_->load(pathOf(applicationKey::contentTemplatesPath, file));
     }
 
     /// The page that is the template of that title.
@@ -94,7 +94,7 @@ class PageAssembly {
 
     bool loadBase() {
         const std::string file = view_.baseTemplateFile(effectivePageId_);
-        return !file.empty() && base_.load(folder("torvex_baseTemplates_dir") + file);
+        return !file.empty() && base_.load(pathOf(applicationKey::baseTemplatesPath, file));
     }
 
     /// Puts the meta data first in the head. What is returned found no head and is left for the head's tag.
@@ -179,7 +179,7 @@ class PageAssembly {
         if (!(pageId > 0)) return base_.replaceBlock(name, "");
         const std::string number = text::fromNumber(pageId);
         base_.replaceTag(
-            name, host_.application.isTrue("torvex_frames")
+            name, host_.application.isTrue(applicationKey::usesFrames)
                       ? "javascript:window.top.page('" + number + "','" + nodeIdOf(connection_, pageId) + "')"
                       : "/tvx.asp?pageId=" + number);
     }
@@ -191,12 +191,13 @@ class PageAssembly {
 
     void fillLogin() {
         const auto& application = host_.application;
-        const bool secure = application.isTrue("tvx_website_ssl") || application.isTrue("tvx_extranet_ssl");
+        const bool secure =
+            application.isTrue(applicationKey::websiteSsl) || application.isTrue(applicationKey::extranetSsl);
         base_.replaceTag("torvex_loginURL", siteAddress(secure) + "/tvxLogin.asp");
-        const bool loggedIn = !host_.session.text("tvx_username").empty();
+        const bool loggedIn = !host_.session.text(sessionKey::visitorName).empty();
         base_.replaceAllBlocks(loggedIn ? "torvex_noUserLoggedIn" : "torvex_userLoggedIn", "");
-        if (host_.session.isTrue("tvx_loginError")) {
-            host_.session.set("tvx_loginError", false);  // the message shows once
+        if (host_.session.isTrue(sessionKey::loginError)) {
+            host_.session.set(sessionKey::loginError, false);  // the message shows once
         } else {
             base_.replaceAllBlocks("torvex_loginError", "");
         }
@@ -205,8 +206,8 @@ class PageAssembly {
     /// Unlike a login, a search goes through the secure address only when the page itself is on it.
     void fillSearch() {
         const auto& application = host_.application;
-        const bool secure = application.isTrue("tvx_website_ssl") ||
-                            (page_.isSecured && application.isTrue("tvx_extranet_ssl"));
+        const bool secure = application.isTrue(applicationKey::websiteSsl) ||
+                            (page_.isSecured && application.isTrue(applicationKey::extranetSsl));
         base_.replaceTag("search_URL", siteAddress(secure) + "/torvex_search/");
     }
 

@@ -7,6 +7,7 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
 #include "templates/HTMLTemplate.h"
@@ -55,7 +56,7 @@ std::string PageBodies::content(PageId pageId, const PageBody& body, bool feeds)
 }
 
 std::string PageBodies::fill(PageId pageId, std::string html, BodyFrame* frame) {
-    const bool feeds = host_.application.isTrue("torvex_feeds");
+    const bool feeds = host_.application.isTrue(applicationKey::usesFeeds);
     std::vector<PageBody> bodies;
     HTMLTemplate page(host_);
     page.setStrVal(std::move(html));

@@ -6,6 +6,7 @@
 #include "platform/DateTime.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
@@ -50,20 +51,21 @@ std::string cServer::securityCheck(const std::string& applicationDir) try {
         code = record_.access;
         pageId = record_.pageId;
         // The page applied for lives for one page view after the visitor was sent to log in.
-        const double counter = session.number("tvx_counter") + 1;
-        session.set("tvx_counter", counter);
-        if (counter != 0) session.set("tvx_pageAppliedFor", "");
+        const double counter = session.number(sessionKey::counter) + 1;
+        session.set(sessionKey::counter, counter);
+        if (counter != 0) session.set(sessionKey::pageAppliedFor, "");
         if (systemBranch::hasDigits(record_.nodeId)) code = pageAccess::notFound;
         if (code >= 0 && !applicationDir.empty() && !text::contains(record_.appUrlPublic, applicationDir)) {
             code = pageAccess::noGroups;
         }
         if (code == pageAccess::needsLogin || code == pageAccess::refused) {
             if (const PageId login = guardOf(host_, connection(), pageId); login > 0) {
-                if (session.text("tvx_pageAppliedFor").empty()) session.set("tvx_pageAppliedFor", pageId);
-                session.set("tvx_counter", -1);
+                if (session.text(sessionKey::pageAppliedFor).empty())
+                    session.set(sessionKey::pageAppliedFor, pageId);
+                session.set(sessionKey::counter, -1);
                 return "/tvx.asp?pageId=" + text::fromNumber(login);
             }
-            session.set("tvx_pageAppliedFor", "");
+            session.set(sessionKey::pageAppliedFor, "");
             code = pageAccess::noGroups;
         }
     }
@@ -79,11 +81,12 @@ std::string cServer::securityCheck(const std::string& applicationDir) try {
 std::string cServer::secureAddress() const {
     const auto& application = host_.application;
     const auto& request = host_.request;
-    const bool wanted = application.isTrue("tvx_website_ssl") ||
-                        (record_.access == pageAccess::member && application.isTrue("tvx_extranet_ssl"));
+    const bool wanted =
+        application.isTrue(applicationKey::websiteSsl) ||
+        (record_.access == pageAccess::member && application.isTrue(applicationKey::extranetSsl));
     const std::string site = (wanted ? "https://" : "http://") + request.serverVariable("http_host");
-    if (application.isTrue("torvex_frames")) {
-        if (wanted == host_.session.isTrue("ssl")) return {};
+    if (application.isTrue(applicationKey::usesFrames)) {
+        if (wanted == host_.session.isTrue(sessionKey::ssl)) return {};
         return site + "/redirect.asp?pageId=" + text::fromNumber(record_.pageId);
     }
     const std::string present = request.serverVariable("HTTPS");

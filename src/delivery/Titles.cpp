@@ -4,6 +4,7 @@
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/text/Text.h"
+#include "records/Labels.h"
 #include "records/PageIdentity.h"
 #include "records/Vocabulary.h"
 #include "records/Websites.h"
@@ -11,8 +12,6 @@
 namespace torvex {
 
 namespace {
-
-constexpr double untitledLabel = 2597;
 
 constexpr std::string_view selectTitle = "select title from TORVEX_PAGES_LIVE where pageId = ?";
 
@@ -35,7 +34,7 @@ std::string cServer::getPageTitle(const std::string& pageIdent) try {
     if (!rows.next()) return {};
     const std::string title = rows.text("title");
     if (!title.empty()) return title;
-    return "[" + vocabularyText(connection(), langOf(page.nodeId), untitledLabel) + "]";
+    return "[" + vocabularyText(connection(), langOf(page.nodeId), label::untitled) + "]";
 } catch (...) {
     raiseFrom("getPageTitle !");
 }

@@ -8,6 +8,7 @@
 #include "host/LineLog.h"
 #include "host/http/Exchange.h"
 #include "pages/PageRoute.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/text/LogText.h"
 #include "platform/text/Text.h"
@@ -35,8 +36,8 @@ std::string heldText(const Session& session, std::string_view key) {
 }
 
 std::string login(const Session& session) {
-    const std::string author = heldText(session, "torvex_username");
-    const std::string name = author.empty() ? heldText(session, "tvx_username") : author;
+    const std::string author = heldText(session, sessionKey::authorName);
+    const std::string name = author.empty() ? heldText(session, sessionKey::visitorName) : author;
     return name.empty() ? "nobody" : name;
 }
 

@@ -6,6 +6,7 @@
 #include "installation/SchemaFiles.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
+#include "platform/Keys.h"
 #include "platform/db/ConnectionText.h"
 
 namespace torvex {
@@ -80,12 +81,12 @@ db::Lease Installation::openCurrentDatabase(db::Database& database) const {
 }
 
 void Installation::startValues(ApplicationValues& application) const {
-    application.set("torvex_odbc", databaseText_);
-    application.set("torvex_odbc_user", settings_.database.user);
-    application.set("torvex_odbc_password", settings_.database.password);
-    application.set("torvex_install_path", folder_.string());
-    application.set("torvex_imgDir", settings_.paths.images);
-    application.set("torvex_docDir", settings_.paths.documents);
+    application.set(applicationKey::databaseText, databaseText_);
+    application.set(applicationKey::databaseUser, settings_.database.user);
+    application.set(applicationKey::databasePassword, settings_.database.password);
+    application.set(applicationKey::installPath, folder_.string());
+    application.set(applicationKey::imagesName, settings_.paths.images);
+    application.set(applicationKey::documentsName, settings_.paths.documents);
 }
 
 }  // namespace torvex

@@ -4,6 +4,7 @@
 
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
 
@@ -16,8 +17,8 @@ constexpr double usualLongTimeout = 3600;
 constexpr double mostSeconds = 1e6;
 
 double normalTimeout(const HostContext& host) {
-    return secondsOf({host.session.get("torvex_scriptTimeout_normal"),
-                      host.application.get("torvex_scriptTimeout_normal")},
+    return secondsOf({host.session.get(sessionKey::scriptTimeoutNormal),
+                      host.application.get(applicationKey::scriptTimeoutNormal)},
                      host.scriptTimeout);
 }
 
@@ -34,9 +35,9 @@ double secondsOf(std::initializer_list<Value> values, double otherwise) {
 }
 
 double longTimeout(const HostContext& host) {
-    return secondsOf(
-        {host.session.get("torvex_scriptTimeout_long"), host.application.get("torvex_scriptTimeout_long")},
-        usualLongTimeout);
+    return secondsOf({host.session.get(sessionKey::scriptTimeoutLong),
+                      host.application.get(applicationKey::scriptTimeoutLong)},
+                     usualLongTimeout);
 }
 
 LongScript::LongScript(HostContext& host) : host_(host), normal_(normalTimeout(host)) {

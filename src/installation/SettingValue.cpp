@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 
+#include "platform/Keys.h"
 #include "platform/text/Text.h"
 
 namespace torvex {
@@ -12,12 +13,14 @@ namespace {
 
 constexpr std::array<std::string_view, 21> fixedValues{
     // Who it is
-    "torvex_loginId", "torvex_username", "torvex_password", "torvex_fullname", "tvx_username", "tvx_password",
+    sessionKey::authorLoginId, sessionKey::authorName, sessionKey::authorPassword, sessionKey::authorFullname,
+    sessionKey::visitorName, sessionKey::visitorPassword,
     // Where things lie
-    "torvex_odbc", "torvex_odbc_user", "torvex_odbc_password", "torvex_install_path", "torvex_root_path",
-    "torvex_imgDir", "torvex_image_dir", "torvex_image_url", "torvex_docDir", "torvex_doc_dir",
-    "torvex_doc_url", "torvex_contentTemplates_dir", "torvex_adminTemplates_dir", "torvex_baseTemplates_dir",
-    "torvex_stylesheets_dir"};
+    applicationKey::databaseText, applicationKey::databaseUser, applicationKey::databasePassword,
+    applicationKey::installPath, applicationKey::rootPath, applicationKey::imagesName,
+    applicationKey::imagesPath, applicationKey::imagesUrl, applicationKey::documentsName,
+    applicationKey::documentsPath, applicationKey::documentsUrl, applicationKey::contentTemplatesPath,
+    applicationKey::adminTemplatesPath, applicationKey::baseTemplatesPath, applicationKey::stylesheetsPath};
 
 }  // namespace
 

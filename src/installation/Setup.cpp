@@ -1,9 +1,11 @@
 #include "installation/Setup.h"
 
+#include "installation/CommonCharset.h"
 #include "installation/SettingValue.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
 #include "platform/db/ConnectionSource.h"
@@ -23,10 +25,6 @@ std::string folderPath(const std::string& given) {
     if (path.empty() || path.back() != '/') path += '/';
     return path;
 }
-
-constexpr std::string_view selectCharsets =
-    "select charset_label, charset_codepage from TORVEX_LANGUAGES a "
-    "inner join TORVEX_CHARSETS b on b.charset_id = a.charset_id order by a.lang";
 
 constexpr std::string_view selectSettings =
     "select parameter, value, dataType from TORVEX_SETUP where loginId = 0";
@@ -51,67 +49,50 @@ void Setup::initApplication() try {
 void Setup::deriveApplication() {
     derivePaths();
     setDefaults();
-    readCommonCharset();
+    storeCommonCharset(host_.application, commonCharset(*connection_));
     readSettings();
     raiseEditorFloors();
 }
 
 void Setup::derivePaths() {
     auto& application = host_.application;
-    const std::string install = folderPath(application.text("torvex_install_path"));
+    const std::string install = folderPath(application.text(applicationKey::installPath));
     const std::string root = install + "wwwroot/";
-    const std::string images = folderPath(application.text("torvex_imgDir"));
-    const std::string documents = folderPath(application.text("torvex_docDir"));
-    application.set("torvex_install_path", install);
-    application.set("torvex_root_path", root);
-    application.set("torvex_imgDir", images);
-    application.set("torvex_image_dir", root + images);
-    application.set("torvex_image_url", "/" + images);
-    application.set("torvex_docDir", documents);
-    application.set("torvex_doc_dir", root + documents);
-    application.set("torvex_doc_url", "/" + documents);
-    application.set("torvex_contentTemplates_dir", install + "contentTemplates/");
-    application.set("torvex_adminTemplates_dir", install + "torvex/templates/");
-    application.set("torvex_system_images", "/torvex/images/");
-    application.set("torvex_baseTemplates_dir", install + "baseTemplates/");
-    application.set("torvex_stylesheets_dir", install + "wwwroot/stylesheets/");
+    const std::string images = folderPath(application.text(applicationKey::imagesName));
+    const std::string documents = folderPath(application.text(applicationKey::documentsName));
+    application.set(applicationKey::installPath, install);
+    application.set(applicationKey::rootPath, root);
+    application.set(applicationKey::imagesName, images);
+    application.set(applicationKey::imagesPath, root + images);
+    application.set(applicationKey::imagesUrl, "/" + images);
+    application.set(applicationKey::documentsName, documents);
+    application.set(applicationKey::documentsPath, root + documents);
+    application.set(applicationKey::documentsUrl, "/" + documents);
+    application.set(applicationKey::contentTemplatesPath, install + "contentTemplates/");
+    application.set(applicationKey::adminTemplatesPath, install + "torvex/templates/");
+    application.set(applicationKey::systemImages, "/torvex/images/");
+    application.set(applicationKey::baseTemplatesPath, install + "baseTemplates/");
+    application.set(applicationKey::stylesheetsPath, install + "wwwroot/stylesheets/");
 }
 
 void Setup::setDefaults() {
     auto& application = host_.application;
-    for (const auto* off :
-         {"tvx_website_ssl", "tvx_extranet_ssl", "torvex_ssl", "torvex_extranet", "torvex_feeds",
-          "torvex_img_security", "torvex_doc_security", "torvex_msgBoard_html_allowed"}) {
+    for (const auto off :
+         {applicationKey::websiteSsl, applicationKey::extranetSsl, applicationKey::authoringSsl,
+          applicationKey::isExtranet, applicationKey::usesFeeds, applicationKey::imageSecurity,
+          applicationKey::documentSecurity, applicationKey::msgBoardHtmlAllowed}) {
         application.set(off, false);
     }
-    application.set("torvex_config_lock", "");
-    application.set("torvex_emailNotification", 0);
-    application.set("torvex_loadBalancing_shareName", "");
-    for (const auto* tool :
-         {"torvex_editor_styles", "torvex_editor_headings", "torvex_editor_fontname",
-          "torvex_editor_fontsize", "torvex_editor_fontcolor", "torvex_editor_backcolor"}) {
+    application.set(applicationKey::configLock, "");
+    application.set(applicationKey::emailNotification, 0);
+    application.set(applicationKey::loadBalancingShareName, "");
+    for (const auto tool :
+         {applicationKey::editorStyles, applicationKey::editorHeadings, applicationKey::editorFontname,
+          applicationKey::editorFontsize, applicationKey::editorFontcolor, applicationKey::editorBackcolor}) {
         application.set(tool, true);
     }
-    application.set("torvex_editor_width", editorWidthFloor);
-    application.set("torvex_editor_height", editorHeightDefault);
-    application.set("torvex_codepage", "");
-    application.set("torvex_charset", "");
-}
-
-/// One charset is in force for all only if every language has it.
-void Setup::readCommonCharset() {
-    auto& application = host_.application;
-    auto rows = connection_->query(selectCharsets);
-    if (!rows.next()) return;
-    const std::string label = rows.text("charset_label");
-    application.set("torvex_charset", label);
-    application.set("torvex_codepage", rows.value("charset_codepage"));
-    while (rows.next()) {
-        if (text::equals(rows.text("charset_label"), label)) continue;
-        application.set("torvex_charset", "");
-        application.set("torvex_codepage", "");
-        return;
-    }
+    application.set(applicationKey::editorWidth, editorWidthFloor);
+    application.set(applicationKey::editorHeight, editorHeightDefault);
 }
 
 void Setup::readSettings() {
@@ -126,11 +107,11 @@ void Setup::readSettings() {
 /// The two floors differ in kind on purpose: the width stops at its floor, the height jumps to its default.
 void Setup::raiseEditorFloors() {
     auto& application = host_.application;
-    if (application.number("torvex_editor_width") < editorWidthFloor) {
-        application.set("torvex_editor_width", editorWidthFloor);
+    if (application.number(applicationKey::editorWidth) < editorWidthFloor) {
+        application.set(applicationKey::editorWidth, editorWidthFloor);
     }
-    if (application.number("torvex_editor_height") < editorHeightFloor) {
-        application.set("torvex_editor_height", editorHeightDefault);
+    if (application.number(applicationKey::editorHeight) < editorHeightFloor) {
+        application.set(applicationKey::editorHeight, editorHeightDefault);
     }
 }
 
@@ -139,28 +120,30 @@ void Setup::initSession() try {
     const auto& application = host_.application;
     const std::string host = host_.request.serverVariable("HTTP_HOST");
     const std::string today = host_.clock.today();
-    session.set("torvex_username", "");
-    session.set("torvex_dns", host);
-    session.set("torvex_oncontextmenu", "oncontextmenu=\"return false\"");
-    session.set("tvx_counter", 0);
-    session.set("tvx_loginTrials", 0);
-    session.set("tvx_loginError", false);
-    session.set("tvx_codePage", "");
-    session.set("tvx_charset", "");
-    session.set("torvex_visited_pages", "");
-    session.set("torvex_statistics_from", today);
-    session.set("torvex_audit_from", today);
-    session.set("torvex_statistics_to", "");
-    session.set("torvex_audit_to", "");
-    session.set("torvex_editor_language", "");
-    session.set("torvex_date_format", "mmddyyyy");
-    session.set("tvx_url", (application.isTrue("tvx_website_ssl") ? "https://" : "http://") + host);
-    session.set("torvex_ssl", application.get("torvex_ssl"));
+    session.set(sessionKey::authorName, "");
+    session.set(sessionKey::hostName, host);
+    session.set(sessionKey::oncontextmenu, "oncontextmenu=\"return false\"");
+    session.set(sessionKey::counter, 0);
+    session.set(sessionKey::loginTrials, 0);
+    session.set(sessionKey::loginError, false);
+    session.set(sessionKey::codePage, "");
+    session.set(sessionKey::charset, "");
+    session.set(sessionKey::visitedPages, "");
+    session.set(sessionKey::statisticsFrom, today);
+    session.set(sessionKey::auditFrom, today);
+    session.set(sessionKey::statisticsTo, "");
+    session.set(sessionKey::auditTo, "");
+    session.set(sessionKey::editorLanguage, "");
+    session.set(sessionKey::dateFormat, "mmddyyyy");
+    session.set(sessionKey::url,
+                (application.isTrue(applicationKey::websiteSsl) ? "https://" : "http://") + host);
+    session.set(sessionKey::authoringSsl, application.get(applicationKey::authoringSsl));
     std::string language = "en";
     if (auto rows = connection_->query(selectDefaultInterface); rows.next()) language = rows.text("lang_ID");
-    session.set("torvex_interface_language", language);
-    session.set("torvex_current_interface", language);
-    session.set("torvex_adminTemplates_dir", application.text("torvex_adminTemplates_dir") + language + "/");
+    session.set(sessionKey::chosenInterface, language);
+    session.set(sessionKey::interfaceLanguage, language);
+    session.set(sessionKey::adminTemplatesPath,
+                application.text(applicationKey::adminTemplatesPath) + language + "/");
 } catch (...) {
     raiseFrom("initSession (setup) !");
 }

@@ -28,7 +28,6 @@ class Setup {
   private:
     void derivePaths();
     void setDefaults();
-    void readCommonCharset();
     void readSettings();
     void raiseEditorFloors();
 

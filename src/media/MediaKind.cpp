@@ -1,15 +1,17 @@
 #include "media/MediaKind.h"
 
 #include "platform/ApplicationValues.h"
+#include "platform/Keys.h"
 #include "platform/text/Text.h"
 
 namespace torvex {
 
 namespace {
 
-constexpr MediaNames images{"img", "Image", "TORVEX_IMAGES", "TORVEX_IMAGES_FOLDERS", "torvex_image_dir"};
+constexpr MediaNames images{"img", "Image", "TORVEX_IMAGES", "TORVEX_IMAGES_FOLDERS",
+                            applicationKey::imagesPath};
 constexpr MediaNames documents{"doc", "Document", "TORVEX_DOCUMENTS", "TORVEX_DOCUMENTS_FOLDERS",
-                               "torvex_doc_dir"};
+                               applicationKey::documentsPath};
 
 }  // namespace
 

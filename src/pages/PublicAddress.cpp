@@ -2,6 +2,7 @@
 
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/text/Text.h"
 
@@ -13,7 +14,7 @@ std::string withPublicPorts(const HostContext& host, std::string text) {
     if (colon == std::string::npos || asked.find(']', colon) != std::string::npos) return text;
     const std::string name = asked.substr(0, colon + 1);
     for (const auto& [scheme, key] :
-         {std::pair{"http://", "torvex_port_http"}, {"https://", "torvex_port_https"}}) {
+         {std::pair{"http://", applicationKey::portHttp}, {"https://", applicationKey::portHttps}}) {
         const std::string port = host.application.text(key);
         if (port.empty() || port == asked.substr(colon + 1)) continue;
         text = text::replaceAll(text, scheme + asked, scheme + name + port);

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/ApplicationValues.h"
+#include "platform/Keys.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
 
@@ -44,7 +45,7 @@ constexpr std::string_view selectOtherHolder =
 constexpr std::string_view releaseLanguageOfSite =
     "update TORVEX_SITES_LANGUAGES set lock = '' where site = ? and lang = ? and lock = ?";
 
-constexpr std::string_view configurationLock = "torvex_config_lock";
+constexpr std::string_view configurationLock = applicationKey::configLock;
 
 /// Every attempt that fails is another session's success, so that this many in a row are no accident.
 constexpr int mostAttempts = 100;

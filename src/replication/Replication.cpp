@@ -9,6 +9,7 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/OperatorLog.h"
 #include "platform/db/ConnectionSource.h"
 #include "platform/files/FileSystem.h"
@@ -34,11 +35,11 @@ std::string asFolder(std::string path) {
 }
 
 std::string installFolder(const HostContext& host) {
-    return asFolder(withSlashes(host.application.text("torvex_install_path")));
+    return asFolder(withSlashes(host.application.text(applicationKey::installPath)));
 }
 
 std::string shareName(const HostContext& host) {
-    return std::string(text::trim(host.application.text("torvex_loadBalancing_shareName")));
+    return std::string(text::trim(host.application.text(applicationKey::loadBalancingShareName)));
 }
 
 /// The parts of a path; empty ones are left out.
@@ -71,7 +72,7 @@ void requireFolderName(std::string_view name, std::string_view what) {
 }
 
 std::string folderOfShare(const HostContext& host, std::string_view server) {
-    const std::string root = withSlashes(host.application.text("torvex_replication_root"));
+    const std::string root = withSlashes(host.application.text(applicationKey::replicationRoot));
     if (text::trim(root).empty()) {
         throw Error("the setting torvex_replication_root names no folder that the shares are mounted in");
     }
@@ -82,7 +83,7 @@ std::string folderOfShare(const HostContext& host, std::string_view server) {
 }
 
 ServerShares::Patience patience(const HostContext& host) {
-    const double wait = secondsOf({host.application.get("torvex_replication_wait")}, usualWait);
+    const double wait = secondsOf({host.application.get(applicationKey::replicationWait)}, usualWait);
     return {std::chrono::duration<double>(longTimeout(host)), std::chrono::duration<double>(wait)};
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {
@@ -13,7 +14,7 @@ constexpr std::string_view ending = ".html";
 }  // namespace
 
 std::string snapshotRoot(const HostContext& host) {
-    std::string path = host.application.text("torvex_install_path");
+    std::string path = host.application.text(applicationKey::installPath);
     if (!path.ends_with('/')) path += '/';
     return path + "search/html/";
 }

@@ -6,11 +6,14 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
+#include "records/Labels.h"
 #include "records/PageIdentity.h"
 #include "records/PageKind.h"
 #include "records/Vocabulary.h"
+#include "templates/DesignPath.h"
 #include "templates/HTMLTemplate.h"
 
 namespace torvex {
@@ -18,7 +21,6 @@ namespace torvex {
 namespace {
 
 constexpr std::string_view lineEnd = "\r\n";
-constexpr double untitledLabel = 2597;
 
 /// Parts of a template that are no content of the page.
 constexpr std::string_view otherParts[] = {
@@ -62,9 +64,9 @@ std::string SnapshotText::of(const LivePage& page) {
 
 std::string SnapshotText::titleOf(const LivePage& page) {
     if (!page.title.empty()) return page.title;
-    const std::string language = host_.session.text("torvex_current_interface");
-    const auto words = vocabularyTexts(connection_.use(host_), language, {untitledLabel});
-    return "[" + words.at(untitledLabel) + "]";
+    const std::string language = host_.session.text(sessionKey::interfaceLanguage);
+    const auto words = vocabularyTexts(connection_.use(host_), language, {label::untitled});
+    return "[" + words.at(label::untitled) + "]";
 }
 
 std::string SnapshotText::metaDataOf(const LivePage& page) {
@@ -78,9 +80,9 @@ std::string SnapshotText::contentOf(const LivePage& page) {
         return {};
     }
     HTMLTemplate layout(host_);
-    std::string path = host_.application.text("torvex_contentTemplates_dir");
-    path.append(siteOf(page.nodeId)).append("/").append(langOf(page.nodeId));
-    if (!layout.load(path.append("/").append(page.templateFile))) return {};
+    const std::string path = designPath(host_.application, applicationKey::contentTemplatesPath,
+                                        siteOf(page.nodeId), langOf(page.nodeId), page.templateFile);
+    if (!layout.load(path)) return {};
     for (const std::string_view part : otherParts) layout.replaceAllBlocks(part, "");
     PageBodies bodies(host_, connection_.use(host_), Twin::Live, xmlFeed);
     layout.setStrVal(

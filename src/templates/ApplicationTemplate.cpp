@@ -1,13 +1,13 @@
 #include "templates/ApplicationTemplate.h"
 
-#include <fmt/format.h>
-
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
 #include "records/SystemBranch.h"
 #include "templates/DesignAssets.h"
+#include "templates/DesignPath.h"
 
 namespace torvex {
 
@@ -71,9 +71,9 @@ std::optional<ApplicationTemplate> applicationTemplate(HostContext& host, db::Co
         found->file = fileInForce(contentTemplateStatements, host, connection, found->pageId, twin);
     }
     if (found->file.empty()) return std::nullopt;
-    return ApplicationTemplate{found->pageId,
-                               fmt::format("{}{}/{}/{}", host.application.text("torvex_contentTemplates_dir"),
-                                           siteOf(page.nodeId), langOf(page.nodeId), found->file)};
+    return ApplicationTemplate{
+        found->pageId, designPath(host.application, applicationKey::contentTemplatesPath, siteOf(page.nodeId),
+                                  langOf(page.nodeId), found->file)};
 }
 
 }  // namespace torvex

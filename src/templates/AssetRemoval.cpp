@@ -12,6 +12,7 @@
 #include "records/AuditTrail.h"
 #include "records/ItemLocks.h"
 #include "replication/SharedFiles.h"
+#include "templates/DesignPath.h"
 
 namespace torvex {
 
@@ -30,8 +31,7 @@ std::optional<Entry> readEntry(HostContext& host, db::Connection& connection, co
     const std::string file(text::trim(rows.text("filename")));
     // A name with wild cards would take other entries' files.
     if (asset.directoryKey.empty() || file.empty() || hasWildCard(file)) return entry;
-    entry.path =
-        host.application.text(asset.directoryKey) + rows.text("site") + "/" + rows.text("lang") + "/" + file;
+    entry.path = designPath(host.application, asset.directoryKey, rows.text("site"), rows.text("lang"), file);
     return entry;
 }
 

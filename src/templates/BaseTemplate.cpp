@@ -1,6 +1,7 @@
 #include "templates/BaseTemplate.h"
 
 #include "platform/Errors.h"
+#include "platform/Keys.h"
 #include "platform/db/Grid.h"
 #include "templates/AssetRemoval.h"
 
@@ -34,7 +35,7 @@ constexpr RemovableAsset removable{
         "TORVEX_BASETEMPLATES "
         "where btpl_id = ?",
     .deleteEntry = "delete from TORVEX_BASETEMPLATES where btpl_id = ?",
-    .directoryKey = "torvex_baseTemplates_dir",
+    .directoryKey = applicationKey::baseTemplatesPath,
     .uses = uses,
 };
 

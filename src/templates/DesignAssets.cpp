@@ -3,9 +3,11 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/db/Connection.h"
 #include "platform/files/FileSystem.h"
 #include "platform/text/Text.h"
+#include "templates/DesignPath.h"
 
 namespace torvex {
 
@@ -24,7 +26,7 @@ const AssetStatements contentTemplateStatements{
         "where tpl_site = ? and tpl_lang = ? and tpl_filename = ? and tpl_id <> ?",
     .pageChoiceLive = "select template as id from TORVEX_PAGES_LIVE where nodeId = ?",
     .pageChoiceDesign = "select template as id from TORVEX_PAGES_DESIGN where nodeId = ?",
-    .directoryKey = "torvex_contentTemplates_dir",
+    .directoryKey = applicationKey::contentTemplatesPath,
     .fileLine = "getTemplateFile !",
 };
 
@@ -43,7 +45,7 @@ const AssetStatements baseTemplateStatements{
         "where btpl_site = ? and btpl_lang = ? and btpl_filename = ? and btpl_id <> ?",
     .pageChoiceLive = "select baseTemplate as id from TORVEX_PAGES_LIVE where nodeId = ?",
     .pageChoiceDesign = "select baseTemplate as id from TORVEX_PAGES_DESIGN where nodeId = ?",
-    .directoryKey = "torvex_baseTemplates_dir",
+    .directoryKey = applicationKey::baseTemplatesPath,
     .fileLine = "getBaseTemplateFile !",
 };
 
@@ -62,7 +64,7 @@ const AssetStatements stylesheetStatements{
         "where ss_site = ? and ss_lang = ? and ss_filename = ? and ss_id <> ?",
     .pageChoiceLive = "select stylesheet as id from TORVEX_PAGES_LIVE where nodeId = ?",
     .pageChoiceDesign = "select stylesheet as id from TORVEX_PAGES_DESIGN where nodeId = ?",
-    .directoryKey = "torvex_stylesheets_dir",
+    .directoryKey = applicationKey::stylesheetsPath,
     .fileLine = "getStyleSheetFile !",
 };
 
@@ -103,8 +105,8 @@ std::optional<DesignAsset> DesignAssets::row(double id) {
 DesignAsset DesignAssets::read(double id) {
     DesignAsset asset = row(id).value_or(DesignAsset{});
     if (!asset.exists) return asset;
-    const std::string path = host_.application.text(statements_.directoryKey) + asset.site + "/" +
-                             asset.lang + "/" + asset.filename;
+    const std::string path =
+        designPath(host_.application, statements_.directoryKey, asset.site, asset.lang, asset.filename);
     asset.source = host_.files.readText(path, TextFormat::SystemDefault).value_or("");
     return asset;
 }

@@ -6,6 +6,7 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
 #include "platform/text/ScriptText.h"
@@ -130,7 +131,7 @@ std::string HTMLTemplate::jsEncode(std::string_view text) const try { return scr
 }
 
 void HTMLTemplate::answerNotFound(const std::string& what) const {
-    const std::string charset = host_.application.text("torvex_interface_charset");
+    const std::string charset = host_.application.text(applicationKey::interfaceCharset);
     host_.response.contentType = "text/html";
     host_.response.charset = charset;
     host_.response.write(fmt::format(

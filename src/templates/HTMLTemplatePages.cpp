@@ -3,6 +3,7 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "templates/ApplicationTemplate.h"
@@ -23,7 +24,7 @@ PageId HTMLTemplate::loadAppTpl(const std::string& pageIdent, const std::string&
 }
 
 void HTMLTemplate::syncFrames(const std::string& pageIdent) try {
-    if (!host_.application.isTrue("torvex_frames")) return;
+    if (!host_.application.isTrue(applicationKey::usesFrames)) return;
     tellFrames(identify(connection_.use(host_), pageIdent));
 } catch (...) {
     raiseFrom("syncFrames !");

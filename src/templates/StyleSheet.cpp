@@ -1,6 +1,7 @@
 #include "templates/StyleSheet.h"
 
 #include "platform/Errors.h"
+#include "platform/Keys.h"
 #include "platform/db/Grid.h"
 #include "templates/AssetRemoval.h"
 
@@ -34,7 +35,7 @@ constexpr RemovableAsset removable{
         "TORVEX_STYLESHEETS "
         "where ss_id = ?",
     .deleteEntry = "delete from TORVEX_STYLESHEETS where ss_id = ?",
-    .directoryKey = "torvex_stylesheets_dir",
+    .directoryKey = applicationKey::stylesheetsPath,
     .uses = uses,
 };
 

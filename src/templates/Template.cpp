@@ -1,6 +1,7 @@
 #include "templates/Template.h"
 
 #include "platform/Errors.h"
+#include "platform/Keys.h"
 #include "platform/db/Grid.h"
 #include "templates/AssetRemoval.h"
 
@@ -56,7 +57,7 @@ constexpr RemovableAsset removable{
         "TORVEX_TEMPLATES "
         "where tpl_id = ?",
     .deleteEntry = "delete from TORVEX_TEMPLATES where tpl_id = ?",
-    .directoryKey = "torvex_contentTemplates_dir",
+    .directoryKey = applicationKey::contentTemplatesPath,
     .uses = uses,
 };
 

@@ -2,6 +2,7 @@
 #include "pages/Pages.h"
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
 #include "platform/Session.h"
@@ -48,17 +49,18 @@ void framesetPage(HostContext& host) {
     std::string query = host.request.queryString();
     if (text::trim(pageId).empty()) {
         const bool isNamed = text::contains(query, "pageId");  // blank, which means the default page as well
-        pageId = host.application.text("tvx_default_pageId");
+        pageId = host.application.text(applicationKey::defaultPageId);
         if (!isNamed) query = "pageId=" + pageId + (query.empty() ? "" : "&" + query);
     }
     const PageIdentity page = identify(*connection, pageId);
     const std::string lang(langOf(page.nodeId));
     const std::string title = server.getWebsiteTitle(std::string(siteOf(page.nodeId)), lang);
-    host.session.set("ssl", text::equals(host.request.serverVariable("https"), "on"));
+    host.session.set(sessionKey::ssl, text::equals(host.request.serverVariable("https"), "on"));
     std::string html(frameset);
     html = text::replaceAll(html, "{{lang}}", text::htmlEncode(page.isValid() ? lang : "en"));
     html = text::replaceAll(html, "{{title}}", text::htmlEncode(title));
-    html = text::replaceAll(html, "{{documents}}", text::htmlEncode(host.application.text("torvex_doc_url")));
+    html = text::replaceAll(html, "{{documents}}",
+                            text::htmlEncode(host.application.text(applicationKey::documentsUrl)));
     html = text::replaceAll(html, "{{query}}", text::htmlEncode(query));
     host.response.write(html);
 }

@@ -2,14 +2,15 @@
 #include "pages/visitors/MessagePage.h"
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Response.h"
 
 namespace torvex {
 
 void homePage(HostContext& host) {
-    const std::string pageId = host.application.text("tvx_default_pageId");
+    const std::string pageId = host.application.text(applicationKey::defaultPageId);
     if (!pageId.empty()) {
-        const bool frames = host.application.isTrue("torvex_frames");
+        const bool frames = host.application.isTrue(applicationKey::usesFrames);
         host.response.redirect((frames ? "/frameset.asp?pageId=" : "/tvx.asp?pageId=") + pageId);
         return;
     }

@@ -4,6 +4,7 @@
 #include "pages/SameSite.h"
 #include "pages/visitors/MessagePage.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
 #include "platform/Session.h"
@@ -60,12 +61,13 @@ void loginPage(HostContext& host, GuessThrottle& throttle) {
     const auto connection = db::openOwn(host, db::Purpose::Everything);
     cServer server(host);
     server.connect(*connection);
-    const double trialsBefore = host.session.number("tvx_loginTrials");
+    const double trialsBefore = host.session.number(sessionKey::loginTrials);
     const std::string target = server.getLoginURL();
-    const double trials = host.session.number("tvx_loginTrials");
+    const double trials = host.session.number(sessionKey::loginTrials);
     if (trials > trialsBefore) {
         attempt.failed();
-    } else if (trials == noTrials && !username.empty() && host.session.text("tvx_username") == username) {
+    } else if (trials == noTrials && !username.empty() &&
+               host.session.text(sessionKey::visitorName) == username) {
         // Somebody else who is logged in may post a name without trying to log in; that forgives nothing.
         attempt.succeeded();
         host.session.renewToken();

@@ -3,6 +3,7 @@
 #include "pages/Routes.h"
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
 #include "platform/Session.h"
@@ -15,12 +16,13 @@ namespace {
 /// The path of an address below the public folder, as the folder check knows it.
 std::string folderOf(const HostContext& host, std::string_view address) {
     const std::string_view folder = address.substr(1, address.rfind('/'));
-    return host.application.text("torvex_root_path") + std::string(folder);
+    return host.application.text(applicationKey::rootPath) + std::string(folder);
 }
 
 void sendBlankPicture(HostContext& host, cServer& server) {
     host.response.cacheControl = "no-store";
-    server.sendBinaryFile(host.application.text("torvex_root_path") + "torvex/images/spacer.gif", false);
+    server.sendBinaryFile(host.application.text(applicationKey::rootPath) + "torvex/images/spacer.gif",
+                          false);
 }
 
 /// A decoded path as it stands in an address.
@@ -39,7 +41,7 @@ std::string encodedPath(std::string_view path) {
 
 /// Sends the visitor to the document's secure address, if it needs one.
 bool isMovedToSecureAddress(HostContext& host, std::string_view address, int access) {
-    if (!text::startsWith(address, host.application.text("torvex_doc_url"))) return false;
+    if (!text::startsWith(address, host.application.text(applicationKey::documentsUrl))) return false;
     if (!documentNeedsSecureAddress(host, access)) return false;
     host.response.redirect("https://" + host.request.serverVariable("http_host") + encodedPath(address));
     return true;
@@ -60,11 +62,12 @@ bool mayRead(HostContext& host, std::string_view address) {
 
 std::vector<FileGuard> mediaGuards(const ApplicationValues& application) {
     return {
-        {application.text("torvex_image_url"),
-         [&application] { return application.isTrue("torvex_img_security"); }, mayRead},
-        {application.text("torvex_doc_url"),
+        {application.text(applicationKey::imagesUrl),
+         [&application] { return application.isTrue(applicationKey::imageSecurity); }, mayRead},
+        {application.text(applicationKey::documentsUrl),
          [&application] {
-             return application.isTrue("torvex_doc_security") || application.isTrue("tvx_website_ssl");
+             return application.isTrue(applicationKey::documentSecurity) ||
+                    application.isTrue(applicationKey::websiteSsl);
          },
          mayRead},
     };

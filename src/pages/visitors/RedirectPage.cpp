@@ -1,6 +1,7 @@
 #include "pages/Pages.h"
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
 #include "platform/text/Text.h"
@@ -8,7 +9,7 @@
 namespace torvex {
 
 void redirectPage(HostContext& host) {
-    const bool frames = host.application.isTrue("torvex_frames");
+    const bool frames = host.application.isTrue(applicationKey::usesFrames);
     const std::string address = (frames ? "/frameset.asp?pageId=" : "/tvx.asp?pageId=") +
                                 text::urlEncode(text::trim(host.request.queryString("pageId")));
     if (!frames) return host.response.redirect(address);

@@ -5,6 +5,7 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
 #include "platform/Session.h"
@@ -21,12 +22,12 @@ constexpr std::string_view errorMark = "error:";
 
 std::string askedPage(const HostContext& host) {
     const std::string asked = host.request.queryString("pageId");
-    return text::trim(asked).empty() ? host.application.text("tvx_default_pageId") : asked;
+    return text::trim(asked).empty() ? host.application.text(applicationKey::defaultPageId) : asked;
 }
 
 /// The charset of the page's language; all text of one installation mostly shares one.
 std::string charsetOf(const HostContext& host, cServer& server) {
-    const std::string common = host.application.text("torvex_charset");
+    const std::string common = host.application.text(applicationKey::charset);
     return common.empty() ? server.getCharsetLabel(std::string(langOf(server.pgNodeId()))) : common;
 }
 
@@ -35,7 +36,7 @@ void answerPage(HostContext& host, cServer& server, db::Connection& connection) 
     if (text::startsWith(html, errorMark)) return host.response.redirect(html.substr(errorMark.size()));
     HTMLTemplate page(host);
     page.setStrVal(server.buildLinks(html, std::string(siteOf(server.pgNodeId()))));
-    if (host.application.isTrue("torvex_frames")) {
+    if (host.application.isTrue(applicationKey::usesFrames)) {
         asLevel("syncFrames !", [&] { page.tellFrames(identify(connection, server.pgPageId())); });
     }
     asLevel("logPage!", [&] { countView(host, nodeIdFrom(connection, server.pgPageId())); });
@@ -51,7 +52,8 @@ void tvxPage(HostContext& host) {
     cServer server(host);
     server.connect(*connection);
     server.setCodePage();
-    server.getPage(askedPage(host), host.session.text("tvx_username"), host.session.text("tvx_password"));
+    server.getPage(askedPage(host), host.session.text(sessionKey::visitorName),
+                   host.session.text(sessionKey::visitorPassword));
     const std::string elsewhere = server.securityCheck();
     if (!elsewhere.empty()) return host.response.redirect(withPublicPorts(host, elsewhere));
     if (hasApplication(kindOf(server.pgType()))) return host.response.redirect(server.pgAppURLpublic());

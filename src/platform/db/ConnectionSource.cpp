@@ -4,6 +4,7 @@
 
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 
 namespace torvex::db {
 
@@ -57,8 +58,9 @@ Connection& ConnectionSource::use(HostContext& host) {
 
 Lease openOwn(HostContext& host, Purpose purpose) {
     const auto& values = host.application;
-    return host.database.open(values.text("torvex_odbc"), values.text("torvex_odbc_user"),
-                              values.text("torvex_odbc_password"), purpose);
+    return host.database.open(values.text(applicationKey::databaseText),
+                              values.text(applicationKey::databaseUser),
+                              values.text(applicationKey::databasePassword), purpose);
 }
 
 }  // namespace torvex::db
