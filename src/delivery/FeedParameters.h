@@ -18,9 +18,10 @@ NamedValues parameters(const NamedValues& visitorQuery, std::string_view column)
 /// and letters beyond ASCII too.
 std::string convertSpecial(std::string_view value);
 
-/// "name=value" of every parameter that has a name, divided by "&"; blanks are written as "+". Names stand as
-/// they are.
-std::string queryText(const NamedValues& parameters);
+/// "name=value" of every parameter that has a name, in the order of `parameters` and divided by "&"; blanks
+/// are written as "+". The register's names stand as they are. In a visitor's, what would end the name or
+/// begin another parameter is encoded, so that nobody slips in a parameter of the feed's own.
+std::string queryText(const NamedValues& visitorQuery, std::string_view column);
 
 /// `address` with the query text added behind what it has already.
 std::string withQuery(std::string address, std::string_view queryText);

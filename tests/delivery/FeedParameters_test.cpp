@@ -58,20 +58,31 @@ TEST(ConvertSpecial, LeavesBlanksBracketsAndLetters) {
 }
 
 TEST(QueryText, DividesByAmpersand) {
-    EXPECT_EQ(queryText({{"a", "1"}, {"b", "x/y"}}), "a=1&b=x%2Fy");
-    EXPECT_EQ(queryText({}), "");
+    EXPECT_EQ(queryText({{"a", "1"}, {"b", "x/y"}}, "c=z"), "a=1&b=x%2Fy&c=z");
+    EXPECT_EQ(queryText({}, ""), "");
 }
 
 TEST(QueryText, LeavesOutWhatHasNoName) {
-    EXPECT_EQ(queryText({{"", "1"}, {"b", "2"}, {"", "3"}, {"c", "4"}}), "b=2&c=4");
+    EXPECT_EQ(queryText({{"", "1"}, {"b", "2"}}, "=3,c=4"), "b=2&c=4");
 }
 
 TEST(QueryText, KeepsNamesThatOccurTwice) {
-    EXPECT_EQ(queryText({{"a", "1"}, {"a", "1"}}), "a=1&a=1");
+    EXPECT_EQ(queryText({{"a", "1"}}, "a=2,a=2"), "a=1&a=2&a=2");
 }
 
 TEST(QueryText, WritesBlanksAsPlus) {
-    EXPECT_EQ(queryText({{"a b", "c d + e"}}), "a+b=c+d+%2B+e");
+    EXPECT_EQ(queryText({{"a b", "c d + e"}}, "f g=h i"), "a+b=c+d+%2B+e&f+g=h+i");
+}
+
+TEST(QueryText, AVisitorsNameAddsNoParameter) {
+    EXPECT_EQ(queryText({{"x&style", "1"}}, "style=short"), "x%26style=1&style=short");
+    EXPECT_EQ(queryText({{"style=long&y", "1"}}, "style=short"), "style%3Dlong%26y=1&style=short");
+    EXPECT_EQ(queryText({{"a;b", "1"}, {"c#d", "2"}, {"e%26f", "3"}, {"g+h", "4"}}, ""),
+              "a%3Bb=1&c%23d=2&e%2526f=3&g%2Bh=4");
+}
+
+TEST(QueryText, TheRegistersNamesStandAsTheyAre) {
+    EXPECT_EQ(queryText({}, "a%20b=1,c&d=2,e.f=3"), "a%20b=1&c&d=2&e.f=3");
 }
 
 TEST(WithQuery, AddsToTheAddress) {
