@@ -69,9 +69,16 @@ std::string_view StartTag::valueOf(const Attribute& attribute) const {
 }
 
 void StartTag::remove(std::string_view name) {
-    while (const auto parsed = findAttribute(text_, name)) {
-        text_.erase(parsed->attribute.begin, parsed->attribute.end - parsed->attribute.begin);
+    std::string kept;
+    std::size_t copied = 0;
+    std::size_t at = orEnd(text_.find_first_of(blanks), text_);
+    while (const auto parsed = readAttribute(text_, at)) {
+        at = parsed->attribute.end;
+        if (!text::equals(parsed->name, name)) continue;
+        kept.append(text_, copied, parsed->attribute.begin - copied);
+        copied = at;
     }
+    if (copied > 0) text_ = std::move(kept.append(text_, copied));
 }
 
 void StartTag::replace(std::size_t begin, std::size_t end, std::string_view with) {

@@ -1,16 +1,16 @@
 #include "delivery/PageBodies.h"
 
-#include <algorithm>
-#include <vector>
+#include <map>
 
+#include "delivery/BodyPlaces.h"
 #include "delivery/Feeds.h"
 #include "platform/ApplicationValues.h"
+#include "platform/Deadline.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
-#include "templates/HTMLTemplate.h"
 
 namespace torvex {
 
@@ -33,19 +33,16 @@ PageBody bodyOf(const db::Rows& rows) {
             static_cast<int>(rows.number("feedId")), rows.text("bodyText")};
 }
 
-std::vector<PageBody> readBodies(db::Connection& connection, Twin twin, PageId pageId) {
-    std::vector<PageBody> bodies;
+/// By number; of two rows with one number the first counts.
+std::map<int, PageBody> readBodies(db::Connection& connection, Twin twin, PageId pageId) {
+    std::map<int, PageBody> bodies;
     auto rows = connection.query(twin == Twin::Design ? selectBodiesDesign : selectBodiesLive, {pageId});
-    while (rows.next()) bodies.push_back(bodyOf(rows));
+    while (rows.next()) {
+        PageBody body = bodyOf(rows);
+        const int number = body.id;
+        bodies.try_emplace(number, std::move(body));
+    }
     return bodies;
-}
-
-/// The page, ready to grow by its bodies without being copied.
-std::string withRoomFor(const std::vector<PageBody>& bodies, std::string page) {
-    std::size_t size = page.size();
-    for (const PageBody& body : bodies) size += body.text.size();
-    page.reserve(size);
-    return page;
 }
 
 }  // namespace
@@ -57,33 +54,23 @@ std::string PageBodies::content(PageId pageId, const PageBody& body, bool feeds)
 
 std::string PageBodies::fill(PageId pageId, std::string html, BodyFrame* frame) {
     const bool feeds = host_.application.isTrue(applicationKey::usesFeeds);
-    std::vector<PageBody> bodies;
-    HTMLTemplate page(host_);
-    page.setStrVal(std::move(html));
-    for (int n = 1;; ++n) {
-        const std::string place = "torvex_body_" + std::to_string(n);
-        const bool isTag = page.tagExists(place);
-        if (!isTag && !page.blockExists(place)) break;
-        if (n == 1) {
-            bodies = readBodies(connection_, twin_, pageId);
-            page.setStrVal(withRoomFor(bodies, page.takeStrVal()));
-        }
-        const auto body =
-            std::find_if(bodies.begin(), bodies.end(), [n](const PageBody& b) { return b.id == n; });
-        std::string filled = body == bodies.end() ? std::string() : content(pageId, *body, feeds);
+    const Deadline deadline = host_.deadline();
+    std::map<int, PageBody> bodies;
+    BodyPlaces page(std::move(html));
+    for (int n = 1; page.has(n); ++n) {
+        deadline.check();
+        if (n == 1) bodies = readBodies(connection_, twin_, pageId);
+        const auto found = bodies.find(n);
+        PageBody missing;
+        missing.id = n;
+        const bool isThere = found != bodies.end();
+        const PageBody& body = isThere ? found->second : missing;
+        std::string filled = isThere ? content(pageId, body, feeds) : std::string();
         if (filled.empty()) filled = emptyBody;
-        if (frame != nullptr) {
-            PageBody missing;
-            missing.id = n;
-            filled = frame->around(body == bodies.end() ? missing : *body, std::move(filled));
-        }
-        if (isTag) {
-            page.replaceTag(place, filled);
-        } else {
-            page.replaceBlock(place, filled);
-        }
+        if (frame != nullptr) filled = frame->around(body, std::move(filled));
+        page.fill(n, std::move(filled));
     }
-    return page.takeStrVal();
+    return page.text();
 }
 
 std::string PageBodies::body(PageId pageId, int bodyId, int type, int feedId) {

@@ -63,13 +63,19 @@ void fill(std::string& buffer, std::string_view marker, std::string_view text, i
     const std::size_t length = text::matchLength(buffer, first, marker);
     const std::size_t second = count == 1 ? text::npos : markers::find(buffer, marker, first + length);
     if (second == text::npos) {
+        markers::checkSize(buffer.size(), text.size());
         buffer.replace(first, length, text);
         return;
     }
-    std::string filled = buffer.substr(0, first);
-    filled.append(text);
-    filled.append(text::replaceAll(std::string_view(buffer).substr(first + length), marker, text,
-                                   count < 0 ? count : count - 1));
+    std::string filled;
+    std::size_t kept = 0;
+    for (std::size_t at = first; at != text::npos && count != 0; --count) {
+        markers::checkSize(filled.size() + at - kept, text.size());
+        filled.append(buffer, kept, at - kept).append(text);
+        kept = at + text::matchLength(buffer, at, marker);
+        at = markers::find(buffer, marker, kept);
+    }
+    filled.append(buffer, kept);
     buffer = std::move(filled);
 }
 

@@ -5,6 +5,7 @@
 #include <map>
 #include <vector>
 
+#include "platform/Errors.h"
 #include "platform/text/Text.h"
 
 namespace torvex::markers {
@@ -89,6 +90,7 @@ class Replacements {
         result.reserve(text.size());
         std::size_t kept = 0;
         for (const auto& [begin, end] : ranges_) {
+            checkSize(result.size() + begin - kept, replacement.size());
             result.append(text, kept, begin - kept).append(replacement);
             kept = end;
         }
@@ -119,6 +121,11 @@ bool addBlocks(MarkerIterator marker, MarkerIterator last, Replacements& replace
 }
 
 }  // namespace
+
+void checkSize(std::size_t size, std::size_t piece, std::size_t count) {
+    const bool fits = size <= largestPage && (piece == 0 || count <= (largestPage - size) / piece);
+    if (!fits) throw Error("the page is larger than 32 MB");
+}
 
 std::string tag(std::string_view name) {
     return joined(opening, name, closing);
@@ -161,6 +168,7 @@ void replaceBlocks(std::string& text, std::string_view name, std::string_view re
     std::string result;
     std::size_t kept = 0;
     for (; block; block = findBlock(text, start, end, kept)) {
+        checkSize(result.size() + block->begin - kept, replacement.size());
         result.append(text, kept, block->begin - kept).append(replacement);
         kept = block->end;
     }

@@ -11,6 +11,14 @@ namespace torvex::markers {
 inline constexpr std::string_view opening = "<!--!";
 inline constexpr std::string_view closing = "!-->";
 
+/// What a page may grow to by being filled. No site's page comes near it; templates and bodies that name each
+/// other many times would otherwise grow without end.
+inline constexpr std::size_t largestPage = 32u << 20;
+
+/// Throws `Error` when a text of `size` bytes would be larger than that with `count` times `piece` bytes in
+/// it.
+void checkSize(std::size_t size, std::size_t piece, std::size_t count = 1);
+
 /// <!--!name!-->, <!--!name_start!--> and <!--!name_end!-->.
 std::string tag(std::string_view name);
 std::string blockStart(std::string_view name);

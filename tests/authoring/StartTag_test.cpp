@@ -72,5 +72,11 @@ TEST(StartTag, TheLastBracketIsTheEnd) {
     EXPECT_EQ(tag.text(), "<a title=\"a>b\" x>");
 }
 
+TEST(StartTag, ManyAttributesOfANameGoInOnePass) {
+    std::string many;
+    for (int n = 0; n < 400'000; ++n) many += " alt=x title=y";
+    EXPECT_EQ(without("<a" + many + ">", "alt").size(), 400'000u * 8 + 3);
+}
+
 }  // namespace
 }  // namespace torvex::test

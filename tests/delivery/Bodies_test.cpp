@@ -49,6 +49,47 @@ TEST_P(BodiesTest, WithoutAPlaceTheTextStays) {
     EXPECT_EQ(filled(""), "");
 }
 
+TEST_P(BodiesTest, ABodyMayHoldThePlaceOfALaterOne) {
+    body(12, 1, "[<!--!torvex_body_2!--><!--!torvex_body_1!-->]");
+    body(12, 2, "two<!--!torvex_body_1!-->");
+    EXPECT_EQ(filled("<!--!torvex_body_1!-->|<!--!torvex_body_2!-->"),
+              "[two<!--!torvex_body_1!--><!--!torvex_body_1!-->]|two<!--!torvex_body_1!-->");
+}
+
+TEST_P(BodiesTest, BodiesThatNameTheNextOneTenTimesAreCutOffAtTheSizeOfAPage) {
+    for (int n = 1; n < 9; ++n) {
+        std::string next;
+        for (int times = 0; times < 10; ++times) next += "<!--!torvex_body_" + std::to_string(n + 1) + "!-->";
+        body(12, n, next);
+    }
+    EXPECT_EQ(errorOf([&] { filled("<!--!torvex_body_1!-->"); }),
+              chain({"fillBodies !"}) + "the page is larger than 32 MB");
+}
+
+TEST_P(BodiesTest, APageMayHaveThousandsOfPlaces) {
+    constexpr int places = 4000;
+    std::string html;
+    std::string expected;
+    db::Transaction transaction(connection());
+    for (int n = 1; n <= places; ++n) {
+        const std::string number = std::to_string(n);
+        body(12, n, "b" + number);
+        html += "<!--!torvex_body_" + number + "!-->,";
+        expected += "b" + number + ",";
+    }
+    transaction.commit();
+    EXPECT_EQ(filled(html), expected);
+}
+
+TEST_P(BodiesTest, ARequestWhoseTimeIsOverFillsNoMore) {
+    body(12, 1, "text");
+    host.context().begin = Deadline::Clock::now() - std::chrono::seconds(89);
+    EXPECT_EQ(filled("<!--!torvex_body_1!-->"), "text");
+    host.context().scriptTimeout = 80;
+    EXPECT_EQ(errorOf([&] { filled("<!--!torvex_body_1!-->"); }),
+              chain({"fillBodies !"}) + "the request took longer than it may");
+}
+
 TEST_P(BodiesTest, AMissingBodyKeepsItsCellOpen) {
     EXPECT_EQ(filled("<td><!--!torvex_body_1!--></td>"), "<td>&nbsp;</td>");
 }
