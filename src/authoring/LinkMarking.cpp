@@ -138,6 +138,7 @@ void LinkMarking::prepare(const std::vector<std::string>& startTags) try {
 }
 
 std::string LinkMarking::rewrite(std::string startTag, LinkTag /*kind*/) try {
+    host_.deadline().check();
     const bool isChosen = !text::contains(startTag, linkNotation::unchosen);
     if (isMarked(startTag)) return startTag;
     if (isChosen && place_.twin == Twin::Design && text::contains(startTag, "editBody")) return startTag;

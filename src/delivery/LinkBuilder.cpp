@@ -174,6 +174,7 @@ void LinkBuilder::prepare(const std::vector<std::string>& startTags) try {
 }
 
 std::string LinkBuilder::rewrite(std::string startTag, LinkTag kind) try {
+    host_.deadline().check();
     Link link{std::move(startTag), kind, false};
     link.escaped = normalise(link.tag);
     std::string built = build(link);

@@ -129,6 +129,7 @@ class PageAssembly {
     void fillNewsflashes(HTMLTemplate& target) {
         std::set<int> filled;
         while (const int number = target.iTagExists("torvex_newsflash")) {
+            host_.deadline().check();
             std::optional<ModuleOutput> output;
             if (modules_ != nullptr && filled.insert(number).second) {
                 output = modules_->newsflash(siteOf(page_.nodeId), langOf(page_.nodeId), number);
@@ -162,6 +163,7 @@ class PageAssembly {
         for (int n = 1;; ++n) {
             const std::string area = layout + "_" + std::to_string(n);
             if (!content_->blockExists(area)) break;
+            host_.deadline().check();
             base_.replaceTag(area, content_->extractBlock(area));
         }
     }

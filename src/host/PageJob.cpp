@@ -9,6 +9,7 @@
 #include "host/http/ErrorPages.h"
 #include "host/http/RequestConversion.h"
 #include "host/http/ResponseConversion.h"
+#include "installation/ScriptTimeouts.h"
 #include "pages/PageRoute.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
@@ -46,6 +47,8 @@ Answer PageJob::produce() {
         Request request = toRequest(*exchange_);
         Response response;
         HostContext context{setting_.services, request, response, lease_->session()};
+        context.begin = Deadline::Clock::now();
+        context.scriptTimeout = normalTimeout(context);
         return exchange_->guard ? runGuard(context) : runPage(context);
     } catch (const OutOfDescriptors&) {
         return outOfDescriptors(setting_.log);

@@ -16,12 +16,6 @@ constexpr double usualLongTimeout = 3600;
 /// Longer waits would be beyond what clocks count.
 constexpr double mostSeconds = 1e6;
 
-double normalTimeout(const HostContext& host) {
-    return secondsOf({host.session.get(sessionKey::scriptTimeoutNormal),
-                      host.application.get(applicationKey::scriptTimeoutNormal)},
-                     host.scriptTimeout);
-}
-
 }  // namespace
 
 double secondsOf(std::initializer_list<Value> values, double otherwise) {
@@ -32,6 +26,13 @@ double secondsOf(std::initializer_list<Value> values, double otherwise) {
         }
     }
     return otherwise;
+}
+
+int normalTimeout(const HostContext& host) {
+    const double seconds = secondsOf({host.session.get(sessionKey::scriptTimeoutNormal),
+                                      host.application.get(applicationKey::scriptTimeoutNormal)},
+                                     host.scriptTimeout);
+    return static_cast<int>(std::max(seconds, 1.0));
 }
 
 double longTimeout(const HostContext& host) {
@@ -45,7 +46,8 @@ LongScript::LongScript(HostContext& host) : host_(host), normal_(normalTimeout(h
 }
 
 LongScript::~LongScript() {
-    host_.scriptTimeout = static_cast<int>(normal_);
+    host_.scriptTimeout = normal_;
+    if (host_.begin) *host_.begin += Deadline::Clock::now() - begin_;
 }
 
 }  // namespace torvex

@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 
+#include "platform/Deadline.h"
 #include "platform/Value.h"
 
 namespace torvex {
@@ -11,11 +12,16 @@ struct HostContext;
 /// argument.
 double secondsOf(std::initializer_list<Value> values, double otherwise);
 
+/// How many seconds an ordinary request may take, in the same way; what the request has now where neither says.
+/// At least one.
+int normalTimeout(const HostContext& host);
+
 /// How many seconds a long request may take: by the login's own setting, or the installation's where it has
 /// none.
 double longTimeout(const HostContext& host);
 
-/// The request may take the long time while this lives, and the normal one after it.
+/// The request may take the long time while this lives, and the normal one after it, for which the time in
+/// between doesn't count.
 class LongScript {
   public:
     explicit LongScript(HostContext& host);
@@ -25,7 +31,8 @@ class LongScript {
 
   private:
     HostContext& host_;
-    double normal_;
+    int normal_;
+    Deadline::Clock::time_point begin_ = Deadline::Clock::now();
 };
 
 }  // namespace torvex

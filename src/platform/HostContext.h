@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+
+#include "platform/Deadline.h"
 #include "platform/Services.h"
 
 namespace torvex {
@@ -16,6 +19,14 @@ struct HostContext : Services {
     Response& response;
     Session& session;
     int scriptTimeout = 90;  ///< seconds that this request may take
+    /// When it began; nothing for work that nobody waits for at the other end of a line, which may take its
+    /// time.
+    std::optional<Deadline::Clock::time_point> begin{};
+
+    /// What waits or loops observes it.
+    Deadline deadline() const {
+        return begin ? Deadline(*begin + std::chrono::seconds(scriptTimeout)) : Deadline();
+    }
 };
 
 }  // namespace torvex

@@ -16,6 +16,12 @@ TEST_P(LinkBuilderTest, APageNotationBecomesAnAddressWithoutFrames) {
         "<a href=\"/tvx.asp?pageId=12\" onmouseover=\"window.status=top.torvex_empty;return true;\" >x</a>");
 }
 
+TEST_P(LinkBuilderTest, ARequestWhoseTimeIsOverBuildsNoMoreLinks) {
+    host.context().begin = Deadline::Clock::now() - std::chrono::seconds(91);
+    EXPECT_EQ(errorOf([&] { server().buildLinks("<a href=\"page(12)\">x</a>", "aa"); }),
+              chain({"buildLinks !", "makeLink !"}) + "the request took longer than it may");
+}
+
 TEST_P(LinkBuilderTest, ALinkToAPageThatIsOfflineLeavesItsWords) {
     EXPECT_EQ(build("1 <a href=\"page(13)\">the <i>words</i></a> 2"), "1 the <i>words</i> 2");
 }

@@ -47,6 +47,21 @@ TEST_F(HttpServerTest, APageIsAnswered) {
     EXPECT_EQ(reply.field("Server"), "");
 }
 
+TEST_F(HttpServerTest, APageKnowsUntilWhenItMayWork) {
+    running.host.application.set("torvex_scriptTimeout_normal", 20);
+    running.page("/left.asp", [](HostContext& host) {
+        host.response.write(host.deadline().left() > 15s && host.deadline().left() <= 20s ? "20 s" : "?");
+    });
+    running.page("/mine.asp", [](HostContext& host) {
+        host.scriptTimeout = 0;
+        host.deadline().check();
+    });
+    start();
+    EXPECT_EQ(get("/left.asp").body, "20 s");
+    EXPECT_EQ(get("/mine.asp").status, 500);
+    EXPECT_THAT(running.logged(), testing::Contains(HasSubstr("the request took longer than it may")));
+}
+
 TEST_F(HttpServerTest, PathsMatchIgnoringCase) {
     start();
     EXPECT_EQ(get("/HELLO.Asp").status, 200);
