@@ -1,10 +1,14 @@
 #include <cstdlib>
 #include <iostream>
+#include <string_view>
 #include <unistd.h>
 
 #include "cli/CommandLine.h"
+#include "platform/xml/XmlWorker.h"
 
 int main(int count, char** arguments) {
+    if (count == 2 && std::string_view(arguments[1]) == torvex::xmlWorkerArgument)
+        return torvex::runXmlWorker();
     const auto environment = [](const std::string& name) -> std::optional<std::string> {
         const char* value = std::getenv(name.c_str());
         if (value == nullptr) return std::nullopt;

@@ -47,13 +47,13 @@ void redirect(int stream, const std::string& file, int flags) {
     ::_exit(127);
 }
 
+}  // namespace
+
 const char* programPath() {
     const char* path = std::getenv("TORVEX_PROGRAM");
     if (path == nullptr) throw std::runtime_error("the variable TORVEX_PROGRAM must name the program");
     return path;
 }
-
-}  // namespace
 
 RunningProgram::RunningProgram(const std::string& folder, const std::vector<std::string>& arguments,
                                const std::string& input, const std::map<std::string, std::string>& variables)

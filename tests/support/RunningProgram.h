@@ -8,6 +8,9 @@
 
 namespace torvex::test {
 
+/// The program that is tested, which the variable TORVEX_PROGRAM names. Throws when it names none.
+const char* programPath();
+
 /// What a run of the program left behind.
 struct ProgramResult {
     int code = -1;  ///< -1 when it was ended by a signal

@@ -24,15 +24,24 @@ class XmlError : public Error {
 
 enum class XmlBlanks { Keep, Drop };
 
-/// A parsed document. Parsing reaches nothing outside the text: no file, no address, and entities that name
-/// one don't exist. Entities that the document itself defines are put in, within the parser's bounds on their
-/// growth. Move only; one thread uses it.
+/// What one document may be, beside the parser's own bound of 256 elements within each other. Feeds have some
+/// thousands of elements at most.
+struct XmlLimits {
+    int elements = 100'000;
+    int attributes = 200'000;
+    /// The time of parsing an element grows with the square of their number: this many take milliseconds.
+    int attributesOfElement = 1000;
+};
+
+/// A parsed document. Parsing reaches nothing outside the text: no file and no address. A document type is
+/// read over, but one that declares an entity is refused. Move only; one thread uses it.
 class XmlDocument {
   public:
     /// `charset` says over the document what its bytes are in ("" leaves it to the document); a byte order
     /// mark has the last word. `Drop` takes out texts of nothing but blanks, except under
     /// xml:space="preserve". Throws `XmlError`.
-    static XmlDocument parse(std::string_view bytes, XmlBlanks blanks, const std::string& charset = {});
+    static XmlDocument parse(std::string_view bytes, XmlBlanks blanks, const std::string& charset = {},
+                             const XmlLimits& limits = {});
 
     _xmlDoc* get() const { return document_.get(); }
     /// Gives the document to a library call that frees it.

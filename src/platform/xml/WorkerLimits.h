@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+
+namespace torvex {
+
+/// What a helper for XML may take.
+struct WorkerLimits {
+    int cpuSeconds = 2;               ///< for one document or transformation; the system counts whole ones
+    int cpuSecondsOfLife = 60;        ///< whatever it does
+    std::size_t memory = 256u << 20;  ///< beyond what the program itself takes
+    int descriptors = 3;              ///< the ones that it has
+};
+
+/// Gives up, for the rest of this process's life, all that the work on XML doesn't need: files, network,
+/// other processes, more privileges, and more of the machine than the limits say. Throws `Error` when that
+/// can't be done.
+void confineSelf(const WorkerLimits& limits);
+
+/// Allows `limits.cpuSeconds` from now on; the process is ended when they are over.
+void allowProcessorTime(const WorkerLimits& limits);
+
+/// The processor time that this process has had, in seconds.
+double processorTime();
+
+}  // namespace torvex
