@@ -24,10 +24,12 @@ std::string report(const std::string& fault) {
 }
 
 /// A fault with a code above 0 may pass, so that the document is asked for again.
-XmlDocument loaded(HostContext& host, const XmlFeed& feed, XmlDocument (XmlFeed::*load)() const) {
+XmlText loaded(HostContext& host, const XmlFeed& feed, XmlText (XmlFeed::*load)() const) {
     for (int tries = 1;; ++tries) {
         try {
-            return (feed.*load)();
+            XmlText text = (feed.*load)();
+            feed.check(text);
+            return text;
         } catch (const XmlError& error) {
             if (error.code() < 1 || tries == mostTries) {
                 throw DocumentFault{error.code(), feeds::shownReason(host, error)};
@@ -42,8 +44,8 @@ std::string reportedXmlFeed(HostContext& host, db::Connection& connection, int f
     try {
         const std::optional<XmlFeed> feed = XmlFeed::read(host, connection, feedId);
         if (!feed) return {};
-        XmlDocument stylesheet = loaded(host, *feed, &XmlFeed::loadStylesheet);
-        return feed->transform(std::move(stylesheet), loaded(host, *feed, &XmlFeed::loadData));
+        const XmlText stylesheet = loaded(host, *feed, &XmlFeed::loadStylesheet);
+        return feed->transform(stylesheet, loaded(host, *feed, &XmlFeed::loadData));
     } catch (const DocumentFault& fault) {
         return report(std::to_string(fault.code) + " - " + text::htmlEncode(fault.reason));
     } catch (const std::exception& error) {

@@ -1,12 +1,15 @@
 #include "cli/OpenInstallation.h"
 
+#include <algorithm>
 #include <spdlog/logger.h>
 #include <spdlog/sinks/stdout_sinks.h>
+#include <thread>
 
 #include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
 #include "platform/Session.h"
+#include "platform/net/PublicAddress.h"
 
 namespace torvex::cli {
 
@@ -20,12 +23,38 @@ std::unique_ptr<spdlog::logger> makeLog(const std::string& level) {
     return log;
 }
 
+HttpLimits fetchLimits(const FeedSettings& feeds) {
+    HttpLimits limits;
+    limits.step = limits.total = feeds.time;
+    if (!feeds.privateAddresses) limits.mayReach = isPublicAddress;
+    return limits;
+}
+
+/// One source leaves some of the places that feeds have to the others.
+SharingLimits sharingLimits(const Settings& settings) {
+    SharingLimits limits;
+    limits.waitingForSource = std::max(settings.server.mostWorkers * 3 / 16, 1U);
+    limits.patience = settings.feeds.time;
+    return limits;
+}
+
+XmlWorkersLimits workersLimits(const FeedSettings& feeds) {
+    XmlWorkersLimits limits;
+    limits.workers = std::clamp(std::thread::hardware_concurrency(), 2U, 4U);
+    limits.patience = feeds.time;
+    return limits;
+}
+
 }  // namespace
 
 OpenInstallation::OpenInstallation(Installation opened)
     : installation(std::move(opened)),
       database(db::makeDatabase()),
       files(std::vector<std::string>{installation.folder().string()}),
+      feedPlaces(std::max(installation.settings().server.mostWorkers / 4, 1U)),
+      fetcher(fetchLimits(installation.settings().feeds)),
+      http(fetcher, feedPlaces, sharingLimits(installation.settings())),
+      xml("/proc/self/exe", feedPlaces, workersLimits(installation.settings().feeds)),
       directHits(*database, application),
       shares(openDiskShare),
       log(makeLog(installation.settings().logLevel)),
@@ -37,7 +66,7 @@ OpenInstallation::OpenInstallation(Installation opened)
 OpenInstallation::~OpenInstallation() = default;
 
 Services OpenInstallation::services() {
-    return {application, files, clock, http, *database, directHits, shares, operatorLog};
+    return {application, files, clock, http, xml, *database, directHits, shares, operatorLog};
 }
 
 void OpenInstallation::runWithoutVisitor(const std::function<void(HostContext&)>& work) {

@@ -6,12 +6,15 @@
 #include "delivery/HitStore.h"
 #include "host/LineLog.h"
 #include "installation/Installation.h"
+#include "platform/Admission.h"
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
 #include "platform/Services.h"
 #include "platform/db/Database.h"
 #include "platform/files/DiskFileSystem.h"
 #include "platform/net/CurlHttpClient.h"
+#include "platform/net/SharedFetches.h"
+#include "platform/xml/XmlWorkers.h"
 #include "replication/ServerShares.h"
 
 namespace spdlog {
@@ -43,7 +46,11 @@ struct OpenInstallation {
     ApplicationValues application;  ///< holds the start values
     DiskFileSystem files;
     const SystemClock clock;
-    CurlHttpClient http;
+    /// How many workers feeds may hold.
+    Admission feedPlaces;
+    CurlHttpClient fetcher;
+    SharedFetches http;
+    XmlWorkers xml;
     DirectHits directHits;
     ServerShares shares;
     const std::unique_ptr<spdlog::logger> log;  ///< to standard error, from the level of the settings on

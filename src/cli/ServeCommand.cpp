@@ -103,6 +103,10 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
         fmt::format("serving {} at {}", opened.installation.folder().string(), addresses(server, *http)));
     signals.watch([&] { http->stop(); });
     http->run();
+    // What still waits for a feed waits in vain; then nothing is at work any more, and it can be said.
+    opened.http.cancel();
+    opened.xml.cancel();
+    http->finish();
     log.info("stopped");
     return ExitCode::Ok;
 }

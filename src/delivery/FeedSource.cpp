@@ -3,8 +3,11 @@
 #include <algorithm>
 
 #include "platform/ApplicationValues.h"
+#include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
+#include "platform/Request.h"
+#include "platform/net/CurlHttpClient.h"
 #include "platform/text/Text.h"
 
 namespace torvex::feeds {
@@ -35,6 +38,13 @@ std::string filePath(HostContext& host, std::string_view site, std::string_view 
 
 std::string address(std::string_view column) {
     return forwardSlashes(std::string(text::trim(column)));
+}
+
+HttpClient::Answer fetch(HostContext& host, const std::string& address) {
+    if (text::contains(host.request.serverVariable("HTTP_CDN_LOOP"), fetchMark)) {
+        throw Error("a page that is fetched as a feed can't fetch feeds itself");
+    }
+    return host.http.get(address, host.deadline());
 }
 
 std::string shownReason(HostContext& host, const std::exception& error) {

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/net/HttpClient.h"
+
 namespace torvex {
 struct HostContext;
 }
@@ -16,6 +18,10 @@ std::string filePath(HostContext& host, std::string_view site, std::string_view 
 
 /// An address as a register holds it, made one: trimmed, "\" as "/".
 std::string address(std::string_view column);
+
+/// One try to fetch an address for the page that is being made. Throws `Error` when there is no answer, and
+/// at once when the page is itself fetched as a feed: a page that shows itself would ask without end.
+HttpClient::Answer fetch(HostContext& host, const std::string& address);
 
 /// The description of an error, fit to be shown: without the folders of the installation.
 std::string shownReason(HostContext& host, const std::exception& error);

@@ -59,9 +59,11 @@ bool isGood(int status) {
     return status >= 200 && status < 400;
 }
 
-HttpClient::Answer fetch(HttpClient& http, const std::string& address) {
-    HttpClient::Answer answer = http.get(address);
-    for (int tries = 1; tries < mostTries && !isGood(answer.status); ++tries) answer = http.get(address);
+HttpClient::Answer fetch(HostContext& host, const std::string& address) {
+    HttpClient::Answer answer = feeds::fetch(host, address);
+    for (int tries = 1; tries < mostTries && !isGood(answer.status); ++tries) {
+        answer = feeds::fetch(host, address);
+    }
     return answer;
 }
 
@@ -70,9 +72,8 @@ std::string fromAddress(HostContext& host, const Feed& feed) {
     const std::string address =
         isStatic(feed.address)
             ? feed.address
-            : feeds::withQuery(feed.address, feeds::queryText(feeds::parameters(host.request.queryItems(),
-                                                                                feed.parameters)));
-    const HttpClient::Answer answer = fetch(host.http, address);
+            : feeds::withQuery(feed.address, feeds::queryText(host.request.queryItems(), feed.parameters));
+    const HttpClient::Answer answer = fetch(host, address);
     const std::string status = std::to_string(answer.status);
     // Pages are written knowing that the status stands in front.
     if (isGood(answer.status)) return status + answer.body;

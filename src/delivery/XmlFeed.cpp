@@ -14,7 +14,6 @@
 #include "platform/net/HttpClient.h"
 #include "platform/text/ContentType.h"
 #include "platform/text/Text.h"
-#include "platform/xml/XslTransform.h"
 
 namespace torvex {
 
@@ -40,7 +39,9 @@ std::optional<XmlFeed> XmlFeed::read(HostContext& host, db::Connection& connecti
         feed.data_ = feed.sourceOf(site, rows.text("feedFile_XML"), rows.text("feedURL_XML"));
         feed.stylesheet_ = feed.sourceOf(site, rows.text("feedFile_XSL"), rows.text("feedURL_XSL"));
         feed.blanks_ = rows.number("feedPreserveWhiteSpace") == 1 ? XmlBlanks::Keep : XmlBlanks::Drop;
-        feed.parameters_ = feeds::parameters(host.request.queryItems(), rows.text("feedParameters"));
+        const std::string own = rows.text("feedParameters");
+        feed.parameters_ = feeds::parameters(host.request.queryItems(), own);
+        feed.query_ = feeds::queryText(host.request.queryItems(), own);
     }
     if (feed.data_.place.empty() || feed.stylesheet_.place.empty()) return {};
     if (!endsInAny(feed.data_.place, {".xml"})) feed.addQuery(feed.data_);
@@ -61,37 +62,56 @@ XmlFeed::Source XmlFeed::sourceOf(const std::string& site, const std::string& fi
 
 void XmlFeed::addQuery(Source& source) const {
     if (source.isFile) return;
-    source.place = feeds::withQuery(std::move(source.place), feeds::queryText(parameters_));
+    source.place = feeds::withQuery(std::move(source.place), query_);
 }
 
-XmlDocument XmlFeed::load(const Source& source, XmlBlanks blanks) const {
+XmlText XmlFeed::load(const Source& source, XmlBlanks blanks) const {
     return source.isFile ? loadFile(source.place, blanks) : fetch(source.place, blanks);
 }
 
-XmlDocument XmlFeed::loadFile(const std::string& path, XmlBlanks blanks) const {
-    const std::optional<std::string> bytes = host_->files.readBytes(path);
+XmlText XmlFeed::loadFile(const std::string& path, XmlBlanks blanks) const {
+    std::optional<std::string> bytes = host_->files.readBytes(path);
     if (!bytes) throw XmlError("the feed's file is not there", -1);
-    return XmlDocument::parse(*bytes, blanks);
+    return {std::move(*bytes), blanks, {}};
 }
 
-XmlDocument XmlFeed::fetch(const std::string& address, XmlBlanks blanks) const {
-    const HttpClient::Answer answer = host_->http.get(address);
+XmlText XmlFeed::fetch(const std::string& address, XmlBlanks blanks) const {
+    HttpClient::Answer answer = feeds::fetch(*host_, address);
     if (answer.status < 200 || answer.status > 299) {
         throw XmlError("HTTP " + std::to_string(answer.status) + " - " + answer.statusText, answer.status);
     }
-    return XmlDocument::parse(answer.bytes, blanks, charsetOf(answer.contentType));
+    return {std::move(answer.bytes), blanks, charsetOf(answer.contentType)};
 }
 
-std::string XmlFeed::transform(XmlDocument stylesheet, XmlDocument data) const {
-    return torvex::transform({std::move(stylesheet), std::move(data), parameters_});
+void XmlFeed::check(const XmlText& text) const {
+    host_->xml.check(text, host_->deadline());
 }
+
+std::string XmlFeed::transform(const XmlText& stylesheet, const XmlText& data) const {
+    return host_->xml.transform(stylesheet, data, parameters_, host_->deadline());
+}
+
+namespace {
+
+/// A stylesheet that is none is told before data that aren't there; mostly both are in order, and looked at
+/// together.
+XmlText dataFor(const XmlFeed& feed, const XmlText& stylesheet) {
+    try {
+        return feed.loadData();
+    } catch (const std::exception&) {
+        feed.check(stylesheet);
+        throw;
+    }
+}
+
+}  // namespace
 
 std::string xmlFeed(HostContext& host, db::Connection& connection, int feedId) {
     try {
         const std::optional<XmlFeed> feed = XmlFeed::read(host, connection, feedId);
         if (!feed) return {};
-        XmlDocument stylesheet = feed->loadStylesheet();
-        return feed->transform(std::move(stylesheet), feed->loadData());
+        const XmlText stylesheet = feed->loadStylesheet();
+        return feed->transform(stylesheet, dataFor(*feed, stylesheet));
     } catch (const std::exception& error) {
         // Encoded, so that it shows as the plain text that it is: a stylesheet can stop with a visitor's
         // words.

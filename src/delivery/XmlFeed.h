@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/Request.h"
-#include "platform/xml/XmlDocument.h"
+#include "platform/xml/XmlTransformer.h"
 
 namespace torvex {
 
@@ -21,14 +21,16 @@ class XmlFeed {
     /// one that lacks a document.
     static std::optional<XmlFeed> read(HostContext& host, db::Connection& connection, int feedId);
 
-    /// One try each: reads or fetches, and parses. Throw `XmlError` for a document that isn't one or an
-    /// address that answers anything but 2xx, other `Error`s when there is nothing to be had.
+    /// One try each: reads or fetches. Throw `XmlError` for an address that answers anything but 2xx, other
+    /// `Error`s when there is nothing to be had.
     /// A stylesheet's blanks are the transformation's affair: it keeps none but those of xsl:text.
-    XmlDocument loadStylesheet() const { return load(stylesheet_, XmlBlanks::Keep); }
-    XmlDocument loadData() const { return load(data_, blanks_); }
+    XmlText loadStylesheet() const { return load(stylesheet_, XmlBlanks::Keep); }
+    XmlText loadData() const { return load(data_, blanks_); }
 
-    /// Throws `XmlError`.
-    std::string transform(XmlDocument stylesheet, XmlDocument data) const;
+    /// Throws `XmlError` for what isn't a document.
+    void check(const XmlText& text) const;
+    /// Checks both as well, the stylesheet first. Throws `XmlError`.
+    std::string transform(const XmlText& stylesheet, const XmlText& data) const;
 
   private:
     struct Source {
@@ -40,15 +42,16 @@ class XmlFeed {
 
     Source sourceOf(const std::string& site, const std::string& file, const std::string& address) const;
     void addQuery(Source& source) const;
-    XmlDocument load(const Source& source, XmlBlanks blanks) const;
-    XmlDocument loadFile(const std::string& path, XmlBlanks blanks) const;
-    XmlDocument fetch(const std::string& address, XmlBlanks blanks) const;
+    XmlText load(const Source& source, XmlBlanks blanks) const;
+    XmlText loadFile(const std::string& path, XmlBlanks blanks) const;
+    XmlText fetch(const std::string& address, XmlBlanks blanks) const;
 
     HostContext* host_;
     Source stylesheet_;
     Source data_;
     XmlBlanks blanks_ = XmlBlanks::Drop;
     NamedValues parameters_;
+    std::string query_;  ///< what dynamic addresses are asked with
 };
 
 }  // namespace torvex

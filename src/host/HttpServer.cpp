@@ -107,6 +107,8 @@ class HttpServer::Implementation {
         watch.join();
     }
 
+    void finish() { workers_.stop(); }
+
     void stop() {
         {
             const std::scoped_lock guard(mutex_);
@@ -190,6 +192,10 @@ std::uint16_t HttpServer::tlsPort() const {
 
 void HttpServer::run() {
     implementation_->run();
+}
+
+void HttpServer::finish() {
+    implementation_->finish();
 }
 
 void HttpServer::stop() {

@@ -29,6 +29,8 @@ class HttpServer {
 
     /// Serves until `stop`. To be called once.
     void run();
+    /// Waits, behind `run`, for pages that still run although nobody gets their answers any more.
+    void finish();
     /// Accepts no more, lets running requests finish (up to the stop deadline) and makes `run` return. Safe
     /// from any thread, and to call again; not from a signal handler.
     void stop();

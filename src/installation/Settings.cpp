@@ -16,8 +16,8 @@ namespace torvex {
 namespace {
 
 constexpr std::int64_t mebibyte = 1024 * 1024;
-constexpr std::array<std::string_view, 7> sectionNames = {"database", "server", "tls", "limits",
-                                                          "paths",    "files",  "log"};
+constexpr std::array<std::string_view, 8> sectionNames = {"database", "server", "tls",   "limits",
+                                                          "paths",    "files",  "feeds", "log"};
 constexpr std::array<std::string_view, 6> logLevels = {"trace", "debug", "info", "warn", "error", "off"};
 
 std::string readFile(const std::filesystem::path& file) {
@@ -151,6 +151,12 @@ void readFiles(SettingsSection section, MediaTypes& types) {
     }
 }
 
+void readFeeds(SettingsSection section, FeedSettings& feeds) {
+    section.read("private_addresses", feeds.privateAddresses);
+    section.readSeconds("seconds", feeds.time);
+    section.refuseOthers();
+}
+
 void readLog(SettingsSection section, std::string& level) {
     section.read("level", level);
     section.refuseOthers();
@@ -174,6 +180,7 @@ Settings readSettings(const std::filesystem::path& file) {
     readLimits(section("limits"), settings.server);
     readPaths(section("paths"), settings.paths);
     readFiles(section("files"), settings.server.fileTypes);
+    readFeeds(section("feeds"), settings.feeds);
     readLog(section("log"), settings.logLevel);
     return settings;
 }

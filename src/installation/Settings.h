@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -15,6 +16,13 @@ struct DatabaseSettings {
     std::string password;
 };
 
+/// What is fetched for feeds.
+struct FeedSettings {
+    /// Whether feeds may lie on this machine, in its networks and wherever else is no public address.
+    bool privateAddresses = false;
+    std::chrono::milliseconds time{5'000};  ///< for one fetch, and for one transformation
+};
+
 /// Folders of media, below the public files.
 struct PathSettings {
     std::string images = "images";
@@ -27,6 +35,7 @@ struct Settings {
     DatabaseSettings database;
     ServerOptions server;
     PathSettings paths;
+    FeedSettings feeds;
     std::string logLevel = "info";
 };
 

@@ -9,6 +9,7 @@ class HitCounter;
 class HttpClient;
 class OperatorLog;
 class ServerShares;
+class XmlTransformer;
 namespace db {
 class Database;
 }
@@ -20,6 +21,7 @@ struct Services {
     FileSystem& files;
     const Clock& clock;
     HttpClient& http;
+    XmlTransformer& xml;
     db::Database& database;
     HitCounter& hits;
     ServerShares& shares;
@@ -27,16 +29,19 @@ struct Services {
 
     /// The same, but for one.
     Services with(const Clock& other) const {
-        return {application, files, other, http, database, hits, shares, log};
+        return {application, files, other, http, xml, database, hits, shares, log};
     }
     Services with(HitCounter& other) const {
-        return {application, files, clock, http, database, other, shares, log};
+        return {application, files, clock, http, xml, database, other, shares, log};
     }
     Services with(FileSystem& other) const {
-        return {application, other, clock, http, database, hits, shares, log};
+        return {application, other, clock, http, xml, database, hits, shares, log};
     }
     Services with(HttpClient& other) const {
-        return {application, files, clock, other, database, hits, shares, log};
+        return {application, files, clock, other, xml, database, hits, shares, log};
+    }
+    Services with(XmlTransformer& other) const {
+        return {application, files, clock, http, other, database, hits, shares, log};
     }
 };
 

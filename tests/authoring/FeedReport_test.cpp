@@ -18,11 +18,10 @@ const std::string end = "</font></div>";
 class FeedReportTest : public test::FeedTest {
   protected:
     std::string report(const std::string& data, const std::string& stylesheet) {
-        CurlHttpClient http;
-        HostContext context{host.services().with(http), host.request, host.response, host.session};
+        HostContext seen = context();
         const int feedId =
             addXmlFeed({{"feedURL_XML", server.url(data)}, {"feedURL_XSL", server.url(stylesheet)}});
-        return reportedXmlFeed(context, connection(), feedId);
+        return reportedXmlFeed(seen, connection(), feedId);
     }
     static std::string textOf(const std::string& report) {
         EXPECT_TRUE(report.starts_with(start)) << report;
@@ -86,9 +85,8 @@ TEST_P(FeedReportTest, AFailureWithoutACodeIsToldWithoutOne) {
 TEST_P(FeedReportTest, AServerThatIsNotThereIsTold) {
     const int feedId = addXmlFeed(
         {{"feedURL_XML", "http://127.0.0.1:1/a.xml"}, {"feedURL_XSL", "http://127.0.0.1:1/a.xsl"}});
-    CurlHttpClient http;
-    HostContext context{host.services().with(http), host.request, host.response, host.session};
-    EXPECT_TRUE(textOf(reportedXmlFeed(context, connection(), feedId)).starts_with("- "));
+    HostContext seen = context();
+    EXPECT_TRUE(textOf(reportedXmlFeed(seen, connection(), feedId)).starts_with("- "));
 }
 
 }  // namespace

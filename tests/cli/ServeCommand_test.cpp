@@ -22,6 +22,7 @@ namespace torvex::test {
 namespace {
 
 using testing::HasSubstr;
+using namespace std::chrono_literals;
 
 class ServeCommand : public ProgramDatabaseTest {
   protected:
@@ -142,29 +143,109 @@ TEST_P(ServeCommand, AddressInUseIsRefused) {
     EXPECT_EQ(CurlHttpClient().get(address).status, 200);
 }
 
-TEST_P(ServeCommand, WhileFeedsAreSlowOthersAreServedAtOnce) {
-    using namespace std::chrono_literals;
+/// The demo, with its HTML feed at an address, and with feeds of this machine allowed.
+class ServeFeeds : public ServeCommand {
+  protected:
+    void initWithFeed(const std::string& address, const std::string& settings = "private_addresses = true") {
+        init({"--demo", "--admin-password", "word"});
+        sql("update TORVEX_FEEDS_HTML set feedFile = '', feedURL = '" + address + "'");
+        std::ostringstream text;
+        text << std::ifstream(site() + "/torvex.toml").rdbuf();
+        std::ofstream(site() + "/torvex.toml")
+            << std::regex_replace(text.str(), std::regex("\\[feeds\\]"), "[feeds]\n" + settings);
+    }
+    static std::string feedPage(const std::string& address) {
+        HttpLimits limits;
+        limits.step = limits.total = 60s;
+        return CurlHttpClient(limits).get(address + "tvx.asp?pageId=46").body;
+    }
+    static std::vector<std::future<std::string>> views(const std::string& address, int count) {
+        std::vector<std::future<std::string>> pages;
+        for (int i = 0; i < count; ++i) {
+            pages.push_back(std::async(std::launch::async, [address] { return feedPage(address); }));
+        }
+        return pages;
+    }
+
     FeedServer feeds;
+};
+INSTANTIATE_TEST_SUITE_P(Engines, ServeFeeds, bothEngines(), engineName);
+
+TEST_P(ServeFeeds, WhileTheyAreSlowOthersAreServedAtOnce) {
     feeds.at("/slow", [](FeedServer::Peer& peer) {
-        std::this_thread::sleep_for(10s);
-        peer.send(answerText("200 OK", "", "after ten seconds"));
+        std::this_thread::sleep_for(4s);
+        peer.send(answerText("200 OK", "", "after four seconds"));
     });
-    init({"--demo", "--admin-password", "word"});
-    sql("update TORVEX_FEEDS_HTML set feedFile = '', feedURL = '" + feeds.url("/slow") + "'");
+    initWithFeed(feeds.url("/slow"));
     const auto server = serve();
     const std::string address = addressOf(*server);
     const auto begin = std::chrono::steady_clock::now();
-    std::vector<std::future<std::string>> slow;
-    for (int i = 0; i < 12; ++i) {
-        slow.push_back(std::async(std::launch::async, [address] {
-            return CurlHttpClient().get(address + "tvx.asp?pageId=46").body;
-        }));
-    }
-    while (feeds.targets().size() < 4) std::this_thread::sleep_for(10ms);
+    auto slow = views(address, 12);
+    while (feeds.targets().empty()) std::this_thread::sleep_for(10ms);
     CurlHttpClient http;
     for (int i = 0; i < 50; ++i) EXPECT_EQ(http.get(address + "tvx.asp?pageId=1").status, 200);
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, 9s);
-    for (auto& page : slow) EXPECT_THAT(page.get(), HasSubstr("200after ten seconds"));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
+    for (auto& page : slow) EXPECT_THAT(page.get(), HasSubstr("200after four seconds"));
+    EXPECT_EQ(feeds.targets().size(), 1U);
+}
+
+TEST_P(ServeFeeds, ASilentOneStopsNobodyAndIsSoonLeftAlone) {
+    feeds.at("/silent", [](FeedServer::Peer& peer) { peer.waitForClose(); });
+    initWithFeed(feeds.url("/silent"), "private_addresses = true\nseconds = 2");
+    const auto server = serve();
+    const std::string address = addressOf(*server);
+    auto silent = views(address, 80);
+    while (feeds.targets().empty()) std::this_thread::sleep_for(10ms);
+    const auto begin = std::chrono::steady_clock::now();
+    CurlHttpClient http;
+    for (int i = 0; i < 50; ++i) EXPECT_EQ(http.get(address + "tvx.asp?pageId=1").status, 200);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 2s);
+    for (auto& page : silent) EXPECT_THAT(page.get(), HasSubstr("HTTP error - "));
+    const auto later = std::chrono::steady_clock::now();
+    EXPECT_THAT(feedPage(address), HasSubstr("HTTP error - the server took too long to answer"));
+    EXPECT_LT(std::chrono::steady_clock::now() - later, 1s);
+    EXPECT_EQ(feeds.targets().size(), 1U);
+}
+
+TEST_P(ServeFeeds, OneThatShowsThePageItselfFailsAtOnce) {
+    initWithFeed("http://127.0.0.1:1/");
+    std::string address;
+    {
+        const auto once = serve();
+        address = addressOf(*once);
+        once->signal(SIGTERM);
+        once->wait(std::chrono::seconds(15));
+    }
+    sql("update TORVEX_FEEDS_HTML set feedURL = '" + address + "tvx.asp?pageId=46'");
+    const auto server = serve(address.substr(7, address.size() - 8));
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_THAT(feedPage(address),
+                HasSubstr("a page that is fetched as a feed can&#39;t fetch feeds itself"));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
+}
+
+TEST_P(ServeFeeds, ReachNoPrivateAddressUnlessTheSettingsSaySo) {
+    feeds.answer("/a", "200 OK", "", "secret");
+    initWithFeed(feeds.url("/a"), "seconds = 5");
+    const auto server = serve();
+    EXPECT_THAT(feedPage(addressOf(*server)), HasSubstr("HTTP error - the address is not a public one"));
+    EXPECT_TRUE(feeds.targets().empty());
+}
+
+TEST_P(ServeFeeds, OneThatHangsKeepsTheProgramFromNothing) {
+    feeds.at("/silent", [](FeedServer::Peer& peer) { peer.waitForClose(); });
+    initWithFeed(feeds.url("/silent"));
+    const auto server = serve();
+    auto hanging = views(addressOf(*server), 3);
+    while (feeds.targets().empty()) std::this_thread::sleep_for(10ms);
+    server->signal(SIGTERM);
+    const auto begin = std::chrono::steady_clock::now();
+    server->waitForError("stopped", std::chrono::seconds(15));
+    const auto said = std::chrono::steady_clock::now();
+    EXPECT_EQ(server->wait(std::chrono::seconds(15)).code, 0);
+    EXPECT_LT(std::chrono::steady_clock::now() - said, 500ms);
+    EXPECT_LT(said - begin, 10s);
+    for (auto& page : hanging) page.wait();
 }
 
 TEST_P(ServeCommand, AddressThatIsNoneIsWrongUsage) {

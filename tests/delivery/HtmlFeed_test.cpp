@@ -125,6 +125,13 @@ TEST_P(HtmlFeedTest, ANameOfBothIsSentTwice) {
     EXPECT_EQ(server.targets(), (Targets{"/a?q=1&q=2"}));
 }
 
+TEST_P(HtmlFeedTest, AVisitorCannotSlipInAParameterOfTheFeed) {
+    server.answer("/a", "200 OK", "", "fine");
+    visit("x%26style=long&style%3Dlong%26y=1&z%2523=2");
+    html(addressFeed("/a", "style=short"));
+    EXPECT_EQ(server.targets(), (Targets{"/a?x%26style=long&style%3Dlong%26y=1&z%2523=2&style=short"}));
+}
+
 TEST_P(HtmlFeedTest, EncodesSomeMarksOfAValue) {
     server.answer("/a", "200 OK", "", "fine");
     html(addressFeed("/a", "q=a b/{[_"));
@@ -173,6 +180,36 @@ TEST_P(HtmlFeedTest, ADeadServerCostsOneLine) {
     server.at("/a", [](test::FeedServer::Peer&) {});
     EXPECT_EQ(html(addressFeed("/a")), redLine("HTTP error - the server gave no answer"));
     EXPECT_EQ(server.targets(), (Targets{"/a"}));
+}
+
+TEST_P(HtmlFeedTest, APageThatIsFetchedAsAFeedFetchesNone) {
+    server.answer("/a", "200 OK", "", "fine");
+    host.request.setServerVariable("HTTP_CDN_LOOP", "other, torvex");
+    EXPECT_EQ(html(addressFeed("/a")),
+              redLine("HTTP error - a page that is fetched as a feed can&#39;t fetch feeds itself"));
+    EXPECT_TRUE(server.targets().empty());
+    host.request.setServerVariable("HTTP_CDN_LOOP", "other");
+    EXPECT_EQ(html(addressFeed("/a")), "200fine");
+}
+
+TEST_P(HtmlFeedTest, AnAnswerIsFetchedOnceForAsLongAsItsSourceAllows) {
+    server.answer("/kept", "200 OK", "Cache-Control: max-age=60\r\n", "kept");
+    server.answer("/anew", "200 OK", "", "anew");
+    for (const char* target : {"/kept", "/anew"}) {
+        const int feed = addressFeed(target);
+        EXPECT_EQ(html(feed), html(feed));
+    }
+    EXPECT_EQ(server.targets(), (Targets{"/kept", "/anew", "/anew"}));
+}
+
+TEST_P(HtmlFeedTest, WhatIsKeptForOneVisitorsParametersIsNoOthers) {
+    server.answer("/a", "200 OK", "Cache-Control: max-age=60\r\n", "fine");
+    const int feed = addressFeed("/a");
+    visit("q=1");
+    html(feed);
+    visit("q=2");
+    html(feed);
+    EXPECT_EQ(server.targets(), (Targets{"/a?q=1", "/a?q=2"}));
 }
 
 TEST_P(HtmlFeedTest, AnotherSchemeCostsOneLine) {

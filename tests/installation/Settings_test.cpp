@@ -45,6 +45,8 @@ TEST_F(SettingsFile, EmptyFileGivesTheDefaults) {
     EXPECT_EQ(settings.server.tls.certificate, "");
     EXPECT_EQ(settings.paths.images, "images");
     EXPECT_EQ(settings.paths.documents, "documents");
+    EXPECT_FALSE(settings.feeds.privateAddresses);
+    EXPECT_EQ(settings.feeds.time, std::chrono::seconds(5));
     EXPECT_EQ(settings.logLevel, "info");
 }
 

@@ -80,7 +80,7 @@ class ReplicationTest : public SiteTest {
     }
 
     HostContext context() {
-        const Services seen{host.application, *disk_,    host.clock, host.http,
+        const Services seen{host.application, *disk_,    host.clock, host.http, host.xml,
                             host.database,    host.hits, shares_,    host.log};
         return {seen, host.request, host.response, host.session};
     }

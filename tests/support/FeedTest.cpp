@@ -1,8 +1,16 @@
 #include "support/FeedTest.h"
 
 #include "delivery/Feeds.h"
+#include "platform/xml/XmlWorkers.h"
+#include "support/RunningProgram.h"
 
 namespace torvex::test {
+
+XmlTransformer& xmlWorkers() {
+    static Admission places(16);
+    static XmlWorkers workers(programPath(), places);
+    return workers;
+}
 
 void FeedTest::SetUp() {
     DatabaseTest::SetUp();
@@ -24,7 +32,7 @@ int FeedTest::add(const std::string& table, Columns columns) {
 }
 
 HostContext FeedTest::context() {
-    return {host.services().with(http_), host.request, host.response, host.session};
+    return {host.services().with(http_).with(xmlWorkers()), host.request, host.response, host.session};
 }
 
 std::string FeedTest::html(int feedId) {

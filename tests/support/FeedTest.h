@@ -6,11 +6,15 @@
 #include <utility>
 
 #include "platform/net/CurlHttpClient.h"
+#include "platform/net/SharedFetches.h"
 #include "support/FeedServer.h"
 #include "support/TestDatabase.h"
 #include "support/TestHost.h"
 
 namespace torvex::test {
+
+/// Processes of the program that do the work on XML, the same ones for all tests.
+XmlTransformer& xmlWorkers();
 
 /// A host whose feeds come from a real server, with the documents of the sites below "/tvx/docs/".
 class FeedTest : public DatabaseTest {
@@ -28,6 +32,7 @@ class FeedTest : public DatabaseTest {
         host.files.bytes["/tvx/docs/01/" + name] = bytes;
     }
 
+    HostContext context();
     std::string html(int feedId);
     std::string xml(int feedId);
 
@@ -36,9 +41,10 @@ class FeedTest : public DatabaseTest {
 
   private:
     int add(const std::string& table, Columns columns);
-    HostContext context();
 
-    CurlHttpClient http_;
+    Admission places_{16};
+    CurlHttpClient fetcher_;
+    SharedFetches http_{fetcher_, places_};
 };
 
 }  // namespace torvex::test

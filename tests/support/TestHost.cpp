@@ -4,7 +4,7 @@
 
 namespace torvex::test {
 
-HttpClient::Answer FakeHttpClient::get(const std::string& url) {
+HttpClient::Answer FakeHttpClient::get(const std::string& url, Deadline /*deadline*/) {
     if (!failure.empty()) throw Error(failure);
     const auto answer = answers.find(url);
     if (answer == answers.end()) throw Error("no answer from " + url);

@@ -16,6 +16,7 @@
 #include "platform/db/Database.h"
 #include "platform/net/HttpClient.h"
 #include "replication/ServerShares.h"
+#include "support/DirectXmlTransformer.h"
 #include "support/MemoryFileSystem.h"
 
 namespace torvex::test {
@@ -26,7 +27,8 @@ class FakeHttpClient final : public HttpClient {
     std::map<std::string, Answer> answers;
     std::string failure;
 
-    Answer get(const std::string& url) override;
+    using HttpClient::get;
+    Answer get(const std::string& url, Deadline deadline) override;
 };
 
 /// Remembers how often each node was counted on each day.
@@ -64,7 +66,7 @@ class TestHost {
     TestHost& operator=(const TestHost&) = delete;
 
     HostContext& context() { return context_; }
-    Services services() { return {application, files, clock, http, database, hits, shares, log}; }
+    Services services() { return {application, files, clock, http, xml, database, hits, shares, log}; }
 
     Request request;
     Response response;
@@ -73,6 +75,7 @@ class TestHost {
     MemoryFileSystem files;
     FixedClock clock{DateTime{2026, 6, 15, 12, 0, 0}};
     FakeHttpClient http;
+    DirectXmlTransformer xml;
     LateDatabase database;
     FakeHitCounter hits;
     ServerShares shares{[this](const std::string& share, const std::string&) { return openShare(share); }};

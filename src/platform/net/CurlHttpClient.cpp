@@ -4,10 +4,12 @@
 #include <array>
 #include <curl/curl.h>
 #include <exception>
+#include <fmt/format.h>
 #include <memory>
 #include <mutex>
 #include <new>
 #include <string_view>
+#include <sys/socket.h>
 
 #include "platform/Errors.h"
 #include "platform/text/ContentType.h"
@@ -25,7 +27,11 @@ struct CloseEasy {
 struct CloseMulti {
     void operator()(CURLM* handle) const { curl_multi_cleanup(handle); }
 };
+struct FreeList {
+    void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+};
 using Easy = std::unique_ptr<CURL, CloseEasy>;
+using List = std::unique_ptr<curl_slist, FreeList>;
 using Multi = std::unique_ptr<CURLM, CloseMulti>;
 
 void initialiseLibrary() {
@@ -68,7 +74,7 @@ class Transfer {
     Transfer& operator=(const Transfer&) = delete;
     ~Transfer() { curl_multi_remove_handle(multi_.get(), easy_.get()); }
 
-    HttpClient::Answer run();
+    HttpClient::Answer run(Deadline deadline);
 
   private:
     /// Whatever changes when a fetch gets on.
@@ -92,8 +98,12 @@ class Transfer {
     bool takeHeader(std::string_view line);
     static std::size_t onBody(char* data, std::size_t, std::size_t size, void* self) noexcept;
     static std::size_t onHeader(char* data, std::size_t, std::size_t size, void* self) noexcept;
+    static curl_socket_t onSocket(void* self, curlsocktype purpose, curl_sockaddr* address) noexcept;
+    std::string field(const char* name) const;
+    Freshness freshness() const;
 
     const HttpLimits& limits_;
+    List header_;
     Multi multi_;
     Easy easy_;
     std::string bytes_;
@@ -120,6 +130,11 @@ Transfer::Transfer(const HttpLimits& limits, const std::string& proxy, const std
     set(CURLOPT_WRITEDATA, static_cast<void*>(this));
     set(CURLOPT_HEADERFUNCTION, &Transfer::onHeader);
     set(CURLOPT_HEADERDATA, static_cast<void*>(this));
+    header_.reset(curl_slist_append(nullptr, fmt::format("{}: {}", fetchMarkField, fetchMark).c_str()));
+    if (!header_) throw std::bad_alloc();
+    set(CURLOPT_HTTPHEADER, header_.get());
+    set(CURLOPT_OPENSOCKETFUNCTION, &Transfer::onSocket);
+    set(CURLOPT_OPENSOCKETDATA, static_cast<void*>(this));
     curl_multi_add_handle(multi_.get(), easy_.get());
 }
 
@@ -143,8 +158,8 @@ Transfer::Progress Transfer::progress() const {
             redirects};
 }
 
-HttpClient::Answer Transfer::run() {
-    const auto end = SteadyClock::now() + limits_.total;
+HttpClient::Answer Transfer::run(Deadline deadline) {
+    const auto end = Deadline::in(limits_.total).orEarlier(deadline).until();
     auto stepEnd = SteadyClock::now() + limits_.step;
     for (Progress before{}; advance();) {
         const Progress now = progress();
@@ -208,6 +223,28 @@ std::string Transfer::reason(CURLcode code) const {
     }
 }
 
+/// Of the last answer on the way; "" when it isn't there.
+std::string Transfer::field(const char* name) const {
+    std::string value;
+    curl_header* found = nullptr;
+    for (std::size_t index = 0;
+         curl_easy_header(easy_.get(), name, index, CURLH_HEADER, -1, &found) == CURLHE_OK; ++index) {
+        value.append(value.empty() ? "" : ", ").append(found->value);
+        if (index + 1 >= found->amount) break;
+    }
+    return value;
+}
+
+Freshness Transfer::freshness() const {
+    const std::string cacheControl = field("Cache-Control");
+    const std::string expires = field("Expires");
+    const std::string date = field("Date");
+    const std::string age = field("Age");
+    const std::string vary = field("Vary");
+    return freshnessOf({cacheControl, expires, date, age, vary, !field("Set-Cookie").empty()},
+                       std::chrono::system_clock::now());
+}
+
 HttpClient::Answer Transfer::answer() {
     long status = 0;
     const char* contentType = nullptr;
@@ -217,6 +254,7 @@ HttpClient::Answer Transfer::answer() {
     answer.status = static_cast<int>(status);
     answer.statusText = text::toValidUtf8(statusText_);
     if (contentType != nullptr) answer.contentType = contentType;
+    answer.freshness = freshness();
     answer.body = decodeText(bytes_, answer.contentType);
     answer.bytes = std::move(bytes_);
     return answer;
@@ -263,6 +301,16 @@ std::size_t Transfer::onHeader(char* data, std::size_t, std::size_t size, void* 
     }
 }
 
+curl_socket_t Transfer::onSocket(void* self, curlsocktype, curl_sockaddr* address) noexcept {
+    auto* transfer = static_cast<Transfer*>(self);
+    const auto* mayReach = transfer->limits_.mayReach;
+    if (mayReach != nullptr && !mayReach(address->addr)) {
+        transfer->refusal_ = "the address is not a public one";
+        return CURL_SOCKET_BAD;
+    }
+    return ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
+}
+
 }  // namespace
 
 CurlHttpClient::CurlHttpClient(HttpLimits limits, std::string proxy)
@@ -270,11 +318,11 @@ CurlHttpClient::CurlHttpClient(HttpLimits limits, std::string proxy)
     initialiseLibrary();
 }
 
-HttpClient::Answer CurlHttpClient::get(const std::string& url) {
+HttpClient::Answer CurlHttpClient::get(const std::string& url, Deadline deadline) {
     if (!text::startsWith(url, "http://") && !text::startsWith(url, "https://")) {
         throw Error("only http and https addresses can be fetched");
     }
-    return Transfer(limits_, proxy_, encodedAddress(url)).run();
+    return Transfer(limits_, proxy_, encodedAddress(url)).run(deadline);
 }
 
 }  // namespace torvex

@@ -2,6 +2,9 @@
 
 #include <string>
 
+#include "platform/Deadline.h"
+#include "platform/net/Freshness.h"
+
 namespace torvex {
 
 /// Fetching an address over http or https, for feeds. Implementations are safe to share between threads.
@@ -13,12 +16,14 @@ class HttpClient {
         std::string body;         ///< UTF-8
         std::string contentType;  ///< as it was sent; "" when there was none
         std::string bytes;        ///< the body as it came, for formats that name their own encoding
+        Freshness freshness{};    ///< how long others may be given it
     };
 
     virtual ~HttpClient() = default;
 
-    /// One try. Throws `Error` with the reason when no answer comes.
-    virtual Answer get(const std::string& url) = 0;
+    /// One try. Throws `Error` with the reason when no answer comes, or none before the deadline.
+    virtual Answer get(const std::string& url, Deadline deadline) = 0;
+    Answer get(const std::string& url) { return get(url, Deadline()); }
 };
 
 }  // namespace torvex

@@ -1,8 +1,11 @@
 #include "platform/net/CurlHttpClient.h"
 
+#include <cstring>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
 
 #include "platform/Errors.h"
+#include "platform/net/PublicAddress.h"
 #include "support/FeedServer.h"
 
 namespace torvex {
@@ -269,6 +272,77 @@ TEST(CurlHttpClient, RefusesWhatIsNotHttp) {
     server.at("/a", [](FeedServer::Peer& peer) { peer.send("220 mail.example ready\r\n"); });
     CurlHttpClient client;
     EXPECT_NE(failureOf(client, server.url("/a")), "no error");
+}
+
+HttpLimits publicOnly() {
+    HttpLimits limits = quick();
+    limits.mayReach = isPublicAddress;
+    return limits;
+}
+
+TEST(CurlHttpClient, ReachesNoPrivateAddress) {
+    FeedServer server;
+    server.answer("/a", "200 OK", "", "secret");
+    CurlHttpClient client(publicOnly());
+    const std::string port = server.url("").substr(std::string("http://127.0.0.1").size());
+    for (const char* name : {"127.0.0.1", "localhost", "127.1", "0x7f.1", "2130706433", "0.0.0.0", "[::1]",
+                             "[::ffff:127.0.0.1]", "[::]"}) {
+        EXPECT_EQ(failureOf(client, "http://" + std::string(name) + port + "/a"),
+                  "the address is not a public one")
+            << name;
+    }
+    EXPECT_TRUE(server.targets().empty());
+}
+
+int allowedPort = 0;
+
+bool isOfAllowedPort(const sockaddr& address) {
+    sockaddr_in place{};
+    std::memcpy(&place, &address, sizeof place);
+    return ntohs(place.sin_port) == allowedPort;
+}
+
+TEST(CurlHttpClient, ARedirectReachesNoMoreThanTheFirstAddress) {
+    FeedServer inner;
+    inner.answer("/secret", "200 OK", "", "secret");
+    FeedServer outer;
+    outer.answer("/a", "302 Found", "Location: " + inner.url("/secret") + "\r\n", "");
+    outer.answer("/b", "302 Found", "Location: /c\r\n", "");
+    outer.answer("/c", "200 OK", "", "fine");
+    HttpLimits limits = quick();
+    limits.mayReach = isOfAllowedPort;
+    allowedPort = std::stoi(outer.url("").substr(std::string("http://127.0.0.1:").size()));
+    CurlHttpClient client(limits);
+    EXPECT_EQ(client.get(outer.url("/b")).body, "fine");
+    EXPECT_EQ(failureOf(client, outer.url("/a")), "the address is not a public one");
+    EXPECT_TRUE(inner.targets().empty());
+}
+
+TEST(CurlHttpClient, SaysThatItIsAFetch) {
+    FeedServer server;
+    server.answer("/a", "200 OK", "", "");
+    CurlHttpClient().get(server.url("/a"));
+    EXPECT_NE(server.lastRequest().find("CDN-Loop: torvex\r\n"), std::string::npos);
+}
+
+TEST(CurlHttpClient, GivesUpAtTheDeadline) {
+    FeedServer server;
+    server.at("/a", [](FeedServer::Peer& peer) { peer.waitForClose(); });
+    const auto begin = Deadline::Clock::now();
+    EXPECT_THROW(CurlHttpClient().get(server.url("/a"), Deadline::in(150ms)), Error);
+    EXPECT_LT(Deadline::Clock::now() - begin, 2s);
+}
+
+TEST(CurlHttpClient, TellsHowLongAnAnswerMayBeKept) {
+    FeedServer server;
+    server.answer("/a", "200 OK", "Cache-Control: public\r\nCache-Control: max-age=60\r\nAge: 10\r\n", "");
+    server.answer("/b", "200 OK", "Cache-Control: max-age=60\r\nSet-Cookie: a=b\r\n", "");
+    server.answer("/c", "302 Found", "Location: /d\r\nCache-Control: max-age=60\r\n", "");
+    server.answer("/d", "200 OK", "", "");
+    CurlHttpClient client;
+    EXPECT_EQ(client.get(server.url("/a")).freshness.fresh, 50s);
+    EXPECT_EQ(client.get(server.url("/b")).freshness.fresh, 0s);
+    EXPECT_EQ(client.get(server.url("/c")).freshness.fresh, 0s);
 }
 
 TEST(CurlHttpClient, AsksTheProxy) {
