@@ -7,7 +7,6 @@
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
 #include "platform/Request.h"
-#include "platform/net/CurlHttpClient.h"
 #include "platform/text/Text.h"
 
 namespace torvex::feeds {

@@ -186,7 +186,7 @@ TEST_P(HtmlFeedTest, APageThatIsFetchedAsAFeedFetchesNone) {
     server.answer("/a", "200 OK", "", "fine");
     host.request.setServerVariable("HTTP_CDN_LOOP", "other, torvex");
     EXPECT_EQ(html(addressFeed("/a")),
-              redLine("HTTP error - a page that is fetched as a feed can&#39;t fetch feeds itself"));
+              redLine("HTTP error - a page that is fetched as a feed can't fetch feeds itself"));
     EXPECT_TRUE(server.targets().empty());
     host.request.setServerVariable("HTTP_CDN_LOOP", "other");
     EXPECT_EQ(html(addressFeed("/a")), "200fine");

@@ -68,6 +68,9 @@ body_bytes = 1000
 header_seconds = 2.5
 [paths]
 images = "pictures"
+[feeds]
+private_addresses = true
+seconds = 1.5
 [log]
 level = "debug"
 )");
@@ -84,6 +87,8 @@ level = "debug"
     EXPECT_EQ(settings.server.deadlines.header, 2500ms);
     EXPECT_EQ(settings.paths.images, "pictures");
     EXPECT_EQ(settings.paths.documents, "documents");
+    EXPECT_TRUE(settings.feeds.privateAddresses);
+    EXPECT_EQ(settings.feeds.time, 1500ms);
     EXPECT_EQ(settings.logLevel, "debug");
 }
 

@@ -148,6 +148,8 @@ class PostgresConnection final : public PooledConnection {
 void PostgresConnection::setUp() {
     PQsetNoticeReceiver(handle_.get(), ignoreNotice, nullptr);
     command("set datestyle to iso");
+    // Whoever waits longer for another's change than a visitor would is told.
+    command("set lock_timeout to '30s'");
 }
 
 /// To a connection at rest the server says nothing but its end, or that its settings have changed; a new

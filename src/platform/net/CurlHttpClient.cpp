@@ -126,6 +126,8 @@ Transfer::Transfer(const HttpLimits& limits, const std::string& proxy, const std
     set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     set(CURLOPT_USERAGENT, "Torvex");
     set(CURLOPT_NOSIGNAL, 1L);
+    // A search for a name that doesn't end is left behind, not waited for.
+    set(CURLOPT_QUICK_EXIT, 1L);
     set(CURLOPT_WRITEFUNCTION, &Transfer::onBody);
     set(CURLOPT_WRITEDATA, static_cast<void*>(this));
     set(CURLOPT_HEADERFUNCTION, &Transfer::onHeader);

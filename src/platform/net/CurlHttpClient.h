@@ -10,10 +10,6 @@ struct sockaddr;
 
 namespace torvex {
 
-/// The field and the name in it by which a server knows that a request is a fetch of one like itself.
-inline constexpr const char* fetchMarkField = "CDN-Loop";
-inline constexpr const char* fetchMark = "torvex";
-
 /// What a fetch may cost.
 struct HttpLimits {
     /// The longest that one step may take without getting on: finding the name, connecting, sending, and

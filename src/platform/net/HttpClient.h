@@ -7,6 +7,10 @@
 
 namespace torvex {
 
+/// The field and the name in it by which a server knows that a request is a fetch of one like itself.
+inline constexpr const char* fetchMarkField = "CDN-Loop";
+inline constexpr const char* fetchMark = "torvex";
+
 /// Fetching an address over http or https, for feeds. Implementations are safe to share between threads.
 class HttpClient {
   public:

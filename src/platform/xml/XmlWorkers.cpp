@@ -211,9 +211,10 @@ std::string XmlWorkers::ask(const XmlText& stylesheet, const XmlText* data, cons
             throw;
         } catch (const WorkerGone&) {
             // One that has served others may have come to its end just now; another gets the request then.
-            if (!turn.isFirst() && Deadline::Clock::now() - begin < ownEnd) continue;
+            const bool cameSoon = Deadline::Clock::now() - begin < ownEnd;
+            if (cameSoon && !turn.isFirst()) continue;
             remember(key, begin, tookTooLong);
-            throw XmlError(tookTooLong, -1);
+            throw XmlError(cameSoon ? "the helper for XML ended" : tookTooLong, -1);
         }
     }
 }

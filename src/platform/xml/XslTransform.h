@@ -7,8 +7,8 @@
 
 namespace torvex {
 
-/// What one transformation may cost. These hold off accidents and crude attacks; against a stylesheet made
-/// with skill they are no wall: memory is not bounded.
+/// What one transformation may cost. These hold off accidents and crude attacks, with a message; against a
+/// stylesheet made with skill they are no wall: that is what XmlWorkers are for.
 struct XslLimits {
     /// How deep templates, and the instructions around a call, may nest. A level takes up to 0.7 KB of stack:
     /// this much fits in the 2 MB that a thread has at least.

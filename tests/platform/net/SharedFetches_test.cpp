@@ -66,6 +66,7 @@ class SharedFetchesTest : public testing::Test {
     }
     /// Asks from so many threads at once.
     std::vector<std::string> together(int count, const std::function<std::string(int)>& ask) {
+        fetches();
         std::vector<std::string> results(static_cast<std::size_t>(count));
         std::vector<std::thread> threads;
         for (int n = 0; n < count; ++n) {
