@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <fmt/format.h>
 #include <fstream>
 #include <iconv.h>

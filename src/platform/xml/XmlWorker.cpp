@@ -68,11 +68,13 @@ Reply answered(std::string_view message) {
     }
 }
 
-/// Nothing is written by the libraries at the first use only, when there are no files any more.
+/// Whatever the libraries read from files at their first use, they read now.
 void warmUp() {
-    answered(workerMessages::write(
-        {"<x:stylesheet version='1.0' xmlns:x='http://www.w3.org/1999/XSL/Transform'/>", XmlBlanks::Keep, {}},
-        nullptr, {}));
+    const XmlText stylesheet{"<x:stylesheet version='1.0' xmlns:x='http://www.w3.org/1999/XSL/Transform'>"
+                             "<x:output method='html'/><x:template match='/'><p>&#233;</p></x:template>"
+                             "</x:stylesheet>"};
+    const XmlText data{"<?xml version='1.0' encoding='iso-8859-1'?><r/>"};
+    answered(workerMessages::write(stylesheet, &data, {}));
 }
 
 }  // namespace
