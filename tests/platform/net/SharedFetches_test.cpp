@@ -1,5 +1,6 @@
 #include "platform/net/SharedFetches.h"
 
+#include <algorithm>
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

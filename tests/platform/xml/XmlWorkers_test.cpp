@@ -1,5 +1,6 @@
 #include "platform/xml/XmlWorkers.h"
 
+#include <atomic>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
