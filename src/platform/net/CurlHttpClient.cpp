@@ -305,7 +305,7 @@ std::size_t Transfer::onHeader(char* data, std::size_t, std::size_t size, void* 
 
 curl_socket_t Transfer::onSocket(void* self, curlsocktype, curl_sockaddr* address) noexcept {
     auto* transfer = static_cast<Transfer*>(self);
-    const auto* mayReach = transfer->limits_.mayReach;
+    auto* const mayReach = transfer->limits_.mayReach;
     if (mayReach != nullptr && !mayReach(address->addr)) {
         transfer->refusal_ = "the address is not a public one";
         return CURL_SOCKET_BAD;

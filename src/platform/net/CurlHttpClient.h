@@ -14,9 +14,9 @@ namespace torvex {
 struct HttpLimits {
     /// The longest that one step may take without getting on: finding the name, connecting, sending, and
     /// waiting for the next piece of the answer.
-    std::chrono::milliseconds step{5'000};
+    std::chrono::milliseconds step{30'000};
     /// The whole fetch with all its redirects, so that an answer that drips for ever ends too.
-    std::chrono::milliseconds total{5'000};
+    std::chrono::milliseconds total{120'000};
     std::size_t bodyBytes = 8u << 20;
     std::size_t headerBytes = 64u << 10;  ///< of all answers on the way
     int redirects = 10;

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <fmt/format.h>
 #include <fstream>
 #include <iconv.h>
 #include <linux/audit.h>

@@ -48,6 +48,10 @@ void refuseEntity(void* parser, const xmlChar*, int, const xmlChar*, const xmlCh
     refuse(parser, "the document declares entities");
 }
 
+void refuseUnparsedEntity(void* parser, const xmlChar*, const xmlChar*, const xmlChar*, const xmlChar*) {
+    refuse(parser, "the document declares entities");
+}
+
 void startElement(void* parser, const xmlChar* name, const xmlChar* prefix, const xmlChar* address,
                   int namespaceCount, const xmlChar** namespaces, int attributeCount, int defaultCount,
                   const xmlChar** attributes) {
@@ -189,6 +193,7 @@ XmlDocument XmlDocument::parse(std::string_view bytes, XmlBlanks blanks, const s
     Watch watch{limits};
     parser->_private = &watch;
     parser->sax->entityDecl = &refuseEntity;
+    parser->sax->unparsedEntityDecl = &refuseUnparsedEntity;
     parser->sax->startElementNs = &startElement;
     int options = XML_PARSE_NOENT | XML_PARSE_NONET | XML_PARSE_NOCDATA | XML_PARSE_COMPACT |
                   XML_PARSE_NOERROR | XML_PARSE_NOWARNING;

@@ -69,7 +69,8 @@ TEST(XmlDocument, ADocumentTypeIsReadOver) {
 TEST(XmlDocument, RefusesEveryKindOfEntity) {
     for (const char* declared :
          {"<!ENTITY a \"x\">", "<!ENTITY % a \"x\">", "<!ENTITY a SYSTEM \"file:///etc/passwd\">",
-          "<!ENTITY % a SYSTEM \"file:///etc/passwd\"> %a;", "<!ENTITY a PUBLIC \"p\" \"http://x/\">"}) {
+          "<!ENTITY % a SYSTEM \"file:///etc/passwd\"> %a;", "<!ENTITY a PUBLIC \"p\" \"http://x/\">",
+          "<!NOTATION gif SYSTEM \"g\"><!ENTITY a SYSTEM \"x\" NDATA gif>"}) {
         EXPECT_EQ(failureOf("<!DOCTYPE r [\n" + std::string(declared) + "]><r>&a;</r>"),
                   "line 2: the document declares entities")
             << declared;
