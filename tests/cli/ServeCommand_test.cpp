@@ -77,7 +77,9 @@ TEST_P(ServeCommand, SaysWhenThereAreFewerConnectionsThanWanted) {
     ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
     changeSetting("#connections = 4096", "connections = 1000000");
     const auto server = serve();
-    if (before.rlim_max < 1'000'000) EXPECT_THAT(server->err(), HasSubstr("connections in place of 1000000"));
+    if (before.rlim_max < 1'000'000) {
+        EXPECT_THAT(server->err(), HasSubstr("connections in place of 1000000"));
+    }
     EXPECT_EQ(CurlHttpClient().get(addressOf(*server)).status, 200);
 }
 
