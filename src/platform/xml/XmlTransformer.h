@@ -12,7 +12,7 @@ namespace torvex {
 struct XmlText {
     std::string bytes;
     XmlBlanks blanks = XmlBlanks::Keep;
-    std::string charset;  ///< as `XmlDocument::parse` takes it
+    std::string charset = {};  ///< as `XmlDocument::parse` takes it
 };
 
 /// Transforming documents that come from anywhere. Implementations are safe to share between threads.

@@ -70,10 +70,13 @@ Reply answered(std::string_view message) {
 
 /// Whatever the libraries read from files at their first use, they read now.
 void warmUp() {
-    const XmlText stylesheet{"<x:stylesheet version='1.0' xmlns:x='http://www.w3.org/1999/XSL/Transform'>"
-                             "<x:output method='html'/><x:template match='/'><p>&#233;</p></x:template>"
-                             "</x:stylesheet>"};
-    const XmlText data{"<?xml version='1.0' encoding='iso-8859-1'?><r/>"};
+    const XmlText stylesheet{
+        "<x:stylesheet version='1.0' xmlns:x='http://www.w3.org/1999/XSL/Transform'>"
+        "<x:output method='html'/><x:template match='/'><p>&#233;</p></x:template>"
+        "</x:stylesheet>",
+        XmlBlanks::Keep,
+        {}};
+    const XmlText data{"<?xml version='1.0' encoding='iso-8859-1'?><r/>", XmlBlanks::Keep, {}};
     answered(workerMessages::write(stylesheet, &data, {}));
 }
 
