@@ -421,9 +421,11 @@ TEST_P(CopyPageTest, GroupsAndMetaDataTravelWithFoldersToo) {
 // ---- The state of a copy ----
 
 TEST_P(CopyPageTest, WhatWasPublishedIsModifiedAndWhatIsNewStaysNew) {
+    int pageId = 10;
     for (const auto& [number, status] :
          std::initializer_list<std::pair<const char*, const char*>>{{"01", "P"}, {"02", "N"}, {"03", "M"}}) {
-        page(std::string("aa.en.") + number).set("editStatus", status).insert();
+        // A copy gets the number behind the last.
+        page(std::string("aa.en.") + number).id(pageId += 10).set("editStatus", status).insert();
         paste(std::string("aa.en.") + number, "bb.en");
     }
     EXPECT_EQ(at("bb.en.01", "editStatus"), "M");

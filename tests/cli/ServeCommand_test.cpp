@@ -24,6 +24,10 @@ namespace {
 using testing::HasSubstr;
 using namespace std::chrono_literals;
 
+std::uint16_t portOf(const std::string& address) {
+    return static_cast<std::uint16_t>(std::stoi(address.substr(address.rfind(':') + 1)));
+}
+
 class ServeCommand : public ProgramDatabaseTest {
   protected:
     std::unique_ptr<RunningProgram> serve(const std::string& listen = "127.0.0.1:0") {
@@ -87,13 +91,13 @@ TEST_P(ServeCommand, AnUnknownLoginTargetDoesNotFillTheLog) {
     init({"--admin-password", "word"});
     const auto server = serve();
     const std::string address = addressOf(*server);
-    const auto port = static_cast<std::uint16_t>(std::stoi(address.substr(address.rfind(':') + 1)));
     const std::string form =
         "torvex_pageId=2&torvex_username=a&torvex_password=b&torvex_loginTarget=" + std::string(15'000, 'x');
     for (int i = 0; i < 10; ++i) {
-        RawHttpClient client(port);
+        RawHttpClient client(portOf(address));
         client.ask(
-            "POST /tvxLogin.asp HTTP/1.1\r\nHost: a\r\nContent-Type: application/x-www-form-urlencoded\r\n"
+            "POST /tvxLogin.asp HTTP/1.1\r\nHost: a\r\nSec-Fetch-Site: same-origin\r\nContent-Type: "
+            "application/x-www-form-urlencoded\r\n"
             "Content-Length: " +
             std::to_string(form.size()) + "\r\n\r\n" + form);
     }
@@ -157,9 +161,8 @@ class ServeFeeds : public ServeCommand {
             << std::regex_replace(text.str(), std::regex("\\[feeds\\]"), "[feeds]\n" + settings);
     }
     static std::string feedPage(const std::string& address) {
-        HttpLimits limits;
-        limits.step = limits.total = 60s;
-        return CurlHttpClient(limits).get(address + "tvx.asp?pageId=46").body;
+        // A browser's request: the client of feeds would be told from it by its mark.
+        return RawHttpClient(portOf(address)).get("/tvx.asp?pageId=46").body;
     }
     static std::vector<std::future<std::string>> views(const std::string& address, int count) {
         std::vector<std::future<std::string>> pages;

@@ -112,7 +112,7 @@ TEST_F(SettingsFile, UnknownKeyIsRefusedWithItsLineAndTheKnownOnes) {
     const std::string refused = refusal("[server]\n\nlisen = \"127.0.0.1:1\"\n");
     EXPECT_THAT(refused, HasSubstr("torvex.toml:3: "));
     EXPECT_THAT(refused, HasSubstr("no setting lisen in [server]"));
-    EXPECT_THAT(refused, HasSubstr("listen, threads, workers"));
+    EXPECT_THAT(refused, HasSubstr("listen, user, threads, workers"));
 }
 
 TEST_F(SettingsFile, UnknownSectionIsRefusedWithTheKnownOnes) {

@@ -64,13 +64,13 @@ std::vector<Row<cManager>> languageRows() {
                     {"name", Text},
                     {"charset_name", Text},
                     {"charset_label", Text},
-                    {"charset_codepage", Text}}),
+                    {"charset_codepage", Number}}),
         reads("getCharsets", &cManager::getCharsets, {argument("sortId", 1)},
               "The character sets, sorted by the column of this number.", anyLogin())
             .lists({{"charset_id", Number},
                     {"charset_name", Text},
                     {"charset_label", Text},
-                    {"charset_codepage", Text}}),
+                    {"charset_codepage", Number}}),
         reads("getCharsetID", &cManager::getCharsetID, {argument("lang")},
               "The number of a language's character set.", anyLogin())
             .codes({code(0, "There is no such language.")}),

@@ -1,6 +1,9 @@
 #include "platform/xml/XmlWorker.h"
 
+#include <cstdlib>
+#include <cstring>
 #include <exception>
+#include <libxml/xmlmemory.h>
 #include <new>
 #include <optional>
 #include <sys/socket.h>
@@ -16,6 +19,8 @@ namespace {
 
 using workerMessages::Reply;
 using workerMessages::Request;
+
+constexpr std::string_view tooMuchMemory = "it takes too much memory";
 
 bool readAll(std::string& bytes, std::size_t size) {
     bytes.resize(size);
@@ -62,10 +67,35 @@ Reply answered(std::string_view message) {
     } catch (const XmlError& error) {
         return {error.what(), error.code()};
     } catch (const std::bad_alloc&) {
-        return {"it takes too much memory", -1};
+        return {std::string(tooMuchMemory), -1};
     } catch (const std::exception& error) {
         return {error.what(), -1};
     }
+}
+
+/// Made at the first call, while there is memory.
+const std::string& outOfMemoryReply() {
+    static const std::string reply =
+        workerMessages::withLength(workerMessages::write(Reply{std::string(tooMuchMemory), -1}));
+    return reply;
+}
+
+/// The libraries go on with half a result when they are refused memory, so no refusal gets back to them.
+void* orEnd(void* memory) {
+    if (memory != nullptr) return memory;
+    const std::string& reply = outOfMemoryReply();
+    const bool isSent = ::send(STDIN_FILENO, reply.data(), reply.size(), MSG_NOSIGNAL) > 0;
+    ::_exit(isSent ? 0 : 1);
+}
+void* allocate(std::size_t size) {
+    return orEnd(std::malloc(size > 0 ? size : 1));
+}
+void* reallocate(void* memory, std::size_t size) {
+    return orEnd(std::realloc(memory, size > 0 ? size : 1));
+}
+char* duplicate(const char* text) {
+    const std::size_t size = std::strlen(text) + 1;
+    return static_cast<char*>(std::memcpy(allocate(size), text, size));
 }
 
 /// Whatever the libraries read from files at their first use, they read now.
@@ -84,6 +114,8 @@ void warmUp() {
 
 int runXmlWorker() {
     constexpr WorkerLimits limits;
+    outOfMemoryReply();
+    ::xmlMemSetup(std::free, allocate, reallocate, duplicate);
     warmUp();
     try {
         confineSelf(limits);
