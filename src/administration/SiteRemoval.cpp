@@ -47,8 +47,7 @@ struct Kind {
     std::string_view countAll;
     void (*removeRows)(db::Connection& transaction, std::string_view code);
 };
-constexpr Kind siteKind{"site",          selectSiteName, siteOfPlace,
-                        countPagesOfSite, countSites,     removeRowsOfSite};
+constexpr Kind siteKind{"site", selectSiteName, siteOfPlace, countPagesOfSite, countSites, removeRowsOfSite};
 constexpr Kind languageKind{"language",           selectLanguageName, langOfPlace,
                             countPagesOfLanguage, countLanguages,     removeRowsOfLanguage};
 

@@ -40,9 +40,11 @@ Statements statementsBy(std::string_view OwnedTable::*column) {
 
 void addDeletion(Statements& statements, const OwnedTable& table) {
     if (!table.node.empty())
-        statements.push_back(fmt::format("delete from {0} where {1} >= ? and {1} < ?", table.name, table.node));
+        statements.push_back(
+            fmt::format("delete from {0} where {1} >= ? and {1} < ?", table.name, table.node));
     if (!table.page.empty())
-        statements.push_back(fmt::format("delete from {} where {} in {}", table.name, table.page, pagesOfBranch));
+        statements.push_back(
+            fmt::format("delete from {} where {} in {}", table.name, table.page, pagesOfBranch));
 }
 
 void addUndoneLinks(Statements& statements, const OwnedTable& table) {
@@ -64,8 +66,9 @@ void runAll(db::Connection& transaction, const Statements& statements, const Key
 
 std::vector<OwnedTable> allTables() {
     std::vector<OwnedTable> all;
-    for (const auto& room : {installationTables(), recordTables(), replicationTables(), accountTables(),
-                             templateTables(), mediaTables(), deliveryTables(), searchTables(), moduleTables()}) {
+    for (const auto& room :
+         {installationTables(), recordTables(), replicationTables(), accountTables(), templateTables(),
+          mediaTables(), deliveryTables(), searchTables(), moduleTables()}) {
         all.insert(all.end(), room.begin(), room.end());
     }
     std::sort(all.begin(), all.end(),

@@ -7,7 +7,10 @@ std::span<const OwnedTable> recordTables() {
     // A site or a language goes only when the design has no pages in it any more; live pages that have lost
     // their design are left.
     static constexpr OwnedTable tables[] = {
-        {.name = "TORVEX_PAGES_DESIGN", .node = "nodeId", .turn = PageTurn::Pages, .pagePointers = neighbours},
+        {.name = "TORVEX_PAGES_DESIGN",
+         .node = "nodeId",
+         .turn = PageTurn::Pages,
+         .pagePointers = neighbours},
         {.name = "TORVEX_PAGES_LIVE", .node = "nodeId", .turn = PageTurn::Pages, .pagePointers = neighbours},
         {.name = "TORVEX_PAGES_GROUPS_DESIGN", .page = "pageId", .turn = PageTurn::Groups},
         {.name = "TORVEX_PAGES_GROUPS_LIVE", .page = "pageId", .turn = PageTurn::Groups},

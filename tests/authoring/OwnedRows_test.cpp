@@ -1,8 +1,7 @@
 #include "authoring/OwnedRows.h"
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
+#include <gmock/gmock.h>
 #include <set>
 
 #include "platform/db/Connection.h"
@@ -20,7 +19,8 @@ class OwnedRowsTest : public test::DatabaseTest {
     /// In small letters, as PostgreSQL keeps them.
     Names schemaTables() {
         if (connection().engine() == db::Engine::PostgreSql) {
-            return names("select table_name as name from information_schema.tables where table_schema = 'public'");
+            return names(
+                "select table_name as name from information_schema.tables where table_schema = 'public'");
         }
         Names all;
         for (const std::string& store : names("select name from pragma_database_list")) {
@@ -109,59 +109,57 @@ std::vector<std::string> firstWords(const std::vector<std::string>& statements) 
 }
 
 TEST(OwnedRows, ASiteGoesInTheOrderThatItAlwaysWent) {
-    EXPECT_THAT(firstWords(statementsForSite()),
-                ElementsAreArray({"TORVEX_ADVANCED_RIGHTS",
-                                  "TORVEX_BASETEMPLATES",
-                                  "TORVEX_DOCUMENTS",
-                                  "TORVEX_DOCUMENTS_FOLDERS",
-                                  "TORVEX_EDIT_RIGHTS",
-                                  "TORVEX_FOLDERS_GROUPS",
-                                  "TORVEX_FORUM_DESIGN",
-                                  "TORVEX_FORUM_LIVE",
-                                  "TORVEX_FORUM_REACTIONS",
-                                  "TORVEX_FORUM_TOPICS",
-                                  "TORVEX_IMAGES",
-                                  "TORVEX_IMAGES_FOLDERS",
-                                  "TORVEX_METADATA",
-                                  "TORVEX_MSGB_CATEGORIES_DESIGN",
-                                  "TORVEX_MSGB_CATEGORIES_LIVE",
-                                  "TORVEX_MSGB_ITEMS_DESIGN",
-                                  "TORVEX_MSGB_ITEMS_LIVE",
-                                  "TORVEX_NEWSFLASH_DESIGN",
-                                  "TORVEX_NEWSFLASH_LIVE",
-                                  "TORVEX_NEWSFLASH_CATEGORIES_DESIGN",
-                                  "TORVEX_NEWSFLASH_CATEGORIES_LIVE",
-                                  "TORVEX_NEWSFLASH_CATEGORIES_DESIGN",
-                                  "TORVEX_NEWSFLASH_CATEGORIES_LIVE",
-                                  "TORVEX_SITES",
-                                  "TORVEX_SITES_LANGUAGES",
-                                  "TORVEX_STYLESHEETS",
-                                  "TORVEX_TEMPLATES"}));
+    EXPECT_THAT(firstWords(statementsForSite()), ElementsAreArray({"TORVEX_ADVANCED_RIGHTS",
+                                                                   "TORVEX_BASETEMPLATES",
+                                                                   "TORVEX_DOCUMENTS",
+                                                                   "TORVEX_DOCUMENTS_FOLDERS",
+                                                                   "TORVEX_EDIT_RIGHTS",
+                                                                   "TORVEX_FOLDERS_GROUPS",
+                                                                   "TORVEX_FORUM_DESIGN",
+                                                                   "TORVEX_FORUM_LIVE",
+                                                                   "TORVEX_FORUM_REACTIONS",
+                                                                   "TORVEX_FORUM_TOPICS",
+                                                                   "TORVEX_IMAGES",
+                                                                   "TORVEX_IMAGES_FOLDERS",
+                                                                   "TORVEX_METADATA",
+                                                                   "TORVEX_MSGB_CATEGORIES_DESIGN",
+                                                                   "TORVEX_MSGB_CATEGORIES_LIVE",
+                                                                   "TORVEX_MSGB_ITEMS_DESIGN",
+                                                                   "TORVEX_MSGB_ITEMS_LIVE",
+                                                                   "TORVEX_NEWSFLASH_DESIGN",
+                                                                   "TORVEX_NEWSFLASH_LIVE",
+                                                                   "TORVEX_NEWSFLASH_CATEGORIES_DESIGN",
+                                                                   "TORVEX_NEWSFLASH_CATEGORIES_LIVE",
+                                                                   "TORVEX_NEWSFLASH_CATEGORIES_DESIGN",
+                                                                   "TORVEX_NEWSFLASH_CATEGORIES_LIVE",
+                                                                   "TORVEX_SITES",
+                                                                   "TORVEX_SITES_LANGUAGES",
+                                                                   "TORVEX_STYLESHEETS",
+                                                                   "TORVEX_TEMPLATES"}));
 }
 
 TEST(OwnedRows, ALanguageGoesInTheOrderThatItAlwaysWent) {
-    EXPECT_THAT(firstWords(statementsForLanguage()),
-                ElementsAreArray({"TORVEX_ADVANCED_RIGHTS",
-                                  "TORVEX_BASETEMPLATES",
-                                  "TORVEX_EDIT_RIGHTS",
-                                  "TORVEX_FORUM_DESIGN",
-                                  "TORVEX_FORUM_LIVE",
-                                  "TORVEX_FORUM_REACTIONS",
-                                  "TORVEX_FORUM_TOPICS",
-                                  "TORVEX_LANGUAGES",
-                                  "TORVEX_MSGB_CATEGORIES_DESIGN",
-                                  "TORVEX_MSGB_CATEGORIES_LIVE",
-                                  "TORVEX_MSGB_ITEMS_DESIGN",
-                                  "TORVEX_MSGB_ITEMS_LIVE",
-                                  "TORVEX_NEWSFLASH_DESIGN",
-                                  "TORVEX_NEWSFLASH_LIVE",
-                                  "TORVEX_NEWSFLASH_CATEGORIES_DESIGN",
-                                  "TORVEX_NEWSFLASH_CATEGORIES_LIVE",
-                                  "TORVEX_NEWSFLASH_CATEGORIES_DESIGN",
-                                  "TORVEX_NEWSFLASH_CATEGORIES_LIVE",
-                                  "TORVEX_SITES_LANGUAGES",
-                                  "TORVEX_STYLESHEETS",
-                                  "TORVEX_TEMPLATES"}));
+    EXPECT_THAT(firstWords(statementsForLanguage()), ElementsAreArray({"TORVEX_ADVANCED_RIGHTS",
+                                                                       "TORVEX_BASETEMPLATES",
+                                                                       "TORVEX_EDIT_RIGHTS",
+                                                                       "TORVEX_FORUM_DESIGN",
+                                                                       "TORVEX_FORUM_LIVE",
+                                                                       "TORVEX_FORUM_REACTIONS",
+                                                                       "TORVEX_FORUM_TOPICS",
+                                                                       "TORVEX_LANGUAGES",
+                                                                       "TORVEX_MSGB_CATEGORIES_DESIGN",
+                                                                       "TORVEX_MSGB_CATEGORIES_LIVE",
+                                                                       "TORVEX_MSGB_ITEMS_DESIGN",
+                                                                       "TORVEX_MSGB_ITEMS_LIVE",
+                                                                       "TORVEX_NEWSFLASH_DESIGN",
+                                                                       "TORVEX_NEWSFLASH_LIVE",
+                                                                       "TORVEX_NEWSFLASH_CATEGORIES_DESIGN",
+                                                                       "TORVEX_NEWSFLASH_CATEGORIES_LIVE",
+                                                                       "TORVEX_NEWSFLASH_CATEGORIES_DESIGN",
+                                                                       "TORVEX_NEWSFLASH_CATEGORIES_LIVE",
+                                                                       "TORVEX_SITES_LANGUAGES",
+                                                                       "TORVEX_STYLESHEETS",
+                                                                       "TORVEX_TEMPLATES"}));
 }
 
 TEST(OwnedRows, ALoginGoesBeforeItsRolesAndSettings) {
@@ -171,32 +169,31 @@ TEST(OwnedRows, ALoginGoesBeforeItsRolesAndSettings) {
 }
 
 TEST(OwnedRows, ABranchGoesFromWhatHangsOnItToItsPages) {
-    EXPECT_THAT(firstWords(statementsForBranch()),
-                ElementsAreArray({"TORVEX_PAGES_GROUPS_DESIGN",
-                                  "TORVEX_PAGES_GROUPS_LIVE",
-                                  "TORVEX_BODIES_DESIGN",
-                                  "TORVEX_BODIES_LIVE",
-                                  "TORVEX_LOGGING",
-                                  "TORVEX_PAGES_METADATA_DESIGN",
-                                  "TORVEX_PAGES_METADATA_LIVE",
-                                  "TORVEX_MAILFORM",
-                                  "TORVEX_MAILFORM_OPTIONS",
-                                  "TORVEX_SEARCH",
-                                  "TORVEX_SEARCH_LOG",
-                                  "TORVEX_DYNMENU_DESIGN",
-                                  "TORVEX_DYNMENU_LIVE",
-                                  "update TORVEX_PAGES_DESIGN",
-                                  "update TORVEX_PAGES_DESIGN",
-                                  "update TORVEX_PAGES_DESIGN",
-                                  "update TORVEX_PAGES_DESIGN",
-                                  "update TORVEX_PAGES_LIVE",
-                                  "update TORVEX_PAGES_LIVE",
-                                  "update TORVEX_PAGES_LIVE",
-                                  "update TORVEX_PAGES_LIVE",
-                                  "update TORVEX_USERGROUPS",
-                                  "update TORVEX_USERGROUPS",
-                                  "TORVEX_PAGES_DESIGN",
-                                  "TORVEX_PAGES_LIVE"}));
+    EXPECT_THAT(firstWords(statementsForBranch()), ElementsAreArray({"TORVEX_PAGES_GROUPS_DESIGN",
+                                                                     "TORVEX_PAGES_GROUPS_LIVE",
+                                                                     "TORVEX_BODIES_DESIGN",
+                                                                     "TORVEX_BODIES_LIVE",
+                                                                     "TORVEX_LOGGING",
+                                                                     "TORVEX_PAGES_METADATA_DESIGN",
+                                                                     "TORVEX_PAGES_METADATA_LIVE",
+                                                                     "TORVEX_MAILFORM",
+                                                                     "TORVEX_MAILFORM_OPTIONS",
+                                                                     "TORVEX_SEARCH",
+                                                                     "TORVEX_SEARCH_LOG",
+                                                                     "TORVEX_DYNMENU_DESIGN",
+                                                                     "TORVEX_DYNMENU_LIVE",
+                                                                     "update TORVEX_PAGES_DESIGN",
+                                                                     "update TORVEX_PAGES_DESIGN",
+                                                                     "update TORVEX_PAGES_DESIGN",
+                                                                     "update TORVEX_PAGES_DESIGN",
+                                                                     "update TORVEX_PAGES_LIVE",
+                                                                     "update TORVEX_PAGES_LIVE",
+                                                                     "update TORVEX_PAGES_LIVE",
+                                                                     "update TORVEX_PAGES_LIVE",
+                                                                     "update TORVEX_USERGROUPS",
+                                                                     "update TORVEX_USERGROUPS",
+                                                                     "TORVEX_PAGES_DESIGN",
+                                                                     "TORVEX_PAGES_LIVE"}));
 }
 
 }  // namespace

@@ -51,7 +51,8 @@ std::optional<std::string> MemoryFileSystem::readRange(const std::string& path, 
                                                        std::size_t length) const {
     const auto content = readBytes(path);
     if (!content) return std::nullopt;
-    return offset < content->size() ? content->substr(static_cast<std::size_t>(offset), length) : std::string();
+    return offset < content->size() ? content->substr(static_cast<std::size_t>(offset), length)
+                                    : std::string();
 }
 
 std::optional<std::uint64_t> MemoryFileSystem::fileSize(const std::string& path) const {

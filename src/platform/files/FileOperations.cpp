@@ -51,8 +51,8 @@ std::string readRange(const Descriptor& file, std::uint64_t offset, std::size_t 
     std::string bytes(length, '\0');
     std::size_t size = 0;
     while (size < length) {
-        const ssize_t count = ::pread(file.number(), bytes.data() + size, length - size,
-                                      static_cast<off_t>(offset + size));
+        const ssize_t count =
+            ::pread(file.number(), bytes.data() + size, length - size, static_cast<off_t>(offset + size));
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) throw std::system_error(errno, std::generic_category());
         if (count == 0) break;
