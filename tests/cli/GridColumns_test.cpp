@@ -18,7 +18,7 @@ namespace {
 /// What stands for an argument of this name that must be given.
 Value sampleFor(const Argument& argument) {
     static const std::map<std::string, Value, std::less<>> samples{
-        {"site", "bg"}, {"lang", "en"}, {"pageIdent", "bg.en.01"}, {"nodeId", "bg.en.01"}};
+        {"site", "bg"}, {"lang", "en"}, {"pageIdent", "bg.en.01"}, {"nodeId", "bg.en.01"}, {"listType", 2}};
     const auto found = samples.find(argument.name);
     return found == samples.end() ? Value(1) : found->second;
 }

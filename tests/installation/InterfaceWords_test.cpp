@@ -36,10 +36,12 @@ std::vector<fs::path> filesBelow(const std::string& folder) {
 /// Labels, each with a place that uses it.
 using Uses = std::map<int, std::string>;
 
-/// Sources name a label by a constant of their own, "constexpr double untitledLabel".
+/// Sources name a label by a constant: of their own, "constexpr double untitledLabel", or in the header of all.
 void addSources(Uses& uses) {
-    static const std::regex named(R"(\bconstexpr double \w*[lL]abel = (\d+);)");
+    static const std::regex ownName(R"(\bconstexpr double \w*[lL]abel = (\d+);)");
+    static const std::regex anyName(R"(\bconstexpr double \w+ = (\d+);)");
     for (const fs::path& file : filesBelow("src")) {
+        const std::regex& named = file.filename() == "Labels.h" ? anyName : ownName;
         const std::string text = contentOf(file);
         for (std::sregex_iterator found(text.begin(), text.end(), named), end; found != end; ++found) {
             uses.emplace(std::stoi((*found)[1]), file.filename().string());

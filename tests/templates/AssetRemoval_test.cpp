@@ -141,7 +141,7 @@ TEST_P(AssetRemovalTest, APageOfAnotherSiteDoesntCountButForApplications) {
 
 TEST_P(AssetRemovalTest, AContentTemplateOfANewsflashStays) {
     for (const auto* table : {"TORVEX_NEWSFLASH_DESIGN", "TORVEX_NEWSFLASH_LIVE"}) {
-        row(table, {{"id", 1}, {"site", "aa"}, {"lang", "en"}, {"templateId", 5}});
+        row(table, {{"nf_Id", 1}, {"site", "aa"}, {"lang", "en"}, {"templateId", 5}});
         expectRefusal("4", [&] { return removeTemplate(); });
         connection().execute(std::string("delete from ") + table);
     }
@@ -160,7 +160,7 @@ TEST_P(AssetRemovalTest, PagesAreAskedBeforeNewsflashesAndThoseBeforeMenusAndLoc
     lock("TORVEX_TEMPLATES", "tpl_id");
     row("TORVEX_DYNMENU_LIVE", {{"pageId", 1}, {"site", "aa"}, {"lang", "en"}, {"templateId", 5}});
     expectRefusal("5", [&] { return removeTemplate(); });
-    row("TORVEX_NEWSFLASH_LIVE", {{"id", 1}, {"site", "aa"}, {"lang", "en"}, {"templateId", 5}});
+    row("TORVEX_NEWSFLASH_LIVE", {{"nf_Id", 1}, {"site", "aa"}, {"lang", "en"}, {"templateId", 5}});
     expectRefusal("4", [&] { return removeTemplate(); });
     page("aa.en.01").contentTemplate(5).insertInLiveOnly();
     expectRefusal("3", [&] { return removeTemplate(); });
