@@ -48,7 +48,7 @@ function propagateChangesInState(folder) {
 }
 
 function showStateFolder() {
-  if (!this.row) return;
+  if (!this.sign) return;
   var sign = this.isOpen ? 'tv_minusdots' : 'tv_plusdots';
   if (this.subEntries() === 0) sign = 'tv_dots';
   this.sign.src = localDir + sign + (this.last ? 'b.gif' : '.gif');
