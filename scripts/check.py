@@ -14,6 +14,8 @@ from collections import defaultdict
 # Each room may use those before it, never those after it.
 ROOMS = ("platform installation records replication accounts templates media delivery search modules authoring "
          "administration desk operations pages host cli").split()
+# The modules don't know each other but for these; all may use what they share.
+MODULES_TOGETHER = {("newsflash", "messageBoard")}
 LONGEST_FILE = 600
 LONGEST_FUNCTION = 100
 BIGGEST_FILE = 1024 * 1024
@@ -43,6 +45,21 @@ def read(name):
 
 def room_of(path):
     return path.split("/", 1)[0]
+
+
+def module_of(path):
+    parts = path.split("/")
+    return parts[1] if parts[0] == "modules" and len(parts) > 2 else None
+
+
+def modules_apart(includes):
+    """Each module is a room of its own; what stands beside their folders puts them together."""
+    for name, others in includes.items():
+        for other in others:
+            one, its = module_of(name), module_of(other)
+            inward = one and other.startswith("modules/") and not its
+            if inward or (one and its and its not in (one, "shared") and (one, its) not in MODULES_TOGETHER):
+                yield f"src/{name}: includes {other}; modules don't know each other"
 
 
 def against_the_plan(includes):
@@ -197,7 +214,7 @@ def main():
     written = {**sources, **{name: read(name) for name in tracked("tests/*.cpp", "tests/*.h", "ui/src/*.ts")}}
     files = tracked()
     texts = {name: content for name in files if "\0" not in (content := read(name))}
-    findings = [*against_the_plan(includes), *circles(includes, "files"),
+    findings = [*against_the_plan(includes), *modules_apart(includes), *circles(includes, "files"),
                 *circles(folder_graph(includes), "folders"), *sizes({**sources, **written}), *functions(sources),
                 *weights(files), *names_alike(files), *undone(texts), *out_of_place(texts), *packages(texts)]
     for finding in findings:

@@ -6,7 +6,11 @@
 #include "accounts/Tables.h"
 #include "delivery/Tables.h"
 #include "media/Tables.h"
-#include "modules/Tables.h"
+#include "modules/dynamicMenu/Tables.h"
+#include "modules/forum/Tables.h"
+#include "modules/mailForm/Tables.h"
+#include "modules/messageBoard/Tables.h"
+#include "modules/newsflash/Tables.h"
 #include "platform/db/Connection.h"
 #include "records/PageIdentity.h"
 #include "records/Tables.h"
@@ -68,7 +72,8 @@ std::vector<OwnedTable> allTables() {
     std::vector<OwnedTable> all;
     for (const auto& room :
          {installationTables(), recordTables(), replicationTables(), accountTables(), templateTables(),
-          mediaTables(), deliveryTables(), searchTables(), moduleTables()}) {
+          mediaTables(), deliveryTables(), searchTables(), messageBoardTables(), newsflashTables(),
+          forumTables(), dynamicMenuTables(), mailFormTables()}) {
         all.insert(all.end(), room.begin(), room.end());
     }
     std::sort(all.begin(), all.end(),

@@ -2,11 +2,11 @@
 
 #include "authoring/EditFrame.h"
 #include "authoring/FeedReport.h"
-#include "authoring/LinkMarking.h"
 #include "authoring/cManager.h"
 #include "delivery/Access.h"
 #include "delivery/Breadcrumb.h"
 #include "delivery/Feeds.h"
+#include "delivery/LinkMarking.h"
 #include "delivery/PageAssembly.h"
 #include "delivery/PageBodies.h"
 #include "delivery/PageMetaData.h"
@@ -124,6 +124,13 @@ std::string cManager::fillBodies(const std::string& pageIdent, const std::string
     return framed(host_, connection(), identify(connection(), pageIdent), bodies, html);
 } catch (...) {
     raiseFrom("fillBodies !");
+}
+
+std::string cManager::buildLinks(const std::string& html, const std::string& site, const std::string& lang,
+                                 const std::string& mode) try {
+    return withMarkedLinks(host_, connection(), html, {site, lang, twinOf(mode)});
+} catch (...) {
+    raiseFrom("buildLinks !");
 }
 
 std::string cManager::getBody(const std::string& pageIdent, int bodyId, int bodyType, int feedId,

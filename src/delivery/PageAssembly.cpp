@@ -38,7 +38,7 @@ class PageAssembly {
         dropDeadNeighbours();
         content_.emplace(host_);
         if (!loadContent(subTitle)) return view_.missingTemplate();
-        if (!page_.showsAdmin) content_->replaceAllBlocks("torvex_admin", "");
+        if (!page_.isForAuthors) content_->replaceAllBlocks("torvex_admin", "");
         content_->replaceAllBlocks("torvex_appFrame_i", "");
         if (!loadBase()) return view_.missingBaseTemplate();
         const std::string head = placeMetaData();
@@ -118,10 +118,12 @@ class PageAssembly {
         return link.append("/").append(file).append("\">");
     }
 
+    ModuleCall moduleCall() const { return {host_, connection_, page_.twin, page_.isForAuthors}; }
+
     void loadMenu() {
         if (modules_ == nullptr) return;
         if (content_->tagExists("torvex_dynMenu") || base_.tagExists("torvex_dynMenu")) {
-            menu_ = modules_->dynamicMenu(page_.pageId);
+            menu_ = modules_->dynamicMenu(moduleCall(), page_.pageId);
         }
     }
 
@@ -132,7 +134,8 @@ class PageAssembly {
             host_.deadline().check();
             std::optional<ModuleOutput> output;
             if (modules_ != nullptr && filled.insert(number).second) {
-                output = modules_->newsflash(siteOf(page_.nodeId), langOf(page_.nodeId), number);
+                output =
+                    modules_->newsflash(moduleCall(), siteOf(page_.nodeId), langOf(page_.nodeId), number);
             }
             if (output) newsflashHeaders_.append(lineBreak).append(output->header);
             target.replaceTag("torvex_newsflash_" + std::to_string(number), output ? output->content : "");

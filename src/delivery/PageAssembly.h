@@ -22,8 +22,8 @@ struct AssemblyPage {
     PageId previous = -1;
     PageId next = -1;
     PageId up = -1;
-    bool isSecured = false;   ///< shown because its visitor is a member of a group
-    bool showsAdmin = false;  ///< keeps the parts of a template that are for authors
+    bool isSecured = false;     ///< shown because its visitor is a member of a group
+    bool isForAuthors = false;  ///< keeps the parts of a template that are for them
 };
 
 /// For whom a page is assembled: what differs between visitors and authors.

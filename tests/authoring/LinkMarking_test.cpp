@@ -1,4 +1,4 @@
-#include "authoring/LinkMarking.h"
+#include "delivery/LinkMarking.h"
 
 #include "support/InterruptedConnection.h"
 #include "support/MarkingTest.h"

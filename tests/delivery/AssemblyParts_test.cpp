@@ -14,12 +14,13 @@ class FakeModules final : public PageModules {
     std::map<int, ModuleOutput> newsflashes;
     std::vector<std::string> asked;
 
-    std::optional<ModuleOutput> dynamicMenu(PageId pageId) override {
+    std::optional<ModuleOutput> dynamicMenu(const ModuleCall&, PageId pageId) override {
         asked.push_back("menu " + std::to_string(static_cast<int>(pageId)));
         const auto found = menus.find(pageId);
         return found == menus.end() ? std::nullopt : std::optional(found->second);
     }
-    std::optional<ModuleOutput> newsflash(std::string_view site, std::string_view lang, int number) override {
+    std::optional<ModuleOutput> newsflash(const ModuleCall&, std::string_view site, std::string_view lang,
+                                          int number) override {
         asked.push_back(std::string(site) + " " + std::string(lang) + " " + std::to_string(number));
         const auto found = newsflashes.find(number);
         return found == newsflashes.end() ? std::nullopt : std::optional(found->second);
@@ -164,8 +165,13 @@ TEST_P(AssemblyPartsTest, ANewsflashThatHoldsItsOwnTagEnds) {
 
 TEST_P(AssemblyPartsTest, TheFailureOfAModuleEndsThePage) {
     class BrokenModules final : public PageModules {
-        std::optional<ModuleOutput> dynamicMenu(PageId) override { throw Error("no menu"); }
-        std::optional<ModuleOutput> newsflash(std::string_view, std::string_view, int) override { return {}; }
+        std::optional<ModuleOutput> dynamicMenu(const ModuleCall&, PageId) override {
+            throw Error("no menu");
+        }
+        std::optional<ModuleOutput> newsflash(const ModuleCall&, std::string_view, std::string_view,
+                                              int) override {
+            return {};
+        }
     } broken;
     serveWith(broken);
     pageOf("", "<!--!torvex_dynMenu!-->");

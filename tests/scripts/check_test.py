@@ -39,6 +39,17 @@ class Check(unittest.TestCase):
         self.assertIn("against the plan", "".join(check.against_the_plan({"platform/B.h": ["host/A.h"]})))
         self.assertIn("knows no room", "".join(check.against_the_plan({"attic/B.h": []})))
 
+    def test_modules_that_know_each_other(self):
+        self.assertEqual(list(check.modules_apart({
+            "modules/forum/A.h": ["modules/forum/B.h", "modules/shared/C.h", "records/D.h"],
+            "modules/newsflash/A.h": ["modules/messageBoard/B.h"],
+            "modules/SiteModules.cpp": ["modules/newsflash/A.h", "modules/dynamicMenu/B.h"]})), [])
+        for name, other in [("modules/forum/A.h", "modules/newsflash/B.h"),
+                            ("modules/messageBoard/A.h", "modules/newsflash/B.h"),
+                            ("modules/shared/A.h", "modules/forum/B.h"),
+                            ("modules/forum/A.h", "modules/SiteModules.h")]:
+            self.assertEqual(len(list(check.modules_apart({name: [other]}))), 1, name)
+
     def test_circles(self):
         self.assertEqual(check.circles({"a": ["b"], "b": ["c"], "c": []}, "files"), [])
         self.assertEqual(check.circles({"a": ["b"], "b": ["c"], "c": ["a"]}, "files"),

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "accounts/AdminEntries.h"
+#include "modules/SiteModules.h"
 #include "operations/register/Conversion.h"
 #include "operations/register/Register.h"
 #include "platform/db/ConnectionSource.h"
@@ -330,13 +331,29 @@ Operation connectRow() {
     return connect;
 }
 
+/// An object of the class `C`; one that assembles pages gets the modules that stand in them.
+template <typename C>
+std::shared_ptr<void> create(HostContext& host) {
+    if constexpr (std::is_constructible_v<C, HostContext&, PageModules*>) {
+        struct WithModules {
+            explicit WithModules(HostContext& host) : object(host, &modules) {}
+            SiteModules modules;
+            C object;
+        };
+        const auto whole = std::make_shared<WithModules>(host);
+        return {whole, &whole->object};
+    } else {
+        return std::make_shared<C>(host);
+    }
+}
+
 /// The entry of the class `C`, of its own rows alone. One that takes a connection gets the operation
 /// `connect` besides.
 template <typename C>
 ClassEntry describe(std::string name, std::string summary, std::vector<Row<C>> rows,
                     std::vector<PropertyRow<C>> properties = {}) {
     ClassEntry entry{std::move(name), std::move(summary), {}, {}, {}, {}};
-    entry.create = [](HostContext& host) -> std::shared_ptr<void> { return std::make_shared<C>(host); };
+    entry.create = create<C>;
     if constexpr (requires(C & object, db::ConnectionSource link) { object.connect(link); }) {
         entry.connect = [](void* object, const db::ConnectionSource& link) {
             static_cast<C*>(object)->connect(link);

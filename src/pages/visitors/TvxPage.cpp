@@ -1,5 +1,6 @@
 #include "delivery/ViewCount.h"
 #include "delivery/cServer.h"
+#include "modules/SiteModules.h"
 #include "pages/Pages.h"
 #include "pages/PublicAddress.h"
 #include "platform/ApplicationValues.h"
@@ -49,7 +50,8 @@ void answerPage(HostContext& host, cServer& server, db::Connection& connection) 
 void tvxPage(HostContext& host) {
     const auto connection = db::openOwn(host, db::Purpose::Everything);
     const db::ReadScope oneState(*connection);
-    cServer server(host);
+    SiteModules modules;
+    cServer server(host, &modules);
     server.connect(*connection);
     server.setCodePage();
     server.getPage(askedPage(host), host.session.text(sessionKey::visitorName),

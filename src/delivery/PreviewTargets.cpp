@@ -1,4 +1,4 @@
-#include "authoring/PreviewTargets.h"
+#include "delivery/PreviewTargets.h"
 
 #include <algorithm>
 #include <optional>

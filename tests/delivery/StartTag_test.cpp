@@ -1,4 +1,4 @@
-#include "authoring/StartTag.h"
+#include "delivery/StartTag.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 
 namespace torvex {
 
-/// The modules.
-std::span<const OwnedTable> moduleTables();
+/// The message board.
+std::span<const OwnedTable> messageBoardTables();
 
 }  // namespace torvex

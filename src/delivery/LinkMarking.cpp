@@ -1,9 +1,8 @@
-#include "authoring/LinkMarking.h"
+#include "delivery/LinkMarking.h"
 
 #include <algorithm>
 #include <array>
 
-#include "authoring/cManager.h"
 #include "delivery/FeedSource.h"
 #include "delivery/LinkNotation.h"
 #include "platform/ApplicationValues.h"
@@ -260,13 +259,6 @@ std::string withMarkedLinks(HostContext& host, db::Connection& connection, std::
     if (!text::contains(html, "<a ") && !text::contains(html, "<area ")) return html;
     LinkMarking marking(host, connection, place);
     return rewriteLinks(html, marking);
-}
-
-std::string cManager::buildLinks(const std::string& html, const std::string& site, const std::string& lang,
-                                 const std::string& mode) try {
-    return withMarkedLinks(host_, connection(), html, {site, lang, twinOf(mode)});
-} catch (...) {
-    raiseFrom("buildLinks !");
 }
 
 }  // namespace torvex

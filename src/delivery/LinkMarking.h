@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-#include "authoring/PreviewTargets.h"
-#include "authoring/StartTag.h"
 #include "delivery/LinkScan.h"
+#include "delivery/PreviewTargets.h"
+#include "delivery/StartTag.h"
 
 namespace torvex {
 

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <span>
+
+#include "installation/OwnedTable.h"
+
+namespace torvex {
+
+/// The forum.
+std::span<const OwnedTable> forumTables();
+
+}  // namespace torvex

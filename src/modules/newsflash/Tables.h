@@ -1,0 +1,12 @@
+#pragma once
+
+#include <span>
+
+#include "installation/OwnedTable.h"
+
+namespace torvex {
+
+/// Newsflashes.
+std::span<const OwnedTable> newsflashTables();
+
+}  // namespace torvex
