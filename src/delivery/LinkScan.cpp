@@ -137,7 +137,8 @@ std::string rewriteLinks(std::string_view html, LinkPolicy& policy) {
     const std::size_t headLength = body == text::npos ? 0 : body;
     std::string page = rewriteTags(html, findAnchors(html, headLength), LinkTag::Anchor, policy);
     const auto areas = findAreas(page, headLength);
-    return areas.empty() ? page : rewriteTags(page, areas, LinkTag::Area, policy);
+    if (areas.empty()) return page;
+    return rewriteTags(page, areas, LinkTag::Area, policy);
 }
 
 }  // namespace torvex

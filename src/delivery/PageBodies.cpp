@@ -47,8 +47,12 @@ std::map<int, PageBody> readBodies(db::Connection& connection, Twin twin, PageId
 
 }  // namespace
 
-std::string PageBodies::content(PageId pageId, const PageBody& body, bool feeds) {
-    if (body.type == bodyType::storedText || !feeds) return std::string(text::trim(body.text));
+/// Takes the body's text, which can be long.
+std::string PageBodies::content(PageId pageId, PageBody& body, bool feeds) {
+    if (body.type == bodyType::storedText || !feeds) {
+        const std::string_view kept = text::trim(body.text);
+        return kept.size() == body.text.size() ? std::move(body.text) : std::string(kept);
+    }
     return asLevel("getBody !", [&] { return this->body(pageId, body.id, body.type, body.feedId); });
 }
 
@@ -64,7 +68,7 @@ std::string PageBodies::fill(PageId pageId, std::string html, BodyFrame* frame) 
         PageBody missing;
         missing.id = n;
         const bool isThere = found != bodies.end();
-        const PageBody& body = isThere ? found->second : missing;
+        PageBody& body = isThere ? found->second : missing;
         std::string filled = isThere ? content(pageId, body, feeds) : std::string();
         if (filled.empty()) filled = emptyBody;
         if (frame != nullptr) filled = frame->around(body, std::move(filled));

@@ -52,7 +52,7 @@ class PageBodies {
     std::string body(PageId pageId, int bodyId, int type, int feedId);
 
   private:
-    std::string content(PageId pageId, const PageBody& body, bool feeds);
+    std::string content(PageId pageId, PageBody& body, bool feeds);
 
     HostContext& host_;
     db::Connection& connection_;

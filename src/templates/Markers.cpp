@@ -7,6 +7,7 @@
 
 #include "platform/Errors.h"
 #include "platform/text/Text.h"
+#include "platform/text/Utf8.h"
 
 namespace torvex::markers {
 
@@ -26,6 +27,30 @@ std::size_t findOpening(std::string_view text, std::size_t from) {
     }
     return text::npos;
 }
+
+/// The first character in which names of the family "torvex_" differ. By it most of the other markers are told from the
+/// one that is looked for. It lies at the same place in all of them: no letter before it has a form beyond ASCII.
+class Probe {
+  public:
+    explicit Probe(std::string_view marker) {
+        constexpr std::string_view family = "<!--!torvex_";
+        if (marker.size() <= family.size() || !text::startsWith(marker, family)) return;
+        if (!utf8::isAscii(marker[family.size()])) return;
+        offset_ = family.size();
+        folded_ = utf8::foldedAscii(marker[offset_]);
+    }
+    /// A character beyond ASCII may be another form of the one that is looked for.
+    bool mayMatch(std::string_view text, std::size_t at) const {
+        if (offset_ == 0) return true;
+        if (at + offset_ >= text.size()) return false;
+        const char c = text[at + offset_];
+        return !utf8::isAscii(c) || utf8::foldedAscii(c) == folded_;
+    }
+
+  private:
+    std::size_t offset_ = 0;  ///< 0: there is none
+    unsigned char folded_ = 0;
+};
 
 /// A start or end marker of a family of blocks.
 struct FamilyMarker {
@@ -141,9 +166,10 @@ std::string blockEnd(std::string_view name) {
 
 std::size_t find(std::string_view text, std::string_view marker, std::size_t from) {
     if (!marker.starts_with(opening)) return text::find(text, marker, from);
+    const Probe probe(marker);
     for (std::size_t at = findOpening(text, from); at != text::npos;
          at = findOpening(text, at + opening.size())) {
-        if (text::matchLength(text, at, marker) > 0) return at;
+        if (probe.mayMatch(text, at) && text::matchLength(text, at, marker) > 0) return at;
     }
     return text::npos;
 }

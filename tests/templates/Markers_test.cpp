@@ -3,6 +3,7 @@
 #include <chrono>
 #include <gtest/gtest.h>
 
+#include "platform/text/Text.h"
 #include "support/TestHost.h"
 #include "templates/HTMLTemplate.h"
 
@@ -141,6 +142,19 @@ TEST(Markers, MarkersOfBlocksThatOverlapLeaveNothingBetweenThem) {
     ASSERT_TRUE(found);
     EXPECT_EQ(found->innerBegin, found->innerEnd);
     EXPECT_EQ(found->end, text.size());
+}
+
+TEST(FindMarker, TellsNamesThatBeginAlike) {
+    const std::string text = "<!--!torvex_head!--><!--!TORVEX_body!--><!--!torvex_";
+    EXPECT_EQ(markers::find(text, "<!--!torvex_body!-->"), 20u);
+    EXPECT_EQ(markers::find(text, "<!--!Torvex_Head!-->"), 0u);
+    EXPECT_EQ(markers::find(text, "<!--!torvex_foot!-->"), text::npos);
+}
+
+TEST(FindMarker, KnowsTheOtherFormsOfALetter) {
+    const std::string longS = "<!--!torvex_\u017Fitemap!-->";
+    EXPECT_EQ(markers::find("-" + longS, "<!--!torvex_sitemap!-->"), 1u);
+    EXPECT_EQ(markers::find("-<!--!torvex_Sitemap!-->", longS), 1u);
 }
 
 }  // namespace
