@@ -29,12 +29,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         input.substr(std::min(first + 1, second), second - std::min(first + 1, second));
     const std::string address(input.substr(std::min(second + 1, size)));
 
-    const NamedValues all = feeds::parameters(parseQuery(input.substr(0, first)), column);
-    for (const auto& [name, value] : all) {
+    const NamedValues visitors = parseQuery(input.substr(0, first));
+    for (const auto& [name, value] : feeds::parameters(visitors, column)) {
         check(text::trim(value).size() == value.size());
         check(isAlreadyEncoded(text::replaceAll(feeds::convertSpecial(value), " ", "")));
     }
-    const std::string query = feeds::queryText(all);
+    const std::string query = feeds::queryText(visitors, column);
     check(query.find(' ') == std::string::npos);
     const std::string asked = feeds::withQuery(address, query);
     check(asked.starts_with(address) && asked.ends_with(query));
