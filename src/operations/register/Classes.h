@@ -15,5 +15,6 @@ ClassEntry applicationOperations();
 ClassEntry setupOperations();
 ClassEntry searchOperations();
 ClassEntry imageOperations();
+ClassEntry dynamicMenuOperations();
 
 }  // namespace torvex::operations

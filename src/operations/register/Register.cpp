@@ -71,7 +71,7 @@ const ClassEntry& Register::find(std::string_view name) const {
 Register makeRegister() {
     return Register({serverOperations(), managerOperations(), htmlTemplateOperations(), templateOperations(),
                      baseTemplateOperations(), styleSheetOperations(), applicationOperations(),
-                     setupOperations(), searchOperations(), imageOperations()});
+                     setupOperations(), searchOperations(), imageOperations(), dynamicMenuOperations()});
 }
 
 }  // namespace torvex::operations
