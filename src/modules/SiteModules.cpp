@@ -1,9 +1,18 @@
 #include "modules/SiteModules.h"
 
+#include "modules/dynamicMenu/MenuLoading.h"
+#include "platform/Errors.h"
+#include "records/PageIdentity.h"
+
 namespace torvex {
 
-std::optional<ModuleOutput> SiteModules::dynamicMenu(const ModuleCall& /*call*/, PageId /*pageId*/) {
-    return std::nullopt;
+std::optional<ModuleOutput> SiteModules::dynamicMenu(const ModuleCall& call, PageId pageId) {
+    return asLevel("load (dynMenu) !", [&]() -> std::optional<ModuleOutput> {
+        const MenuView view{call.twin, call.forAuthors};
+        auto menu = loadMenu(call.host, call.connection, identify(call.connection, pageId), view);
+        if (!menu) return std::nullopt;
+        return ModuleOutput{std::move(menu->header), std::move(menu->content)};
+    });
 }
 
 std::optional<ModuleOutput> SiteModules::newsflash(const ModuleCall& /*call*/, std::string_view /*site*/,

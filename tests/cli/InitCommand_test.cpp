@@ -187,14 +187,16 @@ class InitFolder : public ProgramTest {
     }
 };
 
-TEST_F(InitFolder, HasEveryFolderAndTheSpacer) {
+TEST_F(InitFolder, HasEveryFolderAndTheSpacers) {
     output({"init", site(), "--empty", "--admin-password", "word"});
     for (const auto* name : {"data", "baseTemplates", "contentTemplates", "torvex/templates/gen",
                              "wwwroot/stylesheets", "wwwroot/images", "wwwroot/documents", "search/html"}) {
         EXPECT_TRUE(fs::is_directory(site() + '/' + name)) << name;
     }
-    const std::string spacer = content("site/wwwroot/torvex/images/spacer.gif");
-    EXPECT_EQ(spacer.substr(0, 10), std::string("GIF89a\x01\0\x01\0", 10));
+    for (const auto* images : {"images", "torvex_dynMenu/images"}) {
+        const std::string spacer = content(std::string("site/wwwroot/torvex/") + images + "/spacer.gif");
+        EXPECT_EQ(spacer.substr(0, 10), std::string("GIF89a\x01\0\x01\0", 10)) << images;
+    }
 }
 
 TEST_F(InitFolder, SecretsAreForTheOwnerAlone) {

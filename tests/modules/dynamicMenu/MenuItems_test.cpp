@@ -142,8 +142,8 @@ TEST_P(MenuItemsTest, TheDigitsOfTheSystemBranchAnywhereInANodeLeaveThePageOut) 
 TEST_P(MenuItemsTest, ItemsStandInTheOrderOfTheirPlaces) {
     menu();
     change(11, "orderId", "7");
-    change(13, "orderId", "2.5");
-    EXPECT_EQ(items("10"), (Items{"-12", "-13", "-11"}));
+    change(12, "orderId", "5");
+    EXPECT_EQ(items("10"), (Items{"-13", "-12", "-11"}));
 }
 
 TEST_P(MenuItemsTest, WhatIsOffLineOrOutsideItsDatesIsLeftOutWithItsBranch) {
@@ -189,7 +189,7 @@ TEST_P(MenuItemsTest, AFolderCountsAsItsFirstChildAlone) {
     changeLive(21, "online", "0");
     EXPECT_EQ(items("10"), (Items{"-12", "-13"}));
     EXPECT_EQ(items("11"), (Items{"-12", "-13"}));
-    changeLive(22, "orderId", "0.5");
+    changeLive(21, "orderId", "5");
     EXPECT_EQ(items("10"), (Items{"-11", "-12", "-13"}));
     EXPECT_EQ(items("22"), (Items{"-11", "*22", "-12", "-13"}));
 }
