@@ -69,7 +69,7 @@ void fill(std::string& buffer, std::string_view marker, std::string_view text, i
     }
     std::string filled;
     std::size_t kept = 0;
-    for (std::size_t at = first; at != text::npos && count != 0; --count) {
+    for (std::size_t at = first; at != text::npos && count != 0; count -= count > 0 ? 1 : 0) {
         markers::checkSize(filled.size() + at - kept, text.size());
         filled.append(buffer, kept, at - kept).append(text);
         kept = at + text::matchLength(buffer, at, marker);

@@ -76,6 +76,11 @@ sock_filter jump(std::uint32_t value, std::uint8_t ifTrue, std::uint8_t ifFalse)
     return {BPF_JMP | BPF_JEQ | BPF_K, ifTrue, ifFalse, value};
 }
 
+void allow(std::vector<sock_filter>& filter, long call) {
+    filter.push_back(jump(static_cast<std::uint32_t>(call), 0, 1));
+    filter.push_back(statement(BPF_RET | BPF_K, SECCOMP_RET_ALLOW));
+}
+
 /// The limit of processor time is set anew for each piece of work: this process's own, that is 0.
 void allowOwnLimits(std::vector<sock_filter>& filter, std::uint32_t refused) {
     filter.push_back(jump(SYS_prlimit64, 0, 4));
@@ -92,10 +97,8 @@ void filterCalls() {
                                     jump(machine, 1, 0), statement(BPF_RET | BPF_K, SECCOMP_RET_KILL_PROCESS),
                                     statement(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr))};
     allowOwnLimits(filter, refused);
-    for (const auto call : allowedCalls) {
-        filter.push_back(jump(static_cast<std::uint32_t>(call), 0, 1));
-        filter.push_back(statement(BPF_RET | BPF_K, SECCOMP_RET_ALLOW));
-    }
+    for (const auto call : allowedCalls) allow(filter, call);
+    if (isSanitized) allow(filter, SYS_pipe2);
     filter.push_back(statement(BPF_RET | BPF_K, refused));
     const sock_fprog program{static_cast<unsigned short>(filter.size()), filter.data()};
     if (::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0) {
@@ -109,7 +112,8 @@ void confineSelf(const WorkerLimits& limits) {
     loadEncodings();
     const auto memory = static_cast<rlim_t>(addressSpace() + limits.memory);
     limit(RLIMIT_AS, memory, memory);
-    limit(RLIMIT_NOFILE, static_cast<rlim_t>(limits.descriptors), static_cast<rlim_t>(limits.descriptors));
+    const auto descriptors = static_cast<rlim_t>(limits.descriptors);
+    limit(RLIMIT_NOFILE, descriptors, descriptors);
     limit(RLIMIT_FSIZE, 0, 0);
     limit(RLIMIT_CORE, 0, 0);
     const auto life = static_cast<rlim_t>(limits.cpuSecondsOfLife);

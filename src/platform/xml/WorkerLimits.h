@@ -2,14 +2,27 @@
 
 #include <cstddef>
 
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define TORVEX_SANITIZED 1
+#endif
+#endif
+
 namespace torvex {
+
+/// The sanitizers learn whether an address can be read by writing from it into a pipe.
+#if defined(TORVEX_SANITIZED)
+inline constexpr bool isSanitized = true;
+#else
+inline constexpr bool isSanitized = false;
+#endif
 
 /// What a helper for XML may take.
 struct WorkerLimits {
     int cpuSeconds = 2;               ///< for one document or transformation; the system counts whole ones
     int cpuSecondsOfLife = 60;        ///< whatever it does
     std::size_t memory = 256u << 20;  ///< beyond what the program itself takes
-    int descriptors = 3;              ///< the ones that it has
+    int descriptors = isSanitized ? 5 : 3;  ///< the ones that it has
 };
 
 /// Gives up, for the rest of this process's life, all that the work on XML doesn't need: files, network,

@@ -8,6 +8,7 @@
 #include <thread>
 #include <unistd.h>
 
+#include "platform/xml/WorkerLimits.h"
 #include "support/FeedTest.h"
 #include "support/RunningProgram.h"
 #include "support/TestDatabase.h"
@@ -196,7 +197,7 @@ TEST_F(XmlWorkersTest, HelpersAreConfined) {
     EXPECT_THAT(ofHelpers("status", "NoNewPrivs:"),
                 testing::AllOf(testing::Not(testing::IsEmpty()), Each("NoNewPrivs:\t1")));
     EXPECT_THAT(ofHelpers("status", "Seccomp:"), Each("Seccomp:\t2"));
-    EXPECT_THAT(ofHelpers("limits", "Max open files"), Each(HasSubstr(" 3 ")));
+    EXPECT_THAT(ofHelpers("limits", "Max open files"), Each(HasSubstr(isSanitized ? " 5 " : " 3 ")));
     EXPECT_THAT(ofHelpers("limits", "Max cpu time"), Each(HasSubstr(" 60 ")));
     EXPECT_THAT(ofHelpers("limits", "Max address space"), Each(testing::Not(HasSubstr("unlimited"))));
     EXPECT_THAT(ofHelpers("limits", "Max core file size"), Each(HasSubstr(" 0 ")));
