@@ -57,6 +57,7 @@ void store(HostContext& host, int loginId, const Setting& setting) {
 
 void apply(HostContext& host, int loginId, const std::string& parameter, const Value& value) {
     if (loginId != everybody) return host.session.set(parameter, value);
+    if (isHeldByFile(host.application, parameter)) return;
     host.application.lock();
     host.application.set(parameter, value);
     host.application.unlock();

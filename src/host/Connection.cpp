@@ -9,6 +9,7 @@
 #include "host/LineLog.h"
 #include "host/Pipeline.h"
 #include "host/http/ErrorPages.h"
+#include "host/http/SecurityFields.h"
 
 namespace torvex {
 
@@ -25,8 +26,17 @@ constexpr std::string_view goOn = "HTTP/1.1 100 Continue\r\n\r\n";
 
 }  // namespace
 
-Connection::Connection(EventLoop& loop, Socket socket, asio::ssl::context* tls, const Peer& peer)
-    : loop_(loop), transport_(std::move(socket), tls), parser_(loop.options().limits), peer_(peer) {}
+Connection::Connection(EventLoop& loop, Socket socket, asio::ssl::context* tls, const Source& source)
+    : loop_(loop), transport_(std::move(socket), tls), parser_(loop.options().limits), source_(source) {
+    takeAs(source.visitor);
+}
+
+void Connection::takeAs(const Visitor& visitor) {
+    visitor_ = Peer::of(visitor.address);
+    remoteAddress = textOf(visitor.address);
+    origin = PeerHash()(visitor_);
+    isTls = visitor.isTls;
+}
 
 void Connection::start() {
     loop_.add(*this);
@@ -211,10 +221,9 @@ bool Connection::processOnce() {
 }
 
 bool Connection::onHeader() {
-    if (auto refusal = loop_.pipeline().examine(*this)) {
-        if (parser_.head().hasBody) return refuse(std::move(*refusal));
-        return send(std::move(*refusal));
-    }
+    if (source_.isProxy) takeAs(loop_.proxies().visitorOf(head(), source_.visitor));
+    if (auto refusal = loop_.pipeline().examine(*this)) return decline(std::move(*refusal));
+    if (source_.isProxy && !enterForVisitor()) return decline(errorPages::page(503));
     parser_.readBody(loop_.pipeline().bodyLimit(*this));
     if (parser_.state() != RequestParser::State::Body) return true;
     enter(Stage::Body);
@@ -251,12 +260,20 @@ bool Connection::refuse(Answer answer) {
     return send(std::move(answer));
 }
 
+/// The same while the rest of the request can still be told from the next one.
+bool Connection::decline(Answer answer) {
+    return head().hasBody ? refuse(std::move(answer)) : send(std::move(answer));
+}
+
 bool Connection::send(Answer answer) {
     const bool hasRequest = parser_.state() != RequestParser::State::Refused && !isTimedOut_;
     closesAfterAnswer_ = answer.closes || !hasRequest || !head().keepAlive || loop_.isStopping();
     const bool isHead = hasRequest && head().method == Method::Head;
+    const bool isPublicFile = hasRequest && !page && !guard;
     writer_.start(std::move(answer),
-                  {loop_.date(), !closesAfterAnswer_, isHead, hasRequest && head().version == 10});
+                  {loop_.date(), !closesAfterAnswer_, isHead, hasRequest && head().version == 10,
+                   loop_.fields().of(
+                       isPublicFile ? SecurityFields::Kind::PublicFile : SecurityFields::Kind::Page, isTls)});
     isInterim_ = false;
     enter(Stage::Writing);
     return writeOn();
@@ -310,15 +327,35 @@ bool Connection::afterAnswer() {
     if (closesAfterAnswer_) return linger(), false;
     parser_.reset();
     releaseBody();
+    leaveForVisitor();
     enter(buffer_.size() > 0 ? Stage::Header : Stage::Idle);
     return true;
+}
+
+/// What a proxy brings for a visitor counts like a connection of theirs while it is being answered. What it
+/// asks for itself doesn't.
+bool Connection::enterForVisitor() {
+    if (visitor_ == source_.peer) return true;
+    isCounted_ = loop_.peers().enter(visitor_);
+    if (!isCounted_)
+        loop_.pipeline().log().warn(
+            "a proxy has as many requests for one address as connections_per_address in [limits] gives it: "
+            "further ones are turned away");
+    return isCounted_;
+}
+
+void Connection::leaveForVisitor() {
+    if (!source_.isProxy) return;
+    if (isCounted_) loop_.peers().leave(visitor_);
+    isCounted_ = false;
+    takeAs(source_.visitor);
 }
 
 /// The memory that the body takes, counted as it grows: an announced length alone takes none from others.
 bool Connection::holdBody() {
     const std::uint64_t takes = parser_.body().capacity();
     if (takes <= heldOfBody_) return true;
-    if (!loop_.peers().hold(peer_, takes - heldOfBody_)) {
+    if (!loop_.peers().hold(visitor_, takes - heldOfBody_)) {
         loop_.pipeline().log().warn(
             "bodies of requests take all the memory that bodies_bytes in [limits] gives them");
         return false;
@@ -331,7 +368,7 @@ void Connection::releaseBody() {
     if (body_.capacity() > keptBody) body_ = {};
     body_.clear();
     if (heldOfBody_ == 0) return;
-    loop_.peers().release(peer_, heldOfBody_);
+    loop_.peers().release(visitor_, heldOfBody_);
     heldOfBody_ = 0;
 }
 
@@ -364,6 +401,7 @@ void Connection::close() {
     error_code ignored;
     transport_.socket().close(ignored);
     releaseBody();
+    leaveForVisitor();
     loop_.remove(*this);
 }
 

@@ -6,6 +6,7 @@
 
 #include "host/IdleOrder.h"
 #include "host/PeerLimits.h"
+#include "host/TrustedProxies.h"
 #include "host/http/AnswerWriter.h"
 #include "host/http/Exchange.h"
 #include "host/http/RequestParser.h"
@@ -14,6 +15,13 @@
 namespace torvex {
 
 class EventLoop;
+
+/// Where a connection comes from.
+struct Source {
+    Visitor visitor;  ///< who has connected
+    Peer peer;
+    bool isProxy = false;  ///< its requests are others', for whom they count
+};
 
 /// One visitor's connection: reads a request, has it answered, writes the answer, and goes on to the next.
 /// Belongs to the thread of its loop, but for `finish`. It lives as long as something is under way for it.
@@ -25,11 +33,11 @@ class Connection final : public Exchange,
     using TimePoint = std::chrono::steady_clock::time_point;
 
     /// `tls` is null for plain HTTP.
-    Connection(EventLoop& loop, Socket socket, asio::ssl::context* tls, const Peer& peer);
+    Connection(EventLoop& loop, Socket socket, asio::ssl::context* tls, const Source& source);
 
     void start();
     void checkDeadline(TimePoint now);
-    const Peer& peer() const { return peer_; }
+    const Source& source() const { return source_; }
     /// The order of its address, which outlives it.
     IdleOrder<OfPeer>& orderOfPeer() const { return *orderOfPeer_; }
     void joins(IdleOrder<OfPeer>& order) { orderOfPeer_ = &order; }
@@ -53,6 +61,9 @@ class Connection final : public Exchange,
     bool isFastEnough(std::uint64_t bytes, TimePoint now) const;
     bool isTaking(TimePoint now);
     std::uint64_t taken();
+    void takeAs(const Visitor& visitor);
+    bool enterForVisitor();
+    void leaveForVisitor();
     bool holdBody();
     void releaseBody();
     void read();
@@ -64,6 +75,7 @@ class Connection final : public Exchange,
     bool onComplete();
     bool askForBody();
     bool refuse(Answer answer);
+    bool decline(Answer answer);
     bool send(Answer answer);
     bool writeOn();
     bool writePlain();
@@ -82,7 +94,8 @@ class Connection final : public Exchange,
     boost::beast::flat_buffer buffer_;
     std::string body_;
     Stage stage_ = Stage::Idle;
-    const Peer peer_;
+    const Source source_;
+    Peer visitor_;  ///< whose the request is
     IdleOrder<OfPeer>* orderOfPeer_ = nullptr;
     TimePoint deadline_ = TimePoint::max();  ///< of the next look at it
     TimePoint stageEnd_ = TimePoint::max();
@@ -95,6 +108,7 @@ class Connection final : public Exchange,
     std::size_t lingered_ = 0;
     int inOneGo_ = 0;
     bool isTimedOut_ = false;
+    bool isCounted_ = false;  ///< the request, among those of its visitor
     bool isInterim_ = false;  ///< what is being written is the "go on" ahead of a body
     bool closesAfterAnswer_ = false;
 };

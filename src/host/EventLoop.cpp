@@ -13,6 +13,7 @@
 #include "host/http/AnswerWriter.h"
 #include "host/http/ErrorPages.h"
 #include "host/http/HttpDate.h"
+#include "host/http/SecurityFields.h"
 #include "platform/Errors.h"
 
 namespace torvex {
@@ -31,13 +32,6 @@ constexpr std::chrono::milliseconds afterFailedAccept{100};
 constexpr std::chrono::seconds idleUnderWay{1};
 
 using ReusePort = asio::detail::socket_option::boolean<SOL_SOCKET, SO_REUSEPORT>;
-
-std::string peerText(const tcp::endpoint& peer) {
-    const asio::ip::address& address = peer.address();
-    if (address.is_v6() && address.to_v6().is_v4_mapped())
-        return asio::ip::make_address_v4(asio::ip::v4_mapped, address.to_v6()).to_string();
-    return address.to_string();
-}
 
 /// A visitor who leaves in the middle of a file would end the program: unlike `sendmsg`, `sendfile` can't be
 /// told not to raise the signal. It goes to the calling thread, so it is enough to block it there.
@@ -111,34 +105,32 @@ void EventLoop::welcome(Socket socket, const Listener& listener) {
     error_code ignored;
     socket.non_blocking(true, ignored);
     socket.set_option(tcp::no_delay(true), ignored);
-    const Peer peer = Peer::of(listener.peer.address());
-    if (!takePlace(listener.peer.address(), peer)) return turnAway(socket, listener);
-    const auto connection = std::make_shared<Connection>(*this, std::move(socket), listener.tls, peer);
-    connection->remoteAddress = peerText(listener.peer);
-    connection->origin = PeerHash()(peer);
+    const asio::ip::address address = listener.peer.address();
+    const Source source{{address, listener.tls != nullptr}, Peer::of(address), proxies().contains(address)};
+    if (!takePlace(source)) return turnAway(socket, listener);
+    const auto connection = std::make_shared<Connection>(*this, std::move(socket), listener.tls, source);
     connection->localPort = listener.port;
-    connection->isTls = listener.tls != nullptr;
     connection->start();
 }
 
 /// Counts a newcomer with its address, for which another may have to go; false when there is no place.
-bool EventLoop::takePlace(const asio::ip::address& address, const Peer& peer) {
-    if (!peers().enter(peer)) {
-        const auto own = byPeer_.find(peer);
-        const bool hasRoom = own != byPeer_.end() && endIdlest(own->second.idle) && peers().enter(peer);
-        if (!hasRoom) return warnOfMany(address), false;
-    }
+bool EventLoop::takePlace(const Source& source) {
+    if (!source.isProxy && !enterAsOne(source)) return false;
     if (!isFull() || endIdlest(idle_)) return true;
     setting_.askForRoom(*this);
-    peers().leave(peer);
+    if (!source.isProxy) peers().leave(source.peer);
     return false;
 }
 
-void EventLoop::warnOfMany(const asio::ip::address& address) const {
+bool EventLoop::enterAsOne(const Source& source) {
+    if (peers().enter(source.peer)) return true;
+    const auto own = byPeer_.find(source.peer);
+    if (own != byPeer_.end() && endIdlest(own->second.idle) && peers().enter(source.peer)) return true;
     pipeline().log().warn(
         fmt::format("{} has {} connections, as many as connections_per_address in [limits] gives "
                     "one address: further ones are turned away",
-                    address.to_string(), options().connectionsOfOne));
+                    textOf(source.visitor.address), options().connectionsOfOne));
+    return false;
 }
 
 bool EventLoop::isFull() const {
@@ -168,7 +160,8 @@ void EventLoop::giveRoom() {
 void EventLoop::turnAway(Socket& socket, const Listener& listener) {
     if (listener.tls) return;
     AnswerWriter writer;
-    writer.start(errorPages::page(503), {date(), false, false, false});
+    writer.start(errorPages::page(503),
+                 {date(), false, false, false, fields().of(SecurityFields::Kind::Page, false)});
     writer.writeTo(socket.native_handle());
     error_code ignored;
     socket.shutdown(tcp::socket::shutdown_both, ignored);
@@ -209,7 +202,7 @@ void EventLoop::endWhenIdle() {
 
 void EventLoop::add(Connection& connection) {
     connections_.insert(&connection);
-    OfOne& own = byPeer_[connection.peer()];
+    OfOne& own = byPeer_[connection.source().peer];
     ++own.connections;
     connection.joins(own.idle);
     setting_.connections.fetch_add(1, std::memory_order_relaxed);
@@ -217,9 +210,10 @@ void EventLoop::add(Connection& connection) {
 
 void EventLoop::remove(Connection& connection) {
     if (connections_.erase(&connection) == 0) return;
-    const auto own = byPeer_.find(connection.peer());
+    const Source& source = connection.source();
+    const auto own = byPeer_.find(source.peer);
     if (--own->second.connections == 0) byPeer_.erase(own);
-    peers().leave(connection.peer());
+    if (!source.isProxy) peers().leave(source.peer);
     setting_.connections.fetch_sub(1, std::memory_order_relaxed);
     endWhenIdle();
 }

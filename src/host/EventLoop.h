@@ -27,6 +27,9 @@ namespace torvex {
 
 class Connection;
 class EventLoop;
+class SecurityFields;
+class TrustedProxies;
+struct Source;
 
 /// What all event loops share.
 struct LoopSetting {
@@ -35,6 +38,8 @@ struct LoopSetting {
     const RootFolder* root;
     std::atomic<std::size_t>& connections;
     PeerLimits& peers;
+    const TrustedProxies& proxies;
+    const SecurityFields& fields;
     /// Asks the other loops to give up a connection.
     std::function<void(const EventLoop& asking)> askForRoom;
 };
@@ -72,6 +77,8 @@ class EventLoop {
 
     const ServerOptions& options() const { return setting_.options; }
     PeerLimits& peers() const { return setting_.peers; }
+    const SecurityFields& fields() const { return setting_.fields; }
+    const TrustedProxies& proxies() const { return setting_.proxies; }
     const Pipeline& pipeline() const { return setting_.pipeline; }
     StaticFiles* files() { return files_ ? &*files_ : nullptr; }
     asio::io_context& context() { return context_; }
@@ -94,8 +101,8 @@ class EventLoop {
     void accept(Listener& listener);
     void acceptAgain(TimePoint now);
     void welcome(Socket socket, const Listener& listener);
-    bool takePlace(const asio::ip::address& address, const Peer& peer);
-    void warnOfMany(const asio::ip::address& address) const;
+    bool takePlace(const Source& source);
+    bool enterAsOne(const Source& source);
     bool isFull() const;
     template <class Tag>
     static bool endIdlest(IdleOrder<Tag>& order);

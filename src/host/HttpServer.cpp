@@ -11,6 +11,8 @@
 #include "host/EventLoop.h"
 #include "host/LineLog.h"
 #include "host/Pipeline.h"
+#include "host/TrustedProxies.h"
+#include "host/http/SecurityFields.h"
 #include "platform/Errors.h"
 #include "platform/files/RootFolder.h"
 
@@ -26,16 +28,26 @@ unsigned workerCount(const ServerOptions& options) {
     return options.workers > 0 ? options.workers : std::max(cores() * 2, 4U);
 }
 
+SessionCookie::Schemes schemesOf(const ServerOptions& options) {
+    return options.httpsAlone ? SessionCookie::Schemes::HttpsAlone : SessionCookie::Schemes::Each;
+}
+
 std::unique_ptr<RootFolder> openRoot(const ServerOptions& options) {
     return options.rootFolder.empty() ? nullptr : std::make_unique<RootFolder>(options.rootFolder);
 }
+
+/// Of TLS 1.2; those of 1.3 are all of this kind. Keys that aren't kept after a connection, and encryption
+/// that tells when something was changed.
+constexpr const char* tls12Suites = "ECDHE+AESGCM:ECDHE+CHACHA20";
 
 std::unique_ptr<asio::ssl::context> openTls(const TlsFiles& files) {
     if (files.certificate.empty()) return nullptr;
     try {
         auto context = std::make_unique<asio::ssl::context>(asio::ssl::context::tls_server);
-        context->set_options(asio::ssl::context::default_workarounds | asio::ssl::context::no_tlsv1 |
-                             asio::ssl::context::no_tlsv1_1);
+        context->set_options(asio::ssl::context::default_workarounds | asio::ssl::context::no_compression);
+        SSL_CTX_set_options(context->native_handle(), SSL_OP_NO_RENEGOTIATION);
+        SSL_CTX_set_min_proto_version(context->native_handle(), TLS1_2_VERSION);
+        SSL_CTX_set_cipher_list(context->native_handle(), tls12Suites);
         context->use_certificate_chain_file(files.certificate);
         context->use_private_key_file(files.key, asio::ssl::context::pem);
         return context;
@@ -83,7 +95,8 @@ class HttpServer::Implementation {
           pipeline_({services, log, std::move(served.startSession), sessions_, workers_, root_.get(),
                      StaticFileOptions{options_.smallFile, 0, "private, no-cache", options_.uploadFolders,
                                        options_.fileTypes},
-                     options_.secureCookies, options_.limits},
+                     options_.secureCookies, SessionCookie(schemesOf(options_)), HostNames(options_.hosts),
+                     options_.httpsAlone, options_.limits},
                     std::move(served.pages), root_ ? std::move(served.guards) : std::vector<FileGuard>()) {
         listen();
     }
@@ -124,9 +137,9 @@ class HttpServer::Implementation {
         checkAddressIsFree(options_.address, options_.port);
         if (both) checkAddressIsFree(options_.address, *options_.tlsPort);
         const unsigned count = options_.loops > 0 ? options_.loops : cores();
-        const LoopSetting setting{options_,    pipeline_,
-                                  root_.get(), connections_,
-                                  peers_,      [this](const EventLoop& asking) { giveRoom(asking); }};
+        const LoopSetting setting{
+            options_, pipeline_, root_.get(), connections_,
+            peers_,   proxies_,  fields_,     [this](const EventLoop& asking) { giveRoom(asking); }};
         port_ = options_.port;
         tlsPort_ = options_.tlsPort.value_or(0);
         for (unsigned i = 0; i < count; ++i) {
@@ -134,6 +147,7 @@ class HttpServer::Implementation {
             port_ = loops_.back()->listen(options_.address, port_, both ? nullptr : tls_.get());
             if (both) tlsPort_ = loops_.back()->listen(options_.address, tlsPort_, tls_.get());
         }
+        pipeline_.noteTlsPort(tlsPort_);
         loops_.front()->onEverySecond([this] {
             sessions_.sweep();
             log_.writeCounts();
@@ -163,6 +177,8 @@ class HttpServer::Implementation {
     std::atomic<std::size_t> connections_ = 0;
     PeerLimits peers_{options_.connectionsOfOne, options_.limits.bodies,
                       std::max(options_.limits.bodies / 4, options_.limits.body)};
+    const TrustedProxies proxies_{options_.trustedProxies};
+    const SecurityFields fields_{options_};
     // The workers end before the loops that they hand their answers to.
     std::vector<std::unique_ptr<EventLoop>> loops_;
     WorkerPool workers_;

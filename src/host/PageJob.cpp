@@ -1,7 +1,5 @@
 #include "host/PageJob.h"
 
-#include <fmt/format.h>
-
 #include "host/FailureReport.h"
 #include "host/LineLog.h"
 #include "host/Shortage.h"
@@ -19,7 +17,8 @@
 namespace torvex {
 
 bool PageJob::start() {
-    const std::string_view token = cookie(exchange_->head().field("Cookie"), sessionCookieName);
+    const std::string_view token =
+        setting_.cookie.token(exchange_->head().field("Cookie"), setting_.isSecure(*exchange_));
     return setting_.sessions.enter(
         token, [job = shared_from_this()](SessionLease lease) { job->begin(std::move(lease)); });
 }
@@ -97,9 +96,7 @@ Answer PageJob::failed(std::string_view error) {
 }
 
 void PageJob::addCookie(Answer& answer, const SessionToken& token) const {
-    const bool isSecure = exchange_->isTls || setting_.secureCookies;
-    answer.addField("Set-Cookie", fmt::format("{}={}; Path=/; HttpOnly; SameSite=Lax{}", sessionCookieName,
-                                              token.text(), isSecure ? "; Secure" : ""));
+    answer.addField("Set-Cookie", SessionCookie::field(token.text(), setting_.isSecure(*exchange_)));
 }
 
 }  // namespace torvex

@@ -7,15 +7,15 @@
 #include "host/WorkerPool.h"
 #include "host/files/StaticFiles.h"
 #include "host/http/Exchange.h"
+#include "host/sessions/SessionCookie.h"
 #include "host/sessions/SessionStore.h"
 #include "platform/Services.h"
+#include "platform/net/HostNames.h"
 
 namespace torvex {
 
 struct HostContext;
 class LineLog;
-
-inline constexpr std::string_view sessionCookieName = "torvex_session";
 
 /// What page jobs share; outlives them all.
 struct PageSetting {
@@ -27,7 +27,12 @@ struct PageSetting {
     const RootFolder* root;  ///< of guarded files
     StaticFileOptions guardedFiles;
     bool secureCookies;
+    SessionCookie cookie;
+    HostNames hosts;
+    bool httpsAlone;
     RequestLimits limits{};
+
+    bool isSecure(const Exchange& exchange) const { return exchange.isTls || secureCookies; }
 };
 
 /// One request for a page or a guarded file: waits for its session and a worker, runs there, and hands the

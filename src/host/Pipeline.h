@@ -34,8 +34,12 @@ class Pipeline {
     SessionStore& sessions() const { return setting_.sessions; }
     LineLog& log() const { return setting_.log; }
 
+    /// Where https is spoken beside http; before the first request.
+    void noteTlsPort(std::uint16_t port) { tlsPort_ = port; }
+
   private:
     std::optional<Answer> checkHost(Exchange& exchange) const;
+    std::optional<Answer> checkScheme(const Exchange& exchange) const;
     std::optional<Answer> checkMethod(const Exchange& exchange) const;
     void findResponsible(Exchange& exchange) const;
     Answer answerFile(const Exchange& exchange, StaticFiles& files) const;
@@ -44,6 +48,7 @@ class Pipeline {
     PageSetting setting_;
     std::unordered_map<std::string, PageRoute> pages_;
     std::vector<FileGuard> guards_;
+    std::uint16_t tlsPort_ = 0;
 };
 
 }  // namespace torvex

@@ -87,6 +87,7 @@ void Installation::startValues(ApplicationValues& application) const {
     application.set(applicationKey::installPath, folder_.string());
     application.set(applicationKey::imagesName, settings_.paths.images);
     application.set(applicationKey::documentsName, settings_.paths.documents);
+    application.set(applicationKey::httpsOnly, settings_.server.httpsAlone);
 }
 
 }  // namespace torvex

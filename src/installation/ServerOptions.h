@@ -83,6 +83,17 @@ struct ServerOptions {
     std::optional<std::uint16_t> tlsPort{};
     /// Marks cookies "Secure" although this server speaks plain HTTP: when TLS ends at a proxy in front.
     bool secureCookies = false;
+    /// Whose X-Forwarded-For and X-Forwarded-Proto are believed: addresses and networks, as "10.0.0.0/8".
+    std::vector<std::string> trustedProxies{};
+    /// The names that are answered, as "www.example.org" and "*.example.org"; none answers for all.
+    std::vector<std::string> hosts{};
+    /// https is what the site is: whatever is asked over http is sent there.
+    bool httpsAlone = false;
+    /// How long browsers are told to ask over https alone, where `httpsAlone` holds; 0 tells them nothing.
+    std::chrono::seconds strictTransport{31'536'000};
+    /// What pages may ask of a browser, as its header field says it; "" says nothing.
+    std::string permissionsPolicy =
+        "camera=(), microphone=(), usb=(), browsing-topics=(), geolocation=(self), payment=(self)";
 
     /// Event loops; 0 is one for each core. They never wait, so more than the cores only adds switching.
     unsigned loops = 0;

@@ -10,6 +10,8 @@
 
 #include "installation/SettingsSection.h"
 #include "platform/Errors.h"
+#include "platform/net/HostNames.h"
+#include "platform/net/Network.h"
 
 namespace torvex {
 
@@ -53,6 +55,35 @@ void readDatabase(SettingsSection section, DatabaseSettings& database) {
     if (database.url.empty()) section.refuse("url", "\"sqlite:FOLDER\" or \"postgresql://HOST/DATABASE\"");
 }
 
+/// Goes into a header field.
+bool isFieldText(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7f; });
+}
+
+void checkNetworks(const SettingsSection& section, const std::vector<std::string>& networks) {
+    for (const std::string& network : networks)
+        if (!Network::parse(network))
+            section.refuse(
+                "trusted_proxies",
+                "addresses and networks, such as [\"127.0.0.1\", \"10.0.0.0/8\", \"2001:db8::/32\"]");
+}
+
+void checkHosts(const SettingsSection& section, const std::vector<std::string>& hosts) {
+    for (const std::string& host : hosts)
+        if (!HostNames::isName(host))
+            section.refuse(
+                "hosts", "names without ports, such as [\"www.example.org\", \"*.example.org\", \"[::1]\"]");
+}
+
+/// With a certificate https is what the site is, unless the settings say otherwise. Without one, it takes a
+/// proxy that says how it was asked: or every answer would lead to itself.
+void settleHttps(const SettingsSection& server, const std::string& certificate, ServerOptions& options) {
+    if (!server.has("https_only")) options.httpsAlone = !certificate.empty();
+    if (options.httpsAlone && certificate.empty() && options.trustedProxies.empty())
+        server.refuse("https_only",
+                      "false without a certificate in [tls], unless a proxy in trusted_proxies speaks https");
+}
+
 void readServer(SettingsSection section, ServerOptions& server) {
     std::string listen = fmt::format("{}:{}", server.address, server.port);
     section.read("listen", listen);
@@ -62,9 +93,18 @@ void readServer(SettingsSection section, ServerOptions& server) {
     section.readNumber("most_workers", server.mostWorkers, 1, 1024);
     section.readNumber("queued_pages", server.queuedPages, 1, 1'000'000);
     section.read("secure_cookies", server.secureCookies);
+    section.read("trusted_proxies", server.trustedProxies);
+    section.read("hosts", server.hosts);
+    section.read("https_only", server.httpsAlone);
+    section.readSeconds("strict_transport_seconds", server.strictTransport);
+    section.read("permissions_policy", server.permissionsPolicy);
     section.read("static_cache_control", server.staticCacheControl);
     section.readNumber("file_cache_bytes", server.fileCache, 0, 4096 * mebibyte);
     section.refuseOthers();
+    checkNetworks(section, server.trustedProxies);
+    checkHosts(section, server.hosts);
+    if (!isFieldText(server.permissionsPolicy))
+        section.refuse("permissions_policy", "a text of plain characters, such as \"camera=()\"");
     try {
         const ListenAddress parsed = parseListenAddress(listen);
         server.address = parsed.address;
@@ -133,11 +173,9 @@ bool isSuffix(std::string_view name) {
     });
 }
 
-/// Goes into a header field.
 bool isMediaType(std::string_view type) {
     const std::size_t slash = type.find('/');
-    return slash != std::string_view::npos && slash > 0 && slash + 1 < type.size() &&
-           std::all_of(type.begin(), type.end(), [](char c) { return c >= 0x20 && c < 0x7f; });
+    return slash != std::string_view::npos && slash > 0 && slash + 1 < type.size() && isFieldText(type);
 }
 
 void readFiles(SettingsSection section, MediaTypes& types) {
@@ -177,6 +215,7 @@ Settings readSettings(const std::filesystem::path& file) {
     readDatabase(section("database"), settings.database);
     readServer(section("server"), settings.server);
     readTls(section("tls"), file.parent_path(), settings.server);
+    settleHttps(section("server"), settings.server.tls.certificate, settings.server);
     readLimits(section("limits"), settings.server);
     readPaths(section("paths"), settings.paths);
     readFiles(section("files"), settings.server.fileTypes);

@@ -53,6 +53,19 @@ void SettingsSection::read(std::string_view key, bool& target) {
     target = node->as_boolean()->get();
 }
 
+void SettingsSection::read(std::string_view key, std::vector<std::string>& target) {
+    const toml::node* node = find(key);
+    if (node == nullptr) return;
+    const auto* array = node->as_array();
+    constexpr auto* expected = "texts in brackets, [\"...\", \"...\"]";
+    if (array == nullptr) refuse(key, expected);
+    target.clear();
+    for (const toml::node& text : *array) {
+        if (!text.is_string()) refuse(key, expected);
+        target.push_back(text.as_string()->get());
+    }
+}
+
 void SettingsSection::read(std::string_view key, std::map<std::string, std::string, std::less<>>& target) {
     const toml::node* node = find(key);
     if (node == nullptr) return;
@@ -74,6 +87,11 @@ void SettingsSection::readSeconds(std::string_view key, std::chrono::millisecond
         refuse(key, "a number of seconds above 0 and up to 86400");
     }
     target = std::chrono::milliseconds(std::llround(seconds * 1000));
+}
+
+void SettingsSection::readSeconds(std::string_view key, std::chrono::seconds& target) {
+    constexpr std::int64_t tenYears = 315'360'000;
+    target = std::chrono::seconds(number(key, target.count(), 0, tenYears));
 }
 
 std::int64_t SettingsSection::number(std::string_view key, std::int64_t present, std::int64_t least,

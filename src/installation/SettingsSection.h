@@ -19,9 +19,15 @@ class SettingsSection {
 
     void read(std::string_view key, std::string& target);
     void read(std::string_view key, bool& target);
+    /// Texts, as ["a", "b"].
+    void read(std::string_view key, std::vector<std::string>& target);
     /// Names and texts, as { name = "text" }.
     void read(std::string_view key, std::map<std::string, std::string, std::less<>>& target);
     void readSeconds(std::string_view key, std::chrono::milliseconds& target);
+    /// Whole seconds; 0 is none.
+    void readSeconds(std::string_view key, std::chrono::seconds& target);
+    /// Whether the key is there; for a default that other settings give.
+    bool has(std::string_view key) const { return table_ != nullptr && table_->get(key) != nullptr; }
     template <typename Number>
     void readNumber(std::string_view key, Number& target, std::int64_t least, std::int64_t most) {
         target = static_cast<Number>(number(key, static_cast<std::int64_t>(target), least, most));

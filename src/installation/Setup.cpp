@@ -51,6 +51,7 @@ void Setup::deriveApplication() {
     setDefaults();
     storeCommonCharset(host_.application, commonCharset(*connection_));
     readSettings();
+    holdByFile(host_.application);
     raiseEditorFloors();
 }
 

@@ -34,6 +34,7 @@ inline constexpr std::string_view editorStyles = "torvex_editor_styles";
 inline constexpr std::string_view editorWidth = "torvex_editor_width";
 inline constexpr std::string_view emailNotification = "torvex_emailNotification";
 inline constexpr std::string_view extranetSsl = "tvx_extranet_ssl";
+inline constexpr std::string_view httpsOnly = "torvex_https_only";
 inline constexpr std::string_view hyperlinkCheck = "torvex_hyperlink_check";
 inline constexpr std::string_view imageSecurity = "torvex_img_security";
 inline constexpr std::string_view imagesName = "torvex_imgDir";

@@ -38,6 +38,17 @@ TEST_P(SettingsTest, AParameterOfTheInstallationIsStoredAndInForce) {
     EXPECT_TRUE(host.session.get("torvex_feeds").isEmpty());
 }
 
+TEST_P(SettingsTest, WhereHttpsIsWhatTheSiteIsThatStays) {
+    host.application.set("torvex_https_only", true);
+    host.application.set("tvx_website_ssl", true);
+    manager().updateParam(0, " TVX_website_ssl ", "0", "B");
+    EXPECT_THAT(stored(), ElementsAre("TVX_website_ssl|0|B|0"));
+    EXPECT_EQ(host.application.get("tvx_website_ssl"), Value(true));
+    host.application.set("torvex_https_only", false);
+    manager().updateParam(0, "tvx_website_ssl", "0", "B");
+    EXPECT_EQ(host.application.get("tvx_website_ssl"), Value(false));
+}
+
 TEST_P(SettingsTest, TheTypeSaysWhatIsInForce) {
     manager().updateParam(0, "a", " 12 ", "n");
     manager().updateParam(0, "b", "2", "B");

@@ -47,7 +47,7 @@ export async function startSite(statements = [], prepare = () => {}) {
 async function untilServed(address) {
   for (let i = 0; i < 200; ++i) {
     try {
-      await fetch(address);
+      await fetch(address, { redirect: "manual" });
       return;
     } catch {
       await new Promise((resolve) => setTimeout(resolve, 50));

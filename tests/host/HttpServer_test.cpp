@@ -74,12 +74,70 @@ TEST_F(HttpServerTest, EveryAnswerCarriesTheSecurityFields) {
         EXPECT_EQ(reply.field("X-Content-Type-Options"), "nosniff") << target;
         EXPECT_EQ(reply.field("Referrer-Policy"), "strict-origin-when-cross-origin") << target;
         EXPECT_EQ(reply.field("X-Frame-Options"), "SAMEORIGIN") << target;
+        EXPECT_THAT(reply.field("Permissions-Policy"), HasSubstr("camera=()")) << target;
+        EXPECT_EQ(reply.field("Cross-Origin-Opener-Policy"), "") << target;
     }
+}
+
+TEST_F(HttpServerTest, PagesAreForThisSiteAndPublicFilesForAll) {
+    const test::PublicFolder folder;
+    folder.write("a.txt", "x");
+    running.options.rootFolder = folder.path();
+    running.guards.push_back(
+        {"/guarded/", [] { return true; }, [](HostContext&, std::string_view) { return true; }});
+    folder.write("guarded/a.txt", "x");
+    start();
+    for (const char* target : {"/hello.asp", "/guarded/a.txt"})
+        EXPECT_EQ(get(target).field("Cross-Origin-Resource-Policy"), "same-origin") << target;
+    EXPECT_EQ(get("/a.txt").field("Cross-Origin-Resource-Policy"), "cross-origin");
+}
+
+TEST_F(HttpServerTest, PermissionsAreTheSettings) {
+    running.options.permissionsPolicy = "camera=(self)";
+    start();
+    EXPECT_EQ(get("/hello.asp").fields("Permissions-Policy"), std::vector<std::string>{"camera=(self)"});
+}
+
+TEST_F(HttpServerTest, WithoutPermissionsThereIsNoFieldForThem) {
+    running.options.permissionsPolicy.clear();
+    start();
+    EXPECT_THAT(get("/hello.asp").head, Not(HasSubstr("Permissions-Policy")));
 }
 
 TEST_F(HttpServerTest, APageIsNotKeptBySharedCaches) {
     start();
     EXPECT_EQ(get("/hello.asp").field("Cache-Control"), "private, no-cache");
+}
+
+TEST_F(HttpServerTest, OnlyTheHostsThatAreNamedAreAnswered) {
+    running.options.hosts = {"www.site.test", "[::1]"};
+    start();
+    const auto statusFor = [&](const std::string& host) {
+        return client().ask("GET /hello.asp HTTP/1.1\r\nHost: " + host + "\r\n\r\n").status;
+    };
+    EXPECT_EQ(statusFor("www.site.test"), 200);
+    EXPECT_EQ(statusFor("WWW.site.test:8080"), 200);
+    EXPECT_EQ(statusFor("[::1]:80"), 200);
+    EXPECT_EQ(statusFor("stranger.test"), 421);
+    EXPECT_EQ(statusFor("127.0.0.1"), 421);
+    EXPECT_EQ(
+        client().ask("GET http://stranger.test/hello.asp HTTP/1.1\r\nHost: www.site.test\r\n\r\n").status,
+        421);
+    EXPECT_EQ(client().ask("GET /hello.asp HTTP/1.0\r\n\r\n").status, 421);
+}
+
+TEST_F(HttpServerTest, AHostThatIsNotAnsweredIsToldSo) {
+    running.options.hosts = {"www.site.test"};
+    running.page("/", [](HostContext& host) { host.response.redirect("/tvx.asp"); });
+    start();
+    RawHttpClient connection = client();
+    const RawReply reply = connection.ask("GET / HTTP/1.1\r\nHost: stranger.test\r\n\r\n");
+    EXPECT_EQ(reply.status, 421);
+    EXPECT_THAT(reply.head, HasSubstr("421 Misdirected Request"));
+    EXPECT_THAT(reply.body, HasSubstr("a host that this server does not answer for"));
+    EXPECT_THAT(reply.head + reply.body, Not(HasSubstr("stranger.test")));
+    EXPECT_EQ(reply.field("Set-Cookie"), "");
+    EXPECT_EQ(connection.ask("GET /hello.asp HTTP/1.1\r\nHost: www.site.test\r\n\r\n").status, 200);
 }
 
 TEST_F(HttpServerTest, AnUnknownAddressIsNotFound) {

@@ -51,6 +51,13 @@ class TlsClient {
     }
     bool shakeHands() { return SSL_connect(ssl_.get()) == 1; }
     void allowOnly(int version) { SSL_set_max_proto_version(ssl_.get(), version); }
+    /// Of TLS 1.2, by their names.
+    void offer(const char* suites) {
+        allowOnly(TLS1_2_VERSION);
+        SSL_set_cipher_list(ssl_.get(), suites);
+    }
+    std::string version() const { return SSL_get_version(ssl_.get()); }
+    bool renegotiate() { return SSL_renegotiate(ssl_.get()) == 1 && SSL_do_handshake(ssl_.get()) == 1; }
     void send(std::string_view bytes) { SSL_write(ssl_.get(), bytes.data(), static_cast<int>(bytes.size())); }
     /// Until as much has come or the server closes.
     std::string read(std::size_t size) {
@@ -83,11 +90,23 @@ class TlsTest : public testing::Test {
         });
     }
 
-    std::string ask(std::string_view target) {
+    std::string ask(std::string_view target, const std::string& lines = {}) {
         TlsClient client(running.client());
         EXPECT_TRUE(client.shakeHands());
-        client.send("GET " + std::string(target) + " HTTP/1.1\r\nHost: a\r\nConnection: close\r\n\r\n");
+        client.send("GET " + std::string(target) + " HTTP/1.1\r\nHost: a\r\nConnection: close\r\n" + lines +
+                    "\r\n");
         return client.readAll();
+    }
+    static std::string cookieOf(const std::string& answer) {
+        const std::string name = "\r\nSet-Cookie: ";
+        const std::size_t begin = answer.find(name);
+        if (begin == std::string::npos) return {};
+        return answer.substr(begin + name.size(), answer.find('\r', begin + 2) - begin - name.size());
+    }
+    static void count(HostContext& host) {
+        const double count = host.session.number("count") + 1;
+        host.session.set("count", count);
+        host.response.write("count " + std::to_string(static_cast<int>(count)));
     }
 
     test::PublicFolder files;
@@ -103,11 +122,7 @@ TEST_F(TlsTest, PagesAreAnswered) {
 
 TEST_F(TlsTest, BothSchemesAreServedSideBySideWithTheSameSessions) {
     running.options.tlsPort = 0;
-    running.page("/count.asp", [](HostContext& host) {
-        const double count = host.session.number("count") + 1;
-        host.session.set("count", count);
-        host.response.write("count " + std::to_string(static_cast<int>(count)));
-    });
+    running.page("/count.asp", count);
     running.start();
     ASSERT_NE(running.server->tlsPort(), 0);
     ASSERT_NE(running.server->tlsPort(), running.server->port());
@@ -120,9 +135,136 @@ TEST_F(TlsTest, BothSchemesAreServedSideBySideWithTheSameSessions) {
     EXPECT_TRUE(client.readAll().ends_with("count 2"));
 }
 
-TEST_F(TlsTest, CookiesAreMarkedSecure) {
+TEST_F(TlsTest, CookiesAreSecureAndOfThisHostAlone) {
     running.start();
-    EXPECT_NE(ask("/hello.asp").find("; SameSite=Lax; Secure\r\n"), std::string::npos);
+    const std::string answer = ask("/hello.asp");
+    const std::string cookie = cookieOf(answer);
+    EXPECT_TRUE(cookie.starts_with("__Host-torvex_session=")) << cookie;
+    EXPECT_TRUE(cookie.ends_with("; Path=/; HttpOnly; SameSite=Lax; Secure")) << cookie;
+    EXPECT_EQ(cookie.find("Domain"), std::string::npos);
+}
+
+TEST_F(TlsTest, ASessionIsKeptByItsSecureCookie) {
+    running.page("/count.asp", count);
+    running.start();
+    const std::string cookie = cookieOf(ask("/count.asp"));
+    EXPECT_TRUE(
+        ask("/count.asp", "Cookie: " + cookie.substr(0, cookie.find(';')) + "\r\n").ends_with("count 2"));
+}
+
+TEST_F(TlsTest, ASessionFromHttpIsNotTakenOverWhereHttpsIsWhatTheSiteIs) {
+    running.options.httpsAlone = true;
+    running.page("/count.asp", count);
+    running.start();
+    const std::string cookie = cookieOf(ask("/count.asp"));
+    const std::string token = cookie.substr(cookie.find('='), 33);
+    EXPECT_TRUE(ask("/count.asp", "Cookie: __Host-torvex_session" + token + "\r\n").ends_with("count 2"));
+    EXPECT_TRUE(ask("/count.asp", "Cookie: torvex_session" + token + "\r\n").ends_with("count 1"));
+}
+
+TEST_F(TlsTest, TheCookieOfThisHostGoesBeforeOneThatAnybodyMayHavePlanted) {
+    running.page("/count.asp", count);
+    running.start();
+    const std::string mine = cookieOf(ask("/count.asp"));
+    const std::string planted = cookieOf(ask("/count.asp"));
+    ask("/count.asp", "Cookie: " + mine.substr(0, mine.find(';')) + "\r\n");
+    EXPECT_TRUE(ask("/count.asp", "Cookie: torvex_session" + planted.substr(planted.find('='), 33) + "; " +
+                                      mine.substr(0, mine.find(';')) + "\r\n")
+                    .ends_with("count 3"));
+}
+
+TEST_F(TlsTest, OverHttpEverythingLeadsToHttps) {
+    running.options.httpsAlone = true;
+    running.options.tlsPort = 0;
+    running.form("/form.asp", [](HostContext& host) { host.response.write("written"); });
+    running.start();
+    const std::string port = std::to_string(running.server->tlsPort());
+    const auto leadsTo = [&](const std::string& request) {
+        const test::RawReply reply = running.client().ask(request);
+        EXPECT_EQ(reply.status, 307) << request;
+        EXPECT_EQ(reply.field("Cache-Control"), "no-store");
+        EXPECT_EQ(reply.field("Set-Cookie"), "");
+        EXPECT_EQ(reply.field("Strict-Transport-Security"), "");
+        EXPECT_EQ(reply.body, "");
+        return reply.field("Location");
+    };
+    EXPECT_EQ(leadsTo("GET /hello.asp?a=1&b=%20 HTTP/1.1\r\nHost: a.example:8080\r\n\r\n"),
+              "https://a.example:" + port + "/hello.asp?a=1&b=%20");
+    EXPECT_EQ(leadsTo("GET /nothing.txt HTTP/1.1\r\nHost: a.example\r\n\r\n"),
+              "https://a.example/nothing.txt");
+    EXPECT_EQ(leadsTo("GET http://[::1]:80?a=1 HTTP/1.1\r\nHost: b\r\n\r\n"),
+              "https://[::1]:" + port + "/?a=1");
+    EXPECT_EQ(
+        leadsTo("POST /form.asp HTTP/1.1\r\nHost: a\r\nContent-Type: application/x-www-form-urlencoded\r\n"
+                "Content-Length: 3\r\n\r\na=1"),
+        "https://a/form.asp");
+    EXPECT_EQ(running.client().ask("GET / HTTP/1.0\r\n\r\n").status, 400);
+}
+
+TEST_F(TlsTest, HttpIsAnsweredWhereTheSiteIsOnBoth) {
+    running.options.tlsPort = 0;
+    running.start();
+    const test::RawReply reply = running.client().get("/hello.asp");
+    EXPECT_EQ(reply.body, "Hello off");
+    EXPECT_EQ(reply.field("Strict-Transport-Security"), "");
+    TlsClient client{test::RawHttpClient(running.server->tlsPort())};
+    ASSERT_TRUE(client.shakeHands());
+    client.send("GET /hello.asp HTTP/1.1\r\nHost: a\r\nConnection: close\r\n\r\n");
+    EXPECT_EQ(client.readAll().find("Strict-Transport-Security"), std::string::npos);
+}
+
+TEST_F(TlsTest, WhoeverOpenedTheSiteGetsNoHoldOfIt) {
+    running.start();
+    EXPECT_NE(ask("/hello.asp").find("\r\nCross-Origin-Opener-Policy: same-origin-allow-popups\r\n"),
+              std::string::npos);
+}
+
+TEST_F(TlsTest, BrowsersAreToldToStayOnHttps) {
+    running.options.httpsAlone = true;
+    running.options.strictTransport = std::chrono::seconds(1000);
+    running.start();
+    for (const char* target : {"/hello.asp", "/nothing.txt", "/%zz"})
+        EXPECT_NE(ask(target).find("\r\nStrict-Transport-Security: max-age=1000\r\n"), std::string::npos)
+            << target;
+}
+
+TEST_F(TlsTest, BrowsersAreToldNothingWhereTheSettingIsOff) {
+    running.options.httpsAlone = true;
+    running.options.strictTransport = std::chrono::seconds(0);
+    running.start();
+    EXPECT_EQ(ask("/hello.asp").find("Strict-Transport-Security"), std::string::npos);
+}
+
+TEST_F(TlsTest, OnlySuitesWithPassingKeysAndAuthenticationAreSpoken) {
+    running.start();
+    for (const char* suites : {"ECDHE-ECDSA-AES128-GCM-SHA256", "ECDHE-ECDSA-AES256-GCM-SHA384",
+                               "ECDHE-ECDSA-CHACHA20-POLY1305"}) {
+        TlsClient client(running.client());
+        client.offer(suites);
+        EXPECT_TRUE(client.shakeHands()) << suites;
+        EXPECT_EQ(client.version(), "TLSv1.2");
+    }
+    for (const char* suites : {"ECDHE-ECDSA-AES128-SHA", "ECDHE-ECDSA-AES256-SHA384",
+                               "ECDHE-ECDSA-AES128-CCM", "AES128-GCM-SHA256", "DHE-RSA-AES128-GCM-SHA256"}) {
+        TlsClient client(running.client());
+        client.offer(suites);
+        EXPECT_FALSE(client.shakeHands()) << suites;
+    }
+}
+
+TEST_F(TlsTest, TheNewestVersionIsSpoken) {
+    running.start();
+    TlsClient client(running.client());
+    EXPECT_TRUE(client.shakeHands());
+    EXPECT_EQ(client.version(), "TLSv1.3");
+}
+
+TEST_F(TlsTest, AConnectionIsNotNegotiatedAnew) {
+    running.start();
+    TlsClient client(running.client());
+    client.allowOnly(TLS1_2_VERSION);
+    ASSERT_TRUE(client.shakeHands());
+    EXPECT_FALSE(client.renegotiate());
 }
 
 TEST_F(TlsTest, SmallAndLargeFilesArriveWhole) {

@@ -19,7 +19,7 @@ TEST(SettingValue, IsNothingForABadNumberOrType) {
 
 TEST(SettingValue, IdentitiesAndPlacesAreFixed) {
     for (const auto* name : {"torvex_username", "TORVEX_LOGINID", " torvex_odbc ", "torvex_install_path",
-                             "tvx_password", "torvex_adminTemplates_dir"}) {
+                             "torvex_https_only", "tvx_password", "torvex_adminTemplates_dir"}) {
         EXPECT_TRUE(isFixedValue(name)) << name;
     }
     for (const auto* name : {"", "torvex_ssl", "torvex_interface_language", "torvex_username2"}) {

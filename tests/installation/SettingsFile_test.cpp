@@ -43,6 +43,10 @@ TEST(NewSettingsFile, CommentedSettingsShowTheDefaults) {
     EXPECT_EQ(given.server.queuedPages, defaults.server.queuedPages);
     EXPECT_EQ(given.server.connections, defaults.server.connections);
     EXPECT_EQ(given.server.secureCookies, defaults.server.secureCookies);
+    EXPECT_EQ(given.server.trustedProxies, defaults.server.trustedProxies);
+    EXPECT_EQ(given.server.hosts, defaults.server.hosts);
+    EXPECT_EQ(given.server.httpsAlone, defaults.server.httpsAlone);
+    EXPECT_EQ(given.server.strictTransport, defaults.server.strictTransport);
     EXPECT_EQ(given.server.staticCacheControl, defaults.server.staticCacheControl);
     EXPECT_EQ(given.server.fileCache, defaults.server.fileCache);
     EXPECT_EQ(given.server.tls.certificate, defaults.server.tls.certificate);

@@ -92,6 +92,45 @@ level = "debug"
     EXPECT_EQ(settings.logLevel, "debug");
 }
 
+TEST_F(SettingsFile, WhoAsksAndForWhatIsRead) {
+    const Settings settings = read(
+        "[server]\ntrusted_proxies = [\"127.0.0.1\", \"10.0.0.0/8\"]\nhosts = [\"*.site.test\"]\n"
+        "https_only = true\nstrict_transport_seconds = 60\npermissions_policy = \"\"\n");
+    EXPECT_EQ(settings.server.trustedProxies, (std::vector<std::string>{"127.0.0.1", "10.0.0.0/8"}));
+    EXPECT_EQ(settings.server.hosts, std::vector<std::string>{"*.site.test"});
+    EXPECT_TRUE(settings.server.httpsAlone);
+    EXPECT_EQ(settings.server.strictTransport, 60s);
+    EXPECT_EQ(settings.server.permissionsPolicy, "");
+    EXPECT_TRUE(read("").server.trustedProxies.empty());
+    EXPECT_TRUE(read("").server.hosts.empty());
+}
+
+TEST_F(SettingsFile, AWrongProxyOrHostIsRefusedWithItsLine) {
+    for (const char* proxies : {"\"127.0.0.1\"", "[1]", "[\"localhost\"]", "[\"10.0.0.0/33\"]"})
+        EXPECT_THAT(refusal(std::string("[server]\ntrusted_proxies = ") + proxies + "\n"),
+                    HasSubstr("torvex.toml:2: trusted_proxies in [server] must be"))
+            << proxies;
+    for (const char* hosts : {"\"a\"", "[\"\"]", "[\"a:80\"]", "[\"https://a\"]"})
+        EXPECT_THAT(refusal(std::string("[server]\nhosts = ") + hosts + "\n"),
+                    HasSubstr("torvex.toml:2: hosts in [server] must be"))
+            << hosts;
+    EXPECT_THAT(refusal("[server]\npermissions_policy = \"a\\r\\nX: y\"\n"), HasSubstr("torvex.toml:2: "));
+    EXPECT_THAT(refusal("[server]\nstrict_transport_seconds = -1\n"), HasSubstr("torvex.toml:2: "));
+}
+
+TEST_F(SettingsFile, WithACertificateHttpsIsWhatTheSiteIs) {
+    const std::string tls = "[tls]\ncertificate = \"a\"\nkey = \"b\"\n";
+    EXPECT_FALSE(read("").server.httpsAlone);
+    EXPECT_TRUE(read(tls).server.httpsAlone);
+    EXPECT_FALSE(read(tls + "[server]\nhttps_only = false\n").server.httpsAlone);
+}
+
+TEST_F(SettingsFile, WithoutACertificateHttpsTakesAProxyThatIsBelieved) {
+    EXPECT_THAT(refusal("[server]\nhttps_only = true\n"),
+                HasSubstr("torvex.toml:2: https_only in [server] must be false without a certificate"));
+    EXPECT_TRUE(read("[server]\nhttps_only = true\ntrusted_proxies = [\"10.0.0.1\"]\n").server.httpsAlone);
+}
+
 TEST_F(SettingsFile, TypesOfPublicFilesAreRead) {
     EXPECT_TRUE(read("").server.fileTypes.empty());
     const Settings settings =

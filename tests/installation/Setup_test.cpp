@@ -155,6 +155,15 @@ TEST_P(SetupTest, ASettingOfAYesIsTrueForOneAlone) {
     EXPECT_EQ(value("torvex_editor_styles"), Value(false));
 }
 
+TEST_P(SetupTest, WhereHttpsIsWhatTheSiteIsNoSettingSaysOtherwise) {
+    host.application.set("torvex_https_only", true);
+    setting("tvx_website_ssl", "0", "B");
+    setting("tvx_extranet_ssl", "0", "B");
+    initApplication();
+    for (const auto* key : {"tvx_website_ssl", "tvx_extranet_ssl", "torvex_ssl"})
+        EXPECT_EQ(value(key), Value(true)) << key;
+}
+
 TEST_P(SetupTest, ASettingOfAnotherKindIsPassedOver) {
     setting("my_date", "20260101", "D");
     setting("my_nothing", "1", "");

@@ -60,7 +60,8 @@ std::string RawReply::field(std::string_view name) const {
 
 std::string RawReply::sessionCookie() const {
     for (const std::string& cookie : fields("Set-Cookie"))
-        if (cookie.starts_with("torvex_session=")) return cookie.substr(0, cookie.find(';'));
+        if (cookie.starts_with("torvex_session=") || cookie.starts_with("__Host-torvex_session="))
+            return cookie.substr(0, cookie.find(';'));
     return {};
 }
 

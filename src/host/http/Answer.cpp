@@ -54,6 +54,8 @@ std::string_view statusName(int status) {
             return "Range Not Satisfiable";
         case 417:
             return "Expectation Failed";
+        case 421:
+            return "Misdirected Request";
         case 422:
             return "Unprocessable Content";
         case 429:

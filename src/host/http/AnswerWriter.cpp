@@ -14,13 +14,6 @@ namespace torvex {
 
 namespace {
 
-/// With every answer: a type is what we say it is; other sites don't learn the full address that a visitor
-/// came from; only pages of this site may frame it (the frames mode is made of such).
-constexpr std::string_view securityFields =
-    "X-Content-Type-Options: nosniff\r\n"
-    "Referrer-Policy: strict-origin-when-cross-origin\r\n"
-    "X-Frame-Options: SAMEORIGIN\r\n";
-
 constexpr std::size_t chunkSize = 16 * 1024;  ///< one record of TLS
 constexpr std::uint64_t burst = 1024 * 1024;  ///< of a file, before others have their turn
 
@@ -68,7 +61,7 @@ void AnswerWriter::composeHead(const AnswerFrame& frame) {
     } else if (frame.isHttp10) {
         head_ += "Connection: keep-alive\r\n";
     }
-    head_.append(answer_.fields).append(securityFields).append("\r\n");
+    head_.append(answer_.fields).append(frame.fields).append("\r\n");
 }
 
 std::string_view AnswerWriter::bodyText() const {

@@ -14,6 +14,7 @@ struct AnswerFrame {
     bool keepAlive = true;
     bool isHead = false;  ///< the header as for a full answer, and no body
     bool isHttp10 = false;
+    std::string_view fields{};  ///< "Name: value\r\n" for each that every answer carries
 };
 
 /// Sends one answer after the other. Header and body go out in one call where they fit; files go from the

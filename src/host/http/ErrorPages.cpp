@@ -49,6 +49,9 @@ Wording wordingOf(int status) {
         case 417:
             return {"This expectation can't be met",
                     "The request asks for something that this server does not do.", "Try again without it."};
+        case 421:
+            return {"This site is not here", "The address names a host that this server does not answer for.",
+                    "Check the address. If the site is yours, add its name to the hosts of this server."};
         case 431:
             return {"The request's header is too large",
                     "Most often the cookies of this site have become too many.",

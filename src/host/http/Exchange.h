@@ -30,10 +30,10 @@ class Exchange {
     std::string_view host;            ///< as the request names it; "" for old clients that name none
     const PageRoute* page = nullptr;  ///< what answers: a page, a guarded file, or else a public file
     const FileGuard* guard = nullptr;
-    std::string remoteAddress;
-    std::uint64_t origin = 0;  ///< the same for all requests of one address
+    std::string remoteAddress;  ///< the visitor's, also behind a trusted proxy
+    std::uint64_t origin = 0;   ///< the same for all requests of one address
     std::uint16_t localPort = 0;
-    bool isTls = false;
+    bool isTls = false;  ///< whether the visitor speaks https, to this server or to a trusted proxy
 };
 
 }  // namespace torvex

@@ -94,6 +94,9 @@ TEST_F(SessionsTest, CookiesAreMarkedSecureWhereTheSettingsSaySo) {
     running.options.secureCookies = true;
     running.start();
     EXPECT_NE(get("/count.asp").field("Set-Cookie").find("; Secure"), std::string::npos);
+    const std::string cookie = get("/count.asp").sessionCookie();
+    EXPECT_TRUE(cookie.starts_with("__Host-torvex_session=")) << cookie;
+    EXPECT_EQ(get("/count.asp", cookie).body, "2");
 }
 
 TEST_F(SessionsTest, TheSessionOfANewVisitorIsStartedOnce) {
