@@ -19,14 +19,12 @@ constexpr std::string_view selectSettings =
 constexpr std::string_view selectInterface =
     "select lang_id from TORVEX_INTERFACE_LANGUAGES where lang_id = ? and lang_enabled = 1";
 
-constexpr std::string_view interfaceLanguage = "torvex_interface_language";
-
 /// Not to one that isn't switched on.
 void switchInterface(HostContext& host, db::Connection& connection, std::string_view language) {
     auto rows = connection.query(selectInterface, {text::trim(language)});
     if (!rows.next()) return;
     const std::string code = text::lowerTrim(rows.text("lang_id"));
-    host.session.set(interfaceLanguage, code);
+    host.session.set(sessionKey::chosenInterface, code);
     host.session.set(sessionKey::interfaceLanguage, code);
     host.session.set(sessionKey::adminTemplatesPath,
                      host.application.text(applicationKey::adminTemplatesPath) + code + "/");
@@ -41,7 +39,7 @@ void takeOverSettings(HostContext& host, db::Connection& connection, int loginId
         const std::string parameter(text::trim(rows.text("parameter")));
         const auto value = settingValue(rows.text("dataType"), rows.text("value"));
         if (!value || isFixedValue(parameter)) continue;
-        if (text::equals(parameter, interfaceLanguage)) {
+        if (text::equals(parameter, sessionKey::chosenInterface)) {
             language = value->toText();
         } else {
             host.session.set(parameter, *value);

@@ -13,6 +13,7 @@
 #include "platform/DateTime.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
 #include "records/DateWindow.h"
@@ -171,9 +172,8 @@ std::string levelText(db::Connection& connection, const std::string& node, const
 
 /// A login's own setting may stand in its session.
 double loadLevel(const HostContext& host) {
-    constexpr std::string_view key = "torvex_sitemap_loadLevel";
-    const Value own = host.session.get(key);
-    return own.isEmpty() ? host.application.get(key).toNumber() : own.toNumber();
+    const Value own = host.session.get(sessionKey::sitemapLevels);
+    return own.isEmpty() ? host.application.get(applicationKey::sitemapLevels).toNumber() : own.toNumber();
 }
 
 }  // namespace
