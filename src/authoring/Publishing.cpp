@@ -100,7 +100,12 @@ bool isRefused(std::string_view result) {
 
 std::string cManager::publishPage(const std::string& pageIdent) try {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
-    const PageIdentity page = identify(connection(), pageIdent);
+    return publish(identify(connection(), pageIdent));
+} catch (...) {
+    raiseFrom("publishPage !");
+}
+
+std::string cManager::publish(const PageIdentity& page) {
     if (page.pageId <= 0 || page.nodeId.empty()) return std::string(noSuchPage);
     const std::string ident = text::fromNumber(page.pageId);
     const auto outcome = run(host_, page.pageId, actor(), [&] {
@@ -120,14 +125,15 @@ std::string cManager::publishPage(const std::string& pageIdent) try {
     followUp(host_, operationName, ident, [&] { addPageLine(page.pageId, "publish"); });
     renewSnapshots(host_, connection_, {page.pageId});
     return result;
-} catch (...) {
-    raiseFrom("publishPage !");
 }
 
 std::string cManager::publishPages(const std::string& pageList) try {
     PageIdentList list(pageList);
+    if (!author_.isLoggedIn()) return list.text();
     // A child may stand before its parent.
-    list.passes([&](const std::string& entry) { return !isRefused(publishPage(entry)); });
+    list.passes([&](const std::string& entry) {
+        return asLevel("publishPage !", [&] { return !isRefused(publish(identify(connection(), entry))); });
+    });
     return list.text();
 } catch (...) {
     raiseFrom("publishPages !");

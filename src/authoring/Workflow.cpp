@@ -69,8 +69,8 @@ PageChange markOrUnmark(const PageStatus& page, const Actor& actor, const Workfl
 }
 
 template <typename Decide>
-PageOutcome change(db::Connection& connection, const std::string& pageIdent, Decide decide) {
-    return changePage(connection, pageIdFrom(connection, pageIdent), status::failed, decide);
+PageOutcome change(db::Connection& connection, PageId pageId, Decide decide) {
+    return changePage(connection, pageId, status::failed, decide);
 }
 
 }  // namespace
@@ -78,8 +78,8 @@ PageOutcome change(db::Connection& connection, const std::string& pageIdent, Dec
 std::string cManager::checkOut(const std::string& pageIdent) try {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
     const Actor actor = this->actor();
-    const auto outcome =
-        change(connection(), pageIdent, [&](const PageStatus& page) { return takeOut(page, actor); });
+    const auto outcome = change(connection(), pageIdFrom(connection(), pageIdent),
+                                [&](const PageStatus& page) { return takeOut(page, actor); });
     if (outcome.isRefused()) return std::string(outcome.code);
     page_.approveStatus = 0;
     page_.lockStatus = 1;
@@ -98,8 +98,8 @@ std::string cManager::checkIn(const std::string& pageIdent) try {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
     const Actor actor = this->actor();
     const WorkflowRules rules = workflowRules(host_.application);
-    const auto outcome =
-        change(connection(), pageIdent, [&](const PageStatus& page) { return giveBack(page, actor, rules); });
+    const auto outcome = change(connection(), pageIdFrom(connection(), pageIdent),
+                                [&](const PageStatus& page) { return giveBack(page, actor, rules); });
     if (outcome.isRefused()) return std::string(outcome.code);
     const bool approves = outcome.after.isApproved();
     if (approves) {
@@ -120,17 +120,21 @@ std::string cManager::checkIn(const std::string& pageIdent) try {
 
 std::string cManager::approvePage(const std::string& pageIdent, int state) try {
     if (!author_.isLoggedIn()) return std::string(status::notLoggedIn);
+    return approve(pageIdFrom(connection(), pageIdent), state);
+} catch (...) {
+    raiseFrom("approvePage !");
+}
+
+std::string cManager::approve(PageId pageId, int state) {
     const Actor actor = this->actor();
     const WorkflowRules rules = workflowRules(host_.application);
-    const auto outcome = change(connection(), pageIdent,
+    const auto outcome = change(connection(), pageId,
                                 [&](const PageStatus& page) { return judge(page, actor, rules, state); });
     if (outcome.isRefused()) return std::string(outcome.code);
     page_.lockStatus = 0;
     page_.approveStatus = state;
     addPageLine(outcome.after.pageId, state == 1 ? "approve" : "unapprove");
     return outcome.after.text();
-} catch (...) {
-    raiseFrom("approvePage !");
 }
 
 std::string cManager::deletePage(const std::string& pageIdent, int state) try {
@@ -138,9 +142,9 @@ std::string cManager::deletePage(const std::string& pageIdent, int state) try {
     const bool marks = state != 0;
     const Actor actor = this->actor();
     const WorkflowRules rules = workflowRules(host_.application);
-    const auto outcome = change(connection(), pageIdent, [&](const PageStatus& page) {
-        return markOrUnmark(page, actor, rules, marks);
-    });
+    const auto outcome =
+        change(connection(), pageIdFrom(connection(), pageIdent),
+               [&](const PageStatus& page) { return markOrUnmark(page, actor, rules, marks); });
     if (outcome.isRefused()) return std::string(outcome.code);
     page_.deletedBy = marks ? author_.fullname : std::string();
     page_.deletingDate = marks ? actor.now : noDate;

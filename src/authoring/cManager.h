@@ -21,7 +21,6 @@ struct Outcome;
 }
 class EditRights;
 class PageModules;
-struct PageIdentity;
 struct HostContext;
 
 /// Everything that authors and administrators do. An object is made for one request, in the name of the login
@@ -555,6 +554,10 @@ class cManager {
                       const std::string& description);
     void recordRemoval(std::string_view operation, int advId, const std::string& what);
     LockSeeker lockSeeker() const;
+
+    /// What `approvePage` and `publishPage` do with a page once it is read, when somebody is logged in.
+    std::string approve(PageId pageId, int state);
+    std::string publish(const PageIdentity& page);
 
     /// A page's title, or the word for a page without one; "" for no page.
     std::string titleOrWord(PageId pageId, Twin twin);
