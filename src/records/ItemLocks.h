@@ -8,7 +8,8 @@ namespace db {
 class Connection;
 }
 
-/// Who wants an administrative record for itself.
+/// Who wants an administrative record for itself: of an actor what locks know. Records stand below the accounts
+/// that say who acts.
 struct LockSeeker {
     std::string_view sessionId;
     int loginId = 0;
