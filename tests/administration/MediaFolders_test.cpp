@@ -1,8 +1,7 @@
 #include <gmock/gmock.h>
 #include <thread>
 
-#include "support/FailingDatabase.h"
-#include "support/ManagerTest.h"
+#include "support/RecordsTest.h"
 
 namespace torvex::test {
 namespace {
@@ -13,19 +12,13 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
-class MediaFoldersTest : public ManagerTest {
+class MediaFoldersTest : public RecordsTest {
   protected:
     void SetUp() override {
-        ManagerTest::SetUp();
+        RecordsTest::SetUp();
         if (HasFatalFailure()) return;
-        failing_ = std::make_unique<FailingDatabase>(database());
-        host.database.target = failing_.get();
         host.files.madeFolders.insert("/install/wwwroot/images");
         host.files.madeFolders.insert("/install/wwwroot/documents");
-    }
-    void TearDown() override {
-        host.database.target = &database();
-        ManagerTest::TearDown();
     }
 
     void folder(const std::string& table, const std::string& id, const std::string& name,
@@ -47,23 +40,13 @@ class MediaFoldersTest : public ManagerTest {
             {{"fld_type", type}, {"fld_site", "aa"}, {"fld_id", id}, {"groupId", groupId}});
     }
 
-    std::vector<std::string> lines(const std::string& statement) {
-        std::vector<std::string> result;
-        auto rows = connection().query(statement);
-        while (rows.next()) {
-            std::string line = rows.value(std::size_t{0}).toText();
-            for (std::size_t i = 1; i < rows.columns(); ++i) line += "|" + rows.value(i).toText();
-            result.push_back(line);
-        }
-        return result;
-    }
     std::vector<std::string> imageFolders() {
-        return lines(
+        return rowsOf(
             "select fld_site, fld_id, fld_name, fld_level, fld_parent from TORVEX_IMAGES_FOLDERS "
             "order by fld_site, fld_id");
     }
     std::vector<std::string> groups() {
-        return lines(
+        return rowsOf(
             "select fld_type, fld_site, fld_id, groupId from TORVEX_FOLDERS_GROUPS "
             "order by fld_type, fld_site, fld_id, groupId");
     }
@@ -84,8 +67,6 @@ class MediaFoldersTest : public ManagerTest {
         EXPECT_EQ(host.files.madeFolders, directories);
         EXPECT_THAT(auditTrail(), IsEmpty());
     }
-
-    std::unique_ptr<FailingDatabase> failing_;
 };
 INSTANTIATE_TEST_SUITE_P(Engines, MediaFoldersTest, bothEngines(), engineName);
 
@@ -97,7 +78,7 @@ TEST_P(MediaFoldersTest, AFolderIsBornAsNewFolderWhateverItsName) {
 TEST_P(MediaFoldersTest, ADocumentFolderHasATableAndADirectoryOfItsOwn) {
     EXPECT_EQ(manager().addFolder("aa", "", "Plans", "documents"), "001");
     EXPECT_THAT(imageFolders(), IsEmpty());
-    EXPECT_EQ(lines("select fld_id from TORVEX_DOCUMENTS_FOLDERS").size(), 1U);
+    EXPECT_EQ(rowsOf("select fld_id from TORVEX_DOCUMENTS_FOLDERS").size(), 1U);
     EXPECT_TRUE(isDirectory("documents/aa/001"));
     EXPECT_FALSE(isDirectory("images/aa"));
     EXPECT_THAT(groups(), ElementsAre("doc|aa|001|0"));
@@ -202,23 +183,13 @@ TEST_P(MediaFoldersTest, AnEntryOfTheMenuLeavesALine) {
 
 TEST_P(MediaFoldersTest, AFailureAtAnyStepOfAddingChangesNothing) {
     folder("IMAGES", "001", "a");
-    const auto folders = imageFolders();
-    const auto directories = host.files.madeFolders;
-    for (int step = 1;; ++step) {
-        ASSERT_LT(step, 100);
-        failing_->reset(step);
-        const std::string result = add("001", "x");
-        if (failing_->steps < step) {
-            EXPECT_EQ(result, "001001");
-            EXPECT_GT(step, 5);
-            return;
+    failEverywhere("001001", "", [&] {
+        std::string result = add("001", "x");
+        if (result.empty()) {
+            EXPECT_THAT(host.log.lines, Contains(HasSubstr("got no new folder")));
         }
-        EXPECT_EQ(result, "");
-        EXPECT_EQ(imageFolders(), folders);
-        EXPECT_EQ(host.files.madeFolders, directories);
-        EXPECT_THAT(groups(), IsEmpty());
-        EXPECT_THAT(host.log.lines, Contains(HasSubstr("got no new folder")));
-    }
+        return result;
+    });
 }
 
 TEST_P(MediaFoldersTest, ADiskThatIsFullLeavesNoRow) {
@@ -229,7 +200,7 @@ TEST_P(MediaFoldersTest, ADiskThatIsFullLeavesNoRow) {
 
 TEST_P(MediaFoldersTest, TwoWhoAddAtOnceGetTwoNumbers) {
     bool other = false;
-    failing_->atStep = [&](int) {
+    failing().atStep = [&](int) {
         if (other) return;
         other = true;
         folder("IMAGES", "001", "by somebody else");
@@ -254,7 +225,7 @@ TEST_P(MediaFoldersTest, AFolderGoesWithAllBelowIt) {
     }
     EXPECT_TRUE(manager().deleteFolder("aa", "001", "images"));
     EXPECT_THAT(imageFolders(), ElementsAre("aa|002|f002|1|", "bb|001|of another site|1|"));
-    EXPECT_THAT(lines("select img_title from TORVEX_IMAGES order by img_title"), ElementsAre("c", "d"));
+    EXPECT_THAT(rowsOf("select img_title from TORVEX_IMAGES order by img_title"), ElementsAre("c", "d"));
     EXPECT_THAT(groups(), ElementsAre("doc|aa|001|5", "img|aa|002|5"));
     EXPECT_FALSE(isDirectory("images/aa/001"));
     EXPECT_TRUE(isDirectory("images/aa/002"));
@@ -295,20 +266,8 @@ TEST_P(MediaFoldersTest, AFailureAtAnyStepOfARemovalChangesNothing) {
     image("001", "a");
     folderGroup("img", "001", 1);
     host.files.bytes["/install/wwwroot/images/aa/001/a.gif"] = "x";
-    for (int step = 1;; ++step) {
-        ASSERT_LT(step, 100);
-        failing_->reset(step);
-        const bool done = manager().deleteFolder("aa", "001", "images");
-        if (failing_->steps < step) {
-            EXPECT_TRUE(done);
-            EXPECT_GT(step, 4);
-            return;
-        }
-        EXPECT_FALSE(done);
-        EXPECT_EQ(imageFolders().size(), 1U);
-        EXPECT_EQ(groups().size(), 1U);
-        EXPECT_EQ(host.files.bytes.size(), 1U);
-    }
+    failEverywhere("gone", "there",
+                   [&] { return manager().deleteFolder("aa", "001", "images") ? "gone" : "there"; });
 }
 
 TEST_P(MediaFoldersTest, ADirectoryThatCantBeRemovedDoesntChangeTheResult) {
@@ -398,17 +357,11 @@ TEST_P(MediaFoldersTest, TheBeginningOfAnIdCleansNothingUp) {
 TEST_P(MediaFoldersTest, AFailureAtAnyStepKeepsTheGroups) {
     folder("IMAGES", "001", "Roses");
     folderGroup("img", "001", 0);
-    for (int step = 1;; ++step) {
-        ASSERT_LT(step, 100);
-        failing_->reset(step);
+    failEverywhere("", "", [&] {
         manager().setFolderGroup("images", "aa", "001", 5, true);
-        if (failing_->steps < step) {
-            EXPECT_THAT(groups(), ElementsAre("img|aa|001|5"));
-            EXPECT_GT(step, 4);
-            return;
-        }
-        EXPECT_THAT(groups(), ElementsAre("img|aa|001|0"));
-    }
+        return std::string();
+    });
+    EXPECT_THAT(groups(), ElementsAre("img|aa|001|5"));
 }
 
 TEST_P(MediaFoldersTest, SystemFoldersLieBelowTheSystemBranch) {

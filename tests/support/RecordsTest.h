@@ -45,10 +45,12 @@ class RecordsTest : public ManagerTest {
         EXPECT_EQ(auditTrail(), trail);
     }
     /// That the call, failing at each step of its transaction in turn, answers with `failure` and leaves
-    /// database and trail as they were, and says why to operators; and that it succeeds at last.
+    /// database, files and trail as they were, and says why to operators; and that it succeeds at last.
     template <typename Call>
     void failEverywhere(const std::string& success, const std::string& failure, Call call) {
         const Tables before = everything();
+        const auto files = host.files.bytes;
+        const auto folders = host.files.madeFolders;
         const auto trail = auditTrail();
         for (int step = 1;; ++step) {
             SCOPED_TRACE("step " + std::to_string(step));
@@ -66,6 +68,8 @@ class RecordsTest : public ManagerTest {
             EXPECT_EQ(result, failure);
             EXPECT_EQ(host.log.lines.size(), 1U);
             ASSERT_TRUE(everything() == before) << "something has changed";
+            ASSERT_EQ(host.files.bytes, files);
+            ASSERT_EQ(host.files.madeFolders, folders);
             ASSERT_EQ(auditTrail(), trail);
         }
     }

@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "support/FailingDatabase.h"
-#include "support/ManagerTest.h"
+#include "support/RecordsTest.h"
 #include "templates/Application.h"
 #include "templates/BaseTemplate.h"
 #include "templates/StyleSheet.h"
@@ -11,16 +10,13 @@ namespace torvex::test {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// An entry 5 in each register, called "Roses", with the file rose.html, and one 6 beside it.
-class AssetRemovalTest : public ManagerTest {
+class AssetRemovalTest : public RecordsTest {
   protected:
     void SetUp() override {
-        ManagerTest::SetUp();
+        RecordsTest::SetUp();
         if (HasFatalFailure()) return;
-        failing_ = std::make_unique<FailingDatabase>(database());
-        host.database.target = failing_.get();
         for (const int id : {5, 6}) {
             const std::string file = id == 5 ? "rose.html" : "other.html";
             contentTemplate(id, "aa", "en", file, "source");
@@ -33,10 +29,6 @@ class AssetRemovalTest : public ManagerTest {
                                       "update TORVEX_STYLESHEETS set ss_name = 'Roses'"}) {
             connection().execute(statement);
         }
-    }
-    void TearDown() override {
-        host.database.target = &database();
-        ManagerTest::TearDown();
     }
 
     std::string removeTemplate(int id = 5, int advId = 0) { return made<Template>().delTemplate(id, advId); }
@@ -58,19 +50,7 @@ class AssetRemovalTest : public ManagerTest {
                 cell("select count(*) as n from TORVEX_APPLICATIONS"),
                 std::to_string(host.files.bytes.size())};
     }
-    template <typename Call>
-    void expectRefusal(const std::string& code, Call call) {
-        const auto before = counts();
-        EXPECT_EQ(call(), code);
-        EXPECT_EQ(counts(), before);
-        EXPECT_THAT(auditTrail(), IsEmpty());
-    }
-    void lock(const std::string& table, const std::string& key) {
-        connection().execute("update " + table + " set lock = 'other-session' where " + key + " = 5");
-    }
-    void otherAuthor() { login(8, "bert", "Bert", "other-session"); }
-
-    std::unique_ptr<FailingDatabase> failing_;
+    void lock(const std::string& table, const std::string& key) { hold(table, key, 5, bertsSession); }
 
   private:
     template <typename C>
@@ -156,7 +136,6 @@ TEST_P(AssetRemovalTest, AContentTemplateOfADynamicMenuStays) {
 }
 
 TEST_P(AssetRemovalTest, PagesAreAskedBeforeNewsflashesAndThoseBeforeMenusAndLocks) {
-    otherAuthor();
     lock("TORVEX_TEMPLATES", "tpl_id");
     row("TORVEX_DYNMENU_LIVE", {{"pageId", 1}, {"site", "aa"}, {"lang", "en"}, {"templateId", 5}});
     expectRefusal("5", [&] { return removeTemplate(); });
@@ -167,7 +146,6 @@ TEST_P(AssetRemovalTest, PagesAreAskedBeforeNewsflashesAndThoseBeforeMenusAndLoc
 }
 
 TEST_P(AssetRemovalTest, AnEntryThatAnotherSessionHoldsStays) {
-    otherAuthor();
     lock("TORVEX_TEMPLATES", "tpl_id");
     lock("TORVEX_BASETEMPLATES", "btpl_id");
     lock("TORVEX_STYLESHEETS", "ss_id");
@@ -179,7 +157,7 @@ TEST_P(AssetRemovalTest, AnEntryThatAnotherSessionHoldsStays) {
 }
 
 TEST_P(AssetRemovalTest, ALockOfASessionThatIsGoneHoldsNothing) {
-    lock("TORVEX_TEMPLATES", "tpl_id");
+    hold("TORVEX_TEMPLATES", "tpl_id", 5, "session-that-is-gone");
     EXPECT_EQ(removeTemplate(), "0");
 }
 
@@ -216,19 +194,7 @@ TEST_P(AssetRemovalTest, ANameWithWildCardsTakesNoOtherFile) {
 }
 
 TEST_P(AssetRemovalTest, AFailureAtAnyStepChangesNothing) {
-    const auto before = counts();
-    for (int step = 1;; ++step) {
-        ASSERT_LT(step, 100);
-        failing_->reset(step);
-        const std::string result = removeTemplate();
-        if (failing_->steps < step) {
-            EXPECT_EQ(result, "0");
-            EXPECT_GT(step, 9);
-            return;
-        }
-        EXPECT_EQ(result, "-1");
-        ASSERT_EQ(counts(), before);
-    }
+    failEverywhere("0", "-1", [&] { return removeTemplate(); });
 }
 
 TEST_P(AssetRemovalTest, ATrailThatCantBeWrittenKeepsTheEntry) {
