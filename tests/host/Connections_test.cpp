@@ -62,6 +62,11 @@ std::string formOf(int fields) {
     return form;
 }
 
+/// All but the last 5,000 bytes.
+std::string mostOfAForm() {
+    return post("/form.asp", 95'000) + std::string(90'000, 'a');
+}
+
 class ConnectionsTest : public testing::Test {
   protected:
     ConnectionsTest() {
@@ -76,6 +81,31 @@ class ConnectionsTest : public testing::Test {
     ~ConnectionsTest() override { gate.open(); }
 
     void start() { running.start(); }
+    void startWithRoomFor(std::size_t connections) {
+        running.options.connections = connections;
+        start();
+    }
+    static void askForHeld(RawHttpClient& client) {
+        client.send("GET /held.asp HTTP/1.1\r\nHost: a\r\n\r\n");
+    }
+    /// Both wait for pages, until they are released.
+    void occupy(RawHttpClient& first, RawHttpClient& second) {
+        askForHeld(first);
+        askForHeld(second);
+        gate.awaitVisitors(2);
+    }
+    void release(RawHttpClient& first, RawHttpClient& second) {
+        gate.open();
+        EXPECT_EQ(first.read().status, 200);
+        EXPECT_EQ(second.read().status, 200);
+    }
+    /// That one who sends so slowly isn't heard out.
+    static void expectCutOff(RawHttpClient& client, const std::string& dripped) {
+        const auto begin = std::chrono::steady_clock::now();
+        client.drip(dripped, 20ms);
+        EXPECT_EQ(client.read().status, 408);
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
+    }
     RawHttpClient from(const std::string& address) { return running.clientFrom(address); }
     void expectAnswer(RawHttpClient& client) { EXPECT_EQ(client.get("/hello.asp").status, 200); }
     static void expectTurnedAway(RawHttpClient client) {
@@ -90,8 +120,7 @@ class ConnectionsTest : public testing::Test {
 };
 
 TEST_F(ConnectionsTest, TheIdlestConnectionGoesWhenAllAreTaken) {
-    running.options.connections = 2;
-    start();
+    startWithRoomFor(2);
     RawHttpClient first = from("127.0.0.2");
     RawHttpClient second = from("127.0.0.3");
     expectAnswer(first);
@@ -104,8 +133,7 @@ TEST_F(ConnectionsTest, TheIdlestConnectionGoesWhenAllAreTaken) {
 }
 
 TEST_F(ConnectionsTest, OneThatIsKeptGoesBeforeOneInTheMiddleOfARequest) {
-    running.options.connections = 2;
-    start();
+    startWithRoomFor(2);
     RawHttpClient slow = from("127.0.0.2");
     slow.send("GET /hello.asp HTTP/1.1\r\n");
     std::this_thread::sleep_for(1200ms);
@@ -118,8 +146,7 @@ TEST_F(ConnectionsTest, OneThatIsKeptGoesBeforeOneInTheMiddleOfARequest) {
 }
 
 TEST_F(ConnectionsTest, OneThatHasStoppedInTheMiddleOfARequestGoesWhenNoneIsKept) {
-    running.options.connections = 2;
-    start();
+    startWithRoomFor(2);
     RawHttpClient silent = from("127.0.0.2");
     RawHttpClient stopped = from("127.0.0.3");
     silent.send("GET /hello.asp HTTP/1.1\r\n");
@@ -131,17 +158,12 @@ TEST_F(ConnectionsTest, OneThatHasStoppedInTheMiddleOfARequestGoesWhenNoneIsKept
 }
 
 TEST_F(ConnectionsTest, WhileAllAreBusyAFurtherOneIsToldToComeBack) {
-    running.options.connections = 2;
-    start();
+    startWithRoomFor(2);
     RawHttpClient first = from("127.0.0.2");
     RawHttpClient second = from("127.0.0.3");
-    first.send("GET /held.asp HTTP/1.1\r\nHost: a\r\n\r\n");
-    second.send("GET /held.asp HTTP/1.1\r\nHost: a\r\n\r\n");
-    gate.awaitVisitors(2);
+    occupy(first, second);
     expectTurnedAway(from("127.0.0.4"));
-    gate.open();
-    EXPECT_EQ(first.read().status, 200);
-    EXPECT_EQ(second.read().status, 200);
+    release(first, second);
 }
 
 TEST_F(ConnectionsTest, AnAddressHasNoMoreThanItsShare) {
@@ -149,9 +171,7 @@ TEST_F(ConnectionsTest, AnAddressHasNoMoreThanItsShare) {
     start();
     RawHttpClient first = from("127.0.0.2");
     RawHttpClient second = from("127.0.0.2");
-    first.send("GET /held.asp HTTP/1.1\r\nHost: a\r\n\r\n");
-    second.send("GET /held.asp HTTP/1.1\r\nHost: a\r\n\r\n");
-    gate.awaitVisitors(2);
+    occupy(first, second);
     expectTurnedAway(from("127.0.0.2"));
     expectTurnedAway(from("127.0.0.2"));
     RawHttpClient other = from("127.0.0.3");
@@ -159,9 +179,7 @@ TEST_F(ConnectionsTest, AnAddressHasNoMoreThanItsShare) {
     const auto log = running.logged();
     ASSERT_EQ(log.size(), 1U);
     EXPECT_THAT(log[0], HasSubstr("127.0.0.2 has 2 connections"));
-    gate.open();
-    EXPECT_EQ(first.read().status, 200);
-    EXPECT_EQ(second.read().status, 200);
+    release(first, second);
 }
 
 TEST_F(ConnectionsTest, OfAnAddressWithItsShareTheIdlestGoesAndNobodyElses) {
@@ -201,7 +219,7 @@ TEST_F(ConnectionsTest, PagesOfOneAddressDontWaitBehindAllThoseOfAnother) {
     });
     start();
     RawHttpClient blocking = from("127.0.0.9");
-    blocking.send("GET /held.asp HTTP/1.1\r\nHost: a\r\n\r\n");
+    askForHeld(blocking);
     gate.awaitVisitors(1);
     std::vector<RawHttpClient> many;
     for (int i = 0; i < 20; ++i) many.push_back(from("127.0.0.2"));
@@ -220,10 +238,7 @@ TEST_F(ConnectionsTest, AHeaderBelowTheLowestSpeedIsCutOff) {
     running.options.speed = {1000, 200ms};
     start();
     RawHttpClient client = running.client();
-    const auto begin = std::chrono::steady_clock::now();
-    client.drip("GET /hello.asp HTTP/1.1\r\nHost: a\r\nX: " + std::string(2000, 'x'), 20ms);
-    EXPECT_EQ(client.read().status, 408);
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
+    expectCutOff(client, "GET /hello.asp HTTP/1.1\r\nHost: a\r\nX: " + std::string(2000, 'x'));
 }
 
 TEST_F(ConnectionsTest, ABodyBelowTheLowestSpeedIsCutOff) {
@@ -231,10 +246,7 @@ TEST_F(ConnectionsTest, ABodyBelowTheLowestSpeedIsCutOff) {
     start();
     RawHttpClient client = running.client();
     client.send(post("/form.asp", 5000));
-    const auto begin = std::chrono::steady_clock::now();
-    client.drip(std::string(5000, 'x'), 20ms);
-    EXPECT_EQ(client.read().status, 408);
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
+    expectCutOff(client, std::string(5000, 'x'));
 }
 
 TEST_F(ConnectionsTest, OneThatConnectsAheadOfItsRequestIsNotSlow) {
@@ -315,7 +327,7 @@ TEST_F(ConnectionsTest, BodiesOfOneAddressTakeNoMoreThanItsShare) {
     running.options.limits.body = 100'000;
     running.options.limits.bodies = 250'000;
     start();
-    const std::string part = post("/form.asp", 95'000) + std::string(90'000, 'a');
+    const std::string part = mostOfAForm();
     RawHttpClient first = from("127.0.0.2");
     first.send(part);
     std::this_thread::sleep_for(200ms);
@@ -331,7 +343,7 @@ TEST_F(ConnectionsTest, AllBodiesTogetherTakeNoMoreThanTheyMay) {
     running.options.limits.body = 100'000;
     running.options.limits.bodies = 200'000;
     start();
-    const std::string part = post("/form.asp", 95'000) + std::string(90'000, 'a');
+    const std::string part = mostOfAForm();
     {
         RawHttpClient first = from("127.0.0.2");
         RawHttpClient second = from("127.0.0.3");
