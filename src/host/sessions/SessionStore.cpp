@@ -137,7 +137,8 @@ std::optional<SessionToken> SessionLease::finish() {
         store_->abandon(entry);
         return std::nullopt;
     }
-    const bool sendsToken = isNew_ || entry->session.takeTokenRequest();
+    const bool isAskedFor = entry->session.takeTokenRequest();  // of a new session too: its token is new
+    const bool sendsToken = isNew_ || isAskedFor;
     if (isNew_) {
         store_->keep(entry);
     } else if (sendsToken) {

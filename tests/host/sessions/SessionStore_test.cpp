@@ -92,6 +92,18 @@ TEST_F(SessionStoreTest, ANewTokenComesWhenItIsAskedForAndTheOldOneIsWorthNothin
     EXPECT_EQ(store().size(), 1U);
 }
 
+TEST_F(SessionStoreTest, ANewSessionThatAsksForANewTokenKeepsItsFirst) {
+    const std::string token = request("", [](SessionLease& lease) {
+        lease.session().set("key", "mine");
+        lease.session().renewToken();
+    });
+    for (int i = 0; i < 2; ++i) {
+        std::string found;
+        EXPECT_EQ(request(token, [&](SessionLease& lease) { found = lease.session().text("key"); }), "");
+        EXPECT_EQ(found, "mine");
+    }
+}
+
 TEST_F(SessionStoreTest, AnAbandonedSessionIsGone) {
     const std::string token = request("");
     EXPECT_EQ(request(token, [](SessionLease& lease) { lease.session().abandon(); }), "");
