@@ -69,23 +69,30 @@ void checkPassword(const InitOptions& options) {
     }
 }
 
+/// Whose passwords are made, besides the administrator's.
+struct FirstPeople {
+    std::vector<TeamMember> team;
+    std::vector<TeamMember> visitors;
+
+    bool empty() const { return team.empty() && visitors.empty(); }
+};
+
 class Maker {
   public:
     Maker(const InitOptions& options, Installation& installation, db::Database& database)
         : options_(options), installation_(installation), database_(database) {}
 
-    /// The authors besides the administrator, with their passwords.
-    std::vector<TeamMember> make(const std::string& password) {
+    FirstPeople make(const std::string& password) {
         noteWhatIsMade();
         makeDatabaseTables(installation_, database_, clock_, undo_);
-        auto team = insertFirstRows(password);
+        auto people = insertFirstRows(password);
         layDownFiles();
         makeWebsiteFolders();
         makeInterfaces(installation_, *installation_.openDatabase(database_));
         // Last of all, since a folder with this file counts as an installation.
         writeNewFile(folder() / settingsFileName, settingsFileText(options_.database), Readers::Owner);
         undo_.keep();
-        return team;
+        return people;
     }
 
   private:
@@ -97,17 +104,19 @@ class Maker {
         undo_.removeWhatIsMade(folder() / settingsFileName);
     }
 
-    std::vector<TeamMember> insertFirstRows(const std::string& password) {
+    FirstPeople insertFirstRows(const std::string& password) {
         const auto connection = installation_.openDatabase(database_);
         db::Transaction transaction(*connection);
         insertFixedRows(*connection, encodePassword(password));
-        if (options_.content == FirstContent::Demo) insertRows(*connection, "demo/rows/");
+        if (options_.content == FirstContent::Demo) {
+            insertRows(*connection, "demo/rows/", wordsForDemo(clock_));
+        }
         if (options_.content == FirstContent::Starter) {
             insertRows(*connection, "starter/rows/", wordsForRows(options_.starter, clock_));
         }
-        auto team = unlockTeam(*connection);
+        FirstPeople people{unlockTeam(*connection), unlockVisitors(*connection)};
         transaction.commit();
-        return team;
+        return people;
     }
 
     void layDownFiles() {
@@ -157,24 +166,29 @@ std::string contentText(const InitOptions& options) {
                        options.starter.lang);
 }
 
-void reportPasswords(const InitOptions& options, const std::string& password,
-                     const std::vector<TeamMember>& team, std::ostream& out) {
+void reportPasswords(const InitOptions& options, const std::string& password, const FirstPeople& people,
+                     std::ostream& out) {
     if (!options.adminPassword) {
         out << fmt::format("\nThe system administrator is \"sa\" with the password\n\n    {}\n", password);
     }
-    if (!team.empty()) {
-        out << "\nThe team, each with a password and with the rights of a role:\n\n" << teamTable(team);
+    if (!people.team.empty()) {
+        out << "\nThe team, each with a password and with the rights of a role:\n\n"
+            << teamTable(people.team);
     }
-    if (options.adminPassword && team.empty()) return;
-    out << (team.empty()
+    if (!people.visitors.empty()) {
+        out << "\nVisitors, each with a password for the pages of their groups:\n\n"
+            << teamTable(people.visitors);
+    }
+    if (options.adminPassword && people.empty()) return;
+    out << (people.empty()
                 ? "\nIt is shown this once and kept nowhere. Case doesn't matter in it.\n"
                 : "\nPasswords are shown this once and kept nowhere. Case doesn't matter in them.\n");
 }
 
 void report(const InitOptions& options, const fs::path& folder, const std::string& password,
-            const std::vector<TeamMember>& team, std::ostream& out) {
+            const FirstPeople& people, std::ostream& out) {
     out << fmt::format("Made an installation {} in {}\n", contentText(options), folder.string());
-    reportPasswords(options, password, team, out);
+    reportPasswords(options, password, people, out);
     out << fmt::format("\nServe it with:  torvex serve --install {}\n", folder.string());
 }
 
@@ -194,8 +208,8 @@ ExitCode init(const InitOptions& options, const Environment& environment, const 
     refuseTakenDatabase(installation, *database);
 
     const std::string password = options.adminPassword ? *options.adminPassword : generatePassword();
-    const auto team = Maker(options, installation, *database).make(password);
-    report(options, folder, password, team, terminal.out);
+    const auto people = Maker(options, installation, *database).make(password);
+    report(options, folder, password, people, terminal.out);
     return ExitCode::Ok;
 }
 

@@ -16,6 +16,15 @@ constexpr std::string_view selectLocked =
 
 constexpr std::string_view setPassword = "update TORVEX_LOGINS set password = ? where username = ?";
 
+constexpr std::string_view selectVisitors =
+    "select a.username, a.firstname, a.lastname, c.name from TORVEX_USERS a "
+    "inner join TORVEX_GROUPS_USERS b on b.userId = a.userId "
+    "inner join TORVEX_USERGROUPS c on c.groupId = b.groupId "
+    "where a.password = '' order by a.userId, c.groupId";
+
+/// As it stands: what visitors type is compared with it, and the authors who give it out can read it.
+constexpr std::string_view setVisitorsPassword = "update TORVEX_USERS set password = ? where username = ?";
+
 std::vector<TeamMember> lockedMembers(db::Connection& connection) {
     std::vector<TeamMember> team;
     auto rows = connection.query(selectLocked);
@@ -24,6 +33,22 @@ std::vector<TeamMember> lockedMembers(db::Connection& connection) {
             {rows.text("username"), generatePassword(), rows.text("name") + ", " + rows.text("job")});
     }
     return team;
+}
+
+/// With the groups of each behind the name: "Flora Maas: Friends".
+std::vector<TeamMember> visitorsWithoutPassword(db::Connection& connection) {
+    std::vector<TeamMember> visitors;
+    auto rows = connection.query(selectVisitors);
+    while (rows.next()) {
+        const std::string username = rows.text("username");
+        const bool isNext = visitors.empty() || visitors.back().username != username;
+        if (isNext) {
+            visitors.push_back(
+                {username, generatePassword(), rows.text("firstname") + " " + rows.text("lastname") + ":"});
+        }
+        visitors.back().description += (isNext ? " " : ", ") + rows.text("name");
+    }
+    return visitors;
 }
 
 }  // namespace
@@ -35,6 +60,14 @@ std::vector<TeamMember> unlockTeam(db::Connection& connection) {
         connection.execute(setPassword, {stored, member.username});
     }
     return team;
+}
+
+std::vector<TeamMember> unlockVisitors(db::Connection& connection) {
+    auto visitors = visitorsWithoutPassword(connection);
+    for (const TeamMember& visitor : visitors) {
+        connection.execute(setVisitorsPassword, {visitor.password, visitor.username});
+    }
+    return visitors;
 }
 
 std::string teamTable(const std::vector<TeamMember>& team) {

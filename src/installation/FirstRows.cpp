@@ -1,6 +1,7 @@
 #include "installation/FirstRows.h"
 
 #include <array>
+#include <chrono>
 #include <fmt/format.h>
 #include <unicode/uloc.h>
 #include <unicode/unistr.h>
@@ -39,6 +40,21 @@ std::string languageName(const std::string& lang) {
     return result;
 }
 
+constexpr int daysOfTheDemo = 30;
+
+std::chrono::sys_days dayOf(const DateTime& moment) {
+    using namespace std::chrono;
+    return sys_days(year(moment.year) / month(static_cast<unsigned>(moment.month)) /
+                    day(static_cast<unsigned>(moment.day)));
+}
+
+std::string lineOfValues(int distance, std::chrono::sys_days day) {
+    const std::chrono::year_month_day date(day);
+    const DateTime moment{static_cast<int>(date.year()), static_cast<int>(unsigned{date.month()}),
+                          static_cast<int>(unsigned{date.day()})};
+    return fmt::format("({}, '{}', {})", distance, date8(moment), std::chrono::weekday(day).iso_encoding());
+}
+
 }  // namespace
 
 Words wordsForHtml(const StarterSite& site) {
@@ -52,6 +68,16 @@ Words wordsForRows(const StarterSite& site, const Clock& clock) {
             {"title", sqlText(site.title)},
             {"titleHtml", sqlText(text::htmlEncode(site.title))},
             {"now", sqlMoment(clock.now())}};
+}
+
+Words wordsForDemo(const Clock& clock) {
+    const auto today = dayOf(clock.now());
+    std::string lines;
+    for (int distance = 1; distance <= daysOfTheDemo; ++distance) {
+        if (distance > 1) lines += ",\n    ";
+        lines += lineOfValues(distance, today - std::chrono::days(distance));
+    }
+    return {{"days", std::move(lines)}};
 }
 
 void insertFixedRows(db::Connection& connection, std::string_view storedPassword) {

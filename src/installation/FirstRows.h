@@ -25,6 +25,10 @@ struct StarterSite {
 Words wordsForHtml(const StarterSite& site);
 Words wordsForRows(const StarterSite& site, const Clock& clock);
 
+/// The word "days" of the demo's rows: the last thirty days before today as lines of values, each with its
+/// distance from today, "yyyymmdd" and the day of the week from Monday, 1, on.
+Words wordsForDemo(const Clock& clock);
+
 /// Rows that every installation has, and the login "sa" with its password in the stored form. To be run in a
 /// transaction.
 void insertFixedRows(db::Connection& connection, std::string_view storedPassword);

@@ -17,12 +17,17 @@ const browserOptions = {
 
 export const freePort = () => 20000 + Math.floor(Math.random() * 20000);
 
+// What init gives the demo's visitors is random; here they have these.
+const passwords = { flora: "orchid", rowan: "spade", linde: "orchidee", hazel: "acorn" };
+const setPasswords = `update TORVEX_USERS set password = case username ${Object.entries(passwords)
+  .map(([name, password]) => `when '${name}' then '${password}'`).join(" ")} end`;
+
 // `statements` change the demo's database, `prepare` its folder, before it is served.
 export async function startSite(statements = [], prepare = () => {}) {
   const folder = mkdtempSync(join(tmpdir(), "torvex-browser-"));
   const install = join(folder, "site");
   execFileSync(program, ["init", install, "--demo"]);
-  for (const statement of statements) execFileSync(program, ["sql", "--install", install, statement]);
+  for (const statement of [setPasswords, ...statements]) execFileSync(program, ["sql", "--install", install, statement]);
   prepare(install);
   const port = freePort();
   const address = `http://127.0.0.1:${port}`;

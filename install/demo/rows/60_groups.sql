@@ -7,13 +7,14 @@ values
   (3, 'Volunteers', 'Those who help in the beds', 42, 45, ''),
   (4, 'Freunde', 'Freundeskreis, deutsch', 141, 145, '');
 
+-- Without a password: init gives each of them one of their own and shows it.
 insert into TORVEX_USERS
   (userId, username, password, firstname, lastname, validFrom, validTo, lock)
 values
-  (1, 'flora', 'orchid', 'Flora', 'Maas', '', '', ''),
-  (2, 'rowan', 'spade', 'Rowan', 'Teller', '20250101', '', ''),
-  (3, 'linde', 'orchidee', 'Linde', 'Brandt', '', '', ''),
-  (4, 'hazel', 'acorn', 'Hazel', 'Quint', '20240101', '20241231', '');
+  (1, 'flora', '', 'Flora', 'Maas', '', '', ''),
+  (2, 'rowan', '', 'Rowan', 'Teller', '20250101', '', ''),
+  (3, 'linde', '', 'Linde', 'Brandt', '', '', ''),
+  (4, 'hazel', '', 'Hazel', 'Quint', '20240101', '20241231', '');
 
 -- Rowan is a friend and a volunteer; Hazel's card has run out.
 insert into TORVEX_GROUPS_USERS (groupId, userId) values
