@@ -76,6 +76,37 @@ describe("a visitor of the demo", () => {
     await open(240);
     assert.equal(await page.locator("tbody tr").count(), 6);
     assert.equal(await page.locator("tbody tr").first().locator("i").innerText(), "Androsace helvetica");
+    await open(316);
+    assert.match(await page.locator("article").innerText(), /Die Klinke klemmt/);
+    await open(317);
+    assert.equal(await page.locator("caption").innerText(), "Samenliste 2026");
+    assert.equal(await page.locator("tbody tr").count(), 6);
+  });
+
+  for (const width of [360, 1440]) {
+    test(`sees every picture of the folders ${width} pixels wide`, async () => {
+      await page.setViewportSize({ width, height: 900 });
+      for (const pageId of [312, 313, 314, 315, 318, 319]) {
+        await open(pageId);
+        for (const image of await page.locator("article img").all()) {
+          await image.scrollIntoViewIfNeeded();
+          await image.evaluate((element) => element.decode());
+          const box = await image.boundingBox();
+          assert.ok(box.x >= 0 && box.x + box.width <= width, `page ${pageId}: from ${box.x}, ${box.width} wide`);
+        }
+      }
+    });
+  }
+
+  test("opens a picture for the press, and a document by its title", async () => {
+    await open(314);
+    await page.getByRole("link", { name: "Palm House, from the gallery" }).click();
+    assert.match(page.url(), /\/images\/bg\/002\/001\/palm-house\.jpg$/);
+    await open(312);
+    const riddles = await page.getByRole("link", { name: "twelve riddles" }).getAttribute("href");
+    assert.equal(riddles, "/documents/bg/002/001/riddles.pdf");
+    const answer = await page.request.get(site.address + riddles);
+    assert.equal(answer.headers()["content-type"], "application/pdf");
   });
 
   test("reads a clear page where there is none", async () => {

@@ -195,7 +195,8 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <h2>By car</h2>
 <p>We have no car park of our own. Use the one at the Weir Bridge, 400 metres away. Four spaces for blue badge holders are next to the main gate.</p>
 <h2>On foot</h2>
-<p>From the market square follow the mill stream; it takes a quarter of an hour, and the last stretch is under limes planted in 1904.</p>');
+<p>From the market square follow the mill stream; it takes a quarter of an hour, and the last stretch is under limes planted in 1904.</p>
+<p>A map to take along is among the <a href="page(312)">maps and leaflets</a>.</p>');
 
 -- bg.en.02  The garden
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
@@ -238,7 +239,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <h2>How the beds are arranged</h2>
 <p>The oldest part follows families: everything with a daisy flower stands together, everything with a pea flower next to it. From the 1920s the gardeners planted by region, and since 1990 by way of life. So the grass path from the gate to the river leads through three ways of thinking about plants.</p>
 <p>Each label gives the scientific name, the family, the place where the plant was collected and a number. With that number the <a href="page(206)">herbarium of the Plant Institute</a> finds the sheet that belongs to it.</p>
-<p>Our <a href="file(List of the old trees)">list of the old trees</a> is a table for your own use, with species, girth and year of planting.</p>');
+<p>Our <a href="file(List of the old trees)">list of the old trees</a> is a table for your own use, with species, girth and year of planting. For reports about the garden there are <a href="page(314)">pictures for the press</a>.</p>');
 
 -- bg.en.02.01  Palm House
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
@@ -335,7 +336,8 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   </tbody>
 </table>
 </div>
-<p>Walks are included in the ticket. Groups write to <a href="mailto:walks@lindhaven.example">walks@lindhaven.example</a>.</p>');
+<p>Walks are included in the ticket. Groups write to <a href="mailto:walks@lindhaven.example">walks@lindhaven.example</a>.</p>
+<p>What can’t wait for a programme hangs at the gate: the gardeners’ <a href="page(46)">notices</a>.</p>');
 
 -- bg.en.03.01  Paper gardens
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
@@ -516,7 +518,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   </tbody>
 </table>
 </div>
-<p>Gloves and tools are in the shed behind the orangery; the key hangs at the gate.</p>');
+<p>Who still has room is told in the <a href="file(003/rota.csv)" target="_self">rota (CSV)</a>. Gloves and tools are in the shed behind the orangery; the key hangs at the gate, and the <a href="file(Rules of the tool shed)" target="_self">rules of the tool shed</a> hang inside.</p>');
 
 -- bg.en.08.03  Log in
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values

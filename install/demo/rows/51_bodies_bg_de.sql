@@ -196,7 +196,8 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <h2>Mit dem Auto</h2>
 <p>Einen eigenen Parkplatz haben wir nicht. Nutzen Sie bitte den an der Wehrbrücke, 400 Meter entfernt. Vier Plätze für Menschen mit blauem Parkausweis liegen direkt neben dem Haupttor.</p>
 <h2>Zu Fuß</h2>
-<p>Folgen Sie vom Marktplatz dem Mühlbach. Der Weg dauert eine Viertelstunde, zuletzt unter Linden, die 1904 gepflanzt wurden.</p>');
+<p>Folgen Sie vom Marktplatz dem Mühlbach. Der Weg dauert eine Viertelstunde, zuletzt unter Linden, die 1904 gepflanzt wurden.</p>
+<p>Einen Plan zum Mitnehmen finden Sie unter <a href="page(313)">Pläne und Faltblätter</a>.</p>');
 
 -- bg.de.02  Der Garten
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
@@ -228,7 +229,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <h2>Wie die Beete geordnet sind</h2>
 <p>Der älteste Teil folgt den Familien: Alle Korbblütler stehen beisammen, daneben alle Schmetterlingsblütler. Seit den Zwanzigerjahren wurde nach Herkunft gepflanzt, seit 1990 nach Lebensweise. Der Rasenweg vom Tor zum Fluss führt also durch drei Arten, über Pflanzen nachzudenken.</p>
 <p>Jedes Schild nennt den wissenschaftlichen Namen, die Familie, den Fundort und eine Nummer. Mit dieser Nummer findet das <a href="page(306)">Herbarium des Pflanzeninstituts</a> den Bogen, der dazugehört.</p>
-<p>Unsere <a href="file(bg/old-trees.csv)" target="_self">Liste der alten Bäume</a> ist eine Tabelle zur freien Verwendung, mit Art, Stammumfang und Pflanzjahr.</p>');
+<p>Unsere <a href="file(bg/old-trees.csv)" target="_self">Liste der alten Bäume</a> ist eine Tabelle zur freien Verwendung, mit Art, Stammumfang und Pflanzjahr. Für Berichte über den Garten gibt es <a href="page(315)">Pressebilder</a>.</p>');
 
 -- bg.de.02.01  Palmenhaus
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
@@ -317,7 +318,8 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   </tbody>
 </table>
 </div>
-<p>Die Führungen sind im Eintritt enthalten. Gruppen schreiben an <a href="mailto:walks@lindhaven.example">walks@lindhaven.example</a>.</p>');
+<p>Die Führungen sind im Eintritt enthalten. Gruppen schreiben an <a href="mailto:walks@lindhaven.example">walks@lindhaven.example</a>.</p>
+<p>Was nicht auf ein Programm warten kann, hängt am Tor: der <a href="page(316)">Aushang</a>.</p>');
 
 -- bg.de.03.01  Gärten auf Papier
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
@@ -410,7 +412,8 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
     <tr><td>Samstag, 14 bis 16</td><td>Palmenhaus</td><td>Fragen der Besucher beantworten</td></tr>
   </tbody>
 </table>
-</div>');
+</div>
+<p>Wo noch Plätze frei sind, steht im <a href="file(003/dienstplan.csv)" target="_self">Dienstplan (CSV)</a>. Handschuhe und Werkzeug liegen im Schuppen hinter der Orangerie; der Schlüssel hängt am Tor.</p>');
 
 -- bg.de.06.03  Anmelden
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values

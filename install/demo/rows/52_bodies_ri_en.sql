@@ -109,7 +109,8 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   </tbody>
 </table>
 </div>
-<p>The last bottle is due in 2095. We shall have to find someone.</p>'),
+<p>The last bottle is due in 2095. We shall have to find someone.</p>
+<p>What we can spare of younger seed is in the list of the <a href="page(240)">seed exchange</a>.</p>'),
 (204, 4, 1, 0, '<dl>
   <dt>Led by</dt><dd>Dr. Amadou Keita</dd>
   <dt>Seed samples</dt><dd>9,480 of 4,100 species</dd>
@@ -164,6 +165,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <h2>Data</h2>
 <ul>
   <li><a href="file(ri/transect-1998-2025.csv)" target="_self">Survey plots 1998 to 2025 (CSV)</a>, with the project <a href="page(203)">Plants on the move</a></li>
+  <li><a href="page(318)">All tables, with the methods behind them</a></li>
 </ul>');
 
 -- ri.en.04  Field course 2027

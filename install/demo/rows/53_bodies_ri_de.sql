@@ -109,7 +109,8 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   </tbody>
 </table>
 </div>
-<p>Die letzte Flasche ist 2095 fällig. Bis dahin müssen wir jemanden finden.</p>'),
+<p>Die letzte Flasche ist 2095 fällig. Bis dahin müssen wir jemanden finden.</p>
+<p>Was wir an jüngeren Samen abgeben können, steht in der Liste zum <a href="page(317)">Samentausch</a>.</p>'),
 (304, 4, 1, 0, '<dl>
   <dt>Leitung</dt><dd>Dr. Amadou Keita</dd>
   <dt>Saatgutproben</dt><dd>9.480 von 4.100 Arten</dd>
@@ -153,6 +154,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
 <h2>Daten</h2>
 <ul>
   <li><a href="file(ri/transect-1998-2025.csv)" target="_self">Dauerflächen 1998 bis 2025 (CSV)</a>, zum Projekt <a href="page(303)">Pflanzen auf dem Weg nach oben</a></li>
+  <li><a href="page(319)">Alle Tabellen mit ihren Methoden</a></li>
 </ul>');
 
 -- ri.de.99.01  Impressum und Barrierefreiheit
