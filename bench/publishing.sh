@@ -1,29 +1,35 @@
 #!/bin/bash
-# What visitors notice of a branch of 1,000 pages being published: the latency of the demo's home page before and
-# meanwhile, in one run on this machine.
+# What visitors notice of a branch of 1,000 pages with five bodies each being published, moved or copied: the latency of
+# the demo's home page before and meanwhile, in one run on this machine.
 #
-#   bench/publishing.sh [SECONDS]        (default 8)
+#   bench/publishing.sh [SECONDS] [publish|move|paste]...        (default 8, all of them)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds=${1:-8}
+shift || true
+works=("${@:-}")
+[ -n "${works[0]}" ] || works=(publish move paste)
 command -v wrk >/dev/null || ${SUDO:-$([ "$(id -u)" -eq 0 ] || echo sudo)} apt-get install -y --no-install-recommends wrk >/dev/null
 
-[ -f build/release/build.ninja ] || cmake --preset release -DTORVEX_TESTS=OFF >/dev/null
-cmake --build --preset release --target torvex >/dev/null
-torvex=$PWD/build/release/torvex
+if [ -z "${TORVEX_PROGRAM:-}" ]; then
+    [ -f build/release/build.ninja ] || cmake --preset release -DTORVEX_TESTS=OFF >/dev/null
+    cmake --build --preset release --target torvex >/dev/null
+fi
+torvex=${TORVEX_PROGRAM:-$PWD/build/release/torvex}
 folder=$(mktemp -d /tmp/torvex-bench-XXXXXX)
 server=
-publisher=
+worker=
 finish() {
-    for process in $publisher $server; do kill "$process" 2>/dev/null && wait "$process" 2>/dev/null || true; done
+    for process in $worker $server; do kill "$process" 2>/dev/null && wait "$process" 2>/dev/null || true; done
     rm -rf "$folder"
 }
 trap finish EXIT
 
 port=$((20000 + RANDOM % 10000))
 "$torvex" init "$folder/site" --demo >/dev/null
-root=$("$torvex" sql --install "$folder/site" --json "select nodeId from TORVEX_PAGES_DESIGN where parent = '' order by nodeId" |
-    sed -n '1s/.*"nodeId":"\([^"]*\)".*/\1/p')
+rows() { "$torvex" sql --install "$folder/site" --json "$1"; }
+first() { rows "$1" | sed -n '1s/^{"[^"]*":"\{0,1\}\([^"}]*\)"\{0,1\}.*/\1/p'; }
+root=$(first "select nodeId from TORVEX_PAGES_DESIGN where parent = '' order by nodeId")
 branch=$root.90
 
 # The branch: eleven pages with ninety below each.
@@ -37,33 +43,56 @@ page() {
         page "$branch.$i" "$((10#$i))"
         for j in $(seq -w 1 90); do page "$branch.$i.$j" "$((10#$j))"; done
     done
-    echo "insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText)" \
-        "select pageId, 1, 1, 0, '<p>Text of a page.</p>' from TORVEX_PAGES_DESIGN where nodeId like '$branch%';"
+    for body in 1 2 3 4 5; do
+        echo "insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText)" \
+            "select pageId, $body, 1, 0, '<p>Text of a page.</p>' from TORVEX_PAGES_DESIGN where nodeId like '$branch%';"
+    done
 } | "$torvex" sql --install "$folder/site" >/dev/null
-pages=$("$torvex" sql --install "$folder/site" --json "select count(*) as n from TORVEX_PAGES_DESIGN where nodeId like '$branch%'")
+moved=$(first "select pageId from TORVEX_PAGES_DESIGN where nodeId = '$branch'")
+mapfile -t parents < <(rows "select pageId from TORVEX_PAGES_DESIGN where parent = '$root' and nodeId <> '$branch' and type = 'F' and nodeId not like '%.99'" |
+    sed 's/[^0-9]*\([0-9]*\).*/\1/')
 
 "$torvex" serve --install "$folder/site" --listen 127.0.0.1:$port 2>"$folder/torvex.log" &
 server=$!
 for _ in $(seq 100); do curl -s -o /dev/null "http://127.0.0.1:$port/error.asp" && break; sleep 0.05; done
 
+call() {
+    echo '{"login":"sa","calls":[{"on":"cManager","do":"'"$1"'","with":{'"$2"'}}]}' |
+        "$torvex" call --install "$folder/site" --batch >>"$folder/answers.$3"
+}
 publish_for_ever() {
-    while true; do
-        echo '{"login":"sa","calls":[{"on":"cManager","do":"publishPageCascading","with":{"pageIdent":"'"$branch"'"}}]}' |
-            "$torvex" call --install "$folder/site" --batch >>"$folder/answers"
-        "$torvex" sql --install "$folder/site" \
-            "update TORVEX_PAGES_DESIGN set approveStatus = 1, editStatus = 'M' where nodeId like '$branch%'" >/dev/null
+    while [ ! -e "$folder/enough" ]; do
+        call publishPageCascading '"pageIdent":"'"$branch"'"' publish
+        rows "update TORVEX_PAGES_DESIGN set approveStatus = 1, editStatus = 'M' where nodeId like '$branch%'" >/dev/null
+    done
+}
+# From one folder of the site to the next and back.
+move_for_ever() {
+    while [ ! -e "$folder/enough" ]; do
+        for parent in "${parents[@]:0:2}"; do
+            call movePage '"pageIdentFrom":"'"$moved"'","pageIdentTo":"'"$parent"'"' move
+        done
+    done
+}
+paste_for_ever() {
+    while [ ! -e "$folder/enough" ]; do
+        call pastePage '"modeFrom":"D","pageIdentFrom":"'"$moved"'","pageIdentTo":"'"${parents[2]}"'","flag":1' paste
     done
 }
 latency() {
     wrk -t1 -c2 -d"$1"s --latency "http://127.0.0.1:$port/tvx.asp?pageId=1" | awk '/99%/ {print $2}'
 }
 
-echo "branch: $pages"
+echo "branch: $(rows "select count(*) as pages from TORVEX_PAGES_DESIGN where nodeId like '$branch%'")"
 latency 2 >/dev/null
-echo "p99 of the home page: $(latency "$seconds")"
-publish_for_ever &
-publisher=$!
-echo "p99 while the branch is published again and again: $(latency "$seconds")"
-kill "$publisher" && wait "$publisher" 2>/dev/null || true
-publisher=
-echo "runs of the branch meanwhile: $(wc -l <"$folder/answers"); answers: $(sort -u "$folder/answers")"
+for work in "${works[@]}"; do
+    echo "p99 of the home page: $(latency "$seconds")"
+    "${work}_for_ever" &
+    worker=$!
+    echo "p99 during one $work of the branch after the other: $(latency "$seconds")"
+    touch "$folder/enough"  # what runs ends before the next measurement begins
+    wait "$worker"
+    worker=
+    rm "$folder/enough"
+    echo "runs meanwhile: $(wc -l <"$folder/answers.$work"); the last answer: $(tail -1 "$folder/answers.$work" | cut -c1-120)"
+done
