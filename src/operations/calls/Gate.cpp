@@ -10,6 +10,7 @@
 #include "accounts/Logins.h"
 #include "authoring/PageIdentList.h"
 #include "media/MediaKind.h"
+#include "modules/forum/ForumPlace.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
@@ -110,7 +111,17 @@ int entryOf(const Right& right, const Values& values) {
     return isDocuments ? adminEntry::documents : right.advId;
 }
 
+/// Nobody but who has the entry everywhere learns that a forum isn't there.
+bool hasAccessAtForum(const Caller& caller, const Right& right, int forumId) {
+    const auto place = placeOfForum(caller.connection, forumId).value_or(ForumPlace());
+    return mayUseEntry(caller.connection, caller.actor, right.detail, right.advId, place.site, place.lang);
+}
+
 bool hasAccess(const Caller& caller, const Right& right, const Values& values) {
+    if (!right.forum.empty()) {
+        const int forumId = static_cast<int>(values.number(right.forum));
+        if (forumId != 0 || right.site.empty()) return hasAccessAtForum(caller, right, forumId);
+    }
     if (!right.page.empty()) {
         const PageIdentity page = identify(caller.connection, values.text(right.page));
         return page.isValid() && mayUseEntry(caller.connection, caller.actor, right.detail, right.advId,

@@ -59,6 +59,17 @@ inline Right viewAccessAt(int advId, std::string page) {
 inline Right editAccess(int advId, std::string site = {}, std::string lang = {}) {
     return {Right::Kind::AdvancedRight, "edit", advId, {}, {}, std::move(site), std::move(lang)};
 }
+/// In the site and language of the forum whose number the argument names; where that is 0, in those that the
+/// other two name.
+inline Right accessAtForum(std::string access, std::string forum, std::string site = {},
+                           std::string lang = {}) {
+    return {.kind = Right::Kind::AdvancedRight,
+            .detail = std::move(access),
+            .advId = adminEntry::forum,
+            .site = std::move(site),
+            .lang = std::move(lang),
+            .forum = std::move(forum)};
+}
 /// The entry of images or that of documents, by the kind of media that the argument `media` names.
 inline Right mediaAccess(std::string access, std::string media, std::string site) {
     return {.kind = Right::Kind::AdvancedRight,

@@ -38,7 +38,8 @@ argument that says so: it keeps its default. One that is *filled* gets the right
 /// What the right must cover.
 std::string coverage(const Right& right) {
     const std::string other = right.otherPage.empty() ? "" : " and `" + right.otherPage + '`';
-    const std::string page = right.page.empty() ? "" : " for `" + right.page + '`' + other;
+    const std::string& one = right.page.empty() ? right.forum : right.page;
+    const std::string page = one.empty() ? "" : " for `" + one + '`' + other;
     if (right.site.empty()) return page;
     return page + (page.empty() ? " in `" : ", without one for all of `") + right.site + '`' +
            (right.lang.empty() ? "" : ", `" + right.lang + '`');

@@ -56,6 +56,7 @@ json::object rightJson(const Right& right) {
     addUnlessEmpty(out, "lang", right.lang);
     addUnlessEmpty(out, "login", right.login);
     addUnlessEmpty(out, "media", right.media);
+    addUnlessEmpty(out, "forum", right.forum);
     if (!right.media.empty()) out["documentsEntry"] = adminEntry::documents;
     return out;
 }

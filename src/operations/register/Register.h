@@ -85,6 +85,8 @@ struct Right {
     std::string login = {};  ///< the argument that is a login's number, where it may be the caller's own
     /// The argument that chooses between images and documents, whose entries are two; `advId` is the images'.
     std::string media = {};
+    /// The argument that is a forum's number. Where one is given, site and language are the forum's own.
+    std::string forum = {};
 };
 
 /// That an operation tests a password. Callers from outside who guess are slowed down.

@@ -65,7 +65,7 @@ bool namesAnEntry(const Right& right) {
 
 bool opens(const Caller& caller, const Right& right, int level) {
     if (caller.advId != right.advId || caller.flag != right.detail) return false;
-    const bool atPage = !right.page.empty();
+    const bool atPage = !right.page.empty() || !right.forum.empty();
     const std::string site = level >= 1 && (atPage || !right.site.empty()) ? "aa" : "";
     const std::string lang = level >= 2 && (atPage || !right.lang.empty()) ? "en" : "";
     return (caller.site.empty() || caller.site == site) && (caller.lang.empty() || caller.lang == lang);
@@ -125,7 +125,8 @@ std::vector<Caller> callersFor(const Right& right) {
 std::string signature(const Right& right) {
     return std::to_string(static_cast<int>(right.kind)) + right.detail + std::to_string(right.advId) +
            (right.page.empty() ? "" : "p") + (right.otherPage.empty() ? "" : "o") +
-           (right.site.empty() ? "" : "s") + (right.lang.empty() ? "" : "l");
+           (right.forum.empty() ? "" : "f") + (right.site.empty() ? "" : "s") +
+           (right.lang.empty() ? "" : "l");
 }
 
 TEST_P(GateRegisterTest, EveryKindOfRowIsOpenToThoseWhoHaveItsRightAndToNobodyElse) {
@@ -194,7 +195,7 @@ TEST_P(GateRegisterTest, EveryRightNamesArgumentsThatTheOperationHas) {
     forEachRow(classes, [](const Operation& operation) {
         const Right& right = operation.right;
         for (const auto& name :
-             {right.page, right.otherPage, right.site, right.lang, right.login, right.media}) {
+             {right.page, right.otherPage, right.site, right.lang, right.login, right.media, right.forum}) {
             const bool there =
                 name.empty() ||
                 std::any_of(operation.arguments.begin(), operation.arguments.end(),

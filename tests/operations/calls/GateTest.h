@@ -19,7 +19,7 @@ inline Operation sample(const std::vector<std::string>& arguments, const Right& 
 }
 
 /// The base of tests of the gate. "anna" holds role 3, which gives nothing yet. Pages: 10 "aa.en", 11
-/// "aa.en.01", 12 "aa.en.02", 21 "bb.en.01".
+/// "aa.en.01", 12 "aa.en.02", 21 "bb.en.01". Forums: 4 of "aa", 5 of "bb".
 class GateTest : public test::RightsTest {
   protected:
     void SetUp() override {
@@ -31,6 +31,8 @@ class GateTest : public test::RightsTest {
         page("aa.en.01").id(11).insertInDesignOnly();
         page("aa.en.02").id(12).insertInDesignOnly();
         page("bb.en.01").id(21).insertInDesignOnly();
+        row("TORVEX_FORUM_DESIGN", {{"forum_id", 4}, {"forum_site", "aa"}, {"forum_lang", "en"}});
+        row("TORVEX_FORUM_DESIGN", {{"forum_id", 5}, {"forum_site", "bb"}, {"forum_lang", "en"}});
         role(3);
     }
 
@@ -64,7 +66,7 @@ class GateTest : public test::RightsTest {
     Verdict::Kind call(const Operation& operation, const std::vector<Value>& values) {
         return ask(operation, values).kind;
     }
-    /// With the arguments that the right names set to page 11, site "aa" and language "en".
+    /// With the arguments that the right names set to page 11, forum 4, site "aa" and language "en".
     Verdict::Kind callOnPage11(const Operation& operation) {
         std::vector<Value> values;
         for (const auto& argument : operation.arguments) values.push_back(valueFor(operation, argument));
@@ -89,6 +91,7 @@ class GateTest : public test::RightsTest {
         if (text::equals(argument.name, right.page) || text::equals(argument.name, right.otherPage)) {
             return argument.type == ArgumentType::Text ? Value("11") : Value(11);
         }
+        if (text::equals(argument.name, right.forum)) return 4;
         if (text::equals(argument.name, operation.right.site)) return "aa";
         if (text::equals(argument.name, operation.right.media)) return "images";
         if (text::equals(argument.name, operation.right.lang)) return "en";

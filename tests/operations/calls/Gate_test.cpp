@@ -239,6 +239,34 @@ TEST_P(GateTest, ARefusalSaysWhy) {
     EXPECT_EQ(ask(sample({}, anyLogin()), {}).message, "You are not logged in.");
 }
 
+// ---- Forums ----
+
+TEST_P(GateTest, AForumIsWhereItIsAndNotWhereTheCallerSays) {
+    advancedRight(3, adminEntry::forum, "aa", "en", false, true);
+    const Operation publish =
+        sample({"forumId", "site", "lang"}, accessAtForum("edit", "forumId", "site", "lang"));
+    EXPECT_EQ(call(publish, {"4", "aa", "en"}), Kind::Allowed);
+    EXPECT_EQ(call(publish, {"4", "bb", "en"}), Kind::Allowed);
+    EXPECT_EQ(call(publish, {"5", "aa", "en"}), Kind::NoRight);
+}
+
+TEST_P(GateTest, ForAllForumsItIsWhereTheCallerSays) {
+    advancedRight(3, adminEntry::forum, "aa", "en", false, true);
+    const Operation publish =
+        sample({"forumId", "site", "lang"}, accessAtForum("edit", "forumId", "site", "lang"));
+    EXPECT_EQ(call(publish, {"0", "aa", "en"}), Kind::Allowed);
+    EXPECT_EQ(call(publish, {"0", "bb", "en"}), Kind::NoRight);
+    EXPECT_EQ(call(publish, {"0", "", ""}), Kind::NoRight);
+}
+
+TEST_P(GateTest, AForumThatIsNotThereIsOpenToThoseOfTheWholeInstallation) {
+    const Operation view = sample({"forumId"}, accessAtForum("view", "forumId"));
+    advancedRight(3, adminEntry::forum, "aa", "en", true, false);
+    for (const auto* id : {"4711", "0", "-4"}) EXPECT_EQ(call(view, {id}), Kind::NoRight) << id;
+    advancedRight(3, adminEntry::forum, "", "", true, false);
+    EXPECT_EQ(call(view, {"4711"}), Kind::Allowed);
+}
+
 // ---- Failures ----
 
 TEST_P(GateTest, ABrokenDatabaseOpensNothing) {
