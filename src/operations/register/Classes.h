@@ -16,5 +16,6 @@ ClassEntry setupOperations();
 ClassEntry searchOperations();
 ClassEntry imageOperations();
 ClassEntry dynamicMenuOperations();
+ClassEntry forumOperations();
 
 }  // namespace torvex::operations

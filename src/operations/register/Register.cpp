@@ -71,7 +71,8 @@ const ClassEntry& Register::find(std::string_view name) const {
 Register makeRegister() {
     return Register({serverOperations(), managerOperations(), htmlTemplateOperations(), templateOperations(),
                      baseTemplateOperations(), styleSheetOperations(), applicationOperations(),
-                     setupOperations(), searchOperations(), imageOperations(), dynamicMenuOperations()});
+                     setupOperations(), searchOperations(), imageOperations(), dynamicMenuOperations(),
+                     forumOperations()});
 }
 
 }  // namespace torvex::operations

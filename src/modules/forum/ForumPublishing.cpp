@@ -1,0 +1,75 @@
+#include "modules/forum/ForumPublishing.h"
+
+#include <optional>
+
+#include "platform/db/Connection.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view selectMark = "select forum_deleted from TORVEX_FORUM_DESIGN where forum_id = ?";
+
+constexpr std::string_view removeOne[] = {
+    "delete from TORVEX_FORUM_REACTIONS where reaction_forumId = ?",
+    "delete from TORVEX_FORUM_TOPICS where topic_forumId = ?",
+    "delete from TORVEX_FORUM_LIVE where forum_id = ?",
+    "delete from TORVEX_FORUM_DESIGN where forum_id = ?",
+};
+
+constexpr std::string_view publishOne[] = {
+    "delete from TORVEX_FORUM_LIVE where forum_id = ?",
+    "insert into TORVEX_FORUM_LIVE (forum_id, forum_site, forum_lang, forum_reference, forum_name, "
+    "forum_desc, "
+    "forum_hotPeriod, forum_reactionsOnline, forum_archiveAfter, forum_archiveVisible, forum_sendEmail, "
+    "forum_emailFrom, forum_emailSubject, forum_pageSize) "
+    "select forum_id, forum_site, forum_lang, forum_reference, forum_name, forum_desc, "
+    "forum_hotPeriod, forum_reactionsOnline, forum_archiveAfter, forum_archiveVisible, forum_sendEmail, "
+    "forum_emailFrom, forum_emailSubject, forum_pageSize "
+    "from TORVEX_FORUM_DESIGN where forum_id = ?",
+    "update TORVEX_FORUM_DESIGN set forum_modified = 0 where forum_id = ?",
+};
+
+constexpr std::string_view publishAll[] = {
+    "delete from TORVEX_FORUM_REACTIONS where reaction_forumId in (select forum_id from TORVEX_FORUM_DESIGN "
+    "where forum_site = ? and forum_lang = ? and forum_deleted = 1)",
+    "delete from TORVEX_FORUM_TOPICS where topic_forumId in (select forum_id from TORVEX_FORUM_DESIGN "
+    "where forum_site = ? and forum_lang = ? and forum_deleted = 1)",
+    "delete from TORVEX_FORUM_DESIGN where forum_site = ? and forum_lang = ? and forum_deleted = 1",
+    "update TORVEX_FORUM_DESIGN set forum_modified = 0 where forum_site = ? and forum_lang = ?",
+    "delete from TORVEX_FORUM_LIVE where forum_site = ? and forum_lang = ?",
+    "insert into TORVEX_FORUM_LIVE (forum_id, forum_site, forum_lang, forum_reference, forum_name, "
+    "forum_desc, "
+    "forum_hotPeriod, forum_reactionsOnline, forum_archiveAfter, forum_archiveVisible, forum_sendEmail, "
+    "forum_emailFrom, forum_emailSubject, forum_pageSize) "
+    "select forum_id, forum_site, forum_lang, forum_reference, forum_name, forum_desc, "
+    "forum_hotPeriod, forum_reactionsOnline, forum_archiveAfter, forum_archiveVisible, forum_sendEmail, "
+    "forum_emailFrom, forum_emailSubject, forum_pageSize "
+    "from TORVEX_FORUM_DESIGN where forum_site = ? and forum_lang = ?",
+};
+
+/// Nothing when there is no such forum.
+std::optional<bool> isMarked(db::Connection& transaction, int forumId) {
+    db::Rows rows = transaction.query(selectMark, {forumId});
+    if (!rows.next()) return std::nullopt;
+    return rows.number("forum_deleted") == 1;
+}
+
+}  // namespace
+
+bool publishForum(db::Connection& transaction, int forumId) {
+    const auto marked = isMarked(transaction, forumId);
+    if (!marked) return false;
+    if (*marked) {
+        for (const std::string_view statement : removeOne) transaction.execute(statement, {forumId});
+    } else {
+        for (const std::string_view statement : publishOne) transaction.execute(statement, {forumId});
+    }
+    return true;
+}
+
+void publishForums(db::Connection& transaction, std::string_view site, std::string_view lang) {
+    for (const std::string_view statement : publishAll) transaction.execute(statement, {site, lang});
+}
+
+}  // namespace torvex
