@@ -55,6 +55,7 @@ class Parser {
         addSql();
         addCall();
         addSnapshot();
+        addIndex();
         addImport();
         addExport();
         addMigrate();
@@ -168,6 +169,18 @@ class Parser {
         });
     }
 
+    void addIndex() {
+        auto& app = add("index", "brings its search up to date", help::index, help::indexExamples,
+                        [this] { return index_; });
+        addInstall(app, index_.install);
+        auto* all = app.add_flag("--all", index_.all, "read every file anew");
+        auto* check = app.add_flag("--check", index_.check, "only count what differs");
+        auto* serve = app.add_option("--serve", index_.serve, "offer the catalogue to other servers");
+        serve->type_name("ADDR:PORT");
+        check->excludes(all);
+        serve->excludes(all, check);
+    }
+
     /// What is moved; there is one kind so far.
     static void addKind(CLI::App& app, std::string& kind) {
         app.add_option("WHAT", kind, "what it holds: users")
@@ -244,6 +257,7 @@ class Parser {
     SqlOptions sql_;
     MigrateOptions migrate_;
     SnapshotOptions snapshot_;
+    IndexOptions index_;
     std::string kind_;
     ImportUsersOptions import_;
     ExportUsersOptions export_;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/CallFrame.h"
+#include "cli/IndexCommand.h"
 #include "cli/InitCommand.h"
 #include "cli/MigrateCommand.h"
 #include "cli/ServeCommand.h"
@@ -24,7 +25,7 @@ struct ShowText {
 /// What a command line asks for.
 using Command =
     std::variant<InitOptions, ServeOptions, SqlOptions, MigrateOptions, CallFrameOptions, SnapshotOptions,
-                 ImportUsersOptions, ExportUsersOptions, ReferenceOptions, ShowText>;
+                 IndexOptions, ImportUsersOptions, ExportUsersOptions, ReferenceOptions, ShowText>;
 
 /// Reads the arguments of the program. Throws `UsageError` for a command line that makes no sense.
 Command parseCommandLine(int count, const char* const* arguments);

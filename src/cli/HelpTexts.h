@@ -87,6 +87,19 @@ inline constexpr const char* snapshotExamples =
     "  torvex snapshot --install mysite 12\n"
     "  torvex snapshot --install mysite ab.en.01.02";
 
+inline constexpr const char* index =
+    "Compares the catalogue of the search with the pages' snapshots and the documents, and takes in what\n"
+    "differs; or, with --all, reads every file anew. A server does so by itself when it starts and while it\n"
+    "runs. It can be stopped at any time and goes on with the next run. The server may run.\n"
+    "With --serve the catalogue is offered to other servers, whose search pages name this one: to everybody\n"
+    "who reaches the address, so choose one of a network of your own.";
+
+inline constexpr const char* indexExamples =
+    "Examples:\n"
+    "  torvex index --install mysite\n"
+    "  torvex index --install mysite --check\n"
+    "  torvex index --install mysite --serve 127.0.0.1:8489";
+
 inline constexpr const char* importing =
     "Adds and changes the accounts of visitors by a table, a line for each user: all lines or, when one of\n"
     "them can't be taken, none. The first line names the columns, in any order: username and any of\n"

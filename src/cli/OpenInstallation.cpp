@@ -1,6 +1,7 @@
 #include "cli/OpenInstallation.h"
 
 #include <algorithm>
+#include <fmt/format.h>
 #include <spdlog/logger.h>
 #include <spdlog/sinks/stdout_sinks.h>
 #include <thread>
@@ -10,6 +11,8 @@
 #include "platform/Response.h"
 #include "platform/Session.h"
 #include "platform/net/PublicAddress.h"
+#include "search/catalogue/Format.h"
+#include "search/catalogue/Queue.h"
 
 namespace torvex::cli {
 
@@ -51,6 +54,8 @@ OpenInstallation::OpenInstallation(Installation opened)
     : installation(std::move(opened)),
       database(db::makeDatabase()),
       files(std::vector<std::string>{installation.folder().string()}),
+      changedFiles({installation.folder().string(), installation.settings().paths.documents}),
+      watchedFiles(files, [this](const std::string& path) { changedFiles.note(path); }),
       feedPlaces(std::max(installation.settings().server.mostWorkers / 4, 1U)),
       fetcher(fetchLimits(installation.settings().feeds)),
       http(fetcher, feedPlaces, sharingLimits(installation.settings())),
@@ -63,10 +68,31 @@ OpenInstallation::OpenInstallation(Installation opened)
     installation.startValues(application);
 }
 
-OpenInstallation::~OpenInstallation() = default;
+OpenInstallation::~OpenInstallation() {
+    queueChangedFiles();
+}
+
+catalogue::UpkeepParts OpenInstallation::upkeepParts() {
+    const std::string folder = installation.folder().string();
+    return {catalogue::databaseFolder(folder),
+            {folder, installation.settings().paths.documents},
+            files,
+            extractor,
+            operatorLog,
+            clock,
+            [this] { return installation.openDatabase(*database); }};
+}
+
+void OpenInstallation::queueChangedFiles() noexcept try {
+    const std::vector<std::string> paths = changedFiles.take();
+    if (!paths.empty()) catalogue::enqueue(*installation.openDatabase(*database), clock, paths);
+} catch (const std::exception& error) {
+    operatorLog.warn(
+        fmt::format("the search hears of changed files at its next comparison only: {}", error.what()));
+}
 
 Services OpenInstallation::services() {
-    return {application, files, clock, http, xml, *database, directHits, shares, operatorLog};
+    return {application, watchedFiles, clock, http, xml, *database, directHits, shares, operatorLog};
 }
 
 void OpenInstallation::runWithoutVisitor(const std::function<void(HostContext&)>& work) {

@@ -12,10 +12,14 @@
 #include "platform/Services.h"
 #include "platform/db/Database.h"
 #include "platform/files/DiskFileSystem.h"
+#include "platform/files/WatchedFileSystem.h"
 #include "platform/net/CurlHttpClient.h"
 #include "platform/net/SharedFetches.h"
 #include "platform/xml/XmlWorkers.h"
 #include "replication/ServerShares.h"
+#include "search/catalogue/ChangedFiles.h"
+#include "search/catalogue/Upkeep.h"
+#include "search/extraction/TextExtractor.h"
 
 namespace spdlog {
 class logger;
@@ -41,10 +45,18 @@ struct OpenInstallation {
     /// Runs what needs a host context and has no visitor: the set-up of the application values.
     void runWithoutVisitor(const std::function<void(HostContext&)>& work);
 
+    /// What the catalogue of its search is made from.
+    catalogue::UpkeepParts upkeepParts();
+
+    /// Puts the files that were changed into the queue of the search: at the end of the life at the latest.
+    void queueChangedFiles() noexcept;
+
     const Installation installation;
     const std::unique_ptr<db::Database> database;
     ApplicationValues application;  ///< holds the start values
     DiskFileSystem files;
+    catalogue::ChangedFiles changedFiles;
+    WatchedFileSystem watchedFiles;  ///< the same files; what work changes of them is noted
     const SystemClock clock;
     /// How many workers feeds may hold.
     Admission feedPlaces;
@@ -55,6 +67,7 @@ struct OpenInstallation {
     ServerShares shares;
     const std::unique_ptr<spdlog::logger> log;  ///< to standard error, from the level of the settings on
     LineLog operatorLog;
+    catalogue::DirectExtractor extractor;
 };
 
 }  // namespace torvex::cli

@@ -27,6 +27,7 @@ struct Runner {
     ExitCode operator()(const SnapshotOptions& options) const {
         return snapshot(options, environment, terminal);
     }
+    ExitCode operator()(const IndexOptions& options) const { return index(options, environment, terminal); }
     ExitCode operator()(const ImportUsersOptions& options) const {
         return importUsers(options, environment, terminal);
     }

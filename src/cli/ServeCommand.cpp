@@ -16,6 +16,7 @@
 #include "platform/Keys.h"
 #include "platform/text/Text.h"
 #include "search/StraySnapshots.h"
+#include "search/catalogue/Keeper.h"
 
 namespace torvex::cli {
 
@@ -101,12 +102,16 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
     notePorts(opened.application, *http);
     log.info(
         fmt::format("serving {} at {}", opened.installation.folder().string(), addresses(server, *http)));
+    std::optional<catalogue::Keeper> keeper;
+    keeper.emplace(opened.upkeepParts(), opened.changedFiles,
+                   catalogue::KeeperTimes{.compare = opened.installation.settings().search.compare});
     signals.watch([&] { http->stop(); });
     http->run();
     // What still waits for a feed waits in vain; then nothing is at work any more, and it can be said.
     opened.http.cancel();
     opened.xml.cancel();
     http->finish();
+    keeper.reset();
     log.info("stopped");
     return ExitCode::Ok;
 }

@@ -18,8 +18,8 @@ namespace torvex {
 namespace {
 
 constexpr std::int64_t mebibyte = 1024 * 1024;
-constexpr std::array<std::string_view, 8> sectionNames = {"database", "server", "tls",   "limits",
-                                                          "paths",    "files",  "feeds", "log"};
+constexpr std::array<std::string_view, 9> sectionNames = {"database", "server", "tls",    "limits", "paths",
+                                                          "files",    "feeds",  "search", "log"};
 constexpr std::array<std::string_view, 6> logLevels = {"trace", "debug", "info", "warn", "error", "off"};
 
 std::string readFile(const std::filesystem::path& file) {
@@ -195,6 +195,13 @@ void readFeeds(SettingsSection section, FeedSettings& feeds) {
     section.refuseOthers();
 }
 
+void readSearch(SettingsSection section, SearchSettings& search) {
+    unsigned minutes = static_cast<unsigned>(search.compare.count());
+    section.readNumber("compare_minutes", minutes, 0, 100'000);
+    section.refuseOthers();
+    search.compare = std::chrono::minutes(minutes);
+}
+
 void readLog(SettingsSection section, std::string& level) {
     section.read("level", level);
     section.refuseOthers();
@@ -220,6 +227,7 @@ Settings readSettings(const std::filesystem::path& file) {
     readPaths(section("paths"), settings.paths);
     readFiles(section("files"), settings.server.fileTypes);
     readFeeds(section("feeds"), settings.feeds);
+    readSearch(section("search"), settings.search);
     readLog(section("log"), settings.logLevel);
     return settings;
 }

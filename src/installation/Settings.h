@@ -23,6 +23,13 @@ struct FeedSettings {
     std::chrono::milliseconds time{5'000};  ///< for one fetch, and for one transformation
 };
 
+/// The catalogue of the site search.
+struct SearchSettings {
+    /// Between two looks of the server at all files, for those that other programs have changed; 0: at its
+    /// start alone. A look at 100,000 files takes a second.
+    std::chrono::minutes compare{15};
+};
+
 /// Folders of media, below the public files.
 struct PathSettings {
     std::string images = "images";
@@ -36,6 +43,7 @@ struct Settings {
     ServerOptions server;
     PathSettings paths;
     FeedSettings feeds;
+    SearchSettings search;
     std::string logLevel = "info";
 };
 

@@ -65,7 +65,7 @@ struct Row {
 };
 
 /// What a query found, as it was then: later changes of the catalogue neither add rows nor change their order. Rows
-/// of files that have left the catalogue since have their path and rank alone. Safe to share between threads.
+/// of files that have left the catalogue since have their rank alone, and no path. Safe to share between threads.
 class Results {
   public:
     virtual ~Results() = default;

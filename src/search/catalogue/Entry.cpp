@@ -1,0 +1,44 @@
+#include "search/catalogue/Entry.h"
+
+#include <algorithm>
+
+#include "platform/workers/Packing.h"
+
+namespace torvex::catalogue {
+
+bool isDocumentColumn(std::string_view name) {
+    return std::find(std::begin(column::ofDocument), std::end(column::ofDocument), name) !=
+           std::end(column::ofDocument);
+}
+
+std::string_view fileNameOf(std::string_view path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
+std::string pack(const Entry& entry) {
+    Packing packing;
+    packing.text(entry.path)
+        .number(entry.stamp.size)
+        .number(static_cast<std::uint64_t>(entry.stamp.modified));
+    packing.text(entry.reading.language).number(entry.reading.columns.size());
+    for (const auto& [name, value] : entry.reading.columns) packing.text(name).text(value);
+    packing.text(entry.reading.text);
+    return packing.take();
+}
+
+Entry unpackEntry(std::string_view bytes) {
+    Unpacking unpacking(bytes);
+    Entry entry;
+    entry.path = unpacking.text();
+    entry.stamp.size = unpacking.number();
+    entry.stamp.modified = static_cast<std::int64_t>(unpacking.number());
+    entry.reading.language = unpacking.text();
+    for (std::uint64_t left = unpacking.number(); left > 0; --left) {
+        const std::string_view name = unpacking.text();
+        entry.reading.columns.emplace(name, unpacking.text());
+    }
+    entry.reading.text = unpacking.text();
+    return entry;
+}
+
+}  // namespace torvex::catalogue

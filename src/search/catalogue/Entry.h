@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "search/extraction/Reading.h"
+
+namespace torvex::catalogue {
+
+/// By what a file is known to be as it was.
+struct FileStamp {
+    std::uint64_t size = 0;
+    std::int64_t modified = 0;  ///< nanoseconds since 1970
+};
+
+bool isDocumentColumn(std::string_view name);
+
+/// A file as the catalogue holds it.
+struct Entry {
+    std::string path;  ///< below the installation, divided by "/"
+    FileStamp stamp;
+    Reading reading;
+};
+
+/// What stands behind the last "/".
+std::string_view fileNameOf(std::string_view path);
+
+/// What is kept of an entry to show it.
+std::string pack(const Entry& entry);
+/// Throws `Error` for what isn't one.
+Entry unpackEntry(std::string_view bytes);
+
+}  // namespace torvex::catalogue

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <xapian.h>
+
+/// What a catalogue says of itself.
+namespace torvex::catalogue {
+
+/// Changes with what entries are made of: a catalogue of an earlier one is made anew, one of a later one is
+/// left alone.
+inline constexpr int currentFormat = 1;
+
+namespace metadata {
+inline constexpr std::string_view format = "format";
+inline constexpr std::string_view generation = "generation";  ///< of rebuildings
+inline constexpr std::string_view queue = "queue";            ///< up to where the queue is worked off
+}  // namespace metadata
+
+/// 0 for one without any.
+int formatOf(const Xapian::Database& database);
+
+/// Where the database of an installation lies.
+std::string databaseFolder(std::string_view installPath);
+
+}  // namespace torvex::catalogue

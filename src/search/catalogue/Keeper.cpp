@@ -1,0 +1,102 @@
+#include "search/catalogue/Keeper.h"
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include "platform/OperatorLog.h"
+#include "search/catalogue/Catalogue.h"
+#include "search/catalogue/Queue.h"
+
+namespace torvex::catalogue {
+
+namespace {
+
+/// Commits and queries come between two pieces of work of this length.
+constexpr std::chrono::milliseconds piece{500};
+constexpr int niceness = 10;
+
+}  // namespace
+
+Keeper::Keeper(UpkeepParts parts, ChangedFiles& changes, KeeperTimes times)
+    : parts_(std::move(parts)), changes_(changes), times_(times), upkeep_(parts_), thread_([this] {
+          work();
+      }) {}
+
+Keeper::~Keeper() {
+    {
+        const std::scoped_lock lock(mutex_);
+        isStopping_ = true;
+    }
+    changed_.notify_all();
+    thread_.join();
+}
+
+/// False when it is time to end.
+bool Keeper::rest(std::chrono::milliseconds time) {
+    std::unique_lock lock(mutex_);
+    return !changed_.wait_for(lock, time, [this] { return isStopping_; });
+}
+
+void Keeper::work() {
+    ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), niceness);
+    std::chrono::milliseconds pause{0};
+    while (rest(pause)) {
+        pause = times_.look;
+        try {
+            keep();
+            note("");
+        } catch (const BusyError&) {
+            // "torvex index" is at work, and does this work too.
+        } catch (const DamagedError& error) {
+            note(std::string(error.what()) + "; it is made anew");
+            upkeep_.emplace(parts_);
+            hasCompared_ = false;
+            followUp(parts_.log, "the catalogue", [&] { removeDamaged(parts_.folder); });
+        } catch (const std::exception& error) {
+            note(error.what());
+            upkeep_.emplace(parts_);
+            hasCompared_ = false;
+            pause = times_.afterFailure;
+        }
+    }
+}
+
+void Keeper::keep() {
+    queueChanges();
+    compareWhenDue();
+    while (upkeep_->step(piece)) {
+        if (!rest(std::chrono::milliseconds(0))) return upkeep_->rest();
+        queueChanges();
+    }
+}
+
+void Keeper::queueChanges() {
+    const std::vector<std::string> paths = changes_.take();
+    if (paths.empty()) return;
+    try {
+        enqueue(*parts_.openDatabase(), parts_.clock, paths);
+    } catch (...) {
+        changes_.putBack(paths);
+        throw;
+    }
+}
+
+void Keeper::compareWhenDue() {
+    const auto now = std::chrono::steady_clock::now();
+    const bool isDue = !hasCompared_ || (times_.compare.count() > 0 && now - compared_ >= times_.compare);
+    if (!isDue) return;
+    upkeep_->plan(upkeep_->compare());
+    upkeep_->tidyQueue();
+    hasCompared_ = true;
+    compared_ = now;
+}
+
+/// A failure that goes on is told once.
+void Keeper::note(const std::string& failure) {
+    if (failure == failure_) return;
+    if (!failure.empty()) parts_.log.warn("site search: " + failure);
+    if (failure.empty()) parts_.log.warn("site search: the catalogue is kept up to date again");
+    failure_ = failure;
+}
+
+}  // namespace torvex::catalogue

@@ -1,0 +1,124 @@
+#include "search/catalogue/Order.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fmt/format.h>
+
+#include "platform/text/LogText.h"
+#include "platform/text/Text.h"
+#include "search/catalogue/Terms.h"
+
+namespace torvex::catalogue {
+
+namespace {
+
+constexpr int highestRank = 1000;
+
+/// A query without words has no weights: all that it finds is all that it asks for.
+int rankOf(double weight, double best) {
+    if (best <= 0) return highestRank;
+    return std::clamp(static_cast<int>(std::lround(weight / best * highestRank)), 1, highestRank);
+}
+
+}  // namespace
+
+Order::Order(std::string_view sortBy) {
+    while (!sortBy.empty()) {
+        const std::size_t comma = std::min(sortBy.find(','), sortBy.size());
+        std::string name = text::lowerTrim(sortBy.substr(0, comma));
+        sortBy.remove_prefix(std::min(comma + 1, sortBy.size()));
+        if (name.empty()) continue;
+        Key key;
+        key.isFalling = name.ends_with("[d]");
+        if (key.isFalling || name.ends_with("[a]")) name.resize(name.size() - 3);
+        if (name.find_first_of("[]") != std::string::npos) {
+            throw QueryError(fmt::format("\"{}\" is nothing to sort by", forLog(name, 30)));
+        }
+        key.isRank = name == "rank";
+        key.slot = sortSlot(name);
+        keys_.push_back(key);
+    }
+    keys_.push_back({sortSlot(column::title), false, false});
+    keys_.push_back({slot::path, false, false});
+    const auto rank = std::find_if(keys_.begin(), keys_.end(), [](const Key& key) { return key.isRank; });
+    leading_ = static_cast<std::size_t>(rank - keys_.begin());
+}
+
+void Order::setFor(Xapian::Enquire& enquire, Xapian::MultiValueKeyMaker& maker) const {
+    if (beginsWithRank()) {
+        enquire.set_sort_by_relevance();
+        return;
+    }
+    for (std::size_t n = 0; n < leading_; ++n) maker.add_value(keys_[n].slot, keys_[n].isFalling);
+    enquire.set_sort_by_key_then_relevance(&maker, false);
+}
+
+int Order::compare(const Item& a, const Item& b, std::size_t keys) const {
+    for (std::size_t n = 0; n < keys; ++n) {
+        const int difference = keys_[n].isRank ? a.hit.rank - b.hit.rank : a.keys[n].compare(b.keys[n]);
+        if (difference != 0) return keys_[n].isFalling ? -difference : difference;
+    }
+    return 0;
+}
+
+void Order::readKeys(Item& item) const {
+    if (!item.keys.empty()) return;
+    const Xapian::Document document = item.found.get_document();
+    for (const Key& key : keys_) item.keys.push_back(key.isRank ? "" : document.get_value(key.slot));
+}
+
+/// Those alike in what the database has sorted by come together already.
+void Order::sort(std::vector<Item>& items) const {
+    const std::size_t sorted = beginsWithRank() ? 1 : leading_;
+    if (sorted == keys_.size()) return;
+    if (!beginsWithRank()) {
+        for (Item& item : items) readKeys(item);
+    }
+    for (auto begin = items.begin(); begin != items.end();) {
+        const auto end = std::find_if(begin, items.end(), [&, &first = *begin](const Item& item) {
+            return compare(first, item, sorted) != 0;
+        });
+        if (end - begin > 1) {
+            std::for_each(begin, end, [this](Item& item) { readKeys(item); });
+            std::sort(begin, end,
+                      [this](const Item& a, const Item& b) { return compare(a, b, keys_.size()) < 0; });
+        }
+        begin = end;
+    }
+}
+
+Found Order::run(const Xapian::Database& database, Xapian::Enquire& enquire, std::size_t most) const {
+    const Xapian::doccount all = database.get_doccount();
+    const Xapian::doccount wanted =
+        most == 0 ? all : static_cast<Xapian::doccount>(std::min<std::size_t>(most, all));
+    Xapian::MultiValueKeyMaker maker;
+    setFor(enquire, maker);
+    const Xapian::MSet set = enquire.get_mset(0, wanted, all);
+    const double best = set.get_max_possible();
+    const std::size_t total = set.get_matches_estimated();
+    if (beginsWithRank() && best <= 0 && set.size() < total) {
+        Order others = *this;
+        std::erase_if(others.keys_, [](const Key& key) { return key.isRank; });
+        others.leading_ = others.keys_.size();
+        return others.run(database, enquire, most);
+    }
+    std::vector<Item> items;
+    items.reserve(set.size());
+    for (auto at = set.begin(); at != set.end(); ++at)
+        items.push_back({{*at, rankOf(at.get_weight(), best)}, at, {}});
+    sort(items);
+    if (items.size() < total && leading_ < keys_.size()) {
+        // Some that are alike with the last ones may be missing.
+        const std::size_t sorted = beginsWithRank() ? 1 : leading_;
+        const Item last = items.back();
+        while (!items.empty() && compare(items.back(), last, sorted) == 0) items.pop_back();
+        if (items.empty()) return run(database, enquire, 0);
+    }
+    Found found;
+    found.total = total;
+    found.hits.reserve(items.size());
+    for (const Item& item : items) found.hits.push_back(item.hit);
+    return found;
+}
+
+}  // namespace torvex::catalogue

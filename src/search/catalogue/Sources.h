@@ -1,0 +1,71 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+#include <xapian.h>
+
+namespace torvex::catalogue {
+
+/// The entries whose value in a slot is as it should be. A value is looked at only where all else of a query
+/// holds, so that these belong beside terms that leave few entries.
+class ValueSource : public Xapian::PostingSource {
+  public:
+    explicit ValueSource(Xapian::valueno slot) : slot_(slot) {}
+
+    Xapian::doccount get_termfreq_min() const override { return 0; }
+    Xapian::doccount get_termfreq_est() const override { return most_; }
+    Xapian::doccount get_termfreq_max() const override { return most_; }
+    Xapian::docid get_docid() const override { return at_.get_docid(); }
+    void next(double least) override;
+    void skip_to(Xapian::docid id, double least) override;
+    bool check(Xapian::docid id, double least) override;
+    bool at_end() const override { return at_ == Xapian::ValueIterator(); }
+    void init(const Xapian::Database& database) override;
+    std::string get_description() const override { return "ValueSource"; }
+
+  protected:
+    virtual bool holds(const std::string& value) const = 0;
+    Xapian::valueno valueSlot() const { return slot_; }
+
+  private:
+    void goOn();
+
+    Xapian::valueno slot_;
+    Xapian::Database database_;
+    Xapian::ValueIterator at_;
+    Xapian::doccount most_ = 0;
+    bool hasBegun_ = false;
+};
+
+/// Those with these words one behind the other.
+class PhraseSource final : public ValueSource {
+  public:
+    /// `phrase` is the traces of its words.
+    PhraseSource(Xapian::valueno slot, std::string phrase) : ValueSource(slot), phrase_(std::move(phrase)) {}
+    PostingSource* clone() const override { return new PhraseSource(valueSlot(), phrase_); }
+
+  protected:
+    bool holds(const std::string& value) const override;
+
+  private:
+    std::string phrase_;
+};
+
+/// Those whose file name matches one of the patterns, in which "*" stands for any characters and "?" for one.
+class FileNameSource final : public ValueSource {
+  public:
+    explicit FileNameSource(std::vector<std::string> patterns);
+    PostingSource* clone() const override { return new FileNameSource(patterns_); }
+
+  protected:
+    bool holds(const std::string& value) const override;
+
+  private:
+    std::vector<std::string> patterns_;
+};
+
+/// Both in small letters.
+bool matchesPattern(std::string_view name, std::string_view pattern);
+
+}  // namespace torvex::catalogue
