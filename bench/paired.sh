@@ -4,7 +4,8 @@
 #
 #   bench/paired.sh ROUNDS SECONDS PROGRAM...
 #
-# Shows the figures of each program in order, and their median. Everything runs on 127.0.0.1 and in a temporary folder.
+# All serve the demo of the first one, an older program than the others, so that they make the same page. Shows the
+# figures of each program in order, and their median. Everything runs on 127.0.0.1 and in a temporary folder.
 # Needs wrk (Debian's package).
 set -euo pipefail
 
@@ -26,8 +27,10 @@ finish() {
 trap finish EXIT
 
 port=$((20000 + RANDOM % 10000))
+"${programs[0]}" init "$folder/site" --demo >/dev/null
 for i in "${!programs[@]}"; do
-    "${programs[i]}" init "$folder/site$i" --demo >/dev/null
+    cp -r "$folder/site" "$folder/site$i"
+    "${programs[i]}" migrate --install "$folder/site$i" >/dev/null
     "${programs[i]}" serve --install "$folder/site$i" --listen "127.0.0.1:$((port + i))" 2>"$folder/log$i" &
     servers+=($!)
     for _ in $(seq 100); do curl -s -o /dev/null "http://127.0.0.1:$((port + i))/error.asp" && break; sleep 0.05; done
