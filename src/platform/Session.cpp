@@ -31,4 +31,14 @@ void Session::set(std::string_view key, Value value) {
     }
 }
 
+std::shared_ptr<const SessionObject> Session::object(std::string_view key) const {
+    const auto found = findKey(objects_, key);
+    return found == objects_.end() ? nullptr : found->second;
+}
+
+void Session::setObject(std::string_view key, std::shared_ptr<const SessionObject> object) {
+    std::erase_if(objects_, [key](const auto& entry) { return text::equals(entry.first, key); });
+    if (object) objects_.emplace_back(key, std::move(object));
+}
+
 }  // namespace torvex

@@ -10,6 +10,12 @@
 
 namespace torvex {
 
+/// What a visitor keeps from request to request that is no value, such as the results of a search. Shared between
+/// requests that may run on different threads, one after the other; never changes once it is kept.
+struct SessionObject {
+    virtual ~SessionObject() = default;
+};
+
 /// One visitor's values from request to request. Keys ignore case; a key never written is empty. The requests
 /// of one visitor run one at a time, so nothing here locks.
 ///
@@ -35,6 +41,11 @@ class Session {
     bool isTrue(std::string_view key) const { return get(key).isTrue(); }
     void set(std::string_view key, Value value);
 
+    /// Objects have keys of their own, apart from those of values; null when there is none.
+    std::shared_ptr<const SessionObject> object(std::string_view key) const;
+    /// Null lets it go.
+    void setObject(std::string_view key, std::shared_ptr<const SessionObject> object);
+
     /// Ends the session when the request is done.
     void abandon() { abandoned_ = true; }
     bool isAbandoned() const { return abandoned_; }
@@ -49,6 +60,7 @@ class Session {
     std::string id_;
     std::shared_ptr<const Values> defaults_;
     Values own_;
+    std::vector<std::pair<std::string, std::shared_ptr<const SessionObject>>> objects_;
     int codePage_ = 65001;
     bool abandoned_ = false;
     bool wantsNewToken_ = false;

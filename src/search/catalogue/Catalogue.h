@@ -72,6 +72,8 @@ class Results {
     virtual std::size_t size() const = 0;
     /// The row at `index` < size(). Reads the catalogue again; throws UnavailableError.
     virtual Row row(std::size_t index) const = 0;
+    /// Its path alone, which is all that is needed of a row that isn't shown.
+    virtual std::string path(std::size_t index) const { return row(index).path; }
 };
 
 /// One catalogue, opened for one request and used by one thread. Opening costs some 0.1 ms.
