@@ -17,7 +17,6 @@
 #include "platform/db/Connection.h"
 #include "platform/files/FileSystem.h"
 #include "platform/text/Text.h"
-#include "records/DateWindow.h"
 
 namespace torvex {
 
@@ -27,43 +26,7 @@ constexpr std::string_view fileSent = "0";
 constexpr std::string_view fileNotFound = "-99";
 constexpr std::string_view secureAddressNeeded = "-10";
 
-constexpr std::string_view selectFolderGroups =
-    "select groupId from TORVEX_FOLDERS_GROUPS where fld_type = ? and fld_site = ? and fld_id = ? "
-    "order by groupId";
-constexpr std::string_view selectUserOfFolder =
-    "select a.validFrom, a.validTo from TORVEX_USERS a "
-    "inner join TORVEX_GROUPS_USERS b on a.userId = b.userId "
-    "inner join TORVEX_FOLDERS_GROUPS c on b.groupId = c.groupId "
-    "where a.username = ? and a.password = ? and c.fld_type = ? and c.fld_site = ? and c.fld_id = ?";
 constexpr std::string_view selectMimeType = "select MimeType from TORVEX_MIMETYPES where filetype = ?";
-
-constexpr std::size_t siteLength = 2;
-constexpr std::size_t folderLevelLength = 3;
-
-/// A media folder as the group lists know it.
-struct MediaFolder {
-    std::string_view type;  ///< "img" or "doc"
-    std::string site;
-    std::string id;
-};
-
-int folderVerdict(db::Connection& connection, MediaFolder folder, const Visitor& visitor,
-                  std::string_view today) {
-    double group = inheritedGroup;
-    while (true) {
-        auto rows = connection.query(selectFolderGroups, {folder.type, folder.site, folder.id});
-        if (!rows.next()) return folderAccess::noGroups;
-        group = rows.number("groupId");
-        if (group != inheritedGroup || folder.id.size() < folderLevelLength) break;
-        folder.id.resize(folder.id.size() - folderLevelLength);
-    }
-    if (group <= everybodyGroup) return folderAccess::open;
-    if (visitor.username.empty() && visitor.password.empty()) return folderAccess::noLogin;
-    auto user = connection.query(selectUserOfFolder,
-                                 {visitor.username, visitor.password, folder.type, folder.site, folder.id});
-    const bool isValid = user.next() && isWithin(today, user.text("validFrom"), user.text("validTo"));
-    return isValid ? folderAccess::member : folderAccess::noLogin;
-}
 
 std::string mimeType(db::Connection& connection, const std::string& extension) {
     static constexpr std::array<std::pair<std::string_view, std::string_view>, 7> common = {{
@@ -100,40 +63,13 @@ std::string behindLast(const std::string& text, char divider) {
 }  // namespace
 
 int cServer::checkFolderAccess(const std::string& folder) try {
-    const auto& application = host_.application;
-    if (!host_.session.text(sessionKey::authorName).empty())
-        return folderAccess::open;  // an author sees everything
-    const std::string images = application.text(applicationKey::imagesPath);
-    const std::string documents = application.text(applicationKey::documentsPath);
-    const bool isImage = text::startsWith(folder, images);
-    if (!isImage && !text::startsWith(folder, documents)) return folderAccess::open;
-    if (!application.isTrue(isImage ? applicationKey::imageSecurity : applicationKey::documentSecurity))
-        return folderAccess::open;
-    std::string path = folder.substr((isImage ? images : documents).size());
-    std::erase(path, '/');
-    int code = folderAccess::badPath;
-    if (path.size() >= siteLength) {
-        code = folderAccess::open;
-        if (application.isTrue(applicationKey::isExtranet)) {
-            const Visitor visitor{host_.session.text(sessionKey::visitorName),
-                                  host_.session.text(sessionKey::visitorPassword)};
-            code = folderVerdict(
-                connection(), {isImage ? "img" : "doc", path.substr(0, siteLength), path.substr(siteLength)},
-                visitor, host_.clock.today());
-        }
-    }
-    return isImage && code < 0 ? folderAccess::blankPicture : code;
+    const auto guard = guardedFolder(host_, folder);
+    if (const int* code = std::get_if<int>(&guard)) return *code;
+    const auto& guarded = std::get<GuardedFolder>(guard);
+    const int code = folderVerdict(connection(), guarded, visitorOf(host_), host_.clock.today());
+    return text::equals(guarded.type, "img") && code < 0 ? folderAccess::blankPicture : code;
 } catch (...) {
     raiseFrom("checkFolderAccess !");
-}
-
-bool documentNeedsSecureAddress(const HostContext& host, int access) {
-    if (!text::equals(host.request.serverVariable("https"), "off")) return false;
-    const auto& application = host.application;
-    if (!host.session.text(sessionKey::authorName).empty())
-        return host.session.isTrue(sessionKey::authoringSsl);
-    return application.isTrue(applicationKey::websiteSsl) ||
-           (access == folderAccess::member && application.isTrue(applicationKey::extranetSsl));
 }
 
 std::string cServer::sendBinaryFile(const std::string& fileSpec, bool securityCheck) try {

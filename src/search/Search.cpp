@@ -1,10 +1,14 @@
 #include "search/Search.h"
 
 #include "platform/HostContext.h"
+#include "platform/db/OwnTransaction.h"
 #include "platform/files/FileSystem.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "search/LivePages.h"
+#include "search/SearchError.h"
+#include "search/SearchForm.h"
+#include "search/SearchRecords.h"
 #include "search/SnapshotFiles.h"
 #include "search/SnapshotRenewal.h"
 #include "search/Snapshots.h"
@@ -23,6 +27,33 @@ bool isFolderName(std::string_view lang) {
 }
 
 }  // namespace
+
+template <typename Work>
+void Search::report(std::string_view line, Work&& work) try {
+    asSearchStep(host_, line, work);
+} catch (const SearchError& error) {
+    error_ = error.what();
+}
+
+void Search::saveSearchFormParameters() {
+    keepSearchForm(host_);
+}
+
+std::string Search::getAllProperties(const std::string& site) {
+    std::string properties;
+    report("Error in function getAllProperties (Search module) !",
+           [&] { properties = allSearchProperties(connection_.use(host_), site); });
+    return properties;
+}
+
+void Search::CleanUpDB() {
+    report("Error in function CleanUpDB (Search module) !", [&] {
+        db::inOwnTransaction(host_, [](db::Connection& own) {
+            cleanSearchRecords(own);
+            return db::commit(true);
+        });
+    });
+}
 
 std::string Search::initializePages(const std::string& pageIdent) try {
     db::Connection& connection = connection_.use(host_);
