@@ -20,10 +20,9 @@ values
 insert into TORVEX_GROUPS_USERS (groupId, userId) values
   (2, 1), (2, 2), (3, 2), (4, 3), (2, 4);
 
--- The roots are open, all else asks its parent, but for the pages named below.
+-- The roots are open to everybody. All else asks its parent (89_inherited.sql), but for the pages named below.
 insert into TORVEX_PAGES_GROUPS_DESIGN (pageId, groupId)
-select pageId, case when parent = '' then 1 else 0 end from TORVEX_PAGES_DESIGN
-where pageId not in (41, 42, 141, 142);
+select pageId, 1 from TORVEX_PAGES_DESIGN where parent = '';
 
 insert into TORVEX_PAGES_GROUPS_DESIGN (pageId, groupId) values
   (41, 2), (41, 3), (42, 3), (141, 4), (142, 3);

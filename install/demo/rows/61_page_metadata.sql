@@ -1,5 +1,4 @@
--- Values of the meta tags. Every page has a row for each tag of its site; a page
--- without a value of its own takes the one of its parent.
+-- Values of the meta tags. The rows of pages without a value of their own come at the end, in 89_inherited.sql.
 
 insert into TORVEX_PAGES_METADATA_DESIGN
   (metaData_pageId, metaData_id, metaData_inherited, metaData_value)
@@ -61,12 +60,3 @@ values
   (304, 12, 0, 'Samenruhe und die eingemauerte Probe von 1923.'),
   (306, 12, 0, 'Das Lindhavener Herbarium: 612.000 Bögen, Besuche und Ausleihe.'),
   (308, 12, 0, 'Aufsätze, Datensätze und Berichte des Pflanzeninstituts Lindhaven.');
-
-insert into TORVEX_PAGES_METADATA_DESIGN
-  (metaData_pageId, metaData_id, metaData_inherited, metaData_value)
-select a.pageId, b.metaData_id, 1, ''
-from TORVEX_PAGES_DESIGN a
-inner join TORVEX_METADATA b on b.metaData_site = a.site
-where not exists (
-  select 1 from TORVEX_PAGES_METADATA_DESIGN c
-  where c.metaData_pageId = a.pageId and c.metaData_id = b.metaData_id);

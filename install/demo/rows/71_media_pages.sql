@@ -204,16 +204,3 @@ values
   (317, 12, 0, 'Samen aus der Saatgutbank des Pflanzeninstituts Lindhaven, die abgegeben werden.'),
   (318, 12, 0, 'Tables and methods of the Lindhaven Plant Institute, free to use.'),
   (319, 12, 0, 'Tabellen und Methoden des Pflanzeninstituts Lindhaven zur freien Verwendung.');
-
--- These pages ask their parents who may read, and for the values that they lack.
-insert into TORVEX_PAGES_GROUPS_DESIGN (pageId, groupId)
-select pageId, 0 from TORVEX_PAGES_DESIGN where pageId between 312 and 319;
-
-insert into TORVEX_PAGES_METADATA_DESIGN
-  (metaData_pageId, metaData_id, metaData_inherited, metaData_value)
-select a.pageId, b.metaData_id, 1, ''
-from TORVEX_PAGES_DESIGN a
-inner join TORVEX_METADATA b on b.metaData_site = a.site
-where a.pageId between 312 and 319 and not exists (
-  select 1 from TORVEX_PAGES_METADATA_DESIGN c
-  where c.metaData_pageId = a.pageId and c.metaData_id = b.metaData_id);
