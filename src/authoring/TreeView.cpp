@@ -1,7 +1,9 @@
 // cManager: the trees from which links, images and documents are picked.
 
+#include <algorithm>
 #include <map>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "authoring/TreePage.h"
@@ -62,38 +64,74 @@ struct Tag {
     std::string text;
 };
 
+/// A block as the texts between its tags, so that each of very many nodes is put together in one go. What stands in
+/// for a tag is text for a script, and holds no tags itself.
+class Pattern {
+  public:
+    explicit Pattern(std::string_view block) {
+        constexpr std::string_view begin = "<!--!";
+        constexpr std::string_view end = "!-->";
+        for (;;) {
+            const std::size_t open = block.find(begin);
+            const std::size_t close = open == std::string_view::npos ? open : block.find(end, open);
+            if (close == std::string_view::npos) break;
+            const std::size_t name = open + begin.size();
+            pieces_.push_back(
+                {std::string(block.substr(0, open)), std::string(block.substr(name, close - name))});
+            block.remove_prefix(close + end.size());
+        }
+        rest_ = block;
+    }
+
+    void appendTo(std::string& text, const std::vector<Tag>& tags) const {
+        for (const Piece& piece : pieces_) {
+            text += piece.before;
+            const auto tag =
+                std::find_if(tags.begin(), tags.end(), [&](const Tag& one) { return one.name == piece.tag; });
+            if (tag != tags.end()) text += tag->text;
+        }
+        text += rest_;
+    }
+
+  private:
+    struct Piece {
+        std::string before;
+        std::string tag;
+    };
+
+    std::vector<Piece> pieces_;
+    std::string rest_;
+};
+
 /// The calls that make the nodes, in the making. A node whose parent isn't there is left out: a variable that
 /// is missing would end the script.
 class Calls {
   public:
-    Calls(HostContext& host, const HTMLTemplate& page)
-        : filled_(host), folder_(page.extractBlock("folder")), item_(page.extractBlock("item")) {
+    explicit Calls(const HTMLTemplate& page)
+        : folder_(page.extractBlock("folder")), item_(page.extractBlock("item")) {
         known_.emplace(root);
     }
 
-    void addFolder(const std::string& node, const std::string& parent, std::initializer_list<Tag> tags) {
-        if (add(folder_, node, parent, tags)) known_.insert(node);
+    void addFolder(const std::string& node, const std::string& parent, std::vector<Tag> tags) {
+        if (add(folder_, node, parent, std::move(tags))) known_.insert(node);
     }
-    void addItem(const std::string& node, const std::string& parent, std::initializer_list<Tag> tags) {
-        add(item_, node, parent, tags);
+    void addItem(const std::string& node, const std::string& parent, std::vector<Tag> tags) {
+        add(item_, node, parent, std::move(tags));
     }
     const std::string& text() const { return text_; }
 
   private:
-    bool add(const std::string& block, const std::string& node, const std::string& parent,
-             std::initializer_list<Tag> tags) {
+    bool add(const Pattern& block, const std::string& node, const std::string& parent,
+             std::vector<Tag> tags) {
         if (!known_.contains(parent)) return false;
-        filled_.setStrVal(block);
-        filled_.replaceTag("node", node);
-        filled_.replaceTag("parent", parent);
-        for (const auto& [name, value] : tags) filled_.replaceTag(name, value);
-        text_ += filled_.takeStrVal();
+        tags.push_back({"node", node});
+        tags.push_back({"parent", parent});
+        block.appendTo(text_, tags);
         return true;
     }
 
-    HTMLTemplate filled_;
-    std::string folder_;
-    std::string item_;
+    Pattern folder_;
+    Pattern item_;
     std::set<std::string> known_;
     std::string text_;
 };
@@ -305,7 +343,7 @@ void fillBlocks(HTMLTemplate& page, const Calls& calls) {
 void fillPages(HostContext& host, db::Connection& connection, HTMLTemplate& page, Twin twin,
                const Words& words) {
     page.replaceTag("torvex_url", inTreeScript(host.session.text(sessionKey::url)));
-    Calls calls(host, page);
+    Calls calls(page);
     addWebsites(calls, connection.query(selectWebsites));
     auto rows = connection.query(twin == Twin::Live ? selectPagesLive : selectPagesDesign);
     while (rows.next()) addPage(calls, rows, words);
@@ -317,7 +355,7 @@ void fillImages(HostContext& host, db::Connection& connection, HTMLTemplate& pag
     page.replaceTag("torvex_url", inTreeScript(host.application.text(applicationKey::imagesUrl)));
     const auto files = imagesOf(connection.query(selectImages, {site}));
     page.replaceTag("bigTotal", std::to_string(files.size()));
-    Calls calls(host, page);
+    Calls calls(page);
     addFolders(calls, connection.query(selectImageFolders, {site}), totalsOf(files), words);
     for (const MediaFile& file : files) {
         addFile(calls, file, inTreeScript(site + "/"), extensionOf(file.filename));
@@ -330,7 +368,7 @@ void fillDocuments(HostContext& host, db::Connection& connection, HTMLTemplate& 
     page.replaceTag("torvex_url", inTreeScript(host.application.text(applicationKey::documentsUrl)));
     const auto files = documentsOf(connection.query(selectDocuments, {site}));
     page.replaceTag("bigTotal", std::to_string(files.size()));
-    Calls calls(host, page);
+    Calls calls(page);
     addFolders(calls, connection.query(selectDocumentFolders, {site}), totalsOf(files), words);
     TypeIcons icons(host);
     for (const MediaFile& file : files) {
