@@ -67,6 +67,7 @@ describe("a visitor of the demo", () => {
     await open(7);
     await page.evaluate(() => { window.open = (...call) => { window.opened = call; }; });
     await page.getByRole("link", { name: "list of the old trees" }).click();
+    await page.waitForFunction(() => window.opened);  // a link that runs a script runs it a moment later
     assert.deepEqual(await page.evaluate(() => window.opened), ["/documents/bg/old-trees.csv", "_blank", "noopener"]);
   });
 
