@@ -32,15 +32,13 @@ LineLog::~LineLog() {
 }
 
 void LineLog::warn(std::string_view line) {
-    std::string safe = chainForLog(line, lineCharacters);
-    std::string kind = safe;
-    add(Level::Warning, std::move(kind), 1, std::move(safe));
+    const std::string safe = chainForLog(line, lineCharacters);
+    add(Level::Warning, safe, 1, safe);
 }
 
 void LineLog::error(std::string_view line) {
-    std::string safe = chainForLog(line, lineCharacters);
-    std::string kind = safe;
-    add(Level::Error, std::move(kind), 1, std::move(safe));
+    const std::string safe = chainForLog(line, lineCharacters);
+    add(Level::Error, safe, 1, safe);
 }
 
 /// What the program tells of itself: never many, and none may be missed.
@@ -54,7 +52,7 @@ void LineLog::failure(std::string_view kind, std::string_view line) {
     add(Level::Error, chainForLog(kind), mostFailures, chainForLog(line, lineCharacters * 2));
 }
 
-void LineLog::add(Level level, std::string kind, std::uint64_t most, std::string line) {
+void LineLog::add(Level level, std::string kind, std::uint64_t most, const std::string& line) {
     const std::scoped_lock guard(mutex_);
     const TimePoint now = now_();
     endMinutes(now);

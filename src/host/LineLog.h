@@ -53,7 +53,7 @@ class LineLog final : public OperatorLog {
         std::uint64_t leftOut = 0;
     };
 
-    void add(Level level, std::string kind, std::uint64_t most, std::string line);
+    void add(Level level, std::string kind, std::uint64_t most, const std::string& line);
     void put(Level level, const std::string& line);
     void putCount(const Kind& kind);
     void endMinutes(TimePoint now);
