@@ -19,8 +19,9 @@ namespace torvex {
 bool PageJob::start() {
     const std::string_view token =
         setting_.cookie.token(exchange_->head().field("Cookie"), setting_.isSecure(*exchange_));
-    return setting_.sessions.enter(
-        token, [job = shared_from_this()](SessionLease lease) { job->begin(std::move(lease)); });
+    return setting_.sessions.enter(token, exchange_->origin, [job = shared_from_this()](SessionLease lease) {
+        job->begin(std::move(lease));
+    });
 }
 
 void PageJob::begin(SessionLease lease) {

@@ -61,8 +61,13 @@ struct SessionLimits {
     /// Sessions on probation; the oldest goes first. Too few would lose visitors between their first two
     /// requests.
     std::size_t onProbation = 20'000;
-    /// Sessions in all other states; the one idle for longest goes first.
+    /// Sessions in all other states; the one idle for longest goes first, and those that nobody is logged in
+    /// to before all others.
     std::size_t established = 200'000;
+    /// Of both, those of one address (an IPv6 /64 is one) that nobody is logged in to; the one idle for
+    /// longest goes first. Networks of phones have thousands of people behind one address; more would let a
+    /// few addresses push out everybody else.
+    std::size_t ofOneAddress = 5000;
     /// Requests of one session that wait for their turn; more are refused.
     std::size_t waiting = 64;
 };

@@ -149,6 +149,7 @@ void readLimits(SettingsSection section, ServerOptions& server) {
     section.readSeconds("session_idle_seconds", server.sessions.idle);
     section.readSeconds("session_probation_seconds", server.sessions.probation);
     section.readNumber("sessions", server.sessions.established, 1, 100'000'000);
+    section.readNumber("sessions_per_address", server.sessions.ofOneAddress, 1, 100'000'000);
     section.readNumber("sessions_on_probation", server.sessions.onProbation, 1, 100'000'000);
     section.refuseOthers();
 }

@@ -62,6 +62,7 @@ TEST(NewSettingsFile, CommentedSettingsShowTheDefaults) {
     EXPECT_EQ(given.server.sessions.idle, defaults.server.sessions.idle);
     EXPECT_EQ(given.server.sessions.probation, defaults.server.sessions.probation);
     EXPECT_EQ(given.server.sessions.established, defaults.server.sessions.established);
+    EXPECT_EQ(given.server.sessions.ofOneAddress, defaults.server.sessions.ofOneAddress);
     EXPECT_EQ(given.server.sessions.onProbation, defaults.server.sessions.onProbation);
 }
 

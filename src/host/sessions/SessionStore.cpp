@@ -1,6 +1,7 @@
 #include "host/sessions/SessionStore.h"
 
 #include <algorithm>
+#include <deque>
 #include <fmt/format.h>
 #include <list>
 #include <mutex>
@@ -10,55 +11,128 @@
 
 #include "host/http/Ascii.h"
 #include "platform/Errors.h"
+#include "platform/Keys.h"
 
 namespace torvex {
 
+namespace {
+
+/// Which lists a session is in; those on the left go first.
+enum class Standing { OnProbation, Established, LoggedIn };
+
+/// How long a token that was changed is known as one. Requests that were on their way at that moment arrive
+/// within it.
+constexpr std::chrono::seconds retirement{60};
+/// Of each shard. Beyond it the oldest is like any other token that isn't known.
+constexpr std::size_t mostRetired = 256;
+
+bool isLoggedIn(const Session& session) {
+    return !session.text(sessionKey::visitorName).empty() || !session.text(sessionKey::authorName).empty();
+}
+
+}  // namespace
+
+struct SessionStore::Waiting {
+    Turn turn;
+    std::uint64_t origin;
+};
+
 struct SessionLease::Entry {
-    Entry() : Entry(SessionToken::twoRandom()) {}
-    explicit Entry(const std::array<SessionToken, 2>& random) : token(random[0]), session(random[1].text()) {}
+    explicit Entry(std::uint64_t from) : Entry(SessionToken::twoRandom(), from) {}
+    Entry(const std::array<SessionToken, 2>& random, std::uint64_t from)
+        : token(random[0]), session(random[1].text()), origin(from) {}
 
     SessionToken token;
     Session session;
     SessionStore::TimePoint lastUsed{};
-    bool isKept = false;         ///< it is in its shard, at `place` of one of the two lists
-    bool isEstablished = false;  ///< its cookie has come back
+    std::uint64_t origin;  ///< of its first request
+    Standing standing = Standing::OnProbation;
+    bool isKept = false;  ///< it is in its shard, at `place` of the list of its standing
     bool isBusy = true;
     std::list<Entry*>::iterator place{};
-    std::list<SessionStore::Turn> waiting;
+    std::list<Entry*>* neighbours = nullptr;  ///< the strangers of its origin, it among them
+    std::list<Entry*>::iterator placeAmongThem{};
+    std::list<SessionStore::Waiting> waiting;
 };
 
-/// A part of the store. Both lists are in the order of the last use.
+/// A part of the store. All lists are in the order of the last use.
 struct SessionStore::Shard {
     using Entry = SessionLease::Entry;
     struct Hash {
         std::size_t operator()(const SessionToken& token) const { return token.high; }
     };
+    struct Retired {
+        SessionToken token;
+        TimePoint since;
+    };
 
     mutable std::mutex mutex;
     std::unordered_map<SessionToken, EntryPointer, Hash> entries;
-    std::list<Entry*> onProbation;
-    std::list<Entry*> established;
+    std::array<std::list<Entry*>, 3> byStanding;
+    std::unordered_map<std::uint64_t, std::list<Entry*>> strangers;  ///< by their origin
+    std::deque<Retired> retired;
 
-    std::list<Entry*>& listOf(const Entry& entry) { return entry.isEstablished ? established : onProbation; }
+    std::list<Entry*>& listOf(Standing standing) { return byStanding[static_cast<std::size_t>(standing)]; }
 
-    void add(const EntryPointer& entry, std::size_t room) {
-        std::list<Entry*>& list = listOf(*entry);
+    void add(const EntryPointer& entry, const SessionLimits& limits) {
+        std::list<Entry*>& list = listOf(entry->standing);
         entry->place = list.insert(list.end(), entry.get());
         entry->isKept = true;
         entries.emplace(entry->token, entry);
-        if (list.size() > room) remove(*list.front());
+        if (entry->standing != Standing::LoggedIn) addToStrangers(*entry);
+        makeRoom(*entry, limits);
     }
 
-    void renew(Entry& entry, std::size_t room) {
-        established.splice(established.end(), listOf(entry), entry.place);
-        entry.isEstablished = true;
-        if (established.size() > room) remove(*established.front());
+    void renew(Entry& entry, const SessionLimits& limits) {
+        const Standing before = entry.standing;
+        if (before == Standing::OnProbation) entry.standing = Standing::Established;
+        std::list<Entry*>& list = listOf(entry.standing);
+        list.splice(list.end(), listOf(before), entry.place);
+        if (entry.neighbours)
+            entry.neighbours->splice(entry.neighbours->end(), *entry.neighbours, entry.placeAmongThem);
+        if (before != entry.standing) makeRoom(entry, limits);
     }
 
     void remove(Entry& entry) {
-        listOf(entry).erase(entry.place);
+        listOf(entry.standing).erase(entry.place);
+        if (entry.neighbours) removeFromStrangers(entry);
         entry.isKept = false;
         entries.erase(entry.token);  // the last: it may be the entry's end
+    }
+
+    void retire(const SessionToken& token, TimePoint now) {
+        retired.push_back({token, now});
+        if (retired.size() > mostRetired) retired.pop_front();
+    }
+
+    bool isRetired(const SessionToken& token, TimePoint now) const {
+        return std::any_of(retired.begin(), retired.end(), [&](const Retired& one) {
+            return one.token == token && now - one.since <= retirement;
+        });
+    }
+
+  private:
+    void addToStrangers(Entry& entry) {
+        entry.neighbours = &strangers[entry.origin];
+        entry.placeAmongThem = entry.neighbours->insert(entry.neighbours->end(), &entry);
+    }
+
+    void removeFromStrangers(Entry& entry) {
+        entry.neighbours->erase(entry.placeAmongThem);
+        if (entry.neighbours->empty()) strangers.erase(entry.origin);
+        entry.neighbours = nullptr;
+    }
+
+    /// After one has come into a list.
+    void makeRoom(const Entry& newest, const SessionLimits& limits) {
+        if (newest.neighbours && newest.neighbours->size() > limits.ofOneAddress)
+            remove(*newest.neighbours->front());
+        auto& onProbation = listOf(Standing::OnProbation);
+        if (onProbation.size() > limits.onProbation) remove(*onProbation.front());
+        auto& established = listOf(Standing::Established);
+        auto& loggedIn = listOf(Standing::LoggedIn);
+        if (established.size() + loggedIn.size() > limits.established)
+            remove(established.empty() ? *loggedIn.front() : *established.front());
     }
 };
 
@@ -114,11 +188,11 @@ std::string SessionToken::text() const {
     return fmt::format("{:016x}{:016x}", high, low);
 }
 
-SessionLease::SessionLease(SessionStore& store, std::shared_ptr<Entry> entry, bool isNew)
-    : store_(&store), entry_(std::move(entry)), isNew_(isNew) {}
+SessionLease::SessionLease(SessionStore& store, std::shared_ptr<Entry> entry, Kind kind)
+    : store_(&store), entry_(std::move(entry)), kind_(kind) {}
 
 SessionLease::~SessionLease() {
-    if (entry_ && !isNew_) store_->endTurn(entry_);
+    if (entry_ && !isNew()) store_->endTurn(entry_);
 }
 
 Session& SessionLease::session() {
@@ -137,13 +211,11 @@ std::optional<SessionToken> SessionLease::finish() {
         store_->abandon(entry);
         return std::nullopt;
     }
-    const bool isAskedFor = entry->session.takeTokenRequest();  // of a new session too: its token is new
-    const bool sendsToken = isNew_ || isAskedFor;
-    if (isNew_) {
-        store_->keep(entry);
-    } else if (sendsToken) {
-        store_->giveNewToken(entry);
-    }
+    // Asked in any case: a new session's token is new enough, and mustn't change at the next request.
+    const bool isAskedFor = entry->session.takeTokenRequest();
+    const bool sendsToken = isAskedFor || kind_ == Kind::New;
+    if (sendsToken && isNew()) store_->keep(entry);
+    if (sendsToken && !isNew()) store_->giveNewToken(entry);
     const SessionToken token = entry->token;
     store_->endTurn(entry);
     return sendsToken ? std::optional(token) : std::nullopt;
@@ -157,6 +229,7 @@ SessionStore::SessionStore(const SessionLimits& limits, Now now)
     if (sodium_init() < 0) throw Error("The random number generator can't be used.");
     limits_.onProbation = std::max<std::size_t>(limits_.onProbation / shardCount, 1);
     limits_.established = std::max<std::size_t>(limits_.established / shardCount, 1);
+    limits_.ofOneAddress = std::max<std::size_t>(limits_.ofOneAddress / shardCount, 1);
 }
 
 SessionStore::~SessionStore() = default;
@@ -166,7 +239,8 @@ SessionStore::Shard& SessionStore::shardOf(const SessionToken& token) const {
 }
 
 bool SessionStore::isOutlived(const SessionLease::Entry& entry) const {
-    return now_() - entry.lastUsed > (entry.isEstablished ? limits_.idle : limits_.probation);
+    const bool isOnProbation = entry.standing == Standing::OnProbation;
+    return now_() - entry.lastUsed > (isOnProbation ? limits_.probation : limits_.idle);
 }
 
 SessionStore::EntryPointer SessionStore::findAndRenew(Shard& shard, const SessionToken& token) {
@@ -178,27 +252,30 @@ SessionStore::EntryPointer SessionStore::findAndRenew(Shard& shard, const Sessio
         return nullptr;
     }
     entry->lastUsed = now_();
-    shard.renew(*entry, limits_.established);
+    shard.renew(*entry, limits_);
     return entry;
 }
 
-bool SessionStore::enter(std::string_view token, Turn turn) {
+bool SessionStore::enter(std::string_view token, std::uint64_t origin, Turn turn) {
+    using Kind = SessionLease::Kind;
     const std::optional<SessionToken> known = SessionToken::parse(token);
-    if (!known) return startNew(turn), true;
+    if (!known) return startNew(turn, origin, Kind::New), true;
     EntryPointer entry;
+    Kind otherwise = Kind::New;
     {
         Shard& shard = shardOf(*known);
         const std::scoped_lock guard(shard.mutex);
         entry = findAndRenew(shard, *known);
         if (entry && entry->isBusy) {
             if (entry->waiting.size() >= limits_.waiting) return false;
-            entry->waiting.push_back(std::move(turn));
+            entry->waiting.push_back({std::move(turn), origin});
             return true;
         }
         if (entry) entry->isBusy = true;
+        if (!entry && shard.isRetired(*known, now_())) otherwise = Kind::Passing;
     }
-    if (!entry) return startNew(turn), true;
-    turn(SessionLease(*this, std::move(entry), false));
+    if (!entry) return startNew(turn, origin, otherwise), true;
+    turn(SessionLease(*this, std::move(entry), Kind::Known));
     return true;
 }
 
@@ -210,25 +287,35 @@ void SessionStore::touch(std::string_view token) {
     findAndRenew(shard, *known);
 }
 
-void SessionStore::startNew(const Turn& turn) {
-    turn(SessionLease(*this, std::make_shared<SessionLease::Entry>(), true));
+void SessionStore::startNew(const Turn& turn, std::uint64_t origin, SessionLease::Kind kind) {
+    turn(SessionLease(*this, std::make_shared<SessionLease::Entry>(origin), kind));
 }
 
 void SessionStore::keep(const EntryPointer& entry) {
     Shard& shard = shardOf(entry->token);
     const std::scoped_lock guard(shard.mutex);
     entry->lastUsed = now_();
-    shard.add(entry, entry->isEstablished ? limits_.established : limits_.onProbation);
+    if (isLoggedIn(entry->session)) {
+        entry->standing = Standing::LoggedIn;
+    } else if (entry->standing == Standing::LoggedIn) {
+        entry->standing = Standing::Established;
+    }
+    shard.add(entry, limits_);
 }
 
+/// Those who waited for the session knew the old token, and that may be all that they are.
 void SessionStore::giveNewToken(const EntryPointer& entry) {
+    std::list<Waiting> waiting;
     {
         Shard& shard = shardOf(entry->token);
         const std::scoped_lock guard(shard.mutex);
         if (entry->isKept) shard.remove(*entry);
+        shard.retire(entry->token, now_());
+        waiting.swap(entry->waiting);
     }
     entry->token = SessionToken::random();  // out of all shards, only this thread has the entry
     keep(entry);
+    for (const Waiting& one : waiting) startNew(one.turn, one.origin, SessionLease::Kind::Passing);
 }
 
 void SessionStore::endTurn(const EntryPointer& entry) {
@@ -239,37 +326,37 @@ void SessionStore::endTurn(const EntryPointer& entry) {
             entry->isBusy = false;
             return;
         }
-        next = std::move(entry->waiting.front());
+        next = std::move(entry->waiting.front().turn);
         entry->waiting.pop_front();
     }
-    next(SessionLease(*this, entry, false));
+    next(SessionLease(*this, entry, SessionLease::Kind::Known));
 }
 
 /// Those who waited for the session must not see it any more: they start anew.
 void SessionStore::abandon(const EntryPointer& entry) {
-    std::list<Turn> waiting;
+    std::list<Waiting> waiting;
     {
         Shard& shard = shardOf(entry->token);
         const std::scoped_lock guard(shard.mutex);
         if (entry->isKept) shard.remove(*entry);
         waiting.swap(entry->waiting);
     }
-    for (const Turn& turn : waiting) startNew(turn);
+    for (const Waiting& one : waiting) startNew(one.turn, one.origin, SessionLease::Kind::New);
 }
 
 void SessionStore::sweep() {
     constexpr int most = 500;  // for each list: holds the lock for some 50 microseconds
     for (Shard& shard : *shards_) {
         const std::scoped_lock guard(shard.mutex);
-        for (std::list<SessionLease::Entry*>* list : {&shard.onProbation, &shard.established}) {
-            for (int i = 0; i < most && !list->empty() && isOutlived(*list->front()); ++i) {
-                SessionLease::Entry& oldest = *list->front();
+        for (std::list<SessionLease::Entry*>& list : shard.byStanding) {
+            for (int i = 0; i < most && !list.empty() && isOutlived(*list.front()); ++i) {
+                SessionLease::Entry& oldest = *list.front();
                 if (!oldest.isBusy) {
                     shard.remove(oldest);
                     continue;
                 }
                 oldest.lastUsed = now_();
-                list->splice(list->end(), *list, oldest.place);
+                list.splice(list.end(), list, oldest.place);
             }
         }
     }

@@ -37,13 +37,20 @@ class SessionLease {
   public:
     struct Entry;  ///< what the store keeps for a session
 
-    SessionLease(SessionStore& store, std::shared_ptr<Entry> entry, bool isNew);
+    /// `Known` has the session of the request's token. `New` has one that is kept when the turn ends.
+    /// `Passing` has a new one, too, but came with a token that was changed a moment ago: whoever sent it may
+    /// be holding the new token by now, and a cookie of this turn would overwrite it. So nothing is kept or
+    /// sent, unless the turn itself asks for a token.
+    enum class Kind { Known, New, Passing };
+
+    SessionLease(SessionStore& store, std::shared_ptr<Entry> entry, Kind kind);
     SessionLease(SessionLease&&) noexcept = default;
     SessionLease& operator=(SessionLease&&) = delete;
     ~SessionLease();
 
     Session& session();
-    bool isNew() const { return isNew_; }
+    /// Whether nothing is in the session yet.
+    bool isNew() const { return kind_ != Kind::Known; }
     /// Takes the values now in the new session as those that it starts with, and shares them with other
     /// sessions that start with the same.
     void keepAsDefaults();
@@ -54,11 +61,15 @@ class SessionLease {
   private:
     SessionStore* store_;
     std::shared_ptr<Entry> entry_;  ///< empty when the turn has ended
-    bool isNew_;
+    Kind kind_;
 };
 
 /// The sessions of all visitors. Safe to share between threads; no operation waits for another visitor's
 /// request.
+///
+/// Their number is bounded. Those of strangers go first, and those of an origin that has too many before all
+/// others; a session that somebody is logged in to (as it was when its token was made) goes when nothing else
+/// is left.
 class SessionStore {
   public:
     using TimePoint = std::chrono::steady_clock::time_point;
@@ -72,9 +83,10 @@ class SessionStore {
 
     /// Calls `turn` with the session of the token: at once, or, when earlier requests of the session have not
     /// ended, after them, on the thread that ends the last of them. A token that isn't known (made up, or of
-    /// a session that has ended) is not adopted: it gets a new session. False when too many wait for this
-    /// session already.
-    bool enter(std::string_view token, Turn turn);
+    /// a session that has ended) is not adopted: it gets a new session. When the token is changed meanwhile,
+    /// those who wait under the old one are strangers: each passes with a new session. False when too many
+    /// wait for this session already. `origin` is the same for all requests of one address.
+    bool enter(std::string_view token, std::uint64_t origin, Turn turn);
 
     /// Notes that the visitor has sent the cookie back, without a turn.
     void touch(std::string_view token);
@@ -87,13 +99,14 @@ class SessionStore {
   private:
     friend class SessionLease;
     struct Shard;
+    struct Waiting;
     class DefaultsCache;
     using EntryPointer = std::shared_ptr<SessionLease::Entry>;
 
     Shard& shardOf(const SessionToken& token) const;
     EntryPointer findAndRenew(Shard& shard, const SessionToken& token);
     bool isOutlived(const SessionLease::Entry& entry) const;
-    void startNew(const Turn& turn);
+    void startNew(const Turn& turn, std::uint64_t origin, SessionLease::Kind kind);
     void keep(const EntryPointer& entry);
     void giveNewToken(const EntryPointer& entry);
     void endTurn(const EntryPointer& entry);

@@ -22,7 +22,7 @@ class SessionStoreTest : public testing::Test {
     /// One request: runs `body` with the session and returns the token sent, "" when none is.
     std::string request(std::string_view token, const std::function<void(SessionLease&)>& body = {}) {
         std::string sent;
-        store().enter(token, [&](SessionLease lease) {
+        store().enter(token, origin, [&](SessionLease lease) {
             if (body) body(lease);
             const auto fresh = lease.finish();
             if (fresh) sent = fresh->text();
@@ -33,7 +33,7 @@ class SessionStoreTest : public testing::Test {
     /// Whether the token leads to a session that was there before.
     bool isKnown(std::string_view token) {
         bool isNew = true;
-        store().enter(token, [&](SessionLease lease) { isNew = lease.isNew(); });
+        store().enter(token, origin, [&](SessionLease lease) { isNew = lease.isNew(); });
         return !isNew;
     }
 
@@ -41,6 +41,8 @@ class SessionStoreTest : public testing::Test {
         return [value](SessionLease& lease) { lease.session().set("key", Value(std::string(value))); };
     }
 
+    /// Requests come from this address.
+    std::uint64_t origin = 1;
     SessionLimits limits;
     SessionStore::TimePoint now = SessionStore::TimePoint(1000h);
 
@@ -112,7 +114,7 @@ TEST_F(SessionStoreTest, AnAbandonedSessionIsGone) {
 }
 
 TEST_F(SessionStoreTest, ANewSessionWhoseRequestFailsIsForgotten) {
-    store().enter("", [](SessionLease) {});
+    store().enter("", origin, [](SessionLease) {});
     EXPECT_EQ(store().size(), 0U);
 }
 
@@ -198,9 +200,9 @@ TEST_F(SessionStoreTest, RequestsOfOneSessionHaveTheirTurnsInOrder) {
     const std::string token = request("");
     std::vector<int> order;
     std::optional<SessionLease> running;
-    store().enter(token, [&](SessionLease lease) { running.emplace(std::move(lease)); });
+    store().enter(token, origin, [&](SessionLease lease) { running.emplace(std::move(lease)); });
     for (int i = 0; i < 5; ++i) {
-        store().enter(token, [&, i](SessionLease lease) {
+        store().enter(token, origin, [&, i](SessionLease lease) {
             order.push_back(i);
             lease.finish();
         });
@@ -214,8 +216,8 @@ TEST_F(SessionStoreTest, ATurnThatIsJustDroppedLetsTheNextOneBegin) {
     const std::string token = request("");
     bool hasBegun = false;
     std::optional<SessionLease> running;
-    store().enter(token, [&](SessionLease lease) { running.emplace(std::move(lease)); });
-    store().enter(token, [&](SessionLease) { hasBegun = true; });
+    store().enter(token, origin, [&](SessionLease lease) { running.emplace(std::move(lease)); });
+    store().enter(token, origin, [&](SessionLease) { hasBegun = true; });
     running.reset();
     EXPECT_TRUE(hasBegun);
     EXPECT_TRUE(isKnown(token));
@@ -225,21 +227,21 @@ TEST_F(SessionStoreTest, TooManyWaitingForOneSessionAreRefused) {
     limits.waiting = 2;
     const std::string token = request("");
     std::optional<SessionLease> running;
-    store().enter(token, [&](SessionLease lease) { running.emplace(std::move(lease)); });
-    EXPECT_TRUE(store().enter(token, [](SessionLease) {}));
-    EXPECT_TRUE(store().enter(token, [](SessionLease) {}));
-    EXPECT_FALSE(store().enter(token, [](SessionLease) { ADD_FAILURE(); }));
-    EXPECT_TRUE(store().enter("", [](SessionLease) {}));
+    store().enter(token, origin, [&](SessionLease lease) { running.emplace(std::move(lease)); });
+    EXPECT_TRUE(store().enter(token, origin, [](SessionLease) {}));
+    EXPECT_TRUE(store().enter(token, origin, [](SessionLease) {}));
+    EXPECT_FALSE(store().enter(token, origin, [](SessionLease) { ADD_FAILURE(); }));
+    EXPECT_TRUE(store().enter("", origin, [](SessionLease) {}));
     running->finish();
 }
 
 TEST_F(SessionStoreTest, ThoseWhoWaitForAnAbandonedSessionStartAnew) {
     const std::string token = request("", set("secret"));
     std::optional<SessionLease> running;
-    store().enter(token, [&](SessionLease lease) { running.emplace(std::move(lease)); });
+    store().enter(token, origin, [&](SessionLease lease) { running.emplace(std::move(lease)); });
     std::string found = "not run";
     bool isNew = false;
-    store().enter(token, [&](SessionLease lease) {
+    store().enter(token, origin, [&](SessionLease lease) {
         isNew = lease.isNew();
         found = lease.session().text("key");
     });
@@ -249,20 +251,163 @@ TEST_F(SessionStoreTest, ThoseWhoWaitForAnAbandonedSessionStartAnew) {
     EXPECT_EQ(found, "");
 }
 
-TEST_F(SessionStoreTest, ThoseWhoWaitFollowASessionToItsNewToken) {
-    const std::string token = request("", set("mine"));
+// ---- A token that changes ----
+
+/// A session whose login is running while others wait under its token.
+class TokenChangeTest : public SessionStoreTest {
+  protected:
+    void SetUp() override {
+        token = request("", set("secret"));
+        store().enter(token, origin, [&](SessionLease lease) { running.emplace(std::move(lease)); });
+    }
+    std::string changeToken() {
+        running->session().renewToken();
+        return running->finish().value().text();
+    }
+
+    std::string token;
     std::optional<SessionLease> running;
-    store().enter(token, [&](SessionLease lease) { running.emplace(std::move(lease)); });
-    std::string found;
-    store().enter(token, [&](SessionLease lease) {
+};
+
+TEST_F(TokenChangeTest, ThoseWhoWaitUnderTheOldTokenAreStrangers) {
+    std::string found = "not run";
+    store().enter(token, origin, [&](SessionLease lease) {
         found = lease.session().text("key");
-        EXPECT_FALSE(lease.finish());
+        EXPECT_TRUE(lease.isNew());
+        lease.finish();
     });
-    running->session().renewToken();
-    const auto after = running->finish();
-    EXPECT_EQ(found, "mine");
-    ASSERT_TRUE(after);
-    EXPECT_TRUE(isKnown(after->text()));
+    const std::string after = changeToken();
+    EXPECT_EQ(found, "");
+    EXPECT_TRUE(isKnown(after));
+}
+
+TEST_F(TokenChangeTest, EachOfThemIsAnsweredWithoutACookieThatWouldOverwriteTheNewOne) {
+    int answered = 0;
+    for (int i = 0; i < 3; ++i) {
+        store().enter(token, origin, [&](SessionLease lease) {
+            ++answered;
+            EXPECT_FALSE(lease.finish());
+        });
+    }
+    changeToken();
+    EXPECT_EQ(answered, 3);
+    EXPECT_EQ(store().size(), 1U);
+}
+
+TEST_F(TokenChangeTest, SoIsARequestWithTheOldTokenThatArrivesAMomentLater) {
+    changeToken();
+    now += 59s;
+    EXPECT_EQ(request(token, [](SessionLease& lease) { EXPECT_TRUE(lease.isNew()); }), "");
+    now += 2s;
+    EXPECT_EQ(request(token).size(), 32U);
+}
+
+TEST_F(TokenChangeTest, ALoginWithTheOldTokenGetsASessionOfItsOwn) {
+    const std::string first = changeToken();
+    const std::string second = request(token, [](SessionLease& lease) {
+        lease.session().set("key", Value(std::string("another")));
+        lease.session().renewToken();
+    });
+    EXPECT_EQ(second.size(), 32U);
+    EXPECT_NE(second, first);
+    EXPECT_TRUE(isKnown(second));
+    EXPECT_TRUE(isKnown(first));
+}
+
+TEST_F(TokenChangeTest, OldTokensAreRememberedUpToABound) {
+    std::string other = changeToken();
+    for (int i = 0; i < 16 * 256 * 8; ++i)
+        other = request(other, [](SessionLease& lease) { lease.session().renewToken(); });
+    EXPECT_EQ(request(token).size(), 32U);
+}
+
+TEST_F(SessionStoreTest, ALoginWithoutASessionGetsItsTokenOnce) {
+    const std::string token = request("", [](SessionLease& lease) { lease.session().renewToken(); });
+    EXPECT_EQ(token.size(), 32U);
+    EXPECT_EQ(request(token), "");
+    EXPECT_TRUE(isKnown(token));
+}
+
+// ---- Who goes first ----
+
+void logIn(SessionLease& lease) {
+    lease.session().set("tvx_username", Value(std::string("flora")));
+    lease.session().renewToken();
+}
+
+void logInAsAuthor(SessionLease& lease) {
+    lease.session().set("torvex_username", Value(std::string("iris")));
+    lease.session().renewToken();
+}
+
+TEST_F(SessionStoreTest, StrangersDoNotPushOutSessionsThatSomebodyIsLoggedInTo) {
+    limits.established = 160;
+    const std::string visitor = request(request(""), logIn);
+    const std::string author = request(request(""), logInAsAuthor);
+    const std::string atOnce = request("", logIn);
+    for (int i = 0; i < 5000; ++i) request(request(""));
+    EXPECT_LE(store().size(), 160U);
+    for (const std::string& token : {visitor, author, atOnce}) EXPECT_TRUE(isKnown(token));
+}
+
+TEST_F(SessionStoreTest, ASessionThatIsLoggedOutIsAStrangersAgain) {
+    limits.established = 160;
+    const std::string inside = request(request(""), logIn);
+    const std::string outside = request(inside, [](SessionLease& lease) {
+        lease.session().set("tvx_username", Value(std::string()));
+        lease.session().renewToken();
+    });
+    for (int i = 0; i < 5000; ++i) request(request(""));
+    EXPECT_FALSE(isKnown(outside));
+}
+
+TEST_F(SessionStoreTest, SessionsThatSomebodyIsLoggedInToAreBoundedToo) {
+    limits.established = 160;
+    for (int i = 0; i < 5000; ++i) request("", logIn);
+    EXPECT_LE(store().size(), 160U);
+}
+
+TEST_F(SessionStoreTest, ALoginLivesAsLongAsAnEstablishedSession) {
+    const std::string token = request("", logIn);
+    now += 19min;
+    store().sweep();
+    EXPECT_TRUE(isKnown(token));
+    now += 20min + 1s;
+    store().sweep();
+    EXPECT_EQ(store().size(), 0U);
+}
+
+TEST_F(SessionStoreTest, OneAddressPushesOutNobodyElse) {
+    limits.ofOneAddress = 160;
+    limits.established = 1600;
+    limits.onProbation = 1600;
+    origin = 2;
+    const std::string known = request("");
+    request(known);
+    const std::string fresh = request("");
+    origin = 1;
+    for (int i = 0; i < 10'000; ++i) request(i % 2 == 0 ? "" : request(""));
+    EXPECT_LE(store().size(), 162U);
+    EXPECT_TRUE(isKnown(known));
+    EXPECT_TRUE(isKnown(fresh));
+}
+
+TEST_F(SessionStoreTest, OfOneAddressTheIdlestGoesFirst) {
+    limits.ofOneAddress = 160;
+    const std::string used = request("");
+    for (int i = 0; i < 3000; ++i) {
+        request("");
+        request(used);
+    }
+    EXPECT_TRUE(isKnown(used));
+}
+
+TEST_F(SessionStoreTest, LoginsDoNotCountForTheirAddress) {
+    limits.ofOneAddress = 16;
+    std::vector<std::string> tokens;
+    for (int i = 0; i < 100; ++i) tokens.push_back(request(request(""), logIn));
+    for (int i = 0; i < 1000; ++i) request("");
+    for (const std::string& token : tokens) EXPECT_TRUE(isKnown(token));
 }
 
 TEST_F(SessionStoreTest, ManyThreadsNeverHoldOneSessionTogether) {
@@ -274,7 +419,7 @@ TEST_F(SessionStoreTest, ManyThreadsNeverHoldOneSessionTogether) {
     for (int i = 0; i < 4; ++i) {
         threads.emplace_back([&] {
             for (int k = 0; k < 500; ++k) {
-                const bool taken = store().enter(token, [&](SessionLease lease) {
+                const bool taken = store().enter(token, origin, [&](SessionLease lease) {
                     EXPECT_EQ(++inside, 1);
                     Session& session = lease.session();
                     session.set("count", Value(session.number("count") + 1));

@@ -135,6 +135,40 @@ TEST_F(SessionsTest, ARenewedTokenSendsANewCookie) {
     EXPECT_EQ(get("/count.asp", before).body, "1");
 }
 
+TEST_F(SessionsTest, ARequestThatWaitsBehindALoginIsAStrangersAndLeavesTheLoginItsCookie) {
+    running.page("/login.asp", [this](HostContext& host) {
+        gate.pass();
+        host.session.set("tvx_username", Value(std::string("flora")));
+        host.session.renewToken();
+    });
+    running.page("/who.asp", [](HostContext& host) {
+        host.response.write("<" + host.session.text("tvx_username") + ">");
+    });
+    running.start();
+    const std::string before = get("/count.asp").sessionCookie();
+    RawHttpClient login = running.client();
+    send(login, "/login.asp", before);
+    gate.waitFor(1);
+    RawHttpClient waiting = running.client();
+    send(waiting, "/who.asp", before);
+    std::this_thread::sleep_for(50ms);  // so that it waits
+    gate.open();
+    const std::string after = login.read().sessionCookie();
+    const RawReply stranger = waiting.read();
+    EXPECT_EQ(stranger.body, "<>");
+    EXPECT_EQ(stranger.sessionCookie(), "");
+    EXPECT_EQ(get("/who.asp", after).body, "<flora>");
+}
+
+TEST_F(SessionsTest, ALoginWithoutASessionKeepsTheCookieThatItGot) {
+    running.page("/login.asp", [](HostContext& host) { host.session.renewToken(); });
+    running.start();
+    const std::string cookie = get("/login.asp").sessionCookie();
+    EXPECT_NE(cookie, "");
+    EXPECT_EQ(get("/count.asp", cookie).sessionCookie(), "");
+    EXPECT_EQ(get("/count.asp", cookie).body, "2");
+}
+
 TEST_F(SessionsTest, AnAbandonedSessionIsGone) {
     running.page("/logout.asp", [](HostContext& host) { host.session.abandon(); });
     running.start();
