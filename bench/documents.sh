@@ -4,32 +4,19 @@
 #   bench/documents.sh [READERS] [MEGABYTES]        (default 200 of 256 MB)
 set -euo pipefail
 cd "$(dirname "$0")/.."
+. bench/common.sh
 readers=${1:-200}
 megabytes=${2:-256}
-for tool in curl python3; do
-    command -v $tool >/dev/null ||
-        ${SUDO:-$([ "$(id -u)" -eq 0 ] || echo sudo)} apt-get install -y --no-install-recommends $tool >/dev/null
-done
-
-[ -f build/release/build.ninja ] || cmake --preset release -DTORVEX_TESTS=OFF >/dev/null
-cmake --build --preset release --target torvex >/dev/null
-torvex=$PWD/build/release/torvex
-folder=$(mktemp -d /tmp/torvex-bench-XXXXXX)
-server=
-finish() { [ -z "$server" ] || { kill "$server" 2>/dev/null && wait "$server" 2>/dev/null || true; }; rm -rf "$folder"; }
-trap finish EXIT
-
-port=$((20000 + RANDOM % 10000))
-"$torvex" init "$folder/site" --demo >/dev/null
-site=$("$torvex" sql --install "$folder/site" --json "select site from TORVEX_SITES order by site" |
+need curl python3
+build_torvex
+init_demo
+code=$("$torvex" sql --install "$folder/site" --json "select site from TORVEX_SITES order by site" |
     sed -n '1s/.*"site":"\([^"]*\)".*/\1/p')
-document=/documents/$site/large.bin
-mkdir -p "$folder/site/wwwroot/documents/$site"
+document=/documents/$code/large.zip
+mkdir -p "$folder/site/wwwroot/documents/$code"
 head -c "${megabytes}M" /dev/urandom >"$folder/site/wwwroot$document"
-"$torvex" serve --install "$folder/site" --listen 127.0.0.1:$port 2>"$folder/torvex.log" &
-server=$!
-for _ in $(seq 100); do curl -s -o /dev/null "http://127.0.0.1:$port/error.asp" && break; sleep 0.05; done
-curl -sf -o /dev/null "http://127.0.0.1:$port$document"
+serve_demo
+curl -sf -o /dev/null "$site$document"
 
 # Milliseconds of processor time so far, and the most memory so far.
 used() { awk -v hz="$(getconf CLK_TCK)" '{print int(($14 + $15) * 1000 / hz)}' "/proc/$server/stat"; }

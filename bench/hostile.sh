@@ -9,6 +9,7 @@
 # The attack's own processor time comes from the same cores as the server's.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+. bench/common.sh
 
 seconds=30
 connections=4096
@@ -22,30 +23,12 @@ while [ $# -gt 0 ]; do
     esac
 done
 ulimit -n "$(ulimit -Hn)"
-if [ -z "$torvex" ]; then
-    cmake --preset release >/dev/null
-    cmake --build --preset release >/dev/null
-    torvex=$PWD/build/release/torvex
-fi
-
-folder=$(mktemp -d /tmp/torvex-bench-XXXXXX)
-server=
-attack=
-finish() {
-    for process in $attack $server; do kill "$process" 2>/dev/null && wait "$process" 2>/dev/null || true; done
-    rm -rf "$folder"
-}
-trap finish EXIT
-
-port=$((20000 + RANDOM % 10000))
-site=http://127.0.0.1:$port
-"$torvex" init "$folder/site" --demo >/dev/null
+need curl python3
+build_torvex
+init_demo
 head -c 50000000 /dev/zero >"$folder/site/wwwroot/big.zip"
-"$torvex" serve --install "$folder/site" --listen 127.0.0.1:$port 2>"$folder/torvex.log" &
-server=$!
-for _ in $(seq 100); do curl -s -o /dev/null "$site/error.asp" && break; sleep 0.05; done
-page=$(curl -s -o /dev/null -w '%{redirect_url}' "$site/")
-page=${page#"$site"}
+serve_demo
+page=$(home_page)
 static=/stylesheets/shared/core.css
 
 memory() { awk -v name="$1:" '$1 == name {printf "%.0f MB", $2 / 1024}' "/proc/$server/status"; }
@@ -55,10 +38,10 @@ python3 bench/hostile.py visit "$port" 5 "$page" "$static"
 echo "under attack ($(nproc) cores for the server, the attack and the visitor)"
 python3 bench/hostile.py attack "$port" "$connections" "$((seconds + 5))" "$page" /big.zip &
 attack=$!
+processes+=("$attack")
 sleep 4
 python3 bench/hostile.py visit "$port" "$seconds" "$page" "$static"
 wait $attack
-attack=
 echo "resident: $(memory VmRSS)"
 
 before=$(memory VmRSS)

@@ -8,6 +8,8 @@
 # figures of each program in order, and their median. Everything runs on 127.0.0.1 and in a temporary folder.
 # Needs wrk (Debian's package).
 set -euo pipefail
+# shellcheck source=bench/common.sh
+. "$(dirname "$0")/common.sh"
 
 if [ $# -lt 3 ]; then
     echo "usage: $0 ROUNDS SECONDS PROGRAM..." >&2
@@ -18,22 +20,15 @@ seconds=$2
 shift 2
 programs=("$@")
 
-folder=$(mktemp -d /tmp/torvex-paired-XXXXXX)
+need wrk curl
 servers=()
-finish() {
-    for server in "${servers[@]}"; do kill "$server" 2>/dev/null && wait "$server" 2>/dev/null || true; done
-    rm -rf "$folder"
-}
-trap finish EXIT
-
 port=$((20000 + RANDOM % 10000))
 "${programs[0]}" init "$folder/site" --demo >/dev/null
 for i in "${!programs[@]}"; do
     cp -r "$folder/site" "$folder/site$i"
     "${programs[i]}" migrate --install "$folder/site$i" >/dev/null
-    "${programs[i]}" serve --install "$folder/site$i" --listen "127.0.0.1:$((port + i))" 2>"$folder/log$i" &
-    servers+=($!)
-    for _ in $(seq 100); do curl -s -o /dev/null "http://127.0.0.1:$((port + i))/error.asp" && break; sleep 0.05; done
+    serve "${programs[i]}" "$folder/site$i" "$((port + i))" "$folder/log$i"
+    servers+=("$server")
 done
 
 ticks() { awk '{print $14 + $15}' "/proc/$1/stat"; }

@@ -11,6 +11,7 @@
 # 127.0.0.1 and in a temporary folder. What is missing (nginx, wrk) is installed from Debian's packages.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+. bench/common.sh
 
 seconds=5
 rounds=3
@@ -24,37 +25,15 @@ while [ $# -gt 0 ]; do
     esac
 done
 
-for tool in nginx wrk curl; do
-    PATH=$PATH:/usr/sbin command -v $tool >/dev/null && continue
-    echo "installing $tool"
-    ${SUDO:-$([ "$(id -u)" -eq 0 ] || echo sudo)} apt-get install -y --no-install-recommends $tool >/dev/null
-done
-
-[ -f build/release/build.ninja ] || cmake --preset release -DTORVEX_TESTS=OFF >/dev/null
-cmake --build --preset release --target torvex >/dev/null
-torvex=$PWD/build/release/torvex
-
-folder=$(mktemp -d /tmp/torvex-bench-XXXXXX)
-server=
-nginx=
-finish() {
-    for process in $server $nginx; do kill "$process" 2>/dev/null && wait "$process" 2>/dev/null || true; done
-    rm -rf "$folder"
-}
-trap finish EXIT
-
-port=$((20000 + RANDOM % 10000))
-nginx_port=$((port + 10001))
-site=http://127.0.0.1:$port
-"$torvex" init "$folder/site" --demo >/dev/null
+need nginx wrk curl
+build_torvex
+init_demo
 [ -z "$plain" ] || "$torvex" sql --install "$folder/site" "update TORVEX_SETUP set value = '0'
     where parameter in ('torvex_hyperlink_check', 'torvex_extranet') and loginId = 0" >/dev/null
-"$torvex" serve --install "$folder/site" --listen 127.0.0.1:$port 2>"$folder/torvex.log" &
-server=$!
-for _ in $(seq 100); do curl -s -o /dev/null "$site/error.asp" && break; sleep 0.05; done
+nginx_port=$((port + 10001))
+serve_demo
 
-page=$(curl -s -o /dev/null -w '%{redirect_url}' "$site/")
-page=${page#"$site"}
+page=$(home_page)
 static=/stylesheets/shared/core.css
 mkdir -p "$folder/www/stylesheets/shared" "$folder/nginx"
 chmod 755 "$folder"
@@ -81,6 +60,7 @@ http {
 CONF
 PATH=$PATH:/usr/sbin nginx -c "$folder/nginx/nginx.conf" 2>/dev/null &
 nginx=$!
+processes+=("$nginx")
 sleep 0.5
 
 # Processor time of a process and its children, in clock ticks.
