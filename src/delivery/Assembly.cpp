@@ -35,6 +35,8 @@ class VisitorsView final : public AssemblyView {
     VisitorsView(HostContext& host, db::Connection& connection, const PageRecord& record)
         : host_(host), connection_(connection), record_(record), today_(host.clock.today()) {}
 
+    bool hasLoginForm() const { return hasLoginForm_; }
+
     AssemblyPage page() override {
         return {record_.pageId,
                 record_.nodeId,
@@ -53,6 +55,8 @@ class VisitorsView final : public AssemblyView {
     void countSubPage(PageId pageId) override {
         asLevel("logPage!", [&] { countView(host_, nodeIdFrom(connection_, pageId)); });
     }
+
+    void noteLoginForm() override { hasLoginForm_ = true; }
 
     std::string templateFile(PageId pageId) override {
         return liveFile("getTemplateFile !", contentTemplateStatements, host_, connection_, pageId);
@@ -91,6 +95,7 @@ class VisitorsView final : public AssemblyView {
     db::Connection& connection_;
     const PageRecord& record_;
     const std::string today_;
+    bool hasLoginForm_ = false;
 };
 
 }  // namespace
@@ -98,7 +103,10 @@ class VisitorsView final : public AssemblyView {
 std::string cServer::torvex_preparePage(const std::string& applicationSubTitle) try {
     if (record_.nodeId.size() < PageIdentity::rootLength || !(record_.pageId > 0)) return {};
     VisitorsView view(host_, connection(), record_);
-    return assemblePage(host_, connection(), view, modules_, text::lowerTrim(applicationSubTitle));
+    std::string html =
+        assemblePage(host_, connection(), view, modules_, text::lowerTrim(applicationSubTitle));
+    hasLoginForm_ = view.hasLoginForm();
+    return html;
 } catch (...) {
     raiseFrom("torvex_preparePage !");
 }

@@ -198,7 +198,10 @@ class PageAssembly {
         const auto& application = host_.application;
         const bool secure =
             application.isTrue(applicationKey::websiteSsl) || application.isTrue(applicationKey::extranetSsl);
-        base_.replaceTag("torvex_loginURL", siteAddress(secure) + "/tvxLogin.asp");
+        if (base_.tagExists("torvex_loginURL")) {
+            view_.noteLoginForm();
+            base_.replaceTag("torvex_loginURL", siteAddress(secure) + "/tvxLogin.asp");
+        }
         const bool loggedIn = !host_.session.text(sessionKey::visitorName).empty();
         base_.replaceAllBlocks(loggedIn ? "torvex_noUserLoggedIn" : "torvex_userLoggedIn", "");
         if (host_.session.isTrue(sessionKey::loginError)) {

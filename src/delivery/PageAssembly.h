@@ -36,6 +36,8 @@ class AssemblyView {
     virtual bool canLeadTo(PageId pageId) = 0;
     /// Told of the sub-page of an application that is shown in the page's place.
     virtual void countSubPage(PageId pageId) = 0;
+    /// Told that the page has a form to log in with.
+    virtual void noteLoginForm() {}
 
     // The files in force for a page, "" for none.
     virtual std::string templateFile(PageId pageId) = 0;

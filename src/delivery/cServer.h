@@ -108,6 +108,8 @@ class cServer {
     /// behind "error:" when a template is missing. `applicationSubTitle` picks a sub-template of an
     /// application page.
     std::string torvex_preparePage(const std::string& applicationSubTitle = "");
+    /// Whether the page that was prepared last has a form to log in with.
+    bool hasLoginForm() const { return hasLoginForm_; }
     // The files in force for a page. Delivery never reads design data: `mode` is ignored.
     std::string getTemplateFile(const std::string& pageIdent, const std::string& mode = "L");
     std::string getStylesheetFile(const std::string& pageIdent, const std::string& mode = "L");
@@ -153,6 +155,7 @@ class cServer {
     PageModules* modules_;
     db::ConnectionSource connection_;
     PageRecord record_;
+    bool hasLoginForm_ = false;
 };
 
 }  // namespace torvex

@@ -93,8 +93,7 @@ class HttpServer::Implementation {
           sessions_(options_.sessions),
           workers_(workerCount(options_), options_.queuedPages, options_.mostWorkers),
           pipeline_({services, log, std::move(served.startSession), sessions_, workers_, root_.get(),
-                     StaticFileOptions{options_.smallFile, 0, "private, no-cache", options_.uploadFolders,
-                                       options_.fileTypes},
+                     guardedFiles("private, no-cache"), guardedFiles("private, no-store"),
                      options_.secureCookies, SessionCookie(schemesOf(options_)), HostNames(options_.hosts),
                      options_.httpsAlone, options_.limits},
                     std::move(served.pages), root_ ? std::move(served.guards) : std::vector<FileGuard>()) {
@@ -132,6 +131,10 @@ class HttpServer::Implementation {
     }
 
   private:
+    StaticFileOptions guardedFiles(std::string cacheControl) const {
+        return {options_.smallFile, 0, std::move(cacheControl), options_.uploadFolders, options_.fileTypes};
+    }
+
     void listen() {
         const bool both = tls_ && options_.tlsPort;
         checkAddressIsFree(options_.address, options_.port);

@@ -8,6 +8,7 @@
 #include "host/http/RequestConversion.h"
 #include "host/http/ResponseConversion.h"
 #include "installation/ScriptTimeouts.h"
+#include "pages/NoStore.h"
 #include "pages/PageRoute.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
@@ -68,12 +69,15 @@ void PageJob::openSession(HostContext& context) {
 }
 
 Answer PageJob::runPage(HostContext& context) {
+    bool isPersonal = false;
     try {
         openSession(context);
+        isPersonal = holdsLogin(context.session);
         exchange_->page->handler(context);
     } catch (const ResponseEnded&) {
         isSessionReady_ = true;
     }
+    if (isPersonal || holdsLogin(context.session)) forbidStoring(context.response);
     return toAnswer(std::move(context.response));
 }
 
@@ -85,9 +89,13 @@ Answer PageJob::runGuard(HostContext& context) {
     } catch (const ResponseEnded&) {
         isSessionReady_ = true;
     }
+    const bool isPersonal = holdsLogin(context.session);
     if (mayRead)
-        return fileAnswer(*setting_.root, exchange_->target.path, exchange_->head(), setting_.guardedFiles);
-    return context.response.isTouched() ? toAnswer(std::move(context.response)) : errorPages::page(403);
+        return fileAnswer(*setting_.root, exchange_->target.path, exchange_->head(),
+                          isPersonal ? setting_.membersFiles : setting_.guardedFiles);
+    if (!context.response.isTouched()) return errorPages::page(403);
+    if (isPersonal) forbidStoring(context.response);
+    return toAnswer(std::move(context.response));
 }
 
 Answer PageJob::failed(std::string_view error) {

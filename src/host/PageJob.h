@@ -26,6 +26,7 @@ struct PageSetting {
     WorkerPool& workers;
     const RootFolder* root;  ///< of guarded files
     StaticFileOptions guardedFiles;
+    StaticFileOptions membersFiles;  ///< the same for somebody who has logged in
     bool secureCookies;
     SessionCookie cookie;
     HostNames hosts;
