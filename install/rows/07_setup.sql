@@ -27,6 +27,8 @@ insert into TORVEX_SETUP (parameter, value, dataType, loginId) values
   ('torvex_interface_charset', 'utf-8', 'C', 0),
   ('torvex_WinHTTP_version', '5', 'N', 0),
   ('torvex_XMLParser_version', '4', 'N', 0),
+  ('tvx_contentPolicy', 'report-only', 'C', 0),
+  ('tvx_contentPolicy_sources', '', 'C', 0),
   ('tvx_log_IP_filter', '', 'C', 0),
   ('torvex_access_IP_filter', '', 'C', 0),
   ('torvex_password_store', '', 'C', 0),

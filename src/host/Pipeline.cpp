@@ -36,6 +36,12 @@ std::string_view allowedMethods(const Exchange& exchange) {
     return exchange.page && exchange.page->acceptsPost ? "GET, HEAD, POST" : "GET, HEAD";
 }
 
+bool isBodyType(const Exchange& exchange) {
+    const std::string_view type = exchange.head().field("Content-Type");
+    if (!exchange.page || exchange.page->bodyType.empty()) return isFormType(type);
+    return isMediaType(type, exchange.page->bodyType);
+}
+
 /// The same over https. A port belongs to its scheme alone.
 std::string secureAddress(const Exchange& exchange, std::uint16_t tlsPort) {
     const std::string_view name = hostName(exchange.host);
@@ -120,8 +126,7 @@ std::optional<Answer> Pipeline::checkBody(const Exchange& exchange) const {
     const RequestHead& head = exchange.head();
     const std::string_view expectation = head.field("Expect");
     if (!expectation.empty() && !ascii::equals(expectation, "100-continue")) return errorPages::page(417);
-    if (head.method == Method::Post && head.hasBody && !isFormType(head.field("Content-Type")))
-        return errorPages::page(415);
+    if (head.method == Method::Post && head.hasBody && !isBodyType(exchange)) return errorPages::page(415);
     return std::nullopt;
 }
 

@@ -23,6 +23,9 @@ struct PageRoute {
     bool acceptsPost = false;
     /// Bytes that a post may bring; without a value, as many as the server takes in general.
     std::optional<std::uint64_t> bodyLimit{};
+    /// In place of forms, a post may bring a text of this media type, which is the form's field of the type's
+    /// second half: "application/csp-report" gives "csp-report".
+    std::string bodyType{};
 };
 
 /// A folder of public files whose readers are checked one by one.

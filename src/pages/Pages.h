@@ -3,6 +3,7 @@
 namespace torvex {
 
 class GuessThrottle;
+class PolicyReports;
 struct HostContext;
 
 // One function for each address of the server's own, in a file of its own.
@@ -10,7 +11,7 @@ struct HostContext;
 /// "/": leads to the installation's default page.
 void homePage(HostContext& host);
 /// "/tvx.asp?pageId=N": a page, or the way to what the visitor has to see instead.
-void tvxPage(HostContext& host);
+void tvxPage(HostContext& host, const PolicyReports& reports);
 /// "/frameset.asp?pageId=N": the frame set around a page, with the functions that links in frames mode call.
 void framesetPage(HostContext& host);
 /// "/redirect.asp?pageId=N": leaves whatever frame it is loaded in and opens the page anew.
@@ -21,5 +22,8 @@ void loginPage(HostContext& host, GuessThrottle& throttle);
 void logoutPage(HostContext& host);
 /// "/error.asp?pageId=N&error=VALUE": tells a visitor why there is no page, with a fitting status.
 void errorPage(HostContext& host);
+
+/// "/tvxReport.asp", posted by browsers: what a page's content policy forbids, for the log.
+void policyReportPage(HostContext& host, PolicyReports& reports);
 
 }  // namespace torvex

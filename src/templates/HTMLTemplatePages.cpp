@@ -4,9 +4,11 @@
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
+#include "platform/text/ScriptText.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "templates/ApplicationTemplate.h"
+#include "templates/FramesScript.h"
 #include "templates/HTMLTemplate.h"
 
 namespace torvex {
@@ -23,6 +25,11 @@ PageId HTMLTemplate::loadAppTpl(const std::string& pageIdent, const std::string&
     raiseFrom("loadAppTpl !");
 }
 
+std::string framesScript(const PageIdentity& page) {
+    return fmt::format("if (window.top.navigation) {{window.top.navigation('{}','{}')}}",
+                       text::fromNumber(page.pageId), scriptText(page.nodeId));
+}
+
 void HTMLTemplate::syncFrames(const std::string& pageIdent) try {
     if (!host_.application.isTrue(applicationKey::usesFrames)) return;
     tellFrames(identify(connection_.use(host_), pageIdent));
@@ -32,11 +39,7 @@ void HTMLTemplate::syncFrames(const std::string& pageIdent) try {
 
 void HTMLTemplate::tellFrames(const PageIdentity& page) {
     if (!page.isValid()) return;
-    const std::string script = fmt::format(
-        "<script language=\"JavaScript\">if (window.top.navigation) "
-        "{{window.top.navigation('{}','{}')}}</script>"
-        "</body>",
-        text::fromNumber(page.pageId), jsEncode(page.nodeId));
+    const std::string script = "<script language=\"JavaScript\">" + framesScript(page) + "</script></body>";
     buffer_ = text::replaceAll(buffer_, "</body>", script);
 }
 

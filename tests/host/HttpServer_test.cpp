@@ -140,6 +140,58 @@ TEST_F(HttpServerTest, AHostThatIsNotAnsweredIsToldSo) {
     EXPECT_EQ(connection.ask("GET /hello.asp HTTP/1.1\r\nHost: www.site.test\r\n\r\n").status, 200);
 }
 
+TEST_F(HttpServerTest, WhatASessionWithALoginGetsIsKeptNowhere) {
+    const test::PublicFolder folder;
+    folder.write("guarded/a.txt", "x");
+    running.options.rootFolder = folder.path();
+    bool mayRead = true;
+    running.guards.push_back(
+        {"/guarded/", [] { return true; }, [&](HostContext&, std::string_view) { return mayRead; }});
+    running.page("/login.asp", [](HostContext& host) { host.session.set("tvx_username", "ann"); });
+    running.page("/author.asp", [](HostContext& host) { host.session.set("torvex_username", "sa"); });
+    running.page("/control.asp", [](HostContext& host) { host.response.cacheControl = "no-cache"; });
+    running.page("/ended.asp", [](HostContext& host) { host.response.end(); });
+    running.page("/logout.asp", [](HostContext& host) { host.session.set("tvx_username", ""); });
+    start();
+    for (const char* login : {"/login.asp", "/author.asp"}) {
+        const RawReply reply = get(login);
+        EXPECT_EQ(reply.field("Cache-Control"), "no-store");
+        const std::string cookie = "Cookie: " + reply.sessionCookie() + "\r\n";
+        EXPECT_EQ(get("/hello.asp", cookie).field("Cache-Control"), "no-store");
+        EXPECT_EQ(get("/ended.asp", cookie).field("Cache-Control"), "no-store");
+        EXPECT_EQ(get("/control.asp", cookie).field("Cache-Control"), "no-cache, no-store");
+        EXPECT_EQ(get("/guarded/a.txt", cookie).field("Cache-Control"), "private, no-store");
+        mayRead = false;
+        EXPECT_EQ(get("/guarded/a.txt", cookie).status, 403);
+        mayRead = true;
+    }
+    const std::string cookie = "Cookie: " + get("/login.asp").sessionCookie() + "\r\n";
+    EXPECT_EQ(get("/logout.asp", cookie).field("Cache-Control"), "no-store");
+    EXPECT_EQ(get("/hello.asp", cookie).field("Cache-Control"), "private, no-cache");
+    EXPECT_EQ(get("/guarded/a.txt").field("Cache-Control"), "private, no-cache");
+}
+
+TEST_F(HttpServerTest, APageMayTakeATextInPlaceOfAForm) {
+    running.pages.push_back(
+        {"/text.asp", [](HostContext& host) { host.response.write(host.request.formField("csp-report")); },
+         true, 100, "application/csp-report"});
+    start();
+    const auto post = [&](const std::string& type, const std::string& body) {
+        return client().ask("POST /text.asp HTTP/1.1\r\nHost: a\r\nContent-Type: " + type +
+                            "\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body);
+    };
+    EXPECT_EQ(post("Application/CSP-Report; charset=utf-8", "{\"a=b&c\"}").body, "{\"a=b&c\"}");
+    EXPECT_EQ(post("application/x-www-form-urlencoded", "csp-report=x").status, 415);
+    EXPECT_EQ(post("application/csp-report", std::string(101, 'x')).status, 413);
+}
+
+TEST_F(HttpServerTest, PagesOfTheServersOwnRunNoScript) {
+    start();
+    for (const char* target : {"/nothing.asp", "/%zz"})
+        EXPECT_THAT(get(target).field("Content-Security-Policy"),
+                    testing::AllOf(HasSubstr("default-src 'none'"), Not(HasSubstr("script-src"))));
+}
+
 TEST_F(HttpServerTest, AnUnknownAddressIsNotFound) {
     start();
     const RawReply reply = get("/nothing.asp");

@@ -14,11 +14,12 @@ std::vector<std::string> paths(bool onlyPosted) {
     return found;
 }
 
-TEST(Routes, OnlyLoginAndLogoutTakeAPost) {
-    EXPECT_THAT(paths(true), ::testing::UnorderedElementsAre("/tvxlogin.asp", "/tvxlogout.asp"));
+TEST(Routes, OnlyLoginsLogoutsAndReportsOfBrowsersTakeAPost) {
+    EXPECT_THAT(paths(true),
+                ::testing::UnorderedElementsAre("/tvxlogin.asp", "/tvxlogout.asp", "/tvxreport.asp"));
 }
 
-TEST(Routes, LoginAndLogoutTakeNoMoreThanSuchFormsNeed) {
+TEST(Routes, APostBringsNoMoreThanItNeeds) {
     for (const PageRoute& route : pageRoutes()) {
         if (!route.acceptsPost) continue;
         EXPECT_EQ(route.bodyLimit, 16U * 1024) << route.path;

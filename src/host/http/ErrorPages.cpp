@@ -1,5 +1,6 @@
 #include "host/http/ErrorPages.h"
 
+#include "pages/ContentPolicy.h"
 #include "pages/visitors/MessagePage.h"
 
 namespace torvex::errorPages {
@@ -71,6 +72,7 @@ Wording wordingOf(int status) {
 }
 
 Answer compose(int status, std::string_view reference) {
+    static const std::string policy = ownPagePolicy();
     const Wording wording = wordingOf(status);
     Answer answer;
     answer.status = status;
@@ -80,6 +82,7 @@ Answer compose(int status, std::string_view reference) {
                                    .reference = std::string(reference)});
     answer.addField("Content-Type", "text/html; charset=utf-8");
     answer.addField("Cache-Control", "no-store");
+    answer.addField("Content-Security-Policy", policy);
     return answer;
 }
 

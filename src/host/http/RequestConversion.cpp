@@ -1,6 +1,7 @@
 #include "host/http/RequestConversion.h"
 
 #include "host/http/Exchange.h"
+#include "pages/PageRoute.h"
 
 namespace torvex {
 
@@ -43,11 +44,22 @@ NamedValues serverVariables(const Exchange& exchange) {
     return variables;
 }
 
+NamedValues formOf(const Exchange& exchange) {
+    if (exchange.page && !exchange.page->bodyType.empty()) {
+        const std::string& type = exchange.page->bodyType;
+        return {{type.substr(type.find('/') + 1), exchange.body()}};
+    }
+    return isFormType(exchange.head().field("Content-Type")) ? parseQuery(exchange.body()) : NamedValues();
+}
+
 }  // namespace
 
+bool isMediaType(std::string_view contentType, std::string_view type) {
+    return ascii::equals(ascii::trimmed(contentType.substr(0, contentType.find(';'))), type);
+}
+
 bool isFormType(std::string_view contentType) {
-    const std::string_view type = contentType.substr(0, contentType.find(';'));
-    return ascii::equals(ascii::trimmed(type), "application/x-www-form-urlencoded");
+    return isMediaType(contentType, "application/x-www-form-urlencoded");
 }
 
 std::size_t formFields(std::string_view body) {
@@ -57,9 +69,7 @@ std::size_t formFields(std::string_view body) {
 }
 
 Request toRequest(const Exchange& exchange) {
-    const bool isForm = isFormType(exchange.head().field("Content-Type"));
-    return Request(std::string(exchange.target.query), isForm ? parseQuery(exchange.body()) : NamedValues(),
-                   serverVariables(exchange));
+    return Request(std::string(exchange.target.query), formOf(exchange), serverVariables(exchange));
 }
 
 std::string_view cookie(std::string_view cookieField, std::string_view name) {

@@ -17,6 +17,9 @@ Request toRequest(const Exchange& exchange);
 /// Whether a body of this type can be read as a form.
 bool isFormType(std::string_view contentType);
 
+/// Whether a Content-Type field names the media type.
+bool isMediaType(std::string_view contentType, std::string_view type);
+
 /// How many fields a form has at most, without reading them.
 std::size_t formFields(std::string_view body);
 

@@ -1,5 +1,6 @@
 #include <array>
 
+#include "pages/ContentPolicy.h"
 #include "pages/Pages.h"
 #include "pages/visitors/MessagePage.h"
 #include "platform/HostContext.h"
@@ -72,6 +73,7 @@ void errorPage(HostContext& host) {
     }
     host.response.status = error.status;
     host.response.cacheControl = "no-store";
+    host.response.addHeader("Content-Security-Policy", ownPagePolicy());
     host.response.write(messagePageHtml(page));
 }
 

@@ -1,3 +1,4 @@
+#include "pages/ContentPolicy.h"
 #include "pages/Pages.h"
 #include "pages/visitors/MessagePage.h"
 #include "platform/ApplicationValues.h"
@@ -15,6 +16,7 @@ void homePage(HostContext& host) {
         return;
     }
     host.response.status = 404;
+    host.response.addHeader("Content-Security-Policy", ownPagePolicy());
     host.response.write(messagePageHtml(
         {.title = "There is no home page yet",
          .explanation = "This server runs, but its owners have not chosen a page to begin with.",

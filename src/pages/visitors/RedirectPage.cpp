@@ -1,3 +1,4 @@
+#include "pages/ContentPolicy.h"
 #include "pages/Pages.h"
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
@@ -14,10 +15,12 @@ void redirectPage(HostContext& host) {
                                 text::urlEncode(text::trim(host.request.queryString("pageId")));
     if (!frames) return host.response.redirect(address);
     // In a frame only a script can take the whole window along; the encoded address needs no further quoting.
+    const std::string script = "window.top.location.replace('" + address + "');";
+    host.response.addHeader("Content-Security-Policy", ownPagePolicy(scriptSource(script)));
     host.response.write(
         "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>One moment</title>\n"
-        "<script>window.top.location.replace('" +
-        address + "');</script>\n</head>\n<body>\n<p><a href=\"" + address +
+        "<script>" +
+        script + "</script>\n</head>\n<body>\n<p><a href=\"" + address +
         "\" target=\"_top\">Continue to the page</a></p>\n</body>\n</html>\n");
 }
 

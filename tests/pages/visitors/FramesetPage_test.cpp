@@ -1,8 +1,10 @@
 #include <gmock/gmock.h>
 
+#include "pages/ContentPolicy.h"
 #include "pages/Pages.h"
 #include "platform/text/Text.h"
 #include "support/LinksTest.h"
+#include "support/PageAnswer.h"
 
 namespace torvex::test {
 namespace {
@@ -30,6 +32,20 @@ TEST_P(FramesetPageTest, DefinesWhatLinksCall) {
     for (const auto* name :
          {"torvex_empty = ''", "function page(", "function popup(", "function navigation("}) {
         EXPECT_THAT(html, HasSubstr(name));
+    }
+}
+
+TEST_P(FramesetPageTest, RunsItsOwnScriptsAlone) {
+    for (const auto* query : {"pageId=12", "pageId={{script}}"}) {
+        const std::string& html = show(query);
+        const std::size_t begin = html.find("<script>") + 8;
+        const std::string script = html.substr(begin, html.find("</script>", begin) - begin);
+        EXPECT_THAT(script, HasSubstr("function navigation("));
+        EXPECT_EQ(html.find("<script>", begin), std::string::npos);
+        const std::string policy = header(host, "Content-Security-Policy");
+        EXPECT_THAT(policy, HasSubstr("script-src 'self'" + scriptSource(script) + ";"));
+        EXPECT_THAT(policy, Not(HasSubstr("script-src 'self' 'unsafe-inline'")));
+        EXPECT_THAT(policy, HasSubstr("frame-ancestors 'self'"));
     }
 }
 

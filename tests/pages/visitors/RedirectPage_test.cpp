@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "pages/ContentPolicy.h"
 #include "pages/Pages.h"
 #include "support/PageAnswer.h"
 #include "support/TestHost.h"
@@ -26,6 +27,15 @@ TEST(RedirectPage, TakesTheWholeWindowAlongWithFrames) {
     EXPECT_EQ(host.response.status, 200);
     EXPECT_THAT(host.response.body(), HasSubstr("window.top.location.replace('/frameset.asp?pageId=12')"));
     EXPECT_THAT(host.response.body(), HasSubstr("href=\"/frameset.asp?pageId=12\" target=\"_top\""));
+}
+
+TEST(RedirectPage, RunsItsOwnScriptAlone) {
+    test::TestHost host;
+    host.application.set("torvex_frames", true);
+    host.request = Request("pageId=12", {}, {});
+    redirectPage(host.context());
+    EXPECT_THAT(test::header(host, "Content-Security-Policy"),
+                HasSubstr(scriptSource("window.top.location.replace('/frameset.asp?pageId=12');") + ";"));
 }
 
 TEST(RedirectPage, NeverLeadsToAnotherHost) {

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 
+#include "pages/ContentPolicy.h"
 #include "pages/Pages.h"
+#include "pages/PolicyReports.h"
 #include "support/ExtranetTest.h"
 #include "support/PageAnswer.h"
 
@@ -29,9 +31,10 @@ class TvxPageTest : public ExtranetTest {
     const std::string& show(const std::string& query, NamedValues serverVariables = {}) {
         host.response = {};
         ask(query, {}, std::move(serverVariables));
-        tvxPage(host.context());
+        tvxPage(host.context(), reports);
         return host.response.body();
     }
+    PolicyReports reports;
     std::string leadsTo(const std::string& query, NamedValues serverVariables = {}) {
         show(query, std::move(serverVariables));
         EXPECT_EQ(host.response.status, 302);
@@ -117,6 +120,64 @@ TEST_P(TvxPageTest, AMemberSeesTheSecuredPage) {
 TEST_P(TvxPageTest, NamesInTheAddressLogNobodyIn) {
     EXPECT_EQ(leadsTo("pageId=12&tvx_username=ben&tvx_password=benpw&username=ben&password=benpw"),
               "/tvx.asp?pageId=18");
+}
+
+TEST_P(TvxPageTest, OnlySecuredPagesAreKeptNowhere) {
+    show("pageId=11");
+    EXPECT_EQ(host.response.cacheControl, "");
+    logIn("ben");
+    show("pageId=12");
+    EXPECT_EQ(host.response.cacheControl, "no-store");
+}
+
+TEST_P(TvxPageTest, TheWayToALoginIsKeptNowhere) {
+    show("pageId=12");
+    EXPECT_EQ(host.response.cacheControl, "no-store");
+}
+
+TEST_P(TvxPageTest, APageWithALoginFormIsKeptNowhere) {
+    contentTemplate(
+        2, "aa", "bb", "login.html",
+        "<!--!torvex_content_start!--><form action=\"<!--!torvex_loginURL!-->\"><!--!torvex_content_end!-->");
+    connection().execute("update TORVEX_PAGES_LIVE set template = 2 where pageId = 18");
+    EXPECT_THAT(show("pageId=18"), HasSubstr("/tvxLogin.asp\">"));
+    EXPECT_EQ(host.response.cacheControl, "no-store");
+    show("pageId=11");
+    EXPECT_EQ(host.response.cacheControl, "");
+}
+
+TEST_P(TvxPageTest, ThePagesSiteSaysWhichPolicyItHas) {
+    show("pageId=11");
+    EXPECT_THAT(header(host, "Content-Security-Policy-Report-Only"), HasSubstr("script-src 'self'"));
+    host.application.set("tvx_contentPolicy_aa", "on");
+    show("pageId=11");
+    EXPECT_THAT(header(host, "Content-Security-Policy"), HasSubstr("script-src 'self'"));
+    host.application.set("tvx_contentPolicy_aa", "off");
+    host.application.set("tvx_contentPolicy_bb", "on");
+    show("pageId=11");
+    EXPECT_EQ(header(host, "Content-Security-Policy") + header(host, "Content-Security-Policy-Report-Only"),
+              "");
+}
+
+TEST_P(TvxPageTest, ThePolicyAllowsThePagesCallOfTheFrameSet) {
+    host.application.set("torvex_frames", true);
+    host.application.set("tvx_contentPolicy", "on");
+    const std::string html = show("pageId=11");
+    const std::string opening = "<script language=\"JavaScript\">";
+    const std::size_t begin = html.find(opening) + opening.size();
+    const std::string script = html.substr(begin, html.find("</script>", begin) - begin);
+    EXPECT_THAT(script, StartsWith("if (window.top.navigation)"));
+    EXPECT_THAT(header(host, "Content-Security-Policy"), HasSubstr(scriptSource(script)));
+}
+
+TEST_P(TvxPageTest, ThePolicyAllowsLinksToDocumentsInWindowsOfTheirOwn) {
+    host.application.set("tvx_contentPolicy", "on");
+    host.files.bytes["/install/wwwroot/documents/aa/b.pdf"] = "x";
+    baseTemplate(2, "aa", "bb", "links.html", "<body><a href=\"file(b.pdf)\">one</a></body>");
+    connection().execute("update TORVEX_PAGES_LIVE set baseTemplate = 2");
+    EXPECT_THAT(show("pageId=11"), HasSubstr("href=\"javascript:top.popup('aa','b.pdf')\""));
+    EXPECT_THAT(header(host, "Content-Security-Policy"),
+                HasSubstr(scriptSource("javascript:top.popup('aa','b.pdf')")));
 }
 
 TEST_P(TvxPageTest, ASecureSiteLeadsToItsSecureAddress) {
