@@ -23,8 +23,9 @@ class ItemCollection {
           menu_(menu),
           view_(view),
           today_(host.clock.today()),
-          pages_(connection,
-                 {menu.root.nodeId, currentNode, menu.minLength(), menu.maxLength(), view.twin, today_}) {}
+          rights_(visitorsRights()),
+          pages_(connection, {menu.root.nodeId, currentNode, menu.minLength(), menu.maxLength(), view.twin,
+                              today_, rights_.has_value()}) {}
 
     std::vector<MenuItem> run() {
         addChildrenOf(menu_.root.nodeId);
@@ -49,12 +50,19 @@ class ItemCollection {
         return at != nullptr && at->isOnline;
     }
 
-    /// To the visitor. The groups of every page on the way to what is shown are asked.
+    /// Nothing when everything is open to who looks at the menu.
+    std::optional<MenuRights> visitorsRights() const {
+        if (view_.forAuthors || !menu_.asksForRights() || !hasExtranet(host_)) return std::nullopt;
+        return asLevel("hasAccess !",
+                       [&] { return MenuRights(connection_, menu_.root, visitorOf(host_), today_); });
+    }
+
+    /// The groups of every page on the way to what is shown are asked.
     bool isOpen(const MenuPage& page) {
-        if (view_.forAuthors || !menu_.asksForRights() || !hasExtranet(host_)) return true;
+        if (!rights_) return true;
         return asLevel("hasAccess !", [&] {
             const MenuPage* at = &page;
-            while (at != nullptr && rights().letThrough(*at)) {
+            while (at != nullptr && rights_->letThrough(*at, pages_.groups())) {
                 if (!at->isFolder) return true;
                 at = pages_.firstChildOf(*at);
             }
@@ -62,20 +70,13 @@ class ItemCollection {
         });
     }
 
-    MenuRights& rights() {
-        if (!rights_) {
-            rights_.emplace(connection_, menu_.root, visitorOf(host_), today_, pages_.groups());
-        }
-        return *rights_;
-    }
-
     HostContext& host_;
     db::Connection& connection_;
     const MenuDefinition& menu_;
     const MenuView view_;
     const std::string today_;
-    MenuPages pages_;
     std::optional<MenuRights> rights_;
+    MenuPages pages_;
     std::vector<MenuItem> items_;
 };
 

@@ -28,6 +28,8 @@ struct MenuPage {
 struct PageGroup {
     PageId pageId;
     double group;
+
+    auto operator<=>(const PageGroup&) const = default;
 };
 
 /// Where a menu is drawn: below which page, for a visitor at which node, and what is there.
@@ -38,6 +40,7 @@ struct MenuPlace {
     int maxLength;
     Twin twin;
     std::string_view today;  ///< yyyymmdd
+    bool withGroups;         ///< of live pages
 };
 
 /// The pages below the root of a menu, as far as it opens for its visitor: in one statement, whatever their
@@ -50,23 +53,22 @@ class MenuPages {
     const std::vector<MenuPage>& childrenOf(std::string_view nodeId) const;
     /// Null when there is none. Folders that the menu doesn't open have one, too.
     const MenuPage* firstChildOf(const MenuPage& folder) const;
-    /// The groups of all pages that were read, in no order.
-    std::vector<PageGroup> groups() const;
+    /// The groups of all pages that were read, by page and group.
+    const std::vector<PageGroup>& groups() const { return groups_; }
 
   private:
     using Families = std::unordered_map<std::string, std::vector<MenuPage>>;  ///< by the parent's node
 
     bool hasClosedFolders() const;
-    db::Rows query(const std::string& statement) const;
-    Families read(const std::string& statement) const;
-    void readGroups(const std::string& statement, std::vector<PageGroup>& groups) const;
+    Families read(const std::string& statement);
     MenuPage readPage(const db::Rows& rows) const;
 
     db::Connection& connection_;
     MenuPlace place_;
     std::string currentNode_;  ///< in lower case
-    Families branch_;
+    Families children_;
     Families ways_;  ///< from closed folders to what they lead to
+    std::vector<PageGroup> groups_;
 };
 
 }  // namespace torvex

@@ -1,7 +1,6 @@
 #include "modules/dynamicMenu/MenuRights.h"
 
 #include <algorithm>
-#include <tuple>
 
 #include "delivery/PageRecord.h"
 #include "platform/db/Connection.h"
@@ -17,27 +16,21 @@ constexpr std::string_view selectMemberships =
     "inner join TORVEX_GROUPS_USERS b on a.userId = b.userId "
     "where a.username = ? and a.password = ?";
 
-bool comesBefore(const PageGroup& one, const PageGroup& other) {
-    return std::tie(one.pageId, one.group) < std::tie(other.pageId, other.group);
-}
-
 }  // namespace
 
-MenuRights::MenuRights(db::Connection& connection, PageIdentity root, Visitor visitor, std::string_view today,
-                       std::vector<PageGroup> groups)
+MenuRights::MenuRights(db::Connection& connection, PageIdentity root, Visitor visitor, std::string_view today)
     : connection_(connection),
       root_(std::move(root)),
       visitor_(std::move(visitor)),
       today_(today),
-      groups_(std::move(groups)) {
-    std::sort(groups_.begin(), groups_.end(), comesBefore);
-}
+      rootLetsThrough_(groupVerdict(connection, root_.pageId, root_.nodeId, visitor_, today_) >=
+                       pageAccess::open) {}
 
-bool MenuRights::letThrough(const MenuPage& page) {
-    const auto [first, last] = std::ranges::equal_range(groups_, page.pageId, {}, &PageGroup::pageId);
+bool MenuRights::letThrough(const MenuPage& page, std::span<const PageGroup> groups) {
+    const auto [first, last] = std::ranges::equal_range(groups, page.pageId, {}, &PageGroup::pageId);
     if (first == last) return false;
     if (first->group == inheritedGroup)
-        return !text::equals(parentOf(page.nodeId), root_.nodeId) || rootLetsThrough();
+        return rootLetsThrough_ || !text::equals(parentOf(page.nodeId), root_.nodeId);
     return first->group <= everybodyGroup || isMemberOf({first, last});
 }
 
@@ -46,13 +39,6 @@ bool MenuRights::isMemberOf(std::span<const PageGroup> groups) {
     const auto& mine = memberships();
     const auto found = std::ranges::find_first_of(mine, groups, {}, &Membership::group, &PageGroup::group);
     return found != mine.end() && isWithin(today_, found->validFrom, found->validTo);
-}
-
-bool MenuRights::rootLetsThrough() {
-    if (!rootVerdict_)
-        rootVerdict_ =
-            groupVerdict(connection_, root_.pageId, root_.nodeId, visitor_, today_) >= pageAccess::open;
-    return *rootVerdict_;
 }
 
 const std::vector<MenuRights::Membership>& MenuRights::memberships() {
