@@ -1,13 +1,21 @@
-// Marks the entry of the main menu that the page belongs to. The trail above
-// the page names its sections, folders included; without this script the menu
-// works the same and is only unmarked.
+// What the menus gain from a script; without it they work the same. The entry of the page itself is told from those
+// of the sections above it, and Escape shuts an open panel of the main menu.
 (() => {
-  const crumbs = [...document.querySelectorAll(".trail .breadcrumb, .trail .breadcrumbActive")];
-  const names = crumbs.flatMap((crumb) => crumb.textContent.split("\u00a0-\u00a0")).map((name) => name.trim());
-  const active = document.querySelector(".trail .breadcrumbActive")?.textContent.trim();
-  for (const link of document.querySelectorAll(".menu a")) {
-    const name = link.textContent.trim();
-    if (name === active) link.setAttribute("aria-current", "page");
-    else if (names.includes(name)) link.setAttribute("aria-current", "true");
+  for (const link of document.querySelectorAll(":is(.menu, .section) a[aria-current]")) {
+    if (link.href === location.href.split("#")[0]) link.setAttribute("aria-current", "page");
   }
+  const entries = [...document.querySelectorAll(".menu > ul > li")];
+  for (const entry of entries) {
+    const reopen = () => entry.classList.remove("shut");
+    entry.addEventListener("pointerleave", reopen);
+    entry.addEventListener("focusout", (event) => { if (!entry.contains(event.relatedTarget)) reopen(); });
+  }
+  document.addEventListener("keydown", (event) => {
+    if (event.key !== "Escape") return;
+    for (const entry of entries) {
+      if (!entry.matches(":hover, :focus-within")) continue;
+      if (entry.contains(document.activeElement)) entry.querySelector("a").focus();
+      entry.classList.add("shut");
+    }
+  });
 })();
