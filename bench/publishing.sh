@@ -6,28 +6,14 @@
 #   bench/publishing.sh [SECONDS] [publish|move|paste]...        (default 8, all of them)
 set -euo pipefail
 cd "$(dirname "$0")/.."
+. bench/common.sh
 seconds=${1:-8}
 shift || true
 works=("${@:-}")
 [ -n "${works[0]}" ] || works=(publish move paste)
-command -v wrk >/dev/null || ${SUDO:-$([ "$(id -u)" -eq 0 ] || echo sudo)} apt-get install -y --no-install-recommends wrk >/dev/null
-
-if [ -z "${TORVEX_PROGRAM:-}" ]; then
-    [ -f build/release/build.ninja ] || cmake --preset release -DTORVEX_TESTS=OFF >/dev/null
-    cmake --build --preset release --target torvex >/dev/null
-fi
-torvex=${TORVEX_PROGRAM:-$PWD/build/release/torvex}
-folder=$(mktemp -d /tmp/torvex-bench-XXXXXX)
-server=
-worker=
-finish() {
-    for process in $worker $server; do kill "$process" 2>/dev/null && wait "$process" 2>/dev/null || true; done
-    rm -rf "$folder"
-}
-trap finish EXIT
-
-port=$((20000 + RANDOM % 10000))
-"$torvex" init "$folder/site" --demo >/dev/null
+need wrk curl
+build_torvex
+init_demo
 rows() { "$torvex" sql --install "$folder/site" --json "$1"; }
 first() { rows "$1" | sed -n '1s/^{"[^"]*":"\{0,1\}\([^"}]*\)"\{0,1\}.*/\1/p'; }
 root=$(first "select nodeId from TORVEX_PAGES_DESIGN where parent = '' order by nodeId")
@@ -53,9 +39,7 @@ moved=$(first "select pageId from TORVEX_PAGES_DESIGN where nodeId = '$branch'")
 mapfile -t parents < <(rows "select pageId from TORVEX_PAGES_DESIGN where parent = '$root' and nodeId <> '$branch' and type = 'F' and nodeId not like '%.99'" |
     sed 's/[^0-9]*\([0-9]*\).*/\1/')
 
-"$torvex" serve --install "$folder/site" --listen 127.0.0.1:$port 2>"$folder/torvex.log" &
-server=$!
-for _ in $(seq 100); do curl -s -o /dev/null "http://127.0.0.1:$port/error.asp" && break; sleep 0.05; done
+serve_demo
 
 call() {
     echo '{"login":"sa","calls":[{"on":"cManager","do":"'"$1"'","with":{'"$2"'}}]}' |
@@ -87,16 +71,14 @@ paste_for_ever() {
     done
 }
 latency() {
-    wrk -t1 -c2 -d"$1"s --latency "http://127.0.0.1:$port/tvx.asp?pageId=1" | awk '/99%/ {print $2}'
+    wrk -t1 -c2 -d"$1"s --latency "$site/tvx.asp?pageId=1" | awk '$1 == "99%" {print $2}'
 }
 
 latency_beside() {
     "$1_for_ever" &
-    worker=$!
     latency "$seconds"
     touch "$folder/enough"  # what runs ends before the next measurement begins
-    wait "$worker"
-    worker=
+    wait $!
     rm "$folder/enough"
 }
 
