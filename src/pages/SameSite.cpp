@@ -20,13 +20,22 @@ bool isOwnOrigin(const HostContext& host, std::string_view origin) {
     return false;
 }
 
+/// "https://www.site.test" of an address below it.
+std::string_view originOf(std::string_view address) {
+    const std::size_t host = address.find("://");
+    if (host == std::string_view::npos) return address;
+    return address.substr(0, address.find_first_of("/?#", host + 3));
+}
+
 }  // namespace
 
 bool comesFromOwnPages(const HostContext& host) {
     const std::string origin = host.request.serverVariable("http_origin");
     if (!origin.empty()) return isOwnOrigin(host, origin);
     const std::string site = host.request.serverVariable("http_sec_fetch_site");
-    return site.empty() || text::equals(site, "same-origin") || text::equals(site, "none");
+    if (!site.empty() && !text::equals(site, "same-origin") && !text::equals(site, "none")) return false;
+    const std::string referer = host.request.serverVariable("http_referer");
+    return referer.empty() || isOwnOrigin(host, originOf(referer));
 }
 
 }  // namespace torvex

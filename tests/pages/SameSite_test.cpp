@@ -49,6 +49,23 @@ TEST(SameSite, TheOwnOriginIsLetThroughWithEitherScheme) {
     EXPECT_TRUE(isOwn({{"http_origin", "https://WWW.site.test"}}));
 }
 
+TEST(SameSite, APageOfAnotherHostThatLedHereIsRefused) {
+    for (const auto* referer :
+         {"http://evil.test/", "http://evil.test/?http://www.site.test/", "http://www.site.test.evil.test/",
+          "http://www.site.test@evil.test/", "https://www.site.test:8444/", "about:blank"}) {
+        EXPECT_FALSE(isOwn({{"http_referer", referer}})) << referer;
+        EXPECT_FALSE(isOwn({{"http_sec_fetch_site", "none"}, {"http_referer", referer}})) << referer;
+    }
+}
+
+TEST(SameSite, AnOwnPageThatLedHereIsLetThrough) {
+    for (const auto* referer :
+         {"http://www.site.test/tvx.asp?pageId=11", "https://WWW.site.test/", "http://www.site.test?x#y"}) {
+        EXPECT_TRUE(isOwn({{"http_referer", referer}})) << referer;
+    }
+    EXPECT_TRUE(isOwn({{"http_referer", "http://www.site.test:8080/"}}, "www.site.test:8443"));
+}
+
 TEST(SameSite, AnotherOriginIsRefused) {
     for (const auto* origin : {"http://evil.test", "http://www.site.test.evil.test",
                                "http://www.site.test:8080", "null", "ftp://www.site.test", "www.site.test"}) {
