@@ -31,6 +31,7 @@ insert into TORVEX_SETUP (parameter, value, dataType, loginId) values
   ('tvx_contentPolicy_sources', '', 'C', 0),
   ('tvx_log_IP_filter', '', 'C', 0),
   ('torvex_access_IP_filter', '', 'C', 0),
+  ('torvex_access_IP_filter_exact', '0', 'B', 0),
   ('torvex_password_store', '', 'C', 0),
   ('torvex_scriptTimeout_normal', '90', 'N', 0),
   ('torvex_scriptTimeout_long', '3600', 'N', 0),

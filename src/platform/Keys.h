@@ -8,6 +8,7 @@
 namespace torvex::applicationKey {
 
 inline constexpr std::string_view accessFilter = "torvex_access_IP_filter";
+inline constexpr std::string_view accessFilterExact = "torvex_access_IP_filter_exact";
 inline constexpr std::string_view adminTemplatesPath = "torvex_adminTemplates_dir";
 inline constexpr std::string_view authoringSsl = "torvex_ssl";
 inline constexpr std::string_view autoApprove = "torvex_autoApprove";

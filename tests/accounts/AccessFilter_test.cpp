@@ -78,5 +78,60 @@ TEST(AccessFilter, WhatIsNoAddressIsRefused) {
     }
 }
 
+// ---- By whole addresses ----
+
+TEST(ExactAccessFilter, AnEmptyFilterPassesEverybody) {
+    EXPECT_TRUE(passesExactAccessFilter("", "10.0.0.3"));
+    EXPECT_TRUE(passesExactAccessFilter("", ""));
+}
+
+TEST(ExactAccessFilter, APartOfAnAddressIsNotTheAddress) {
+    EXPECT_TRUE(passesExactAccessFilter("10.0.0.15", "10.0.0.15"));
+    EXPECT_FALSE(passesExactAccessFilter("10.0.0.15", "10.0.0.1"));
+    EXPECT_FALSE(passesExactAccessFilter("110.0.0.30", "10.0.0.3"));
+    EXPECT_FALSE(passesExactAccessFilter("10.0.0.3", ""));
+    EXPECT_FALSE(passesExactAccessFilter("10.0.0.3", "."));
+}
+
+TEST(ExactAccessFilter, EveryRangeCountsWithItsEnds) {
+    for (const auto* inside : {"10.0.0.1", "10.0.0.9", "192.168.0.6", "192.168.0.5"})
+        EXPECT_TRUE(passesExactAccessFilter(twoRanges, inside)) << inside;
+    for (const auto* outside : {"10.0.0.0", "10.0.0.10", "192.168.0.10", "100.0.0.3"})
+        EXPECT_FALSE(passesExactAccessFilter(twoRanges, outside)) << outside;
+}
+
+TEST(ExactAccessFilter, AddressesOfFifteenCharactersAreLikeOthers) {
+    EXPECT_TRUE(passesExactAccessFilter("192.168.0.1-192.168.200.1", "192.168.100.100"));
+    EXPECT_FALSE(passesExactAccessFilter("100.0.0.0-110.0.0.0", "192.168.100.100"));
+}
+
+TEST(ExactAccessFilter, BlanksAndLeadingZerosMeanNothing) {
+    EXPECT_TRUE(passesExactAccessFilter(" 10.0.0.1 , 010.000.000.007 - 010.000.000.019 ", "10.0.0.8"));
+}
+
+TEST(ExactAccessFilter, NetworksHoldWhatBeginsLikeThem) {
+    EXPECT_TRUE(passesExactAccessFilter("10.1.0.0/15", "10.1.255.255"));
+    EXPECT_TRUE(passesExactAccessFilter("10.0.0.0/15", "10.1.255.255"));
+    EXPECT_FALSE(passesExactAccessFilter("10.0.0.0/15", "10.2.0.0"));
+    EXPECT_TRUE(passesExactAccessFilter("2001:db8::/32", "2001:db8:ffff::1"));
+    EXPECT_FALSE(passesExactAccessFilter("2001:db8::/32", "2001:db9::1"));
+    EXPECT_TRUE(passesExactAccessFilter("0.0.0.0/0", "10.2.0.0"));
+    EXPECT_FALSE(passesExactAccessFilter("0.0.0.0/0", "2001:db8::1"));
+}
+
+TEST(ExactAccessFilter, AddressesOfVersion6AreComparedHoweverTheyAreWritten) {
+    EXPECT_TRUE(passesExactAccessFilter("2001:DB8:0::1", "2001:db8::1"));
+    EXPECT_TRUE(passesExactAccessFilter("2001:db8::1-2001:db8::ffff", "2001:db8::a0"));
+    EXPECT_TRUE(passesExactAccessFilter("10.0.0.1", "::ffff:10.0.0.1"));
+    EXPECT_FALSE(passesExactAccessFilter("2001:db8::1", "2001:db8::10"));
+}
+
+TEST(ExactAccessFilter, WhatIsNoAddressLetsNobodyIn) {
+    for (const auto* filter :
+         {"10.0.0", "10.0.0.1.1", "10.0.0.256", "10.0.0.x", "-", "10.0.0.1-", "10.0.0.1-::ffff",
+          "10.0.0.0/33", "10.0.0.0/", "/8", "::/129", ",", "10.0.0.0/8/8", "10.0.0.+1"})
+        EXPECT_FALSE(passesExactAccessFilter(filter, "10.0.0.1")) << filter;
+}
+
 }  // namespace
 }  // namespace torvex
