@@ -8,7 +8,8 @@
 namespace torvex {
 
 bool isAdministrator(std::string_view username) {
-    return text::equals(username, "sa");
+    // Not by folding: "ſa" is another name for one of the databases, and would be the administrator here.
+    return text::lower(username) == "sa";
 }
 
 Actor actorOf(const HostContext& host) {

@@ -4,38 +4,71 @@
 
 namespace torvex {
 
-std::chrono::seconds GuessThrottle::wait(std::string_view key, Clock::time_point now) {
-    const std::scoped_lock guard(mutex_);
-    const auto found = records_.find(std::string(key));
-    if (found == records_.end() || found->second.mayTryAt <= now) return std::chrono::seconds(0);
-    return std::chrono::ceil<std::chrono::seconds>(found->second.mayTryAt - now);
+namespace {
+
+/// No network holds a blank.
+std::string bothOf(const GuessThrottle::Guess& guess) {
+    return guess.network + ' ' + guess.name;
 }
 
-void GuessThrottle::failed(std::string_view key, Clock::time_point now) {
-    const std::scoped_lock guard(mutex_);
-    if (records_.size() >= options_.keys) makeRoom(now);
-    Record& record = records_[std::string(key)];
-    if (record.failures > 0 && now - record.last > options_.forgetAfter) record.failures = 0;
-    ++record.failures;
-    record.last = now;
-    const int doublings = std::min(record.failures - options_.freeFailures, 16);
-    record.mayTryAt = doublings <= 0
-                          ? now
-                          : now + std::min(options_.longestWait, options_.firstWait * (1 << (doublings - 1)));
+}  // namespace
+
+GuessThrottle::GuessThrottle(const Options& options)
+    : ofNameAndNetwork_(options.ofNameAndNetwork),
+      ofNetwork_(options.ofNetwork),
+      ofName_(options.ofName),
+      known_(options.knownNames),
+      places_(options.atOnce) {}
+
+bool GuessThrottle::enter(const Guess& guess) {
+    bool isKnown = false;
+    {
+        const std::scoped_lock guard(mutex_);
+        isKnown = known_.contains(guess.name, guess.network);
+    }
+    return places_.enter(isKnown);
 }
 
-void GuessThrottle::succeeded(std::string_view key) {
+std::chrono::seconds GuessThrottle::begin(Guess& guess, Clock::time_point now) {
     const std::scoped_lock guard(mutex_);
-    records_.erase(std::string(key));
+    if (const auto wait = waitOf(guess, now); wait.count() > 0) return wait;
+    guess.begun = now;
+    guess.beforeOfNetwork = ofNetwork_.count(guess.network, now);
+    if (guess.name.empty()) return {};
+    guess.beforeOfName = ofName_.count(guess.name, now);
+    guess.beforeOfBoth = ofNameAndNetwork_.count(bothOf(guess), now);
+    return {};
 }
 
-/// Drops what is old; and everything when nothing is, which only a flood of keys can bring about.
-void GuessThrottle::makeRoom(Clock::time_point now) {
-    std::erase_if(records_,
-                  [&](const auto& entry) { return now - entry.second.last > options_.forgetAfter; });
-    if (records_.size() < options_.keys) return;
-    std::erase_if(records_, [&](const auto& entry) { return entry.second.mayTryAt <= now; });
-    if (records_.size() >= options_.keys) records_.clear();
+std::chrono::seconds GuessThrottle::wait(const Guess& guess, Clock::time_point now) {
+    const std::scoped_lock guard(mutex_);
+    return waitOf(guess, now);
+}
+
+std::chrono::seconds GuessThrottle::waitOf(const Guess& guess, Clock::time_point now) const {
+    if (guess.name.empty()) return ofNetwork_.wait(guess.network, now);
+    const auto ofBoth = ofNameAndNetwork_.wait(bothOf(guess), now);
+    if (known_.contains(guess.name, guess.network)) return ofBoth;
+    return std::max({ofBoth, ofNetwork_.wait(guess.network, now), ofName_.wait(guess.name, now)});
+}
+
+void GuessThrottle::succeeded(const Guess& guess) {
+    const std::scoped_lock guard(mutex_);
+    takeBackBeyondBoth(guess);
+    if (guess.name.empty()) return;
+    ofNameAndNetwork_.forget(bothOf(guess));
+    known_.add(guess.name, guess.network);
+}
+
+void GuessThrottle::takeBack(const Guess& guess) {
+    const std::scoped_lock guard(mutex_);
+    takeBackBeyondBoth(guess);
+    if (!guess.name.empty()) ofNameAndNetwork_.takeBack(bothOf(guess), guess.begun, guess.beforeOfBoth);
+}
+
+void GuessThrottle::takeBackBeyondBoth(const Guess& guess) {
+    ofNetwork_.takeBack(guess.network, guess.begun, guess.beforeOfNetwork);
+    if (!guess.name.empty()) ofName_.takeBack(guess.name, guess.begun, guess.beforeOfName);
 }
 
 }  // namespace torvex

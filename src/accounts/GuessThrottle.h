@@ -1,48 +1,78 @@
 #pragma once
 
-#include <chrono>
 #include <mutex>
-#include <string>
-#include <string_view>
-#include <unordered_map>
+
+#include "accounts/CheckPlaces.h"
+#include "accounts/FailureCounts.h"
+#include "accounts/KnownPlaces.h"
 
 namespace torvex {
 
-/// Slows down whoever guesses passwords: after a few failures of one key (an address, a name) its next try
-/// has to wait, twice as long after each further failure. A success forgets the key. Safe to share between
-/// threads; remembers a bounded number of keys and forgets each a while after its last failure.
+/// Slows down whoever guesses passwords, without letting a stranger lock anybody out. Failures are counted
+/// three times over, and a try has to wait as long as the longest of the three says:
+///
+/// - of one name from one network: people mistype, guessing programs need thousands of tries;
+/// - of one network over all names: one who tries a few passwords on each of many names;
+/// - of one name over all networks: one who guesses from many. This one bites late and gently, since it is
+///   what strangers could lock a person out with.
+///
+/// Where a name has logged in before, only the first of them counts for it.
+///
+/// A try is counted as a failure when it begins, so that tries made at once gain nothing by it. Safe to share
+/// between threads, and bounded in memory.
 class GuessThrottle {
   public:
-    using Clock = std::chrono::steady_clock;
+    using Clock = FailureCounts::Clock;
 
     struct Options {
-        int freeFailures = 5;  ///< people mistype; guessing programs need thousands of tries
-        std::chrono::seconds firstWait{2};
-        std::chrono::seconds longestWait{300};  ///< longer would let a guesser lock a person out for hours
-        std::chrono::seconds forgetAfter{3600};
-        std::size_t keys = 100'000;  ///< at some 100 bytes each
+        FailureCounts::Options ofNameAndNetwork{5, std::chrono::seconds(2), std::chrono::seconds(300),
+                                                std::chrono::hours(1), 100'000};
+        /// Many people may sit behind one address.
+        FailureCounts::Options ofNetwork{20, std::chrono::seconds(2), std::chrono::seconds(300),
+                                         std::chrono::hours(1), 100'000};
+        FailureCounts::Options ofName{100, std::chrono::seconds(2), std::chrono::seconds(60),
+                                      std::chrono::hours(1), 100'000};
+        std::size_t knownNames = 20'000;
+        CheckPlaces::Options atOnce{};
+    };
+
+    /// One try. `name` is "" when it is nobody's.
+    struct Guess {
+        std::string name;
+        std::string network;
+        Clock::time_point begun{};
+        Clock::time_point beforeOfNetwork{};  ///< filled with what taking it back needs
+        Clock::time_point beforeOfName{};
+        Clock::time_point beforeOfBoth{};
     };
 
     GuessThrottle() : GuessThrottle(Options()) {}
-    explicit GuessThrottle(const Options& options) : options_(options) {}
+    explicit GuessThrottle(const Options& options);
 
-    /// How long the key still has to wait; 0 when it may try now.
-    std::chrono::seconds wait(std::string_view key, Clock::time_point now = Clock::now());
-    void failed(std::string_view key, Clock::time_point now = Clock::now());
-    void succeeded(std::string_view key);
+    /// Counts the try, and gives 0; or gives how long it has to wait, and counts nothing.
+    std::chrono::seconds begin(Guess& guess, Clock::time_point now = Clock::now());
+    /// How long the next try of the same has to wait.
+    std::chrono::seconds wait(const Guess& guess, Clock::time_point now = Clock::now());
+    /// The password was right: the name's failures from this network are forgiven, and the try isn't counted
+    /// in the other two. These stay: a guesser may have a login of its own.
+    void succeeded(const Guess& guess);
+    /// No password was tested.
+    void takeBack(const Guess& guess);
+
+    /// Takes a place among the tests that run at once; false when there is none. Each true wants its `leave`.
+    bool enter(const Guess& guess);
+    void leave() { places_.leave(); }
 
   private:
-    struct Record {
-        int failures = 0;
-        Clock::time_point last;
-        Clock::time_point mayTryAt;
-    };
+    std::chrono::seconds waitOf(const Guess& guess, Clock::time_point now) const;
+    void takeBackBeyondBoth(const Guess& guess);
 
-    void makeRoom(Clock::time_point now);
-
-    const Options options_;
     std::mutex mutex_;
-    std::unordered_map<std::string, Record> records_;
+    FailureCounts ofNameAndNetwork_;
+    FailureCounts ofNetwork_;
+    FailureCounts ofName_;
+    KnownPlaces known_;
+    CheckPlaces places_;
 };
 
 }  // namespace torvex

@@ -6,6 +6,7 @@
 
 #include "accounts/AccessFilter.h"
 #include "accounts/Actor.h"
+#include "accounts/DoorLog.h"
 #include "accounts/LoginHold.h"
 #include "accounts/LoginSettings.h"
 #include "authoring/cManager.h"
@@ -13,8 +14,10 @@
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
+#include "platform/OperatorLog.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
+#include "platform/text/LogText.h"
 #include "platform/text/Text.h"
 #include "records/AuditTrail.h"
 
@@ -37,14 +40,26 @@ std::string trimmedSetting(const HostContext& host, std::string_view name) {
     return std::string(text::trim(host.application.text(name)));
 }
 
+void auditDenial(cManager& manager, const HostContext& host) {
+    manager.addAuditTrail("", "", "Access denied", "Unauthorized access - IP " + callersAddress(host),
+                          nobodysLine);
+}
+
 PasswordStore passwordStore(const HostContext& host) {
     const bool strong = text::equals(trimmedSetting(host, applicationKey::passwordStore), "strong");
     return strong ? PasswordStore::Strong : PasswordStore::Given;
 }
 
-void auditDenial(cManager& manager, const HostContext& host) {
-    manager.addAuditTrail("", "", "Access denied", "Unauthorized access - IP " + callersAddress(host),
-                          nobodysLine);
+bool isLetIn(const HostContext& host, std::string& address) {
+    const std::string filter = trimmedSetting(host, applicationKey::accessFilter);
+    const bool isExact = host.application.isTrue(applicationKey::accessFilterExact);
+    return isExact ? passesExactAccessFilter(filter, address) : passesAccessFilter(filter, address);
+}
+
+std::string_view reasonOf(LoginCode code) {
+    if (code == LoginCode::AddressRefused) return "the address filter refuses it";
+    if (code == LoginCode::HeldElsewhere) return "the login is held from another address";
+    return "wrong name or password";
 }
 
 LoginCode enter(HostContext& host, db::Connection& connection, const std::string& username,
@@ -67,7 +82,7 @@ int cManager::login(const std::string& username, const std::string& password) tr
     const bool typed = !username.empty() || !password.empty();
     std::string address = callersAddress(host_);
     LoginCode code = LoginCode::AddressRefused;
-    if (passesAccessFilter(trimmedSetting(host_, applicationKey::accessFilter), address)) {
+    if (isLetIn(host_, address)) {
         // What the session holds was proved when it logged in; it need only be what the row still has.
         code = typed ? enter(host_, connection(), text::lowerTrim(username), text::trim(password), address,
                              author_)
@@ -75,6 +90,7 @@ int cManager::login(const std::string& username, const std::string& password) tr
     }
     if (code != LoginCode::LoggedIn) {
         auditDenial(*this, host_);
+        if (typed) logFailedLogin(host_, LoginAttempt::Kind::Author, username, reasonOf(code));
         return static_cast<int>(code);
     }
     storeAuthor(host_, author_);
@@ -96,6 +112,7 @@ void cManager::logout() try {
         // A session that lost the login to another one doesn't log that one out.
         db::openOwn(host_)->execute(freeOwnRow, {username, host_.session.id()});
         addAuditTrail("", "", "logout", author_.fullname + " - IP " + callersAddress(host_));
+        logLogout(host_, LoginAttempt::Kind::Author, username);
     }
     host_.session.abandon();
 } catch (...) {
@@ -109,6 +126,7 @@ void cManager::endLogin(int loginId) try {
     const std::string actor = getLoginName(author_.loginId);
     addAuditTrail("", "", "forced logout", subject + " logged out by " + actor, loginId);
     addAuditTrail("", "", "forced logout", "Forced end of session of " + subject);
+    host_.log.note("forced logout of \"" + forLog(subject) + "\" by \"" + forLog(actor) + '"');
 } catch (...) {
     raiseFrom("endLogin !");
 }

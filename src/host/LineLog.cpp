@@ -36,6 +36,11 @@ void LineLog::warn(std::string_view line) {
     add(Level::Warning, safe, 1, safe);
 }
 
+void LineLog::note(std::string_view line) {
+    const std::string safe = chainForLog(line, lineCharacters);
+    add(Level::Info, safe, 1, safe);
+}
+
 void LineLog::error(std::string_view line) {
     const std::string safe = chainForLog(line, lineCharacters);
     add(Level::Error, safe, 1, safe);

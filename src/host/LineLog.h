@@ -33,6 +33,7 @@ class LineLog final : public OperatorLog {
 
     /// The same line is written once in a minute.
     void warn(std::string_view line) override;
+    void note(std::string_view line) override;
     void info(std::string_view line);
     void error(std::string_view line);
 

@@ -1,27 +1,13 @@
 #pragma once
 
-#include <boost/asio/ip/address.hpp>
 #include <cstddef>
 #include <cstdint>
 #include <mutex>
 #include <unordered_map>
 
+#include "platform/net/Peer.h"
+
 namespace torvex {
-
-/// Where a connection comes from, as limits count it: an IPv4 address, or the /64 of an IPv6 address, which
-/// is what one customer gets.
-struct Peer {
-    std::uint64_t network = 0;
-    bool isV6 = false;
-
-    static Peer of(const boost::asio::ip::address& address);
-    bool operator==(const Peer&) const = default;
-};
-
-/// Hard to predict, so that nobody can choose networks that fall together.
-struct PeerHash {
-    std::size_t operator()(const Peer& peer) const;
-};
 
 /// What each address holds of the server at the moment: connections, and bytes of bodies. Shared by all event
 /// loops; safe from any thread. A request without a body never comes here.

@@ -6,13 +6,15 @@
 namespace torvex {
 
 /// What operators should know although the request goes on: a change that did not reach another server, the
-/// reason why an operation answered with a refusal. Safe to share between threads.
+/// reason why an operation answered with a refusal, who came to the door. Safe to share between threads.
 class OperatorLog {
   public:
     virtual ~OperatorLog() = default;
 
     /// One line; it says what to do about it where that isn't plain.
     virtual void warn(std::string_view line) = 0;
+    /// One line about what is as it should be.
+    virtual void note(std::string_view line) = 0;
 };
 
 /// Tells the cause of what failed; `what` names it, as in "publishPage of page 12".

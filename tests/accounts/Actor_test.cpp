@@ -13,6 +13,7 @@ TEST(Actor, TheAdministratorIsSaInAnyCase) {
     EXPECT_FALSE(isAdministrator("sam"));
     EXPECT_FALSE(isAdministrator(" sa"));
     EXPECT_FALSE(isAdministrator(""));
+    EXPECT_FALSE(isAdministrator("ſa"));
 }
 
 TEST(Actor, ASessionWithoutALoginIsNobody) {

@@ -35,6 +35,14 @@ TEST_P(LoginSessions, LogoutFreesTheRowAndEndsTheSession) {
     EXPECT_THAT(auditTrail(), ElementsAre("7|Anna Author|0||0|logout|Anna Author - IP 10.0.0.1"));
 }
 
+TEST_P(LoginSessions, LogoutsLeaveALineInTheOperatorsLog) {
+    author(8, "bob", "x", "Bob Builder", {{"sessionId", "session-b"}});
+    manager().endLogin(8);
+    manager().logout();
+    EXPECT_THAT(host.log.lines, ElementsAre("forced logout of \"Bob Builder\" by \"Anna Author\"",
+                                            "logout from 10.0.0.1: author \"anna\""));
+}
+
 TEST_P(LoginSessions, LogoutAfterATakeoverLeavesTheNewHolder) {
     set(anna, "sessionId", "session-b");
     manager().logout();

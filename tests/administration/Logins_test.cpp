@@ -33,6 +33,41 @@ class Logins : public DoorTest {
 };
 INSTANTIATE_TEST_SUITE_P(Engines, Logins, bothEngines(), engineName);
 
+// ---- The address filter by whole addresses ----
+
+TEST_P(Logins, TheFilterLooksForATextUnlessItIsToBeExact) {
+    host.application.set("torvex_access_IP_filter", " 10.0.0.15,10.0.1.1-10.0.1.9 ");
+    EXPECT_EQ(manager().login("anna", "Secret"), 0);
+    host.application.set("torvex_access_IP_filter_exact", true);
+    EXPECT_EQ(nextRequest().login("anna", "Secret"), 2);
+    EXPECT_EQ(nextRequest().login(), 2);
+    set(anna, "sessionId", "");
+    EXPECT_EQ(moveTo("10.0.1.7").login("anna", "Secret"), 0);
+    EXPECT_EQ(holder(anna), "session-a|10.0.1.7|||20260615|12:00");
+}
+
+// ---- The operators' log ----
+
+TEST_P(Logins, AFailedLoginLeavesALineWithItsReasonAndWithoutThePassword) {
+    manager().login("Anna", "open sesame");
+    host.application.set("torvex_access_IP_filter", "10.0.0.9");
+    manager().login("anna", "Secret");
+    host.application.set("torvex_access_IP_filter", "");
+    set(anna, "sessionId", "session-b");
+    set(anna, "ipAddress", "10.0.0.2");
+    manager().login("anna", "Secret");
+    EXPECT_THAT(host.log.lines,
+                ElementsAre("failed login from 10.0.0.1 (wrong name or password): author \"Anna\"",
+                            "failed login from 10.0.0.1 (the address filter refuses it): author \"anna\"",
+                            "failed login from 10.0.0.1 (the login is held from another address): author "
+                            "\"anna\""));
+}
+
+TEST_P(Logins, VerifyingASessionThatHasNoLoginLeavesNoLine) {
+    manager().login();
+    EXPECT_TRUE(host.log.lines.empty());
+}
+
 // ---- The right password ----
 
 TEST_P(Logins, RightPasswordLogsIn) {

@@ -45,6 +45,14 @@ TEST_F(LineLogTest, TheSameLineIsCountedInPlaceOfBeingRepeated) {
     EXPECT_EQ(lines(), 4U);
 }
 
+TEST_F(LineLogTest, ANoteIsCountedLikewise) {
+    for (int i = 0; i < 11; ++i) log_.note("somebody\nleft");
+    EXPECT_EQ(said(), "info somebody | left\n");
+    now_ += 61s;
+    log_.writeCounts();
+    EXPECT_THAT(said(), HasSubstr("info and 10 more of these: somebody | left\n"));
+}
+
 TEST_F(LineLogTest, FailuresOfOneKindAreCountedAlthoughTheirTextsDiffer) {
     for (int i = 0; i < 10'010; ++i) log_.failure("/a.asp getPage!", "reference " + std::to_string(i));
     log_.failure("/b.asp getPage!", "reference b");

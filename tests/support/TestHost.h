@@ -55,6 +55,7 @@ class FakeOperatorLog final : public OperatorLog {
     std::vector<std::string> lines;
 
     void warn(std::string_view line) override { lines.emplace_back(line); }
+    void note(std::string_view line) override { lines.emplace_back(line); }
 };
 
 /// All that a request sees of a server, without a server: everything is public, to be filled and looked at.

@@ -5,16 +5,18 @@
 #include "accounts/Actor.h"
 #include "accounts/AdminEntries.h"
 #include "accounts/AdvancedRights.h"
+#include "accounts/DoorLog.h"
 #include "accounts/EditRights.h"
-#include "accounts/LoginAttempt.h"
 #include "accounts/Logins.h"
 #include "authoring/PageIdentList.h"
 #include "media/MediaKind.h"
 #include "modules/forum/ForumPlace.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/OperatorLog.h"
 #include "platform/Request.h"
 #include "platform/text/Text.h"
+#include "records/AuditTrail.h"
 #include "records/PageIdentity.h"
 
 namespace torvex::operations {
@@ -170,10 +172,22 @@ bool isTyped(const std::vector<Value>& values) {
                        [](const Value& value) { return !value.toText().empty(); });
 }
 
-LoginAttempt attemptOf(GuessThrottle& throttle, const HostContext& host, const Operation& operation,
-                       const std::vector<Value>& values) {
-    return {throttle, LoginAttempt::Kind::Author, host.request.serverVariable("remote_addr"),
-            Values(operation.arguments, values).text(operation.passwordTest->name)};
+std::string nameIn(const Operation& operation, const std::vector<Value>& values) {
+    return Values(operation.arguments, values).text(operation.passwordTest->name);
+}
+
+/// Failures stand in the log and in the trail by what the operation does; here it is what follows from them.
+void reportLockOut(HostContext& host, const std::string& name, std::chrono::seconds wait) {
+    logLockOut(host, LoginAttempt::Kind::Author, name, wait);
+    const std::string description = "Locked out for " + std::to_string(wait.count()) + " seconds - IP " +
+                                    host.request.serverVariable("remote_addr") + " - username " +
+                                    std::string(text::first(text::trim(name), 50));
+    followUp(host.log, "audit of a lock-out", [&] {
+        AuditLine line;
+        line.action = "Access denied";
+        line.description = description;
+        writeAuditLine(host, line);
+    });
 }
 
 }  // namespace
@@ -195,8 +209,12 @@ Verdict Gate::mayCall(const Operation& operation, const std::vector<Value>& valu
     if (!verdict.isAllowed()) return verdict;
     if (const auto* name = withheldIn(operation, values)) return withheld(*name);
     if (!operation.passwordTest || !isTyped(values)) return {};
-    const auto wait = attemptOf(throttle_, host_, operation, values).wait();
-    return wait.count() > 0 ? tooManyTries(wait) : Verdict();
+    attempt_.emplace(throttle_, LoginAttempt::Kind::Author, host_.request.serverVariable("remote_addr"),
+                     nameIn(operation, values));
+    const auto wait = attempt_->begin();
+    if (wait.count() == 0) return {};
+    logEarlyTry(host_);
+    return tooManyTries(wait);
 }
 
 Verdict Gate::mayUse(const Property& property) {
@@ -207,9 +225,10 @@ Verdict Gate::mayUse(const Property& property) {
 
 void Gate::called(const Operation& operation, const std::vector<Value>& values, const Value& result) {
     if (!operation.passwordTest || !isTyped(values)) return;
-    LoginAttempt attempt = attemptOf(throttle_, host_, operation, values);
-    if (result == operation.passwordTest->failed) attempt.failed();
-    if (result == operation.passwordTest->passed) attempt.succeeded();
+    if (result == operation.passwordTest->passed) return attempt_->succeeded();
+    if (result != operation.passwordTest->failed) return attempt_->takeBack();
+    if (const auto wait = attempt_->waitAfterwards(); wait.count() > 0)
+        reportLockOut(host_, nameIn(operation, values), wait);
 }
 
 }  // namespace torvex::operations

@@ -1,13 +1,14 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "accounts/LoginAttempt.h"
 #include "operations/calls/Verdict.h"
 #include "operations/register/Register.h"
 
 namespace torvex {
-class GuessThrottle;
 struct HostContext;
 namespace db {
 class Connection;
@@ -33,17 +34,19 @@ class Gate {
 
     /// Whether this is within the network's reach, and the caller is who may ask for the rest.
     Verdict mayAsk(const Right& right, const std::string& name);
-    /// Whether somebody who may ask may do it with these arguments: converted, in order (see `arrange`).
+    /// Whether somebody who may ask may do it with these arguments: converted, in order (see `arrange`). A
+    /// password among them counts as a wrong one from then on, until `called` knows better.
     Verdict mayCall(const Operation& operation, const std::vector<Value>& values);
     Verdict mayUse(const Property& property);
 
-    /// To be told of every call that was allowed, with what it gave: counts wrong passwords.
+    /// To be told of every call that was allowed, with what it gave.
     void called(const Operation& operation, const std::vector<Value>& values, const Value& result);
 
   private:
     HostContext& host_;
     db::Connection& connection_;
     GuessThrottle& throttle_;
+    std::optional<LoginAttempt> attempt_;  ///< of the call that was allowed last
 };
 
 }  // namespace torvex::operations

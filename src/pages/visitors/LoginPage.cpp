@@ -1,3 +1,4 @@
+#include "accounts/DoorLog.h"
 #include "accounts/LoginAttempt.h"
 #include "delivery/cServer.h"
 #include "pages/Pages.h"
@@ -22,7 +23,7 @@ void answerTooMany(Response& response, std::chrono::seconds wait) {
     response.addHeader("Retry-After", std::to_string(wait.count()));
     response.write(messagePageHtml(
         {.title = "Too many attempts",
-         .explanation = "There were too many failed logins in a short time.",
+         .explanation = "There were too many attempts to log in in a short time.",
          .advice = "Wait " + std::to_string(wait.count()) + " seconds, then go back and try again.",
          .reference = {}}));
 }
@@ -48,6 +49,12 @@ void answerForeign(Response& response) {
                          .reference = {}}));
 }
 
+void reportFailure(HostContext& host, const LoginAttempt& attempt, std::string_view username) {
+    logFailedLogin(host, LoginAttempt::Kind::Visitor, username);
+    if (const auto wait = attempt.waitAfterwards(); wait.count() > 0)
+        logLockOut(host, LoginAttempt::Kind::Visitor, username, wait);
+}
+
 }  // namespace
 
 void loginPage(HostContext& host, GuessThrottle& throttle) {
@@ -57,7 +64,10 @@ void loginPage(HostContext& host, GuessThrottle& throttle) {
     const std::string username = text::lowerTrim(host.request.item("torvex_username"));
     LoginAttempt attempt(throttle, LoginAttempt::Kind::Visitor, host.request.serverVariable("remote_addr"),
                          username);
-    if (const auto wait = attempt.wait(); wait.count() > 0) return answerTooMany(host.response, wait);
+    if (const auto wait = attempt.begin(); wait.count() > 0) {
+        logEarlyTry(host);
+        return answerTooMany(host.response, wait);
+    }
     const auto connection = db::openOwn(host, db::Purpose::Everything);
     cServer server(host);
     server.connect(*connection);
@@ -65,12 +75,14 @@ void loginPage(HostContext& host, GuessThrottle& throttle) {
     const std::string target = server.getLoginURL();
     const double trials = host.session.number(sessionKey::loginTrials);
     if (trials > trialsBefore) {
-        attempt.failed();
+        reportFailure(host, attempt, username);
     } else if (trials == noTrials && !username.empty() &&
                host.session.text(sessionKey::visitorName) == username) {
         // Somebody else who is logged in may post a name without trying to log in; that forgives nothing.
         attempt.succeeded();
         host.session.renewToken();
+    } else {
+        attempt.takeBack();
     }
     host.response.redirect(target.empty() ? "/" : target);
 }

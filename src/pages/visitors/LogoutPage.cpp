@@ -1,7 +1,9 @@
+#include "accounts/DoorLog.h"
 #include "delivery/cServer.h"
 #include "pages/Pages.h"
 #include "pages/SameSite.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
 #include "platform/Session.h"
@@ -13,7 +15,10 @@ void logoutPage(HostContext& host) {
     const auto connection = db::openOwn(host, db::Purpose::Everything);
     cServer server(host);
     server.connect(*connection);
+    const std::string username = host.session.text(sessionKey::visitorName);
     const std::string target = server.getLogoutURL();
+    if (!username.empty() && host.session.text(sessionKey::visitorName).empty())
+        logLogout(host, LoginAttempt::Kind::Visitor, username);
     host.session.renewToken();
     host.response.redirect(target.empty() ? "/" : target);
 }

@@ -25,9 +25,24 @@ TEST_P(LogoutPageTest, LogsOutAndAsksForANewToken) {
 }
 
 TEST_P(LogoutPageTest, AnotherSiteCanNotLogAVisitorOut) {
-    EXPECT_EQ(leave({{"http_sec_fetch_site", "cross-site"}}), "/");
-    EXPECT_EQ(kept("tvx_username"), "ben");
-    EXPECT_FALSE(host.session.takeTokenRequest());
+    for (const NamedValues& from : {NamedValues{{"http_sec_fetch_site", "cross-site"}},
+                                    NamedValues{{"http_origin", "http://evil.test"}},
+                                    NamedValues{{"http_referer", "http://evil.test/tvx.asp?pageId=11"}}}) {
+        EXPECT_EQ(leave(from), "/");
+        EXPECT_EQ(kept("tvx_username"), "ben");
+        EXPECT_FALSE(host.session.takeTokenRequest());
+    }
+}
+
+TEST_P(LogoutPageTest, ALogoutLeavesALine) {
+    leave({{"remote_addr", "192.0.2.1"}});
+    EXPECT_EQ(host.log.lines, (std::vector<std::string>{"logout from 192.0.2.1: visitor \"ben\""}));
+}
+
+TEST_P(LogoutPageTest, WhoeverIsNotLoggedInLeavesNone) {
+    ask("torvex_pageId=11");
+    logoutPage(host.context());
+    EXPECT_TRUE(host.log.lines.empty());
 }
 
 TEST_P(LogoutPageTest, WhereThereIsNothingToDoItLeadsHome) {
