@@ -12,7 +12,8 @@ namespace torvex {
 namespace {
 
 std::string address(const HostContext& host) {
-    return forLog(host.request.serverVariable("remote_addr"));
+    const std::string address = host.request.serverVariable("remote_addr");
+    return address.empty() ? "this machine" : forLog(address);  // of a command there is none
 }
 
 std::string person(LoginAttempt::Kind kind, std::string_view name) {

@@ -1,7 +1,11 @@
 #include "accounts/Proof.h"
 
 #include "accounts/StoredPassword.h"
+#include "platform/ApplicationValues.h"
+#include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/db/Connection.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 
@@ -14,6 +18,9 @@ constexpr std::string_view selectStored =
 
 constexpr std::string_view selectStrong =
     "select loginId from TORVEX_LOGINS where username = ? and password like ?";
+
+constexpr std::string_view updatePassword =
+    "update TORVEX_LOGINS set password = ?, passwordHash = ? where username = ?";
 
 struct Stored {
     std::string password;
@@ -29,6 +36,11 @@ std::optional<Stored> readStored(db::Connection& connection, const std::string& 
 
 }  // namespace
 
+PasswordStore passwordStoreOf(const HostContext& host) {
+    const std::string setting = host.application.text(applicationKey::passwordStore);
+    return text::equals(text::trim(setting), "strong") ? PasswordStore::Strong : PasswordStore::Given;
+}
+
 std::optional<Proof> proofOf(db::Connection& connection, PasswordStore store, const std::string& username,
                              std::string_view password) {
     const auto stored = readStored(connection, username, encodePassword(password));
@@ -41,6 +53,16 @@ std::optional<Proof> proofOf(db::Connection& connection, PasswordStore store, co
     if (store == PasswordStore::Strong) renewal = makeStrongForm(password);
     if (!stored) return std::nullopt;
     return Proof{username, stored->password, std::move(renewal)};
+}
+
+void givePassword(db::Connection& connection, PasswordStore store, std::string_view username,
+                  std::string_view password) {
+    if (store == PasswordStore::Given) {
+        connection.execute(updatePassword, {encodePassword(password), nullptr, username});
+        return;
+    }
+    const StrongForm form = makeStrongForm(password);
+    connection.execute(updatePassword, {form.mark, form.hash, username});
 }
 
 bool hasStrongForm(db::Connection& connection, const std::string& username) {

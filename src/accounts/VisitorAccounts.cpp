@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "accounts/VisitorProof.h"
 #include "platform/db/Connection.h"
 
 namespace torvex {
@@ -9,17 +10,20 @@ namespace torvex {
 namespace {
 
 constexpr std::string_view selectPage =
-    "select userId, username, password, firstname, lastname, validFrom, validTo from TORVEX_USERS "
+    "select userId, username, password, passwordHash, firstname, lastname, validFrom, validTo from "
+    "TORVEX_USERS "
     "where username > ? or (username = ? and userId > ?) order by username, userId limit 500";
 constexpr std::string_view selectUser =
-    "select userId, username, password, firstname, lastname, validFrom, validTo from TORVEX_USERS "
+    "select userId, username, password, passwordHash, firstname, lastname, validFrom, validTo from "
+    "TORVEX_USERS "
     "where username = ? order by userId";
 constexpr std::string_view countUsers =
     "select count(*) as users from TORVEX_USERS where username is not null and username <> ''";
 
 /// A null leaves what is there.
 constexpr std::string_view updateUser =
-    "update TORVEX_USERS set password = coalesce(?, password), firstname = coalesce(?, firstname), "
+    "update TORVEX_USERS set password = coalesce(?, password), "
+    "passwordHash = coalesce(?, passwordHash), firstname = coalesce(?, firstname), "
     "lastname = coalesce(?, lastname), validFrom = coalesce(?, validFrom), validTo = coalesce(?, validTo) "
     "where userId = ?";
 constexpr std::string_view insertUser =
@@ -29,8 +33,17 @@ constexpr std::string_view deleteGroups = "delete from TORVEX_GROUPS_USERS where
 constexpr std::string_view insertGroup = "insert into TORVEX_GROUPS_USERS (groupId, userId) values (?, ?)";
 
 VisitorAccount accountIn(const db::Rows& rows) {
-    return {rows.number("userId"), rows.text("username"),  rows.text("password"), rows.text("firstname"),
-            rows.text("lastname"), rows.text("validFrom"), rows.text("validTo"),  {}};
+    VisitorAccount account;
+    account.userId = rows.number("userId");
+    account.username = rows.text("username");
+    account.password = rows.text("password");
+    const std::string hash = rows.text("passwordHash");
+    if (isKeptStrongly(account.password, hash)) account.passwordHash = hash;
+    account.firstname = rows.text("firstname");
+    account.lastname = rows.text("lastname");
+    account.validFrom = rows.text("validFrom");
+    account.validTo = rows.text("validTo");
+    return account;
 }
 
 /// Of many accounts at once.
@@ -111,12 +124,19 @@ std::vector<std::string> differences(const std::optional<VisitorAccount>& accoun
     return names;
 }
 
+void leaveOutSamePassword(const VisitorAccount& account, VisitorChange& change) {
+    if (account.passwordHash.empty() || !change.password) return;
+    if (isPasswordOf(account.passwordHash, *change.password)) change.password.reset();
+}
+
 void saveVisitor(db::Connection& transaction, const std::optional<VisitorAccount>& account,
                  const VisitorChange& change) {
     const double userId = account ? account->userId : insertAccount(transaction, change);
     if (account) {
+        // A hash that is left over would be asked if the new password looked like a mark.
+        const db::Parameter noHash = change.password ? db::Parameter(std::string_view("")) : nullptr;
         transaction.execute(updateUser,
-                            {given(change.password), given(change.firstname), given(change.lastname),
+                            {given(change.password), noHash, given(change.firstname), given(change.lastname),
                              given(change.validFrom), given(change.validTo), userId});
     }
     if (!change.groups) return;

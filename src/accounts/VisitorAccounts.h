@@ -16,7 +16,8 @@ class Connection;
 struct VisitorAccount {
     double userId = 0;  ///< 0 for one that isn't there yet
     std::string username;
-    std::string password;
+    std::string password;      ///< the mark of the hash, where there is one
+    std::string passwordHash;  ///< "" unless the password is kept strongly
     std::string firstname;
     std::string lastname;
     std::string validFrom;
@@ -27,7 +28,7 @@ struct VisitorAccount {
 /// What is to be written; nothing leaves what is there.
 struct VisitorChange {
     std::string username;
-    std::optional<std::string> password;
+    std::optional<std::string> password;  ///< as typed; it takes the place of a hash
     std::optional<std::string> firstname;
     std::optional<std::string> lastname;
     std::optional<std::string> validFrom;  ///< "yyyymmdd", or "" for no bound
@@ -43,9 +44,13 @@ std::size_t countVisitors(db::Connection& connection);
 /// The account of a username; nothing when there is none. Of several, the oldest.
 std::optional<VisitorAccount> findVisitor(db::Connection& connection, std::string_view username);
 
-/// The names of what a change makes different: "password", "groups". All that it gives, for a new account.
+/// The names of what a change makes different: "password", "groups". All that it gives, for a new account. A
+/// password differs from any hash; see `leaveOutSamePassword`.
 std::vector<std::string> differences(const std::optional<VisitorAccount>& account,
                                      const VisitorChange& change);
+
+/// Takes the password out of the change if it is the one that the account keeps strongly, which costs a hash.
+void leaveOutSamePassword(const VisitorAccount& account, VisitorChange& change);
 
 /// Adds the account or changes the one that is there, with its memberships. Within a transaction of the
 /// caller.

@@ -45,11 +45,6 @@ void auditDenial(cManager& manager, const HostContext& host) {
                           nobodysLine);
 }
 
-PasswordStore passwordStore(const HostContext& host) {
-    const bool strong = text::equals(trimmedSetting(host, applicationKey::passwordStore), "strong");
-    return strong ? PasswordStore::Strong : PasswordStore::Given;
-}
-
 bool isLetIn(const HostContext& host, std::string& address) {
     const std::string filter = trimmedSetting(host, applicationKey::accessFilter);
     const bool isExact = host.application.isTrue(applicationKey::accessFilterExact);
@@ -67,12 +62,12 @@ LoginCode enter(HostContext& host, db::Connection& connection, const std::string
     const auto attempt = [&](const std::optional<Proof>& proof) {
         return proof ? takeLogin(host, *proof, address, author) : LoginCode::Unknown;
     };
-    const auto proof = proofOf(connection, passwordStore(host), username, password);
+    const auto proof = proofOf(connection, passwordStoreOf(host), username, password);
     const LoginCode code = attempt(proof);
     // Another session of the same author may just have put the hash in place of what was proved.
     const bool overtaken = code == LoginCode::Unknown && proof && proof->renewal;
     if (!overtaken || !hasStrongForm(connection, username)) return code;
-    return attempt(proofOf(connection, passwordStore(host), username, password));
+    return attempt(proofOf(connection, passwordStoreOf(host), username, password));
 }
 
 }  // namespace

@@ -113,11 +113,18 @@ class Parser {
             ->capture_default_str();
         app.add_option("--admin-password", init_.adminPassword, "password of the system administrator \"sa\"")
             ->type_name("PW");
+        app.add_option("--passwords", passwords_,
+                       "how they are kept: strong (hashes) or given (the form that other programs read); "
+                       "without it strong, but given with --empty")
+            ->type_name("STORE")
+            ->check(CLI::IsMember({"strong", "given"}));
     }
 
     Command initCommand() {
         if (demo_) init_.content = FirstContent::Demo;
         if (empty_) init_.content = FirstContent::Empty;
+        if (!passwords_.empty())
+            init_.passwords = passwords_ == "strong" ? PasswordStore::Strong : PasswordStore::Given;
         return init_;
     }
 
@@ -253,6 +260,7 @@ class Parser {
     InitOptions init_;
     bool demo_ = false;
     bool empty_ = false;
+    std::string passwords_;
     ServeOptions serve_;
     SqlOptions sql_;
     MigrateOptions migrate_;

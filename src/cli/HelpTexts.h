@@ -31,8 +31,9 @@ inline constexpr const char* initExamples =
     "  torvex init mysite --database postgresql://torvex@localhost/mysite\n"
     "\n"
     "The login of the system administrator is \"sa\". Without --admin-password a password is made and\n"
-    "shown once, and so are those of the demo's team. Passwords ignore case and keep their first 20\n"
-    "characters.";
+    "shown once, and so are those of the demo's team. Passwords ignore case. They are kept as strong\n"
+    "hashes; with --empty or --passwords given in the form that other programs read, of which the first\n"
+    "20 characters count.";
 
 inline constexpr const char* serve =
     "Serves the installation until it is asked to end by SIGTERM or Ctrl-C: running requests are finished\n"
@@ -115,7 +116,7 @@ inline constexpr const char* importingExamples =
 
 inline constexpr const char* exporting =
     "Prints the accounts of visitors as a table that import takes, in UTF-8: without passwords, unless they\n"
-    "are asked for.";
+    "are asked for. Those that are kept as hashes can't be told; import leaves them what they are.";
 
 inline constexpr const char* exportingExamples =
     "Examples:\n"

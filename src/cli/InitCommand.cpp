@@ -6,7 +6,6 @@
 #include <ostream>
 #include <vector>
 
-#include "accounts/StoredPassword.h"
 #include "cli/GeneratedPassword.h"
 #include "cli/InterfaceRenewal.h"
 #include "cli/StarterSite.h"
@@ -34,8 +33,16 @@ constexpr std::array<const char*, 8> folders = {
     "baseTemplates",  "contentTemplates",  "torvex/templates/gen",  "wwwroot/stylesheets",
     "wwwroot/images", "wwwroot/documents", "wwwroot/torvex/images", "search/html"};
 
+constexpr std::string_view setStrongStore =
+    "update TORVEX_SETUP set value = 'strong' where parameter = 'torvex_password_store' and loginId = 0";
+
 constexpr std::string_view selectWebsites =
     "select site, lang from TORVEX_SITES, TORVEX_LANGUAGES order by site";
+
+PasswordStore passwordStoreOf(const InitOptions& options) {
+    const bool isEmpty = options.content == FirstContent::Empty;
+    return options.passwords.value_or(isEmpty ? PasswordStore::Given : PasswordStore::Strong);
+}
 
 /// Absolute, without "..", links or a "/" at its end.
 fs::path plainPath(const std::string& given) {
@@ -107,14 +114,17 @@ class Maker {
     FirstPeople insertFirstRows(const std::string& password) {
         const auto connection = installation_.openDatabase(database_);
         db::Transaction transaction(*connection);
-        insertFixedRows(*connection, encodePassword(password));
+        insertFixedRows(*connection, "");
+        const PasswordStore store = passwordStoreOf(options_);
+        givePassword(*connection, store, "sa", password);
+        if (store == PasswordStore::Strong) connection->execute(setStrongStore);
         if (options_.content == FirstContent::Demo) {
             insertRows(*connection, "demo/rows/", wordsForDemo(clock_));
         }
         if (options_.content == FirstContent::Starter) {
             insertRows(*connection, "starter/rows/", wordsForRows(options_.starter, clock_));
         }
-        FirstPeople people{unlockTeam(*connection), unlockVisitors(*connection)};
+        FirstPeople people{unlockTeam(*connection, store), unlockVisitors(*connection, store)};
         transaction.commit();
         return people;
     }
@@ -185,10 +195,19 @@ void reportPasswords(const InitOptions& options, const std::string& password, co
                 : "\nPasswords are shown this once and kept nowhere. Case doesn't matter in them.\n");
 }
 
+std::string_view storeText(const InitOptions& options) {
+    if (passwordStoreOf(options) == PasswordStore::Strong)
+        return "\nPasswords are kept as strong hashes. For the form that other programs read, make an "
+               "installation\nwith \"--passwords given\".\n";
+    return "\nPasswords are kept in the form that other programs read. \"--passwords strong\" keeps them as "
+           "strong\nhashes; docs/passwords.md tells how to change to it later.\n";
+}
+
 void report(const InitOptions& options, const fs::path& folder, const std::string& password,
             const FirstPeople& people, std::ostream& out) {
     out << fmt::format("Made an installation {} in {}\n", contentText(options), folder.string());
     reportPasswords(options, password, people, out);
+    out << storeText(options);
     out << fmt::format("\nServe it with:  torvex serve --install {}\n", folder.string());
 }
 

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "accounts/Proof.h"
 #include "cli/Terminal.h"
 #include "installation/FirstRows.h"
 
@@ -17,6 +18,8 @@ struct InitOptions {
     StarterSite starter;  ///< for `FirstContent::Starter`
     std::string database = "sqlite:data";
     std::optional<std::string> adminPassword;  ///< none: one is made and shown
+    /// None: strong, but for an installation without a site, which other programs may fill.
+    std::optional<PasswordStore> passwords;
 };
 
 /// Makes an installation, or nothing: what was made so far is taken back when it fails. Throws `UsageError`

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <fmt/format.h>
 
-#include "accounts/StoredPassword.h"
+#include "accounts/VisitorProof.h"
 #include "cli/GeneratedPassword.h"
 #include "platform/db/Connection.h"
 
@@ -14,16 +14,11 @@ namespace {
 constexpr std::string_view selectLocked =
     "select username, name, job from TORVEX_LOGINS where password = 'locked' order by loginId";
 
-constexpr std::string_view setPassword = "update TORVEX_LOGINS set password = ? where username = ?";
-
 constexpr std::string_view selectVisitors =
     "select a.username, a.firstname, a.lastname, c.name from TORVEX_USERS a "
     "inner join TORVEX_GROUPS_USERS b on b.userId = a.userId "
     "inner join TORVEX_USERGROUPS c on c.groupId = b.groupId "
     "where a.password = '' order by a.userId, c.groupId";
-
-/// As it stands: what visitors type is compared with it, and the authors who give it out can read it.
-constexpr std::string_view setVisitorsPassword = "update TORVEX_USERS set password = ? where username = ?";
 
 std::vector<TeamMember> lockedMembers(db::Connection& connection) {
     std::vector<TeamMember> team;
@@ -53,20 +48,16 @@ std::vector<TeamMember> visitorsWithoutPassword(db::Connection& connection) {
 
 }  // namespace
 
-std::vector<TeamMember> unlockTeam(db::Connection& connection) {
+std::vector<TeamMember> unlockTeam(db::Connection& connection, PasswordStore store) {
     auto team = lockedMembers(connection);
-    for (const TeamMember& member : team) {
-        const std::string stored = encodePassword(member.password);
-        connection.execute(setPassword, {stored, member.username});
-    }
+    for (const TeamMember& member : team) givePassword(connection, store, member.username, member.password);
     return team;
 }
 
-std::vector<TeamMember> unlockVisitors(db::Connection& connection) {
+std::vector<TeamMember> unlockVisitors(db::Connection& connection, PasswordStore store) {
     auto visitors = visitorsWithoutPassword(connection);
-    for (const TeamMember& visitor : visitors) {
-        connection.execute(setVisitorsPassword, {visitor.password, visitor.username});
-    }
+    for (const TeamMember& visitor : visitors)
+        giveVisitorPassword(connection, store, visitor.username, visitor.password);
     return visitors;
 }
 

@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "accounts/Proof.h"
+
 namespace torvex::db {
 class Connection;
 }
@@ -18,10 +20,10 @@ struct TeamMember {
 
 /// Gives every login that is still locked a random password of its own: none that is known may open a served
 /// installation. To be run in a transaction. The members in the order of their numbers.
-std::vector<TeamMember> unlockTeam(db::Connection& connection);
+std::vector<TeamMember> unlockTeam(db::Connection& connection, PasswordStore store);
 
 /// Likewise every visitor who has no password yet, each with the names of the groups.
-std::vector<TeamMember> unlockVisitors(db::Connection& connection);
+std::vector<TeamMember> unlockVisitors(db::Connection& connection, PasswordStore store);
 
 /// One line for each member; "" without any.
 std::string teamTable(const std::vector<TeamMember>& team);

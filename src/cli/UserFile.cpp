@@ -189,7 +189,8 @@ std::string userFileHead(bool withPasswords) {
 
 std::string userFileLine(const VisitorAccount& account, const GroupNames& groups, bool withPasswords) {
     std::vector<std::string> cells{account.username};
-    if (withPasswords) cells.push_back(account.password);
+    // Nobody can tell a password that is kept as a hash, and an empty cell leaves it what it is.
+    if (withPasswords) cells.push_back(account.passwordHash.empty() ? account.password : "");
     const std::initializer_list<std::string> others{account.firstname, account.lastname, account.validFrom,
                                                     account.validTo, groups.namesOf(account.groups)};
     cells.insert(cells.end(), others);

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "accounts/VisitorProof.h"
 #include "delivery/Access.h"
 #include "delivery/OnlineState.h"
 #include "delivery/Users.h"
@@ -11,6 +12,7 @@
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
+#include "platform/OperatorLog.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
@@ -108,13 +110,20 @@ class FormLogin {
         : host_(host), connection_(connection), pages_(host, connection) {}
 
     std::string run() {
+        std::string target = lead();
+        if (isIn_ && proof_->renewal) keepStrongly();
+        return target;
+    }
+
+  private:
+    std::string lead() {
         page_ = identify(connection_, host_.request.item("torvex_pageId"));
         if (!page_.isValid()) return {};
         readForm();
         if (isPreview(host_)) return refererOr(host_, page_.pageId);
         if (host_.session.number(sessionKey::loginTrials) >= trialLimit) return fail();
         // Left out, a name or password would be the session's; a form without one means nobody.
-        userId_ = name_.empty() || password_.empty() ? 0 : findUser();
+        if (!name_.empty() && !password_.empty()) findUser();
         if (wanted_ > 0) return enterWanted();
         if (!isTarget(target_)) throw Error("there is no login target \"" + target_ + "\"");
         if (userId_ == 0) return fail();
@@ -123,7 +132,6 @@ class FormLogin {
         return target_ == "group" ? enterGroup() : enterCurrent();
     }
 
-  private:
     void readForm() {
         name_ = field(host_, "torvex_username");
         password_ = field(host_, "torvex_password");
@@ -138,8 +146,18 @@ class FormLogin {
         }
     }
 
-    double findUser() {
-        return asLevel("getUserId !", [&] { return userIdOf(connection_, {name_, password_}); });
+    void findUser() {
+        proof_ = asLevel("getUserId !", [&] {
+            return proofOfVisitor(connection_, passwordStoreOf(host_), name_, password_);
+        });
+        if (proof_) userId_ = proof_->userId;
+    }
+
+    /// At last, as until then all questions go by what the row holds. A login mustn't fail for it.
+    void keepStrongly() {
+        followUp(host_.log, "strong form of a visitor's password", [&] {
+            host_.session.set(sessionKey::visitorPassword, renewVisitor(host_, *proof_, name_, password_));
+        });
     }
 
     std::string enterWanted() {
@@ -151,7 +169,7 @@ class FormLogin {
     std::string enterGroup() {
         logIn("group");
         const PageId entry = asLevel("getEntryPage !", [&] {
-            return entryPageOf(host_, connection_, {name_, password_});
+            return entryPageOf(host_, connection_, {name_, proof_->stored});
         });
         return entry > 0 ? addressOf(host_, entry) : refererOr(host_, page_.pageId);
     }
@@ -179,9 +197,11 @@ class FormLogin {
 
     void logIn(std::string_view target) {
         host_.session.set(sessionKey::visitorName, name_);
-        host_.session.set(sessionKey::visitorPassword, password_);
+        host_.session.set(sessionKey::visitorPassword, proof_->stored);
         host_.session.set(sessionKey::visitorTarget, target);
         host_.session.set(sessionKey::loginTrials, 0);
+        host_.session.renewToken();
+        isIn_ = true;
     }
 
     std::string fail() {
@@ -206,7 +226,9 @@ class FormLogin {
     std::string location_;
     std::string target_;
     PageId wanted_ = 0;  ///< a page that is asked for by name or was applied for before
+    std::optional<VisitorProof> proof_;
     double userId_ = 0;
+    bool isIn_ = false;
 };
 
 /// Chooses where a visitor who has just left goes on.

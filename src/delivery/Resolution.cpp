@@ -5,6 +5,7 @@
 #include "delivery/FolderTrail.h"
 #include "delivery/Neighbours.h"
 #include "delivery/OnlineState.h"
+#include "delivery/Users.h"
 #include "delivery/cServer.h"
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
@@ -158,7 +159,7 @@ class Resolver {
 void cServer::getPage(const std::string& pageIdent, const std::string& username,
                       const std::string& password) try {
     record_ = {};
-    const Visitor visitor{username, password};
+    const Visitor visitor = asStored(host_, connection(), {username, password});
     Resolver(host_, connection(), record_, visitor).resolve(pageIdent);
 } catch (...) {
     raiseFrom("getPage!");

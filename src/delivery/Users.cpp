@@ -2,9 +2,13 @@
 
 #include "delivery/Users.h"
 
+#include "accounts/StrongPassword.h"
+#include "accounts/VisitorProof.h"
 #include "delivery/cServer.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
+#include "platform/Session.h"
 #include "platform/db/Connection.h"
 
 namespace torvex {
@@ -26,11 +30,12 @@ constexpr std::string_view selectExitPage =
     "where a.username = ? and a.password = ? and c.exitPage > 0 order by b.groupId";
 
 /// What was left out is the session's.
-Visitor orOfSession(const HostContext& host, const std::string& username, const std::string& password) {
+Visitor orOfSession(HostContext& host, db::Connection& connection, const std::string& username,
+                    const std::string& password) {
     Visitor user = visitorOf(host);
     if (!username.empty()) user.username = username;
     if (!password.empty()) user.password = password;
-    return user;
+    return asStored(host, connection, user);
 }
 
 PageId groupPage(HostContext& host, db::Connection& connection, std::string_view statement,
@@ -41,6 +46,13 @@ PageId groupPage(HostContext& host, db::Connection& connection, std::string_view
 }
 
 }  // namespace
+
+Visitor asStored(const HostContext& host, db::Connection& connection, const Visitor& user) {
+    // The session's is what the row holds already.
+    if (isStrongMark(user.password) || user.password == host.session.text(sessionKey::visitorPassword))
+        return user;
+    return {user.username, markFor(connection, user.username, user.password).value_or(user.password)};
+}
 
 double userIdOf(db::Connection& connection, const Visitor& user) {
     auto rows = connection.query(selectUser, {user.username, user.password});
@@ -61,31 +73,31 @@ PageId exitPageOf(HostContext& host, db::Connection& connection, const Visitor& 
 }
 
 bool cServer::isUser(const std::string& username, const std::string& password) try {
-    return connection().query(selectUser, {username, password}).next();
+    return userIdOf(connection(), asStored(host_, connection(), {username, password})) != 0;
 } catch (...) {
     raiseFrom("isUser !");
 }
 
 double cServer::getUserId(const std::string& username, const std::string& password) try {
-    return userIdOf(connection(), orOfSession(host_, username, password));
+    return userIdOf(connection(), orOfSession(host_, connection(), username, password));
 } catch (...) {
     raiseFrom("getUserId !");
 }
 
 std::string cServer::getUserPassword(const std::string& username) try {
-    return passwordOf(connection(), orOfSession(host_, username, "").username);
+    return passwordOf(connection(), orOfSession(host_, connection(), username, "").username);
 } catch (...) {
     raiseFrom("getUserPassword !");
 }
 
 PageId cServer::getEntryPage(const std::string& username, const std::string& password) try {
-    return entryPageOf(host_, connection(), orOfSession(host_, username, password));
+    return entryPageOf(host_, connection(), orOfSession(host_, connection(), username, password));
 } catch (...) {
     raiseFrom("getEntryPage !");
 }
 
 PageId cServer::getExitPage(const std::string& username, const std::string& password) try {
-    return exitPageOf(host_, connection(), orOfSession(host_, username, password));
+    return exitPageOf(host_, connection(), orOfSession(host_, connection(), username, password));
 } catch (...) {
     raiseFrom("getExitPage !");
 }

@@ -8,6 +8,9 @@ namespace torvex {
 
 // The visitors who have a name.
 
+/// With the password as the visitor's row holds it, when it is right and kept strongly; else as given.
+Visitor asStored(const HostContext& host, db::Connection& connection, const Visitor& user);
+
 /// 0 when there is no such user.
 double userIdOf(db::Connection& connection, const Visitor& user);
 /// "" when there is no such user.

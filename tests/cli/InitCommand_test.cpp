@@ -156,6 +156,51 @@ TEST_P(InitCommand, GivenPasswordIsStoredEncodedAndNotShown) {
               "{\"password\":\"" + encodePassword("open sesame") + "\"}\n");
 }
 
+// ---- The store of passwords ----
+
+TEST_P(InitCommand, StarterAndDemoKeepPasswordsStronglyFromTheStart) {
+    for (const Arguments& content : {Arguments{}, Arguments{"--demo"}}) {
+        Arguments arguments = content;
+        arguments.insert(arguments.end(), {"--admin-password", "open sesame"});
+        const std::string said = init(arguments);
+        EXPECT_THAT(said, HasSubstr("kept as strong hashes"));
+        EXPECT_THAT(said, HasSubstr("--passwords given"));
+        EXPECT_EQ(sql("select value from TORVEX_SETUP where parameter = 'torvex_password_store'"),
+                  "{\"value\":\"strong\"}\n");
+        for (const auto* table : {"TORVEX_LOGINS", "TORVEX_USERS"})
+            EXPECT_EQ(
+                sql(std::string("select username from ") + table + " where password not like 'strong:%'"),
+                "");
+        for (const auto& [password, code] : {std::pair{"Open Sesame ", "0\n"}, {"wrong", "1\n"}}) {
+            EXPECT_EQ(output({"call", "--install", site(), "cManager.login", "username=sa",
+                              std::string("password=") + password}),
+                      code);
+        }
+        if (GetParam() != db::Engine::Sqlite) break;  // the second would need another database
+        fs::remove_all(site());
+    }
+}
+
+TEST_P(InitCommand, AnEmptyInstallationKeepsThemInTheGivenForm) {
+    EXPECT_THAT(init({"--empty", "--admin-password", "x"}), HasSubstr("--passwords strong"));
+    EXPECT_EQ(sql("select value from TORVEX_SETUP where parameter = 'torvex_password_store'"),
+              "{\"value\":\"\"}\n");
+    EXPECT_EQ(sql("select passwordHash from TORVEX_LOGINS"), "{\"passwordHash\":null}\n");
+}
+
+TEST_P(InitCommand, TheStoreCanBeChosen) {
+    init({"--passwords", "given", "--admin-password", "open sesame"});
+    EXPECT_EQ(sql("select password from TORVEX_LOGINS"),
+              "{\"password\":\"" + encodePassword("open sesame") + "\"}\n");
+    EXPECT_EQ(sql("select value from TORVEX_SETUP where parameter = 'torvex_password_store'"),
+              "{\"value\":\"\"}\n");
+}
+
+TEST_P(InitCommand, AnEmptyInstallationMayHaveTheStrongStore) {
+    init({"--empty", "--passwords", "strong"});
+    EXPECT_THAT(sql("select password from TORVEX_LOGINS"), HasSubstr("strong:"));
+}
+
 TEST_P(InitCommand, MadePasswordIsShownOnceAndIsTheStoredOne) {
     const std::string said = init({"--empty"});
     std::smatch found;
@@ -241,6 +286,7 @@ TEST_F(InitFolder, WrongCodesAreRefused) {
 TEST_F(InitFolder, EmptyTitleAndPasswordAreRefused) {
     expectRefused({"init", site(), "--title", " "}, 2, "--title");
     expectRefused({"init", site(), "--admin-password", " "}, 2, "--admin-password");
+    expectRefused({"init", site(), "--passwords", "plain"}, 2, "--passwords");
 }
 
 TEST_F(InitFolder, TextThatNamesNoDatabaseIsRefused) {

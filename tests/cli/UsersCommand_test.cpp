@@ -3,6 +3,7 @@
 #include <fstream>
 #include <gmock/gmock.h>
 
+#include "accounts/StrongPassword.h"
 #include "cli/ProgramFixture.h"
 #include "platform/text/Charset.h"
 
@@ -207,6 +208,44 @@ TEST_P(UsersCommand, WhatIsExportedIsImportedAsItIs) {
     EXPECT_EQ(importTable(table).code, 0);
     EXPECT_EQ(exported({"--passwords"}), table);
     EXPECT_EQ(memberships(), "{\"username\":\"ann\",\"groupId\":2}\n");
+}
+
+// ---- Passwords that are kept as hashes ----
+
+class StrongUsersCommand : public UsersCommand {
+  protected:
+    void SetUp() override {
+        UsersCommand::SetUp();
+        const StrongForm form = makeStrongForm("rose");
+        sql("update TORVEX_USERS set password = '" + form.mark + "', passwordHash = '" + form.hash + "'");
+        before = users();
+    }
+    std::string hash() { return sql("select passwordHash from TORVEX_USERS where username = 'ann'"); }
+
+    std::string before;
+};
+INSTANTIATE_TEST_SUITE_P(Engines, StrongUsersCommand, bothEngines(), engineName);
+
+TEST_P(StrongUsersCommand, AreNotExported) {
+    const ProgramResult result = run({"export", "users", "--install", site(), "--passwords"});
+    EXPECT_THAT(result.out, HasSubstr("ann,,Ann"));
+    EXPECT_EQ(result.err,
+              "torvex: 1 passwords are kept as hashes and can't be told; their cells are empty\n");
+    EXPECT_EQ(importTable(result.out).out, "Users: 0 added, 0 changed, 1 as they are\n");
+    EXPECT_EQ(users(), before);
+}
+
+TEST_P(StrongUsersCommand, AreLeftByTheSamePassword) {
+    EXPECT_EQ(importTable("username,password\nann,ROSE\n").out, "Users: 0 added, 0 changed, 1 as they are\n");
+    EXPECT_EQ(importTable("username,password,lastname\nann,rose,Oak\n").code, 0);
+    EXPECT_THAT(users(), AllOf(HasSubstr("\"Oak\""), HasSubstr("strong:")));
+}
+
+TEST_P(StrongUsersCommand, GiveWayToAnotherPassword) {
+    EXPECT_EQ(importTable("username,password\nann,strong:abcdefghijklm\n").out,
+              "Users: 0 added, 1 changed, 0 as they are\n");
+    EXPECT_THAT(users(), HasSubstr("strong:abcdefghijklm"));
+    EXPECT_EQ(hash(), "{\"passwordHash\":\"\"}\n");
 }
 
 TEST_P(UsersCommand, ManyUsersShowTheirProgress) {

@@ -62,6 +62,13 @@ TEST_P(LoginTest, WithoutATargetTheVisitorComesBackToThePage) {
     EXPECT_EQ(kept("tvx_target"), "current");
 }
 
+TEST_P(LoginTest, ALoginAsksForANewTokenAndAFailureDoesNot) {
+    postWrong();
+    EXPECT_FALSE(host.session.takeTokenRequest());
+    post("ann");
+    EXPECT_TRUE(host.session.takeTokenRequest());
+}
+
 TEST_P(LoginTest, NameAndPasswordAreTrimmedAndInLowerCase) {
     post({{"torvex_username", " ANN "}, {"torvex_password", " AnnPw "}, {"torvex_loginTarget", " Current "}});
     EXPECT_EQ(kept("tvx_username"), "ann");

@@ -80,7 +80,6 @@ void loginPage(HostContext& host, GuessThrottle& throttle) {
                host.session.text(sessionKey::visitorName) == username) {
         // Somebody else who is logged in may post a name without trying to log in; that forgives nothing.
         attempt.succeeded();
-        host.session.renewToken();
     } else {
         attempt.takeBack();
     }
