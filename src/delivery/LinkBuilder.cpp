@@ -318,11 +318,16 @@ bool LinkBuilder::documentExists(const std::string& site, const std::string& val
                                                     site + "/" + text::replaceAll(value, "%20", " "));
 }
 
+std::string withRealLinks(HostContext& host, db::Connection& connection, std::string html,
+                          const std::string& site) {
+    if (!text::contains(html, "<a ") && !text::contains(html, "<area ")) return html;
+    LinkBuilder builder(host, connection, site);
+    return rewriteLinks(html, builder);
+}
+
 std::string cServer::buildLinks(const std::string& html, const std::string& site, const std::string& /*lang*/,
                                 const std::string& /*mode*/) try {
-    if (!text::contains(html, "<a ") && !text::contains(html, "<area ")) return html;
-    LinkBuilder builder(host_, connection(), site);
-    return rewriteLinks(html, builder);
+    return withRealLinks(host_, connection(), html, site);
 } catch (...) {
     raiseFrom("buildLinks !");
 }

@@ -41,4 +41,8 @@ class LinkBuilder final : public LinkPolicy {
     const std::string defaultPage_;
 };
 
+/// The page with its links as that class makes them.
+std::string withRealLinks(HostContext& host, db::Connection& connection, std::string html,
+                          const std::string& site);
+
 }  // namespace torvex

@@ -1,7 +1,9 @@
 #include "modules/SiteModules.h"
 
 #include "modules/dynamicMenu/MenuLoading.h"
+#include "modules/newsflash/NewsflashBox.h"
 #include "platform/Errors.h"
+#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {
@@ -15,9 +17,14 @@ std::optional<ModuleOutput> SiteModules::dynamicMenu(const ModuleCall& call, Pag
     });
 }
 
-std::optional<ModuleOutput> SiteModules::newsflash(const ModuleCall& /*call*/, std::string_view /*site*/,
-                                                   std::string_view /*lang*/, int /*number*/) {
-    return std::nullopt;
+std::optional<ModuleOutput> SiteModules::newsflash(const ModuleCall& call, std::string_view site,
+                                                   std::string_view lang, int number) {
+    NewsflashBox box;
+    const bool isThere = asLevel("Load (newsflash) !", [&] {
+        return drawNewsflash(call, text::lower(site), text::lower(lang), number, box);
+    });
+    if (!isThere) return std::nullopt;
+    return ModuleOutput{std::move(box.header), std::move(box.content)};
 }
 
 }  // namespace torvex

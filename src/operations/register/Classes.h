@@ -17,5 +17,7 @@ ClassEntry searchOperations();
 ClassEntry imageOperations();
 ClassEntry dynamicMenuOperations();
 ClassEntry forumOperations();
+ClassEntry msgBoardOperations();
+ClassEntry newsflashOperations();
 
 }  // namespace torvex::operations

@@ -71,8 +71,8 @@ const ClassEntry& Register::find(std::string_view name) const {
 Register makeRegister() {
     return Register({serverOperations(), managerOperations(), htmlTemplateOperations(), templateOperations(),
                      baseTemplateOperations(), styleSheetOperations(), applicationOperations(),
-                     setupOperations(), searchOperations(), imageOperations(), dynamicMenuOperations(),
-                     forumOperations()});
+                     setupOperations(), searchOperations(), imageOperations(), msgBoardOperations(),
+                     newsflashOperations(), dynamicMenuOperations(), forumOperations()});
 }
 
 }  // namespace torvex::operations
