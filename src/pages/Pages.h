@@ -12,6 +12,9 @@ struct HostContext;
 void homePage(HostContext& host);
 /// "/tvx.asp?pageId=N": a page, or the way to what the visitor has to see instead.
 void tvxPage(HostContext& host, const PolicyReports& reports);
+/// "/torvex_msgBoard/?pageId=N&cat=PATH&archive=1&page=N": an application page with a part of the message
+/// board; the page's parameter catRoot is the category above which nothing is shown.
+void msgBoardPage(HostContext& host, const PolicyReports& reports);
 /// "/frameset.asp?pageId=N": the frame set around a page, with the functions that links in frames mode call.
 void framesetPage(HostContext& host);
 /// "/redirect.asp?pageId=N": leaves whatever frame it is loaded in and opens the page anew.

@@ -24,6 +24,7 @@ std::vector<PageRoute> pageRoutes() {
     return {
         {"/", homePage},
         {"/tvx.asp", [reports](HostContext& host) { tvxPage(host, *reports); }},
+        {"/torvex_msgboard/", [reports](HostContext& host) { msgBoardPage(host, *reports); }},
         {"/frameset.asp", framesetPage},
         {"/redirect.asp", redirectPage},
         {"/tvxlogin.asp", [throttle](HostContext& host) { loginPage(host, *throttle); }, true, loginBody},

@@ -34,4 +34,12 @@
   window.page = (pageId) => {
     window.location.href = "/tvx.asp?pageId=" + encodeURIComponent(pageId);
   };
+
+  // Another category of the message board on this page.
+  window.viewCat = (category) => {
+    const address = new URL("/torvex_msgBoard/", window.location.href);
+    address.searchParams.set("pageId", new URLSearchParams(window.location.search).get("pageId") || "");
+    address.searchParams.set("cat", category);
+    window.location.href = address;
+  };
 })();

@@ -1,0 +1,86 @@
+#include "pages/visitors/SitePage.h"
+
+#include "delivery/PageRecord.h"
+#include "delivery/ViewCount.h"
+#include "delivery/cServer.h"
+#include "modules/SiteModules.h"
+#include "pages/ContentPolicy.h"
+#include "pages/NoStore.h"
+#include "pages/PublicAddress.h"
+#include "platform/ApplicationValues.h"
+#include "platform/Errors.h"
+#include "platform/HostContext.h"
+#include "platform/Keys.h"
+#include "platform/Request.h"
+#include "platform/Response.h"
+#include "platform/Session.h"
+#include "platform/text/Text.h"
+#include "records/PageIdentity.h"
+#include "records/PageKind.h"
+#include "templates/FramesScript.h"
+#include "templates/HTMLTemplate.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view errorMark = "error:";
+
+std::string askedPage(const HostContext& host) {
+    const std::string asked = host.request.queryString("pageId");
+    return text::trim(asked).empty() ? host.application.text(applicationKey::defaultPageId) : asked;
+}
+
+/// The charset of the page's language; all text of one installation mostly shares one.
+std::string charsetOf(const HostContext& host, cServer& server) {
+    const std::string common = host.application.text(applicationKey::charset);
+    return common.empty() ? server.getCharsetLabel(std::string(langOf(server.pgNodeId()))) : common;
+}
+
+/// The scripts that have been written into the page, for its content policy.
+std::string ownScripts(const HostContext& host, const PageIdentity& page, std::string_view html) {
+    // Within a frame set, links are followed by a script of the frame set's.
+    const bool frames = host.application.isTrue(applicationKey::usesFrames);
+    return frames ? scriptSource(framesScript(page)) : linkSources(html);
+}
+
+void answerPage(HostContext& host, cServer& server, db::Connection& connection, const PolicyReports& reports,
+                const std::string& html) {
+    if (text::startsWith(html, errorMark)) return host.response.redirect(html.substr(errorMark.size()));
+    if (server.hasLoginForm()) forbidStoring(host.response);
+    HTMLTemplate page(host);
+    page.setStrVal(server.buildLinks(html, std::string(siteOf(server.pgNodeId()))));
+    PageIdentity identity;
+    if (host.application.isTrue(applicationKey::usesFrames)) {
+        asLevel("syncFrames !", [&] {
+            identity = identify(connection, server.pgPageId());
+            page.tellFrames(identity);
+        });
+    }
+    asLevel("logPage!", [&] { countView(host, nodeIdFrom(connection, server.pgPageId())); });
+    addContentPolicy(host, siteOf(server.pgNodeId()), ownScripts(host, identity, page.strVal()), reports);
+    host.response.charset = charsetOf(host, server);
+    host.response.write(withPublicPorts(host, page.takeStrVal()));
+}
+
+}  // namespace
+
+void answerSitePage(HostContext& host, const PolicyReports& reports, const std::string& folder,
+                    const MakePage& make) {
+    const auto connection = db::openOwn(host, db::Purpose::Everything);
+    const db::ReadScope oneState(*connection);
+    SiteModules modules;
+    cServer server(host, &modules);
+    server.connect(*connection);
+    server.setCodePage();
+    server.getPage(askedPage(host), host.session.text(sessionKey::visitorName),
+                   host.session.text(sessionKey::visitorPassword));
+    if (server.pgAccess() != pageAccess::open) forbidStoring(host.response);
+    const std::string elsewhere = server.securityCheck(folder);
+    if (!elsewhere.empty()) return host.response.redirect(withPublicPorts(host, elsewhere));
+    if (folder.empty() && hasApplication(kindOf(server.pgType())))
+        return host.response.redirect(server.pgAppURLpublic());
+    answerPage(host, server, *connection, reports, make(server, *connection));
+}
+
+}  // namespace torvex

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace torvex {
+
+class cServer;
+class PolicyReports;
+struct HostContext;
+namespace db {
+class Connection;
+}
+
+/// Makes the page whose record the server holds into what the visitor sees: its assembled text, or the
+/// address to go to behind "error:".
+using MakePage = std::function<std::string(cServer& server, db::Connection& connection)>;
+
+/// Answers a request for a page: who may see it gets it made, everybody else is led to what they have to see
+/// instead. `folder` is "" for pages of the site's own; those of an application are made where its address
+/// holds the folder. Nothing is written while a page is made.
+void answerSitePage(HostContext& host, const PolicyReports& reports, const std::string& folder,
+                    const MakePage& make);
+
+}  // namespace torvex
