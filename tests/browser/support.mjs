@@ -1,6 +1,7 @@
 // A demo installation that is served for the tests of one file, and a browser to look at it.
 import { execFileSync, spawn } from "node:child_process";
-import { mkdtempSync, rmSync } from "node:fs";
+import { mkdtempSync, readFileSync, rmSync } from "node:fs";
+import { createRequire } from "node:module";
 import { tmpdir } from "node:os";
 import { dirname, join } from "node:path";
 import { fileURLToPath } from "node:url";
@@ -8,6 +9,8 @@ import { chromium } from "playwright-core";
 
 const root = join(dirname(fileURLToPath(import.meta.url)), "../..");
 export const program = process.env.TORVEX_PROGRAM ?? join(root, "build/release/torvex");
+
+const axe = readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
 
 const browserOptions = {
   executablePath: process.env.CHROMIUM ?? "/usr/bin/chromium",
@@ -66,3 +69,15 @@ export async function logIn(page, name, password) {
   await page.getByLabel("Password").fill(password);
   await Promise.all([page.waitForNavigation(), page.getByRole("button", { name: "Log in" }).click()]);
 }
+
+// What is wrong with the page as it shows, for who can't see it, or hear, or use a mouse: a line for each finding.
+export async function findingsOfAxe(page) {
+  await page.evaluate(axe);
+  const { violations } = await page.evaluate(() => window.axe.run({
+    runOnly: ["wcag2a", "wcag2aa", "wcag21a", "wcag21aa", "wcag22aa", "best-practice"],
+  }));
+  return violations.flatMap(({ id, nodes }) => nodes.map(({ html, failureSummary }) => `${id}: ${html.slice(0, 120)} (${failureSummary})`));
+}
+
+// How many pixels the page is wider than its window.
+export const sidewaysScroll = (page) => page.evaluate(() => document.documentElement.scrollWidth - window.innerWidth);

@@ -2,11 +2,13 @@
 
 insert into TORVEX_PAGES_LIVE
   (pageId, nodeId, orderId, site, lang, parent, type, title, template, stylesheet, baseTemplate,
-   application, navigation, previous, next, up, onlineFrom, onlineTo, breadcrumb, dynMenu, loginPage,
+   application, app_param_public, app_param_admin, app_system_folder,
+   navigation, previous, next, up, onlineFrom, onlineTo, breadcrumb, dynMenu, loginPage,
    online, author, authoringDate, publisher, publishingDate)
 select
    pageId, nodeId, orderId, site, lang, parent, type, title, template, stylesheet, baseTemplate,
-   application, navigation, previous, next, up, onlineFrom, onlineTo, breadcrumb, dynMenu, loginPage,
+   application, app_param_public, app_param_admin, app_system_folder,
+   navigation, previous, next, up, onlineFrom, onlineTo, breadcrumb, dynMenu, loginPage,
    1, editor, editingDate, 1, editingDate
 from TORVEX_PAGES_DESIGN
 where editStatus <> 'N';

@@ -1,0 +1,105 @@
+import assert from "node:assert/strict";
+import { after, before, describe, test } from "node:test";
+import { findingsOfAxe, sidewaysScroll, startSite } from "./support.mjs";
+
+const boards = { 331: "bg/en", 332: "bg/de", 333: "ri/en", 334: "ri/de" };
+const homes = [1, 101, 201, 301];
+
+describe("the message board", () => {
+  let site;
+  before(async () => { site = await startSite(); });
+  after(async () => { await site?.stop(); });
+
+  const open = async (page, address) => {
+    const answer = await page.goto(`${site.address}${address}`);
+    assert.equal(answer.status(), 200, address);
+    return page;
+  };
+  const withoutScripts = async () => {
+    const context = await site.browser.newContext({ javaScriptEnabled: false });
+    return context.newPage();
+  };
+  const categories = () => site.query("select msgB_site || '/' || msgB_lang as tree, msgB_catId from TORVEX_MSGB_CATEGORIES_LIVE");
+
+  test("is reached from its page and walked without scripts", async () => {
+    const page = await withoutScripts();
+    await open(page, "/tvx.asp?pageId=331");
+    assert.match(page.url(), /\/torvex_msgBoard\/\?pageId=331/);
+    await page.getByRole("link", { name: "In flower now" }).click();
+    assert.match(page.url(), /cat=01\.01/);
+    assert.equal(await page.locator(".board-item").count(), 3);
+    await page.getByRole("link", { name: "Page 2", exact: true }).click();
+    assert.equal(await page.locator(".board-item").count(), 2);
+    assert.equal(await page.locator(".board-pages [aria-current]").innerText(), "Page 2");
+    await page.getByRole("link", { name: "archive" }).click();
+    await page.getByText("Winter aconite under the old lime").waitFor();
+    await page.getByRole("link", { name: "current" }).click();
+    assert.equal(await page.locator(".board-item").count(), 3);
+    await page.getByRole("link", { name: "Garden news" }).click();
+    assert.equal(await page.locator(".board-categories a").count(), 5);
+  });
+
+  test("is walked by the keyboard", async () => {
+    const page = await open(await site.browser.newPage(), "/torvex_msgBoard/?pageId=331");
+    const link = page.getByRole("link", { name: "Walks and workshops" });
+    for (let i = 0; i < 60 && !(await link.evaluate((element) => element === document.activeElement)); ++i)
+      await page.keyboard.press("Tab");
+    await Promise.all([page.waitForURL(/cat=01\.02/), page.keyboard.press("Enter")]);
+    await page.getByRole("heading", { name: "Pruning old apple trees" }).waitFor();
+  });
+
+  test("brings the function that scripts call for a category", async () => {
+    const page = await open(await site.browser.newPage(), "/torvex_msgBoard/?pageId=333");
+    await Promise.all([page.waitForURL(/cat=01\.03/), page.evaluate(() => window.viewCat("01.03"))]);
+    await page.getByText("The fern of 1907").waitFor();
+  });
+
+  test("shows every picture that it names", async () => {
+    const page = await site.browser.newPage();
+    for (const { tree, msgB_catId } of categories()) {
+      const pageId = Object.keys(boards).find((key) => boards[key] === tree);
+      await open(page, `/torvex_msgBoard/?pageId=${pageId}&cat=${msgB_catId}`);
+      const broken = await page.evaluate(async () => {
+        const pictures = [...document.querySelectorAll(".board-picture")];
+        for (const picture of pictures) picture.loading = "eager";
+        await Promise.all(pictures.map((picture) => picture.decode().catch(() => {})));
+        return pictures.filter((picture) => picture.naturalWidth === 0).map((picture) => picture.src);
+      });
+      assert.deepEqual(broken, [], `${tree} ${msgB_catId}`);
+    }
+  });
+
+  test("has no findings of axe and no sideways scrolling in any category, light or dark", async () => {
+    const faults = [];
+    for (const colorScheme of ["light", "dark"]) {
+      const page = await site.browser.newPage({ viewport: { width: 360, height: 740 }, colorScheme });
+      for (const { tree, msgB_catId } of categories()) {
+        const pageId = Object.keys(boards).find((key) => boards[key] === tree);
+        const address = `/torvex_msgBoard/?pageId=${pageId}&cat=${msgB_catId}`;
+        await open(page, address);
+        const tooWide = await sidewaysScroll(page);
+        if (tooWide > 0) faults.push(`${address}: ${tooWide} pixels too wide`);
+        faults.push(...(await findingsOfAxe(page)).map((finding) => `${address} ${colorScheme}: ${finding}`));
+      }
+      await page.close();
+    }
+    assert.deepEqual(faults, []);
+  });
+
+  test("feeds the newsflashes of the home pages, which have no findings either", async () => {
+    const faults = [];
+    for (const width of [360, 1280]) {
+      const page = await site.browser.newPage({ viewport: { width, height: 800 } });
+      for (const pageId of homes) {
+        await open(page, `/tvx.asp?pageId=${pageId}`);
+        assert.ok(await page.locator("[aria-labelledby=newsflash-1] .card").count() >= 2, `page ${pageId}`);
+        assert.ok(await page.locator("[aria-labelledby=newsflash-2] li").count() >= 3, `page ${pageId}`);
+        const tooWide = await sidewaysScroll(page);
+        if (tooWide > 0) faults.push(`page ${pageId}: ${tooWide} pixels too wide`);
+        faults.push(...(await findingsOfAxe(page)).map((finding) => `page ${pageId}: ${finding}`));
+      }
+      await page.close();
+    }
+    assert.deepEqual(faults, []);
+  });
+});
