@@ -49,12 +49,17 @@ BoardRequest readRequest(const HostContext& host, cServer& server) {
     return asked;
 }
 
+/// A category's path in an address, where points may stand as they are.
+std::string inAddress(std::string_view path) {
+    return text::replaceAll(text::urlEncode(path), "%2E", ".");
+}
+
 /// The addresses of the board's parts for an attribute; what is left open comes last.
 class BoardAddresses {
   public:
     explicit BoardAddresses(const BoardRequest& asked)
         : board_(std::string(address) + "?pageId=" + asked.pageId + "&amp;cat="),
-          category_(board_ + text::urlEncode(asked.category)),
+          category_(board_ + inAddress(asked.category)),
           archive_(category_ + "&amp;archive=1"),
           page_((asked.archive ? archive_ : category_) + "&amp;page=") {}
 
@@ -76,7 +81,7 @@ class BoardAddresses {
             const std::size_t end = html.find_first_of("'\\&\"", begin);
             if (end == std::string::npos || html.compare(end, callEnd.size(), callEnd) != 0) continue;
             plain.append(html, kept, at - kept).append("href=\"").append(board_);
-            plain.append(text::urlEncode(html.substr(begin, end - begin))).append("\"");
+            plain.append(inAddress(html.substr(begin, end - begin))).append("\"");
             kept = end + callEnd.size();
         }
         return plain.append(html, kept);

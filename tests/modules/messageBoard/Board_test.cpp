@@ -166,7 +166,7 @@ TEST_P(BoardPageTest, TitlesInTheTrailAreText) {
 
 TEST_P(BoardPageTest, CategoriesBelowStandInTheOrderOfTheirTitles) {
     category(1, "01", "News");
-    category(2, "01.01", " Zinnias ");
+    category(2, "01.01", "Zinnias ");
     category(3, "01.02", "asters & more");
     category(4, "01.03", "Off", {{"msgB_online", 0}});
     category(5, "01.01.01", "Deeper");
@@ -250,6 +250,7 @@ TEST_P(BoardPageTest, AFailureOfTheCategoryNamesItsStep) {
 
 TEST_P(BoardPageTest, AFailureOfTheLinksNamesItsStep) {
     category(1, "01", "News");
+    host.application.set("torvex_hyperlink_check", true);
     drop("TORVEX_PAGES_LIVE");
     const std::string html =
         block("torvex_application_3", block("msgB_item", "") + "<a href=\"page(12)\">x</a>");

@@ -274,7 +274,10 @@ TEST_P(BoardItemsTest, NothingOfAnItemIsAMarker) {
           {"msgB_itemLinkText", markup},
           {"msgB_itemDate", markup},
           {"msgB_itemImage", "<!--!msgB_itemText!-->"}});
-    item(2, 1, "01", "other");
+    item(2, 1, "01", "other",
+         {{"msgB_itemLink", "12"},
+          {"msgB_itemLinkText", "more"},
+          {"msgB_itemImage", "<!--!msgB_itemText!-->"}});
     const std::string layout = tag("msgB_itemTitle") + tag("msgB_itemText") + tag("msgB_image") +
                                tag("msgB_DD") + tag("msgB_YYYY") + tag("msgB_itemLink") + tag("msgB_more");
     for (const bool html : {false, true}) {
@@ -329,7 +332,7 @@ TEST_P(BoardItemsTest, AnItemWithoutALinkHasAPlainTitle) {
     EXPECT_EQ(shown(every(block("msgB_itemTitle", "plain ") +
                           block("msgB_itemLink", "linked " + tag("msgB_itemLink")) +
                           block("msgB_more", tag("msgB_more")))),
-              "plain");
+              "plain ");
 }
 
 TEST_P(BoardItemsTest, ALinkTakesThePlaceOfThePlainTitle) {
