@@ -33,9 +33,6 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   (334, 1, 1, 0, 'Neues aus dem Institut'),
   (334, 2, 1, 0, '<p>Neue Aufsätze und Daten, Vorträge und Funde zwischen den Schränken.</p>');
 
--- Who may see them is asked of the pages above.
-insert into TORVEX_PAGES_GROUPS_DESIGN (pageId, groupId) values (331, 0), (332, 0), (333, 0), (334, 0);
-
 insert into TORVEX_MSGB_CATEGORIES_DESIGN
   (msgB_Id, msgB_site, msgB_lang, msgB_catId, msgB_catTitle, msgB_catDesc, msgB_parent, msgB_itemOrder, msgB_archiveAfter, msgB_archiveVisible, msgB_linkText, msgB_imageAlignment, msgB_imageWidth, msgB_imageHeight, msgB_online, msgB_pageSize, msgB_deleted, msgB_modified)
 values

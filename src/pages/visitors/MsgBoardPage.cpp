@@ -18,6 +18,9 @@ namespace {
 constexpr const char* folder = "torvex_msgBoard";
 constexpr std::string_view address = "/torvex_msgBoard/";
 
+/// Begins an answer that isn't a page but the address to go to.
+constexpr std::string_view errorMark = "error:";
+
 // What a request names, and the page among its parameters.
 constexpr const char* categoryName = "cat";
 constexpr const char* archiveName = "archive";
@@ -94,20 +97,27 @@ class BoardAddresses {
     std::string page_;
 };
 
+/// The page with the part of the board that is asked for, in its blocks.
+std::string withBoard(HostContext& host, cServer& server, db::Connection& connection, std::string html) {
+    const BoardRequest asked = readRequest(host, server);
+    const BoardAddresses addresses(asked);
+    HTMLTemplate page(host);
+    page.setStrVal(std::move(html));
+    addresses.fill(page);
+    msgBoard board(host);
+    board.connect(connection);
+    return addresses.withPlainLinks(board.load(std::string(siteOf(server.pgNodeId())),
+                                               std::string(langOf(server.pgNodeId())), "", asked.root,
+                                               asked.category, asked.archive, asked.page, page.strVal()));
+}
+
 }  // namespace
 
-void msgBoardPage(HostContext& host) {
-    answerApplicationPage(host, folder, [&](cServer& server, db::Connection& connection, std::string html) {
-        const BoardRequest asked = readRequest(host, server);
-        const BoardAddresses addresses(asked);
-        HTMLTemplate page(host);
-        page.setStrVal(std::move(html));
-        addresses.fill(page);
-        msgBoard board(host);
-        board.connect(connection);
-        return addresses.withPlainLinks(board.load(std::string(siteOf(server.pgNodeId())),
-                                                   std::string(langOf(server.pgNodeId())), "", asked.root,
-                                                   asked.category, asked.archive, asked.page, page.strVal()));
+void msgBoardPage(HostContext& host, const PolicyReports& reports) {
+    answerSitePage(host, reports, folder, [&host](cServer& server, db::Connection& connection) {
+        std::string html = server.torvex_preparePage();
+        return text::startsWith(html, errorMark) ? html
+                                                 : withBoard(host, server, connection, std::move(html));
     });
 }
 

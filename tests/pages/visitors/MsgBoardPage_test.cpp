@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "pages/Pages.h"
+#include "pages/PolicyReports.h"
 #include "support/BoardTest.h"
 #include "support/PageAnswer.h"
 
@@ -43,6 +44,8 @@ class MsgBoardPageTest : public BoardTest {
         item(7, 3, "02", "Hidden");
     }
 
+    PolicyReports reports;
+
     static std::string categories() {
         return block("msgB_category", "<a href=\"" + tag("msgB_categoryURL") + tag("msgB_catId") + "\">" +
                                           tag("msgB_catTitle") + "</a>");
@@ -58,7 +61,7 @@ class MsgBoardPageTest : public BoardTest {
     std::string show(const std::string& query) {
         host.response = {};
         ask(query);
-        msgBoardPage(host.context());
+        msgBoardPage(host.context(), reports);
         return seen(host.response.body());
     }
     static std::string linkTo(const std::string& rest) {
@@ -69,7 +72,7 @@ INSTANTIATE_TEST_SUITE_P(Engines, MsgBoardPageTest, bothEngines(), engineName);
 
 TEST_P(MsgBoardPageTest, AnApplicationPageLeadsHere) {
     ask("pageId=31");
-    tvxPage(host.context());
+    tvxPage(host.context(), reports);
     EXPECT_THAT(location(host), testing::StartsWith("/torvex_msgBoard/?pageId=31"));
 }
 
