@@ -72,6 +72,8 @@ std::string_view columnOf(std::string_view selection) {
 std::vector<Item> readNewsflashItems(const ModuleCall& call, const NewsflashItems& wanted) {
     const std::string_view column = columnOf(wanted.selection);
     if (column.empty()) return {};
+    if (!isItemOrder(wanted.order))
+        throw Error(fmt::format("a newsflash has no order of items {}", wanted.order));
     const std::string today = call.host.clock.today();
     const std::string statement =
         fmt::format(fmt::runtime(call.twin == Twin::Design ? selectDesign : selectLive), column,
@@ -107,9 +109,6 @@ std::string drawAll(const ModuleCall& call, const NewsflashItems& wanted, std::v
 
 std::string drawNewsflashItems(const ModuleCall& call, const NewsflashItems& wanted,
                                const std::string& html) try {
-    // No statement could be made of it, so that it fails like one.
-    if (!isItemOrder(wanted.order))
-        throw Error(fmt::format("a newsflash has no order of items {}", wanted.order));
     const bool isHtmlAllowed = call.host.application.isTrue(applicationKey::msgBoardHtmlAllowed);
     HTMLTemplate content(call.host);
     content.setStrVal(html);
