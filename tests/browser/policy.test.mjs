@@ -63,7 +63,7 @@ for (const [mode, frames] of modes) {
 
     if (frames) test("let links call the frame set", async () => {
       await open(8);
-      for (const link of ["a.breadcrumb", "a[rel=next]", ".menu a[href^='javascript:top.page']"]) {
+      for (const link of ["a.breadcrumb", "a[rel=next]", ".foot a[href^='javascript:top.page']"]) {
         const present = await content().locator("h1").innerText();
         await content().locator(link).last().click();
         await content().locator("h1", { hasNotText: present }).waitFor();
