@@ -15,7 +15,7 @@ from collections import defaultdict
 ROOMS = ("platform installation records replication accounts templates media delivery search modules authoring "
          "administration desk operations pages host cli").split()
 # The modules don't know each other but for these; all may use what they share.
-MODULES_TOGETHER = {("newsflash", "messageBoard")}
+MODULES_TOGETHER = {("newsflash", "messageBoard"), ("forum", "mail")}
 LONGEST_FILE = 600
 LONGEST_FUNCTION = 100
 BIGGEST_FILE = 1024 * 1024

@@ -8,6 +8,7 @@
 #include "media/Tables.h"
 #include "modules/dynamicMenu/Tables.h"
 #include "modules/forum/Tables.h"
+#include "modules/mail/Tables.h"
 #include "modules/mailForm/Tables.h"
 #include "modules/messageBoard/Tables.h"
 #include "modules/newsflash/Tables.h"
@@ -73,7 +74,7 @@ std::vector<OwnedTable> allTables() {
     for (const auto& room :
          {installationTables(), recordTables(), replicationTables(), accountTables(), templateTables(),
           mediaTables(), deliveryTables(), searchTables(), messageBoardTables(), newsflashTables(),
-          forumTables(), dynamicMenuTables(), mailFormTables()}) {
+          forumTables(), dynamicMenuTables(), mailFormTables(), mailTables()}) {
         all.insert(all.end(), room.begin(), room.end());
     }
     std::sort(all.begin(), all.end(),

@@ -11,9 +11,11 @@
 #include "host/Descriptors.h"
 #include "host/HttpServer.h"
 #include "installation/Setup.h"
+#include "modules/mail/MailDelivery.h"
 #include "pages/Routes.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Keys.h"
+#include "platform/net/SmtpClient.h"
 #include "platform/text/Text.h"
 #include "search/StraySnapshots.h"
 #include "search/catalogue/Keeper.h"
@@ -70,6 +72,19 @@ ServerUser userOf(const ServerOptions& server, const Installation& installation)
     return user;
 }
 
+/// What is told by mail goes out beside the requests.
+MailDesk mailDesk(OpenInstallation& opened, SmtpClient& client) {
+    const MailSettings& mail = opened.installation.settings().mail;
+    return {.open =
+                [&opened] {
+                    return opened.installation.openDatabase(*opened.database, db::Purpose::Transaction);
+                },
+            .transport = mail.server.host.empty() ? nullptr : &client,
+            .clock = opened.clock,
+            .log = opened.operatorLog,
+            .sender = mail.sender};
+}
+
 constexpr std::string_view workingAsRoot =
     "working as root, which a fault in the program would hand on; name another user in [server] of "
     "torvex.toml";
@@ -100,6 +115,8 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
     user.asRoot([&] { http = makeServer(server, opened.services().with(hits), log); });
     user.giveUpRoot();
     notePorts(opened.application, *http);
+    SmtpClient mailClient(opened.installation.settings().mail.server);
+    std::optional<MailDelivery> mails(mailDesk(opened, mailClient));
     log.info(
         fmt::format("serving {} at {}", opened.installation.folder().string(), addresses(server, *http)));
     std::optional<catalogue::Keeper> keeper;
@@ -112,6 +129,8 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
     opened.xml.cancel();
     http->finish();
     keeper.reset();
+    mailClient.cancel();
+    mails.reset();
     log.info("stopped");
     return ExitCode::Ok;
 }

@@ -11,6 +11,7 @@
 #include "installation/SettingsSection.h"
 #include "platform/Errors.h"
 #include "platform/net/HostNames.h"
+#include "platform/net/MailAddress.h"
 #include "platform/net/Network.h"
 
 namespace torvex {
@@ -18,8 +19,8 @@ namespace torvex {
 namespace {
 
 constexpr std::int64_t mebibyte = 1024 * 1024;
-constexpr std::array<std::string_view, 9> sectionNames = {"database", "server", "tls",    "limits", "paths",
-                                                          "files",    "feeds",  "search", "log"};
+constexpr std::array<std::string_view, 10> sectionNames = {"database", "server", "tls",    "limits", "paths",
+                                                           "files",    "feeds",  "search", "mail",   "log"};
 constexpr std::array<std::string_view, 6> logLevels = {"trace", "debug", "info", "warn", "error", "off"};
 
 std::string readFile(const std::filesystem::path& file) {
@@ -203,6 +204,59 @@ void readSearch(SettingsSection section, SearchSettings& search) {
     search.compare = std::chrono::minutes(minutes);
 }
 
+MailTls readMailTls(SettingsSection& section) {
+    std::string tls = "starttls";
+    section.read("tls", tls);
+    if (tls == "starttls") return MailTls::StartTls;
+    if (tls == "always") return MailTls::Always;
+    if (tls != "none") section.refuse("tls", "\"starttls\", \"always\" or \"none\"");
+    return MailTls::None;
+}
+
+/// The port where servers wait for mails of programs, by the kind of line.
+std::uint16_t usualPort(MailTls tls) {
+    constexpr std::uint16_t submission = 587;
+    constexpr std::uint16_t secureSubmission = 465;
+    constexpr std::uint16_t local = 25;
+    if (tls == MailTls::StartTls) return submission;
+    return tls == MailTls::Always ? secureSubmission : local;
+}
+
+/// "HOST", "HOST:PORT" or "[ADDRESS]:PORT".
+void readMailServer(SettingsSection& section, MailServer& server) {
+    std::string given;
+    section.read("server", given);
+    server.port = usualPort(server.tls);
+    const bool hasPort = given.find(':') != std::string::npos;
+    try {
+        if (!given.empty() && hasPort) {
+            const ListenAddress parsed = parseListenAddress(given);
+            server.host = parsed.address;
+            server.port = parsed.port;
+        } else {
+            server.host = given;
+        }
+    } catch (const Error&) {
+        section.refuse("server", "HOST or HOST:PORT, such as \"mail.example.org:587\"");
+    }
+    if (server.host.find_first_of("/@ \t\r\n") != std::string::npos) {
+        section.refuse("server", "a plain name or address, such as \"mail.example.org\"");
+    }
+}
+
+void readMail(SettingsSection section, MailSettings& mail) {
+    mail.server.tls = readMailTls(section);
+    readMailServer(section, mail.server);
+    section.read("user", mail.server.user);
+    section.read("password", mail.server.password);
+    section.read("sender", mail.sender);
+    section.readSeconds("seconds", mail.server.time);
+    section.refuseOthers();
+    if (!mail.sender.empty() && !isMailAddress(mail.sender)) {
+        section.refuse("sender", "a mail address, such as \"website@example.org\"");
+    }
+}
+
 void readLog(SettingsSection section, std::string& level) {
     section.read("level", level);
     section.refuseOthers();
@@ -229,6 +283,7 @@ Settings readSettings(const std::filesystem::path& file) {
     readFiles(section("files"), settings.server.fileTypes);
     readFeeds(section("feeds"), settings.feeds);
     readSearch(section("search"), settings.search);
+    readMail(section("mail"), settings.mail);
     readLog(section("log"), settings.logLevel);
     return settings;
 }

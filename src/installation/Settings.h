@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "installation/ServerOptions.h"
+#include "platform/net/MailServer.h"
 
 namespace torvex {
 
@@ -30,6 +31,12 @@ struct SearchSettings {
     std::chrono::minutes compare{15};
 };
 
+/// How notices leave by mail.
+struct MailSettings {
+    MailServer server{};
+    std::string sender;  ///< of mails that name none of their own; "" for none
+};
+
 /// Folders of media, below the public files.
 struct PathSettings {
     std::string images = "images";
@@ -44,6 +51,7 @@ struct Settings {
     PathSettings paths;
     FeedSettings feeds;
     SearchSettings search;
+    MailSettings mail;
     std::string logLevel = "info";
 };
 

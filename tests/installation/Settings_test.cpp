@@ -131,6 +131,47 @@ TEST_F(SettingsFile, WithoutACertificateHttpsTakesAProxyThatIsBelieved) {
     EXPECT_TRUE(read("[server]\nhttps_only = true\ntrusted_proxies = [\"10.0.0.1\"]\n").server.httpsAlone);
 }
 
+TEST_F(SettingsFile, WithoutAMailServerThereIsNone) {
+    const Settings settings = read("");
+    EXPECT_EQ(settings.mail.server.host, "");
+    EXPECT_EQ(settings.mail.sender, "");
+}
+
+TEST_F(SettingsFile, AMailServerIsRead) {
+    const MailSettings mail = read(R"([mail]
+server = "mail.example.org:2525"
+tls = "none"
+user = "web"
+password = "word"
+sender = "web@example.org"
+seconds = 2.5
+)")
+                                  .mail;
+    EXPECT_EQ(mail.server.host, "mail.example.org");
+    EXPECT_EQ(mail.server.port, 2525);
+    EXPECT_EQ(mail.server.tls, MailTls::None);
+    EXPECT_EQ(mail.server.user, "web");
+    EXPECT_EQ(mail.server.password, "word");
+    EXPECT_EQ(mail.server.time, 2500ms);
+    EXPECT_EQ(mail.sender, "web@example.org");
+}
+
+TEST_F(SettingsFile, AMailServerHasTheUsualPortOfItsLine) {
+    const std::string server = "[mail]\nserver = \"mail.example.org\"\n";
+    EXPECT_EQ(read(server).mail.server.port, 587);
+    EXPECT_EQ(read(server).mail.server.tls, MailTls::StartTls);
+    EXPECT_EQ(read(server + "tls = \"always\"\n").mail.server.port, 465);
+    EXPECT_EQ(read(server + "tls = \"none\"\n").mail.server.port, 25);
+}
+
+TEST_F(SettingsFile, WrongMailSettingsAreRefusedWithTheirLine) {
+    for (const std::string line :
+         {"server = \"smtp://mail.example.org\"", "server = \"a b\"", "server = \"a:x\"",
+          "server = \"web@mail.example.org\"", "tls = \"yes\"", "sender = \"web\"",
+          "sender = \"a@b.example\\r\\nBcc: c@d.example\"", "sevrer = \"a\""})
+        EXPECT_THAT(refusal("[mail]\n" + line + "\n"), HasSubstr("torvex.toml:2: ")) << line;
+}
+
 TEST_F(SettingsFile, TypesOfPublicFilesAreRead) {
     EXPECT_TRUE(read("").server.fileTypes.empty());
     const Settings settings =

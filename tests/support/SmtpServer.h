@@ -1,0 +1,54 @@
+#pragma once
+
+#include <atomic>
+#include <map>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace torvex::test {
+
+/// A small mail server on 127.0.0.1, without TLS, that keeps what it is given. It answers commands as tests
+/// say. Each connection has a thread; all of it ends with the object.
+class SmtpServer {
+  public:
+    struct Taken {
+        std::string from;  ///< as it stood behind "MAIL FROM:"
+        std::vector<std::string> to;
+        std::string data;   ///< header and text, without the point at the end
+        std::string login;  ///< what was given for "AUTH PLAIN", decoded by nobody
+    };
+
+    SmtpServer();
+    SmtpServer(const SmtpServer&) = delete;
+    SmtpServer& operator=(const SmtpServer&) = delete;
+    ~SmtpServer();
+
+    int port() const { return port_; }
+    /// What a command ("MAIL", "RCPT", "DATA", "AUTH", "." for the mail itself, or "" for the greeting) is
+    /// answered by, in place of yes; "" keeps silent for ever.
+    void answer(const std::string& command, const std::string& reply);
+    std::vector<Taken> mails() const;
+    /// The lines of all connections so far.
+    std::vector<std::string> commands() const;
+
+  private:
+    class Peer;
+
+    void listen();
+    void serve(int socket);
+    std::string replyTo(const std::string& command, const std::string& usual) const;
+
+    int listening_ = -1;
+    int port_ = 0;
+    std::atomic<bool> ending_ = false;
+    mutable std::mutex mutex_;  ///< guards what follows
+    std::map<std::string, std::string> replies_;
+    std::vector<Taken> mails_;
+    std::vector<std::string> commands_;
+    std::vector<std::thread> peers_;
+    std::thread listener_;  ///< last: it starts when all else is there
+};
+
+}  // namespace torvex::test
