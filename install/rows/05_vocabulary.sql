@@ -178,3 +178,28 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (3244, 'Dynamic menus', 'Dynamische Menüs'),
   (3245, 'Site search', 'Suche der Website')
 on conflict (lang_label) do nothing;
+
+-- What the forum says to visitors, in the language of the page.
+insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
+  (4200, 'Please give your post a title.', 'Bitte geben Sie Ihrem Beitrag einen Titel.'),
+  (4201, 'The title is too long; at most 120 characters fit.', 'Der Titel ist zu lang; höchstens 120 Zeichen haben Platz.'),
+  (4202, 'Please write something.', 'Bitte schreiben Sie etwas.'),
+  (4203, 'The text is too long; at most 8000 characters fit. You can send the rest as a second post.', 'Der Text ist zu lang; höchstens 8000 Zeichen haben Platz. Den Rest können Sie als zweiten Beitrag senden.'),
+  (4204, 'Please tell your name; any name will do.', 'Bitte nennen Sie Ihren Namen; irgendeiner genügt.'),
+  (4205, 'The name is too long; at most 60 characters fit.', 'Der Name ist zu lang; höchstens 60 Zeichen haben Platz.'),
+  (4206, 'Please give your e-mail address. It is not shown.', 'Bitte geben Sie Ihre E-Mail-Adresse an. Sie wird nicht gezeigt.'),
+  (4207, 'This is no e-mail address. It looks like name@example.org.', 'Das ist keine E-Mail-Adresse. Sie sieht aus wie name@example.org.'),
+  (4208, 'The field that is to stay empty was filled in. Please send your post once more.', 'Das Feld, das leer bleiben soll, war ausgefüllt. Bitte senden Sie Ihren Beitrag noch einmal.'),
+  (4209, 'We could not tell that this form is ours. Please send your post once more.', 'Wir konnten nicht erkennen, dass dieses Formular von uns ist. Bitte senden Sie Ihren Beitrag noch einmal.'),
+  (4210, 'This page was open for very long. Please send your post once more.', 'Diese Seite war sehr lange offen. Bitte senden Sie Ihren Beitrag noch einmal.'),
+  (4211, 'That was very quick. Please wait a moment and send your post once more.', 'Das ging sehr schnell. Bitte warten Sie einen Augenblick und senden Sie Ihren Beitrag noch einmal.'),
+  (4212, 'There were many posts from here in a short time. Please wait ten minutes and send your post once more.', 'Von hier kamen in kurzer Zeit viele Beiträge. Bitte warten Sie zehn Minuten und senden Sie Ihren Beitrag noch einmal.'),
+  (4213, 'This forum is closed. Your text is still here, so that you can keep it.', 'Dieses Forum ist geschlossen. Ihr Text steht noch hier, damit Sie ihn sichern können.'),
+  (4214, 'This topic has been removed meanwhile. You can begin a new one with your text.', 'Dieses Thema wurde inzwischen entfernt. Sie können mit Ihrem Text ein neues beginnen.'),
+  (4215, 'The post that you answer has been removed meanwhile. You can send your text as an answer to the topic.', 'Der Beitrag, auf den Sie antworten, wurde inzwischen entfernt. Sie können Ihren Text als Antwort auf das Thema senden.'),
+  (4216, 'There is no room left here. You can begin a new topic with your text.', 'Hier ist kein Platz mehr. Sie können mit Ihrem Text ein neues Thema beginnen.'),
+  (4217, 'Your post could not be kept. Please send it once more in a few minutes.', 'Ihr Beitrag konnte nicht gespeichert werden. Bitte senden Sie ihn in einigen Minuten noch einmal.'),
+  (4218, 'New post', 'Neuer Beitrag'),
+  (4219, 'It waits for a moderator.', 'Er wartet auf die Moderation.'),
+  (4220, 'Everybody can read it.', 'Alle können ihn lesen.')
+on conflict (lang_label) do nothing;

@@ -4,6 +4,7 @@ namespace torvex {
 
 class GuessThrottle;
 class PolicyReports;
+class PostDesk;
 struct HostContext;
 
 // One function for each address of the server's own, in a file of its own.
@@ -28,5 +29,14 @@ void errorPage(HostContext& host);
 
 /// "/tvxReport.asp", posted by browsers: what a page's content policy forbids, for the log.
 void policyReportPage(HostContext& host, PolicyReports& reports);
+/// "/torvex_forum/?pageId=N": the forums of an application page; with a forum, its topics.
+void forumsPage(HostContext& host, const PolicyReports& reports);
+/// "/torvex_forum/topics.asp?pageId=N&forumId=F": the topics of a forum, by pages; "&archive=1" the old ones.
+void forumTopicsPage(HostContext& host, const PolicyReports& reports);
+/// "/torvex_forum/reactions.asp?pageId=N&forumId=F&topicId=T": a topic with its reactions.
+void forumReactionsPage(HostContext& host, const PolicyReports& reports);
+/// "/torvex_forum/reaction.asp?pageId=N&forumId=F": the form to begin a topic, or to react to the topic or the
+/// reaction that is named as well; posted, what was typed into it.
+void forumReactionPage(HostContext& host, const PolicyReports& reports, PostDesk& desk);
 
 }  // namespace torvex

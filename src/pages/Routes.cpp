@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "accounts/GuessThrottle.h"
+#include "modules/forum/PostDesk.h"
 #include "pages/ContentPolicy.h"
 #include "pages/Pages.h"
 #include "pages/PolicyReports.h"
@@ -15,12 +16,16 @@ namespace {
 constexpr std::uint64_t loginBody = 16 * 1024;
 constexpr std::uint64_t reportBody = 16 * 1024;
 
+/// More than a post may hold, so that one that is too long comes back to its author.
+constexpr std::uint64_t postBody = 512 * 1024;
+
 }  // namespace
 
 std::vector<PageRoute> pageRoutes() {
     // Guesses are counted over all sessions of the server's life.
     const auto throttle = std::make_shared<GuessThrottle>();
     const auto reports = std::make_shared<PolicyReports>();
+    const auto posts = std::make_shared<PostDesk>();
     return {
         {"/", homePage},
         {"/tvx.asp", [reports](HostContext& host) { tvxPage(host, *reports); }},
@@ -32,6 +37,11 @@ std::vector<PageRoute> pageRoutes() {
         {"/error.asp", errorPage},
         {std::string(policyReportPath), [reports](HostContext& host) { policyReportPage(host, *reports); },
          true, reportBody, "application/csp-report"},
+        {"/torvex_forum/", [reports](HostContext& host) { forumsPage(host, *reports); }},
+        {"/torvex_forum/topics.asp", [reports](HostContext& host) { forumTopicsPage(host, *reports); }},
+        {"/torvex_forum/reactions.asp", [reports](HostContext& host) { forumReactionsPage(host, *reports); }},
+        {"/torvex_forum/reaction.asp",
+         [reports, posts](HostContext& host) { forumReactionPage(host, *reports, *posts); }, true, postBody},
     };
 }
 

@@ -1,15 +1,24 @@
 #include "modules/forum/Forum.h"
 
+#include <algorithm>
+#include <fmt/format.h>
+#include <vector>
+
+#include "accounts/Actor.h"
 #include "modules/forum/ForumPublishing.h"
 #include "modules/forum/ForumScript.h"
+#include "modules/forum/Moderation.h"
+#include "modules/forum/Places.h"
 #include "modules/forum/ReactionTree.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
+#include "platform/OperatorLog.h"
 #include "platform/Session.h"
 #include "platform/db/Grid.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
+#include "records/AuditTrail.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {
@@ -23,12 +32,43 @@ constexpr std::string_view selectForumsWithMarks =
     "select forum_id, forum_name, forum_deleted from TORVEX_FORUM_DESIGN "
     "where forum_site = ? and forum_lang = ? order by forum_name";
 
-/// What `publish` answers.
+/// What operations answer that change something.
 namespace forumStatus {
-constexpr auto published = "";
-constexpr auto noForum = "-2";
+constexpr auto done = "";
+constexpr auto gone = "-2";
 constexpr auto failed = "-99";
 }  // namespace forumStatus
+
+/// Those of a list; without any, the topic itself.
+std::vector<std::string> placesIn(std::string_view references) {
+    std::vector<std::string> places;
+    for (;;) {
+        const std::size_t end = std::min(references.find(','), references.size());
+        places.emplace_back(text::trim(references.substr(0, end)));
+        if (end == references.size()) return places;
+        references.remove_prefix(end + 1);
+    }
+}
+
+/// What goes with another one of the list needn't be removed by itself.
+std::vector<std::string> branchesIn(std::string_view references) {
+    std::vector<std::string> places = placesIn(references);
+    std::sort(places.begin(), places.end());
+    std::vector<std::string> branches;
+    for (std::string& place : places) {
+        const bool goesAlong =
+            !branches.empty() && (place == branches.back() || forumPlace::isBelow(place, branches.back()));
+        if (!goesAlong) branches.push_back(std::move(place));
+    }
+    return branches;
+}
+
+std::string describe(int forumId, int topicId, const std::string& references) {
+    const std::string topic = fmt::format("Topic {} of forum {}", topicId, forumId);
+    return references.empty()
+               ? topic
+               : fmt::format("Reactions {} in topic {} of forum {}", references, topicId, forumId);
+}
 
 }  // namespace
 
@@ -66,11 +106,61 @@ std::string Forum::publish(int forumId, const std::string& site, const std::stri
                                                      if (forumId == 0) {
                                                          publishForums(own, site, lang);
                                                      } else if (!publishForum(own, forumId)) {
-                                                         return db::refuse(std::string(forumStatus::noForum));
+                                                         return db::refuse(std::string(forumStatus::gone));
                                                      }
-                                                     return db::commit(std::string(forumStatus::published));
+                                                     return db::commit(std::string(forumStatus::done));
                                                  });
     return outcome.value;
+}
+
+Value Forum::getWaiting(const std::string& site, const std::string& lang) try {
+    return waitingPosts(connection(), text::lowerTrim(site), text::lowerTrim(lang));
+} catch (...) {
+    raiseFrom("getWaiting !");
+}
+
+std::string Forum::setOnOff(int forumId, int topicId, const std::string& references, bool on, int advId) {
+    const std::string status =
+        changePosts("setOnOff", on ? showPost : hidePost, forumId, topicId, references);
+    if (status.empty()) {
+        recordChange(advId, "save",
+                     describe(forumId, topicId, references) + (on ? " switched on" : " switched off"));
+    }
+    return status;
+}
+
+std::string Forum::deleteReactions(int forumId, int topicId, const std::string& references, int advId) {
+    const std::string status = changePosts("deleteReactions", removePost, forumId, topicId, references);
+    if (status.empty()) recordChange(advId, "delete", describe(forumId, topicId, references) + " removed");
+    return status;
+}
+
+std::string Forum::changePosts(const std::string& operation, Change change, int forumId, int topicId,
+                               const std::string& references) {
+    const auto branches = change == removePost ? branchesIn(references) : placesIn(references);
+    const auto outcome = db::tryInOwnTransaction(
+        host_, operation + " of " + describe(forumId, topicId, references), std::string(forumStatus::failed),
+        [&](db::Connection& own) -> db::Outcome<std::string> {
+            for (const std::string& place : branches) {
+                if (!change(own, forumId, topicId, place)) return db::refuse(std::string(forumStatus::gone));
+            }
+            return db::commit(std::string(forumStatus::done));
+        });
+    return outcome.value;
+}
+
+void Forum::recordChange(int advId, std::string_view action, const std::string& description) {
+    if (advId <= 0) return;
+    const Actor actor = actorOf(host_);
+    followUp(host_.log, description, [&] {
+        AuditLine line;
+        line.loginId = actor.loginId;
+        line.loginName = actor.fullname;
+        line.advId = advId;
+        line.action = action;
+        line.description = description;
+        writeAuditLine(host_, line);
+    });
 }
 
 }  // namespace torvex

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "platform/Value.h"
 #include "platform/db/ConnectionSource.h"
@@ -28,13 +29,28 @@ class Forum {
     /// it with all that was written in them. "" when it is done; "-2" no such forum, "-99" failed.
     std::string publish(int forumId, const std::string& site, const std::string& lang);
 
+    // For moderators
+    /// What visitors have written in the live forums of a site and language and nobody sees yet.
+    Value getWaiting(const std::string& site, const std::string& lang);
+    /// Shows the reactions of a list of places, divided by commas, with those that they answer; or hides them
+    /// with what answers them. An empty list is the topic itself. "" when it is done; "-2" no such topic or
+    /// reaction, "-99" failed.
+    std::string setOnOff(int forumId, int topicId, const std::string& references, bool on, int advId = 0);
+    /// Removes them with all that answers them.
+    std::string deleteReactions(int forumId, int topicId, const std::string& references, int advId = 0);
+
     // For visitors
     /// The topic and the reactions that are shown, drawn as a tree with pictures for the lines; `reactionId`
     /// is marked as the one that is read now. "" without a forum, a topic or any reaction.
     std::string getReactionTree(int forumId, int topicId, int reactionId = 0, const std::string& mode = "L");
 
   private:
+    using Change = bool (*)(db::Connection&, int forumId, int topicId, std::string_view place);
+
     db::Connection& connection() { return connection_.use(host_); }
+    std::string changePosts(const std::string& operation, Change change, int forumId, int topicId,
+                            const std::string& references);
+    void recordChange(int advId, std::string_view action, const std::string& description);
 
     HostContext& host_;
     db::ConnectionSource connection_;

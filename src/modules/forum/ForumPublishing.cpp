@@ -22,10 +22,12 @@ constexpr std::string_view publishOne[] = {
     "insert into TORVEX_FORUM_LIVE (forum_id, forum_site, forum_lang, forum_reference, forum_name, "
     "forum_desc, "
     "forum_hotPeriod, forum_reactionsOnline, forum_archiveAfter, forum_archiveVisible, forum_sendEmail, "
-    "forum_emailFrom, forum_emailSubject, forum_pageSize) "
+    "forum_emailFrom, forum_emailSubject, forum_pageSize, forum_askName, forum_askEmail, forum_emailTo, "
+    "forum_words) "
     "select forum_id, forum_site, forum_lang, forum_reference, forum_name, forum_desc, "
     "forum_hotPeriod, forum_reactionsOnline, forum_archiveAfter, forum_archiveVisible, forum_sendEmail, "
-    "forum_emailFrom, forum_emailSubject, forum_pageSize "
+    "forum_emailFrom, forum_emailSubject, forum_pageSize, forum_askName, forum_askEmail, forum_emailTo, "
+    "forum_words "
     "from TORVEX_FORUM_DESIGN where forum_id = ?",
     "update TORVEX_FORUM_DESIGN set forum_modified = 0 where forum_id = ?",
 };
@@ -41,10 +43,12 @@ constexpr std::string_view publishAll[] = {
     "insert into TORVEX_FORUM_LIVE (forum_id, forum_site, forum_lang, forum_reference, forum_name, "
     "forum_desc, "
     "forum_hotPeriod, forum_reactionsOnline, forum_archiveAfter, forum_archiveVisible, forum_sendEmail, "
-    "forum_emailFrom, forum_emailSubject, forum_pageSize) "
+    "forum_emailFrom, forum_emailSubject, forum_pageSize, forum_askName, forum_askEmail, forum_emailTo, "
+    "forum_words) "
     "select forum_id, forum_site, forum_lang, forum_reference, forum_name, forum_desc, "
     "forum_hotPeriod, forum_reactionsOnline, forum_archiveAfter, forum_archiveVisible, forum_sendEmail, "
-    "forum_emailFrom, forum_emailSubject, forum_pageSize "
+    "forum_emailFrom, forum_emailSubject, forum_pageSize, forum_askName, forum_askEmail, forum_emailTo, "
+    "forum_words "
     "from TORVEX_FORUM_DESIGN where forum_site = ? and forum_lang = ?",
 };
 

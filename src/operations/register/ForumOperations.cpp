@@ -28,6 +28,33 @@ ClassEntry forumOperations() {
                    "those that wait for it with all that was written in them.",
                    accessAtForum("edit", "forumId", "site", "lang"))
                 .codes({code("", "It is published."), refusal("-2", "There is no such forum."), failed()}),
+            reads("getWaiting", &Forum::getWaiting, {argument("site"), argument("lang")},
+                  "What visitors have written and nobody sees yet, the oldest first; reaction 0 is a topic.",
+                  viewAccess(adminEntry::forum, "site", "lang"))
+                .lists({{"forum_id", Number},
+                        {"topic_id", Number},
+                        {"reaction_id", Number},
+                        {"reaction_reference", Text},
+                        {"title", Text},
+                        {"author", Text},
+                        {"day", Text},
+                        {"text", Text},
+                        {"forum_name", Text}}),
+            writes(
+                "setOnOff", &Forum::setOnOff,
+                {argument("forumId"), argument("topicId"), argument("references"), argument("on"),
+                 argument("advId", 0)},
+                "Shows reactions with those that they answer, or hides them with what answers them; without "
+                "any, the topic itself.",
+                accessAtForum("edit", "forumId"))
+                .codes({code("", "It is done."), refusal("-2", "There is no such topic or reaction."),
+                        failed()}),
+            writes("deleteReactions", &Forum::deleteReactions,
+                   {argument("forumId"), argument("topicId"), argument("references"), argument("advId", 0)},
+                   "Removes reactions with all that answers them; without any, the topic itself.",
+                   accessAtForum("edit", "forumId"))
+                .codes({code("", "They are gone."), refusal("-2", "There is no such topic or reaction."),
+                        failed()}),
         });
 }
 
