@@ -104,14 +104,4 @@ Reply readReply(std::string_view message) {
     return reply;
 }
 
-std::string withLength(std::string_view message) {
-    Writer writer;
-    writer.text(message);
-    return writer.take();
-}
-
-std::size_t readLength(std::string_view bytes) {
-    return static_cast<std::size_t>(Reader(bytes).number());
-}
-
 }  // namespace torvex::workerMessages

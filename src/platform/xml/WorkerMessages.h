@@ -6,8 +6,7 @@
 
 #include "platform/xml/XmlTransformer.h"
 
-/// What a program and its helper for XML say to each other: each message is a length of four bytes and as
-/// many bytes. Both are of one machine and one build.
+/// What a program and its helper for XML say to each other: see `WorkerProcess`.
 namespace torvex::workerMessages {
 
 inline constexpr std::size_t longest = 64u << 20;
@@ -27,10 +26,5 @@ std::string write(const Reply& reply);
 /// Throw `Error` for what isn't one.
 Request readRequest(std::string_view message);
 Reply readReply(std::string_view message);
-
-/// The length in front of a message, in as many bytes as `lengthSize`.
-inline constexpr std::size_t lengthSize = 4;
-std::string withLength(std::string_view message);
-std::size_t readLength(std::string_view bytes);
 
 }  // namespace torvex::workerMessages

@@ -8,6 +8,7 @@
 
 #include "platform/Admission.h"
 #include "platform/SlowFailures.h"
+#include "platform/workers/WorkerProcess.h"
 #include "platform/xml/XmlTransformer.h"
 
 namespace torvex {
@@ -38,14 +39,13 @@ class XmlWorkers final : public XmlTransformer {
     void cancel();
 
   private:
-    class Worker;
     class Turn;
 
     std::string ask(const XmlText& stylesheet, const XmlText* data, const NamedValues& parameters,
                     Deadline deadline);
     void remember(const std::string& key, Deadline::Clock::time_point begin, const char* failure);
-    std::shared_ptr<Worker> begin(Deadline until);
-    void end(const std::shared_ptr<Worker>& worker, bool mayGoOn);
+    std::shared_ptr<WorkerProcess> begin(Deadline until);
+    void end(const std::shared_ptr<WorkerProcess>& worker, bool mayGoOn);
 
     const std::string program_;
     Admission& admission_;
@@ -53,8 +53,8 @@ class XmlWorkers final : public XmlTransformer {
     std::mutex mutex_;
     std::condition_variable changed_;
     bool isCancelled_ = false;
-    std::vector<std::shared_ptr<Worker>> idle_;
-    std::vector<std::shared_ptr<Worker>> busy_;
+    std::vector<std::shared_ptr<WorkerProcess>> idle_;
+    std::vector<std::shared_ptr<WorkerProcess>> busy_;
     unsigned count_ = 0;  ///< idle, busy, and about to be
     SlowFailures<std::string> failures_;
 };

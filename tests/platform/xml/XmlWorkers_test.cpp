@@ -8,7 +8,7 @@
 #include <thread>
 #include <unistd.h>
 
-#include "platform/xml/WorkerLimits.h"
+#include "platform/workers/WorkerLimits.h"
 #include "support/FeedTest.h"
 #include "support/RunningProgram.h"
 #include "support/TestDatabase.h"

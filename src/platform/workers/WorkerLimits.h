@@ -17,15 +17,15 @@ inline constexpr bool isSanitized = true;
 inline constexpr bool isSanitized = false;
 #endif
 
-/// What a helper for XML may take.
+/// What a helper may take that takes apart what comes from outside.
 struct WorkerLimits {
-    int cpuSeconds = 2;               ///< for one document or transformation; the system counts whole ones
-    int cpuSecondsOfLife = 60;        ///< whatever it does
-    std::size_t memory = 256u << 20;  ///< beyond what the program itself takes
+    int cpuSeconds = 2;                     ///< for one request; the system counts whole ones
+    int cpuSecondsOfLife = 60;              ///< whatever it does
+    std::size_t memory = 256u << 20;        ///< beyond what the program itself takes
     int descriptors = isSanitized ? 5 : 3;  ///< the ones that it has
 };
 
-/// Gives up, for the rest of this process's life, all that the work on XML doesn't need: files, network,
+/// Gives up, for the rest of this process's life, all that such work doesn't need: files, network,
 /// other processes, more privileges, and more of the machine than the limits say. Throws `Error` when that
 /// can't be done.
 void confineSelf(const WorkerLimits& limits);

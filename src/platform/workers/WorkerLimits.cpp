@@ -1,4 +1,4 @@
-#include "platform/xml/WorkerLimits.h"
+#include "platform/workers/WorkerLimits.h"
 
 #include <algorithm>
 #include <array>
