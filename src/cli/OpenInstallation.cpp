@@ -63,7 +63,8 @@ OpenInstallation::OpenInstallation(Installation opened)
       directHits(*database, application),
       shares(openDiskShare),
       log(makeLog(installation.settings().logLevel)),
-      operatorLog(*log) {
+      operatorLog(*log),
+      extractor("/proc/self/exe") {
     installation.openCurrentDatabase(*database);
     installation.startValues(application);
 }

@@ -19,7 +19,7 @@
 #include "replication/ServerShares.h"
 #include "search/catalogue/ChangedFiles.h"
 #include "search/catalogue/Upkeep.h"
-#include "search/extraction/TextExtractor.h"
+#include "search/extraction/TextWorkers.h"
 
 namespace spdlog {
 class logger;
@@ -67,7 +67,7 @@ struct OpenInstallation {
     ServerShares shares;
     const std::unique_ptr<spdlog::logger> log;  ///< to standard error, from the level of the settings on
     LineLog operatorLog;
-    catalogue::DirectExtractor extractor;
+    catalogue::TextWorkers extractor;
 };
 
 }  // namespace torvex::cli

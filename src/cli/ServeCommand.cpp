@@ -127,6 +127,7 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
     // What still waits for a feed waits in vain; then nothing is at work any more, and it can be said.
     opened.http.cancel();
     opened.xml.cancel();
+    opened.extractor.cancel();
     http->finish();
     keeper.reset();
     mailClient.cancel();

@@ -26,7 +26,8 @@ class Unpacking {
     std::uint64_t number();
     /// Valid as long as the bytes.
     std::string_view text();
-    bool atEnd() const { return rest_.empty(); }
+    /// All that wasn't read yet.
+    std::string_view rest() const { return rest_; }
 
   private:
     std::string_view rest_;

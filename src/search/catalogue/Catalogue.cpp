@@ -17,7 +17,7 @@ namespace torvex::catalogue {
 namespace {
 
 /// Enough for what most visitors look at; all others are found when somebody goes on so far.
-constexpr std::size_t firstHits = 400;
+constexpr std::size_t firstHits = 120;
 /// Rows are read together, as those of a page are asked for one after the other.
 constexpr std::size_t rowsTogether = 25;
 

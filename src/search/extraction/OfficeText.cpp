@@ -49,7 +49,7 @@ class BodyText final : public XmlEvents {
     void startElement(std::string_view name, const Attributes&) override {
         if (name == "body") ++body_;
         if (isHidden(name)) ++hidden_;
-        if (!isOneOf(name, {"span", "a"})) text_.gap();
+        if (!isOneOf(name, {"span", "a", "s"})) text_.gap();
         if (name == "s") text_.add(" ");
     }
     void endElement(std::string_view name) override {

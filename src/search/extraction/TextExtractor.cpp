@@ -53,7 +53,7 @@ bool hasReadableText(std::string_view fileName) {
     return kindOf(fileName) != nullptr;
 }
 
-Reading DirectExtractor::read(const std::string& fileName, const std::string& bytes) {
+Reading DirectExtractor::read(const std::string& fileName, std::string_view bytes) {
     const Kind* kind = kindOf(fileName);
     return kind == nullptr ? Reading{} : kind->read(bytes);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "platform/Errors.h"
 #include "search/extraction/Reading.h"
@@ -19,7 +20,7 @@ class TextExtractor {
     virtual ~TextExtractor() = default;
 
     /// By the name's ending; nothing but the name for a kind that isn't known. Throws `ExtractionError`.
-    virtual Reading read(const std::string& fileName, const std::string& bytes) = 0;
+    virtual Reading read(const std::string& fileName, std::string_view bytes) = 0;
 };
 
 /// Whether files of this name have a text that can be read.
@@ -28,7 +29,7 @@ bool hasReadableText(std::string_view fileName);
 /// Reads it in this process. What a file does to the libraries that read it, it does to the process.
 class DirectExtractor final : public TextExtractor {
   public:
-    Reading read(const std::string& fileName, const std::string& bytes) override;
+    Reading read(const std::string& fileName, std::string_view bytes) override;
 };
 
 }  // namespace torvex::catalogue
