@@ -29,7 +29,7 @@ class IndexCommand : public ProgramDatabaseTest {
     }
     void writeMany(int count) const {
         for (int n = 0; n < count; ++n) {
-            std::string text = "common ";
+            std::string text = "quokka ";
             for (int word = 0; word < 200; ++word)
                 text += "word" + std::to_string((n * 31 + word * 17) % 5000) + " ";
             write("many" + std::to_string(n) + ".txt", text);
@@ -92,10 +92,10 @@ TEST_P(IndexCommand, StoppedItGoesOnLater) {
     const auto result = program.wait();
     if (result.code == 1) {
         EXPECT_THAT(result.out, HasSubstr("goes on"));
-        EXPECT_GT(found("common"), 0);
+        EXPECT_GT(found("quokka"), 0);
     }
     output(index());
-    EXPECT_EQ(found("common"), 3000);
+    EXPECT_EQ(found("quokka"), 3000);
 }
 TEST_P(IndexCommand, KilledAtAnyMomentItLeavesAWholeCatalogue) {
     writeMany(1500);
@@ -108,14 +108,14 @@ TEST_P(IndexCommand, KilledAtAnyMomentItLeavesAWholeCatalogue) {
         // What is there can be searched, also before anybody mends anything.
         if (fs::exists(database() + "/iamglass")) {
             try {
-                EXPECT_LE(found("common"), 1500);
+                EXPECT_LE(found("quokka"), 1500);
             } catch (const catalogue::UnavailableError& error) {
                 EXPECT_THAT(error.what(), HasSubstr("still to be made"));
             }
         }
     }
     output(index());
-    EXPECT_EQ(found("common"), 1500);
+    EXPECT_EQ(found("quokka"), 1500);
     EXPECT_EQ(run(index({"--check"})).code, 0);
 }
 TEST_P(IndexCommand, AServerTakesInWhatIsPublishedWithinTwoSeconds) {
@@ -134,7 +134,7 @@ TEST_P(IndexCommand, AServerAndTheCommandWorkSideBySide) {
     const RunningProgram server(folder(), {"serve", "--install", site(), "--listen", "127.0.0.1:0"});
     server.waitForError("serving ");
     EXPECT_EQ(run(index({"--all"})).code, 0);
-    EXPECT_EQ(found("common"), 500);
+    EXPECT_EQ(found("quokka"), 500);
     EXPECT_THAT(server.err(), testing::Not(HasSubstr("site search")));
 }
 TEST_P(IndexCommand, AServerWithoutARoomForTheCatalogueServes) {

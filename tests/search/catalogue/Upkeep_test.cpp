@@ -326,6 +326,8 @@ TEST_P(UpkeepTest, TheKeeperGoesOnWhenTheFolderCanBeMadeAgain) {
     EXPECT_THAT(log.lines(), ElementsAre(HasSubstr("site search: ")));
     fs::remove(root() + "/data/search");
     EXPECT_TRUE(isFoundInTime("word", 1));
+    // It is said once all is done.
+    for (int n = 0; n < 500 && log.lines().size() < 2; ++n) std::this_thread::sleep_for(20ms);
     EXPECT_THAT(log.lines(), ElementsAre(testing::_, HasSubstr("kept up to date again")));
 }
 TEST_P(UpkeepTest, SearchingGoesOnWhileFilesAreTakenIn) {
