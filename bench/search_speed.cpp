@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fmt/format.h>
@@ -346,6 +346,8 @@ int main(int count, char** arguments) {
         fmt::print("usage: {} PROGRAM [PAGES [DOCUMENTS]]\n", arguments[0]);
         return 2;
     }
+    // Each line as it is known: the whole takes a while.
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
     const auto number = [&](int place, std::size_t otherwise) {
         return count > place ? static_cast<std::size_t>(std::atoll(arguments[place])) : otherwise;
     };
