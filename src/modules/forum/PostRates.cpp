@@ -1,7 +1,8 @@
 #include "modules/forum/PostRates.h"
 
 #include <algorithm>
-#include <boost/asio/ip/address.hpp>
+
+#include "platform/net/Peer.h"
 
 namespace torvex {
 
@@ -30,18 +31,6 @@ void PostRates::makeRoom(Clock::time_point now) {
         return entry.second.empty() || now - entry.second.back() >= options_.window;
     });
     if (taken_.size() + 2 > options_.keys) taken_.clear();
-}
-
-std::string networkOf(std::string_view address) {
-    boost::system::error_code error;
-    const auto parsed = boost::asio::ip::make_address(std::string(address), error);
-    if (error) return std::string(address);
-    if (parsed.is_v4()) return parsed.to_string();
-    const auto v6 = parsed.to_v6();
-    if (v6.is_v4_mapped()) return make_address_v4(boost::asio::ip::v4_mapped, v6).to_string();
-    auto bytes = v6.to_bytes();
-    std::fill(bytes.begin() + 8, bytes.end(), static_cast<unsigned char>(0));
-    return boost::asio::ip::address_v6(bytes).to_string();
 }
 
 }  // namespace torvex

@@ -25,7 +25,7 @@ class PostRates {
     PostRates() : PostRates(Options()) {}
     explicit PostRates(const Options& options) : options_(options) {}
 
-    /// Whether one more may be posted; if so, it is counted for both. `address` as the request has it.
+    /// Whether one more may be posted; if so, it is counted for both. Addresses of one network are one.
     bool take(std::string_view address, std::string_view session, Clock::time_point now = Clock::now());
 
   private:
@@ -38,9 +38,5 @@ class PostRates {
     std::mutex mutex_;
     std::unordered_map<std::string, Times> taken_;
 };
-
-/// What counts as one visitor's address: an IPv4 address, or the /64 of an IPv6 one, which is what one customer
-/// gets. A text that is no address stands for itself.
-std::string networkOf(std::string_view address);
 
 }  // namespace torvex

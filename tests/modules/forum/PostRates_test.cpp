@@ -43,13 +43,5 @@ TEST(PostRates, AFloodOfAddressesTakesNoMoreMemory) {
         EXPECT_TRUE(rates.take("192.0.2.1", std::to_string(i), now + seconds(601 * i)));
 }
 
-TEST(Networks, AnIpv6AddressCountsByItsFirstHalf) {
-    EXPECT_EQ(networkOf("2001:db8:1:2:3:4:5:6"), "2001:db8:1:2::");
-    EXPECT_EQ(networkOf("192.0.2.7"), "192.0.2.7");
-    EXPECT_EQ(networkOf("::ffff:192.0.2.7"), "192.0.2.7");
-    EXPECT_EQ(networkOf("nonsense"), "nonsense");
-    EXPECT_EQ(networkOf(""), "");
-}
-
 }  // namespace
 }  // namespace torvex
