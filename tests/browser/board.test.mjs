@@ -5,6 +5,13 @@ import { findingsOfAxe, sidewaysScroll, startSite } from "./support.mjs";
 const boards = { 331: "bg/en", 332: "bg/de", 333: "ri/en", 334: "ri/de" };
 const homes = [1, 101, 201, 301];
 
+const brokenPictures = (page) => page.evaluate(async () => {
+  const pictures = [...document.images];
+  for (const picture of pictures) picture.loading = "eager";
+  await Promise.all(pictures.map((picture) => picture.decode().catch(() => {})));
+  return pictures.filter((picture) => picture.naturalWidth === 0).map((picture) => picture.outerHTML);
+});
+
 describe("the message board", () => {
   let site;
   before(async () => { site = await startSite(); });
@@ -59,13 +66,7 @@ describe("the message board", () => {
     for (const { tree, msgB_catId } of categories()) {
       const pageId = Object.keys(boards).find((key) => boards[key] === tree);
       await open(page, `/torvex_msgBoard/?pageId=${pageId}&cat=${msgB_catId}`);
-      const broken = await page.evaluate(async () => {
-        const pictures = [...document.querySelectorAll(".board-picture")];
-        for (const picture of pictures) picture.loading = "eager";
-        await Promise.all(pictures.map((picture) => picture.decode().catch(() => {})));
-        return pictures.filter((picture) => picture.naturalWidth === 0).map((picture) => picture.src);
-      });
-      assert.deepEqual(broken, [], `${tree} ${msgB_catId}`);
+      assert.deepEqual(await brokenPictures(page), [], `${tree} ${msgB_catId}`);
     }
   });
 
@@ -94,6 +95,7 @@ describe("the message board", () => {
         await open(page, `/tvx.asp?pageId=${pageId}`);
         assert.ok(await page.locator("[aria-labelledby=newsflash-1] .card").count() >= 2, `page ${pageId}`);
         assert.ok(await page.locator("[aria-labelledby=newsflash-2] li").count() >= 3, `page ${pageId}`);
+        assert.deepEqual(await brokenPictures(page), [], `page ${pageId}`);
         const tooWide = await sidewaysScroll(page);
         if (tooWide > 0) faults.push(`page ${pageId}: ${tooWide} pixels too wide`);
         faults.push(...(await findingsOfAxe(page)).map((finding) => `page ${pageId}: ${finding}`));

@@ -16,13 +16,13 @@ values
 insert into TORVEX_NEWSFLASH_DESIGN
   (nf_Id, id, title, site, lang, itemOrder, itemLength, numberOfItems, mode, templateId, imageAlignment, imageWidth, imageHeight, deleted, modified)
 values
-  (1, 1, 'Latest news', 'bg', 'en', 1, 110, 3, 'M', 45, 5, 0, 0, 0, 0),
+  (1, 1, 'Latest news', 'bg', 'en', 1, 110, 3, 'M', 45, 5, 600, 0, 0, 0),
   (2, 2, 'Coming dates', 'bg', 'en', 2, 0, 4, 'A', 46, 4, 0, 0, 0, 0),
-  (3, 1, 'Neuestes', 'bg', 'de', 1, 110, 3, 'M', 47, 5, 0, 0, 0, 0),
+  (3, 1, 'Neuestes', 'bg', 'de', 1, 110, 3, 'M', 47, 5, 600, 0, 0, 0),
   (4, 2, 'Nächste Termine', 'bg', 'de', 2, 0, 4, 'A', 48, 4, 0, 0, 0, 0),
-  (5, 1, 'Latest news', 'ri', 'en', 1, 110, 3, 'M', 49, 5, 0, 0, 0, 0),
+  (5, 1, 'Latest news', 'ri', 'en', 1, 110, 3, 'M', 49, 5, 600, 0, 0, 0),
   (6, 2, 'Coming dates', 'ri', 'en', 2, 0, 4, 'A', 50, 4, 0, 0, 0, 0),
-  (7, 1, 'Neuestes', 'ri', 'de', 1, 110, 3, 'M', 51, 5, 0, 0, 0, 0),
+  (7, 1, 'Neuestes', 'ri', 'de', 1, 110, 3, 'M', 51, 5, 600, 0, 0, 0),
   (8, 2, 'Nächste Termine', 'ri', 'de', 2, 0, 4, 'A', 52, 4, 0, 0, 0, 0);
 
 insert into TORVEX_NEWSFLASH_CATEGORIES_DESIGN (nf_Id, msgB_Id) values
