@@ -9,13 +9,16 @@ namespace torvex {
 
 namespace {
 
-const std::string& selectSizes() {
-    static const std::string statement =
-        "select img_filename, img_width, img_height from TORVEX_IMAGES where img_site = ? and img_filename "
-        "in "
-        "(" +
-        db::placesOfList("?") + ") order by imgId";
-    return statement;
+/// Most lists show a few pictures.
+constexpr std::size_t shortList = 4;
+
+std::string selectSizes(std::size_t count) {
+    std::string places = "?";
+    for (std::size_t i = 1; i < count; ++i) places += ",?";
+    return "select img_filename, img_width, img_height from TORVEX_IMAGES where img_site = ? and "
+           "img_filename in "
+           "(" +
+           places + ") order by imgId";
 }
 
 /// The whole part of `length` scaled by a fraction.
@@ -48,12 +51,15 @@ ShownImage shownImage(const ImageSize& image, const ImageSize& limit) {
 
 ImageSizes::ImageSizes(db::Connection& connection, std::string_view site,
                        const std::vector<std::string>& filenames) {
-    for (std::size_t from = 0; from < filenames.size(); from += db::listLength) {
-        const std::size_t end = std::min(from + db::listLength, filenames.size());
+    static const std::string selectFew = selectSizes(shortList);
+    static const std::string selectMany = selectSizes(db::listLength);
+    const std::size_t length = filenames.size() <= shortList ? shortList : db::listLength;
+    for (std::size_t from = 0; from < filenames.size(); from += length) {
+        const std::size_t end = std::min(from + length, filenames.size());
         std::vector<db::Parameter> values{site};
         for (std::size_t i = from; i < end; ++i) values.emplace_back(filenames[i]);
-        values.resize(db::listLength + 1, values.back());
-        auto rows = connection.query(selectSizes(), values);
+        values.resize(length + 1, values.back());
+        auto rows = connection.query(length == shortList ? selectFew : selectMany, values);
         while (rows.next()) {
             sizes_.emplace(rows.text("img_filename"), ImageSize{static_cast<int>(rows.number("img_width")),
                                                                 static_cast<int>(rows.number("img_height"))});

@@ -1,11 +1,14 @@
 #include "modules/shared/ItemLayouts.h"
 
+#include <algorithm>
+
 #include "modules/shared/ItemText.h"
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
 #include "platform/text/Text.h"
 #include "templates/HTMLTemplate.h"
+#include "templates/Markers.h"
 
 namespace torvex {
 
@@ -35,6 +38,28 @@ std::string_view layoutName(const ItemNames& names, int alignment) {
 
 bool isAlternating(int alignment) {
     return alignment == static_cast<int>(ImageAlignment::Alternating);
+}
+
+/// The layout with all its tags filled in one pass; what is put in is not looked at again. Tags without a
+/// text stay.
+std::string filled(std::string_view layout, const ItemLayouts::TagTexts& texts) {
+    std::string result;
+    std::size_t kept = 0;
+    for (std::size_t at = markers::find(layout, markers::opening); at != text::npos;
+         at = markers::find(layout, markers::opening, at + 1)) {
+        const std::size_t begin = at + markers::opening.size();
+        const std::size_t end = layout.find(markers::closing, begin);
+        if (end == text::npos) break;
+        const std::string_view name = layout.substr(begin, end - begin);
+        const auto found = std::find_if(texts.begin(), texts.end(),
+                                        [&](const auto& text) { return text::equals(text.first, name); });
+        if (found == texts.end()) continue;
+        result.append(layout, kept, at - kept);
+        markers::checkSize(result.size(), found->second.size());
+        result.append(found->second);
+        kept = end + markers::closing.size();
+    }
+    return result.append(layout, kept);
 }
 
 std::string encodedPart(const std::string& date, std::size_t at, std::size_t count) {
@@ -67,46 +92,47 @@ const std::string& ItemLayouts::nextLayout(bool showsImage) {
 
 std::string ItemLayouts::draw(const Item& item, const ImageSizes& sizes, MonthNames& months) {
     const bool showsImage = this->showsImage(item);
-    HTMLTemplate layout(host_);
-    layout.setStrVal(nextLayout(showsImage));
-    if (showsImage) fillImage(layout, item.image, sizes);
-    fillDate(layout, item.date, months);
-    fillLink(layout, item);
-    layout.replaceTag(names_.title, text::htmlEncode(item.title));
-    // Last, as it is the longest: nothing that is put in is a marker, so the order doesn't matter otherwise.
-    layout.replaceTag(names_.text, item.text);
-    return layout.takeStrVal();
+    std::string layout = nextLayout(showsImage);
+    dropTitleForms(layout, item);
+    TagTexts texts{{names_.title, text::htmlEncode(item.title)}, {names_.text, item.text}};
+    addDate(texts, item.date, months, layout);
+    addLink(texts, item);
+    if (showsImage) addImage(texts, item.image, sizes);
+    return filled(layout, texts);
 }
 
-void ItemLayouts::fillImage(HTMLTemplate& layout, const std::string& image, const ImageSizes& sizes) const {
+/// An item has a linked title or a plain one.
+void ItemLayouts::dropTitleForms(std::string& layout, const Item& item) const {
+    markers::replaceBlocks(layout, item.link.empty() ? names_.linkedTitle : names_.title, "");
+    if (item.link.empty() || item.linkText.empty()) markers::replaceBlocks(layout, names_.more, "");
+}
+
+void ItemLayouts::addImage(TagTexts& texts, const std::string& image, const ImageSizes& sizes) const {
     const ShownImage shown = sizes.shown(image, looks_.limit);
     const std::string address =
         host_.application.text(applicationKey::imagesUrl) + text::htmlEncode(looks_.site + "/" + image);
-    layout.replaceTag(names_.image, shown.columnWidth == 0 ? std::string() : address);
-    layout.replaceTag(names_.imageColWidth, std::to_string(shown.columnWidth));
-    layout.replaceTag(names_.imageWidth, std::to_string(shown.width));
-    layout.replaceTag(names_.imageHeight, std::to_string(shown.height));
+    texts.emplace_back(names_.image, shown.columnWidth == 0 ? std::string() : address);
+    texts.emplace_back(names_.imageColWidth, std::to_string(shown.columnWidth));
+    texts.emplace_back(names_.imageWidth, std::to_string(shown.width));
+    texts.emplace_back(names_.imageHeight, std::to_string(shown.height));
 }
 
-void ItemLayouts::fillDate(HTMLTemplate& layout, const std::string& date, MonthNames& months) const {
+void ItemLayouts::addDate(TagTexts& texts, const std::string& date, MonthNames& months,
+                          std::string_view layout) const {
     const std::string month = encodedPart(date, 4, 2);
-    layout.replaceTag(names_.day, text::htmlEncode(text::last(date, 2)));
-    layout.replaceTag(names_.month, month);
-    layout.replaceTag(names_.shortYear, encodedPart(date, 2, 2));
-    layout.replaceTag(names_.year, encodedPart(date, 0, 4));
-    if (layout.tagExists(names_.monthName))
-        layout.replaceTag(names_.monthName, text::htmlEncode(months.of(month)));
+    texts.emplace_back(names_.day, text::htmlEncode(text::last(date, 2)));
+    texts.emplace_back(names_.month, month);
+    texts.emplace_back(names_.shortYear, encodedPart(date, 2, 2));
+    texts.emplace_back(names_.year, encodedPart(date, 0, 4));
+    if (markers::find(layout, markers::tag(names_.monthName)) != text::npos)
+        texts.emplace_back(names_.monthName, text::htmlEncode(months.of(month)));
 }
 
-void ItemLayouts::fillLink(HTMLTemplate& layout, const Item& item) const {
-    if (item.link.empty()) {
-        layout.replaceAllBlocks(names_.linkedTitle, "");
-        return layout.replaceAllBlocks(names_.more, "");
-    }
-    layout.replaceAllBlocks(names_.title, "");
-    layout.replaceTag(names_.link, linkNotationOf(item.link));
-    if (item.linkText.empty()) return layout.replaceAllBlocks(names_.more, "");
-    layout.replaceTag(names_.more, linkWords(item.linkText, looks_.isHtmlAllowed));
+void ItemLayouts::addLink(TagTexts& texts, const Item& item) const {
+    if (item.link.empty()) return;
+    texts.emplace_back(names_.link, linkNotationOf(item.link));
+    if (!item.linkText.empty())
+        texts.emplace_back(names_.more, linkWords(item.linkText, looks_.isHtmlAllowed));
 }
 
 }  // namespace torvex

@@ -2,6 +2,8 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "modules/shared/ImageSizes.h"
 #include "modules/shared/MonthNames.h"
@@ -44,6 +46,9 @@ struct ItemLooks {
 /// Draws the items of one list in the layouts of a template, one after the other. Lives for one list.
 class ItemLayouts {
   public:
+    /// The names of tags and what they are filled with.
+    using TagTexts = std::vector<std::pair<std::string_view, std::string>>;
+
     /// Takes the layouts out of the template, and the spacer away from it.
     ItemLayouts(HostContext& host, HTMLTemplate& source, const ItemNames& names, ItemLooks looks);
 
@@ -54,9 +59,10 @@ class ItemLayouts {
 
   private:
     const std::string& nextLayout(bool showsImage);
-    void fillImage(HTMLTemplate& layout, const std::string& image, const ImageSizes& sizes) const;
-    void fillDate(HTMLTemplate& layout, const std::string& date, MonthNames& months) const;
-    void fillLink(HTMLTemplate& layout, const Item& item) const;
+    void dropTitleForms(std::string& layout, const Item& item) const;
+    void addImage(TagTexts& texts, const std::string& image, const ImageSizes& sizes) const;
+    void addDate(TagTexts& texts, const std::string& date, MonthNames& months, std::string_view layout) const;
+    void addLink(TagTexts& texts, const Item& item) const;
 
     HostContext& host_;
     const ItemNames& names_;

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "platform/Errors.h"
+#include "platform/db/ScopeMemory.h"
 #include "platform/text/Text.h"
 #include "records/Labels.h"
 #include "records/Vocabulary.h"
@@ -12,6 +13,7 @@ namespace torvex {
 namespace {
 
 constexpr int monthsOfYear = 12;
+constexpr std::string_view monthsQuestion = "names of months";
 
 std::vector<double> monthLabels() {
     std::vector<double> labels;
@@ -23,10 +25,26 @@ std::vector<double> monthLabels() {
 
 std::string MonthNames::of(std::string_view month) {
     const double number = text::toNumber(month);
-    if (names_.empty())
-        names_ = asLevel("getVocab !", [&] { return vocabularyTexts(connection_, lang_, monthLabels()); });
+    if (names_.empty()) read();
     const auto found = names_.find(label::beforeMonths + number);
     return found == names_.end() ? std::string() : found->second;
+}
+
+/// Several lists of a page ask for them.
+void MonthNames::read() {
+    const std::string lines = db::remembered(connection_, monthsQuestion, lang_, [&] {
+        std::string all;
+        const auto names =
+            asLevel("getVocab !", [&] { return vocabularyTexts(connection_, lang_, monthLabels()); });
+        for (const auto& [label, name] : names) all.append(name).append(1, '\n');
+        return all;
+    });
+    std::size_t begin = 0;
+    for (const double label : monthLabels()) {
+        const std::size_t end = lines.find('\n', begin);
+        names_[label] = lines.substr(begin, end - begin);
+        begin = end + 1;
+    }
 }
 
 }  // namespace torvex

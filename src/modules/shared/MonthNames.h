@@ -20,6 +20,8 @@ class MonthNames {
     std::string of(std::string_view month);
 
   private:
+    void read();
+
     db::Connection& connection_;
     std::string lang_;
     std::map<double, std::string> names_;
