@@ -8,6 +8,7 @@
 
 #include "cli/GeneratedPassword.h"
 #include "cli/InterfaceRenewal.h"
+#include "cli/OpenInstallation.h"
 #include "cli/StarterSite.h"
 #include "cli/Team.h"
 #include "cli/UsageError.h"
@@ -15,9 +16,12 @@
 #include "installation/NewDatabase.h"
 #include "installation/NewFiles.h"
 #include "installation/SettingsFile.h"
+#include "installation/Setup.h"
 #include "installation/Undo.h"
 #include "platform/DateTime.h"
+#include "platform/HostContext.h"
 #include "platform/text/Text.h"
+#include "search/Search.h"
 
 namespace torvex::cli {
 
@@ -169,6 +173,18 @@ class Maker {
     Undo undo_;
 };
 
+/// The search of a site reads copies of its pages: with them there is something to be found from the start.
+void writeFirstSnapshots(const fs::path& folder, const Environment& environment) {
+    OpenInstallation opened(Installation::open(folder.string(), environment));
+    opened.runWithoutVisitor([&](HostContext& host) {
+        Setup(host).deriveApplication();
+        const auto connection = opened.installation.openCurrentDatabase(*opened.database);
+        Search search(host);
+        search.connect(*connection);
+        search.initializePages();
+    });
+}
+
 std::string contentText(const InitOptions& options) {
     if (options.content == FirstContent::Demo) return "with the demo sites";
     if (options.content == FirstContent::Empty) return "without a site";
@@ -228,6 +244,7 @@ ExitCode init(const InitOptions& options, const Environment& environment, const 
 
     const std::string password = options.adminPassword ? *options.adminPassword : generatePassword();
     const auto people = Maker(options, installation, *database).make(password);
+    if (options.content != FirstContent::Empty) writeFirstSnapshots(folder, environment);
     report(options, folder, password, people, terminal.out);
     return ExitCode::Ok;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "search/SearchRun.h"
+
 namespace torvex {
 
 class GuessThrottle;
@@ -24,6 +26,13 @@ void redirectPage(HostContext& host);
 void loginPage(HostContext& host, GuessThrottle& throttle);
 /// "/tvxLogout.asp": logs the visitor out and goes where that leads.
 void logoutPage(HostContext& host);
+/// "/torvex_search/search.asp?pageId=N": a search page with the results of what the request searches for. A
+/// form that is posted is kept, and leads to the same address.
+void searchPage(HostContext& host, const PolicyReports& reports, const OpenCatalogue& open = catalogue::open);
+/// "/torvex_search/": the same under its short name.
+void searchFolderPage(HostContext& host, const PolicyReports& reports);
+/// "/torvex_search/suggest?pageId=N&q=WORDS": titles that begin so, in the language of a search page, as JSON.
+void searchSuggestions(HostContext& host);
 /// "/error.asp?pageId=N&error=VALUE": tells a visitor why there is no page, with a fitting status.
 void errorPage(HostContext& host);
 

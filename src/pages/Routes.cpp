@@ -15,6 +15,8 @@ namespace {
 /// A name, a password and where to go: strangers may send these forms, so they get no more than that takes.
 constexpr std::uint64_t loginBody = 16 * 1024;
 constexpr std::uint64_t reportBody = 16 * 1024;
+/// The fields of a search form; its words are cut to some hundred characters anyway.
+constexpr std::uint64_t searchBody = 16 * 1024;
 
 /// More than a post may hold, so that one that is too long comes back to its author.
 constexpr std::uint64_t postBody = 512 * 1024;
@@ -34,6 +36,11 @@ std::vector<PageRoute> pageRoutes() {
         {"/redirect.asp", redirectPage},
         {"/tvxlogin.asp", [throttle](HostContext& host) { loginPage(host, *throttle); }, true, loginBody},
         {"/tvxlogout.asp", logoutPage, true, loginBody},
+        {"/torvex_search/", [reports](HostContext& host) { searchFolderPage(host, *reports); }, true,
+         searchBody},
+        {"/torvex_search/search.asp", [reports](HostContext& host) { searchPage(host, *reports); }, true,
+         searchBody},
+        {"/torvex_search/suggest", searchSuggestions},
         {"/error.asp", errorPage},
         {std::string(policyReportPath), [reports](HostContext& host) { policyReportPage(host, *reports); },
          true, reportBody, "application/csp-report"},

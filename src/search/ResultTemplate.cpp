@@ -125,9 +125,10 @@ std::string takenBlock(HTMLTemplate& layout, std::string_view name) {
 
 }  // namespace
 
-ResultTemplate::ResultTemplate(HostContext& host, std::string_view block,
-                               std::vector<std::string> extraColumns)
-    : host_(host), extraColumns_(std::move(extraColumns)) {
+ResultTemplate::ResultTemplate(HostContext& host, std::string_view block, const KeptQuery& query)
+    : host_(host),
+      extraColumns_(query.extraColumns),
+      marks_(query.soughtWords, query.search.derivation, query.query.language) {
     HTMLTemplate layout(host);
     layout.setStrVal(std::string(block));
     graphUnit_ = takenBlock(layout, "search_rankingGraph");
@@ -144,6 +145,8 @@ std::string ResultTemplate::fill(const catalogue::Row& row, const FoundFile& fil
     fillFile(piece, row, file);
     piece.tag("search_rankingGraph", graph(row.rank, rankBase));
     fillFields(piece, row, file);
+    piece.tag("search_titleMarked", marks_.marked(text::trim(columnOf(row, "doctitle"))));
+    piece.tag("search_abstractMarked", marks_.marked(text::trim(row.characterization)));
     for (const std::string& column : extraColumns_)
         piece.field("search_" + column, "search_no" + column, columnOf(row, column));
     return piece.take();

@@ -63,7 +63,7 @@ void ResultsPage::keepPlaces() {
 }
 
 std::string ResultsPage::pieces() {
-    const ResultTemplate result(host_, text_.extractBlock(resultBlock), run_.running.query->extraColumns);
+    const ResultTemplate result(host_, text_.extractBlock(resultBlock), *run_.running.query);
     std::string joined;
     for (std::size_t place = 0; place < list_.shown.size(); ++place) {
         const ShownResult& shown = list_.shown[place];

@@ -1,0 +1,155 @@
+import assert from "node:assert/strict";
+import { after, before, beforeEach, afterEach, describe, test } from "node:test";
+import { logIn, startSite } from "./support.mjs";
+
+const english = 381;
+const german = 382;
+
+describe("the search of the demo", () => {
+  let site;
+  let context;
+  let page;
+  const search = (words, pageId = english) =>
+    page.goto(`${site.address}/torvex_search/search.asp?pageId=${pageId}&search_string=${encodeURIComponent(words)}`);
+  const titles = () => page.locator(".search-results h2").allInnerTexts();
+  const status = async () => (await page.getByRole("status").innerText()).replace(/\s+/g, " ").trim();
+
+  before(async () => {
+    site = await startSite();
+    // The catalogue is made in the background.
+    for (let i = 0; i < 200; ++i) {
+      const html = await (await fetch(`${site.address}/torvex_search/search.asp?pageId=${english}&search_string=snowdrops`)).text();
+      if (html.includes("search-results")) return;
+      await new Promise((resolve) => setTimeout(resolve, 100));
+    }
+    throw new Error("nothing is found");
+  });
+  after(async () => { await site?.stop(); });
+  const begin = async (options = {}) => {
+    context = await site.browser.newContext({ viewport: { width: 1280, height: 900 }, ...options });
+    page = await context.newPage();
+  };
+  beforeEach(() => begin());
+  afterEach(async () => { await context.close(); });
+
+  test("finds pages and marks the words", async () => {
+    await search("snowdrop");
+    assert.ok((await titles()).includes("Counting snowdrops"));
+    assert.match(await status(), /^Results 1 to \d+ for “snowdrop”$/);
+    assert.match(await page.locator(".search-results mark").first().innerText(), /^snowdrops?$/i);
+    assert.match(await page.title(), /^snowdrop – /);
+    await page.getByRole("link", { name: "Counting snowdrops" }).click();
+    assert.match(await page.title(), /snowdrops/i);
+  });
+
+  test("opens documents as they are", async () => {
+    await search("map");
+    const link = page.locator(".search-results li:has(.search-type) a").first();
+    const href = await link.getAttribute("href");
+    assert.match(href, /^\/documents\/bg\//);
+    assert.equal((await page.request.get(site.address + href)).status(), 200);
+  });
+
+  test("leads from page to page and back", async () => {
+    await search("garden");
+    const first = await titles();
+    assert.equal(first.length, 6);
+    await page.getByRole("link", { name: "More results" }).click();
+    assert.match(await status(), /^Results 7 to /);
+    const second = await titles();
+    assert.ok(second.every((title) => !first.includes(title)));
+    await page.getByRole("link", { name: "Previous results" }).click();
+    assert.deepEqual(await titles(), first);
+    assert.equal(await page.getByRole("link", { name: "Previous results" }).count(), 0);
+    await page.goBack();
+    assert.deepEqual(await titles(), second);
+  });
+
+  test("says that nothing was found, and asks for words", async () => {
+    await search("xyzzyplugh");
+    assert.match(await status(), /^Nothing was found for “xyzzyplugh”/);
+    assert.deepEqual(await titles(), []);
+    await search("");
+    assert.match(await status(), /^A word or two will do/);
+    await search("a");
+    assert.match(await status(), /^There is no word in this/);
+  });
+
+  test("suggests what was probably meant", async () => {
+    await search("snowdrobs");
+    await page.locator(".search-suggestion a").click();
+    assert.ok((await titles()).includes("Counting snowdrops"));
+  });
+
+  test("shows words as words", async () => {
+    const alerts = [];
+    page.on("dialog", (dialog) => { alerts.push(dialog.message()); return dialog.dismiss(); });
+    for (const words of ['<script>alert(1)</script>', '"><img src=x onerror=alert(1)>', "') OR (#filename=*", '"unended']) {
+      await search(words);
+      assert.equal(await page.getByLabel("What are you looking for?").inputValue(), words);
+    }
+    assert.deepEqual(alerts, []);
+  });
+
+  test("finds nothing that a visitor may not see", async () => {
+    await search("volunteers board");
+    const anonymous = await titles();
+    assert.ok(!anonymous.includes("Volunteers’ board"), anonymous.join());
+    await page.goto(`${site.address}/tvx.asp?pageId=44`);
+    await logIn(page, "rowan", "spade");
+    await search("volunteers board");
+    assert.ok((await titles()).includes("Volunteers’ board"));
+  });
+
+  test("speaks German", async () => {
+    await search("Palme", german);
+    assert.match(await status(), /^Treffer 1 bis \d+ für „Palme“/);
+    assert.ok((await titles()).includes("Palmenhaus") || (await titles()).some((title) => /Palme/.test(title)));
+  });
+
+  test("completes titles by the keyboard", async () => {
+    await search("");
+    const field = page.getByLabel("What are you looking for?");
+    await field.pressSequentially("coun");
+    const option = page.getByRole("option", { name: "Counting snowdrops" });
+    await option.waitFor();
+    assert.equal(await field.getAttribute("aria-expanded"), "true");
+    await field.press("ArrowDown");
+    assert.equal(await field.getAttribute("aria-activedescendant"), await option.getAttribute("id"));
+    assert.equal(await option.getAttribute("aria-selected"), "true");
+    await field.press("Escape");
+    assert.equal(await field.getAttribute("aria-expanded"), "false");
+    assert.equal(await field.inputValue(), "coun");
+    await field.press("t");
+    await option.waitFor();
+    await field.press("ArrowUp");
+    await Promise.all([page.waitForNavigation(), field.press("Enter")]);
+    assert.equal(await page.getByLabel("What are you looking for?").inputValue(), "Counting snowdrops");
+    assert.equal((await titles())[0], "Counting snowdrops");
+  });
+
+  test("offers no title that a visitor may not see", async () => {
+    const answer = await page.request.get(`${site.address}/torvex_search/suggest?pageId=${english}&q=volunteers`);
+    assert.deepEqual(await answer.json(), { suggestions: [] });
+  });
+
+  test("works without a script", async () => {
+    await context.close();
+    await begin({ javaScriptEnabled: false });
+    await search("");
+    await page.getByLabel("What are you looking for?").fill("garden");
+    await page.getByRole("main").getByRole("button", { name: "Search" }).click();
+    assert.match(await status(), /^Results 1 to 6/);
+    await page.getByRole("link", { name: "More results" }).click();
+    assert.match(await status(), /^Results 7 to /);
+    await page.getByRole("link", { name: "Previous results" }).click();
+    assert.match(await status(), /^Results 1 to 6/);
+  });
+
+  test("fits a phone", async () => {
+    await context.close();
+    await begin({ viewport: { width: 360, height: 740 } });
+    await search("garden");
+    assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), 360);
+  });
+});
