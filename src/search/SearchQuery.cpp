@@ -5,6 +5,7 @@
 
 #include "platform/text/Text.h"
 #include "search/SearchTexts.h"
+#include "search/catalogue/Words.h"
 
 namespace torvex {
 
@@ -96,7 +97,8 @@ std::string soughtWords(const SearchParameters& search) {
     const double shortest = text::isNumeric(search.wordLength) ? text::toNumber(search.wordLength) : 0;
     std::string sought;
     for (const std::string& word : splitWords(words)) {
-        if (isOperator(word) || static_cast<double>(text::length(word)) < shortest) continue;
+        const bool isWord = catalogue::WordReader(word).next();
+        if (!isWord || isOperator(word) || static_cast<double>(text::length(word)) < shortest) continue;
         sought.append(sought.empty() ? "" : " ").append(word);
     }
     return sought;

@@ -14,9 +14,11 @@ std::vector<std::string> paths(bool onlyPosted) {
     return found;
 }
 
-TEST(Routes, OnlyLoginsLogoutsReportsOfBrowsersAndTheFormOfTheForumTakeAPost) {
-    EXPECT_THAT(paths(true), ::testing::UnorderedElementsAre("/tvxlogin.asp", "/tvxlogout.asp",
-                                                             "/tvxreport.asp", "/torvex_forum/reaction.asp"));
+TEST(Routes, OnlyLoginsLogoutsSearchesReportsOfBrowsersAndTheFormOfTheForumTakeAPost) {
+    EXPECT_THAT(paths(true),
+                ::testing::UnorderedElementsAre("/tvxlogin.asp", "/tvxlogout.asp", "/tvxreport.asp",
+                                                "/torvex_forum/reaction.asp", "/torvex_search/",
+                                                "/torvex_search/search.asp"));
 }
 
 TEST(Routes, APostBringsNoMoreThanItNeeds) {

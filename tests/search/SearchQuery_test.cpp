@@ -64,6 +64,11 @@ TEST(SearchQuery, AnOperatorBetweenSignsIsDroppedToo) {
     EXPECT_EQ(soughtWords(searchFor("tax \u00A0or\u00A0rates *not*")), "tax rates");
 }
 
+TEST(SearchQuery, WhatHoldsNeitherLettersNorDigitsIsNoWord) {
+    EXPECT_EQ(soughtWords(searchFor("tax - & rates ++ c++ 日")), "tax rates c++ 日");
+    EXPECT_EQ(soughtWords(searchFor("- \\ ?")), "");
+}
+
 TEST(SearchQuery, ShortWordsAreDropped) {
     SearchParameters search = searchFor("the tax rates of 2026 für Öle");
     search.wordLength = "4";

@@ -16,10 +16,10 @@ values
 insert into TORVEX_PAGES_DESIGN
   (pageId, nodeId, orderId, site, lang, parent, type, title, template, stylesheet, baseTemplate, application, navigation, previous, next, up, onlineFrom, onlineTo, breadcrumb, dynMenu, loginPage, editStatus, editor, editingDate, lockStatus, deleteStatus, approveStatus)
 values
-  (381, 'bg.en.91', 91, 'bg', 'en', 'bg.en', 'A', 'Search', 381, 0, 0, 381, '', -1, -1, -1, '', '', '1', '0', -1, 'P', 1, '2026-05-04 10:00:00', 0, 0, 0),
-  (382, 'bg.de.91', 91, 'bg', 'de', 'bg.de', 'A', 'Suche', 382, 0, 0, 381, '', -1, -1, -1, '', '', '1', '0', -1, 'P', 1, '2026-05-04 10:00:00', 0, 0, 0),
-  (383, 'ri.en.91', 91, 'ri', 'en', 'ri.en', 'A', 'Search', 383, 0, 0, 381, '', -1, -1, -1, '', '', '1', '0', -1, 'P', 1, '2026-05-04 10:00:00', 0, 0, 0),
-  (384, 'ri.de.91', 91, 'ri', 'de', 'ri.de', 'A', 'Suche', 384, 0, 0, 381, '', -1, -1, -1, '', '', '1', '0', -1, 'P', 1, '2026-05-04 10:00:00', 0, 0, 0);
+  (381, 'bg.en.07.91', 91, 'bg', 'en', 'bg.en.07', 'A', 'Search', 381, 0, 0, 381, '', -1, -1, -1, '', '', '1', '0', -1, 'P', 1, '2026-05-04 10:00:00', 0, 0, 0),
+  (382, 'bg.de.05.91', 91, 'bg', 'de', 'bg.de.05', 'A', 'Suche', 382, 0, 0, 381, '', -1, -1, -1, '', '', '1', '0', -1, 'P', 1, '2026-05-04 10:00:00', 0, 0, 0),
+  (383, 'ri.en.05.91', 91, 'ri', 'en', 'ri.en.05', 'A', 'Search', 383, 0, 0, 381, '', -1, -1, -1, '', '', '1', '0', -1, 'P', 1, '2026-05-04 10:00:00', 0, 0, 0),
+  (384, 'ri.de.04.91', 91, 'ri', 'de', 'ri.de.04', 'A', 'Suche', 384, 0, 0, 381, '', -1, -1, -1, '', '', '1', '0', -1, 'P', 1, '2026-05-04 10:00:00', 0, 0, 0);
 
 insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) values
   (381, 1, 1, 0, 'Search the garden'),

@@ -38,6 +38,13 @@ class Backend {
     /// path.
     virtual std::vector<Row> rows(const Query& query, const std::string& database,
                                   const std::vector<Hit>& hits) const = 0;
+    /// The paths of those rows, which cost less than the rows.
+    virtual std::vector<std::string> paths(const Query& query, const std::string& database,
+                                           const std::vector<Hit>& hits) const {
+        std::vector<std::string> paths;
+        for (Row& row : rows(query, database, hits)) paths.push_back(std::move(row.path));
+        return paths;
+    }
     virtual std::string corrected(std::string_view words, std::string_view language) const = 0;
 };
 

@@ -20,6 +20,8 @@ namespace {
 constexpr std::size_t firstHits = 120;
 /// Rows are read together, as those of a page are asked for one after the other.
 constexpr std::size_t rowsTogether = 25;
+/// Many rows are tested before one is shown.
+constexpr std::size_t pathsTogether = 128;
 
 /// Paths as callers have them: below a root, divided by backslashes.
 class Root {
@@ -74,6 +76,17 @@ class FoundResults final : public Results {
         return row;
     }
 
+    std::string path(std::size_t index) const override {
+        const std::scoped_lock lock(mutex_);
+        if (index >= found_.hits.size()) readAll();
+        if (index < firstPath_ || index >= firstPath_ + paths_.size()) {
+            paths_ = backend_->paths(query_, found_.database, hitsFrom(index, pathsTogether));
+            firstPath_ = index;
+        }
+        const std::string& path = paths_.at(index - firstPath_);
+        return path.empty() ? path : root_.outside(path);
+    }
+
   private:
     bool isAskedFor(const std::string& column) const {
         return std::find(query_.columns.begin(), query_.columns.end(), column) != query_.columns.end();
@@ -94,11 +107,14 @@ class FoundResults final : public Results {
     }
 
     void readRows(std::size_t index) const {
-        const auto begin = found_.hits.begin() + static_cast<std::ptrdiff_t>(index);
-        const auto count = std::min(rowsTogether, found_.hits.size() - index);
-        const std::vector<Hit> hits(begin, begin + static_cast<std::ptrdiff_t>(count));
-        rows_ = backend_->rows(query_, found_.database, hits);
+        rows_ = backend_->rows(query_, found_.database, hitsFrom(index, rowsTogether));
         firstRow_ = index;
+    }
+
+    std::vector<Hit> hitsFrom(std::size_t index, std::size_t most) const {
+        const auto begin = found_.hits.begin() + static_cast<std::ptrdiff_t>(index);
+        const auto count = std::min(most, found_.hits.size() - index);
+        return {begin, begin + static_cast<std::ptrdiff_t>(count)};
     }
 
     const std::shared_ptr<const Backend> backend_;
@@ -108,6 +124,8 @@ class FoundResults final : public Results {
     mutable Found found_;
     mutable std::vector<Row> rows_;
     mutable std::size_t firstRow_ = 0;
+    mutable std::vector<std::string> paths_;
+    mutable std::size_t firstPath_ = 0;
 };
 
 class OpenCatalogue final : public Catalogue {

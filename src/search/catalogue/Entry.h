@@ -30,5 +30,7 @@ std::string_view fileNameOf(std::string_view path);
 std::string pack(const Entry& entry);
 /// Throws `Error` for what isn't one.
 Entry unpackEntry(std::string_view bytes);
+/// Its path alone.
+std::string unpackPath(std::string_view bytes);
 
 }  // namespace torvex::catalogue

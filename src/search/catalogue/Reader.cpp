@@ -157,6 +157,22 @@ std::vector<Row> Reader::rows(const Query& query, const std::string& databaseNam
     return rows;
 }
 
+std::vector<std::string> Reader::paths(const Query& /*query*/, const std::string& databaseName,
+                                       const std::vector<Hit>& hits) const {
+    std::vector<std::string> paths;
+    read([&](const Xapian::Database& database) {
+        paths.assign(hits.size(), std::string());
+        if (database.get_uuid() != databaseName) return;
+        for (std::size_t i = 0; i < hits.size(); ++i) {
+            try {
+                paths[i] = unpackPath(database.get_document(hits[i].id).get_data());
+            } catch (const Xapian::DocNotFoundError&) {
+            }
+        }
+    });
+    return paths;
+}
+
 std::string Reader::corrected(std::string_view words, std::string_view /*language*/) const {
     constexpr std::size_t longest = 250;
     constexpr std::size_t mostWords = 10;

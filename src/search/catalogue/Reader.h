@@ -19,6 +19,8 @@ class Reader final : public Backend {
     Found find(const Query& query, std::size_t most) const override;
     std::vector<Row> rows(const Query& query, const std::string& database,
                           const std::vector<Hit>& hits) const override;
+    std::vector<std::string> paths(const Query& query, const std::string& database,
+                                   const std::vector<Hit>& hits) const override;
     std::string corrected(std::string_view words, std::string_view language) const override;
 
     /// Runs on one state of the database; anew when it was changed too much meanwhile.

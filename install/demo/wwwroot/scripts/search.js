@@ -24,7 +24,6 @@
     list.id = "search-titles-" + ++number;
     list.hidden = true;
     list.setAttribute("role", "listbox");
-    list.setAttribute("aria-label", field.labels.length > 0 ? field.labels[0].textContent.trim() : field.getAttribute("aria-label"));
     const told = document.createElement("span");
     told.className = "visually-hidden";
     told.setAttribute("aria-live", "polite");
@@ -81,6 +80,7 @@
       list.hidden = false;
       field.setAttribute("aria-expanded", "true");
       told.textContent = (field.dataset.suggest || "{n}").replace("{n}", String(titles.length));
+      list.setAttribute("aria-label", told.textContent);
     };
 
     const ask = async (typed) => {
