@@ -30,7 +30,7 @@ void logoutPage(HostContext& host);
 /// form that is posted is kept, and leads to the same address.
 void searchPage(HostContext& host, const PolicyReports& reports, const OpenCatalogue& open = catalogue::open);
 /// "/torvex_search/": the same under its short name.
-void searchFolderPage(HostContext& host, const PolicyReports& reports);
+void searchFolderPage(HostContext& host);
 /// "/torvex_search/suggest?pageId=N&q=WORDS": titles that begin so, in the language of a search page, as JSON.
 void searchSuggestions(HostContext& host);
 /// "/error.asp?pageId=N&error=VALUE": tells a visitor why there is no page, with a fitting status.

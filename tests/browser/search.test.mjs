@@ -1,6 +1,6 @@
 import assert from "node:assert/strict";
 import { after, before, beforeEach, afterEach, describe, test } from "node:test";
-import { logIn, startSite } from "./support.mjs";
+import { findingsOfAxe, logIn, startSite } from "./support.mjs";
 
 const english = 381;
 const german = 382;
@@ -153,4 +153,20 @@ describe("the search of the demo", () => {
     await search("garden");
     assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), 360);
   });
+
+  for (const width of [1440, 360]) {
+    for (const colorScheme of ["light", "dark"]) {
+      test(`can be used by all at ${width} pixels, ${colorScheme}`, async () => {
+        await context.close();
+        await begin({ viewport: { width, height: 900 }, colorScheme, bypassCSP: true });
+        for (const words of ["garden", "snowdrobs", ""]) {
+          await search(words);
+          assert.deepEqual(await findingsOfAxe(page), [], words);
+        }
+        await page.locator("#search-words").pressSequentially("pa");
+        await page.getByRole("option").first().waitFor();
+        assert.deepEqual(await findingsOfAxe(page), []);
+      });
+    }
+  }
 });
