@@ -1,7 +1,7 @@
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
 import { after, afterEach, before, beforeEach, describe, test } from "node:test";
-import { logIn, program, startSite } from "./support.mjs";
+import { findingsOfAxe, logIn, program, sidewaysScroll, startSite } from "./support.mjs";
 
 const aMoment = 3200; // forms that are sent faster are taken for a program's
 
@@ -25,7 +25,6 @@ describe("the forum of the demo", () => {
     await fill({ Title: title, Text: text, "Your name": "Ann" });
     await send();
   };
-  const sidewards = () => page.evaluate(() => document.documentElement.scrollWidth - window.innerWidth);
 
   before(async () => { site = await startSite([], (folder) => { install = folder; }); });
   after(async () => { await site?.stop(); });
@@ -155,7 +154,21 @@ describe("the forum of the demo", () => {
     for (const [name, query] of [["", "pageId=357"], ["topics.asp", "pageId=357&forumId=4"],
       ["reactions.asp", "pageId=357&forumId=4&topicId=1"], ["reaction.asp", "pageId=357&forumId=4&topicId=1&reactionId=1"]]) {
       await open(name, query);
-      assert.equal(await sidewards(), 0, `${name} scrolls sideways`);
+      assert.equal(await sidewaysScroll(page), 0, `${name} scrolls sideways`);
+    }
+  });
+
+  test("has nothing in the way of those who can't see it, light or dark, wide or narrow", async () => {
+    for (const [colorScheme, width] of [["light", 1280], ["dark", 360]]) {
+      await context.close();
+      context = await site.browser.newContext({ colorScheme, viewport: { width, height: 800 } });
+      page = await context.newPage();
+      for (const [name, query] of [["", "pageId=351"], ["topics.asp", "pageId=351&forumId=1&archive=1"], ["topics.asp", "pageId=351&forumId=1"],
+        ["reactions.asp", "pageId=351&forumId=1&topicId=3"], ["reaction.asp", "pageId=351&forumId=2&topicId=1&reactionId=1"],
+        ["reactions.asp", "pageId=351&forumId=1&topicId=4711"]]) {
+        await open(name, query);
+        assert.deepEqual(await findingsOfAxe(page), [], `${name}?${query}, ${colorScheme}`);
+      }
     }
   });
 
@@ -194,7 +207,7 @@ describe("the forum of the demo", () => {
       filled(leafRow, rowValues("b", "a", "01.01", "Second", "1")),
       filled(leafRow, rowValues("c", "foldersTree", "02", "Third", "0"))].join("\n");
     await context.close();
-    context = await site.browser.newContext();
+    context = await site.browser.newContext({ bypassCSP: true });
     page = await context.newPage();
     await page.goto(`${site.address}/error.asp`);
     await page.setContent("<body><form name='forum' method='post'><input name='job'><input name='items'></form><div id='forum_tree'></div></body>");
