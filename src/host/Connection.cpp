@@ -31,7 +31,7 @@ Connection::Connection(EventLoop& loop, Socket socket, asio::ssl::context* tls, 
     takeAs(source.visitor);
 }
 
-void Connection::takeAs(const Visitor& visitor) {
+void Connection::takeAs(const Client& visitor) {
     visitor_ = Peer::of(visitor.address);
     remoteAddress = textOf(visitor.address);
     origin = PeerHash()(visitor_);

@@ -18,7 +18,7 @@ class EventLoop;
 
 /// Where a connection comes from.
 struct Source {
-    Visitor visitor;  ///< who has connected
+    Client visitor;  ///< who has connected
     Peer peer;
     bool isProxy = false;  ///< its requests are others', for whom they count
 };
@@ -61,7 +61,7 @@ class Connection final : public Exchange,
     bool isFastEnough(std::uint64_t bytes, TimePoint now) const;
     bool isTaking(TimePoint now);
     std::uint64_t taken();
-    void takeAs(const Visitor& visitor);
+    void takeAs(const Client& visitor);
     bool enterForVisitor();
     void leaveForVisitor();
     bool holdBody();

@@ -102,7 +102,7 @@ bool TrustedProxies::contains(const ip::address& address) const {
     return !networks_.empty() && contains(bytesOf(address));
 }
 
-Visitor TrustedProxies::visitorOf(const RequestHead& head, const Visitor& connected) const {
+Client TrustedProxies::visitorOf(const RequestHead& head, const Client& connected) const {
     AddressBytes known = bytesOf(connected.address);
     ItemsFromEnd items(head, forwardedFor);
     while (contains(known)) {

@@ -11,7 +11,7 @@
 namespace torvex {
 
 /// Who sent a request, as far as it is known.
-struct Visitor {
+struct Client {
     boost::asio::ip::address address;
     bool isTls = false;  ///< whether they speak https, to this server or to the proxy in front of it
 };
@@ -29,7 +29,7 @@ class TrustedProxies {
     /// asked from behind the others: the last one that isn't a proxy's is the visitor's, and what stands
     /// ahead of it may be anybody's invention. Where no such address can be read, it is the last proxy that
     /// could be followed.
-    Visitor visitorOf(const RequestHead& head, const Visitor& connected) const;
+    Client visitorOf(const RequestHead& head, const Client& connected) const;
 
   private:
     bool contains(const AddressBytes& address) const;

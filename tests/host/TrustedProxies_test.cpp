@@ -21,7 +21,7 @@ using Fields = decltype(RequestHead::fields);
 
 class TrustedProxiesTest : public testing::Test {
   protected:
-    Visitor visitor(const char* connected, Fields fields) const {
+    Client visitor(const char* connected, Fields fields) const {
         RequestHead head;
         head.fields = std::move(fields);
         return proxies.visitorOf(head, {make_address(connected), false});

@@ -30,7 +30,8 @@ using ::testing::UnorderedElementsAre;
 /// Lines from any thread.
 class SafeLog final : public OperatorLog {
   public:
-    void warn(std::string_view line) override {
+    void warn(std::string_view line) override { note(line); }
+    void note(std::string_view line) override {
         const std::scoped_lock lock(mutex_);
         lines_.emplace_back(line);
     }
