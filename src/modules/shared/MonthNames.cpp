@@ -17,7 +17,7 @@ constexpr std::string_view monthsQuestion = "names of months";
 
 std::vector<double> monthLabels() {
     std::vector<double> labels;
-    for (int month = 1; month <= monthsOfYear; ++month) labels.push_back(label::beforeMonths + month);
+    for (int month = 1; month <= monthsOfYear; ++month) labels.push_back(label::january + month - 1);
     return labels;
 }
 
@@ -26,7 +26,7 @@ std::vector<double> monthLabels() {
 std::string MonthNames::of(std::string_view month) {
     const double number = text::toNumber(month);
     if (names_.empty()) read();
-    const auto found = names_.find(label::beforeMonths + number);
+    const auto found = names_.find(label::january + number - 1);
     return found == names_.end() ? std::string() : found->second;
 }
 
