@@ -1,9 +1,14 @@
 #include "modules/dynamicMenu/MenuLoading.h"
 
+#include <fmt/format.h>
+
+#include "delivery/Access.h"
 #include "modules/dynamicMenu/MenuContent.h"
 #include "modules/dynamicMenu/MenuDefinition.h"
+#include "platform/DateTime.h"
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
+#include "platform/db/ScopeMemory.h"
 #include "templates/DesignPath.h"
 #include "templates/HTMLTemplate.h"
 
@@ -20,6 +25,25 @@ std::string blockOf(const HTMLTemplate& source, std::string_view block) {
     return source.blockExists(block) ? source.extractBlock(block) : std::string();
 }
 
+/// All that a menu's content depends on besides the database, for one who isn't logged in. The parts are texts without
+/// line breaks, but for the last one.
+std::string keyOf(const HostContext& host, const MenuDefinition& menu, std::string_view nodeId,
+                  const MenuView& view, bool asksForGroups, std::string_view content) {
+    return fmt::format("menu\n{}\n{}\n{}\n{} {} {} {} {} {} {}\n{}", nodeId, menu.root.nodeId,
+                       host.clock.today(), menu.root.pageId, menu.minLevels, menu.maxLevels, menu.display,
+                       view.twin == Twin::Design, view.forAuthors, asksForGroups, content);
+}
+
+/// Most visitors are strangers, and all of them see the same.
+std::string contentOf(HostContext& host, db::Connection& connection, const MenuDefinition& menu,
+                      std::string_view nodeId, const MenuView& view, const std::string& content) {
+    const auto fill = [&] { return filledMenu(host, connection, menu, nodeId, view, content); };
+    const bool asksForGroups = !view.forAuthors && menu.asksForRights() && hasExtranet(host);
+    if (asksForGroups && !visitorOf(host).username.empty()) return fill();
+    return db::rememberedWhileUnchanged(connection, keyOf(host, menu, nodeId, view, asksForGroups, content),
+                                        fill);
+}
+
 }  // namespace
 
 std::optional<LoadedMenu> loadMenu(HostContext& host, db::Connection& connection, const PageIdentity& page,
@@ -30,8 +54,7 @@ std::optional<LoadedMenu> loadMenu(HostContext& host, db::Connection& connection
     if (!menu || !loadTemplate(source, host, page.nodeId, menu->templateFile)) return std::nullopt;
     source.replaceAllBlocks(view.forAuthors ? "torvex_public" : "torvex_admin", "");
     LoadedMenu loaded{source.strVal(), blockOf(source, "torvex_head"), {}};
-    loaded.content =
-        filledMenu(host, connection, *menu, page.nodeId, view, blockOf(source, "torvex_content"));
+    loaded.content = contentOf(host, connection, *menu, page.nodeId, view, blockOf(source, "torvex_content"));
     return loaded;
 }
 

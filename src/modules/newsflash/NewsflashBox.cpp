@@ -4,9 +4,12 @@
 #include <optional>
 
 #include "modules/newsflash/NewsflashItems.h"
+#include "platform/ApplicationValues.h"
+#include "platform/DateTime.h"
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
 #include "platform/db/Connection.h"
+#include "platform/db/ScopeMemory.h"
 #include "platform/text/Text.h"
 #include "templates/DesignPath.h"
 #include "templates/HTMLTemplate.h"
@@ -66,6 +69,18 @@ std::string blockOf(const HTMLTemplate& source, std::string_view name) {
     return source.blockExists(name) ? source.extractBlock(name) : std::string();
 }
 
+/// All that a box's content depends on besides the database. The parts are texts without line breaks, but for the
+/// last one.
+std::string keyOf(const ModuleCall& call, const NewsflashItems& items, std::string_view content) {
+    const ApplicationValues& application = call.host.application;
+    return fmt::format("newsflash\n{}\n{}\n{}\n{}\n{}\n{} {} {} {} {} {} {} {} {}\n{}", items.site,
+                       items.lang, items.selection, call.host.clock.today(),
+                       application.text(applicationKey::imagesUrl), items.newsflashId, items.order,
+                       items.textLength, items.most, items.imageAlignment, items.imageLimit.width,
+                       items.imageLimit.height, call.twin == Twin::Design,
+                       application.isTrue(applicationKey::msgBoardHtmlAllowed), content);
+}
+
 }  // namespace
 
 bool drawNewsflash(const ModuleCall& call, std::string_view site, std::string_view lang, int number,
@@ -82,7 +97,9 @@ bool drawNewsflash(const ModuleCall& call, std::string_view site, std::string_vi
     box.source = source.strVal();
     box.header = blockOf(source, headBlock);
     box.content = blockOf(source, contentBlock);
-    box.content = drawNewsflashItems(call, definition->items, box.content);
+    box.content = db::rememberedWhileUnchanged(
+        call.connection, keyOf(call, definition->items, box.content),
+        [&] { return drawNewsflashItems(call, definition->items, box.content); });
     return true;
 }
 

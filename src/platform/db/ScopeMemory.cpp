@@ -4,6 +4,36 @@
 
 namespace torvex::db {
 
+namespace {
+
+/// Of each connection. A page's menu and boxes take some ten kilobytes.
+constexpr std::size_t mostBytes = 512 * 1024;
+
+}  // namespace
+
+void LastingMemory::readsState(std::uint64_t number) {
+    if (number == state_) return;
+    state_ = number;
+    bytes_ = 0;
+    answers_.clear();
+}
+
+const std::string* LastingMemory::find(const std::string& key) const {
+    const auto found = answers_.find(key);
+    return found == answers_.end() ? nullptr : &found->second;
+}
+
+/// When it is full all goes, and what is asked for comes back: there is no order to be kept at each use.
+void LastingMemory::keep(const std::string& key, const std::string& answer) {
+    const std::size_t takes = key.size() + answer.size();
+    if (takes > mostBytes) return;
+    if (bytes_ + takes > mostBytes) {
+        bytes_ = 0;
+        answers_.clear();
+    }
+    if (answers_.emplace(key, answer).second) bytes_ += takes;
+}
+
 const std::string* ScopeMemory::find(std::string_view question, std::string_view about) const {
     for (const Entry& entry : entries_) {
         if (entry.question == question.data() && entry.about == about) return &entry.answer;

@@ -2,12 +2,32 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "platform/db/Connection.h"
 
 namespace torvex::db {
+
+/// What was found in one state of the database and holds until anybody changes it: for what is made of many rows and
+/// shown by many requests. Belongs to one connection. Its keys say all that an answer depends on besides the
+/// database.
+class LastingMemory {
+  public:
+    /// To be told before each use: the number of the state that is read. In another one nothing holds any more.
+    void readsState(std::uint64_t number);
+
+    /// Null when the answer isn't known. The text is valid until the next `keep`.
+    const std::string* find(const std::string& key) const;
+    void keep(const std::string& key, const std::string& answer);
+
+  private:
+    std::uint64_t state_ = 0;
+    std::size_t bytes_ = 0;
+    std::unordered_map<std::string, std::string> answers_;
+};
 
 /// What was found within one read scope and may be asked for again in it. All of the scope's queries see one
 /// state, so what is kept is exact; it is gone when the scope ends. Holds a handful of texts, the latest
@@ -19,6 +39,10 @@ class ScopeMemory {
     const std::string* find(std::string_view question, std::string_view about) const;
     void keep(std::string_view question, std::string_view about, std::string answer);
 
+    /// What holds beyond this scope; null where the engine doesn't tell whether its content has changed.
+    LastingMemory* lasting() const { return lasting_; }
+    void setLasting(LastingMemory* lasting) { lasting_ = lasting; }
+
   private:
     struct Entry {
         const char* question = nullptr;
@@ -28,6 +52,7 @@ class ScopeMemory {
 
     std::array<Entry, 8> entries_;
     std::size_t next_ = 0;  ///< the place of the next entry, which is that of the oldest one
+    LastingMemory* lasting_ = nullptr;
 };
 
 /// The answer that `find` gives, or that it has given before within the read scope that is open.
@@ -38,6 +63,19 @@ std::string remembered(Connection& connection, std::string_view question, std::s
     if (const std::string* known = memory->find(question, about)) return *known;
     std::string answer = find();
     memory->keep(question, about, answer);
+    return answer;
+}
+
+/// The same over requests, as long as the database is as it was. `key` says everything else that the answer depends on,
+/// and which question it is.
+template <typename Find>
+std::string rememberedWhileUnchanged(Connection& connection, const std::string& key, Find find) {
+    const ScopeMemory* const memory = connection.memory();
+    if (memory == nullptr || memory->lasting() == nullptr) return find();
+    if (const std::string* known = memory->lasting()->find(key)) return *known;
+    std::string answer = find();
+    LastingMemory* const lasting = connection.memory()->lasting();
+    if (lasting != nullptr) lasting->keep(key, answer);
     return answer;
 }
 

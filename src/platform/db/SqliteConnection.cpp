@@ -129,7 +129,7 @@ class SqliteConnection final : public PooledConnection {
     void executeScript(const std::string& script) override { run(handle_.get(), script); }
     void begin() override;
     void beginReading() override;
-    ScopeMemory* memory() override { return memory_ ? &*memory_ : nullptr; }
+    ScopeMemory* memory() override;
     void commit() override;
     void rollback() override;
     bool makeReusable() noexcept override;
@@ -143,12 +143,14 @@ class SqliteConnection final : public PooledConnection {
     void runOnly(std::string_view statement);
     void lockTouched(const SqliteUse& use);
     void lock(const LockStatement& statement);
+    LastingMemory* lastingNow();
 
     Handle handle_;
     std::string text_;
     bool wholeStore_;
     SqliteUse preparing_;
     std::optional<ScopeMemory> memory_;  ///< while it only reads
+    LastingMemory lasting_;
     bool writing_ = false;
     unsigned locked_ = NoFile;  ///< while `writing_`
     SqliteStatementCache statements_;
@@ -238,6 +240,23 @@ void SqliteConnection::begin() {
 void SqliteConnection::beginReading() {
     runOnly("begin");
     memory_.emplace();
+}
+
+ScopeMemory* SqliteConnection::memory() {
+    if (!memory_) return nullptr;
+    memory_->setLasting(lastingNow());
+    return &*memory_;
+}
+
+/// The file of the content counts its changes, whoever makes them. What it says holds once this scope has begun to
+/// read it. What lasts may be made of that file alone: the others change with each view.
+LastingMemory* SqliteConnection::lastingNow() {
+    if (sqlite3_txn_state(handle_.get(), "main") != SQLITE_TXN_READ) return nullptr;
+    unsigned int version = 0;
+    if (sqlite3_file_control(handle_.get(), "main", SQLITE_FCNTL_DATA_VERSION, &version) != SQLITE_OK)
+        return nullptr;
+    lasting_.readsState(version);
+    return &lasting_;
 }
 
 void SqliteConnection::commit() {

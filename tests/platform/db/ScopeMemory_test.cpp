@@ -77,5 +77,88 @@ TEST_P(ScopeMemoryTest, OutsideOfAScopeEveryQuestionIsAnswered) {
     EXPECT_EQ(asked(), "2");
 }
 
+TEST(LastingMemory, HoldsUntilAnotherStateIsRead) {
+    LastingMemory memory;
+    memory.readsState(1);
+    memory.keep("a", "one");
+    memory.readsState(1);
+    ASSERT_NE(memory.find("a"), nullptr);
+    EXPECT_EQ(*memory.find("a"), "one");
+    EXPECT_EQ(memory.find("b"), nullptr);
+    memory.readsState(2);
+    EXPECT_EQ(memory.find("a"), nullptr);
+}
+
+TEST(LastingMemory, TakesNoMoreThanItMay) {
+    LastingMemory memory;
+    const std::string large(300 * 1024, 'x');
+    memory.keep("a", large);
+    memory.keep("b", large);
+    EXPECT_EQ(memory.find("a"), nullptr);
+    ASSERT_NE(memory.find("b"), nullptr);
+    memory.keep("c", large + large);
+    EXPECT_EQ(memory.find("c"), nullptr);
+    EXPECT_NE(memory.find("b"), nullptr);
+}
+
+/// What is made of a count that lies in the database.
+class LastingAnswers : public test::DatabaseTest {
+  protected:
+    void SetUp() override {
+        DatabaseTest::SetUp();
+        connection().execute("create table torvex_lasting (number integer)");
+        connection().execute("insert into torvex_lasting (number) values (1)");
+    }
+    /// Counts how often it was made, too.
+    std::string asked(const std::string& key = "k") {
+        const ReadScope scope(connection());
+        number();
+        return rememberedWhileUnchanged(connection(), key, [this] {
+            ++made_;
+            return number();
+        });
+    }
+    std::string number() {
+        auto rows = connection().query("select number from torvex_lasting");
+        rows.next();
+        return rows.text("number");
+    }
+    int made_ = 0;
+};
+INSTANTIATE_TEST_SUITE_P(Engines, LastingAnswers, test::bothEngines(), test::engineName);
+
+TEST_P(LastingAnswers, AreMadeOnceForManyScopesWhereTheEngineTellsChanges) {
+    EXPECT_EQ(asked(), "1");
+    EXPECT_EQ(asked(), "1");
+    EXPECT_EQ(made_, connection().engine() == Engine::Sqlite ? 1 : 2);
+    asked("other");
+    EXPECT_EQ(made_, connection().engine() == Engine::Sqlite ? 2 : 3);
+}
+
+TEST_P(LastingAnswers, EndWithAChangeOfTheSameConnection) {
+    asked();
+    connection().execute("update torvex_lasting set number = 2");
+    EXPECT_EQ(asked(), "2");
+}
+
+TEST_P(LastingAnswers, EndWithAChangeOfAnotherConnection) {
+    asked();
+    {
+        const auto other = openAnother();
+        other->execute("update torvex_lasting set number = 3");
+    }
+    EXPECT_EQ(asked(), "3");
+}
+
+TEST_P(LastingAnswers, AreNotUsedBeforeTheScopeHasReadAnything) {
+    asked();
+    {
+        const auto other = openAnother();
+        other->execute("update torvex_lasting set number = 4");
+    }
+    const ReadScope scope(connection());
+    EXPECT_EQ(rememberedWhileUnchanged(connection(), "k", [this] { return number(); }), "4");
+}
+
 }  // namespace
 }  // namespace torvex::db
