@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "delivery/OnlineState.h"
+#include "platform/db/ScopeMemory.h"
 #include "platform/db/ValueList.h"
 #include "platform/text/Text.h"
 #include "records/DateWindow.h"
@@ -131,10 +132,17 @@ LinkTargets::Target& LinkTargets::targetOf(const std::string& identifier) {
 bool LinkTargets::isOnline(const std::string& identifier) {
     Target& target = targetOf(identifier);
     if (target.state == State::Folder) {
-        const bool shows = isFolderOnline(connection_, target.identity.nodeId, today_);
-        target.state = shows ? State::Online : State::Offline;
+        target.state = doesFolderShow(target.identity.nodeId) ? State::Online : State::Offline;
     }
     return target.state == State::Online;
+}
+
+/// The menus of most pages lead to the same folders.
+bool LinkTargets::doesFolderShow(const std::string& nodeId) const {
+    const std::string key = "folder\n" + nodeId + "\n" + today_;
+    return !db::rememberedWhileUnchanged(connection_, key, [&]() -> std::string {
+                return isFolderOnline(connection_, nodeId, today_) ? "shows" : "";
+            }).empty();
 }
 
 const PageIdentity& LinkTargets::identityOf(const std::string& identifier) {

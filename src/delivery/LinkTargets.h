@@ -43,6 +43,7 @@ class LinkTargets {
     void learnNodes(const std::vector<std::string_view>& identifiers);
     void learnStates(const std::vector<Target*>& targets);
     void takeState(Target& target, const db::Rows& rows) const;
+    bool doesFolderShow(const std::string& nodeId) const;
 
     db::Connection& connection_;
     const std::string today_;
