@@ -60,7 +60,7 @@ class LongTopic {
     }
 
     db::Connection& connection() { return *connection_; }
-    TestHost host;
+    test::TestHost host;
 
   private:
     static std::string branchPlace(int branch) {
@@ -75,7 +75,7 @@ class LongTopic {
     }
 
     const std::string folder_ = newFolder();
-    const std::unique_ptr<db::Database> database_ = db::makeDatabase();
+    std::unique_ptr<db::Database> database_ = db::makeDatabase();
     db::Lease connection_;
 };
 
