@@ -1,6 +1,5 @@
 #include <array>
 
-#include "pages/ContentPolicy.h"
 #include "pages/Pages.h"
 #include "pages/visitors/MessagePage.h"
 #include "platform/HostContext.h"
@@ -71,10 +70,7 @@ void errorPage(HostContext& host) {
     if (const std::string day = readableDay(host.request.queryString("onlineFrom")); !day.empty()) {
         page.explanation = "The page will be online from " + day + ".";
     }
-    host.response.status = error.status;
-    host.response.cacheControl = "no-store";
-    host.response.addHeader("Content-Security-Policy", ownPagePolicy());
-    host.response.write(messagePageHtml(page));
+    answerMessage(host.response, error.status, page);
 }
 
 }  // namespace torvex

@@ -1,4 +1,3 @@
-#include "pages/ContentPolicy.h"
 #include "pages/Pages.h"
 #include "pages/visitors/MessagePage.h"
 #include "platform/ApplicationValues.h"
@@ -15,14 +14,13 @@ void homePage(HostContext& host) {
         host.response.redirect((frames ? "/frameset.asp?pageId=" : "/tvx.asp?pageId=") + pageId);
         return;
     }
-    host.response.status = 404;
-    host.response.addHeader("Content-Security-Policy", ownPagePolicy());
-    host.response.write(messagePageHtml(
+    answerMessage(
+        host.response, 404,
         {.title = "There is no home page yet",
          .explanation = "This server runs, but its owners have not chosen a page to begin with.",
          .advice = "To the owners: publish a page, store its number as the setting tvx_default_pageId "
                    "and start the server again.",
-         .reference = {}}));
+         .reference = {}});
 }
 
 }  // namespace torvex

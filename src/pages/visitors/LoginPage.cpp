@@ -18,35 +18,30 @@ namespace {
 constexpr double noTrials = 0;
 
 void answerTooMany(Response& response, std::chrono::seconds wait) {
-    response.status = 429;
-    response.cacheControl = "no-store";
     response.addHeader("Retry-After", std::to_string(wait.count()));
-    response.write(messagePageHtml(
-        {.title = "Too many attempts",
-         .explanation = "There were too many attempts to log in in a short time.",
-         .advice = "Wait " + std::to_string(wait.count()) + " seconds, then go back and try again.",
-         .reference = {}}));
+    answerMessage(response, 429,
+                  {.title = "Too many attempts",
+                   .explanation = "There were too many attempts to log in in a short time.",
+                   .advice = "Wait " + std::to_string(wait.count()) + " seconds, then go back and try again.",
+                   .reference = {}});
 }
 
 /// An address with a password in it would stand in logs and histories.
 void answerUnposted(Response& response) {
-    response.status = 405;
     response.addHeader("Allow", "POST");
-    response.cacheControl = "no-store";
-    response.write(messagePageHtml({.title = "This address only takes login forms",
-                                    .explanation = "Nobody was logged in.",
-                                    .advice = "Go to a page with a login form and log in there.",
-                                    .reference = {}}));
+    answerMessage(response, 405,
+                  {.title = "This address only takes login forms",
+                   .explanation = "Nobody was logged in.",
+                   .advice = "Go to a page with a login form and log in there.",
+                   .reference = {}});
 }
 
 void answerForeign(Response& response) {
-    response.status = 403;
-    response.cacheControl = "no-store";
-    response.write(
-        messagePageHtml({.title = "This login came from another site",
-                         .explanation = "For your safety you can only log in from this site's pages.",
-                         .advice = "Go to the home page and log in there.",
-                         .reference = {}}));
+    answerMessage(response, 403,
+                  {.title = "This login came from another site",
+                   .explanation = "For your safety you can only log in from this site's pages.",
+                   .advice = "Go to the home page and log in there.",
+                   .reference = {}});
 }
 
 void reportFailure(HostContext& host, const LoginAttempt& attempt, std::string_view username) {

@@ -1,5 +1,7 @@
 #include "pages/visitors/MessagePage.h"
 
+#include "pages/ContentPolicy.h"
+#include "platform/Response.h"
 #include "platform/text/Text.h"
 
 namespace torvex {
@@ -25,6 +27,13 @@ std::string paragraph(std::string_view text, std::string_view attributes = "") {
 }
 
 }  // namespace
+
+void answerMessage(Response& response, int status, const MessagePage& page) {
+    response.status = status;
+    response.cacheControl = "no-store";
+    response.addHeader("Content-Security-Policy", ownPagePolicy());
+    response.write(messagePageHtml(page));
+}
 
 std::string messagePageHtml(const MessagePage& page) {
     const std::string title = text::htmlEncode(page.title);

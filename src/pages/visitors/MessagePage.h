@@ -14,6 +14,11 @@ struct MessagePage {
     std::string homeAddress = "/";
 };
 
+class Response;
+
+/// Answers with the page: kept by nobody, and running no script.
+void answerMessage(Response& response, int status, const MessagePage& page);
+
 /// The page as HTML in UTF-8; all texts are encoded.
 std::string messagePageHtml(const MessagePage& page);
 

@@ -46,6 +46,13 @@ TEST_P(LoginPageTest, ARightLoginLeadsBackAndAsksForANewToken) {
     EXPECT_TRUE(host.session.takeTokenRequest());
 }
 
+TEST_P(LoginPageTest, WhatItSaysItselfRunsNoScriptAndIsKeptByNobody) {
+    ask("", {}, {{"request_method", "GET"}});
+    loginPage(host.context(), throttle);
+    EXPECT_THAT(header(host, "Content-Security-Policy"), testing::StartsWith("default-src 'none'"));
+    EXPECT_EQ(host.response.cacheControl, "no-store");
+}
+
 TEST_P(LoginPageTest, APasswordInAnAddressLogsNobodyIn) {
     ask("torvex_pageId=11&torvex_username=ben&torvex_password=benpw", {}, {{"request_method", "GET"}});
     loginPage(host.context(), throttle);
