@@ -44,21 +44,33 @@ void LinkTargets::learn(const std::vector<std::string>& identifiers) {
 }
 
 void LinkTargets::learnNumbers(const std::vector<std::string_view>& identifiers) {
-    static const std::string statement =
-        "with wanted (pageId) as (values " + db::placesOfList("(?)") + ") " + std::string(selectByNumber);
-    constexpr PageId noPage = -1;
+    if (identifiers.empty()) return;
     std::vector<Target*> wanted;
-    std::vector<db::Parameter> values;
     for (const auto identifier : identifiers) {
         Target& target = targets_.find(identifier)->second;
         target.identity.pageId = text::toNumber(identifier);
         wanted.push_back(&target);
-        values.emplace_back(target.identity.pageId);
     }
     // Several spellings may stand for one number.
     std::sort(wanted.begin(), wanted.end(), [](const Target* left, const Target* right) {
         return left->identity.pageId < right->identity.pageId;
     });
+    // The links of a page are mostly those that it had before.
+    std::string key = "links " + today_;
+    for (const Target* target : wanted) key.append(1, ' ').append(text::fromNumber(target->identity.pageId));
+    const std::string known = db::rememberedWhileUnchanged(connection_, key, [&] {
+        askForNumbers(wanted);
+        return written(wanted);
+    });
+    read(known, wanted);
+}
+
+void LinkTargets::askForNumbers(const std::vector<Target*>& wanted) {
+    static const std::string statement =
+        "with wanted (pageId) as (values " + db::placesOfList("(?)") + ") " + std::string(selectByNumber);
+    constexpr PageId noPage = -1;
+    std::vector<db::Parameter> values;
+    for (const Target* target : wanted) values.emplace_back(target->identity.pageId);
     std::vector<Target*> moved;
     db::forEachRow(connection_, statement, values, noPage, [&](const db::Rows& rows) {
         const PageId pageId = rows.number("pageId");
@@ -76,6 +88,26 @@ void LinkTargets::learnNumbers(const std::vector<std::string_view>& identifiers)
         }
     });
     learnStates(moved);
+}
+
+/// A line for each: a letter for its state, and its node.
+std::string LinkTargets::written(const std::vector<Target*>& targets) {
+    std::string lines;
+    for (const Target* target : targets) {
+        lines.append(1, target->state == State::Online ? 'o' : target->state == State::Folder ? 'f' : '-');
+        lines.append(target->identity.nodeId).append(1, '\0');
+    }
+    return lines;
+}
+
+void LinkTargets::read(std::string_view lines, const std::vector<Target*>& targets) {
+    for (Target* target : targets) {
+        const std::size_t end = lines.find('\0');
+        const char state = lines.front();
+        target->state = state == 'o' ? State::Online : state == 'f' ? State::Folder : State::Offline;
+        target->identity.nodeId = lines.substr(1, end - 1);
+        lines.remove_prefix(end + 1);
+    }
 }
 
 void LinkTargets::learnNodes(const std::vector<std::string_view>& identifiers) {
