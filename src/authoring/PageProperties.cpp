@@ -1,9 +1,8 @@
-// cManager: properties of the page record that are held in another form than they are set in.
+#include "authoring/PageProperties.h"
 
 #include <string>
 
 #include "authoring/HeldNumber.h"
-#include "authoring/cManager.h"
 #include "platform/Errors.h"
 #include "platform/ShortInteger.h"
 #include "platform/text/Text.h"
@@ -30,15 +29,15 @@ int heldNumber(std::string_view name, double number) {
     return *held;
 }
 
-void cManager::setPgOrderId(double value) {
+void PageProperties::setPgOrderId(double value) {
     page_.orderId = heldNumber("pgOrderId", value);
 }
 
-void cManager::setPgBreadcrumb(const std::string& value) {
+void PageProperties::setPgBreadcrumb(const std::string& value) {
     page_.breadcrumb = heldText("pgBreadcrumb", value);
 }
 
-void cManager::setPgDynMenu(const std::string& value) {
+void PageProperties::setPgDynMenu(const std::string& value) {
     page_.dynMenu = heldText("pgDynMenu", value);
 }
 

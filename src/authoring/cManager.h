@@ -7,7 +7,7 @@
 #include "accounts/Actor.h"
 #include "accounts/Author.h"
 #include "accounts/LoginRecord.h"
-#include "authoring/PageBuffer.h"
+#include "authoring/PageProperties.h"
 #include "platform/Value.h"
 #include "platform/db/ConnectionSource.h"
 #include "records/ItemLocks.h"
@@ -24,8 +24,8 @@ class PageModules;
 struct HostContext;
 
 /// Everything that authors and administrators do. An object is made for one request, in the name of the login
-/// that the visitor's session holds, and is used by one thread. It carries one page record, which `getPage`
-/// fills and the two save operations read.
+/// that the visitor's session holds, and is used by one thread. It carries one page record, the properties
+/// `pg...`, which `getPage` fills and the two save operations read.
 ///
 /// Rights are the caller's business: the operations test that somebody is logged in, locks and states, and
 /// the register of operations names the right that a caller from outside needs.
@@ -35,7 +35,7 @@ struct HostContext;
 ///
 /// A `pageIdent` is a page's number or its node. A `mode` is "D" for the design, anything else for the live
 /// data. An `advId` is the entry of the administration menu that called, for the audit line; 0 writes none.
-class cManager {
+class cManager : public PageProperties {
   public:
     /// `modules` may be missing; it must outlive the object.
     explicit cManager(HostContext& host, PageModules* modules = nullptr);
@@ -317,7 +317,7 @@ class cManager {
                       const std::string& parentIdent = "", const std::string& docType = "",
                       bool system = true);
 
-    // ---- The page record (authoring/PageReading.cpp, PageLookups.cpp, PageProperties.cpp) ----
+    // ---- The page record (authoring/PageProperties.h, PageReading.cpp, PageLookups.cpp) ----
 
     /// Fills the properties `pg...`.
     void getPage(const std::string& pageIdent, const std::string& mode = "L");
@@ -333,94 +333,6 @@ class cManager {
     /// none.
     std::string getVocab(const std::string& langId, double labelId, int flag = 1);
     std::string urlencode(const std::string& queryString);
-
-    bool pgExists() const { return page_.exists; }
-    PageId pgPageId() const { return page_.pageId; }
-    void setPgPageId(PageId value) { page_.pageId = value; }
-    const std::string& pgNodeId() const { return page_.nodeId; }
-    void setPgNodeId(const std::string& value) { page_.nodeId = value; }
-    double pgOrderId() const { return page_.orderId; }
-    /// Throws `Error` when it doesn't fit 16 bits.
-    void setPgOrderId(double value);
-    const std::string& pgType() const { return page_.type; }
-    void setPgType(const std::string& value) { page_.type = value; }
-    const std::string& pgTitle() const { return page_.title; }
-    void setPgTitle(const std::string& value) { page_.title = value; }
-    const std::string& pgNavigation() const { return page_.navigation; }
-    void setPgNavigation(const std::string& value) { page_.navigation = value; }
-    PageId pgPrevious() const { return page_.previous; }
-    void setPgPrevious(PageId value) { page_.previous = value; }
-    PageId pgNext() const { return page_.next; }
-    void setPgNext(PageId value) { page_.next = value; }
-    PageId pgUp() const { return page_.up; }
-    void setPgUp(PageId value) { page_.up = value; }
-    int pgOnline() const { return page_.online; }
-    const std::string& pgOnlineFrom() const { return page_.onlineFrom; }
-    void setPgOnlineFrom(const std::string& value) { page_.onlineFrom = value; }
-    const std::string& pgOnlineTo() const { return page_.onlineTo; }
-    void setPgOnlineTo(const std::string& value) { page_.onlineTo = value; }
-    const std::string& pgEditStatus() const { return page_.editStatus; }
-    void setPgEditStatus(const std::string& value) { page_.editStatus = value; }
-    int pgLockStatus() const { return page_.lockStatus; }
-    void setPgLockStatus(int value) { page_.lockStatus = value; }
-    int pgDeleteStatus() const { return page_.deleteStatus; }
-    void setPgDeleteStatus(int value) { page_.deleteStatus = value; }
-    int pgApproveStatus() const { return page_.approveStatus; }
-    void setPgApproveStatus(int value) { page_.approveStatus = value; }
-    const std::string& pgAuthor() const { return page_.author; }
-    const std::string& pgPublisher() const { return page_.publisher; }
-    const DateTime& pgAuthoringDate() const { return page_.authoringDate; }
-    const DateTime& pgPublishingDate() const { return page_.publishingDate; }
-    const std::string& pgEditor() const { return page_.editor; }
-    void setPgEditor(const std::string& value) { page_.editor = value; }
-    const std::string& pgLockedBy() const { return page_.lockedBy; }
-    void setPgLockedBy(const std::string& value) { page_.lockedBy = value; }
-    const std::string& pgDeletedBy() const { return page_.deletedBy; }
-    void setPgDeletedBy(const std::string& value) { page_.deletedBy = value; }
-    const std::string& pgApprovedBy() const { return page_.approvedBy; }
-    void setPgApprovedBy(const std::string& value) { page_.approvedBy = value; }
-    const DateTime& pgEditingDate() const { return page_.editingDate; }
-    void setPgEditingDate(const DateTime& value) { page_.editingDate = value; }
-    const DateTime& pgLockingDate() const { return page_.lockingDate; }
-    void setPgLockingDate(const DateTime& value) { page_.lockingDate = value; }
-    const DateTime& pgDeletingDate() const { return page_.deletingDate; }
-    void setPgDeletingDate(const DateTime& value) { page_.deletingDate = value; }
-    const DateTime& pgApprovingDate() const { return page_.approvingDate; }
-    void setPgApprovingDate(const DateTime& value) { page_.approvingDate = value; }
-    int pgTemplateId() const { return page_.templateId; }
-    void setPgTemplateId(int value) { page_.templateId = value; }
-    const std::string& pgTemplateFile() const { return page_.templateFile; }
-    const std::string& pgTemplateName() const { return page_.templateName; }
-    int pgStylesheetId() const { return page_.stylesheetId; }
-    void setPgStylesheetId(int value) { page_.stylesheetId = value; }
-    const std::string& pgStylesheetFile() const { return page_.stylesheetFile; }
-    const std::string& pgStylesheetName() const { return page_.stylesheetName; }
-    int pgBaseTemplateId() const { return page_.baseTemplateId; }
-    void setPgBaseTemplateId(int value) { page_.baseTemplateId = value; }
-    const std::string& pgBaseTemplateFile() const { return page_.baseTemplateFile; }
-    const std::string& pgBaseTemplateName() const { return page_.baseTemplateName; }
-    int pgAppId() const { return page_.appId; }
-    void setPgAppId(int value) { page_.appId = value; }
-    const std::string& pgAppName() const { return page_.appName; }
-    const std::string& pgAppDesc() const { return page_.appDesc; }
-    const std::string& pgAppParamPublic() const { return page_.appParamPublic; }
-    void setPgAppParamPublic(const std::string& value) { page_.appParamPublic = value; }
-    const std::string& pgAppParamAdmin() const { return page_.appParamAdmin; }
-    void setPgAppParamAdmin(const std::string& value) { page_.appParamAdmin = value; }
-    const std::string& pgAppURLpublic() const { return page_.appUrlPublic; }
-    const std::string& pgAppURLadmin() const { return page_.appUrlAdmin; }
-    PageId pgAppSystemFolder() const { return page_.appSystemFolder; }
-    void setPgAppSystemFolder(PageId value) { page_.appSystemFolder = value; }
-    const std::string& pgGroups() const { return page_.groups; }
-    void setPgGroups(const std::string& value) { page_.groups = value; }
-    PageId pgLoginPage() const { return page_.loginPage; }
-    void setPgLoginPage(PageId value) { page_.loginPage = value; }
-    // These two are held as 16-bit numbers: a text that isn't one throws `Error`.
-    std::string pgBreadcrumb() const { return std::to_string(page_.breadcrumb); }
-    void setPgBreadcrumb(const std::string& value);
-    std::string pgDynMenu() const { return std::to_string(page_.dynMenu); }
-    void setPgDynMenu(const std::string& value);
-    double pgTotalHits() const { return page_.totalHits; }
 
     // ---- Workflow (authoring/Workflow.cpp, WorkflowLists.cpp) ----
 
@@ -578,7 +490,6 @@ class cManager {
     db::ConnectionSource connection_;
     Author author_;
     LoginDetails login_;  ///< the one last asked for
-    PageBuffer page_;
 };
 
 }  // namespace torvex

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <concepts>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -322,6 +323,24 @@ template <typename C>
 PropertyRow<C> secret(PropertyRow<C> made) {
     made.property.right = nobody();
     return made;
+}
+
+/// The properties of a base class as those of the class `C`. Where the base lies in an object is the compiler's to know.
+template <typename C, typename B>
+requires std::derived_from<C, B> std::vector<PropertyRow<C>> inherited(std::vector<PropertyRow<B>> rows) {
+    std::vector<PropertyRow<C>> ours;
+    for (auto& [property] : rows) {
+        property.get = [get = std::move(property.get)](const void* object) {
+            return get(static_cast<const B*>(static_cast<const C*>(object)));
+        };
+        if (property.set) {
+            property.set = [set = std::move(property.set)](void* object, const Value& value) {
+                set(static_cast<B*>(static_cast<C*>(object)), value);
+            };
+        }
+        ours.push_back({std::move(property)});
+    }
+    return ours;
 }
 
 // ---- Classes ----
