@@ -41,7 +41,7 @@ constexpr std::string_view setStrongStore =
     "update TORVEX_SETUP set value = 'strong' where parameter = 'torvex_password_store' and loginId = 0";
 
 constexpr std::string_view selectWebsites =
-    "select site, lang from TORVEX_SITES, TORVEX_LANGUAGES order by site";
+    "select site, lang, title from TORVEX_SITES_LANGUAGES order by site, lang";
 
 PasswordStore passwordStoreOf(const InitOptions& options) {
     const bool isEmpty = options.content == FirstContent::Empty;
@@ -136,34 +136,45 @@ class Maker {
     void layDownFiles() {
         for (const char* name : folders) makeFolder(folder() / name);
         layDown("files/", folder());
-        if (options_.content == FirstContent::Demo) layDown("demo/", folder());
-        if (options_.content == FirstContent::Starter) layDownStarter();
+        if (options_.content == FirstContent::Demo) layDownDemo();
+        if (options_.content == FirstContent::Starter) layDownFor(options_.starter, "starter/");
     }
 
-    /// The starter's templates have no site of their own: "baseTemplates/page.html" and so on.
-    void layDownStarter() {
-        const Words words = wordsForHtml(options_.starter);
-        constexpr std::string_view prefix = "starter/";
+    void layDownDemo() {
+        layDown("demo/", folder());
+        for (const NewWebsite& website : websites()) {
+            layDownFor(website, "demo/shared/all/");
+            layDownFor(website, fmt::format("demo/shared/{}/", website.lang));
+        }
+    }
+
+    /// For files that have no website of their own: "contentTemplates/page.html" and so on.
+    void layDownFor(const NewWebsite& website, std::string_view prefix) {
+        const Words words = wordsForHtml(website);
         for (const InstallFile& file : installFiles(prefix)) {
             const fs::path name(file.name().substr(prefix.size()));
             if (*name.begin() == "rows") continue;
-            const fs::path place = name.parent_path() / options_.starter.site / options_.starter.lang;
+            const fs::path place = name.parent_path() / website.site / website.lang;
             writeNewFile(folder() / place / name.filename(), withWords(file.bytes(), words));
         }
     }
 
     void makeWebsiteFolders() {
-        const auto connection = installation_.openDatabase(database_);
-        auto websites = connection->query(selectWebsites);
-        while (websites.next()) {
-            const std::string site = websites.text("site");
-            const std::string lang = websites.text("lang");
+        for (const auto& [site, lang, title] : websites()) {
             for (const char* parent : {"wwwroot/images", "wwwroot/documents"})
                 makeFolder(folder() / parent / site);
             for (const char* parent : {"baseTemplates", "contentTemplates", "wwwroot/stylesheets"}) {
                 makeFolder(folder() / parent / site / lang);
             }
         }
+    }
+
+    std::vector<NewWebsite> websites() {
+        const auto connection = installation_.openDatabase(database_);
+        auto rows = connection->query(selectWebsites);
+        std::vector<NewWebsite> found;
+        while (rows.next()) found.push_back({rows.text("site"), rows.text("lang"), rows.text("title")});
+        return found;
     }
 
     const InitOptions& options_;

@@ -15,7 +15,7 @@ enum class FirstContent { Starter, Demo, Empty };
 struct InitOptions {
     std::string folder;
     FirstContent content = FirstContent::Starter;
-    StarterSite starter;  ///< for `FirstContent::Starter`
+    NewWebsite starter;  ///< for `FirstContent::Starter`
     std::string database = "sqlite:data";
     std::optional<std::string> adminPassword;  ///< none: one is made and shown
     /// None: strong, but for an installation without a site, which other programs may fill.

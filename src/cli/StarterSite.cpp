@@ -30,7 +30,7 @@ bool hasControlCharacter(std::string_view text) {
 
 }  // namespace
 
-void checkStarterSite(const StarterSite& site) {
+void checkStarterSite(const NewWebsite& site) {
     checkCode("--site", site.site);
     checkCode("--lang", site.lang);
     if (text::trim(site.title).empty() || text::length(site.title) > longestTitle ||

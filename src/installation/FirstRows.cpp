@@ -57,11 +57,11 @@ std::string lineOfValues(int distance, std::chrono::sys_days day) {
 
 }  // namespace
 
-Words wordsForHtml(const StarterSite& site) {
+Words wordsForHtml(const NewWebsite& site) {
     return {{"site", site.site}, {"lang", site.lang}, {"title", text::htmlEncode(site.title)}};
 }
 
-Words wordsForRows(const StarterSite& site, const Clock& clock) {
+Words wordsForRows(const NewWebsite& site, const Clock& clock) {
     return {{"site", site.site},
             {"lang", site.lang},
             {"langName", sqlText(languageName(site.lang))},

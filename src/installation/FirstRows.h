@@ -14,16 +14,16 @@ class Connection;
 
 namespace torvex {
 
-/// The first site of an installation, as its starter pages and rows are made from it.
-struct StarterSite {
+/// A website of a new installation, as its files and rows are made from it; without more, the starter's.
+struct NewWebsite {
     std::string site = "ws";  ///< two small letters or digits
     std::string lang = "en";  ///< likewise
     std::string title = "My website";
 };
 
-/// The words of the starter's files and rows; in rows each value stands in a text.
-Words wordsForHtml(const StarterSite& site);
-Words wordsForRows(const StarterSite& site, const Clock& clock);
+/// The words of a website's files and of the starter's rows; in rows each value stands in a text.
+Words wordsForHtml(const NewWebsite& site);
+Words wordsForRows(const NewWebsite& site, const Clock& clock);
 
 /// The word "days" of the demo's rows: the last thirty days before today as lines of values, each with its
 /// distance from today, "yyyymmdd" and the day of the week from Monday, 1, on.

@@ -81,7 +81,7 @@ std::string withWords(std::string_view text, const Words& words) {
 void layDown(std::string_view prefix, const fs::path& folder) {
     for (const InstallFile& file : installFiles(prefix)) {
         const std::string_view name = file.name().substr(prefix.size());
-        if (name.starts_with("rows/") || name == "README.md") continue;
+        if (name.starts_with("rows/") || name.starts_with("shared/") || name == "README.md") continue;
         writeNewFile(folder / name, file.bytes());
     }
 }

@@ -24,7 +24,8 @@ using Words = std::vector<std::pair<std::string_view, std::string>>;
 std::string withWords(std::string_view text, const Words& words);
 
 /// Writes the program's files below `prefix` to `folder`, under the same names. Those below `rows/` are for
-/// the database, and `README.md` is for whoever works on them: both are left out.
+/// the database, those below `shared/` for several websites at once, and `README.md` is for whoever works on
+/// them: all these are left out.
 void layDown(std::string_view prefix, const std::filesystem::path& folder);
 
 }  // namespace torvex

@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <fmt/format.h>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <map>
@@ -83,7 +84,20 @@ TEST_P(InitCommand, DemoHasItsSitesAndFiles) {
     EXPECT_TRUE(exists("site/contentTemplates/bg/en/home.html"));
     EXPECT_TRUE(exists("site/wwwroot/favicon.svg"));
     EXPECT_FALSE(exists("site/rows"));
+    EXPECT_FALSE(exists("site/shared"));
     EXPECT_FALSE(exists("site/README.md"));
+}
+
+TEST_P(InitCommand, TemplatesThatTheDemosWebsitesShareAreLaidDownForEachWithItsTitle) {
+    init({"--demo", "--admin-password", "word"});
+    for (const auto& [website, title] :
+         {std::pair{"bg/en", "Lindhaven Botanic Garden"}, std::pair{"bg/de", "Botanischer Garten Lindhaven"},
+          std::pair{"ri/en", "Lindhaven Plant Institute"},
+          std::pair{"ri/de", "Pflanzeninstitut Lindhaven"}}) {
+        const std::string folder = fmt::format("site/contentTemplates/{}/", website);
+        EXPECT_THAT(content(folder + "page.html"), HasSubstr(fmt::format("--> | {}</title>", title)));
+        EXPECT_TRUE(exists(folder + "menu.html")) << website;
+    }
 }
 
 /// The passwords of the team by the names of its logins, as init shows them.
