@@ -1,40 +1,23 @@
 #pragma once
 
-#include <filesystem>
 #include <fmt/format.h>
 #include <map>
 #include <memory>
-#include <stdexcept>
-#include <stdlib.h>
 #include <string>
 
-#include "installation/Schema.h"
-#include "installation/SchemaFiles.h"
-#include "support/TestHost.h"
+#include "Store.h"
 
 namespace torvex::bench {
 
-/// Trees of three levels in an embedded store of their own, with a host that is connected to it: 90 children
-/// below each page. Sites are numbered, as one root has no room for more than some eight thousand pages.
-class PageTree {
+/// Trees of three levels: 90 children below each page. Sites are numbered, as one root has no room for more than
+/// some eight thousand pages.
+class PageTree : public Store {
   public:
     /// So many pages of the third level, numbered from 1, and those above them.
     explicit PageTree(int pages) {
-        if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("can't make a temporary folder");
-        const std::string text = "sqlite:" + folder_ + "/db";
-        installedSchema().create(*database_, host.clock, text);
-        connection_ = database_->open(text);
-        db::Transaction transaction(*connection_);
+        db::Transaction transaction(connection());
         for (int i = 0; i < pages; ++i) addBranchOf(i);
         transaction.commit();
-    }
-    PageTree(const PageTree&) = delete;
-    PageTree& operator=(const PageTree&) = delete;
-    ~PageTree() {
-        connection_.reset();
-        database_.reset();
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
     }
 
     static std::string rootOf(int i) { return fmt::format("{:02}.en", i / perTree + 10); }
@@ -42,10 +25,6 @@ class PageTree {
         return fmt::format("{}.{:02}", rootOf(i), i % perTree / perParent + 1);
     }
     static std::string nodeOf(int i) { return fmt::format("{}.{:02}", parentOf(i), i % perParent + 1); }
-
-    db::Connection& connection() { return *connection_; }
-
-    test::TestHost host;
 
   private:
     static constexpr int perParent = 90;
@@ -60,20 +39,16 @@ class PageTree {
         addPage(i + 1, nodeOf(i), parentOf(i), i % perParent + 1);
     }
     void addPage(int pageId, const std::string& node, const std::string& parent, int order) {
-        connection_->execute(
+        connection().execute(
             "insert into TORVEX_PAGES_DESIGN (pageId, nodeId, orderId, parent, type, title, navigation, "
             "editStatus) values (?, ?, ?, ?, 'P', ?, 'A', 'P')",
             {pageId, node, order, parent, node});
-        connection_->execute(
+        connection().execute(
             "insert into TORVEX_PAGES_LIVE (pageId, nodeId, orderId, parent, type, title, navigation, "
             "online) "
             "values (?, ?, ?, ?, 'P', ?, 'A', 1)",
             {pageId, node, order, parent, node});
     }
-
-    std::string folder_ = std::filesystem::temp_directory_path() / "torvex-bench-XXXXXX";
-    std::unique_ptr<db::Database> database_ = db::makeDatabase();
-    db::Lease connection_;
 };
 
 /// Made at the first call, and kept: making the largest takes seconds.

@@ -1,16 +1,9 @@
 #include <benchmark/benchmark.h>
-#include <filesystem>
 #include <fmt/format.h>
-#include <memory>
-#include <stdexcept>
-#include <stdlib.h>
 
-#include "installation/Schema.h"
-#include "installation/SchemaFiles.h"
+#include "Store.h"
 #include "modules/forum/Forum.h"
 #include "modules/forum/ForumViews.h"
-#include "platform/db/Database.h"
-#include "support/TestHost.h"
 #include "templates/HTMLTemplate.h"
 
 // A topic of two thousand reactions in ten levels, on the embedded store: the tree as the class draws it, and
@@ -22,26 +15,23 @@ namespace {
 constexpr int reactions = 2000;
 constexpr int levels = 10;
 
-class LongTopic {
+class LongTopic : public bench::Store {
   public:
     LongTopic() {
-        const std::string text = "sqlite:" + folder_ + "/db";
-        installedSchema().create(*database_, host.clock, text);
-        connection_ = database_->open(text);
-        connection_->execute(
+        connection().execute(
             "insert into TORVEX_FORUM_LIVE (forum_id, forum_site, forum_lang, forum_name, forum_hotPeriod) "
             "values (1, 'aa', 'en', 'Plants', 7)");
-        connection_->execute(
+        connection().execute(
             "insert into TORVEX_FORUM_TOPICS (topic_id, topic_forumId, topic_title, topic_dateCreation) "
             "values (1, 1, 'Moss', '20260601')");
-        db::Transaction transaction(*connection_);
+        db::Transaction transaction(connection());
         std::string place;
         for (int id = 1; id <= reactions; ++id) {
             // Two hundred branches, each of them ten levels deep.
             const int level = (id - 1) % levels;
             const int branch = (id - 1) / levels;
             place = level == 0 ? branchPlace(branch) : place + ".01";
-            connection_->execute(
+            connection().execute(
                 "insert into TORVEX_FORUM_REACTIONS (reaction_id, reaction_forumId, reaction_topicId, "
                 "reaction_reference, reaction_title, reaction_date, reaction_online, reaction_author, "
                 "reaction_text) values (?, 1, 1, ?, 'A reaction of the usual length', '20260610', 1, 'Ann', "
@@ -50,17 +40,6 @@ class LongTopic {
         }
         transaction.commit();
     }
-    LongTopic(const LongTopic&) = delete;
-    LongTopic& operator=(const LongTopic&) = delete;
-    ~LongTopic() {
-        connection_.reset();
-        database_.reset();
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
-
-    db::Connection& connection() { return *connection_; }
-    test::TestHost host;
 
   private:
     static std::string branchPlace(int branch) {
@@ -68,15 +47,6 @@ class LongTopic {
         const int letters = branch - 99;
         return fmt::format("{}{}", static_cast<char>('A' + letters / 10), letters % 10);
     }
-    static std::string newFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "torvex-bench-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-        return name;
-    }
-
-    const std::string folder_ = newFolder();
-    std::unique_ptr<db::Database> database_ = db::makeDatabase();
-    db::Lease connection_;
 };
 
 void forumReactionTree(benchmark::State& state) {

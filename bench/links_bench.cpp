@@ -1,14 +1,9 @@
 #include <benchmark/benchmark.h>
-#include <filesystem>
 #include <fmt/format.h>
-#include <memory>
 #include <stdexcept>
-#include <stdlib.h>
 
+#include "Store.h"
 #include "delivery/cServer.h"
-#include "installation/Schema.h"
-#include "installation/SchemaFiles.h"
-#include "support/TestHost.h"
 
 namespace torvex {
 namespace {
@@ -16,51 +11,32 @@ namespace {
 constexpr int firstPage = 1000;
 constexpr int pageCount = 5000;
 
-/// A site of five thousand pages in an embedded store of its own, and a host that is connected to it.
-class Site {
+/// A site of five thousand pages.
+class Site : public bench::Store {
   public:
     Site() {
-        if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("can't make a temporary folder");
-        const std::string text = "sqlite:" + folder_ + "/db";
-        installedSchema().create(*database_, host.clock, text);
-        connection_ = database_->open(text);
-        db::Transaction transaction(*connection_);
+        db::Transaction transaction(connection());
         for (int i = 0; i < pageCount; ++i) addPage(i);
         transaction.commit();
         host.application.set("torvex_hyperlink_check", true);
-        server.connect(*connection_);
-    }
-    Site(const Site&) = delete;
-    Site& operator=(const Site&) = delete;
-    ~Site() {
-        connection_.reset();
-        database_.reset();
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
+        server.connect(connection());
     }
 
     static std::string nodeOf(int i) { return fmt::format("aa.en.{:02}.{:02}", i / 90 + 10, i % 90 + 10); }
 
-    db::Connection& connection() { return *connection_; }
-
-    test::TestHost host;
     cServer server{host.context()};
 
   private:
     void addPage(int i) {
         const std::string node = nodeOf(i);
-        connection_->execute(
+        connection().execute(
             "insert into TORVEX_PAGES_DESIGN (pageId, nodeId, parent, type, title) values (?, ?, ?, 'P', ?)",
             {firstPage + i, node, node.substr(0, 8), node});
-        connection_->execute(
+        connection().execute(
             "insert into TORVEX_PAGES_LIVE (pageId, nodeId, parent, type, title, online) "
             "values (?, ?, ?, 'P', ?, ?)",
             {firstPage + i, node, node.substr(0, 8), node, i % 20 == 0 ? 0 : 1});
     }
-
-    std::string folder_ = std::filesystem::temp_directory_path() / "torvex-bench-XXXXXX";
-    std::unique_ptr<db::Database> database_ = db::makeDatabase();
-    db::Lease connection_;
 };
 
 Site& site() {

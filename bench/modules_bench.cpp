@@ -1,16 +1,9 @@
 #include <benchmark/benchmark.h>
-#include <filesystem>
 #include <fmt/format.h>
-#include <memory>
-#include <stdexcept>
-#include <stdlib.h>
 
-#include "installation/Schema.h"
-#include "installation/SchemaFiles.h"
+#include "Store.h"
 #include "modules/messageBoard/msgBoard.h"
 #include "modules/newsflash/newsflash.h"
-#include "platform/db/Connection.h"
-#include "support/TestHost.h"
 
 // A message board that has been written to for years: a category of 10,000 items on 1,000 pages. A page of it, even
 // one in the middle, must stay under 5 ms, and publishing 5,000 items under 2 s.
@@ -22,85 +15,61 @@ constexpr int itemCount = 10'000;
 constexpr int pageSize = 10;
 constexpr int changedItems = 5'000;
 
-class BoardRoom {
+class BoardRoom : public bench::Store {
   public:
     BoardRoom() {
-        if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("can't make a temporary folder");
-        const std::string text = "sqlite:" + folder_ + "/db";
-        installedSchema().create(*database_, host.clock, text);
-        connection_ = database_->open(text);
-        host.database.target = database_.get();
-        host.application.set("torvex_odbc", text);
+        lendToHost();
         host.application.set("torvex_contentTemplates_dir", "/templates/");
         fill();
-        board.connect(*connection_);
-        flash.connect(*connection_);
-    }
-    BoardRoom(const BoardRoom&) = delete;
-    BoardRoom& operator=(const BoardRoom&) = delete;
-    ~BoardRoom() {
-        host.database.target = nullptr;
-        connection_.reset();
-        database_.reset();
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
+        board.connect(connection());
+        flash.connect(connection());
     }
 
-    db::Connection& connection() { return *connection_; }
     void setOrder(std::int64_t order) {
-        connection_->execute("update TORVEX_MSGB_CATEGORIES_LIVE set msgB_itemOrder = ?", {order});
+        connection().execute("update TORVEX_MSGB_CATEGORIES_LIVE set msgB_itemOrder = ?", {order});
     }
 
-    test::TestHost host;
+    msgBoard board{host.context()};
+    newsflash flash{host.context()};
 
   private:
     void fill() {
-        db::Transaction transaction(*connection_);
-        connection_->execute(
+        db::Transaction transaction(connection());
+        connection().execute(
             "insert into TORVEX_MSGB_CATEGORIES_DESIGN (msgB_Id, msgB_site, msgB_lang, msgB_catId, "
             "msgB_catTitle, msgB_online, msgB_pageSize) values (1, 'aa', 'en', '01', 'News', 1, ?)",
             {pageSize});
-        connection_->execute(
+        connection().execute(
             "insert into TORVEX_MSGB_CATEGORIES_LIVE (msgB_Id, msgB_site, msgB_lang, msgB_catId, "
             "msgB_catTitle, msgB_online, msgB_pageSize) values (1, 'aa', 'en', '01', 'News', 1, ?)",
             {pageSize});
         const std::string words(600, 'x');
         for (int i = 1; i <= itemCount; ++i) {
             const std::string day = fmt::format("20{:02}{:02}{:02}", i % 26, i % 12 + 1, i % 28 + 1);
-            connection_->execute(
+            connection().execute(
                 "insert into TORVEX_MSGB_ITEMS_DESIGN (msgB_itemId, msgB_site, msgB_lang, msgB_catId, "
-                "msgB_Id, "
-                "msgB_itemTitle, msgB_itemDesc, msgB_itemDate, msgB_onlineDate, msgB_archiveDate, "
-                "msgB_itemOnline) "
-                "values (?, 'aa', 'en', '01', 1, ?, ?, ?, '20000101', '99991231', 1)",
+                "msgB_Id, msgB_itemTitle, msgB_itemDesc, msgB_itemDate, msgB_onlineDate, msgB_archiveDate, "
+                "msgB_itemOnline) values (?, 'aa', 'en', '01', 1, ?, ?, ?, '20000101', '99991231', 1)",
                 {i, fmt::format("Title no. {}", i * 7919 % itemCount), words, day});
         }
-        connection_->execute(
+        connection().execute(
             "insert into TORVEX_MSGB_ITEMS_LIVE select msgB_itemId, msgB_site, msgB_lang, msgB_catId, "
-            "msgB_Id, "
-            "msgB_itemTitle, msgB_itemDesc, msgB_itemLink, msgB_itemLinkText, msgB_itemImage, msgB_itemDate, "
+            "msgB_Id, msgB_itemTitle, msgB_itemDesc, msgB_itemLink, msgB_itemLinkText, msgB_itemImage, "
+            "msgB_itemDate, "
             "msgB_onlineDate, msgB_archiveDate, msgB_itemOnline, msgB_itemNewsflash from "
             "TORVEX_MSGB_ITEMS_DESIGN");
-        connection_->execute(
+        connection().execute(
             "insert into TORVEX_TEMPLATES (tpl_id, tpl_filename, tpl_system) values (1, 'flash.html', 1)");
-        connection_->execute(
+        connection().execute(
             "insert into TORVEX_NEWSFLASH_LIVE (nf_Id, id, site, lang, itemOrder, itemLength, numberOfItems, "
             "mode, templateId) values (1, 1, 'aa', 'en', 1, 100, 5, 'A', 1)");
-        connection_->execute("insert into TORVEX_NEWSFLASH_CATEGORIES_LIVE (nf_Id, msgB_Id) values (1, 1)");
+        connection().execute("insert into TORVEX_NEWSFLASH_CATEGORIES_LIVE (nf_Id, msgB_Id) values (1, 1)");
         transaction.commit();
         host.files.bytes["/templates/aa/en/flash.html"] =
-            "<!--!torvex_content_start!--><!--!nfItem_start!--><!--!nfDefault_start!--><h3><!--!nfTitle!--></"
-            "h3>"
-            "<p><!--!nfText!--></p><!--!nfDefault_end!--><!--!nfItem_end!--><!--!torvex_content_end!-->";
+            "<!--!torvex_content_start!--><!--!nfItem_start!--><!--!nfDefault_start!--><h3>"
+            "<!--!nfTitle!--></h3><p><!--!nfText!--></"
+            "p><!--!nfDefault_end!--><!--!nfItem_end!--><!--!torvex_content_end!-->";
     }
-
-    std::string folder_ = std::filesystem::temp_directory_path() / "torvex-bench-XXXXXX";
-    std::unique_ptr<db::Database> database_ = db::makeDatabase();
-    db::Lease connection_;
-
-  public:
-    msgBoard board{host.context()};
-    newsflash flash{host.context()};
 };
 
 BoardRoom& room() {

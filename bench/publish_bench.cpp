@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <fmt/format.h>
 #include <stdexcept>
-#include <stdlib.h>
 #include <thread>
 
 #include "PageTree.h"
@@ -21,24 +20,6 @@ namespace torvex {
 namespace {
 
 constexpr int branchPages = 1000;
-
-/// A folder that is gone at the end.
-class ScratchFolder {
-  public:
-    ScratchFolder() {
-        if (mkdtemp(path_.data()) == nullptr) throw std::runtime_error("can't make a temporary folder");
-    }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-    ~ScratchFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    const std::string& path() const { return path_; }
-
-  private:
-    std::string path_ = std::filesystem::temp_directory_path() / "torvex-office-XXXXXX";
-};
 
 /// An author's request on a tree, with real files for the snapshots.
 class Office {
@@ -86,7 +67,7 @@ class Office {
   private:
     bench::PageTree& tree_;
     test::TestHost& host_;
-    ScratchFolder folder_;
+    bench::ScratchFolder folder_;
     DiskFileSystem files_{std::vector<std::string>{folder_.path()}};
     std::unique_ptr<db::Database> database_ = db::makeDatabase();
     HostContext context_{host_.services().with(files_), host_.request, host_.response, host_.session};

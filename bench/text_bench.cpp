@@ -1,7 +1,7 @@
 #include <benchmark/benchmark.h>
 #include <filesystem>
-#include <stdlib.h>
 
+#include "Store.h"
 #include "platform/files/DiskFileSystem.h"
 #include "platform/text/Charset.h"
 #include "platform/text/Text.h"
@@ -85,17 +85,14 @@ void askForACharset(benchmark::State& state) {
 BENCHMARK(askForACharset);
 
 void readTextOf40KB(benchmark::State& state) {
-    std::string folder = (std::filesystem::temp_directory_path() / "torvex-bench-XXXXXX").string();
-    if (::mkdtemp(folder.data()) == nullptr) return state.SkipWithError("no temporary folder");
-    {
-        DiskFileSystem disk(std::vector<std::string>{folder});
-        std::filesystem::create_directories(folder + "/aa/en");
-        disk.writeBytes(folder + "/aa/en/page.htm", html());
-        for (auto _ : state) {
-            benchmark::DoNotOptimize(disk.readText(folder + "/aa/en/page.htm", TextFormat::SystemDefault));
-        }
+    const bench::ScratchFolder scratch;
+    const std::string& folder = scratch.path();
+    DiskFileSystem disk(std::vector<std::string>{folder});
+    std::filesystem::create_directories(folder + "/aa/en");
+    disk.writeBytes(folder + "/aa/en/page.htm", html());
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(disk.readText(folder + "/aa/en/page.htm", TextFormat::SystemDefault));
     }
-    std::filesystem::remove_all(folder);
 }
 BENCHMARK(readTextOf40KB);
 

@@ -5,19 +5,14 @@
 #include <filesystem>
 #include <fmt/format.h>
 #include <fstream>
-#include <memory>
 #include <stdexcept>
-#include <stdlib.h>
 #include <thread>
 #include <vector>
 
+#include "Store.h"
 #include "authoring/cManager.h"
 #include "delivery/cServer.h"
-#include "installation/Schema.h"
-#include "installation/SchemaFiles.h"
-#include "platform/db/Database.h"
 #include "platform/files/DiskFileSystem.h"
-#include "support/TestHost.h"
 
 // What authors do to the tree of one site as a whole: the sitemap, copies and moves of branches, statistics.
 // Every change waits for the disk; with TMPDIR=/dev/shm it doesn't, which leaves the work itself.
@@ -31,46 +26,29 @@ void require(bool fine, const char* what) {
     if (!fine) throw std::runtime_error(what);
 }
 
-/// A site of some hundred thousand pages, published, in an embedded store of its own: four levels, 46
-/// children below each page. Beside it stands a branch of a thousand pages with five bodies and a snapshot
-/// each.
-class LargeSite {
+/// A site of some hundred thousand pages, published: four levels, 46 children below each page. Beside it stands
+/// a branch of a thousand pages with five bodies and a snapshot each.
+class LargeSite : public bench::Store {
   public:
     LargeSite() {
-        const std::string text = "sqlite:" + folder_ + "/db";
-        installedSchema().create(*database_, host.clock, text);
-        connection_ = database_->open(text);
-        host.database.target = database_.get();
-        host.application.set("torvex_odbc", text);
-        host.application.set("torvex_install_path", folder_ + "/");
+        lendToHost();
+        host.application.set("torvex_install_path", folder() + "/");
         host.application.set("torvex_sitemap_loadLevel", 100);
         host.session.set("torvex_loginId", 1);
         host.session.set("torvex_fullname", "Author");
-        connection_->execute("insert into TORVEX_LOGINS (loginId, username, sessionId) values (1, 'a', 's')");
-        db::Transaction transaction(*connection_);
+        connection().execute("insert into TORVEX_LOGINS (loginId, username, sessionId) values (1, 'a', 's')");
+        db::Transaction transaction(connection());
         addPage("aa.en", 1);
         addLevels("aa.en", 3);
         addBranch();
         transaction.commit();
     }
-    LargeSite(const LargeSite&) = delete;
-    LargeSite& operator=(const LargeSite&) = delete;
-    ~LargeSite() {
-        host.database.target = nullptr;
-        connection_.reset();
-        database_.reset();
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
 
-    db::Connection& connection() { return *connection_; }
-    db::Lease openAnother() { return database_->open(connection_->connectionText()); }
     HostContext& context() { return context_; }
     int pages() const { return pages_; }
 
     static constexpr int children = 46;
 
-    test::TestHost host;
     std::string branch = "aa.en.90";  ///< where it stands
 
   private:
@@ -78,7 +56,7 @@ class LargeSite {
         ++pages_;
         const std::string parent = node.size() > 5 ? node.substr(0, node.size() - 3) : std::string();
         for (const char* twin : {"DESIGN", "LIVE"}) {
-            connection_->execute(
+            connection().execute(
                 std::string("insert into TORVEX_PAGES_") + twin +
                     " (pageId, nodeId, orderId, site, lang, parent, type, title, navigation" +
                     (*twin == 'D' ? ", editStatus" : "") + ") values (?, ?, ?, 'aa', 'en', ?, 'P', ?, 'A'" +
@@ -95,22 +73,22 @@ class LargeSite {
     }
     void addBranch() {
         const std::string text(2000, 'x');
-        const std::string snapshots = folder_ + "/search/html/en/aa/";
+        const std::string snapshots = folder() + "/search/html/en/aa/";
         std::filesystem::create_directories(snapshots);
         for (int i = 0; i < branchPages; ++i) {
             const std::string node = nodeInBranch(i);
             addPage(node, i % 90 + 1);
             std::ofstream(snapshots + node + ".html") << text;
             for (int body = 1; body <= 5; ++body) {
-                connection_->execute(
+                connection().execute(
                     "insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyText) values (?, ?, ?)",
                     {pages_, body, text});
             }
             for (int group = 2; group <= 4; ++group) {
-                connection_->execute("insert into TORVEX_PAGES_GROUPS_DESIGN values (?, ?)", {pages_, group});
+                connection().execute("insert into TORVEX_PAGES_GROUPS_DESIGN values (?, ?)", {pages_, group});
             }
             for (int tag = 1; tag <= 6; ++tag) {
-                connection_->execute("insert into TORVEX_PAGES_METADATA_DESIGN values (?, ?, 0, 'value')",
+                connection().execute("insert into TORVEX_PAGES_METADATA_DESIGN values (?, ?, 0, 'value')",
                                      {pages_, tag});
             }
         }
@@ -121,16 +99,7 @@ class LargeSite {
                        : fmt::format("{}.{:02}.{:02}", branch, i % 40 + 1, i / 40);
     }
 
-    static std::string makeFolder() {
-        std::string path = std::filesystem::temp_directory_path() / "torvex-site-XXXXXX";
-        require(mkdtemp(path.data()) != nullptr, "can't make a temporary folder");
-        return path;
-    }
-
-    std::string folder_ = makeFolder();
-    std::unique_ptr<db::Database> database_ = db::makeDatabase();
-    db::Lease connection_;
-    DiskFileSystem files_{std::vector<std::string>{folder_}};
+    DiskFileSystem files_{std::vector<std::string>{folder()}};
     HostContext context_{host.services().with(files_), host.request, host.response, host.session};
     int pages_ = 0;
 };
