@@ -1,13 +1,12 @@
 #include <algorithm>
 #include <benchmark/benchmark.h>
-#include <filesystem>
 #include <memory>
 #include <spdlog/logger.h>
 #include <spdlog/sinks/null_sink.h>
 #include <sstream>
 #include <stdexcept>
-#include <stdlib.h>
 
+#include "Store.h"
 #include "cli/InitCommand.h"
 #include "cli/OpenInstallation.h"
 #include "host/BufferedHits.h"
@@ -29,12 +28,11 @@ namespace {
 class Demo {
   public:
     Demo() {
-        if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("can't make a temporary folder");
         const Environment environment = [](const std::string&) { return std::nullopt; };
         std::istringstream in;
         std::ostringstream out;
         cli::InitOptions options;
-        options.folder = folder_ + "/site";
+        options.folder = folder_.path() + "/site";
         options.content = cli::FirstContent::Demo;
         cli::init(options, environment, {in, out, out});
         opened_ = std::make_unique<cli::OpenInstallation>(Installation::open(options.folder, environment));
@@ -43,20 +41,12 @@ class Demo {
             [this] { return opened_->installation.openDatabase(*opened_->database, db::Purpose::Hits); },
             log_);
     }
-    Demo(const Demo&) = delete;
-    Demo& operator=(const Demo&) = delete;
-    ~Demo() {
-        hits_.reset();
-        opened_.reset();
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
 
     void set(std::string_view key, bool value) { opened_->application.set(key, value); }
 
     Answer request(const PageHandler& page, const std::string& query) {
         Answer answer;
-        sessions_.enter("", [&](SessionLease lease) {
+        sessions_.enter("", 0, [&](SessionLease lease) {
             Request request(query, {}, variables(query));
             Response response;
             HostContext host{opened_->services().with(*hits_), request, response, lease.session()};
@@ -79,7 +69,7 @@ class Demo {
                 {"content_length", "0"}};
     }
 
-    std::string folder_ = std::filesystem::temp_directory_path() / "torvex-bench-XXXXXX";
+    bench::ScratchFolder folder_;
     spdlog::logger logger_{"bench", std::make_shared<spdlog::sinks::null_sink_mt>()};
     LineLog log_{logger_};
     std::unique_ptr<cli::OpenInstallation> opened_;
