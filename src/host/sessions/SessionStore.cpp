@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "host/http/Ascii.h"
+#include "pages/NoStore.h"
 #include "platform/Errors.h"
-#include "platform/Keys.h"
 
 namespace torvex {
 
@@ -25,10 +25,6 @@ enum class Standing { OnProbation, Established, LoggedIn };
 constexpr std::chrono::seconds retirement{60};
 /// Of each shard. Beyond it the oldest is like any other token that isn't known.
 constexpr std::size_t mostRetired = 256;
-
-bool isLoggedIn(const Session& session) {
-    return !session.text(sessionKey::visitorName).empty() || !session.text(sessionKey::authorName).empty();
-}
 
 }  // namespace
 
@@ -295,7 +291,7 @@ void SessionStore::keep(const EntryPointer& entry) {
     Shard& shard = shardOf(entry->token);
     const std::scoped_lock guard(shard.mutex);
     entry->lastUsed = now_();
-    if (isLoggedIn(entry->session)) {
+    if (holdsLogin(entry->session)) {
         entry->standing = Standing::LoggedIn;
     } else if (entry->standing == Standing::LoggedIn) {
         entry->standing = Standing::Established;
