@@ -1,12 +1,11 @@
 #include "installation/FirstRows.h"
 
 #include <array>
-#include <chrono>
 #include <fmt/format.h>
 #include <unicode/uloc.h>
 #include <unicode/unistr.h>
 
-#include "platform/DateTime.h"
+#include "platform/Days.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
 
@@ -42,17 +41,9 @@ std::string languageName(const std::string& lang) {
 
 constexpr int daysOfTheDemo = 30;
 
-std::chrono::sys_days dayOf(const DateTime& moment) {
-    using namespace std::chrono;
-    return sys_days(year(moment.year) / month(static_cast<unsigned>(moment.month)) /
-                    day(static_cast<unsigned>(moment.day)));
-}
-
 std::string lineOfValues(int distance, std::chrono::sys_days day) {
-    const std::chrono::year_month_day date(day);
-    const DateTime moment{static_cast<int>(date.year()), static_cast<int>(unsigned{date.month()}),
-                          static_cast<int>(unsigned{date.day()})};
-    return fmt::format("({}, '{}', {})", distance, date8(moment), std::chrono::weekday(day).iso_encoding());
+    return fmt::format("({}, '{}', {})", distance, date8(momentOf(day)),
+                       std::chrono::weekday(day).iso_encoding());
 }
 
 }  // namespace

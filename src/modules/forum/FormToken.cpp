@@ -4,6 +4,7 @@
 #include <charconv>
 #include <sodium.h>
 
+#include "platform/Days.h"
 #include "platform/Errors.h"
 
 namespace torvex {
@@ -19,11 +20,7 @@ static_assert(crypto_auth_KEYBYTES == 32);
 
 /// Since long before this program, by the calendar.
 std::chrono::seconds secondsOf(const DateTime& moment) {
-    using namespace std::chrono;
-    const sys_days day(year(moment.year) / month(static_cast<unsigned>(moment.month)) /
-                       std::chrono::day(static_cast<unsigned>(moment.day)));
-    return duration_cast<seconds>(day.time_since_epoch()) + hours(moment.hour) + minutes(moment.minute) +
-           seconds(moment.second);
+    return secondOf(moment).time_since_epoch();
 }
 
 std::string hexadecimal(const unsigned char* bytes, std::size_t size) {

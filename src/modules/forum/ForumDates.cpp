@@ -4,6 +4,7 @@
 #include <chrono>
 #include <fmt/format.h>
 
+#include "platform/Days.h"
 #include "platform/text/Text.h"
 
 namespace torvex {
@@ -18,13 +19,9 @@ std::string shownDay(std::string_view date8) {
 std::string dayBefore(const DateTime& moment, double days) {
     using namespace std::chrono;
     constexpr double most = 9000 * 366.0;
-    const auto today = sys_days(year(moment.year) / month(static_cast<unsigned>(moment.month)) /
-                                day(static_cast<unsigned>(moment.day)));
     const std::chrono::days back(static_cast<int>(std::clamp(days, -most, most)));
-    const auto found =
-        year_month_day(std::clamp(today - back, sys_days(year(1) / 1 / 1), sys_days(year(9999) / 12 / 31)));
-    return fmt::format("{:04}{:02}{:02}", static_cast<int>(found.year()),
-                       static_cast<unsigned>(found.month()), static_cast<unsigned>(found.day()));
+    return date8(momentOf(
+        std::clamp(dayOf(moment) - back, sys_days(year(1) / 1 / 1), sys_days(year(9999) / 12 / 31))));
 }
 
 }  // namespace torvex

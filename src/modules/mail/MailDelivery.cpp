@@ -4,6 +4,7 @@
 #include <exception>
 #include <fmt/format.h>
 
+#include "platform/Days.h"
 #include "platform/OperatorLog.h"
 #include "platform/db/Connection.h"
 #include "platform/net/MailMessage.h"
@@ -54,20 +55,7 @@ void tell(MailDesk& desk, db::Connection& connection, const QueuedMail& taken) {
 }  // namespace
 
 DateTime later(const DateTime& moment, std::chrono::seconds seconds) {
-    using namespace std::chrono;
-    const sys_days day(year(moment.year) / month(static_cast<unsigned>(moment.month)) /
-                       std::chrono::day(static_cast<unsigned>(moment.day)));
-    const auto then =
-        day + hours(moment.hour) + minutes(moment.minute) + std::chrono::seconds(moment.second) + seconds;
-    const auto thatDay = floor<days>(then);
-    const year_month_day date(thatDay);
-    const hh_mm_ss time(then - thatDay);
-    return {static_cast<int>(date.year()),
-            static_cast<int>(static_cast<unsigned>(date.month())),
-            static_cast<int>(static_cast<unsigned>(date.day())),
-            static_cast<int>(time.hours().count()),
-            static_cast<int>(time.minutes().count()),
-            static_cast<int>(time.seconds().count())};
+    return momentOf(secondOf(moment) + seconds);
 }
 
 std::chrono::seconds waitAfter(int tries, const MailDeliveryOptions& options) {
