@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/net/Peer.h"
+
 namespace torvex {
 
 namespace {
@@ -14,12 +16,6 @@ constexpr std::string_view forwardedProto = "X-Forwarded-Proto";
 AddressBytes bytesOf(const ip::address& address) {
     if (address.is_v6()) return address.to_v6().to_bytes();
     return ip::make_address_v6(ip::v4_mapped, address.to_v4()).to_bytes();
-}
-
-ip::address addressOf(const AddressBytes& bytes) {
-    const ip::address_v6 address = ip::make_address_v6(bytes);
-    if (address.is_v4_mapped()) return ip::make_address_v4(ip::v4_mapped, address);
-    return address;
 }
 
 bool isPort(std::string_view text) {
@@ -111,12 +107,7 @@ Client TrustedProxies::visitorOf(const RequestHead& head, const Client& connecte
         if (!before) break;
         known = *before;
     }
-    return {addressOf(known), isTlsBefore(head, connected.isTls)};
-}
-
-std::string textOf(const ip::address& address) {
-    const bool is4 = address.is_v6() && address.to_v6().is_v4_mapped();
-    return is4 ? ip::make_address_v4(ip::v4_mapped, address.to_v6()).to_string() : address.to_string();
+    return {unmapped(ip::make_address_v6(known)), isTlsBefore(head, connected.isTls)};
 }
 
 }  // namespace torvex

@@ -37,7 +37,4 @@ class TrustedProxies {
     std::vector<Network> networks_;
 };
 
-/// How an address is written everywhere: those of version 6 that stand for one of version 4 as that one.
-std::string textOf(const boost::asio::ip::address& address);
-
 }  // namespace torvex

@@ -6,6 +6,7 @@
 #include <mutex>
 #include <thread>
 
+#include "platform/net/Peer.h"
 #include "support/RunningServer.h"
 
 namespace torvex {

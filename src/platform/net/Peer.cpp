@@ -27,11 +27,10 @@ std::uint64_t mixed(std::uint64_t value) {
 
 }  // namespace
 
-Peer Peer::of(const ip::address& address) {
+Peer Peer::of(const ip::address& given) {
+    const ip::address address = unmapped(given);
     if (address.is_v4()) return {address.to_v4().to_uint(), false};
-    const ip::address_v6 v6 = address.to_v6();
-    if (v6.is_v4_mapped()) return {ip::make_address_v4(ip::v4_mapped, v6).to_uint(), false};
-    const auto bytes = v6.to_bytes();
+    const auto bytes = address.to_v6().to_bytes();
     Peer peer{0, true};
     for (std::size_t i = 0; i < 8; ++i) peer.network = peer.network << 8U | bytes[i];
     return peer;
@@ -40,6 +39,15 @@ Peer Peer::of(const ip::address& address) {
 std::size_t PeerHash::operator()(const Peer& peer) const {
     static const std::uint64_t seed = randomSeed();
     return static_cast<std::size_t>(mixed(mixed(peer.network ^ seed) + (peer.isV6 ? 1 : 0)));
+}
+
+ip::address unmapped(const ip::address& address) {
+    if (!address.is_v6() || !address.to_v6().is_v4_mapped()) return address;
+    return ip::make_address_v4(ip::v4_mapped, address.to_v6());
+}
+
+std::string textOf(const ip::address& address) {
+    return unmapped(address).to_string();
 }
 
 std::string networkOf(std::string_view address) {

@@ -23,6 +23,12 @@ struct PeerHash {
     std::size_t operator()(const Peer& peer) const;
 };
 
+/// An address of version 6 that stands for one of version 4 as that one; any other as it is.
+boost::asio::ip::address unmapped(const boost::asio::ip::address& address);
+
+/// How an address is written everywhere.
+std::string textOf(const boost::asio::ip::address& address);
+
 /// The same for all addresses of one network; a text that is no address is a network of its own, cut to what
 /// an address may take.
 std::string networkOf(std::string_view address);

@@ -16,6 +16,13 @@ TEST(NetworkOf, TheFirstHalfOfAnAddressOfVersion6IsOne) {
     EXPECT_NE(networkOf("::a00:1"), networkOf("10.0.0.1"));
 }
 
+TEST(TextOf, AnAddressThatStandsForOneOfVersion4IsWrittenAsThatOne) {
+    using boost::asio::ip::make_address;
+    EXPECT_EQ(textOf(make_address("::ffff:10.0.0.1")), "10.0.0.1");
+    EXPECT_EQ(textOf(make_address("10.0.0.1")), "10.0.0.1");
+    EXPECT_EQ(textOf(make_address("2001:DB8::1")), "2001:db8::1");
+}
+
 TEST(NetworkOf, WhatIsNoAddressStandsForItself) {
     EXPECT_NE(networkOf("somewhere"), networkOf("elsewhere"));
     EXPECT_EQ(networkOf(""), "");
