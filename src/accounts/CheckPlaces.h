@@ -15,8 +15,8 @@ class CheckPlaces {
     struct Options {
         std::size_t atOnce = 8;
         std::size_t waiting = 16;  ///< of 64 workers, a quarter
-        std::size_t waitingKnown =
-            32;  ///< counting all: where a name is known, others don't take the last place
+        /// Of all: where a name is known, others don't take the last place.
+        std::size_t waitingKnown = 32;
         std::chrono::milliseconds patience{3000};
     };
 

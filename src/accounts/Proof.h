@@ -19,8 +19,8 @@ struct Proof {
     std::optional<StrongForm> renewal;  ///< takes the place of the row's old form if the login succeeds
 };
 
-/// How passwords of authors and visitors are kept: in the form that the stored data has, or as a strong hash (the setting
-/// `torvex_password_store` is "strong"). A row that has a hash is verified by it in both.
+/// How passwords of authors and visitors are kept: in the form that the stored data has, or as a strong hash
+/// (the setting `torvex_password_store` is "strong"). A row that has a hash is verified by it in both.
 enum class PasswordStore { Given, Strong };
 
 /// The installation's.

@@ -10,13 +10,12 @@ namespace torvex {
 namespace {
 
 constexpr std::string_view selectPage =
-    "select userId, username, password, passwordHash, firstname, lastname, validFrom, validTo from "
-    "TORVEX_USERS "
+    "select userId, username, password, passwordHash, firstname, lastname, validFrom, validTo "
+    "from TORVEX_USERS "
     "where username > ? or (username = ? and userId > ?) order by username, userId limit 500";
 constexpr std::string_view selectUser =
-    "select userId, username, password, passwordHash, firstname, lastname, validFrom, validTo from "
-    "TORVEX_USERS "
-    "where username = ? order by userId";
+    "select userId, username, password, passwordHash, firstname, lastname, validFrom, validTo "
+    "from TORVEX_USERS where username = ? order by userId";
 constexpr std::string_view countUsers =
     "select count(*) as users from TORVEX_USERS where username is not null and username <> ''";
 

@@ -19,8 +19,7 @@
 //                        a page's place; then guarded folders; all else is a public file
 //  6. method allowed     depends on who is responsible
 //  7. body               its type and length are refused before it is read, by what the address takes; then
-//  it
-//                        is read within its deadline and the budget of all bodies
+//                        it is read within its deadline and the budget of all bodies
 //  8. public file        on the loop, without a session: it takes microseconds and needs no worker
 //  9. session            requests of one visitor queue up here, where waiting costs no thread
 // 10. worker             the page or guard runs; it may wait for the database or a feed
