@@ -5,7 +5,6 @@
 namespace torvex::test {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
@@ -325,7 +324,6 @@ TEST_P(LoadResultsTest, ANewSearchBeginsAnew) {
 TEST_P(LoadResultsTest, APageIsReachedAfterThoseBeforeIt) {
     prescribe("search_resultsPerPage", 1);
     documents(9);
-    searchFor("tax");
     for (const auto* page : {"3", "0", "-1", "x", "2.0", "02", "99999999999999999999", "\xFF"}) {
         searchFor("tax");
         turnTo(page);
@@ -357,6 +355,21 @@ TEST_P(LoadResultsTest, WithoutARunningSearchThereIsNoFurtherPage) {
         turnTo("2");
         EXPECT_EQ(error, "Search parameters not found !") << key;
     }
+}
+
+TEST_P(LoadResultsTest, WhatIsKeptMustHoldThePage) {
+    prescribe("search_resultsPerPage", 1);
+    documents(3);
+    searchFor("tax");
+    host.session.set("torvex_search_bookmark2", 3);
+    turnTo("2");
+    EXPECT_EQ(error, "Error recordset positioning !");
+    EXPECT_FALSE(isKept("query"));
+    searchFor("tax");
+    host.session.setObject("torvex_search_recordset", std::make_shared<KeptResults>());
+    turnTo("2");
+    EXPECT_EQ(error, "Error initializing query object (cashed recordset) !");
+    EXPECT_FALSE(isKept("query"));
 }
 
 TEST_P(LoadResultsTest, ASearchFromAnotherPageIsANewOne) {

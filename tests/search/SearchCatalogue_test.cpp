@@ -84,7 +84,6 @@ TEST_P(SearchCatalogueTest, WhatMayNotBeSeenIsntFound) {
 
 TEST_P(SearchCatalogueTest, OtherWordsAreSuggested) {
     EXPECT_EQ(found("gardems"), "nothing ?gardens");
-    EXPECT_EQ(found("gardens"), found("gardens"));
     EXPECT_THAT(found("gardens"), Not(HasSubstr("?")));
 }
 

@@ -63,6 +63,17 @@ TEST_P(SearchLogTest, WhatIsDroppedIsntCounted) {
     EXPECT_THAT(logged(), ElementsAre("rates 1"));
 }
 
+TEST_P(SearchLogTest, ALongWordIsCutByCharacters) {
+    const std::string letter = "é";
+    std::string longest;
+    for (int i = 0; i < 250; ++i) longest += letter;
+    // What was kept isn't cut by the form.
+    host.session.set("X_torvex_search_string", longest + letter);
+    searchFor("");
+    EXPECT_EQ(error, "");
+    EXPECT_THAT(logged(), ElementsAre(longest + " 1"));
+}
+
 TEST_P(SearchLogTest, AFurtherPageCountsNothing) {
     for (int i = 0; i < 3; ++i) fake.rows.push_back(documentRow("aa/" + std::to_string(i) + ".pdf"));
     prescribe("search_resultsPerPage", 1);

@@ -1,6 +1,6 @@
 #include "search/SearchParameters.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "search/SearchError.h"
 #include "search/SearchForm.h"
@@ -8,8 +8,6 @@
 
 namespace torvex::test {
 namespace {
-
-using ::testing::HasSubstr;
 
 class SearchParametersTest : public SearchPageTest {
   protected:

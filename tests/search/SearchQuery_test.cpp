@@ -1,7 +1,7 @@
 #include "search/SearchQuery.h"
 
 #include <algorithm>
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <random>
 #include <set>
 
@@ -10,9 +10,6 @@
 
 namespace torvex::test {
 namespace {
-
-using ::testing::HasSubstr;
-using ::testing::Not;
 
 SearchParameters searchFor(const std::string& words, SearchMatch match = SearchMatch::SomeWords,
                            SearchDerivation derivation = SearchDerivation::None) {

@@ -1,15 +1,12 @@
 #include "search/SearchRecords.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "support/FailingDatabase.h"
 #include "support/SearchPageTest.h"
 
 namespace torvex::test {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class SearchRecordsTest : public SearchPageTest {
   protected:

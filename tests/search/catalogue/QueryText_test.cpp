@@ -8,7 +8,6 @@ namespace torvex::catalogue {
 namespace {
 
 using ::testing::HasSubstr;
-using ::testing::StartsWith;
 using Kind = QueryNode::Kind;
 
 /// A query as it was understood, in brackets: "(and contents:a all:b*)".

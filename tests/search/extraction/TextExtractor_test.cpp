@@ -11,11 +11,8 @@
 namespace torvex::test {
 namespace {
 
-using catalogue::Columns;
 using catalogue::ExtractionError;
 using catalogue::Reading;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 using ::testing::Pair;
 using ::testing::UnorderedElementsAre;
 
