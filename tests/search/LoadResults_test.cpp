@@ -69,6 +69,13 @@ TEST_P(LoadResultsTest, LinksBecomeThoseOfTheSite) {
                 HasSubstr("<a href=\"/tvx.asp?pageId=11\""));
 }
 
+TEST_P(LoadResultsTest, OfAPreviewThoseOfTheInterface) {
+    fake.rows = {pageRow("aa.bb.01", "One")};
+    EXPECT_THAT(
+        search({{"search_string", "tax"}}, resultsOnly("<a href=\"<!--!search_link!-->\">x</a>"), " d "),
+        HasSubstr("<a href=\"javascript:top.page('11')\""));
+}
+
 TEST_P(LoadResultsTest, ADocumentWithAnOddNameIsLinkedByItsAddress) {
     EXPECT_EQ(shownAs("<!--!search_link!-->", documentRow("aa/a'b\" (1).pdf")),
               "/documents/aa/a%27b%22%20%281%29.pdf");
