@@ -8,11 +8,14 @@
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
 #include "platform/text/Text.h"
+#include "search/extraction/Reading.h"
 #include "templates/HTMLTemplate.h"
 
 namespace torvex {
 
 namespace {
+
+namespace column = catalogue::column;
 
 struct Field {
     std::string_view column;
@@ -22,12 +25,12 @@ struct Field {
 };
 
 constexpr std::array fields = {
-    Field{"doctitle", "search_title", "search_noTitle"},
-    Field{"dockeywords", "search_keywords", "search_noKeywords"},
-    Field{"docauthor", "search_author", "search_noAuthor"},
-    Field{"docsubject", "search_subject", "search_noSubject"},
-    Field{"doccomments", "search_comments", "search_noComments", true},
-    Field{"doccompany", "search_company", "search_noCompany", true},
+    Field{column::title, "search_title", "search_noTitle"},
+    Field{column::keywords, "search_keywords", "search_noKeywords"},
+    Field{column::author, "search_author", "search_noAuthor"},
+    Field{column::subject, "search_subject", "search_noSubject"},
+    Field{column::comments, "search_comments", "search_noComments", true},
+    Field{column::company, "search_company", "search_noCompany", true},
 };
 
 constexpr double kilobyte = 1024;
@@ -145,7 +148,7 @@ std::string ResultTemplate::fill(const catalogue::Row& row, const FoundFile& fil
     fillFile(piece, row, file);
     piece.tag("search_rankingGraph", graph(row.rank, rankBase));
     fillFields(piece, row, file);
-    piece.tag("search_titleMarked", marks_.marked(text::trim(columnOf(row, "doctitle"))));
+    piece.tag("search_titleMarked", marks_.marked(text::trim(columnOf(row, column::title))));
     piece.tag("search_abstractMarked", marks_.marked(text::trim(row.characterization)));
     for (const std::string& column : extraColumns_)
         piece.field("search_" + column, "search_no" + column, columnOf(row, column));

@@ -9,6 +9,9 @@ namespace torvex {
 
 struct HostContext;
 
+/// The names of a site's meta tags, in their order.
+std::vector<std::string> metaTagNames(db::Connection& connection, std::string_view site);
+
 /// The columns of the site's own meta tags, which a result shows besides those that every one has; in small
 /// letters, without blanks. Throws `SearchError`.
 std::vector<std::string> extraColumns(HostContext& host, db::Connection& connection, std::string_view site);

@@ -1,6 +1,7 @@
 #include "search/SearchParameters.h"
 
 #include <algorithm>
+#include <array>
 
 #include "delivery/Access.h"
 #include "platform/ApplicationValues.h"
@@ -44,6 +45,9 @@ constexpr int noScope = 1, allSites = 2, currentSite = 3, listedScopes = 4;
 constexpr int allTypes = 1, listedTypes = 2;
 }  // namespace code
 
+/// Properties that the catalogue knows with "doc" in front alone.
+constexpr std::array<std::string_view, 4> documentProperties = {"title", "keywords", "author", "subject"};
+
 constexpr std::string_view byRankAndTitle = "rank,title";
 
 /// A settings row of a search page beside what the form said.
@@ -71,9 +75,8 @@ class Settings {
     const SearchForm& form_;
 };
 
-std::string backslashed(std::string path) {
-    std::replace(path.begin(), path.end(), '/', '\\');
-    return path;
+std::string backslashed(std::string_view path) {
+    return text::replaceAll(path, "/", "\\");
 }
 
 void Settings::locate(const HostContext& host, SearchParameters& search) const {
@@ -171,18 +174,12 @@ std::string Settings::sortOrder() const {
     return given.empty() ? std::string(byRankAndTitle) : given;
 }
 
-bool isAmong(const std::vector<std::string>& items, std::string_view wanted) {
-    return std::any_of(items.begin(), items.end(),
-                       [wanted](const std::string& item) { return text::equals(item, wanted); });
-}
-
 /// The properties as the catalogue names them.
 std::string catalogueProperties(const std::string& list) {
     const std::vector<std::string> given = listItems(list);
     std::vector<std::string> items;
     for (const std::string& item : given) {
-        if (text::equals(item, "title") || text::equals(item, "keywords") || text::equals(item, "author") ||
-            text::equals(item, "subject")) {
+        if (isAmong(documentProperties, item)) {
             items.push_back("doc" + text::lower(item));
             continue;
         }

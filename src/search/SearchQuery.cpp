@@ -1,6 +1,5 @@
 #include "search/SearchQuery.h"
 
-#include <algorithm>
 #include <array>
 
 #include "platform/text/Text.h"
@@ -65,11 +64,6 @@ std::string queryFilter(const SearchParameters& search) {
     return "(" + pages + " OR (" + types + " AND NOT " + snapshots + "))";
 }
 
-bool isOperator(std::string_view word) {
-    return std::any_of(operators.begin(), operators.end(),
-                       [word](std::string_view name) { return text::equals(word, name); });
-}
-
 /// What a property is asked for, behind the sign that says how.
 struct Expression {
     std::string_view sign;
@@ -98,7 +92,8 @@ std::string soughtWords(const SearchParameters& search) {
     std::string sought;
     for (const std::string& word : splitWords(words)) {
         const bool isWord = catalogue::WordReader(word).next();
-        if (!isWord || isOperator(word) || static_cast<double>(text::length(word)) < shortest) continue;
+        if (!isWord || isAmong(operators, word) || static_cast<double>(text::length(word)) < shortest)
+            continue;
         sought.append(sought.empty() ? "" : " ").append(word);
     }
     return sought;

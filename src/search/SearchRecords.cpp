@@ -10,6 +10,7 @@
 #include "platform/text/Text.h"
 #include "records/PageId.h"
 #include "records/PageIdentity.h"
+#include "search/SearchColumns.h"
 #include "search/SearchTexts.h"
 
 namespace torvex {
@@ -18,8 +19,6 @@ namespace {
 
 constexpr std::string_view everyProperty =
     "- template defined -,ALL,CONTENTS,Author,Comments,Company,Filename,Keywords,Subject,Title";
-constexpr std::string_view selectTags =
-    "select metaData_name from TORVEX_METADATA where metaData_site = ? order by metaData_name";
 
 constexpr std::string_view deleteWords =
     "delete from TORVEX_SEARCH_LOG where search_pageId not in (select pageId from TORVEX_PAGES_LIVE)";
@@ -122,9 +121,7 @@ void replaceList(db::Connection& connection, PageId pageId, const std::string& b
 
 std::string allSearchProperties(db::Connection& connection, std::string_view site) {
     std::string list = "," + std::string(everyProperty) + ",";
-    auto rows = connection.query(selectTags, {site});
-    while (rows.next()) {
-        const std::string name = rows.text("metaData_name");
+    for (const std::string& name : metaTagNames(connection, site)) {
         if (!text::contains(list, "," + name + ",")) list.append(name).append(",");
     }
     return list.substr(1, list.size() - 2);

@@ -1,7 +1,5 @@
 #include "search/SearchScopes.h"
 
-#include <algorithm>
-
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
@@ -30,10 +28,8 @@ std::string currentSnapshots(const SearchParameters& search) {
         .append(siteOf(search.page.nodeId));
 }
 
-bool isThere(const HostContext& host, const SearchParameters& search, std::string path) {
-    if (search.isRemote) return true;
-    std::replace(path.begin(), path.end(), '\\', '/');
-    return host.files.folderExists(path);
+bool isThere(const HostContext& host, const SearchParameters& search, const std::string& path) {
+    return search.isRemote || host.files.folderExists(text::replaceAll(path, "\\", "/"));
 }
 
 /// A folder is given below that of the documents, or as a whole path. On the disk letters are told apart, so
@@ -83,8 +79,8 @@ std::string snapshotsPath(std::string_view rootPath) {
 }
 
 std::string documentsPath(const HostContext& host, std::string_view rootPath) {
-    std::string name = host.application.text(applicationKey::documentsName);
-    std::replace(name.begin(), name.end(), '/', '\\');
+    const std::string name =
+        text::replaceAll(host.application.text(applicationKey::documentsName), "/", "\\");
     return withEnd(withEnd(std::string(rootPath)) + "wwwroot\\" + name);
 }
 

@@ -1,9 +1,7 @@
 #include "search/SearchTexts.h"
 
-#include <algorithm>
 #include <unicode/uchar.h>
 
-#include "platform/text/Text.h"
 #include "platform/text/Utf8.h"
 
 namespace torvex {
@@ -20,7 +18,7 @@ bool isDivider(const utf8::Unit& unit) {
     return u_isUWhiteSpace(character) != 0 || u_iscntrl(character) != 0;
 }
 
-bool isAmong(std::string_view signs, std::string_view unit) {
+bool isOneOf(std::string_view signs, std::string_view unit) {
     return unit.size() == 1 && signs.find(unit) != std::string_view::npos;
 }
 
@@ -50,7 +48,7 @@ std::string plainWords(std::string_view words, std::string_view signs) {
         const utf8::Unit unit = utf8::unitAt(words, at);
         const std::string_view character = words.substr(at, unit.length);
         at += unit.length;
-        const bool isBlank = isDivider(unit) || isAmong(signs, character);
+        const bool isBlank = isDivider(unit) || isOneOf(signs, character);
         if (!isBlank) plain.append(character);
         if (isBlank && !isBehindBlank) plain += ' ';
         isBehindBlank = isBlank;

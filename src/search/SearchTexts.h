@@ -1,8 +1,12 @@
 #pragma once
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "platform/text/Text.h"
 
 namespace torvex {
 
@@ -10,6 +14,13 @@ namespace torvex {
 /// out.
 std::vector<std::string> listItems(std::string_view list);
 std::string joinedList(const std::vector<std::string>& items);
+
+/// Whether a name is one of these, in either case.
+template <typename Names>
+bool isAmong(const Names& names, std::string_view wanted) {
+    return std::any_of(std::begin(names), std::end(names),
+                       [wanted](const auto& name) { return text::equals(name, wanted); });
+}
 
 /// Words divided by single blanks: white space of any kind, control characters and the given signs become
 /// blanks.

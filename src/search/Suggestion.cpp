@@ -1,10 +1,7 @@
 #include "search/Suggestion.h"
 
-#include <algorithm>
-
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
-#include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "search/ResultList.h"
 #include "search/SearchQuery.h"
@@ -16,11 +13,6 @@ namespace {
 
 /// Of the files that hold a word, so many are looked at for one that may be seen.
 constexpr std::size_t mostTested = 256;
-
-bool isAmong(const std::vector<std::string>& words, const std::string& wanted) {
-    return std::any_of(words.begin(), words.end(),
-                       [&](const std::string& word) { return text::equals(word, wanted); });
-}
 
 bool isWordShown(HostContext& host, db::Connection& connection, const SearchRun& run,
                  const std::string& word) {
