@@ -1,12 +1,10 @@
 // The categories of a message board: the way to one, and those below it.
 
 #include <algorithm>
-#include <map>
-#include <vector>
 
 #include "modules/messageBoard/Board.h"
 #include "modules/shared/PieceList.h"
-#include "platform/db/ValueList.h"
+#include "platform/db/Connection.h"
 #include "platform/text/ScriptText.h"
 #include "platform/text/Text.h"
 #include "templates/HTMLTemplate.h"

@@ -97,7 +97,7 @@ std::string drawAll(const ModuleCall& call, const NewsflashItems& wanted, std::v
     std::string drawn;
     for (Item& item : items) {
         item.text = shortened(item.text, wanted.textLength, isHtmlAllowed);
-        if (!drawn.empty() || &item != &items.front()) drawn.append("\r").append(layouts.spacer());
+        if (&item != &items.front()) drawn.append("\r").append(layouts.spacer());
         const std::string piece = layouts.draw(item, sizes, months);
         markers::checkSize(drawn.size(), piece.size());
         drawn += piece;
