@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "delivery/PageModules.h"
 #include "modules/shared/ImageSizes.h"
@@ -28,6 +29,9 @@ struct BoardCategory {
     bool isArchiveVisible = false;
     int pageSize = 0;
 };
+
+/// The path of the category above; "" above the first level.
+std::string categoryAbove(std::string_view path);
 
 /// The template with the parts of the board filled in; without them where the category can't be shown.
 std::string drawBoard(const BoardView& view, const std::string& html);

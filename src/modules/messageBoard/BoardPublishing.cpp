@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <vector>
 
+#include "modules/messageBoard/Board.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
@@ -14,7 +15,8 @@ namespace {
 constexpr std::string_view done;
 constexpr std::string_view parentNotLive = "1";
 
-constexpr std::size_t charactersOfLevel = 3;
+/// A path of fewer characters has no category above it.
+constexpr std::size_t shortestBelow = 3;
 
 constexpr std::string_view selectLiveCategory =
     "select msgB_catId from TORVEX_MSGB_CATEGORIES_LIVE where msgB_site = ? and msgB_lang = ? and "
@@ -51,9 +53,8 @@ class BoardPublishing {
 
     bool hasLiveParents() const {
         std::string path = branch_.path;
-        for (std::size_t length = text::length(path); length >= charactersOfLevel;) {
-            length -= charactersOfLevel;
-            path = text::first(path, length);
+        while (text::length(path) >= shortestBelow) {
+            path = categoryAbove(path);
             if (!own_.query(selectLiveCategory, {branch_.site, branch_.lang, path}).next()) return false;
         }
         return true;

@@ -31,14 +31,7 @@ constexpr std::string_view spacerBlock = "msgB_spacer";
 constexpr std::string_view idTag = "msgB_catId";
 constexpr std::string_view titleTag = "msgB_catTitle";
 
-constexpr std::size_t charactersOfLevel = 3;
 constexpr std::string_view between = " > ";
-
-/// The path of the category above; "" above the first level.
-std::string above(std::string_view path) {
-    const std::size_t length = text::length(path);
-    return std::string(text::first(path, length <= charactersOfLevel ? 0 : length - charactersOfLevel));
-}
 
 std::string linkTo(std::string_view path, std::string_view title) {
     std::string link = "<a href=\"javascript:viewCat('";
@@ -48,12 +41,18 @@ std::string linkTo(std::string_view path, std::string_view title) {
 
 }  // namespace
 
+std::string categoryAbove(std::string_view path) {
+    constexpr std::size_t level = 3;
+    const std::size_t length = text::length(path);
+    return std::string(text::first(path, length <= level ? 0 : length - level));
+}
+
 std::string categoryTrail(const BoardView& view) {
     if (view.category.empty() || !text::startsWith(view.category, view.root)) return {};
     std::string trail;
     int steps = 0;
     const std::size_t shortest = std::max<std::size_t>(text::length(view.root), 1);
-    for (std::string path = view.category; text::length(path) >= shortest; path = above(path)) {
+    for (std::string path = view.category; text::length(path) >= shortest; path = categoryAbove(path)) {
         auto rows = view.call.connection.query(
             view.call.twin == Twin::Design ? selectStepDesign : selectStepLive, {view.site, view.lang, path});
         if (!rows.next()) continue;
