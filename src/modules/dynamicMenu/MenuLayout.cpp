@@ -7,6 +7,7 @@
 
 #include "platform/text/Text.h"
 #include "templates/Markers.h"
+#include "templates/OptionalBlock.h"
 
 namespace torvex {
 
@@ -82,9 +83,8 @@ void ItemText::append(std::string& out, Field field, const MenuItem& item) const
     }
 }
 
-LevelLayout::LevelLayout(HTMLTemplate source, int level) : source_(std::move(source)), level_(level) {
-    if (source_.blockExists("dynMenu_spacer")) spacer_ = source_.extractBlock("dynMenu_spacer");
-}
+LevelLayout::LevelLayout(HTMLTemplate source, int level)
+    : source_(std::move(source)), level_(level), spacer_(optionalBlock(source_, "dynMenu_spacer")) {}
 
 const ItemText& LevelLayout::whole() {
     if (!whole_) whole_.emplace(source_.strVal(), level_);
@@ -109,7 +109,7 @@ std::string MenuLayouts::textOf(int level) const {
         const std::string block = "dynMenu_level" + std::to_string(level);
         if (menu_.blockExists(block)) return menu_.extractBlock(block);
     }
-    return menu_.blockExists("dynMenu_level") ? menu_.extractBlock("dynMenu_level") : std::string();
+    return optionalBlock(menu_, "dynMenu_level");
 }
 
 }  // namespace torvex

@@ -11,6 +11,7 @@
 #include "platform/db/ScopeMemory.h"
 #include "templates/DesignPath.h"
 #include "templates/HTMLTemplate.h"
+#include "templates/OptionalBlock.h"
 
 namespace torvex {
 
@@ -19,10 +20,6 @@ namespace {
 bool loadTemplate(HTMLTemplate& source, HostContext& host, std::string_view nodeId, const std::string& file) {
     return !file.empty() && source.load(designPath(host.application, applicationKey::contentTemplatesPath,
                                                    siteOf(nodeId), langOf(nodeId), file));
-}
-
-std::string blockOf(const HTMLTemplate& source, std::string_view block) {
-    return source.blockExists(block) ? source.extractBlock(block) : std::string();
 }
 
 /// All that a menu's content depends on besides the database, for one who isn't logged in. The parts are texts without
@@ -53,8 +50,9 @@ std::optional<LoadedMenu> loadMenu(HostContext& host, db::Connection& connection
     HTMLTemplate source(host);
     if (!menu || !loadTemplate(source, host, page.nodeId, menu->templateFile)) return std::nullopt;
     source.replaceAllBlocks(view.forAuthors ? "torvex_public" : "torvex_admin", "");
-    LoadedMenu loaded{source.strVal(), blockOf(source, "torvex_head"), {}};
-    loaded.content = contentOf(host, connection, *menu, page.nodeId, view, blockOf(source, "torvex_content"));
+    LoadedMenu loaded{source.strVal(), optionalBlock(source, "torvex_head"), {}};
+    loaded.content =
+        contentOf(host, connection, *menu, page.nodeId, view, optionalBlock(source, "torvex_content"));
     return loaded;
 }
 

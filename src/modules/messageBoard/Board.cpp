@@ -7,6 +7,7 @@
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
 #include "templates/HTMLTemplate.h"
+#include "templates/OptionalBlock.h"
 
 namespace torvex {
 
@@ -60,9 +61,9 @@ class BoardPage {
     }
 
     std::string draw() {
-        const std::string trail = taken(trailBlock);
-        const std::string categories = taken(categoriesBlock);
-        const std::string items = taken(itemsBlock);
+        const std::string trail = optionalBlock(page_, trailBlock);
+        const std::string categories = optionalBlock(page_, categoriesBlock);
+        const std::string items = optionalBlock(page_, itemsBlock);
         const auto category = shownCategory();
         if (!category) return withoutBoard();
         if (!trail.empty()) page_.replaceBlock(trailBlock, drawTrail(trail));
@@ -77,10 +78,6 @@ class BoardPage {
     }
 
   private:
-    std::string taken(std::string_view block) const {
-        return page_.blockExists(block) ? page_.extractBlock(block) : std::string();
-    }
-
     /// The top of the board is none, and is there for everybody.
     std::optional<BoardCategory> shownCategory() const {
         if (view_.category.empty()) return BoardCategory();

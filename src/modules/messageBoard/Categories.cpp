@@ -8,6 +8,7 @@
 #include "platform/text/ScriptText.h"
 #include "platform/text/Text.h"
 #include "templates/HTMLTemplate.h"
+#include "templates/OptionalBlock.h"
 
 namespace torvex {
 
@@ -77,7 +78,7 @@ std::string drawCategories(const BoardView& view, const std::string& html) {
         view.call.connection.query(view.call.twin == Twin::Design ? selectBelowDesign : selectBelowLive,
                                    {view.site, view.lang, view.category});
     if (!rows.next() || !list.blockExists(categoryBlock)) return {};
-    const std::string spacer = list.blockExists(spacerBlock) ? list.extractBlock(spacerBlock) : std::string();
+    const std::string spacer = optionalBlock(list, spacerBlock);
     list.replaceAllBlocks(spacerBlock, "");
     const std::string layout = list.extractBlock(categoryBlock);
     PieceList pieces(spacer);

@@ -13,6 +13,7 @@
 #include "platform/text/Text.h"
 #include "templates/DesignPath.h"
 #include "templates/HTMLTemplate.h"
+#include "templates/OptionalBlock.h"
 
 namespace torvex {
 
@@ -65,10 +66,6 @@ std::optional<std::string> templateFile(db::Connection& connection, int template
     return std::string(text::trim(rows.text("tpl_filename")));
 }
 
-std::string blockOf(const HTMLTemplate& source, std::string_view name) {
-    return source.blockExists(name) ? source.extractBlock(name) : std::string();
-}
-
 /// All that a box's content depends on besides the database. The parts are texts without line breaks, but for the
 /// last one.
 std::string keyOf(const ModuleCall& call, const NewsflashItems& items, std::string_view content) {
@@ -95,8 +92,8 @@ bool drawNewsflash(const ModuleCall& call, std::string_view site, std::string_vi
         return false;
     source.replaceAllBlocks(call.forAuthors ? visitorsBlock : authorsBlock, "");
     box.source = source.strVal();
-    box.header = blockOf(source, headBlock);
-    box.content = blockOf(source, contentBlock);
+    box.header = optionalBlock(source, headBlock);
+    box.content = optionalBlock(source, contentBlock);
     box.content = db::rememberedWhileUnchanged(
         call.connection, keyOf(call, definition->items, box.content),
         [&] { return drawNewsflashItems(call, definition->items, box.content); });

@@ -9,15 +9,11 @@
 #include "platform/text/Text.h"
 #include "templates/HTMLTemplate.h"
 #include "templates/Markers.h"
+#include "templates/OptionalBlock.h"
 
 namespace torvex {
 
 namespace {
-
-/// "" when it is missing.
-std::string blockOf(const HTMLTemplate& source, std::string_view name) {
-    return source.blockExists(name) ? source.extractBlock(name) : std::string();
-}
 
 std::string_view layoutName(const ItemNames& names, int alignment) {
     switch (static_cast<ImageAlignment>(alignment)) {
@@ -69,10 +65,10 @@ std::string encodedPart(const std::string& date, std::size_t at, std::size_t cou
 }  // namespace
 
 ItemLayouts::ItemLayouts(HostContext& host, HTMLTemplate& source, const ItemNames& names, ItemLooks looks)
-    : host_(host), names_(names), looks_(std::move(looks)), spacer_(blockOf(source, names.spacer)) {
+    : host_(host), names_(names), looks_(std::move(looks)), spacer_(optionalBlock(source, names.spacer)) {
     source.replaceAllBlocks(names.spacer, "");
     const auto layout = [&](std::string_view name) {
-        return blockOf(source, source.blockExists(name) ? name : names.fallback);
+        return optionalBlock(source, source.blockExists(name) ? name : names.fallback);
     };
     noImage_ = layout(names.noImage);
     image_ = layout(layoutName(names, looks_.alignment));
