@@ -29,6 +29,10 @@ constexpr std::string_view selectUserOfPage =
     "inner join TORVEX_PAGES_GROUPS_LIVE c on b.groupId = c.groupId "
     "where a.username = ? and a.password = ? and c.pageId = ?";
 
+constexpr std::string_view selectGroupsOfUser =
+    "select b.groupId, a.validFrom, a.validTo from TORVEX_USERS a "
+    "inner join TORVEX_GROUPS_USERS b on a.userId = b.userId where a.username = ? and a.password = ?";
+
 constexpr std::string_view selectPage = "select pageId, nodeId, type from TORVEX_PAGES_LIVE where pageId = ?";
 constexpr std::string_view selectFirstChild =
     "select pageId, nodeId, type from TORVEX_PAGES_LIVE where parent = ? order by orderId, nodeId";
@@ -67,6 +71,16 @@ bool hasExtranet(const HostContext& host) {
 
 Visitor visitorOf(const HostContext& host) {
     return {host.session.text(sessionKey::visitorName), host.session.text(sessionKey::visitorPassword)};
+}
+
+std::set<double> groupsOfVisitor(db::Connection& connection, const Visitor& visitor, std::string_view today) {
+    std::set<double> groups;
+    auto rows = connection.query(selectGroupsOfUser, {visitor.username, visitor.password});
+    while (rows.next()) {
+        if (isWithin(today, rows.text("validFrom"), rows.text("validTo")))
+            groups.insert(rows.number("groupId"));
+    }
+    return groups;
 }
 
 std::optional<DecidingGroup> decidingGroup(db::Connection& connection, PageId pageId,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,9 @@ struct Visitor {
 
 /// As the session holds it.
 Visitor visitorOf(const HostContext& host);
+
+/// The groups that the visitor belongs to today (yyyymmdd); none of a user outside her dates.
+std::set<double> groupsOfVisitor(db::Connection& connection, const Visitor& visitor, std::string_view today);
 
 /// The page whose own groups decide on a page, and the lowest of them. A page that inherits its groups is
 /// decided by the nearest ancestor that has some of its own.

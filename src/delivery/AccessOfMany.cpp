@@ -6,7 +6,6 @@
 #include "platform/HostContext.h"
 #include "platform/db/ValueList.h"
 #include "platform/text/Text.h"
-#include "records/DateWindow.h"
 #include "records/PageKind.h"
 
 namespace torvex {
@@ -19,9 +18,6 @@ constexpr std::string_view selectPageGroups =
     "select pageId, groupId from TORVEX_PAGES_GROUPS_LIVE where pageId";
 constexpr std::string_view selectFolderGroups =
     "select fld_id, groupId from TORVEX_FOLDERS_GROUPS where fld_type = 'doc' and fld_site = ? and fld_id";
-constexpr std::string_view selectOwnGroups =
-    "select b.groupId, a.validFrom, a.validTo from TORVEX_USERS a "
-    "inner join TORVEX_GROUPS_USERS b on a.userId = b.userId where a.username = ? and a.password = ?";
 
 std::string withList(std::string_view statement) {
     return std::string(statement) + " in (" + db::placesOfList("?") + ")";
@@ -120,14 +116,7 @@ bool AccessOfMany::groupsLetIn(PageId pageId, std::string_view nodeId) {
 }
 
 bool AccessOfMany::isMemberOfAny(const Groups& groups) {
-    if (!ownGroups_) {
-        ownGroups_.emplace();
-        auto rows = connection_.query(selectOwnGroups, {visitor_.username, visitor_.password});
-        while (rows.next()) {
-            if (isWithin(today_, rows.text("validFrom"), rows.text("validTo")))
-                ownGroups_->insert(rows.number("groupId"));
-        }
-    }
+    if (!ownGroups_) ownGroups_ = groupsOfVisitor(connection_, visitor_, today_);
     return std::any_of(groups.begin(), groups.end(),
                        [this](double group) { return ownGroups_->contains(group); });
 }

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "delivery/Access.h"
 #include "modules/dynamicMenu/MenuPages.h"
@@ -23,22 +23,14 @@ class MenuRights {
     bool letThrough(const MenuPage& page, std::span<const PageGroup> groups);
 
   private:
-    /// A group of the visitor, and from when to when she is a user.
-    struct Membership {
-        double group;
-        std::string validFrom;
-        std::string validTo;
-    };
-
     bool isMemberOf(std::span<const PageGroup> groups);
-    const std::vector<Membership>& memberships();
 
     db::Connection& connection_;
     PageIdentity root_;
     Visitor visitor_;
     std::string today_;
     bool rootLetsThrough_;
-    std::optional<std::vector<Membership>> memberships_;
+    std::optional<std::set<double>> ownGroups_;  ///< once they were asked for
 };
 
 }  // namespace torvex
