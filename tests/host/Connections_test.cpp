@@ -1,6 +1,5 @@
 // What visitors who mean harm, or have bad lines, can hold of the server's connections and memory.
 
-#include <condition_variable>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
@@ -9,46 +8,19 @@
 #include <thread>
 
 #include "host/HttpServer.h"
+#include "support/Gate.h"
 #include "support/RunningServer.h"
 
 namespace torvex {
 
 namespace {
 
+using test::Gate;
 using test::RawHttpClient;
 using test::RawReply;
 using test::RunningServer;
 using testing::HasSubstr;
 using namespace std::chrono_literals;
-
-/// Holds pages until it is opened.
-class Gate {
-  public:
-    ~Gate() { open(); }
-    void open() {
-        {
-            const std::scoped_lock guard(mutex_);
-            isOpen_ = true;
-        }
-        changed_.notify_all();
-    }
-    void wait() {
-        std::unique_lock lock(mutex_);
-        ++waiting_;
-        changed_.notify_all();
-        changed_.wait(lock, [this] { return isOpen_; });
-    }
-    void awaitVisitors(int count) {
-        std::unique_lock lock(mutex_);
-        changed_.wait_for(lock, 10s, [&] { return waiting_ >= count; });
-    }
-
-  private:
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    bool isOpen_ = false;
-    int waiting_ = 0;
-};
 
 std::string post(std::string_view path, std::size_t length) {
     return "POST " + std::string(path) +
@@ -74,7 +46,7 @@ class ConnectionsTest : public testing::Test {
         running.options.rootFolder = folder.path();
         folder.write("a.txt", "x");
         running.page("/hello.asp", [](HostContext& host) { host.response.write("Hello"); });
-        running.page("/held.asp", [this](HostContext&) { gate.wait(); });
+        running.page("/held.asp", [this](HostContext&) { gate.pass(); });
         running.form("/form.asp", [](HostContext& host) { host.response.write(host.request.item("last")); });
     }
 
@@ -92,7 +64,7 @@ class ConnectionsTest : public testing::Test {
     void occupy(RawHttpClient& first, RawHttpClient& second) {
         askForHeld(first);
         askForHeld(second);
-        gate.awaitVisitors(2);
+        gate.await(2);
     }
     void release(RawHttpClient& first, RawHttpClient& second) {
         gate.open();
@@ -220,7 +192,7 @@ TEST_F(ConnectionsTest, PagesOfOneAddressDontWaitBehindAllThoseOfAnother) {
     start();
     RawHttpClient blocking = from("127.0.0.9");
     askForHeld(blocking);
-    gate.awaitVisitors(1);
+    gate.await(1);
     std::vector<RawHttpClient> many;
     for (int i = 0; i < 20; ++i) many.push_back(from("127.0.0.2"));
     for (auto& client : many) client.send("GET /noted.asp HTTP/1.1\r\nHost: a\r\n\r\n");

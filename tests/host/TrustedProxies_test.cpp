@@ -1,12 +1,11 @@
 #include "host/TrustedProxies.h"
 
-#include <condition_variable>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <mutex>
 #include <thread>
 
 #include "platform/net/Peer.h"
+#include "support/Gate.h"
 #include "support/RunningServer.h"
 
 namespace torvex {
@@ -118,35 +117,17 @@ class BehindProxyTest : public testing::Test {
                                 host.request.serverVariable("REMOTE_ADDR") + " " +
                                 host.request.serverVariable("https"));
         });
-        running.page("/held.asp", [this](HostContext&) {
-            std::unique_lock lock(mutex);
-            ++held;
-            changed.notify_all();
-            changed.wait(lock, [this] { return isOpen; });
-        });
+        running.page("/held.asp", [this](HostContext&) { gate.pass(); });
         running.form("/form.asp", [](HostContext& host) { host.response.write("read"); });
     }
-    ~BehindProxyTest() override { open(); }
+    ~BehindProxyTest() override { gate.open(); }
 
-    void open() {
-        const std::scoped_lock guard(mutex);
-        isOpen = true;
-        changed.notify_all();
-    }
-    void awaitHeld(int count) {
-        std::unique_lock lock(mutex);
-        changed.wait_for(lock, 10s, [&] { return held >= count; });
-        ASSERT_GE(held, count);
-    }
     RawHttpClient proxy() { return running.clientFrom("127.0.0.9"); }
     static std::string ask(const std::string& target, const std::string& address) {
         return "GET " + target + " HTTP/1.1\r\nHost: a\r\nX-Forwarded-For: " + address + "\r\n\r\n";
     }
 
-    std::mutex mutex;
-    std::condition_variable changed;
-    int held = 0;
-    bool isOpen = false;
+    test::Gate gate;
     test::RunningServer running;
 };
 
@@ -189,8 +170,8 @@ TEST_F(BehindProxyTest, AProxyHasMoreConnectionsThanOneVisitor) {
     for (int i = 0; i < 6; ++i) connections.push_back(proxy());
     for (std::size_t i = 0; i < connections.size(); ++i)
         connections[i].send(ask("/held.asp", "198.51.100." + std::to_string(i)));
-    awaitHeld(6);
-    open();
+    gate.await(6);
+    gate.open();
     for (RawHttpClient& connection : connections) EXPECT_EQ(connection.read().status, 200);
 }
 
@@ -202,11 +183,11 @@ TEST_F(BehindProxyTest, AVisitorBehindItHasNoMoreRequestsThanConnectionsElsewher
     RawHttpClient three = proxy();
     one.send(ask("/held.asp", "198.51.100.7"));
     two.send(ask("/held.asp", "198.51.100.7"));
-    awaitHeld(2);
+    gate.await(2);
     EXPECT_EQ(three.ask(ask("/who.asp", "198.51.100.7")).status, 503);
     EXPECT_EQ(three.ask(ask("/who.asp", "198.51.100.8")).status, 200);
     EXPECT_THAT(running.logged(), Contains(HasSubstr("connections_per_address")));
-    open();
+    gate.open();
     EXPECT_EQ(one.read().status, 200);
     EXPECT_EQ(two.read().status, 200);
     EXPECT_EQ(three.ask(ask("/who.asp", "198.51.100.7")).status, 200);

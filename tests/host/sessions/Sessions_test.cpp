@@ -1,11 +1,10 @@
 // Sessions and the pool of workers as clients meet them.
 
 #include <atomic>
-#include <condition_variable>
 #include <gtest/gtest.h>
-#include <mutex>
 
 #include "host/WorkerPool.h"
+#include "support/Gate.h"
 #include "support/RunningServer.h"
 
 namespace torvex {
@@ -13,34 +12,9 @@ namespace torvex {
 namespace {
 
 using namespace std::chrono_literals;
+using test::Gate;
 using test::RawHttpClient;
 using test::RawReply;
-
-/// Lets tests hold up page handlers and let them go.
-class Gate {
-  public:
-    void pass() {
-        std::unique_lock lock(mutex_);
-        ++arrived_;
-        changed_.notify_all();
-        changed_.wait(lock, [this] { return isOpen_; });
-    }
-    void waitFor(int count) {
-        std::unique_lock lock(mutex_);
-        changed_.wait_for(lock, 10s, [&] { return arrived_ >= count; });
-    }
-    void open() {
-        const std::scoped_lock guard(mutex_);
-        isOpen_ = true;
-        changed_.notify_all();
-    }
-
-  private:
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    int arrived_ = 0;
-    bool isOpen_ = false;
-};
 
 class SessionsTest : public testing::Test {
   protected:
@@ -66,8 +40,8 @@ class SessionsTest : public testing::Test {
         client.send(request + "\r\n");
     }
 
-    test::RunningServer running;
     Gate gate;
+    test::RunningServer running;
 };
 
 TEST_F(SessionsTest, AVisitorKeepsTheSessionByItsCookie) {
@@ -148,7 +122,7 @@ TEST_F(SessionsTest, ARequestThatWaitsBehindALoginIsAStrangersAndLeavesTheLoginI
     const std::string before = get("/count.asp").sessionCookie();
     RawHttpClient login = running.client();
     send(login, "/login.asp", before);
-    gate.waitFor(1);
+    gate.await(1);
     RawHttpClient waiting = running.client();
     send(waiting, "/who.asp", before);
     std::this_thread::sleep_for(50ms);  // so that it waits
@@ -182,7 +156,7 @@ TEST_F(SessionsTest, RequestsOfOneSessionRunOneAtATimeInOrder) {
     const std::string cookie = get("/count.asp").sessionCookie();
     RawHttpClient holding = running.client();
     send(holding, "/held.asp", cookie);
-    gate.waitFor(1);
+    gate.await(1);
     std::vector<RawHttpClient> others;
     for (int i = 0; i < 5; ++i) {
         others.push_back(running.client());
@@ -201,7 +175,7 @@ TEST_F(SessionsTest, WaitingForASessionTakesNoWorker) {
     const std::string cookie = get("/count.asp").sessionCookie();
     RawHttpClient holding = running.client();
     send(holding, "/held.asp", cookie);
-    gate.waitFor(1);
+    gate.await(1);
     std::vector<RawHttpClient> waiting;
     for (int i = 0; i < 10; ++i) {
         waiting.push_back(running.client());
@@ -217,7 +191,7 @@ TEST_F(SessionsTest, DifferentSessionsRunInParallel) {
     RawHttpClient second = running.client();
     send(first, "/held.asp");
     send(second, "/held.asp");
-    gate.waitFor(2);
+    gate.await(2);
     gate.open();
     EXPECT_EQ(first.read().body, "held");
     EXPECT_EQ(second.read().body, "held");
@@ -230,7 +204,7 @@ TEST_F(SessionsTest, AFullQueueIsAnsweredAtOnce) {
     running.start();
     RawHttpClient runs = running.client();
     send(runs, "/held.asp");
-    gate.waitFor(1);
+    gate.await(1);
     RawHttpClient waits = running.client();
     send(waits, "/count.asp");
     std::this_thread::sleep_for(100ms);
@@ -251,7 +225,7 @@ TEST_F(SessionsTest, AClientThatLeavesHarmsNobody) {
     }
     RawHttpClient holding = running.client();
     send(holding, "/held.asp");
-    gate.waitFor(1);
+    gate.await(1);
     { const RawHttpClient gone = std::move(holding); }
     gate.open();
     EXPECT_EQ(get("/count.asp").body, "1");
@@ -264,7 +238,7 @@ TEST_F(SessionsTest, StoppingWithRequestsWaitingEndsInOrder) {
     const std::string cookie = get("/count.asp").sessionCookie();
     RawHttpClient holding = running.client();
     send(holding, "/held.asp", cookie);
-    gate.waitFor(1);
+    gate.await(1);
     std::vector<RawHttpClient> waiting;
     for (int i = 0; i < 6; ++i) {
         waiting.push_back(running.client());
@@ -297,7 +271,7 @@ TEST(WorkerPool, TakesOneJobOfEachOriginAfterTheOther) {
     std::atomic<int> done = 0;
     WorkerPool pool(1, 100);
     ASSERT_TRUE(pool.submit([&] { gate.pass(); }));
-    gate.waitFor(1);
+    gate.await(1);
     for (const char c : std::string("aaaaabbc")) {
         ASSERT_TRUE(pool.submit(
             [&order, &done, c] {
@@ -315,7 +289,7 @@ TEST(WorkerPool, RefusesJobsWhenItIsFullOrStopped) {
     Gate gate;
     WorkerPool pool(1, 2);
     ASSERT_TRUE(pool.submit([&] { gate.pass(); }));
-    gate.waitFor(1);
+    gate.await(1);
     EXPECT_TRUE(pool.submit([] {}));
     EXPECT_TRUE(pool.submit([] {}));
     EXPECT_FALSE(pool.submit([] { ADD_FAILURE(); }));
