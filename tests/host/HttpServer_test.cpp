@@ -67,48 +67,6 @@ TEST_F(HttpServerTest, PathsMatchIgnoringCase) {
     EXPECT_EQ(get("/HELLO.Asp").status, 200);
 }
 
-TEST_F(HttpServerTest, EveryAnswerCarriesTheSecurityFields) {
-    start();
-    for (const char* target : {"/hello.asp", "/nothing", "/%zz"}) {
-        const RawReply reply = get(target);
-        EXPECT_EQ(reply.field("X-Content-Type-Options"), "nosniff") << target;
-        EXPECT_EQ(reply.field("Referrer-Policy"), "strict-origin-when-cross-origin") << target;
-        EXPECT_EQ(reply.field("X-Frame-Options"), "SAMEORIGIN") << target;
-        EXPECT_THAT(reply.field("Permissions-Policy"), HasSubstr("camera=()")) << target;
-        EXPECT_EQ(reply.field("Cross-Origin-Opener-Policy"), "") << target;
-    }
-}
-
-TEST_F(HttpServerTest, PagesAreForThisSiteAndPublicFilesForAll) {
-    const test::PublicFolder folder;
-    folder.write("a.txt", "x");
-    running.options.rootFolder = folder.path();
-    running.guards.push_back(
-        {"/guarded/", [] { return true; }, [](HostContext&, std::string_view) { return true; }});
-    folder.write("guarded/a.txt", "x");
-    start();
-    for (const char* target : {"/hello.asp", "/guarded/a.txt"})
-        EXPECT_EQ(get(target).field("Cross-Origin-Resource-Policy"), "same-origin") << target;
-    EXPECT_EQ(get("/a.txt").field("Cross-Origin-Resource-Policy"), "cross-origin");
-}
-
-TEST_F(HttpServerTest, PermissionsAreTheSettings) {
-    running.options.permissionsPolicy = "camera=(self)";
-    start();
-    EXPECT_EQ(get("/hello.asp").fields("Permissions-Policy"), std::vector<std::string>{"camera=(self)"});
-}
-
-TEST_F(HttpServerTest, WithoutPermissionsThereIsNoFieldForThem) {
-    running.options.permissionsPolicy.clear();
-    start();
-    EXPECT_THAT(get("/hello.asp").head, Not(HasSubstr("Permissions-Policy")));
-}
-
-TEST_F(HttpServerTest, APageIsNotKeptBySharedCaches) {
-    start();
-    EXPECT_EQ(get("/hello.asp").field("Cache-Control"), "private, no-cache");
-}
-
 TEST_F(HttpServerTest, OnlyTheHostsThatAreNamedAreAnswered) {
     running.options.hosts = {"www.site.test", "[::1]"};
     start();
@@ -140,37 +98,6 @@ TEST_F(HttpServerTest, AHostThatIsNotAnsweredIsToldSo) {
     EXPECT_EQ(connection.ask("GET /hello.asp HTTP/1.1\r\nHost: www.site.test\r\n\r\n").status, 200);
 }
 
-TEST_F(HttpServerTest, WhatASessionWithALoginGetsIsKeptNowhere) {
-    const test::PublicFolder folder;
-    folder.write("guarded/a.txt", "x");
-    running.options.rootFolder = folder.path();
-    bool mayRead = true;
-    running.guards.push_back(
-        {"/guarded/", [] { return true; }, [&](HostContext&, std::string_view) { return mayRead; }});
-    running.page("/login.asp", [](HostContext& host) { host.session.set("tvx_username", "ann"); });
-    running.page("/author.asp", [](HostContext& host) { host.session.set("torvex_username", "sa"); });
-    running.page("/control.asp", [](HostContext& host) { host.response.cacheControl = "no-cache"; });
-    running.page("/ended.asp", [](HostContext& host) { host.response.end(); });
-    running.page("/logout.asp", [](HostContext& host) { host.session.set("tvx_username", ""); });
-    start();
-    for (const char* login : {"/login.asp", "/author.asp"}) {
-        const RawReply reply = get(login);
-        EXPECT_EQ(reply.field("Cache-Control"), "no-store");
-        const std::string cookie = "Cookie: " + reply.sessionCookie() + "\r\n";
-        EXPECT_EQ(get("/hello.asp", cookie).field("Cache-Control"), "no-store");
-        EXPECT_EQ(get("/ended.asp", cookie).field("Cache-Control"), "no-store");
-        EXPECT_EQ(get("/control.asp", cookie).field("Cache-Control"), "no-cache, no-store");
-        EXPECT_EQ(get("/guarded/a.txt", cookie).field("Cache-Control"), "private, no-store");
-        mayRead = false;
-        EXPECT_EQ(get("/guarded/a.txt", cookie).status, 403);
-        mayRead = true;
-    }
-    const std::string cookie = "Cookie: " + get("/login.asp").sessionCookie() + "\r\n";
-    EXPECT_EQ(get("/logout.asp", cookie).field("Cache-Control"), "no-store");
-    EXPECT_EQ(get("/hello.asp", cookie).field("Cache-Control"), "private, no-cache");
-    EXPECT_EQ(get("/guarded/a.txt").field("Cache-Control"), "private, no-cache");
-}
-
 TEST_F(HttpServerTest, APageMayTakeATextInPlaceOfAForm) {
     running.pages.push_back(
         {"/text.asp", [](HostContext& host) { host.response.write(host.request.formField("csp-report")); },
@@ -183,13 +110,6 @@ TEST_F(HttpServerTest, APageMayTakeATextInPlaceOfAForm) {
     EXPECT_EQ(post("Application/CSP-Report; charset=utf-8", "{\"a=b&c\"}").body, "{\"a=b&c\"}");
     EXPECT_EQ(post("application/x-www-form-urlencoded", "csp-report=x").status, 415);
     EXPECT_EQ(post("application/csp-report", std::string(101, 'x')).status, 413);
-}
-
-TEST_F(HttpServerTest, PagesOfTheServersOwnRunNoScript) {
-    start();
-    for (const char* target : {"/nothing.asp", "/%zz"})
-        EXPECT_THAT(get(target).field("Content-Security-Policy"),
-                    testing::AllOf(HasSubstr("default-src 'none'"), Not(HasSubstr("script-src"))));
 }
 
 TEST_F(HttpServerTest, AnUnknownAddressIsNotFound) {
