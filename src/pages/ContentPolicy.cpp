@@ -41,8 +41,7 @@ std::string formTargets(const HostContext& host) {
     const bool isOnBoth =
         application.isTrue(applicationKey::extranetSsl) && !application.isTrue(applicationKey::websiteSsl);
     if (!isOnBoth) return {};
-    const std::string asked = host.request.serverVariable("http_host");
-    const std::string name = asked.substr(0, asked.find(':', asked.rfind(']') + 1));
+    const std::string name = host.request.serverVariable("server_name");
     return fmt::format(" http://{}:* https://{}:*", name, name);
 }
 

@@ -108,7 +108,7 @@ TEST_F(ContentPolicyTest, SourcesThatWouldBeginADirectiveAreNotTaken) {
 
 TEST_F(ContentPolicyTest, FormsLeadToBothSchemesWhereTheSiteIsOnBoth) {
     set("tvx_contentPolicy", "on");
-    host.request.setServerVariable("http_host", "[::1]:8080");
+    host.request.setServerVariable("server_name", "[::1]");
     EXPECT_THAT(inForce(), HasSubstr("form-action 'self'; "));
     host.application.set("tvx_extranet_ssl", true);
     EXPECT_THAT(inForce(), HasSubstr("form-action 'self' http://[::1]:* https://[::1]:*; "));

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/net/Network.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 
@@ -10,21 +11,15 @@ namespace {
 
 constexpr std::size_t longestName = 253;
 
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-}
-
 /// As names are compared: in lower case, and without the point that may end a full name.
 std::string plain(std::string_view name) {
     if (name.ends_with('.')) name.remove_suffix(1);
-    std::string result(name);
-    std::transform(result.begin(), result.end(), result.begin(), lower);
-    return result;
+    return text::lower(name);
 }
 
 bool isNameCharacter(char c) {
-    const char l = lower(c);
-    return (l >= 'a' && l <= 'z') || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == '_';
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
+           c == '.' || c == '_';
 }
 
 }  // namespace
