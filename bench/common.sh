@@ -55,3 +55,13 @@ home_page() {
     address=$(curl -s -o /dev/null -w '%{redirect_url}' "$site/")
     echo "${address#"$site"}"
 }
+
+# ticks PROCESS...: their processor time so far, in clock ticks.
+ticks() {
+    local total=0 process
+    for process in "$@"; do total=$((total + $(awk '{print $14 + $15}' "/proc/$process/stat"))); done
+    echo "$total"
+}
+
+# memory NAME: of the server in kB, VmRSS what it has now, VmHWM the most so far.
+memory() { awk -v name="$1:" '$1 == name {print $2}' "/proc/$server/status"; }

@@ -18,12 +18,8 @@ head -c "${megabytes}M" /dev/urandom >"$folder/site/wwwroot$document"
 serve_demo
 curl -sf -o /dev/null "$site$document"
 
-# Milliseconds of processor time so far, and the most memory so far.
-used() { awk -v hz="$(getconf CLK_TCK)" '{print int(($14 + $15) * 1000 / hz)}' "/proc/$server/stat"; }
-peak() { awk '/VmHWM/ {print $2}' "/proc/$server/status"; }
-
-before=$(used)
-memory=$(peak)
+before=$(ticks "$server")
+peak=$(memory VmHWM)
 # The readers let the kernel throw the bytes away, so that the machine is left to the server.
 python3 - "$port" "$document" "$readers" "$((megabytes * 1024 * 1024))" <<'PYTHON'
 import selectors, socket, sys
@@ -53,6 +49,7 @@ while selector.get_map():
             selector.unregister(connection)
             connection.close()
 PYTHON
-each=$(awk -v ms="$(($(used) - before))" -v n="$readers" 'BEGIN {printf "%.1f", ms / n}')
+each=$(awk -v used="$(($(ticks "$server") - before))" -v hz="$(getconf CLK_TCK)" -v n="$readers" \
+    'BEGIN {printf "%.1f", used * 1000 / hz / n}')
 echo "$readers readers of $megabytes MB at once: $each ms of processor time each"
-echo "memory: $memory kB before, $(peak) kB at most"
+echo "memory: $peak kB before, $(memory VmHWM) kB at most"

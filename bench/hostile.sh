@@ -31,7 +31,7 @@ serve_demo
 page=$(home_page)
 static=/stylesheets/shared/core.css
 
-memory() { awk -v name="$1:" '$1 == name {printf "%.0f MB", $2 / 1024}' "/proc/$server/status"; }
+megabytes() { awk -v kB="$(memory "$1")" 'BEGIN {printf "%.0f MB", kB / 1024}'; }
 
 echo "calm"
 python3 bench/hostile.py visit "$port" 5 "$page" "$static"
@@ -42,14 +42,14 @@ processes+=("$attack")
 sleep 4
 python3 bench/hostile.py visit "$port" "$seconds" "$page" "$static"
 wait $attack
-echo "resident: $(memory VmRSS)"
+echo "resident: $(megabytes VmRSS)"
 
-before=$(memory VmRSS)
+before=$(megabytes VmRSS)
 echo 5 >"/proc/$server/clear_refs" 2>/dev/null || true
 echo "16 forms of a million fields"
 python3 bench/hostile.py forms "$port" 16
-echo "resident: $before before, $(memory VmHWM) at most"
+echo "resident: $before before, $(megabytes VmHWM) at most"
 echo "200 requests for a file, with 2 MB each"
 python3 bench/hostile.py bodies "$port" 200 "$static"
-echo "resident: $(memory VmHWM) at most"
+echo "resident: $(megabytes VmHWM) at most"
 echo "lines in the log: $(wc -l <"$folder/torvex.log")"

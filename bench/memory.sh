@@ -11,11 +11,10 @@ build_torvex
 init_demo
 serve_demo
 
-resident() { awk '/VmRSS/ {print $2}' "/proc/$server/status"; }
-echo "at the start: $(resident) kB"
+echo "at the start: $(memory VmRSS) kB"
 sent=0
 while [ "$sent" -lt "$wanted" ]; do
     count=$(wrk -t1 -c32 -d10s "$site/tvx.asp?pageId=1" | awk '/ requests in / {print $1}')
     sent=$((sent + count))
-    echo "after $sent requests: $(resident) kB"
+    echo "after $sent requests: $(memory VmRSS) kB"
 done

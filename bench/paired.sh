@@ -22,8 +22,8 @@ programs=("$@")
 
 need wrk curl
 servers=()
-port=$((20000 + RANDOM % 10000))
-"${programs[0]}" init "$folder/site" --demo >/dev/null
+torvex=${programs[0]}
+init_demo
 for i in "${!programs[@]}"; do
     cp -r "$folder/site" "$folder/site$i"
     "${programs[i]}" migrate --install "$folder/site$i" >/dev/null
@@ -31,7 +31,6 @@ for i in "${!programs[@]}"; do
     servers+=("$server")
 done
 
-ticks() { awk '{print $14 + $15}' "/proc/$1/stat"; }
 for _ in $(seq "$rounds"); do
     for i in "${!programs[@]}"; do
         before=$(ticks "${servers[i]}")

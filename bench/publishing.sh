@@ -45,37 +45,31 @@ call() {
     echo '{"login":"sa","calls":[{"on":"cManager","do":"'"$1"'","with":{'"$2"'}}]}' |
         "$torvex" call --install "$folder/site" --batch >>"$folder/answers.$3"
 }
-read_for_ever() {
-    while [ -d "$folder" ] && [ ! -e "$folder/enough" ]; do
-        call getSitemap '"site":"'"${root%.*}"'","lang":"'"${root#*.}"'"' read
-    done
-}
-publish_for_ever() {
-    while [ -d "$folder" ] && [ ! -e "$folder/enough" ]; do
-        call publishPageCascading '"pageIdent":"'"$branch"'"' publish
-        rows "update TORVEX_PAGES_DESIGN set approveStatus = 1, editStatus = 'M' where nodeId like '$branch%'" >/dev/null
-    done
+author_read() { call getSitemap '"site":"'"${root%.*}"'","lang":"'"${root#*.}"'"' read; }
+author_publish() {
+    call publishPageCascading '"pageIdent":"'"$branch"'"' publish
+    rows "update TORVEX_PAGES_DESIGN set approveStatus = 1, editStatus = 'M' where nodeId like '$branch%'" >/dev/null
 }
 # From one folder of the site to the next and back.
-move_for_ever() {
-    while [ -d "$folder" ] && [ ! -e "$folder/enough" ]; do
-        for parent in "${parents[@]:0:2}"; do
-            call movePage '"pageIdentFrom":"'"$moved"'","pageIdentTo":"'"$parent"'"' move
-        done
+author_move() {
+    local parent
+    for parent in "${parents[@]:0:2}"; do
+        call movePage '"pageIdentFrom":"'"$moved"'","pageIdentTo":"'"$parent"'"' move
     done
 }
-paste_for_ever() {
-    while [ -d "$folder" ] && [ ! -e "$folder/enough" ]; do
-        call pastePage '"modeFrom":"D","pageIdentFrom":"'"$moved"'","pageIdentTo":"'"${parents[2]}"'","flag":1' paste
-        rows "update TORVEX_PAGES_DESIGN set title = 'Copy ' || pageId where title like 'Page % (%'" >/dev/null
-    done
+author_paste() {
+    call pastePage '"modeFrom":"D","pageIdentFrom":"'"$moved"'","pageIdentTo":"'"${parents[2]}"'","flag":1' paste
+    rows "update TORVEX_PAGES_DESIGN set title = 'Copy ' || pageId where title like 'Page % (%'" >/dev/null
+}
+repeat() {
+    while [ -d "$folder" ] && [ ! -e "$folder/enough" ]; do "author_$1"; done
 }
 latency() {
     wrk -t1 -c2 -d"$1"s --latency "$site/tvx.asp?pageId=1" | awk '$1 == "99%" {print $2}'
 }
 
 latency_beside() {
-    "$1_for_ever" &
+    repeat "$1" &
     latency "$seconds"
     touch "$folder/enough"  # what runs ends before the next measurement begins
     wait $!

@@ -63,21 +63,18 @@ nginx=$!
 processes+=("$nginx")
 sleep 0.5
 
-# Processor time of a process and its children, in clock ticks.
-ticks() {
-    local total=0 process
-    for process in $1 $(pgrep -P "$1" || true); do
-        total=$((total + $(awk '{print $14 + $15}' "/proc/$process/stat")))
-    done
-    echo $total
+# Of a process and its children.
+ticks_of_all() {
+    # shellcheck disable=SC2046
+    ticks "$1" $(pgrep -P "$1" || true)
 }
 
 # load NAME PROCESS URL [HEADER]: one round; appends "requests/s p50 p99 us-of-processor" to NAME's figures.
 load() {
     local before after
-    before=$(ticks "$2")
+    before=$(ticks_of_all "$2")
     wrk -t1 -c32 -d"${seconds}s" --latency ${4:+-H "$4"} "$3" >"$folder/wrk.txt"
-    after=$(ticks "$2")
+    after=$(ticks_of_all "$2")
     awk -v used=$((after - before)) -v hz="$(getconf CLK_TCK)" '
         /Requests\/sec/ {rate = $2} /50%/ {p50 = $2} /99%/ {p99 = $2} / requests in / {count = $1}
         /Non-2xx/ {bad = $0} /Socket errors/ {bad = bad $0}
