@@ -47,15 +47,25 @@ TEST_P(ForumPublishingTest, ANewForumBecomesLiveWithAllItsColumns) {
                                 {"forum_emailFrom", "from@aa.test"},
                                 {"forum_emailSubject", "News"},
                                 {"forum_pageSize", 25},
+                                {"forum_askName", 1},
+                                {"forum_askEmail", 2},
+                                {"forum_emailTo", "to@aa.test"},
+                                {"forum_words", "casino"},
                                 {"forum_modified", 1}});
-    EXPECT_EQ(forum().publish(7, "aa", "en"), "");
     const std::string columns =
         "forum_id, forum_site, forum_lang, forum_reference, forum_name, forum_desc, forum_hotPeriod, "
         "forum_reactionsOnline, forum_archiveAfter, forum_archiveVisible, forum_sendEmail, forum_emailFrom, "
-        "forum_emailSubject, forum_pageSize";
-    EXPECT_THAT(rowsOf("select " + columns + " from TORVEX_FORUM_LIVE where forum_id = 7"),
-                ElementsAre("7|aa|en|ref|Ferns|All about ferns|3|1|90|1|1|from@aa.test|News|25"));
-    EXPECT_EQ(cell("select forum_modified from TORVEX_FORUM_DESIGN where forum_id = 7"), "0");
+        "forum_emailSubject, forum_pageSize, forum_askName, forum_askEmail, forum_emailTo, forum_words";
+    for (const int meant : {7, 0}) {
+        connection().execute("delete from TORVEX_FORUM_LIVE");
+        change(7, "forum_modified = 1");
+        EXPECT_EQ(forum().publish(meant, "aa", "en"), "") << meant;
+        EXPECT_THAT(rowsOf("select " + columns + " from TORVEX_FORUM_LIVE where forum_id = 7"),
+                    ElementsAre("7|aa|en|ref|Ferns|All about ferns|3|1|90|1|1|from@aa.test|News|25|1|2|"
+                                "to@aa.test|casino"))
+            << meant;
+        EXPECT_EQ(cell("select forum_modified from TORVEX_FORUM_DESIGN where forum_id = 7"), "0") << meant;
+    }
 }
 
 TEST_P(ForumPublishingTest, AChangedForumTakesThePlaceOfItsLiveTwin) {

@@ -37,10 +37,22 @@ TEST(PostRates, AHouseholdIsOneAddress) {
     EXPECT_TRUE(rates.take("2001:db8:1:3::1", "b", now));
 }
 
-TEST(PostRates, AFloodOfAddressesTakesNoMoreMemory) {
-    PostRates rates({.window = seconds(600), .ofAddress = 9, .ofSession = 9, .keys = 10});
-    for (int i = 0; i < 1000; ++i)
-        EXPECT_TRUE(rates.take("192.0.2.1", std::to_string(i), now + seconds(601 * i)));
+TEST(PostRates, WhatIsOverMakesRoomForOthers) {
+    PostRates rates({.window = seconds(600), .ofAddress = 1, .ofSession = 9, .keys = 10});
+    for (int i = 1; i <= 4; ++i)
+        EXPECT_TRUE(rates.take("192.0.2." + std::to_string(i), std::to_string(i), now));
+    EXPECT_TRUE(rates.take("192.0.2.77", "a", now + seconds(300)));
+    EXPECT_TRUE(rates.take("192.0.2.5", "5", now + seconds(600)));
+    EXPECT_FALSE(rates.take("192.0.2.77", "b", now + seconds(600)));
+}
+
+TEST(PostRates, AFloodOfAddressesIsForgottenWithAllElse) {
+    PostRates rates({.window = seconds(600), .ofAddress = 1, .ofSession = 9, .keys = 10});
+    EXPECT_TRUE(rates.take("192.0.2.77", "a", now));
+    EXPECT_FALSE(rates.take("192.0.2.77", "b", now));
+    for (int i = 1; i <= 5; ++i)
+        EXPECT_TRUE(rates.take("192.0.2." + std::to_string(i), std::to_string(i), now));
+    EXPECT_TRUE(rates.take("192.0.2.77", "c", now));
 }
 
 }  // namespace

@@ -95,6 +95,23 @@ class ForumPagesTest : public ExtranetTest {
         }
         connection().execute("update TORVEX_PAGES_LIVE set baseTemplate = 1");
     }
+    std::string& templateOf(const std::string& title) {
+        return host.files.bytes["/install/contentTemplates/aa/bb/" + title + ".html"];
+    }
+    /// The template without each of its blocks in turn, but for the one that makes it a template.
+    static std::vector<std::string> withoutOneBlock(const std::string& layout) {
+        const std::string opening = "<!--!";
+        const std::string ending = "_start!-->";
+        std::vector<std::string> all;
+        for (auto at = layout.find(ending); at != std::string::npos; at = layout.find(ending, at + 1)) {
+            const auto begin = layout.rfind(opening, at);
+            const std::string name = layout.substr(begin, at - begin);
+            if (name == opening + "torvex_content") continue;
+            const std::string end = name + "_end!-->";
+            all.push_back(layout.substr(0, begin) + layout.substr(layout.find(end) + end.size()));
+        }
+        return all;
+    }
     void topic(int forumId, int id, const std::string& title) {
         row("TORVEX_FORUM_TOPICS", {{"topic_id", id},
                                     {"topic_forumId", forumId},
@@ -462,6 +479,14 @@ TEST_P(ForumPagesTest, ANoticeIsQueuedForEachModerator) {
                 HasSubstr("New post: It waits for a moderator.\n/torvex_forum/reactions.asp?pageId=20"));
 }
 
+TEST_P(ForumPagesTest, AtMostTwentyModeratorsAreTold) {
+    std::string crowd;
+    for (int i = 1; i <= 25; ++i) crowd += "m" + std::to_string(i) + "@aa.example,";
+    connection().execute("update TORVEX_FORUM_LIVE set forum_sendEmail = 1, forum_emailTo = ?", {crowd});
+    post("pageId=20&forumId=1&topicId=1", token(1, {1, 0}));
+    EXPECT_EQ(cell("select count(*) from TORVEX_MAIL_QUEUE"), "20");
+}
+
 TEST_P(ForumPagesTest, AForumWithoutNoticesQueuesNone) {
     post("pageId=20&forumId=1&topicId=1", token(1, {1, 0}));
     connection().execute("update TORVEX_FORUM_LIVE set forum_sendEmail = 1");
@@ -481,12 +506,41 @@ TEST_P(ForumPagesTest, ADoubleClickQueuesOneNotice) {
 
 TEST_P(ForumPagesTest, ATemplateWithoutItsPlacesStillShowsThePage) {
     for (const auto* title : {"forums", "topics", "reactions", "reaction"}) {
-        host.files.bytes["/install/contentTemplates/aa/bb/" + std::string(title) + ".html"] =
-            "<!--!torvex_content_start!-->BARE<!--!torvex_content_end!-->";
+        templateOf(title) = "<!--!torvex_content_start!-->BARE<!--!torvex_content_end!-->";
     }
     for (const auto& page : {forumsPage_, topicsPage_, reactionsPage_, formPage()}) {
         EXPECT_THAT(show(page, "pageId=20&forumId=1&topicId=1"), HasSubstr("BARE"));
     }
+}
+
+TEST_P(ForumPagesTest, ATemplateMayLackAnyOfItsBlocks) {
+    for (const auto& [title, page] :
+         std::initializer_list<std::pair<const char*, Page>>{{"forums", forumsPage_},
+                                                             {"topics", topicsPage_},
+                                                             {"reactions", reactionsPage_},
+                                                             {"reaction", formPage()}}) {
+        std::string& layout = templateOf(title);
+        const auto lacking = withoutOneBlock(layout);
+        EXPECT_FALSE(lacking.empty());
+        for (const std::string& one : lacking) {
+            layout = one;
+            const std::string html =
+                show(page, title == std::string("forums") ? "pageId=20" : "pageId=20&forumId=1&topicId=1");
+            EXPECT_THAT(html, StartsWith("<html>")) << one;
+            EXPECT_THAT(html, Not(HasSubstr("_start!-->"))) << one;
+            EXPECT_THAT(html, Not(HasSubstr("_end!-->"))) << one;
+        }
+    }
+}
+
+TEST_P(ForumPagesTest, ATemplateMayShowTheTreeInPlaceOfTheThread) {
+    templateOf("reactions") =
+        "<!--!torvex_content_start!-->TREE <!--!forum_tree!--> END<!--!torvex_content_end!-->";
+    EXPECT_THAT(reactions("pageId=20&forumId=1&topicId=1"), HasSubstr("TREE  END"));
+    post("pageId=20&forumId=1&topicId=1", token(1, {1, 0}));
+    EXPECT_THAT(reactions("pageId=20&forumId=1&topicId=1&reactionId=1"),
+                HasSubstr("TREE <table class=\"forum_bgcolor\""));
+    EXPECT_THAT(host.response.body(), HasSubstr("view(1,1,1)\" class=\"forum_reactionTitle_hl\""));
 }
 
 TEST_P(ForumPagesTest, WithoutATemplateTheVisitorIsLedToAnErrorPage) {
