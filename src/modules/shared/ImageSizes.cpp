@@ -13,12 +13,9 @@ namespace {
 constexpr std::size_t shortList = 4;
 
 std::string selectSizes(std::size_t count) {
-    std::string places = "?";
-    for (std::size_t i = 1; i < count; ++i) places += ",?";
     return "select img_filename, img_width, img_height from TORVEX_IMAGES where img_site = ? and "
-           "img_filename in "
-           "(" +
-           places + ") order by imgId";
+           "img_filename in (" +
+           db::placesOfList("?", count) + ") order by imgId";
 }
 
 /// The whole part of `length` scaled by a fraction.

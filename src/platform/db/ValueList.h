@@ -15,9 +15,9 @@ namespace torvex::db {
 inline constexpr std::size_t listLength = 32;
 
 /// `part` as often as a list is long, divided by commas: "?" for "x in (...)", "(?)" for "values ...".
-inline std::string placesOfList(std::string_view part) {
+inline std::string placesOfList(std::string_view part, std::size_t length = listLength) {
     std::string places(part);
-    for (std::size_t i = 1; i < listLength; ++i) places.append(",").append(part);
+    for (std::size_t i = 1; i < length; ++i) places.append(",").append(part);
     return places;
 }
 
