@@ -120,7 +120,8 @@ class ItemsBlock {
     }
 
     std::string draw() {
-        ItemLayouts layouts(view_.call.host, block_, itemNames, looks());
+        ItemLayouts layouts(view_.call.host, block_, itemNames,
+                            {view_.site, category_.imageAlignment, category_.imageLimit});
         if (!block_.blockExists(itemBlock)) return {};
         const ItemList list(view_, category_);
         const ListPage page = listPage(list.count(), category_.pageSize, view_.page);
@@ -136,14 +137,9 @@ class ItemsBlock {
     }
 
   private:
-    ItemLooks looks() const {
-        return {view_.site, category_.imageAlignment, category_.imageLimit,
-                view_.call.host.application.isTrue(applicationKey::msgBoardHtmlAllowed)};
-    }
-
     void fillItems(std::vector<Item> items, ItemLayouts& layouts) {
         block_.replaceAllBlocks(emptyBlock, "");
-        const bool isHtmlAllowed = looks().isHtmlAllowed;
+        const bool isHtmlAllowed = view_.call.host.application.isTrue(applicationKey::msgBoardHtmlAllowed);
         const ImageSizes sizes = asLevel("getImageDim (Message Board) !", [&] {
             return ImageSizes(view_.call.connection, view_.site, imagesOf(items, layouts));
         });
@@ -153,6 +149,8 @@ class ItemsBlock {
             view_.call.host.deadline().check();
             item.text = asLevel("transformDesc (Message Board) !",
                                 [&] { return itemText(item.text, isHtmlAllowed); });
+            item.linkText = asLevel("transformLinkText (Message Board) !",
+                                    [&] { return linkWords(item.linkText, isHtmlAllowed); });
             pieces.add(layouts.draw(item, sizes, months));
         }
         block_.replaceBlock(itemBlock, pieces.text());

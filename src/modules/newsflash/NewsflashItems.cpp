@@ -83,20 +83,24 @@ std::vector<Item> readNewsflashItems(const ModuleCall& call, const NewsflashItem
                                                        wanted.newsflashId, std::max(wanted.most, 1)}));
 }
 
-std::string shortened(std::string_view text, int length, bool isHtmlAllowed) {
-    return asLevel("transformDesc (newsflash) !",
-                   [&] { return itemText(cutText(text, length), isHtmlAllowed); });
+/// Its texts become HTML.
+void transform(Item& item, int textLength, bool isHtmlAllowed) {
+    item.text = asLevel("transformDesc (newsflash) !",
+                        [&] { return itemText(cutText(item.text, textLength), isHtmlAllowed); });
+    item.linkText =
+        asLevel("transformLinkText (newsflash) !", [&] { return linkWords(item.linkText, isHtmlAllowed); });
 }
 
 std::string drawAll(const ModuleCall& call, const NewsflashItems& wanted, std::vector<Item> items,
-                    ItemLayouts& layouts, bool isHtmlAllowed) {
+                    ItemLayouts& layouts) {
+    const bool isHtmlAllowed = call.host.application.isTrue(applicationKey::msgBoardHtmlAllowed);
     const ImageSizes sizes = asLevel("getImageDim (newsflash) !", [&] {
         return ImageSizes(call.connection, wanted.site, imagesOf(items, layouts));
     });
     MonthNames months(call.connection, wanted.lang);
     std::string drawn;
     for (Item& item : items) {
-        item.text = shortened(item.text, wanted.textLength, isHtmlAllowed);
+        transform(item, wanted.textLength, isHtmlAllowed);
         if (&item != &items.front()) drawn.append("\r").append(layouts.spacer());
         const std::string piece = layouts.draw(item, sizes, months);
         markers::checkSize(drawn.size(), piece.size());
@@ -109,16 +113,15 @@ std::string drawAll(const ModuleCall& call, const NewsflashItems& wanted, std::v
 
 std::string drawNewsflashItems(const ModuleCall& call, const NewsflashItems& wanted,
                                const std::string& html) try {
-    const bool isHtmlAllowed = call.host.application.isTrue(applicationKey::msgBoardHtmlAllowed);
     HTMLTemplate content(call.host);
     content.setStrVal(html);
     ItemLayouts layouts(call.host, content, itemNames,
-                        {wanted.site, wanted.imageAlignment, wanted.imageLimit, isHtmlAllowed});
+                        {wanted.site, wanted.imageAlignment, wanted.imageLimit});
     if (content.blockExists(itemBlock)) {
         std::vector<Item> items = readNewsflashItems(call, wanted);
         if (!items.empty()) content.replaceAllBlocks(emptyBlock, "");
         items.resize(std::min(items.size(), static_cast<std::size_t>(std::max(wanted.most, 0))));
-        content.replaceBlock(itemBlock, drawAll(call, wanted, std::move(items), layouts, isHtmlAllowed));
+        content.replaceBlock(itemBlock, drawAll(call, wanted, std::move(items), layouts));
     }
     content.emailToLinks();
     return content.takeStrVal();

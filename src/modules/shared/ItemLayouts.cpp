@@ -127,8 +127,7 @@ void ItemLayouts::addDate(TagTexts& texts, const std::string& date, MonthNames& 
 void ItemLayouts::addLink(TagTexts& texts, const Item& item) const {
     if (item.link.empty()) return;
     texts.emplace_back(names_.link, linkNotationOf(item.link));
-    if (!item.linkText.empty())
-        texts.emplace_back(names_.more, linkWords(item.linkText, looks_.isHtmlAllowed));
+    if (!item.linkText.empty()) texts.emplace_back(names_.more, item.linkText);
 }
 
 }  // namespace torvex

@@ -30,7 +30,7 @@ struct ItemNames {
 /// Where the picture of an item stands.
 enum class ImageAlignment { Left = 1, Right = 2, Alternating = 3, None = 4, Top = 5, Bottom = 6 };
 
-/// An item as its record tells it, but for its text, which is HTML already.
+/// An item as its record tells it, but for its text and the words of its link, which are HTML already.
 struct Item {
     std::string title, text, image, date, link, linkText;
 };
@@ -40,7 +40,6 @@ struct ItemLooks {
     std::string site;
     int alignment = 0;  ///< an `ImageAlignment`; what is none takes the layout that others fall back to
     ImageSize limit;    ///< of pictures
-    bool isHtmlAllowed = false;
 };
 
 /// Draws the items of one list in the layouts of a template, one after the other. Lives for one list.
