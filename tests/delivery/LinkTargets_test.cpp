@@ -52,6 +52,20 @@ TEST_P(LinkTargetsTest, AnswersEqualAskingOneByOne) {
     expectSame(identifiers);
 }
 
+TEST_P(LinkTargetsTest, WhatIsRememberedEqualsAskingOneByOne) {
+    plantTree();
+    const auto expectSameAgain = [this] {
+        const db::ReadScope request(connection());
+        expectSame(identifiers);
+        expectSame(identifiers);
+        expectSame({"12", "13", "999"});
+        expectSame({"12", "999"});
+    };
+    expectSameAgain();
+    host.clock = FixedClock({2027, 6, 15, 12, 0, 0});
+    expectSameAgain();
+}
+
 TEST_P(LinkTargetsTest, IdentifiersThatAreNoneEqualAskingOneByOne) {
     plantTree();
     auto asked = badIdentifiers();

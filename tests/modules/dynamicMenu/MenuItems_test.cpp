@@ -29,6 +29,11 @@ class MenuItemsTest : public MenuTest {
         connection().execute("delete from TORVEX_PAGES_GROUPS_LIVE where pageId = ?", {pageId});
         pageGroup(pageId, groupId);
     }
+    /// As a request for a page asks for them: what strangers see is remembered for the next one.
+    Items requested(const std::string& ident, const std::string& mode = "") {
+        const db::ReadScope request(connection());
+        return items(ident, mode);
+    }
     /// How many statements it takes to draw the menu of a page.
     int statementsFor(const std::string& ident) {
         InterruptedConnection counted(connection());
@@ -338,6 +343,42 @@ TEST_P(MenuItemsTest, AFolderThatTheMenuOpensIsAskedLikeOneThatItDoesNot) {
     EXPECT_EQ(items("13"), (Items{"-12", "-31", "*13"}));
     logIn("ann");
     EXPECT_EQ(items("13"), (Items{"-11", "-21", "-22", "-12", "-31", "*13"}));
+}
+
+TEST_P(MenuItemsTest, WhatIsRememberedOfStrangersIsNotShownToUsers) {
+    menu();
+    extranet();
+    onlyFor(11, 2);
+    EXPECT_EQ(requested("13"), (Items{"-12", "*13"}));
+    logIn("ann");
+    EXPECT_EQ(requested("13"), (Items{"-11", "-12", "*13"}));
+    host.session.set("tvx_username", "");
+    EXPECT_EQ(requested("13"), (Items{"-12", "*13"}));
+}
+
+TEST_P(MenuItemsTest, WhatIsRememberedHoldsForOnePageViewAndDay) {
+    menu();
+    extranet();
+    onlyFor(11, 2);
+    changeLive(12, "onlineFrom", tomorrow);
+    EXPECT_EQ(requested("13"), (Items{"*13"}));
+    EXPECT_EQ(requested("10"), (Items{"-13"}));
+    EXPECT_EQ(requested("13", "L"), (Items{"-11", "*13"}));
+    EXPECT_EQ(requested("13", "D"), (Items{"-11", "-12", "*13"}));
+    host.application.set("torvex_extranet", false);
+    EXPECT_EQ(requested("13"), (Items{"-11", "*13"}));
+    host.clock = FixedClock({2026, 6, 16, 12, 0, 0});
+    EXPECT_EQ(requested("13"), (Items{"-11", "-12", "*13"}));
+}
+
+TEST_P(MenuItemsTest, WhatIsRememberedEndsWithAChange) {
+    menu();
+    EXPECT_EQ(requested("13"), (Items{"-11", "-12", "*13"}));
+    changeLive(12, "online", "0");
+    EXPECT_EQ(requested("13"), (Items{"-11", "*13"}));
+    host.files.bytes["/install/contentTemplates/aa/en/menu1.html"] =
+        menuLayout(block("dynMenu_level", itemLayout("new ")));
+    EXPECT_EQ(requested("13"), (Items{"-new 11", "*new 13"}));
 }
 
 TEST_P(MenuItemsTest, TheNumberOfStatementsDoesNotGrowWithTheItems) {
