@@ -20,6 +20,7 @@
 #include "records/PageIdentity.h"
 #include "records/PageKind.h"
 #include "templates/HTMLTemplate.h"
+#include "templates/Markers.h"
 
 namespace torvex {
 
@@ -69,16 +70,15 @@ struct Tag {
 class Pattern {
   public:
     explicit Pattern(std::string_view block) {
-        constexpr std::string_view begin = "<!--!";
-        constexpr std::string_view end = "!-->";
+        using markers::closing, markers::opening;
         for (;;) {
-            const std::size_t open = block.find(begin);
-            const std::size_t close = open == std::string_view::npos ? open : block.find(end, open);
+            const std::size_t open = block.find(opening);
+            const std::size_t close = open == std::string_view::npos ? open : block.find(closing, open);
             if (close == std::string_view::npos) break;
-            const std::size_t name = open + begin.size();
+            const std::size_t name = open + opening.size();
             pieces_.push_back(
                 {std::string(block.substr(0, open)), std::string(block.substr(name, close - name))});
-            block.remove_prefix(close + end.size());
+            block.remove_prefix(close + closing.size());
         }
         rest_ = block;
     }
