@@ -17,8 +17,8 @@ bool passesAccessFilter(std::string_view filter, std::string& address);
 
 /// The same by whole addresses, for installations that want it so (the setting
 /// `torvex_access_IP_filter_exact`): each item is an address, a range of two with its ends, or a network
-/// ("10.0.0.0/8"), of version 4 or 6, and every item counts. What is none of these lets nobody in. The address
-/// stays as it is.
+/// ("10.0.0.0/8"), of version 4 or 6, and every item counts. What is none of these lets nobody in. The
+/// address stays as it is.
 bool passesExactAccessFilter(std::string_view filter, std::string_view address);
 
 }  // namespace torvex

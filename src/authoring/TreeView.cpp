@@ -65,8 +65,8 @@ struct Tag {
     std::string text;
 };
 
-/// A block as the texts between its tags, so that each of very many nodes is put together in one go. What stands in
-/// for a tag is text for a script, and holds no tags itself.
+/// A block as the texts between its tags, so that each of very many nodes is put together in one go. What
+/// stands in for a tag is text for a script, and holds no tags itself.
 class Pattern {
   public:
     explicit Pattern(std::string_view block) {

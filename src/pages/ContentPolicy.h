@@ -11,9 +11,9 @@ struct HostContext;
 /// The address that browsers send reports to.
 inline constexpr std::string_view policyReportPath = "/tvxreport.asp";
 
-/// Tells the browser what a page of a site may load and run: scripts of this server's files and those that the
-/// server itself writes into pages, no others. `tvx_contentPolicy` says whether that is in force ("on"), only
-/// reported ("report-only", and whatever isn't one of the three) or not told ("off");
+/// Tells the browser what a page of a site may load and run: scripts of this server's files and those that
+/// the server itself writes into pages, no others. `tvx_contentPolicy` says whether that is in force ("on"),
+/// only reported ("report-only", and whatever isn't one of the three) or not told ("off");
 /// `tvx_contentPolicy_sources` gives further places, as "https://maps.example". Behind either name, "_" and a
 /// site give that site's own.
 ///

@@ -31,12 +31,13 @@ void logoutPage(HostContext& host);
 void searchPage(HostContext& host, const PolicyReports& reports, const OpenCatalogue& open = catalogue::open);
 /// "/torvex_search/": the same under its short name.
 void searchFolderPage(HostContext& host);
-/// "/torvex_search/suggest?pageId=N&q=WORDS": titles that begin so, in the language of a search page, as JSON.
+/// "/torvex_search/suggest?pageId=N&q=WORDS": titles that begin so, in the language of a search page, as
+/// JSON.
 void searchSuggestions(HostContext& host);
 /// "/error.asp?pageId=N&error=VALUE": tells a visitor why there is no page, with a fitting status.
 void errorPage(HostContext& host);
 
-/// "/tvxReport.asp", posted by browsers: what a page's content policy forbids, for the log.
+/// "/tvxreport.asp", posted by browsers: what a page's content policy forbids, for the log.
 void policyReportPage(HostContext& host, PolicyReports& reports);
 /// "/torvex_forum/?pageId=N": the forums of an application page; with a forum, its topics.
 void forumsPage(HostContext& host, const PolicyReports& reports);
@@ -44,8 +45,8 @@ void forumsPage(HostContext& host, const PolicyReports& reports);
 void forumTopicsPage(HostContext& host, const PolicyReports& reports);
 /// "/torvex_forum/reactions.asp?pageId=N&forumId=F&topicId=T": a topic with its reactions.
 void forumReactionsPage(HostContext& host, const PolicyReports& reports);
-/// "/torvex_forum/reaction.asp?pageId=N&forumId=F": the form to begin a topic, or to react to the topic or the
-/// reaction that is named as well; posted, what was typed into it.
+/// "/torvex_forum/reaction.asp?pageId=N&forumId=F": the form to begin a topic, or to react to the topic or
+/// the reaction that is named as well; posted, what was typed into it.
 void forumReactionPage(HostContext& host, const PolicyReports& reports, PostDesk& desk);
 
 }  // namespace torvex

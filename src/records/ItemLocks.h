@@ -8,8 +8,8 @@ namespace db {
 class Connection;
 }
 
-/// Who wants an administrative record for itself: of an actor what locks know. Records stand below the accounts
-/// that say who acts.
+/// Who wants an administrative record for itself. It holds what locks know of an `Actor`, which is a type of
+/// the accounts: records know nothing of these.
 struct LockSeeker {
     std::string_view sessionId;
     int loginId = 0;

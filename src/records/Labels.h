@@ -15,8 +15,8 @@ inline constexpr double unknownLogin = 2560;  ///< in place of the name of a log
 inline constexpr double copyOf = 2581;        ///< in the title of a copy
 inline constexpr double fileMissing = 2584;
 inline constexpr double linksDisabled = 2587;
-inline constexpr double untitled = 2597;      ///< in place of a title
-inline constexpr double january = 2821;  ///< the other months follow, up to 2832
+inline constexpr double untitled = 2597;  ///< in place of a title
+inline constexpr double january = 2821;   ///< the other months follow, up to 2832
 inline constexpr double setupButton = 3061;
 
 }  // namespace torvex::label

@@ -36,7 +36,8 @@ std::vector<fs::path> filesBelow(const std::string& folder) {
 /// Labels, each with a place that uses it.
 using Uses = std::map<int, std::string>;
 
-/// Sources name a label by a constant: of their own, "constexpr double untitledLabel", or in the header of all.
+/// Sources name a label by a constant: of their own, "constexpr double untitledLabel", or in the header of
+/// all.
 void addSources(Uses& uses) {
     static const std::regex ownName(R"(\bconstexpr double \w*[lL]abel = (\d+);)");
     static const std::regex anyName(R"(\bconstexpr double \w+ = (\d+);)");

@@ -15,10 +15,9 @@ std::vector<std::string> paths(bool onlyPosted) {
 }
 
 TEST(Routes, OnlyLoginsLogoutsSearchesReportsOfBrowsersAndTheFormOfTheForumTakeAPost) {
-    EXPECT_THAT(paths(true),
-                ::testing::UnorderedElementsAre("/tvxlogin.asp", "/tvxlogout.asp", "/tvxreport.asp",
-                                                "/torvex_forum/reaction.asp", "/torvex_search/",
-                                                "/torvex_search/search.asp"));
+    EXPECT_THAT(paths(true), ::testing::UnorderedElementsAre("/tvxlogin.asp", "/tvxlogout.asp",
+                                                             "/tvxreport.asp", "/torvex_forum/reaction.asp",
+                                                             "/torvex_search/", "/torvex_search/search.asp"));
 }
 
 TEST(Routes, APostBringsNoMoreThanItNeeds) {

@@ -248,8 +248,8 @@ ScopeMemory* SqliteConnection::memory() {
     return &*memory_;
 }
 
-/// The file of the content counts its changes, whoever makes them. What it says holds once this scope has begun to
-/// read it. What lasts may be made of that file alone: the others change with each view.
+/// The file of the content counts its changes, whoever makes them. What it says holds once this scope has
+/// begun to read it. What lasts may be made of that file alone: the others change with each view.
 LastingMemory* SqliteConnection::lastingNow() {
     if (sqlite3_txn_state(handle_.get(), "main") != SQLITE_TXN_READ) return nullptr;
     unsigned int version = 0;
