@@ -20,8 +20,8 @@ std::string pack(const Entry& entry) {
     packing.text(entry.path)
         .number(entry.stamp.size)
         .number(static_cast<std::uint64_t>(entry.stamp.modified));
-    packing.text(entry.reading.language).number(entry.reading.columns.size());
-    for (const auto& [name, value] : entry.reading.columns) packing.text(name).text(value);
+    packing.text(entry.reading.language);
+    packColumns(packing, entry.reading.columns);
     packing.text(entry.reading.text);
     return packing.take();
 }
@@ -33,10 +33,7 @@ Entry unpackEntry(std::string_view bytes) {
     entry.stamp.size = unpacking.number();
     entry.stamp.modified = static_cast<std::int64_t>(unpacking.number());
     entry.reading.language = unpacking.text();
-    for (std::uint64_t left = unpacking.number(); left > 0; --left) {
-        const std::string_view name = unpacking.text();
-        entry.reading.columns.emplace(name, unpacking.text());
-    }
+    entry.reading.columns = unpackColumns(unpacking);
     entry.reading.text = unpacking.text();
     return entry;
 }

@@ -1,6 +1,7 @@
 #include "search/catalogue/Wire.h"
 
 #include "platform/workers/Packing.h"
+#include "search/extraction/Reading.h"
 
 namespace torvex::catalogue::wire {
 
@@ -56,8 +57,7 @@ std::vector<Hit> readHits(Unpacking& unpacking) {
 void pack(Packing& packing, const Row& row) {
     packing.text(row.path).text(row.filename).number(row.size).text(row.write);
     packing.number(static_cast<std::uint64_t>(row.rank)).text(row.characterization);
-    packing.number(row.columns.size());
-    for (const auto& [name, value] : row.columns) packing.text(name).text(value);
+    packColumns(packing, row.columns);
 }
 
 Row readRow(Unpacking& unpacking) {
@@ -68,10 +68,7 @@ Row readRow(Unpacking& unpacking) {
     row.write = unpacking.text();
     row.rank = static_cast<int>(unpacking.number());
     row.characterization = unpacking.text();
-    for (std::uint64_t left = unpacking.number(); left > 0; --left) {
-        const std::string_view name = unpacking.text();
-        row.columns.emplace(name, unpacking.text());
-    }
+    row.columns = unpackColumns(unpacking);
     return row;
 }
 

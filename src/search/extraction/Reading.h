@@ -4,6 +4,11 @@
 #include <string>
 #include <string_view>
 
+namespace torvex {
+class Packing;
+class Unpacking;
+}  // namespace torvex
+
 namespace torvex::catalogue {
 
 using Columns = std::map<std::string, std::string>;  ///< by name, in small letters without blanks
@@ -25,5 +30,8 @@ struct Reading {
     std::string language;  ///< its code of two letters, where it is known
     Columns columns;       ///< none is empty
 };
+
+void packColumns(Packing& packing, const Columns& columns);
+Columns unpackColumns(Unpacking& unpacking);
 
 }  // namespace torvex::catalogue

@@ -19,8 +19,8 @@ constexpr const char* tooMuch = "it takes too much time or memory, or its reader
 
 std::string pack(const Reading& reading) {
     Packing packing;
-    packing.number(1).text(reading.text).text(reading.language).number(reading.columns.size());
-    for (const auto& [name, value] : reading.columns) packing.text(name).text(value);
+    packing.number(1).text(reading.text).text(reading.language);
+    packColumns(packing, reading.columns);
     return packing.take();
 }
 
@@ -34,10 +34,7 @@ Reading unpack(std::string_view answer) {
     Reading reading;
     reading.text = unpacking.text();
     reading.language = unpacking.text();
-    for (std::uint64_t left = unpacking.number(); left > 0; --left) {
-        const std::string_view name = unpacking.text();
-        reading.columns.emplace(name, unpacking.text());
-    }
+    reading.columns = unpackColumns(unpacking);
     return reading;
 }
 
