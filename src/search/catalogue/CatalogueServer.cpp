@@ -21,10 +21,6 @@ constexpr unsigned most = 16;
 constexpr std::chrono::seconds forRequest{5};
 constexpr std::chrono::seconds forAnswer{10};
 
-struct FreeAddresses {
-    void operator()(addrinfo* addresses) const { ::freeaddrinfo(addresses); }
-};
-
 Descriptor listenAt(const std::string& address, std::uint16_t port) {
     addrinfo hints{};
     hints.ai_socktype = SOCK_STREAM;
@@ -36,7 +32,7 @@ Descriptor listenAt(const std::string& address, std::uint16_t port) {
     if (::getaddrinfo(address.c_str(), std::to_string(port).c_str(), &hints, &found) != 0) {
         refuse("it is no address");
     }
-    const std::unique_ptr<addrinfo, FreeAddresses> addresses(found);
+    const Addresses addresses(found);
     Descriptor listener(::socket(found->ai_family, SOCK_STREAM | SOCK_CLOEXEC, 0));
     const int yes = 1;
     ::setsockopt(listener.number(), SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);

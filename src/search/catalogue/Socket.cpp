@@ -18,11 +18,6 @@ namespace torvex::catalogue {
 
 namespace {
 
-struct FreeAddresses {
-    void operator()(addrinfo* addresses) const { ::freeaddrinfo(addresses); }
-};
-using Addresses = std::unique_ptr<addrinfo, FreeAddresses>;
-
 constexpr const char* tooSlow = "the other server doesn't answer in time";
 
 Addresses lookUp(const std::string& host, const std::string& port) {
@@ -76,6 +71,10 @@ std::string receive(const Descriptor& socket, std::size_t size, Deadline until) 
 }
 
 }  // namespace
+
+void FreeAddresses::operator()(::addrinfo* addresses) const {
+    ::freeaddrinfo(addresses);
+}
 
 Descriptor connectTo(const std::string& host, const std::string& port, Deadline until) {
     const Addresses addresses = lookUp(host, port, until);

@@ -1,13 +1,21 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "platform/Deadline.h"
 #include "platform/files/Descriptor.h"
 
+struct addrinfo;
+
 /// Messages over TCP, each in time or not at all. Failures throw `UnavailableError`.
 namespace torvex::catalogue {
+
+struct FreeAddresses {
+    void operator()(::addrinfo* addresses) const;
+};
+using Addresses = std::unique_ptr<::addrinfo, FreeAddresses>;
 
 /// Connected to the first address of the name that answers.
 Descriptor connectTo(const std::string& host, const std::string& port, Deadline until);
