@@ -1,106 +1,58 @@
 #include "platform/xml/WorkerMessages.h"
 
 #include <cstdint>
-#include <cstring>
+
+#include "platform/workers/Packing.h"
 
 namespace torvex::workerMessages {
 
 namespace {
 
-class Writer {
-  public:
-    void number(std::int32_t value) {
-        char bytes[sizeof value];
-        std::memcpy(bytes, &value, sizeof value);
-        message_.append(bytes, sizeof value);
-    }
-    void text(std::string_view value) {
-        number(static_cast<std::int32_t>(value.size()));
-        message_.append(value);
-    }
-    void document(const XmlText& document) {
-        number(document.blanks == XmlBlanks::Drop ? 1 : 0);
-        text(document.charset);
-        text(document.bytes);
-    }
-    std::string take() { return std::move(message_); }
+void pack(Packing& packing, const XmlText& document) {
+    packing.number(document.blanks == XmlBlanks::Drop ? 1 : 0).text(document.charset).text(document.bytes);
+}
 
-  private:
-    std::string message_;
-};
-
-class Reader {
-  public:
-    explicit Reader(std::string_view message) : rest_(message) {}
-
-    std::int32_t number() {
-        std::int32_t value = 0;
-        std::memcpy(&value, bytes(sizeof value).data(), sizeof value);
-        return value;
-    }
-    std::string text() {
-        const std::int32_t size = number();
-        if (size < 0) throw Error("a broken message");
-        return std::string(bytes(static_cast<std::size_t>(size)));
-    }
-    XmlText document() {
-        XmlText read;
-        read.blanks = number() == 1 ? XmlBlanks::Drop : XmlBlanks::Keep;
-        read.charset = text();
-        read.bytes = text();
-        return read;
-    }
-
-  private:
-    std::string_view bytes(std::size_t size) {
-        if (size > rest_.size()) throw Error("a broken message");
-        const std::string_view taken = rest_.substr(0, size);
-        rest_.remove_prefix(size);
-        return taken;
-    }
-
-    std::string_view rest_;
-};
+XmlText readDocument(Unpacking& unpacking) {
+    XmlText read;
+    read.blanks = unpacking.number() == 1 ? XmlBlanks::Drop : XmlBlanks::Keep;
+    read.charset = unpacking.text();
+    read.bytes = unpacking.text();
+    return read;
+}
 
 }  // namespace
 
 std::string write(const XmlText& stylesheet, const XmlText* data, const NamedValues& parameters) {
-    Writer writer;
-    writer.document(stylesheet);
-    writer.number(data == nullptr ? 0 : 1);
-    if (data != nullptr) writer.document(*data);
-    writer.number(static_cast<std::int32_t>(parameters.size()));
-    for (const auto& [name, value] : parameters) {
-        writer.text(name);
-        writer.text(value);
-    }
-    return writer.take();
+    Packing packing;
+    pack(packing, stylesheet);
+    packing.number(data == nullptr ? 0 : 1);
+    if (data != nullptr) pack(packing, *data);
+    packing.number(parameters.size());
+    for (const auto& [name, value] : parameters) packing.text(name).text(value);
+    return packing.take();
 }
 
 std::string write(const Reply& reply) {
-    Writer writer;
-    writer.number(reply.faultCode);
-    writer.text(reply.output);
-    return writer.take();
+    return Packing().number(static_cast<std::uint32_t>(reply.faultCode)).text(reply.output).take();
 }
 
 Request readRequest(std::string_view message) {
-    Reader reader(message);
+    Unpacking unpacking(message);
     Request request;
-    request.stylesheet = reader.document();
-    if (reader.number() == 1) request.data = reader.document();
-    for (std::int32_t left = reader.number(); left > 0; --left) {
-        std::string name = reader.text();
-        request.parameters.emplace_back(std::move(name), reader.text());
+    request.stylesheet = readDocument(unpacking);
+    if (unpacking.number() == 1) request.data = readDocument(unpacking);
+    for (std::uint64_t left = unpacking.number(); left > 0; --left) {
+        const std::string_view name = unpacking.text();
+        request.parameters.emplace_back(name, unpacking.text());
     }
     return request;
 }
 
 Reply readReply(std::string_view message) {
-    Reader reader(message);
+    Unpacking unpacking(message);
     Reply reply;
-    reply.faultCode = reader.number();
-    reply.output = reader.text();
+    reply.faultCode = static_cast<int>(static_cast<std::uint32_t>(unpacking.number()));
+    reply.output = unpacking.text();
     return reply;
 }
 
