@@ -22,8 +22,8 @@ inline constexpr std::string_view pageScopes = "search_pageScopes";
 inline constexpr std::string_view documentScopes = "search_documentScopes";
 inline constexpr std::string_view documentTypes = "search_documentTypes";
 
-inline constexpr std::string_view pageTo =
-    "search_pageTo";  ///< of a paging link; the others don't count then
+/// Of a paging link; the others don't count then.
+inline constexpr std::string_view pageTo = "search_pageTo";
 }  // namespace searchField
 
 /// What a visitor sent to a search: in this request, or in an earlier one that led here, which kept it in the

@@ -12,8 +12,8 @@ ClassEntry searchOperations() {
             writes("loadResults", &Search::loadResults,
                    {argument("pageIdent"), argument("mode"), argument("html")},
                    "Fills a results template with what the request searches for on a search page. With a "
-                   "mode, as "
-                   "an author's preview: rights aren't tested then. What is wrong stands in search_error.",
+                   "mode, as an author's preview: rights aren't tested then. What is wrong stands in "
+                   "search_error.",
                    viewAccessAt(adminEntry::search, "pageIdent")),
             enters("saveSearchFormParameters", &Search::saveSearchFormParameters, {},
                    "Keeps the fields of the search form for the request that this one leads to.", visitor()),

@@ -25,9 +25,9 @@ struct WorkerLimits {
     int descriptors = isSanitized ? 5 : 3;  ///< the ones that it has
 };
 
-/// Gives up, for the rest of this process's life, all that such work doesn't need: files, network,
-/// other processes, more privileges, and more of the machine than the limits say. Throws `Error` when that
-/// can't be done.
+/// Gives up, for the rest of this process's life, all that such work doesn't need: files, network, other
+/// processes, more privileges, and more of the machine than the limits say. Throws `Error` when that can't be
+/// done.
 void confineSelf(const WorkerLimits& limits);
 
 /// Allows `limits.cpuSeconds` from now on; the process is ended when they are over.

@@ -23,7 +23,6 @@ bool isBlank(char c) {
 
 bool isFound(const std::string& word, const FoundWords& found) {
     if (found.words.contains(word)) return true;
-    // The beginning that a word has, if it has one, is the last that isn't behind it in the order.
     return std::any_of(found.beginnings.begin(), found.beginnings.end(),
                        [&](const std::string& begin) { return word.starts_with(begin); });
 }

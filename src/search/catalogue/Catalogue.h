@@ -47,8 +47,8 @@ struct Scope {
 struct Query {
     std::string text;      ///< in the language of queries, see `QueryText.h`
     std::string language;  ///< a language code: by its rules "$" stems
-    std::vector<std::string>
-        columns;                ///< those to be read, in small letters, besides path, rank and file columns
+    /// Those to be read, in small letters, besides path, rank and file columns.
+    std::vector<std::string> columns;
     std::string sortBy;         ///< "rank[d],doctitle": equal ones by title, then path
     std::vector<Scope> scopes;  ///< in any of these; none: nowhere
 };

@@ -64,7 +64,7 @@ class Upkeep {
     /// Commits, and lets others write.
     void rest();
 
-    /// Forgets that the queue has rows of long ago.
+    /// Removes the rows of long ago from the queue.
     void tidyQueue();
 
   private:

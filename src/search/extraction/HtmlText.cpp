@@ -136,9 +136,9 @@ Reading readHtml(std::string_view bytes) {
     const std::unique_ptr<htmlParserCtxt, FreeParser> parser(
         htmlCreatePushParserCtxt(&handler, &reader, nullptr, 0, nullptr, XML_CHAR_ENCODING_UTF8));
     if (!parser) throw std::bad_alloc();
+    // The page's own encoding was decoded already.
     htmlCtxtUseOptions(parser.get(), HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING |
                                          HTML_PARSE_NONET | HTML_PARSE_IGNORE_ENC);
-    // Its own encoding was decoded already.
     constexpr std::size_t piece = 1 << 16;
     for (std::size_t at = 0; at < html.size(); at += piece) {
         const auto size = static_cast<int>(std::min(piece, html.size() - at));

@@ -39,15 +39,9 @@ constexpr struct {
     std::string_view word;
     std::string_view text;
 } signs[] = {
-    {"emdash", "\xE2\x80\x94"},
-    {"endash", "\xE2\x80\x93"},
-    {"lquote", "\xE2\x80\x98"},
-    {"rquote", "\xE2\x80\x99"},
-    {"ldblquote", "\xE2\x80\x9C"},
-    {"rdblquote", "\xE2\x80\x9D"},
+    {"emdash", "\xE2\x80\x94"}, {"endash", "\xE2\x80\x93"},    {"lquote", "\xE2\x80\x98"},
+    {"rquote", "\xE2\x80\x99"}, {"ldblquote", "\xE2\x80\x9C"}, {"rdblquote", "\xE2\x80\x9D"},
     {"bullet", "\xE2\x80\xA2"},
-    {"~", " "},
-    {"_", "-"},
 };
 
 template <std::size_t Count>

@@ -21,8 +21,8 @@ class XmlEvents {
     virtual bool isDone() const { return false; }
 };
 
-/// Reads a document piece by piece, so that none has to be held whole. Entities that it declares
-/// aren't known: a document that uses one counts as broken. Nothing else is opened for it.
+/// Reads a document piece by piece, so that none has to be held whole. Entities that it declares aren't known:
+/// a document that uses one counts as broken. Nothing else is opened for it.
 class XmlFeed {
   public:
     explicit XmlFeed(XmlEvents& events);
