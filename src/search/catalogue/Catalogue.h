@@ -23,13 +23,15 @@ class QueryError : public Error {
     using Error::Error;
 };
 
-/// A query that would take more than it may: a prefix that thousands of words begin with, thousands of wild cards.
+/// A query that would take more than it may: a prefix that thousands of words begin with, thousands of wild
+/// cards.
 class TooManyError : public QueryError {
   public:
     using QueryError::QueryError;
 };
 
-/// No catalogue there: a folder that is missing or of a newer version, a server that doesn't answer in 3 seconds.
+/// No catalogue there: a folder that is missing or of a newer version, a server that doesn't answer in 3
+/// seconds.
 class UnavailableError : public Error {
   public:
     using Error::Error;
@@ -64,8 +66,9 @@ struct Row {
     std::map<std::string, std::string> columns;  ///< by column; one without a value isn't in it
 };
 
-/// What a query found, as it was then: later changes of the catalogue neither add rows nor change their order. Rows
-/// of files that have left the catalogue since have their rank alone, and no path. Safe to share between threads.
+/// What a query found, as it was then: later changes of the catalogue neither add rows nor change their order.
+/// Rows of files that have left the catalogue since have their rank alone, and no path. Safe to share between
+/// threads.
 class Results {
   public:
     virtual ~Results() = default;

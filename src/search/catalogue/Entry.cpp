@@ -1,14 +1,12 @@
 #include "search/catalogue/Entry.h"
 
-#include <algorithm>
-
 #include "platform/workers/Packing.h"
+#include "search/extraction/OneOf.h"
 
 namespace torvex::catalogue {
 
 bool isDocumentColumn(std::string_view name) {
-    return std::find(std::begin(column::ofDocument), std::end(column::ofDocument), name) !=
-           std::end(column::ofDocument);
+    return isOneOf(name, column::ofDocument);
 }
 
 std::string_view fileNameOf(std::string_view path) {

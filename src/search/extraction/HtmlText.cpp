@@ -6,6 +6,7 @@
 #include <new>
 
 #include "platform/text/Text.h"
+#include "search/extraction/OneOf.h"
 #include "search/extraction/TextBuilder.h"
 
 namespace torvex::catalogue {
@@ -19,11 +20,6 @@ constexpr std::string_view inlineTags[] = {
     "small", "span", "strike",  "strong", "sub", "sup", "tt",   "u",    "var",  "wbr"};
 /// What they hold isn't shown.
 constexpr std::string_view hiddenTags[] = {"script", "style", "noscript", "template", "title", "object"};
-
-template <std::size_t Count>
-bool isOneOf(std::string_view name, const std::string_view (&names)[Count]) {
-    return std::find(std::begin(names), std::end(names), name) != std::end(names);
-}
 
 std::string_view viewOf(const xmlChar* text) {
     return text == nullptr ? std::string_view() : reinterpret_cast<const char*>(text);

@@ -1,22 +1,18 @@
 #include "search/extraction/OfficeText.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <map>
 #include <vector>
 
 #include "platform/text/Text.h"
 #include "search/extraction/Archive.h"
+#include "search/extraction/OneOf.h"
 #include "search/extraction/TextBuilder.h"
 #include "search/extraction/TextExtractor.h"
 
 namespace torvex::catalogue {
 
 namespace {
-
-bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
 
 /// The text of parts in which each run of it is an element "t".
 class RunText final : public XmlEvents {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/text/Charset.h"
+#include "search/extraction/OneOf.h"
 #include "search/extraction/TextBuilder.h"
 #include "search/extraction/TextExtractor.h"
 
@@ -43,11 +44,6 @@ constexpr struct {
     {"rquote", "\xE2\x80\x99"}, {"ldblquote", "\xE2\x80\x9C"}, {"rdblquote", "\xE2\x80\x9D"},
     {"bullet", "\xE2\x80\xA2"},
 };
-
-template <std::size_t Count>
-bool isOneOf(std::string_view word, const std::string_view (&words)[Count]) {
-    return std::find(std::begin(words), std::end(words), word) != std::end(words);
-}
 
 /// What holds within a group and ends with it.
 struct State {
