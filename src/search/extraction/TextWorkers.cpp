@@ -12,8 +12,7 @@ namespace {
 
 constexpr std::size_t longestRequest = 68u << 20;
 constexpr std::size_t longestAnswer = 4u << 20;
-constexpr WorkerLimits limits{
-    .cpuSeconds = 30, .cpuSecondsOfLife = 900, .memory = std::size_t{512} << 20, .descriptors = 3};
+constexpr WorkerLimits limits{.cpuSeconds = 30, .cpuSecondsOfLife = 900, .memory = std::size_t{512} << 20};
 
 constexpr const char* tooMuch = "it takes too much time or memory, or its reader has a fault with it";
 
