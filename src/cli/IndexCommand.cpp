@@ -34,9 +34,8 @@ class IndexRun {
     IndexRun(OpenInstallation& opened, const Terminal& terminal, const std::atomic<bool>& isStopped)
         : terminal_(terminal),
           isStopped_(isStopped),
-          upkeep_(std::in_place, opened.upkeepParts()),
-          folder_(opened.upkeepParts().folder),
-          parts_(opened.upkeepParts()) {}
+          parts_(opened.upkeepParts()),
+          upkeep_(std::in_place, parts_) {}
 
     ExitCode check() {
         const Differences differences = patiently([&] { return upkeep_->compare(); });
@@ -76,7 +75,7 @@ class IndexRun {
             } catch (const catalogue::DamagedError& error) {
                 terminal_.err << fmt::format("torvex: {}; it is made anew\n", error.what());
                 upkeep_.emplace(parts_);
-                catalogue::removeDamaged(folder_);
+                catalogue::removeDamaged(parts_.folder);
             }
         }
     }
@@ -94,9 +93,8 @@ class IndexRun {
 
     const Terminal& terminal_;
     const std::atomic<bool>& isStopped_;
+    const catalogue::UpkeepParts parts_;
     std::optional<Upkeep> upkeep_;
-    std::string folder_;
-    catalogue::UpkeepParts parts_;
 };
 
 ExitCode serveCatalogue(const std::string& at, OpenInstallation& opened, StopSignals& signals,
