@@ -3,22 +3,13 @@
 #include <algorithm>
 
 #include "platform/text/Text.h"
+#include "search/catalogue/Translation.h"
 #include "search/catalogue/Words.h"
 
 namespace torvex {
 
-namespace {
-
-Xapian::Stem stemmerOf(SearchDerivation derivation, std::string_view lang) try {
-    return derivation == SearchDerivation::Stemming ? Xapian::Stem(std::string(lang)) : Xapian::Stem();
-} catch (const Xapian::InvalidArgumentError&) {
-    return {};
-}
-
-}  // namespace
-
 WordMarks::WordMarks(std::string_view words, SearchDerivation derivation, std::string_view lang)
-    : derivation_(derivation), stem_(stemmerOf(derivation, lang)) {
+    : derivation_(derivation), stem_(catalogue::stemmerOf(lang)) {
     for (const catalogue::Word& word : catalogue::wordsOf(words))
         words_.insert(derivation == SearchDerivation::Stemming ? stem_(word.folded) : word.folded);
 }

@@ -22,12 +22,6 @@ std::vector<Field> fieldsOf(const std::string& property) {
     return {columnField(property)};
 }
 
-Xapian::Stem stemmerOf(const std::string& language) try {
-    return language.size() == 2 ? Xapian::Stem(language) : Xapian::Stem();
-} catch (const Xapian::InvalidArgumentError&) {
-    return Xapian::Stem();
-}
-
 /// Without a say in the rank.
 Terms filter(const Terms& query) {
     return {Terms::OP_SCALE_WEIGHT, query, 0.0};
@@ -49,9 +43,15 @@ bool endsIn(const std::string& pattern, std::string& ending) {
 
 }  // namespace
 
+Xapian::Stem stemmerOf(std::string_view language) try {
+    return language.size() == 2 ? Xapian::Stem(text::lower(language)) : Xapian::Stem();
+} catch (const Xapian::InvalidArgumentError&) {
+    return {};
+}
+
 Translation::Translation(const Xapian::Database& database, const std::string& language,
                          const TranslationLimits& limits)
-    : database_(database), stem_(stemmerOf(text::lower(language))), limits_(limits) {}
+    : database_(database), stem_(stemmerOf(language)), limits_(limits) {}
 
 Terms Translation::of(const QueryNode& query) {
     return partOf(query).value_or(Terms::MatchNothing);

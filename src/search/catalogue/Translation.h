@@ -11,6 +11,9 @@
 
 namespace torvex::catalogue {
 
+/// Brings words of a language, a code of two letters, to their stems; none for one that isn't known.
+Xapian::Stem stemmerOf(std::string_view language);
+
 /// The words by which an entry was found, as they are to be shown: folded.
 struct FoundWords {
     std::set<std::string, std::less<>> words;
