@@ -5,7 +5,6 @@
 #include <fmt/format.h>
 
 #include "platform/Days.h"
-#include "platform/text/Text.h"
 
 namespace torvex {
 

@@ -17,8 +17,8 @@ constexpr std::string_view selectForums =
     "forum_pageSize, forum_askName, forum_askEmail, forum_words "
     "from TORVEX_FORUM_LIVE where forum_site = ? and forum_lang = ? order by forum_name, forum_id";
 constexpr std::string_view selectActivity =
-    "select topic_forumId, count(*) as topics, max(coalesce(topic_lastDate, topic_dateCreation, '')) as "
-    "lastDay "
+    "select topic_forumId, count(*) as topics, "
+    "max(coalesce(topic_lastDate, topic_dateCreation, '')) as lastDay "
     "from TORVEX_FORUM_TOPICS where topic_online = 1 and topic_forumId in (select forum_id from "
     "TORVEX_FORUM_LIVE where forum_site = ? and forum_lang = ?) group by topic_forumId";
 constexpr std::string_view selectOtherPages =

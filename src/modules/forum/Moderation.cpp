@@ -1,5 +1,6 @@
 #include "modules/forum/Moderation.h"
 
+#include <algorithm>
 #include <string>
 
 #include "platform/db/Connection.h"
@@ -35,8 +36,8 @@ constexpr std::string_view showReaction =
     "update TORVEX_FORUM_REACTIONS set reaction_online = 1 "
     "where reaction_forumId = ? and reaction_topicId = ? and reaction_reference = ?";
 constexpr std::string_view hideBranch =
-    "update TORVEX_FORUM_REACTIONS set reaction_online = 0 where reaction_forumId = ? and reaction_topicId = "
-    "? "
+    "update TORVEX_FORUM_REACTIONS set reaction_online = 0 "
+    "where reaction_forumId = ? and reaction_topicId = ? "
     "and (reaction_reference = ? or (reaction_reference >= ? and reaction_reference < ?))";
 constexpr std::string_view removeBranch =
     "delete from TORVEX_FORUM_REACTIONS where reaction_forumId = ? and reaction_topicId = ? "
@@ -73,10 +74,9 @@ Value waitingPosts(db::Connection& connection, std::string_view site, std::strin
 bool showPost(db::Connection& transaction, int forumId, int topicId, std::string_view place) {
     if (!isThere(transaction, forumId, topicId, place)) return false;
     transaction.execute(showTopic, {forumId, topicId});
-    for (std::size_t end = place.find('.');; end = place.find('.', end + 1)) {
-        if (place.empty()) break;
+    for (std::size_t end = 0; end < place.size();) {
+        end = std::min(place.find('.', end + 1), place.size());
         transaction.execute(showReaction, {forumId, topicId, place.substr(0, end)});
-        if (end == std::string_view::npos) break;
     }
     transaction.execute(noteLastDay, {forumId, topicId});
     return true;

@@ -14,11 +14,6 @@ constexpr std::array<std::string_view, 2> schemes{"https://", "http://"};
 constexpr std::string_view punctuation = ".,;:!?'";
 constexpr std::string_view blanks = " \t\n";
 
-bool isWordCharacter(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || byte >= 0x80;
-}
-
 bool endsAddress(char c) {
     return static_cast<unsigned char>(c) <= ' ' || c == '<' || c == '>' || c == '"' || c == '\\' || c == 0x7f;
 }
@@ -98,6 +93,11 @@ std::string_view stripped(std::string_view text) {
 }
 
 }  // namespace
+
+bool isWordCharacter(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || byte >= 0x80;
+}
 
 std::string plainTextHtml(std::string_view text) {
     std::string html;

@@ -10,6 +10,9 @@ namespace torvex {
 /// the site doesn't vouch for them. Everything else is encoded, so that none of it is markup.
 std::string plainTextHtml(std::string_view text);
 
+/// Whether a byte belongs to a word: letters and digits, and whatever is beyond ASCII.
+bool isWordCharacter(char c);
+
 /// How many web addresses stand in a text.
 std::size_t countLinks(std::string_view text);
 

@@ -10,11 +10,6 @@ namespace torvex {
 
 namespace {
 
-bool isWordCharacter(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || byte >= 0x80;
-}
-
 bool standsAlone(std::string_view text, std::size_t at, std::size_t length) {
     const bool opens = at == 0 || !isWordCharacter(text[at - 1]);
     return opens && (at + length >= text.size() || !isWordCharacter(text[at + length]));

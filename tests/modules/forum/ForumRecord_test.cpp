@@ -82,11 +82,10 @@ TEST_P(ForumRecordTest, TopicsThatAreShownAreCountedWithTheLastDay) {
 
 TEST_P(ForumRecordTest, WhatAForumSaysIsRead) {
     connection().execute(
-        "update TORVEX_FORUM_LIVE set forum_desc = ' About ', forum_archiveAfter = 30, forum_archiveVisible "
-        "= 1, "
-        "forum_sendEmail = 1, forum_emailFrom = 'f@a.test', forum_emailTo = 't@a.test', forum_emailSubject = "
-        "'S', "
-        "forum_askName = 1, forum_askEmail = 2, forum_words = 'bad' where forum_id = 1");
+        "update TORVEX_FORUM_LIVE set forum_desc = ' About ', forum_archiveAfter = 30, "
+        "forum_archiveVisible = 1, forum_sendEmail = 1, forum_emailFrom = 'f@a.test', "
+        "forum_emailTo = 't@a.test', forum_emailSubject = 'S', forum_askName = 1, forum_askEmail = 2, "
+        "forum_words = 'bad' where forum_id = 1");
     const ForumRecord forum = *forumOfPage(connection(), forumPage(), "", 1);
     EXPECT_EQ(forum.description, "About");
     EXPECT_EQ(forum.hotPeriod, 7);
