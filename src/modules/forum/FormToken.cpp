@@ -6,6 +6,7 @@
 
 #include "platform/Days.h"
 #include "platform/Errors.h"
+#include "platform/text/Hexadecimal.h"
 
 namespace torvex {
 
@@ -21,13 +22,6 @@ static_assert(crypto_auth_KEYBYTES == 32);
 /// Since long before this program, by the calendar.
 std::chrono::seconds secondsOf(const DateTime& moment) {
     return secondOf(moment).time_since_epoch();
-}
-
-std::string hexadecimal(const unsigned char* bytes, std::size_t size) {
-    std::string text(size * 2 + 1, '\0');
-    sodium_bin2hex(text.data(), text.size(), bytes, size);
-    text.pop_back();
-    return text;
 }
 
 std::string timeText(const DateTime& moment) {
@@ -51,13 +45,11 @@ std::string FormTokens::sign(std::string_view content, std::string_view purpose)
     std::array<unsigned char, crypto_auth_BYTES> proof{};
     crypto_auth(proof.data(), reinterpret_cast<const unsigned char*>(whole.data()), whole.size(),
                 secret_.data());
-    return hexadecimal(proof.data(), proof.size());
+    return hexadecimal(proof);
 }
 
 std::string FormTokens::make(std::string_view purpose, const DateTime& now) const {
-    std::array<unsigned char, nameBytes> name{};
-    randombytes_buf(name.data(), name.size());
-    const std::string content = hexadecimal(name.data(), name.size()) + timeText(now);
+    const std::string content = randomName(nameBytes) + timeText(now);
     return content + sign(content, purpose);
 }
 

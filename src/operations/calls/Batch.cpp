@@ -1,6 +1,5 @@
 #include "operations/calls/Batch.h"
 
-#include <array>
 #include <istream>
 #include <ostream>
 #include <sodium.h>
@@ -12,6 +11,7 @@
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Session.h"
+#include "platform/text/Hexadecimal.h"
 
 namespace torvex::operations {
 
@@ -25,11 +25,7 @@ namespace {
 
 /// Unlike that of any session elsewhere: logins are held by it.
 std::string newSessionId() {
-    std::array<unsigned char, 16> bytes{};
-    randombytes_buf(bytes.data(), bytes.size());
-    std::array<char, 2 * bytes.size() + 1> digits{};
-    sodium_bin2hex(digits.data(), digits.size(), bytes.data(), bytes.size());
-    return digits.data();
+    return randomName(16);
 }
 
 BatchFailure failureOf(const std::exception& error, std::optional<std::size_t> step) {

@@ -14,7 +14,7 @@
 #include "platform/Errors.h"
 #include "platform/net/MailAddress.h"
 #include "platform/net/MailMessage.h"
-#include "platform/text/Text.h"
+#include "platform/text/Hexadecimal.h"
 
 namespace torvex {
 
@@ -73,11 +73,7 @@ std::string mailDate(std::time_t now) {
 }
 
 std::string uniqueId(std::string_view sender) {
-    std::array<unsigned char, 16> bytes{};
-    randombytes_buf(bytes.data(), bytes.size());
-    std::array<char, bytes.size() * 2 + 1> digits{};
-    sodium_bin2hex(digits.data(), digits.size(), bytes.data(), bytes.size());
-    return std::string(digits.data()) + std::string(sender.substr(sender.find('@')));
+    return randomName(16) + std::string(sender.substr(sender.find('@')));
 }
 
 std::string addressOf(const MailServer& server) {
