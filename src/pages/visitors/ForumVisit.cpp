@@ -8,6 +8,7 @@
 #include "pages/NoStore.h"
 #include "pages/PublicAddress.h"
 #include "pages/visitors/PostNews.h"
+#include "pages/visitors/SitePage.h"
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
 #include "platform/Errors.h"
@@ -17,22 +18,9 @@
 #include "platform/Response.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
-#include "templates/FramesScript.h"
 #include "templates/HTMLTemplate.h"
 
 namespace torvex {
-
-namespace {
-
-constexpr std::string_view errorMark = "error:";
-
-/// The charset of the page's language; all text of one installation mostly shares one.
-std::string charsetOf(const HostContext& host, cServer& server) {
-    const std::string common = host.application.text(applicationKey::charset);
-    return common.empty() ? server.getCharsetLabel(std::string(langOf(server.pgNodeId()))) : common;
-}
-
-}  // namespace
 
 ForumVisit::ForumVisit(HostContext& host, db::Connection& connection, const PolicyReports& reports)
     : host_(host), connection_(connection), reports_(reports), server_(host, &modules_) {
@@ -74,11 +62,10 @@ void ForumVisit::show(const std::string& title, const std::function<void(HTMLTem
     HTMLTemplate page(host_);
     // What visitors have written comes last, so that nothing of it is read as a link or as a place to fill.
     page.setStrVal(withPublicPorts(host_, server_.buildLinks(html, std::string(siteOf(page_.nodeId)))));
-    const bool frames = host_.application.isTrue(applicationKey::usesFrames);
-    addContentPolicy(host_, siteOf(page_.nodeId),
-                     frames ? scriptSource(framesScript(page_)) : linkSources(page.strVal()), reports_);
+    addContentPolicy(host_, siteOf(page_.nodeId), ownScripts(host_, page_, page.strVal()), reports_);
     fill(page);
-    if (frames) asLevel("syncFrames !", [&] { page.tellFrames(page_); });
+    if (host_.application.isTrue(applicationKey::usesFrames))
+        asLevel("syncFrames !", [&] { page.tellFrames(page_); });
     host_.response.charset = charsetOf(host_, server_);
     if (server_.hasLoginForm()) forbidStoring(host_.response);
     if (host_.response.cacheControl.empty()) host_.response.cacheControl = "private, no-cache";

@@ -18,9 +18,6 @@ namespace {
 constexpr const char* folder = "torvex_msgBoard";
 constexpr std::string_view address = "/torvex_msgBoard/";
 
-/// Begins an answer that isn't a page but the address to go to.
-constexpr std::string_view errorMark = "error:";
-
 // What a request names, and the page among its parameters.
 constexpr const char* categoryName = "cat";
 constexpr const char* archiveName = "archive";

@@ -19,7 +19,6 @@ namespace torvex {
 namespace {
 
 constexpr const char* folder = "/torvex_search/";
-constexpr std::string_view errorMark = "error:";
 
 /// The search page that is asked for, or the one nearest to the home page.
 std::string askedPage(HostContext& host) {

@@ -24,24 +24,9 @@ namespace torvex {
 
 namespace {
 
-constexpr std::string_view errorMark = "error:";
-
 std::string askedPage(const HostContext& host) {
     const std::string asked = host.request.queryString("pageId");
     return text::trim(asked).empty() ? host.application.text(applicationKey::defaultPageId) : asked;
-}
-
-/// The charset of the page's language; all text of one installation mostly shares one.
-std::string charsetOf(const HostContext& host, cServer& server) {
-    const std::string common = host.application.text(applicationKey::charset);
-    return common.empty() ? server.getCharsetLabel(std::string(langOf(server.pgNodeId()))) : common;
-}
-
-/// The scripts that have been written into the page, for its content policy.
-std::string ownScripts(const HostContext& host, const PageIdentity& page, std::string_view html) {
-    // Within a frame set, links are followed by a script of the frame set's.
-    const bool frames = host.application.isTrue(applicationKey::usesFrames);
-    return frames ? scriptSource(framesScript(page)) : linkSources(html);
 }
 
 void answerPage(HostContext& host, cServer& server, db::Connection& connection, const PolicyReports& reports,
@@ -64,6 +49,17 @@ void answerPage(HostContext& host, cServer& server, db::Connection& connection, 
 }
 
 }  // namespace
+
+std::string charsetOf(const HostContext& host, cServer& server) {
+    const std::string common = host.application.text(applicationKey::charset);
+    return common.empty() ? server.getCharsetLabel(std::string(langOf(server.pgNodeId()))) : common;
+}
+
+std::string ownScripts(const HostContext& host, const PageIdentity& page, std::string_view html) {
+    // Within a frame set, links are followed by a script of the frame set's.
+    const bool frames = host.application.isTrue(applicationKey::usesFrames);
+    return frames ? scriptSource(framesScript(page)) : linkSources(html);
+}
 
 void answerSitePage(HostContext& host, const PolicyReports& reports, const std::string& folder,
                     const MakePage& make) {

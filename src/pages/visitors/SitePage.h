@@ -9,12 +9,22 @@ namespace torvex {
 class cServer;
 class PolicyReports;
 struct HostContext;
+struct PageIdentity;
 namespace db {
 class Connection;
 }
 
+/// Begins the text of a page that is none: the address to go to instead stands behind it.
+inline constexpr std::string_view errorMark = "error:";
+
+/// The charset of the page's language; all text of one installation mostly shares one.
+std::string charsetOf(const HostContext& host, cServer& server);
+
+/// The scripts that have been written into the page, for its content policy.
+std::string ownScripts(const HostContext& host, const PageIdentity& page, std::string_view html);
+
 /// Makes the page whose record the server holds into what the visitor sees: its assembled text, or the
-/// address to go to behind "error:".
+/// address to go to behind `errorMark`.
 using MakePage = std::function<std::string(cServer& server, db::Connection& connection)>;
 
 /// Answers a request for a page: who may see it gets it made, everybody else is led to what they have to see
