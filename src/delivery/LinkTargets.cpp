@@ -90,23 +90,23 @@ void LinkTargets::askForNumbers(const std::vector<Target*>& wanted) {
     learnStates(moved);
 }
 
-/// A line for each: a letter for its state, and its node.
+/// For each a letter for its state, its node and a zero.
 std::string LinkTargets::written(const std::vector<Target*>& targets) {
-    std::string lines;
+    std::string all;
     for (const Target* target : targets) {
-        lines.append(1, target->state == State::Online ? 'o' : target->state == State::Folder ? 'f' : '-');
-        lines.append(target->identity.nodeId).append(1, '\0');
+        all.append(1, target->state == State::Online ? 'o' : target->state == State::Folder ? 'f' : '-');
+        all.append(target->identity.nodeId).append(1, '\0');
     }
-    return lines;
+    return all;
 }
 
-void LinkTargets::read(std::string_view lines, const std::vector<Target*>& targets) {
+void LinkTargets::read(std::string_view known, const std::vector<Target*>& targets) {
     for (Target* target : targets) {
-        const std::size_t end = lines.find('\0');
-        const char state = lines.front();
+        const std::size_t end = known.find('\0');
+        const char state = known.front();
         target->state = state == 'o' ? State::Online : state == 'f' ? State::Folder : State::Offline;
-        target->identity.nodeId = lines.substr(1, end - 1);
-        lines.remove_prefix(end + 1);
+        target->identity.nodeId = known.substr(1, end - 1);
+        known.remove_prefix(end + 1);
     }
 }
 

@@ -42,7 +42,7 @@ class LinkTargets {
     void learnNumbers(const std::vector<std::string_view>& identifiers);
     void askForNumbers(const std::vector<Target*>& wanted);
     static std::string written(const std::vector<Target*>& targets);
-    static void read(std::string_view lines, const std::vector<Target*>& targets);
+    static void read(std::string_view known, const std::vector<Target*>& targets);
     void learnNodes(const std::vector<std::string_view>& identifiers);
     void learnStates(const std::vector<Target*>& targets);
     void takeState(Target& target, const db::Rows& rows) const;

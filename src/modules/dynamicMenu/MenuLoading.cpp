@@ -22,8 +22,8 @@ bool loadTemplate(HTMLTemplate& source, HostContext& host, std::string_view node
                                                    siteOf(nodeId), langOf(nodeId), file));
 }
 
-/// All that a menu's content depends on besides the database, for one who isn't logged in. The parts are texts without
-/// line breaks, but for the last one.
+/// All that a menu's content depends on besides the database, for one who isn't logged in. The parts are
+/// texts without line breaks, but for the last one.
 std::string keyOf(const HostContext& host, const MenuDefinition& menu, std::string_view nodeId,
                   const MenuView& view, bool asksForGroups, std::string_view content) {
     return fmt::format("menu\n{}\n{}\n{}\n{} {} {} {} {} {} {}\n{}", nodeId, menu.root.nodeId,

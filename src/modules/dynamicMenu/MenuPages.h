@@ -44,7 +44,8 @@ struct MenuPlace {
 };
 
 /// The pages below the root of a menu, as far as it opens for its visitor: in one statement, whatever their
-/// number; with closed folders in it, in two. Branches that the menu hides aren't read. What `place` names must outlive the object.
+/// number; with closed folders in it, in two. Branches that the menu hides aren't read. What `place` names
+/// must outlive the object.
 class MenuPages {
   public:
     MenuPages(db::Connection& connection, const MenuPlace& place);

@@ -66,8 +66,8 @@ std::optional<std::string> templateFile(db::Connection& connection, int template
     return std::string(text::trim(rows.text("tpl_filename")));
 }
 
-/// All that a box's content depends on besides the database. The parts are texts without line breaks, but for the
-/// last one.
+/// All that a box's content depends on besides the database. The parts are texts without line breaks, but for
+/// the last one.
 std::string keyOf(const ModuleCall& call, const NewsflashItems& items, std::string_view content) {
     const ApplicationValues& application = call.host.application;
     return fmt::format("newsflash\n{}\n{}\n{}\n{}\n{}\n{} {} {} {} {} {} {} {} {}\n{}", items.site,

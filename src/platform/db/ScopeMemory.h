@@ -11,12 +11,13 @@
 
 namespace torvex::db {
 
-/// What was found in one state of the database and holds until anybody changes it: for what is made of many rows and
-/// shown by many requests. Belongs to one connection. Its keys say all that an answer depends on besides the
-/// database.
+/// What was found in one state of the database and holds until anybody changes it: for what is made of many
+/// rows and shown by many requests. Belongs to one connection. Its keys say all that an answer depends on
+/// besides the database.
 class LastingMemory {
   public:
-    /// To be told before each use: the number of the state that is read. In another one nothing holds any more.
+    /// To be told before each use: the number of the state that is read. In another one nothing holds any
+    /// more.
     void readsState(std::uint64_t number);
 
     /// Null when the answer isn't known. The text is valid until the next `keep`.
@@ -66,8 +67,8 @@ std::string remembered(Connection& connection, std::string_view question, std::s
     return answer;
 }
 
-/// The same over requests, as long as the database is as it was. `key` says everything else that the answer depends on,
-/// and which question it is.
+/// The same over requests, as long as the database is as it was. `key` says everything else that the answer
+/// depends on, and which question it is.
 template <typename Find>
 std::string rememberedWhileUnchanged(Connection& connection, const std::string& key, Find find) {
     const ScopeMemory* const memory = connection.memory();
