@@ -156,5 +156,22 @@ TEST_F(GuessThrottleTest, WhatTestedNoPasswordIsTakenBack) {
     }
 }
 
+TEST(GuessThrottlePlaces, WhereANameIsKnownItWaitsForAPlaceWhenStrangersAreTurnedAway) {
+    const std::chrono::seconds patience(20);
+    GuessThrottle throttle({.atOnce = {.atOnce = 1, .waiting = 0, .waitingKnown = 1, .patience = patience}});
+    const Guess known{"ann", "home"};
+    throttle.succeeded(known);
+    ASSERT_TRUE(throttle.enter({"ben", "home"}));
+    EXPECT_FALSE(throttle.enter({"ben", "home"}));
+    EXPECT_FALSE(throttle.enter({"ann", "abroad"}));
+    std::thread waiting([&] {
+        EXPECT_TRUE(throttle.enter(known));
+        throttle.leave();
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));  // so that it waits
+    throttle.leave();
+    waiting.join();
+}
+
 }  // namespace
 }  // namespace torvex

@@ -102,6 +102,23 @@ TEST_F(SecurityFieldsTest, WhatASessionWithALoginGetsIsKeptNowhere) {
     EXPECT_EQ(get("/guarded/a.txt").field("Cache-Control"), "private, no-cache");
 }
 
+TEST_F(SecurityFieldsTest, WhereAGuardLeadsSomebodyWithALoginIsKeptNowhere) {
+    const test::PublicFolder folder;
+    running.options.rootFolder = folder.path();
+    running.guards.push_back({"/guarded/", [] { return true; },
+                              [](HostContext& host, std::string_view) {
+                                  host.response.redirect("/hello.asp");
+                                  return false;
+                              }});
+    running.page("/login.asp", [](HostContext& host) { host.session.set("tvx_username", "ann"); });
+    start();
+    const std::string cookie = "Cookie: " + get("/login.asp").sessionCookie() + "\r\n";
+    const RawReply led = get("/guarded/a.txt", cookie);
+    EXPECT_EQ(led.field("Location"), "/hello.asp");
+    EXPECT_EQ(led.field("Cache-Control"), "no-store");
+    EXPECT_EQ(get("/guarded/a.txt").field("Cache-Control"), "private, no-cache");
+}
+
 TEST_F(SecurityFieldsTest, PagesOfTheServersOwnRunNoScript) {
     start();
     for (const char* target : {"/nothing.asp", "/%zz"})
