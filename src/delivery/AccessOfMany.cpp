@@ -19,10 +19,6 @@ constexpr std::string_view selectPageGroups =
 constexpr std::string_view selectFolderGroups =
     "select fld_id, groupId from TORVEX_FOLDERS_GROUPS where fld_type = 'doc' and fld_site = ? and fld_id";
 
-std::string withList(std::string_view statement) {
-    return std::string(statement) + " in (" + db::placesOfList("?") + ")";
-}
-
 }  // namespace
 
 AccessOfMany::AccessOfMany(HostContext& host, db::Connection& connection)
@@ -42,7 +38,7 @@ void AccessOfMany::learnPages(const std::vector<PageIdentity>& pages) {
 }
 
 void AccessOfMany::learnLivePages(const std::vector<PageIdentity>& pages, std::vector<PageId>& found) {
-    static const std::string statement = withList(selectPages);
+    static const std::string statement = db::withList(selectPages);
     std::vector<db::Parameter> values;
     for (const PageIdentity& page : pages) {
         if (page.isValid() && pages_.try_emplace(page.pageId).second) values.emplace_back(page.pageId);
@@ -56,7 +52,7 @@ void AccessOfMany::learnLivePages(const std::vector<PageIdentity>& pages, std::v
 
 /// All pages above the given ones, by their nodes; those that are new stand in `groupsOf` afterwards as well.
 void AccessOfMany::learnNodes(const std::vector<PageId>& pages, std::vector<PageId>& groupsOf) {
-    static const std::string statement = withList(selectNodes);
+    static const std::string statement = db::withList(selectNodes);
     constexpr PageId noPage = -1;
     std::vector<std::string> wanted;
     for (const PageId page : pages) {
@@ -77,7 +73,7 @@ void AccessOfMany::learnNodes(const std::vector<PageId>& pages, std::vector<Page
 }
 
 void AccessOfMany::learnPageGroups(const std::vector<PageId>& pages) {
-    static const std::string statement = withList(selectPageGroups);
+    static const std::string statement = db::withList(selectPageGroups);
     std::vector<db::Parameter> values;
     for (const PageId page : pages) {
         if (pageGroups_.try_emplace(page).second) values.emplace_back(page);
@@ -139,7 +135,7 @@ void AccessOfMany::learnFolders(const std::vector<std::string>& folders) {
 }
 
 void AccessOfMany::learnFolderGroups(const std::string& site, const std::set<std::string>& ids) {
-    static const std::string statement = withList(selectFolderGroups);
+    static const std::string statement = db::withList(selectFolderGroups);
     std::vector<db::Parameter> values;
     const auto ask = [&] {
         values.resize(1 + db::listLength, values.back());

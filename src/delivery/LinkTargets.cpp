@@ -25,10 +25,6 @@ constexpr std::string_view selectNumbers = "select pageId, nodeId from TORVEX_PA
 constexpr std::string_view selectStates =
     "select nodeId, type, online, onlineFrom, onlineTo from TORVEX_PAGES_LIVE where nodeId";
 
-std::string withList(std::string_view statement) {
-    return std::string(statement) + " in (" + db::placesOfList("?") + ")";
-}
-
 }  // namespace
 
 void LinkTargets::learn(const std::vector<std::string>& identifiers) {
@@ -111,7 +107,7 @@ void LinkTargets::read(std::string_view known, const std::vector<Target*>& targe
 }
 
 void LinkTargets::learnNodes(const std::vector<std::string_view>& identifiers) {
-    static const std::string statement = withList(selectNumbers);
+    static const std::string statement = db::withList(selectNumbers);
     if (identifiers.empty()) return;
     std::vector<db::Parameter> values(identifiers.begin(), identifiers.end());
     std::vector<Target*> targets;
@@ -131,7 +127,7 @@ void LinkTargets::learnNodes(const std::vector<std::string_view>& identifiers) {
 
 /// By the node that each of them has.
 void LinkTargets::learnStates(const std::vector<Target*>& targets) {
-    static const std::string statement = withList(selectStates);
+    static const std::string statement = db::withList(selectStates);
     if (targets.empty()) return;
     std::multimap<std::string, Target*> wanted;
     std::vector<db::Parameter> values;

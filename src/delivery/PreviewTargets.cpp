@@ -21,8 +21,7 @@ constexpr std::string_view columnsDesign =
 constexpr std::string_view inOrder = " order by parent, orderId, nodeId";
 
 std::string withList(std::string_view columns, std::string_view key, std::string_view order = "") {
-    std::string statement(columns);
-    return statement.append(key).append(" in (").append(db::placesOfList("?")).append(")").append(order);
+    return db::withList(std::string(columns).append(key)).append(order);
 }
 
 /// Of one of the twin tables: pages by number, by node, and the children of nodes.

@@ -103,7 +103,7 @@ void TestedRows::learnPages() {
 }
 
 void TestedRows::learnLivePages(const std::vector<PageIdentity>& pages) {
-    static const std::string statement = std::string(selectLive) + " in (" + db::placesOfList("?") + ")";
+    static const std::string statement = db::withList(selectLive);
     std::vector<db::Parameter> values;
     for (const PageIdentity& page : pages) values.emplace_back(page.pageId);
     db::forEachRow(connection_, statement, values,

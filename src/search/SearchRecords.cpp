@@ -72,7 +72,7 @@ std::vector<ScopeLists> storedLists(db::Connection& connection) {
 }
 
 std::set<std::string> nodesThere(db::Connection& connection, const std::vector<ScopeLists>& lists) {
-    static const std::string statement = std::string(selectNodes) + " in (" + db::placesOfList("?") + ")";
+    static const std::string statement = db::withList(selectNodes);
     std::set<std::string> wanted;
     for (const ScopeLists& list : lists) {
         for (const std::string& scope : listItems(list.pages)) wanted.insert(withoutSigns(scope));
@@ -85,7 +85,7 @@ std::set<std::string> nodesThere(db::Connection& connection, const std::vector<S
 }
 
 std::set<Folder> foldersThere(db::Connection& connection, const std::vector<ScopeLists>& lists) {
-    static const std::string statement = std::string(selectFolders) + " in (" + db::placesOfList("?") + ")";
+    static const std::string statement = db::withList(selectFolders);
     std::set<std::string> wanted;
     for (const ScopeLists& list : lists) {
         for (const std::string& scope : listItems(list.documents)) wanted.insert(folderOf(scope).second);

@@ -21,6 +21,11 @@ inline std::string placesOfList(std::string_view part, std::size_t length = list
     return places;
 }
 
+/// A statement that ends in a column's name: that column must be one of a list of values.
+inline std::string withList(std::string_view statement) {
+    return std::string(statement) + " in (" + placesOfList("?") + ")";
+}
+
 /// Runs `statement` for all values, a list at a time, and hands every row to `take`. Lists are filled up with
 /// `filler`.
 template <typename Take>
