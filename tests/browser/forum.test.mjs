@@ -1,19 +1,16 @@
 import assert from "node:assert/strict";
-import { execFileSync } from "node:child_process";
-import { after, afterEach, before, beforeEach, describe, test } from "node:test";
-import { findingsOfAxe, logIn, program, sidewaysScroll, startSite } from "./support.mjs";
+import { beforeEach, describe, test } from "node:test";
+import { findingsOfAxe, logIn, servedDemo, sidewaysScroll } from "./support.mjs";
 
 const aMoment = 3200; // forms that are sent faster are taken for a program's
 
 describe("the forum of the demo", () => {
-  let site;
-  let install;
+  const site = servedDemo();
   let context;
   let page;
 
   const open = (name, query) => page.goto(`${site.address}/torvex_forum/${name}?${query}`);
-  const call = (operation, ...values) => execFileSync(program, ["call", "--install", install, `Forum.${operation}`, ...values],
-    { encoding: "utf8" });
+  const call = (operation, ...values) => site.call(`Forum.${operation}`, ...values);
   const fill = async (values) => {
     for (const [label, value] of Object.entries(values)) await page.getByLabel(label).fill(value);
   };
@@ -26,17 +23,16 @@ describe("the forum of the demo", () => {
     await send();
   };
 
-  before(async () => { site = await startSite([], (folder) => { install = folder; }); });
-  after(async () => { await site?.stop(); });
-  beforeEach(async () => {
-    // Everything of a visitor works without script.
-    context = await site.browser.newContext({ javaScriptEnabled: false });
+  const begin = async (options) => {
+    await context?.close();
+    context = await site.browser.newContext(options);
     page = await context.newPage();
-  });
-  afterEach(async () => { await context.close(); });
+  };
+  // Everything of a visitor works without script.
+  beforeEach(() => begin({ javaScriptEnabled: false }));
 
   test("is read from the list of forums down to an answer", async () => {
-    await page.goto(`${site.address}/tvx.asp?pageId=351`);
+    await site.open(page, 351);
     assert.equal(await page.locator("h1").innerText(), "Forum");
     assert.deepEqual(await page.locator(".forum-list h2 a").allInnerTexts(), ["Ask the gardeners", "Garden talk"]);
     await page.getByRole("link", { name: "Garden talk" }).click();
@@ -121,14 +117,14 @@ describe("the forum of the demo", () => {
   });
 
   test("shows the volunteers' forum to volunteers alone", async () => {
-    await page.goto(`${site.address}/tvx.asp?pageId=363`);
+    await site.open(page, 363);
     assert.equal(await page.locator("h1").innerText(), "Log in");
     for (const address of ["topics.asp", "reactions.asp", "reaction.asp"]) {
       const answer = await open(address, "pageId=351&forumId=3&topicId=1");
       assert.equal(answer.status(), 404);
       assert.doesNotMatch(await page.content(), /tool shed/);
     }
-    await page.goto(`${site.address}/tvx.asp?pageId=363`);
+    await site.open(page, 363);
     await logIn(page, "rowan", "spade");
     assert.equal(await page.locator("h1").innerText(), "Volunteers’ talk");
     await page.getByRole("link", { name: "Who has the key of the tool shed?" }).click();
@@ -148,9 +144,7 @@ describe("the forum of the demo", () => {
     const word = "unendlich".repeat(150);
     site.query(`update TORVEX_FORUM_REACTIONS set reaction_title = '${word.slice(0, 120)}', reaction_text = '${word}',
       reaction_author = '${word.slice(0, 60)}' where reaction_forumId = 4 returning reaction_id`);
-    await context.close();
-    context = await site.browser.newContext({ viewport: { width: 360, height: 740 } });
-    page = await context.newPage();
+    await begin({ viewport: { width: 360, height: 740 } });
     for (const [name, query] of [["", "pageId=357"], ["topics.asp", "pageId=357&forumId=4"],
       ["reactions.asp", "pageId=357&forumId=4&topicId=1"], ["reaction.asp", "pageId=357&forumId=4&topicId=1&reactionId=1"]]) {
       await open(name, query);
@@ -160,9 +154,7 @@ describe("the forum of the demo", () => {
 
   test("has nothing in the way of those who can't see it, light or dark, wide or narrow", async () => {
     for (const [colorScheme, width] of [["light", 1280], ["dark", 360]]) {
-      await context.close();
-      context = await site.browser.newContext({ colorScheme, viewport: { width, height: 800 } });
-      page = await context.newPage();
+      await begin({ colorScheme, viewport: { width, height: 800 } });
       for (const [name, query] of [["", "pageId=351"], ["topics.asp", "pageId=351&forumId=1&archive=1"], ["topics.asp", "pageId=351&forumId=1"],
         ["reactions.asp", "pageId=351&forumId=1&topicId=3"], ["reaction.asp", "pageId=351&forumId=2&topicId=1&reactionId=1"],
         ["reactions.asp", "pageId=351&forumId=1&topicId=4711"]]) {
@@ -173,11 +165,8 @@ describe("the forum of the demo", () => {
   });
 
   test("is written in with the keyboard alone", async () => {
-    await open("reaction.asp", "pageId=351&forumId=1&topicId=3");
     const focused = () => page.evaluate("document.activeElement.id || document.activeElement.textContent.trim()");
-    await context.close();
-    context = await site.browser.newContext();
-    page = await context.newPage();
+    await begin({});
     await open("reaction.asp", "pageId=351&forumId=1&topicId=3");
     await page.locator("#forum_title").focus();
     await page.keyboard.type("By keyboard");
@@ -206,9 +195,7 @@ describe("the forum of the demo", () => {
       filled(folderRow, rowValues("a", "foldersTree", "01", "First", "1")),
       filled(leafRow, rowValues("b", "a", "01.01", "Second", "1")),
       filled(leafRow, rowValues("c", "foldersTree", "02", "Third", "0"))].join("\n");
-    await context.close();
-    context = await site.browser.newContext({ bypassCSP: true });
-    page = await context.newPage();
+    await begin({ bypassCSP: true });
     await page.goto(`${site.address}/error.asp`);
     await page.setContent("<body><form name='forum' method='post'><input name='job'><input name='items'></form><div id='forum_tree'></div></body>");
     await page.addScriptTag({ content: whole });

@@ -1,16 +1,11 @@
 import assert from "node:assert/strict";
-import { after, before, describe, test } from "node:test";
-import { startSite } from "./support.mjs";
+import { describe, test } from "node:test";
+import { sendLogin, servedDemo, setting } from "./support.mjs";
 
 describe("a site in frames mode", () => {
-  let site;
+  const site = servedDemo([setting("torvex_frames", 1)]);
   let page;
   const inner = () => page.frameLocator("#page");
-
-  before(async () => {
-    site = await startSite(["update TORVEX_SETUP set value = '1' where parameter = 'torvex_frames' and loginId = 0"]);
-  });
-  after(async () => { await site?.stop(); });
 
   test("shows its pages within the frame set and follows links there", async () => {
     page = await site.browser.newPage({ viewport: { width: 1280, height: 900 } });
@@ -30,9 +25,7 @@ describe("a site in frames mode", () => {
 
   test("logs in within the frame set", async () => {
     await page.goto(`${site.address}/frameset.asp?pageId=41`);
-    await inner().getByLabel("Name").fill("flora");
-    await inner().getByLabel("Password").fill("orchid");
-    await inner().getByRole("button", { name: "Log in" }).click();
+    await sendLogin(inner(), "flora", "orchid");
     await inner().locator("h1", { hasText: "Friends’ corner" }).waitFor();
     assert.equal(new URL(page.url()).pathname, "/frameset.asp");
   });

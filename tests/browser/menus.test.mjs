@@ -1,6 +1,6 @@
 import assert from "node:assert/strict";
-import { after, before, describe, test } from "node:test";
-import { startSite } from "./support.mjs";
+import { describe, test } from "node:test";
+import { servedDemo, sidewaysScroll } from "./support.mjs";
 
 const wide = { width: 1280, height: 800 };
 const narrow = { width: 360, height: 740 };
@@ -13,16 +13,13 @@ const roots = [
 ];
 
 describe("the demo's menus", () => {
-  let site;
-  before(async () => { site = await startSite(); });
-  after(async () => { await site?.stop(); });
+  const site = servedDemo();
 
   // With and without scripts: both must do.
   async function eachWay(viewport, look) {
     for (const javaScriptEnabled of [true, false]) {
       const context = await site.browser.newContext({ viewport, javaScriptEnabled });
       const page = await context.newPage();
-      page.open = (pageId) => page.goto(`${site.address}/tvx.asp?pageId=${pageId}`);
       await look(page, javaScriptEnabled);
       await context.close();
     }
@@ -34,7 +31,7 @@ describe("the demo's menus", () => {
   test("show the first level in a row and the second under the pointer", async () => {
     await eachWay(wide, async (page) => {
       for (const root of roots) {
-        await page.open(root.pageId);
+        await site.open(page, root.pageId);
         const entries = main(page, root).locator(":scope > ul > li:visible");
         assert.ok(await entries.count() >= 3);
         assert.equal(await main(page, root).locator("li li:visible").count(), 0);
@@ -48,7 +45,7 @@ describe("the demo's menus", () => {
 
   test("are drawn from the tree: drafts, pages off line or outside their dates and those of the system aren't in them", async () => {
     await eachWay(wide, async (page) => {
-      await page.open(11);
+      await site.open(page, 11);
       const titles = await main(page).locator("a").allInnerTexts();
       for (const title of ["Visit", "The garden", "What’s on", "Stories", "Friends of the garden"]) {
         assert.ok((await main(page).locator("a").allTextContents()).includes(title), `${title} in ${titles}`);
@@ -61,7 +58,7 @@ describe("the demo's menus", () => {
 
   test("lead through both levels by the keyboard", async () => {
     await eachWay(wide, async (page) => {
-      await page.open(1);
+      await site.open(page, 1);
       await main(page).getByRole("link", { name: "The garden", exact: true }).focus();
       await page.keyboard.press("Tab");
       assert.equal(await focused(page).innerText(), "Palm House");
@@ -75,7 +72,7 @@ describe("the demo's menus", () => {
 
   test("shut an open panel by Escape and open it again", async () => {
     const page = await site.browser.newPage({ viewport: wide });
-    await page.goto(`${site.address}/tvx.asp?pageId=1`);
+    await site.open(page, 1);
     const garden = main(page).locator(":scope > ul > li", { has: page.getByRole("link", { name: "The garden", exact: true }) });
     await garden.locator("a").first().focus();
     await page.keyboard.press("Tab");
@@ -91,7 +88,7 @@ describe("the demo's menus", () => {
   test("fold on a narrow screen, open by the keyboard and close again", async () => {
     await eachWay(narrow, async (page) => {
       for (const root of roots) {
-        await page.open(root.pageId);
+        await site.open(page, root.pageId);
         await main(page, root).waitFor({ state: "hidden" });
         await page.getByRole("button", { name: root.button }).focus();
         await page.keyboard.press("Enter");
@@ -115,14 +112,13 @@ describe("the demo's menus", () => {
     for (const viewport of [wide, { width: 970, height: 600 }, { width: 800, height: 600 }, narrow]) {
       await eachWay(viewport, async (page) => {
         for (const pageId of [1, 4, 8, 41, 101, 104, 203, 303]) {
-          await page.open(pageId);
-          const excess = () => page.evaluate(() => document.documentElement.scrollWidth - window.innerWidth);
-          assert.ok(await excess() <= 0, `page ${pageId} at ${viewport.width}`);
+          await site.open(page, pageId);
+          assert.ok(await sidewaysScroll(page) <= 0, `page ${pageId} at ${viewport.width}`);
           const button = page.locator(".masthead > .wrap > .fold");
           if (await button.isVisible()) await button.click();
           for (const entry of await page.locator(".menu > ul > li:visible").all()) {
             await entry.hover();
-            assert.ok(await excess() <= 0, `page ${pageId} at ${viewport.width}, open`);
+            assert.ok(await sidewaysScroll(page) <= 0, `page ${pageId} at ${viewport.width}, open`);
           }
         }
       });
@@ -131,19 +127,19 @@ describe("the demo's menus", () => {
 
   test("mark the visitor's way, and list the pages of her section", async () => {
     await eachWay(wide, async (page, withScript) => {
-      await page.open(9);
+      await site.open(page, 9);
       assert.deepEqual(await main(page).locator(":scope > ul > li > a[aria-current]").allInnerTexts(), ["The garden"]);
       const here = section(page).locator("a:visible");
       assert.deepEqual((await here.allInnerTexts()).slice(0, 3), ["Palm House", "Alpine garden", "Night garden"]);
       const current = section(page).locator("a:visible[aria-current]");
       assert.deepEqual(await current.allInnerTexts(), ["Alpine garden"]);
       assert.equal(await current.getAttribute("aria-current"), withScript ? "page" : "true");
-      await page.open(5);
+      await site.open(page, 5);
       assert.deepEqual((await section(page).locator("a:visible").allInnerTexts()).slice(0, 3),
         ["Plan your visit", "Opening hours and tickets", "Getting here"]);
-      await page.open(1);
+      await site.open(page, 1);
       assert.equal(await section(page).count(), 0);
-      await page.open(208);
+      await site.open(page, 208);
       assert.equal(await section(page, roots[2]).count(), 0);
     });
   });

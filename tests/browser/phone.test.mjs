@@ -1,6 +1,6 @@
 import assert from "node:assert/strict";
-import { after, before, describe, test } from "node:test";
-import { startSite } from "./support.mjs";
+import { describe, test } from "node:test";
+import { servedDemo, setting } from "./support.mjs";
 
 // Runs in the page. What a keyboard can't come to, or to something in it, it can't scroll.
 function faultsOfWidth() {
@@ -17,12 +17,8 @@ function faultsOfWidth() {
 }
 
 describe("a visitor with a small phone", () => {
-  let site;
   // Without groups, so that each page shows itself.
-  before(async () => {
-    site = await startSite(["update TORVEX_SETUP set value = '0' where parameter = 'torvex_extranet' and loginId = 0"]);
-  });
-  after(async () => { await site?.stop(); });
+  const site = servedDemo([setting("torvex_extranet", 0)]);
 
   test("needs no sideways scrolling on any page, and reaches all that scrolls by the keyboard", async () => {
     const page = await site.browser.newPage({ viewport: { width: 360, height: 740 } });
@@ -30,7 +26,7 @@ describe("a visitor with a small phone", () => {
     assert.ok(pages.length > 50, `only ${pages.length} pages`);
     const faults = [];
     for (const { pageId } of pages) {
-      const answer = await page.goto(`${site.address}/tvx.asp?pageId=${pageId}`);
+      const answer = await site.open(page, pageId);
       if (!answer.headers()["content-type"].includes("html")) continue;
       faults.push(...(await page.evaluate(faultsOfWidth)).map((fault) => `page ${pageId}: ${fault}`));
     }

@@ -1,8 +1,7 @@
 // The trees of pages, images and documents, each in a window whose opener plays the editor that they insert into.
 import assert from "node:assert/strict";
-import { execFileSync } from "node:child_process";
-import { after, afterEach, before, beforeEach, describe, test } from "node:test";
-import { program, startSite } from "./support.mjs";
+import { afterEach, beforeEach, describe, test } from "node:test";
+import { servedDemo } from "./support.mjs";
 
 const editor = `<!DOCTYPE html><script>
   var site = 'bg', lang = 'en', calls = [];
@@ -29,16 +28,15 @@ const rows = [
 ];
 
 describe("the trees to pick from", () => {
-  let site;
-  let install;
+  const site = servedDemo(rows);
   let context;
   let page;
   let popup;
   let tree;
   let faults;
 
-  const answer = (tvMode, mode = "L") => execFileSync(program, ["call", "--install", install, "--login", "sa",
-    "cManager.treeView", "site=bg", "lang=en", `mode=${mode}`, `tvMode=${tvMode}`], { encoding: "utf8", maxBuffer: 1e8 });
+  const answer = (tvMode, mode = "L") => site.call("--login", "sa", "cManager.treeView", "site=bg", "lang=en",
+    `mode=${mode}`, `tvMode=${tvMode}`);
 
   async function show(tvMode, mode) {
     const body = answer(tvMode, mode);
@@ -60,8 +58,6 @@ describe("the trees to pick from", () => {
   const calls = () => page.evaluate(() => calls);
   const previewed = () => popup.locator("#preview").getAttribute("src");
 
-  before(async () => { site = await startSite(rows, (folder) => { install = folder; }); });
-  after(async () => { await site?.stop(); });
   beforeEach(async () => {
     faults = [];
     context = await site.browser.newContext();

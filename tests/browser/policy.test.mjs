@@ -1,9 +1,6 @@
 import assert from "node:assert/strict";
-import { after, before, describe, test } from "node:test";
-import { startSite } from "./support.mjs";
-
-const setting = (name, value) =>
-  `update TORVEX_SETUP set value = '${value}' where parameter = '${name}' and loginId = 0`;
+import { before, describe, test } from "node:test";
+import { servedDemo, setting } from "./support.mjs";
 
 // What the policies of a context's pages forbade or would have forbidden.
 async function watched(site) {
@@ -23,7 +20,7 @@ const modes = [["report-only", 0], ["on", 0], ["report-only", 1], ["on", 1]];
 
 for (const [mode, frames] of modes) {
   describe(`pages under a policy that is ${mode}${frames ? ", in frames mode" : ""}`, () => {
-    let site;
+    const site = servedDemo([setting("tvx_contentPolicy", mode), setting("torvex_frames", frames)]);
     let context;
     let violations;
     let page;
@@ -31,11 +28,9 @@ for (const [mode, frames] of modes) {
     const open = (pageId) => page.goto(`${site.address}/${frames ? "frameset" : "tvx"}.asp?pageId=${pageId}`);
 
     before(async () => {
-      site = await startSite([setting("tvx_contentPolicy", mode), setting("torvex_frames", frames)]);
       ({ context, violations } = await watched(site));
       page = await context.newPage();
     });
-    after(async () => { await site?.stop(); });
 
     test("say so", async () => {
       const { headers } = await fetch(`${site.address}/tvx.asp?pageId=1`);
@@ -72,7 +67,7 @@ for (const [mode, frames] of modes) {
     });
 
     test(mode === "on" ? "run no script that was put into them" : "run whatever is in them, and tell of it", async () => {
-      await page.goto(`${site.address}/tvx.asp?pageId=4`);
+      await site.open(page, 4);
       await page.evaluate(() => {
         const script = document.createElement("script");
         script.textContent = "window.wasRun = true";
@@ -86,16 +81,11 @@ for (const [mode, frames] of modes) {
 }
 
 describe("a site's own policy", () => {
-  let site;
+  const site = servedDemo([
+    "insert into TORVEX_SETUP (parameter, value, dataType, loginId) values ('tvx_contentPolicy_ri', 'on', 'C', 0)",
+    setting("tvx_contentPolicy", "off"),
+  ]);
   const policy = async (pageId, name) => (await fetch(`${site.address}/tvx.asp?pageId=${pageId}`)).headers.get(name);
-
-  before(async () => {
-    site = await startSite([
-      "insert into TORVEX_SETUP (parameter, value, dataType, loginId) values ('tvx_contentPolicy_ri', 'on', 'C', 0)",
-      setting("tvx_contentPolicy", "off"),
-    ]);
-  });
-  after(async () => { await site?.stop(); });
 
   test("goes before the one of all", async () => {
     assert.match(await policy(201, "content-security-policy"), /script-src 'self'/);

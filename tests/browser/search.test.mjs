@@ -1,12 +1,12 @@
 import assert from "node:assert/strict";
-import { after, before, beforeEach, afterEach, describe, test } from "node:test";
-import { findingsOfAxe, logIn, startSite } from "./support.mjs";
+import { before, beforeEach, describe, test } from "node:test";
+import { findingsOfAxe, logIn, servedDemo, sidewaysScroll } from "./support.mjs";
 
 const english = 381;
 const german = 382;
 
 describe("the search of the demo", () => {
-  let site;
+  const site = servedDemo();
   let context;
   let page;
   const search = (words, pageId = english) =>
@@ -15,9 +15,8 @@ describe("the search of the demo", () => {
   const titles = () => page.locator(".search-results h2").allInnerTexts();
   const status = async () => (await page.getByRole("status").innerText()).replace(/\s+/g, " ").trim();
 
+  // The catalogue is made in the background.
   before(async () => {
-    site = await startSite();
-    // The catalogue is made in the background.
     for (let i = 0; i < 200; ++i) {
       const html = await (await fetch(`${site.address}/torvex_search/search.asp?pageId=${english}&search_string=snowdrops`)).text();
       if (html.includes("search-results")) return;
@@ -25,13 +24,12 @@ describe("the search of the demo", () => {
     }
     throw new Error("nothing is found");
   });
-  after(async () => { await site?.stop(); });
   const begin = async (options = {}) => {
+    await context?.close();
     context = await site.browser.newContext({ viewport: { width: 1280, height: 900 }, ...options });
     page = await context.newPage();
   };
   beforeEach(() => begin());
-  afterEach(async () => { await context.close(); });
 
   test("finds pages and marks the words", async () => {
     await search("snowdrop");
@@ -96,7 +94,7 @@ describe("the search of the demo", () => {
     await search("volunteers board");
     const anonymous = await titles();
     assert.ok(!anonymous.includes("Volunteers’ board"), anonymous.join());
-    await page.goto(`${site.address}/tvx.asp?pageId=44`);
+    await site.open(page, 44);
     await logIn(page, "rowan", "spade");
     await search("volunteers board");
     assert.ok((await titles()).includes("Volunteers’ board"));
@@ -135,7 +133,6 @@ describe("the search of the demo", () => {
   });
 
   test("works without a script", async () => {
-    await context.close();
     await begin({ javaScriptEnabled: false });
     await search("");
     await page.locator("#search-words").fill("garden");
@@ -148,16 +145,14 @@ describe("the search of the demo", () => {
   });
 
   test("fits a phone", async () => {
-    await context.close();
     await begin({ viewport: { width: 360, height: 740 } });
     await search("garden");
-    assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), 360);
+    assert.equal(await sidewaysScroll(page), 0);
   });
 
   for (const width of [1440, 360]) {
     for (const colorScheme of ["light", "dark"]) {
       test(`can be used by all at ${width} pixels, ${colorScheme}`, async () => {
-        await context.close();
         await begin({ viewport: { width, height: 900 }, colorScheme, bypassCSP: true });
         for (const words of ["garden", "snowdrobs", ""]) {
           await search(words);

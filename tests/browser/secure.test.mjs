@@ -2,8 +2,8 @@ import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
 import { readFileSync, writeFileSync } from "node:fs";
 import { join } from "node:path";
-import { after, before, describe, test } from "node:test";
-import { freePort, logIn, startSite } from "./support.mjs";
+import { before, describe, test } from "node:test";
+import { freePort, logIn, sendLogin, servedDemo, setting } from "./support.mjs";
 
 // With a certificate; `server` are further lines of [server].
 const withCertificate = (port, server = "") => (install) => {
@@ -19,23 +19,18 @@ const withCertificate = (port, server = "") => (install) => {
 
 for (const frames of [0, 1]) {
   describe(`a site on https${frames ? " in frames mode" : ""}`, () => {
-    let site;
+    const port = freePort();
+    const secure = `https://127.0.0.1:${port}`;
+    const site = servedDemo([setting("torvex_frames", frames)], withCertificate(port));
     let page;
-    let secure;
     const content = () => (frames ? page.frameLocator("#page") : page);
 
     before(async () => {
-      const port = freePort();
-      site = await startSite(
-        [`update TORVEX_SETUP set value = '${frames}' where parameter = 'torvex_frames' and loginId = 0`],
-        withCertificate(port));
-      secure = `https://127.0.0.1:${port}`;
       page = await (await site.browser.newContext({ ignoreHTTPSErrors: true })).newPage();
     });
-    after(async () => { await site?.stop(); });
 
     test("is reached from http", async () => {
-      await page.goto(`${site.address}/tvx.asp?pageId=4`);
+      await site.open(page, 4);
       assert.ok(page.url().startsWith(secure), page.url());
       await content().locator("h1").waitFor();
     });
@@ -48,9 +43,7 @@ for (const frames of [0, 1]) {
 
     test("logs in there, with a cookie of this host alone", async () => {
       await page.goto(`${secure}/${frames ? "frameset" : "tvx"}.asp?pageId=41`);
-      await content().getByLabel("Name").fill("flora");
-      await content().getByLabel("Password").fill("orchid");
-      await content().getByRole("button", { name: "Log in" }).click();
+      await sendLogin(content(), "flora", "orchid");
       await content().locator("h1", { hasText: "Friends’ corner" }).waitFor();
       assert.ok(page.url().startsWith(secure), page.url());
       const cookies = await page.context().cookies();
@@ -61,28 +54,22 @@ for (const frames of [0, 1]) {
 }
 
 describe("an extranet behind https, of a site on http", () => {
-  let site;
+  const port = freePort();
+  const secure = `https://127.0.0.1:${port}`;
+  const site = servedDemo([setting("tvx_extranet_ssl", 1)], withCertificate(port, "https_only = false"));
   let page;
-  let secure;
 
   before(async () => {
-    const port = freePort();
-    site = await startSite(
-      ["update TORVEX_SETUP set value = '1' where parameter = 'tvx_extranet_ssl' and loginId = 0"],
-      withCertificate(port, "https_only = false"));
-    secure = `https://127.0.0.1:${port}`;
-    const context = await site.browser.newContext({ ignoreHTTPSErrors: true });
-    page = await context.newPage();
+    page = await (await site.browser.newContext({ ignoreHTTPSErrors: true })).newPage();
   });
-  after(async () => { await site?.stop(); });
 
   test("serves open pages over http", async () => {
-    await page.goto(`${site.address}/tvx.asp?pageId=4`);
+    await site.open(page, 4);
     assert.ok(page.url().startsWith(site.address));
   });
 
   test("logs in over https and shows a secured page there", async () => {
-    await page.goto(`${site.address}/tvx.asp?pageId=41`);
+    await site.open(page, 41);
     assert.equal(await page.locator("form.login").getAttribute("action"), `${secure}/tvxLogin.asp`);
     await logIn(page, "flora", "orchid");
     assert.equal(await page.locator("h1").innerText(), "Friends’ corner");

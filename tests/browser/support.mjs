@@ -4,11 +4,12 @@ import { mkdtempSync, readFileSync, rmSync } from "node:fs";
 import { createRequire } from "node:module";
 import { tmpdir } from "node:os";
 import { dirname, join } from "node:path";
+import { after, before } from "node:test";
 import { fileURLToPath } from "node:url";
 import { chromium } from "playwright-core";
 
 const root = join(dirname(fileURLToPath(import.meta.url)), "../..");
-export const program = process.env.TORVEX_PROGRAM ?? join(root, "build/release/torvex");
+const program = process.env.TORVEX_PROGRAM ?? join(root, "build/release/torvex");
 
 const axe = readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
 
@@ -25,8 +26,20 @@ const passwords = { flora: "orchid", rowan: "spade", linde: "orchidee", hazel: "
 const setPasswords = `update TORVEX_USERS set password = case username ${Object.entries(passwords)
   .map(([name, password]) => `when '${name}' then '${password}'`).join(" ")} end`;
 
-// `statements` change the demo's database, `prepare` its folder, before it is served.
-export async function startSite(statements = [], prepare = () => {}) {
+// A statement that changes a setting of the whole installation.
+export const setting = (name, value) =>
+  `update TORVEX_SETUP set value = '${value}' where parameter = '${name}' and loginId = 0`;
+
+// The demo, served for the tests of the suite around the call. `statements` change its database, `prepare` its folder,
+// before it is served.
+export function servedDemo(statements = [], prepare = () => {}) {
+  const site = {};
+  before(async () => { Object.assign(site, await startSite(statements, prepare)); });
+  after(async () => { await site.stop?.(); });
+  return site;
+}
+
+async function startSite(statements, prepare) {
   const folder = mkdtempSync(join(tmpdir(), "torvex-browser-"));
   const install = join(folder, "site");
   execFileSync(program, ["init", install, "--demo"]);
@@ -40,6 +53,8 @@ export async function startSite(statements = [], prepare = () => {}) {
   return {
     address,
     browser,
+    open: (page, pageId) => page.goto(`${address}/tvx.asp?pageId=${pageId}`),
+    call: (...request) => execFileSync(program, ["call", "--install", install, ...request], { encoding: "utf8", maxBuffer: 1e8 }),
     query: (statement) => execFileSync(program, ["sql", "--json", "--install", install, statement], { encoding: "utf8" })
       .trim().split("\n").map((row) => JSON.parse(row)),
     async stop() {
@@ -64,10 +79,15 @@ async function untilServed(address) {
   throw new Error(`nothing answers at ${address}`);
 }
 
+// `place` is a page, or the frame of one.
+export async function sendLogin(place, name, password) {
+  await place.getByLabel("Name").fill(name);
+  await place.getByLabel("Password").fill(password);
+  await place.getByRole("button", { name: "Log in" }).click();
+}
+
 export async function logIn(page, name, password) {
-  await page.getByLabel("Name").fill(name);
-  await page.getByLabel("Password").fill(password);
-  await Promise.all([page.waitForNavigation(), page.getByRole("button", { name: "Log in" }).click()]);
+  await Promise.all([page.waitForNavigation(), sendLogin(page, name, password)]);
 }
 
 // What is wrong with the page as it shows, for who can't see it, or hear, or use a mouse: a line for each finding.
@@ -81,3 +101,10 @@ export async function findingsOfAxe(page) {
 
 // How many pixels the page is wider than its window.
 export const sidewaysScroll = (page) => page.evaluate(() => document.documentElement.scrollWidth - window.innerWidth);
+
+// What both have to say of a page, each line with the page's name ahead.
+export async function faultsOf(page, name) {
+  const tooWide = await sidewaysScroll(page);
+  const faults = [...(tooWide > 0 ? [`${tooWide} pixels too wide`] : []), ...await findingsOfAxe(page)];
+  return faults.map((fault) => `${name}: ${fault}`);
+}

@@ -1,15 +1,13 @@
 import assert from "node:assert/strict";
-import { after, before, beforeEach, afterEach, describe, test } from "node:test";
-import { logIn, startSite } from "./support.mjs";
+import { beforeEach, afterEach, describe, test } from "node:test";
+import { logIn, servedDemo } from "./support.mjs";
 
 describe("a visitor of the demo", () => {
-  let site;
+  const site = servedDemo();
   let context;
   let page;
-  const open = (pageId) => page.goto(`${site.address}/tvx.asp?pageId=${pageId}`);
+  const open = (pageId) => site.open(page, pageId);
 
-  before(async () => { site = await startSite(); });
-  after(async () => { await site?.stop(); });
   beforeEach(async () => {
     context = await site.browser.newContext({ viewport: { width: 1280, height: 900 } });
     page = await context.newPage();
