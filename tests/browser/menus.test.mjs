@@ -1,6 +1,6 @@
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
-import { servedDemo, sidewaysScroll } from "./support.mjs";
+import { findingsOfAxe, servedDemo, sidewaysScroll } from "./support.mjs";
 
 const wide = { width: 1280, height: 800 };
 const narrow = { width: 360, height: 740 };
@@ -123,6 +123,27 @@ describe("the demo's menus", () => {
         }
       });
     }
+  });
+
+  test("have no findings of axe while they are open, light or dark", async () => {
+    const faults = [];
+    for (const viewport of [wide, narrow]) {
+      for (const colorScheme of ["light", "dark"]) {
+        const page = await site.browser.newPage({ viewport, colorScheme });
+        for (const pageId of [9, 104, 203, 303]) {
+          await site.open(page, pageId);
+          const button = page.locator(".masthead > .wrap > .fold");
+          if (await button.isVisible()) await button.click();
+          const entry = page.locator(".menu > ul > li:visible").first();
+          await entry.hover();
+          await entry.locator("li:visible").first().waitFor();
+          const findings = await findingsOfAxe(page, ".masthead, .section");
+          faults.push(...findings.map((finding) => `page ${pageId}, ${viewport.width} wide, ${colorScheme}: ${finding}`));
+        }
+        await page.close();
+      }
+    }
+    assert.deepEqual(faults, []);
   });
 
   test("mark the visitor's way, and list the pages of her section", async () => {

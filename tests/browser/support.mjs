@@ -90,12 +90,13 @@ export async function logIn(page, name, password) {
   await Promise.all([page.waitForNavigation(), sendLogin(page, name, password)]);
 }
 
-// What is wrong with the page as it shows, for who can't see it, or hear, or use a mouse: a line for each finding.
-export async function findingsOfAxe(page) {
+// What is wrong with the page as it shows, or with parts of it, for who can't see it, or hear, or use a mouse: a line for
+// each finding.
+export async function findingsOfAxe(page, parts = "html") {
   await page.evaluate(axe);
-  const { violations } = await page.evaluate(() => window.axe.run({
+  const { violations } = await page.evaluate((selector) => window.axe.run(selector, {
     runOnly: ["wcag2a", "wcag2aa", "wcag21a", "wcag21aa", "wcag22aa", "best-practice"],
-  }));
+  }), parts);
   return violations.flatMap(({ id, nodes }) => nodes.map(({ html, failureSummary }) => `${id}: ${html.slice(0, 120)} (${failureSummary})`));
 }
 
