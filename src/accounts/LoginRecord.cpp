@@ -4,6 +4,7 @@
 #include "accounts/StoredPassword.h"
 #include "platform/DateTime.h"
 #include "platform/db/Connection.h"
+#include "platform/db/TrimmedText.h"
 #include "platform/text/Text.h"
 #include "records/RegisterLock.h"
 
@@ -86,10 +87,6 @@ std::string_view missingIn(const LoginChange& change) {
     if (change.username.empty()) return loginCode::noUsername;
     if (change.password.empty()) return loginCode::noPassword;
     return change.name.empty() ? loginCode::noName : std::string_view();
-}
-
-std::string trimmed(const db::Rows& rows, std::string_view column) {
-    return std::string(text::trim(rows.text(column)));
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
+#include "platform/db/TrimmedText.h"
 #include "platform/text/Text.h"
 #include "records/DateWindow.h"
 #include "records/PageIdentity.h"
@@ -42,10 +43,6 @@ constexpr std::string_view selectFirstChild =
     "left outer join TORVEX_APPLICATIONS d on a.application = d.app_id "
     "left outer join TORVEX_BASETEMPLATES e on a.baseTemplate = e.btpl_id "
     "where a.parent = ? order by a.orderId, a.nodeId";
-
-std::string trimmed(const db::Rows& rows, std::string_view column) {
-    return std::string(text::trim(rows.text(column)));
-}
 
 bool isOnline(const db::Rows& rows, std::string_view today) {
     return isOnlineOn(today, rows.number("online"), rows.text("onlineFrom"), rows.text("onlineTo"));

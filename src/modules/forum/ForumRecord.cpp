@@ -4,6 +4,7 @@
 #include <set>
 
 #include "platform/db/Connection.h"
+#include "platform/db/TrimmedText.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 
@@ -32,10 +33,6 @@ constexpr std::string_view parameterName = "forumId";
 Asked askedFrom(double value) {
     if (value >= 2) return Asked::MustBeGiven;
     return value >= 1 ? Asked::MayBeGiven : Asked::No;
-}
-
-std::string trimmed(const db::Rows& rows, std::string_view column) {
-    return std::string(text::trim(rows.text(column)));
 }
 
 ForumRecord recordFrom(const db::Rows& rows) {

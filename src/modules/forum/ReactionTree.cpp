@@ -9,7 +9,7 @@
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
-#include "platform/db/Connection.h"
+#include "platform/db/TrimmedText.h"
 #include "platform/text/Text.h"
 
 namespace torvex {
@@ -123,10 +123,8 @@ std::vector<Reaction> reactionsOf(db::Connection& connection, const TreeRequest&
     std::vector<Reaction> reactions;
     db::Rows rows = connection.query(selectReactions, {asked.forumId, asked.topicId});
     while (rows.next()) {
-        reactions.push_back({rows.text("reaction_id"),
-                             std::string(text::trim(rows.text("reaction_reference"))),
-                             std::string(text::trim(rows.text("reaction_title"))),
-                             std::string(text::trim(rows.text("reaction_date")))});
+        reactions.push_back({rows.text("reaction_id"), trimmed(rows, "reaction_reference"),
+                             trimmed(rows, "reaction_title"), trimmed(rows, "reaction_date")});
     }
     return reactions;
 }
@@ -154,8 +152,7 @@ std::string drawReactionTree(HostContext& host, db::Connection& connection, cons
     {
         db::Rows rows = connection.query(selectTopic, {asked.forumId, asked.topicId});
         if (!rows.next()) return {};
-        topic = writer.topicRow(text::trim(rows.text("topic_title")),
-                                text::trim(rows.text("topic_dateCreation")));
+        topic = writer.topicRow(trimmed(rows, "topic_title"), trimmed(rows, "topic_dateCreation"));
     }
     const auto reactions = reactionsOf(connection, asked);
     if (reactions.empty()) return {};

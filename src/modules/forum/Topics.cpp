@@ -5,6 +5,7 @@
 
 #include "modules/forum/ForumDates.h"
 #include "platform/db/Connection.h"
+#include "platform/db/TrimmedText.h"
 #include "platform/text/Text.h"
 
 namespace torvex {
@@ -67,10 +68,6 @@ Days daysOf(const ForumRecord& forum, TopicAge age, const DateTime& now) {
     const std::string oldest = dayBefore(now, forum.archiveAfter);
     if (age == TopicAge::Current) return {oldest, std::string(endOfDays)};
     return {std::string(firstDay), oldest};
-}
-
-std::string trimmed(const db::Rows& rows, std::string_view column) {
-    return std::string(text::trim(rows.text(column)));
 }
 
 double countOf(db::Rows rows) {

@@ -1,16 +1,13 @@
 #include "modules/shared/ItemRows.h"
 
 #include "platform/HostContext.h"
+#include "platform/db/TrimmedText.h"
 #include "platform/text/Text.h"
 #include "templates/Markers.h"
 
 namespace torvex {
 
 namespace {
-
-std::string trimmed(const db::Rows& rows, std::string_view column) {
-    return std::string(text::trim(rows.text(column)));
-}
 
 Item itemOf(const db::Rows& rows) {
     return {rows.text("msgB_itemTitle"),
