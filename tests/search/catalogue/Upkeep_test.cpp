@@ -242,6 +242,16 @@ TEST_P(UpkeepTest, AFileWithoutReadableTextIsFoundByItsNameAndToldOnce) {
     workOff(upkeep);
     EXPECT_EQ(log.lines().size(), 1);
 }
+TEST_P(UpkeepTest, AHugeFileIsFoundByItsNameAloneAndTold) {
+    write(document("huge.txt"), "word");
+    fs::resize_file(root() + "/" + document("huge.txt"), (std::uintmax_t{64} << 20) + 1);
+    catalogue::Upkeep upkeep(parts());
+    upkeep.plan(upkeep.compare());
+    workOff(upkeep);
+    EXPECT_THAT(found("word"), IsEmpty());
+    EXPECT_THAT(found("@filename huge"), ElementsAre("huge.txt"));
+    EXPECT_THAT(log.lines(), ElementsAre(HasSubstr("huge.txt is not in the catalogue: it is too large")));
+}
 TEST_P(UpkeepTest, LinksAreNotFollowed) {
     write("torvex.toml", "secret");
     fs::create_symlink(root() + "/torvex.toml", root() + "/" + document("link.txt"));
