@@ -7,6 +7,7 @@
 #include <netdb.h>
 #include <poll.h>
 #include <sys/socket.h>
+#include <system_error>
 #include <thread>
 
 #include "search/catalogue/Socket.h"
@@ -76,10 +77,15 @@ void CatalogueServer::run() {
         Descriptor socket(::accept4(listener_.number(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
         if (!socket) continue;
         begin();
-        std::thread([this, taken = std::make_shared<Descriptor>(std::move(socket))] {
-            answer(std::move(*taken));
+        try {
+            std::thread([this, taken = std::make_shared<Descriptor>(std::move(socket))] {
+                answer(std::move(*taken));
+                end();
+            }).detach();
+        } catch (const std::system_error&) {
+            // Without a thread for it, the other side has to ask again.
             end();
-        }).detach();
+        }
     }
 }
 
