@@ -44,6 +44,7 @@ class Language {
         const std::string consonants = "bcdfghklmnprstvw";
         const std::string vowels = "aeiou";
         const char* const endings[] = {"", "s", "ed", "ing", "er", "ly"};
+        std::map<std::string, int> known;
         while (words_.size() < words) {
             std::string stem;
             const std::size_t syllables = 1 + random() % 3;
@@ -53,13 +54,13 @@ class Language {
             }
             stem += consonants[random() % consonants.size()];
             for (const char* ending : endings) {
-                if (random() % 3 == 0) known_.emplace(stem + ending, 0);
+                if (random() % 3 == 0) known.emplace(stem + ending, 0);
             }
-            for (auto& [word, isTaken] : known_) {
+            for (auto& [word, isTaken] : known) {
                 if (isTaken == 0) words_.push_back(word);
                 isTaken = 1;
             }
-            if (known_.size() > 4096) known_.clear();
+            if (known.size() > 4096) known.clear();
         }
         std::shuffle(words_.begin(), words_.end(), random);
         double sum = 0;
@@ -79,7 +80,6 @@ class Language {
     }
 
   private:
-    std::map<std::string, int> known_;
     std::vector<std::string> words_;
     std::vector<double> sums_;
 };
