@@ -1,46 +1,13 @@
 #include "support/FeedServer.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <poll.h>
-#include <stdexcept>
 #include <sys/socket.h>
-#include <unistd.h>
+#include <thread>
 
 namespace torvex::test {
 
-namespace {
-
-constexpr int tick = 10;  // milliseconds between two looks at whether to end
-
-bool isReady(int socket, short event) {
-    pollfd wait{socket, event, 0};
-    return poll(&wait, 1, tick) > 0;
-}
-
-int listeningSocket() {
-    const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    const auto* place = static_cast<const sockaddr*>(static_cast<const void*>(&address));
-    if (socket < 0 || bind(socket, place, sizeof address) != 0 || ::listen(socket, 64) != 0) {
-        throw std::runtime_error("the feed server can't listen");
-    }
-    return socket;
-}
-
-int portOf(int socket) {
-    sockaddr_in address{};
-    socklen_t size = sizeof address;
-    getsockname(socket, static_cast<sockaddr*>(static_cast<void*>(&address)), &size);
-    return ntohs(address.sin_port);
-}
-
-}  // namespace
-
 bool FeedServer::Peer::send(std::string_view bytes) {
-    while (!bytes.empty() && !server_.ending_) {
+    while (!bytes.empty() && !server_.listener_.isEnding()) {
         if (!isReady(socket_, POLLOUT)) continue;
         const ssize_t sent = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
         if (sent < 0) return false;
@@ -55,20 +22,9 @@ void FeedServer::Peer::sendForEver(std::string_view piece, std::chrono::millisec
 
 void FeedServer::Peer::waitForClose() {
     char byte = 0;
-    while (!server_.ending_) {
+    while (!server_.listener_.isEnding()) {
         if (isReady(socket_, POLLIN) && recv(socket_, &byte, 1, MSG_DONTWAIT) == 0) return;
     }
-}
-
-FeedServer::FeedServer() : listening_(listeningSocket()), port_(portOf(listening_)) {
-    listener_ = std::thread([this] { listen(); });
-}
-
-FeedServer::~FeedServer() {
-    ending_ = true;
-    listener_.join();
-    for (std::thread& peer : peers_) peer.join();
-    close(listening_);
 }
 
 void FeedServer::at(const std::string& path, Script script) {
@@ -82,7 +38,7 @@ void FeedServer::answer(const std::string& path, const std::string& status, cons
 }
 
 std::string FeedServer::url(const std::string& target) const {
-    return "http://127.0.0.1:" + std::to_string(port_) + target;
+    return "http://127.0.0.1:" + std::to_string(listener_.port()) + target;
 }
 
 std::vector<std::string> FeedServer::targets() const {
@@ -95,20 +51,10 @@ std::string FeedServer::lastRequest() const {
     return lastRequest_;
 }
 
-void FeedServer::listen() {
-    while (!ending_) {
-        if (!isReady(listening_, POLLIN)) continue;
-        const int socket = accept(listening_, nullptr, nullptr);
-        if (socket < 0) continue;
-        const std::lock_guard lock(mutex_);
-        peers_.emplace_back([this, socket] { serve(socket); });
-    }
-}
-
 void FeedServer::serve(int socket) {
     std::string request;
     char piece[4096];
-    while (!ending_ && request.find("\r\n\r\n") == std::string::npos) {
+    while (!listener_.isEnding() && request.find("\r\n\r\n") == std::string::npos) {
         if (!isReady(socket, POLLIN)) continue;
         const ssize_t size = recv(socket, piece, sizeof piece, 0);
         if (size <= 0) break;
@@ -118,7 +64,6 @@ void FeedServer::serve(int socket) {
         Peer peer(socket, *this);
         scriptFor(request)(peer);
     }
-    close(socket);
 }
 
 FeedServer::Script FeedServer::scriptFor(const std::string& request) {

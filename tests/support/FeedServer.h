@@ -1,14 +1,14 @@
 #pragma once
 
-#include <atomic>
 #include <chrono>
 #include <functional>
 #include <map>
 #include <mutex>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
+
+#include "support/LocalListener.h"
 
 namespace torvex::test {
 
@@ -35,11 +35,6 @@ class FeedServer {
 
     using Script = std::function<void(Peer&)>;
 
-    FeedServer();
-    FeedServer(const FeedServer&) = delete;
-    FeedServer& operator=(const FeedServer&) = delete;
-    ~FeedServer();
-
     /// What happens at a path, whatever query follows it; 404 "Not Found" anywhere else.
     void at(const std::string& path, Script script);
     /// A whole answer: the status line behind "HTTP/1.1 ", header lines each ended by CR LF, and the body.
@@ -53,19 +48,14 @@ class FeedServer {
     std::string lastRequest() const;
 
   private:
-    void listen();
     void serve(int socket);
     Script scriptFor(const std::string& request);
 
-    int listening_ = -1;
-    int port_ = 0;
-    std::atomic<bool> ending_ = false;
     mutable std::mutex mutex_;  ///< guards what follows
     std::map<std::string, Script> scripts_;
     std::vector<std::string> targets_;
     std::string lastRequest_;
-    std::vector<std::thread> peers_;
-    std::thread listener_;  ///< last: it starts when all else is there
+    LocalListener listener_{[this](int socket) { serve(socket); }};  ///< last: it uses all else
 };
 
 /// A complete answer as it goes over the wire.

@@ -1,25 +1,10 @@
 #include "support/SmtpServer.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <optional>
 #include <poll.h>
-#include <stdexcept>
 #include <sys/socket.h>
-#include <unistd.h>
 
 namespace torvex::test {
-
-namespace {
-
-constexpr int tick = 10;  // milliseconds between two looks at whether to end
-
-bool isReady(int socket, short event) {
-    pollfd wait{socket, event, 0};
-    return poll(&wait, 1, tick) > 0;
-}
-
-}  // namespace
 
 /// One connection, line by line.
 class SmtpServer::Peer {
@@ -47,7 +32,7 @@ class SmtpServer::Peer {
   private:
     bool fill() {
         char piece[4096];
-        while (!server_.ending_) {
+        while (!server_.listener_.isEnding()) {
             if (!isReady(socket_, POLLIN)) continue;
             const ssize_t size = recv(socket_, piece, sizeof piece, 0);
             if (size <= 0) return false;
@@ -65,27 +50,6 @@ class SmtpServer::Peer {
     SmtpServer& server_;
     std::string read_;
 };
-
-SmtpServer::SmtpServer() {
-    listening_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    auto* place = static_cast<sockaddr*>(static_cast<void*>(&address));
-    socklen_t size = sizeof address;
-    if (listening_ < 0 || bind(listening_, place, size) != 0 || ::listen(listening_, 16) != 0)
-        throw std::runtime_error("the mail server can't listen");
-    getsockname(listening_, place, &size);
-    port_ = ntohs(address.sin_port);
-    listener_ = std::thread([this] { listen(); });
-}
-
-SmtpServer::~SmtpServer() {
-    ending_ = true;
-    listener_.join();
-    for (std::thread& peer : peers_) peer.join();
-    close(listening_);
-}
 
 void SmtpServer::answer(const std::string& command, const std::string& reply) {
     const std::lock_guard lock(mutex_);
@@ -106,19 +70,6 @@ std::string SmtpServer::replyTo(const std::string& command, const std::string& u
     const std::lock_guard lock(mutex_);
     const auto found = replies_.find(command);
     return found == replies_.end() ? usual : found->second;
-}
-
-void SmtpServer::listen() {
-    while (!ending_) {
-        if (!isReady(listening_, POLLIN)) continue;
-        const int socket = accept(listening_, nullptr, nullptr);
-        if (socket < 0) continue;
-        const std::lock_guard lock(mutex_);
-        peers_.emplace_back([this, socket] {
-            serve(socket);
-            close(socket);
-        });
-    }
 }
 
 void SmtpServer::serve(int socket) {

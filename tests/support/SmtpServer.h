@@ -1,11 +1,11 @@
 #pragma once
 
-#include <atomic>
 #include <map>
 #include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
+
+#include "support/LocalListener.h"
 
 namespace torvex::test {
 
@@ -20,12 +20,7 @@ class SmtpServer {
         std::string login;  ///< what was given for "AUTH PLAIN", decoded by nobody
     };
 
-    SmtpServer();
-    SmtpServer(const SmtpServer&) = delete;
-    SmtpServer& operator=(const SmtpServer&) = delete;
-    ~SmtpServer();
-
-    int port() const { return port_; }
+    int port() const { return listener_.port(); }
     /// What a command ("MAIL", "RCPT", "DATA", "AUTH", "." for the mail itself, or "" for the greeting) is
     /// answered by, in place of yes; "" keeps silent for ever.
     void answer(const std::string& command, const std::string& reply);
@@ -36,19 +31,14 @@ class SmtpServer {
   private:
     class Peer;
 
-    void listen();
     void serve(int socket);
     std::string replyTo(const std::string& command, const std::string& usual) const;
 
-    int listening_ = -1;
-    int port_ = 0;
-    std::atomic<bool> ending_ = false;
     mutable std::mutex mutex_;  ///< guards what follows
     std::map<std::string, std::string> replies_;
     std::vector<Taken> mails_;
     std::vector<std::string> commands_;
-    std::vector<std::thread> peers_;
-    std::thread listener_;  ///< last: it starts when all else is there
+    LocalListener listener_{[this](int socket) { serve(socket); }};  ///< last: it uses all else
 };
 
 }  // namespace torvex::test
