@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <gmock/gmock.h>
 
+#include "support/NewPage.h"
 #include "support/RaceTest.h"
 
 namespace torvex::test {
@@ -13,19 +14,6 @@ using ::testing::IsEmpty;
 class BranchRaceTest : public RaceTest {
   protected:
     std::string node(PageId pageId) { return design(pageId, "nodeId"); }
-    /// The record of a folder that can be saved as a new page.
-    static void fillFolder(cManager& record) {
-        record.setPgTitle("New");
-        record.setPgType("F");
-        record.setPgOrderId(1);
-        record.setPgTemplateId(0);
-        record.setPgBaseTemplateId(0);
-        record.setPgStylesheetId(0);
-        record.setPgNavigation("A");
-        record.setPgBreadcrumb("1");
-        record.setPgDynMenu("0");
-        record.setPgLoginPage(-1);
-    }
     /// Pages whose parent isn't there, in either tree.
     std::vector<std::string> orphans() {
         std::vector<std::string> nodes;
@@ -108,7 +96,7 @@ TEST_P(BranchRaceTest, APageThatIsMadeInABranchOnItsWayIsNotLeftBehind) {
     for (int i = 0; i < 15; ++i) {
         // The page that is made gets the number behind the last.
         page("aa.en.01").id(2000 + 10 * i).title("Branch " + std::to_string(i)).insert();
-        fillFolder(*two->manager);
+        fillNewPage(*two->manager, "New", "F", 1);
         const auto results = together([&] { return one->manager->movePage("aa.en.01", "aa.en.02"); },
                                       [&] { return two->manager->saveNewPageSetup("aa", "en", "aa.en.01"); });
         EXPECT_THAT(results[0], ::testing::StartsWith("aa.en.02."));

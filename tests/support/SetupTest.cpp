@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/text/Text.h"
+#include "support/NewPage.h"
 
 namespace torvex::test {
 
@@ -47,16 +48,7 @@ void SetupTest::SetUp() {
 
 cManager& SetupTest::filled() {
     cManager& record = nextRequest();
-    record.setPgTitle("Fresh");
-    record.setPgType("P");
-    record.setPgOrderId(2);
-    record.setPgTemplateId(0);
-    record.setPgBaseTemplateId(0);
-    record.setPgStylesheetId(0);
-    record.setPgNavigation("A");
-    record.setPgBreadcrumb("1");
-    record.setPgDynMenu("0");
-    record.setPgLoginPage(-1);
+    fillNewPage(record, "Fresh", "P", 2);
     return record;
 }
 
