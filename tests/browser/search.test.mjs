@@ -41,6 +41,17 @@ describe("the search of the demo", () => {
     assert.match(await page.title(), /snowdrops/i);
   });
 
+  test("is asked by the form of any page, in the page's site and language", async () => {
+    for (const [pageId, searchPage] of [[7, english], [1, english], [101, german], [201, 383], [301, 384]]) {
+      await site.open(page, pageId);
+      const field = page.locator(".masthead input[type=search]");
+      await field.fill("Lindhaven");
+      await Promise.all([page.waitForURL(/\/torvex_search\/search\.asp/), field.press("Enter")]);
+      assert.equal(new URL(page.url()).searchParams.get("pageId"), String(searchPage));
+      assert.equal(await page.locator("#search-words").inputValue(), "Lindhaven");
+    }
+  });
+
   test("opens documents as they are", async () => {
     await search("map");
     const link = page.locator(".search-results li:has(.search-type) a").first();
