@@ -6,6 +6,8 @@
 #include "modules/messageBoard/msgBoard.h"
 #include "modules/newsflash/newsflash.h"
 #include "support/RecordsTest.h"
+#include "support/TemplateText.h"
+#include "templates/Markers.h"
 
 namespace torvex::test {
 
@@ -73,14 +75,9 @@ class BoardTest : public RecordsTest {
 
     void allowHtml() { host.application.set("torvex_msgBoard_html_allowed", true); }
 
-    static std::string block(const std::string& name, const std::string& inner) {
-        return "<!--!" + name + "_start!-->" + inner + "<!--!" + name + "_end!-->";
-    }
-    static std::string tag(const std::string& name) { return "<!--!" + name + "!-->"; }
     /// Without the markers that are left, which are comments to a browser, and the ends of lines.
     static std::string seen(std::string html) {
-        for (std::size_t at = html.find("<!--!"); at != std::string::npos; at = html.find("<!--!"))
-            html.erase(at, html.find("!-->", at) + 4 - at);
+        html = markers::withoutMarkers(html);
         std::erase(html, '\r');
         return html;
     }

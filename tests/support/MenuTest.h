@@ -7,13 +7,9 @@
 #include "modules/dynamicMenu/dynMenu.h"
 #include "platform/Session.h"
 #include "support/SiteTest.h"
+#include "support/TemplateText.h"
 
 namespace torvex::test {
-
-/// A block of a template with what is in it.
-inline std::string block(const std::string& name, const std::string& inner) {
-    return "<!--!" + name + "_start!-->" + inner + "<!--!" + name + "_end!-->";
-}
 
 /// How deep a menu goes, and what else its row says.
 struct MenuRow {

@@ -4,6 +4,7 @@
 #include "modules/SiteModules.h"
 #include "platform/text/Text.h"
 #include "support/MenuTest.h"
+#include "templates/Markers.h"
 
 namespace torvex::test {
 namespace {
@@ -42,9 +43,7 @@ class MenuAssemblyTest : public MenuTest {
   private:
     /// Without markers and line breaks.
     static std::string plain(std::string text) {
-        for (std::size_t at = 0; (at = text.find("<!--!")) != std::string::npos;) {
-            text.erase(at, text.find("!-->", at) + 4 - at);
-        }
+        text = markers::withoutMarkers(text);
         std::erase(text, '\r');
         std::erase(text, '\n');
         return text;

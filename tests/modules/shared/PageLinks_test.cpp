@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/TemplateText.h"
 #include "support/TestHost.h"
 
 namespace torvex::test {
@@ -14,10 +15,6 @@ constexpr PageLinkNames names{.spacer = "pSpacer",
                               .link = "pLink",
                               .next = "pNext",
                               .number = "pageId"};
-
-std::string block(const std::string& name, const std::string& inner) {
-    return "<!--!" + name + "_start!-->" + inner + "<!--!" + name + "_end!-->";
-}
 
 const std::string pieces = block("pPrevious", "<<!--!pageId!-->") + block("pNext", "><!--!pageId!-->") +
                            block("pDots", "..<!--!pageId!-->") + block("pActive", "[<!--!pageId!-->]") +
