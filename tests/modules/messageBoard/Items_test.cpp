@@ -254,6 +254,15 @@ TEST_P(BoardItemsTest, APictureThatIsNotRegisteredIsEmptyInItsLayout) {
         "left[]000");
 }
 
+TEST_P(BoardItemsTest, AFailureOfThePicturesNamesItsStep) {
+    category(1, "01", "News");
+    item(1, 1, "01", "a", {{"msgB_itemImage", "p.jpg"}});
+    drop("TORVEX_IMAGES");
+    EXPECT_THAT(errorOf([&] { load(every("")); }),
+                testing::StartsWith(chain({"load (Message Board) !", "fillItems (Message Board) !",
+                                           "getImageDim (Message Board) !"})));
+}
+
 // Texts
 
 TEST_P(BoardItemsTest, TitleAndTextAreTextOfTheirAuthor) {

@@ -100,8 +100,7 @@ TEST_P(NewsflashTest, APublishingThatFailsChangesNothingAndSaysSo) {
             break;
         } catch (const Error& error) {
             failing().reset(0);
-            EXPECT_THAT(error.what(),
-                        testing::StartsWith("Error in function Publish (Newsflash module) !\r\n"));
+            EXPECT_THAT(error.what(), testing::StartsWith(chain({"Publish (Newsflash module) !"})));
             ASSERT_TRUE(everything() == before) << step;
         }
     }
@@ -114,9 +113,7 @@ TEST_P(NewsflashTest, FailuresHaveTheLineOfTheirOperation) {
     drop("TORVEX_NEWSFLASH_DESIGN");
     drop("TORVEX_NEWSFLASH_CATEGORIES_DESIGN");
     newsflash made = flash();
-    const auto begins = [](const std::string& line) {
-        return testing::StartsWith("Error in function " + line + " !\r\n");
-    };
+    const auto begins = [](const std::string& line) { return testing::StartsWith(chain({line + " !"})); };
     EXPECT_THAT(errorOf([&] { made.load("aa", "en", 3, "D"); }), begins("Load (newsflash)"));
     EXPECT_THAT(errorOf([&] { made.getNewsflashList("aa", "en", 0, "D"); }), begins("getNewsflashList"));
     EXPECT_THAT(errorOf([&] { made.isNewsflash("aa", "en", 0, 1, "x"); }), begins("isNewsflash"));
