@@ -2,16 +2,15 @@
 
 #include <algorithm>
 #include <array>
-#include <curl/curl.h>
 #include <exception>
 #include <fmt/format.h>
 #include <memory>
-#include <mutex>
 #include <new>
 #include <string_view>
 #include <sys/socket.h>
 
 #include "platform/Errors.h"
+#include "platform/net/CurlHandles.h"
 #include "platform/text/ContentType.h"
 #include "platform/text/Text.h"
 
@@ -21,23 +20,10 @@ namespace {
 
 using SteadyClock = std::chrono::steady_clock;
 
-struct CloseEasy {
-    void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
-};
 struct CloseMulti {
     void operator()(CURLM* handle) const { curl_multi_cleanup(handle); }
 };
-struct FreeList {
-    void operator()(curl_slist* list) const { curl_slist_free_all(list); }
-};
-using Easy = std::unique_ptr<CURL, CloseEasy>;
-using List = std::unique_ptr<curl_slist, FreeList>;
 using Multi = std::unique_ptr<CURLM, CloseMulti>;
-
-void initialiseLibrary() {
-    static std::once_flag once;
-    std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
-}
 
 std::string sizeText(std::size_t bytes) {
     constexpr std::size_t megabyte = 1u << 20;
@@ -103,9 +89,9 @@ class Transfer {
     Freshness freshness() const;
 
     const HttpLimits& limits_;
-    List header_;
+    curl::List header_;
     Multi multi_;
-    Easy easy_;
+    curl::Easy easy_;
     std::string bytes_;
     std::string statusText_;
     std::string refusal_;  ///< why a callback stopped the fetch
@@ -317,7 +303,7 @@ curl_socket_t Transfer::onSocket(void* self, curlsocktype, curl_sockaddr* addres
 
 CurlHttpClient::CurlHttpClient(HttpLimits limits, std::string proxy)
     : limits_(limits), proxy_(std::move(proxy)) {
-    initialiseLibrary();
+    curl::initialise();
 }
 
 HttpClient::Answer CurlHttpClient::get(const std::string& url, Deadline deadline) {

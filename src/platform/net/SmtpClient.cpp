@@ -4,14 +4,12 @@
 #include <array>
 #include <cstring>
 #include <ctime>
-#include <curl/curl.h>
 #include <fmt/format.h>
-#include <memory>
-#include <mutex>
 #include <new>
 #include <sodium.h>
 
 #include "platform/Errors.h"
+#include "platform/net/CurlHandles.h"
 #include "platform/net/MailAddress.h"
 #include "platform/net/MailMessage.h"
 #include "platform/text/Hexadecimal.h"
@@ -20,18 +18,8 @@ namespace torvex {
 
 namespace {
 
-struct CloseEasy {
-    void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
-};
-struct FreeList {
-    void operator()(curl_slist* list) const { curl_slist_free_all(list); }
-};
-using Easy = std::unique_ptr<CURL, CloseEasy>;
-using List = std::unique_ptr<curl_slist, FreeList>;
-
 void initialiseLibraries() {
-    static std::once_flag once;
-    std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
+    curl::initialise();
     if (sodium_init() < 0) throw Error("the system gives no random numbers");
 }
 
@@ -115,8 +103,8 @@ void SmtpClient::send(const Mail& mail) {
     demandAddress(mail.to);
     const std::string message = mailMessage(mail, uniqueId(mail.from), mailDate(std::time(nullptr)));
     Upload upload{message};
-    const Easy easy(curl_easy_init());
-    const List recipients(curl_slist_append(nullptr, ("<" + mail.to + ">").c_str()));
+    const curl::Easy easy(curl_easy_init());
+    const curl::List recipients(curl_slist_append(nullptr, ("<" + mail.to + ">").c_str()));
     if (!easy || !recipients) throw std::bad_alloc();
     CURL* handle = easy.get();
     std::array<char, CURL_ERROR_SIZE> details{};
