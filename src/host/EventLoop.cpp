@@ -12,9 +12,9 @@
 #include "host/files/PublicFile.h"
 #include "host/http/AnswerWriter.h"
 #include "host/http/ErrorPages.h"
-#include "host/http/HttpDate.h"
 #include "host/http/SecurityFields.h"
 #include "platform/Errors.h"
+#include "platform/net/HttpDate.h"
 
 namespace torvex {
 

@@ -9,7 +9,7 @@
 #include "host/files/MediaTypes.h"
 #include "host/http/Ascii.h"
 #include "host/http/ErrorPages.h"
-#include "host/http/HttpDate.h"
+#include "platform/net/HttpDate.h"
 
 namespace torvex {
 

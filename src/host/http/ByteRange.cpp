@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "host/http/Ascii.h"
-#include "host/http/HttpDate.h"
+#include "platform/net/HttpDate.h"
 
 namespace torvex {
 

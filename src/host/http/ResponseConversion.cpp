@@ -6,7 +6,7 @@
 #include <fmt/format.h>
 
 #include "host/http/Ascii.h"
-#include "host/http/HttpDate.h"
+#include "platform/net/HttpDate.h"
 #include "platform/text/Charset.h"
 
 namespace torvex {

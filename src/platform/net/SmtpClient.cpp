@@ -10,6 +10,7 @@
 
 #include "platform/Errors.h"
 #include "platform/net/CurlHandles.h"
+#include "platform/net/HttpDate.h"
 #include "platform/net/MailAddress.h"
 #include "platform/net/MailMessage.h"
 #include "platform/text/Hexadecimal.h"
@@ -49,15 +50,9 @@ int onProgress(void* cancelled, curl_off_t, curl_off_t, curl_off_t, curl_off_t) 
 
 /// "Sun, 22 Nov 2026 05:30:00 +0000".
 std::string mailDate(std::time_t now) {
-    static constexpr std::array<const char*, 7> days{"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
-    static constexpr std::array<const char*, 12> months{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                        "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    std::tm part{};
-    gmtime_r(&now, &part);
-    return fmt::format("{}, {} {} {} {:02}:{:02}:{:02} +0000",
-                       days.at(static_cast<std::size_t>(part.tm_wday)), part.tm_mday,
-                       months.at(static_cast<std::size_t>(part.tm_mon)), part.tm_year + 1900, part.tm_hour,
-                       part.tm_min, part.tm_sec);
+    constexpr std::size_t zone = 3;  // "GMT", which mails write in digits
+    const std::string date = httpDate(now);
+    return date.substr(0, date.size() - zone) + "+0000";
 }
 
 std::string uniqueId(std::string_view sender) {

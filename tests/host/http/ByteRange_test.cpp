@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include "host/http/HttpDate.h"
+#include "platform/net/HttpDate.h"
 
 namespace torvex {
 

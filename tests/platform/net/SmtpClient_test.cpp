@@ -8,7 +8,7 @@
 namespace torvex::test {
 namespace {
 
-using ::testing::Contains;
+using ::testing::ContainsRegex;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
@@ -47,6 +47,9 @@ TEST_F(SmtpClientTest, HandsAMailOver) {
     EXPECT_THAT(mails[0].data,
                 StartsWith("From: a@b.example\r\nTo: c@d.example\r\nSubject: =?UTF-8?B?R3LDvG4=?="));
     EXPECT_THAT(mails[0].data, HasSubstr("\r\n\r\nT25lDQouDQp0d28=\r\n"));
+    EXPECT_THAT(mails[0].data,
+                ContainsRegex("\r\nDate: [A-Z][a-z]+, [0-9]+ [A-Z][a-z]+ [0-9]+ [0-9:]+ [+]0000\r\n"));
+    EXPECT_THAT(mails[0].data, ContainsRegex("\r\nMessage-ID: <[0-9a-f]+@b.example>\r\n"));
 }
 
 TEST_F(SmtpClientTest, LogsInWhenItHasAUser) {

@@ -1,4 +1,4 @@
-#include "host/http/HttpDate.h"
+#include "platform/net/HttpDate.h"
 
 #include <array>
 #include <fmt/format.h>
