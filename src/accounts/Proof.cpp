@@ -38,7 +38,7 @@ std::optional<Stored> readStored(db::Connection& connection, const std::string& 
 
 PasswordStore passwordStoreOf(const HostContext& host) {
     const std::string setting = host.application.text(applicationKey::passwordStore);
-    return text::equals(text::trim(setting), "strong") ? PasswordStore::Strong : PasswordStore::Given;
+    return text::equals(text::trim(setting), strongStore) ? PasswordStore::Strong : PasswordStore::Given;
 }
 
 std::optional<Proof> proofOf(db::Connection& connection, PasswordStore store, const std::string& username,

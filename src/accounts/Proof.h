@@ -23,6 +23,9 @@ struct Proof {
 /// (the setting `torvex_password_store` is "strong"). A row that has a hash is verified by it in both.
 enum class PasswordStore { Given, Strong };
 
+/// What the setting is for `PasswordStore::Strong`.
+inline constexpr std::string_view strongStore = "strong";
+
 /// The installation's.
 PasswordStore passwordStoreOf(const HostContext& host);
 

@@ -20,6 +20,7 @@
 #include "installation/Undo.h"
 #include "platform/DateTime.h"
 #include "platform/HostContext.h"
+#include "platform/Keys.h"
 #include "platform/text/Text.h"
 #include "search/Search.h"
 
@@ -37,8 +38,7 @@ constexpr std::array<const char*, 8> folders = {
     "baseTemplates",  "contentTemplates",  "torvex/templates/gen",  "wwwroot/stylesheets",
     "wwwroot/images", "wwwroot/documents", "wwwroot/torvex/images", "search/html"};
 
-constexpr std::string_view setStrongStore =
-    "update TORVEX_SETUP set value = 'strong' where parameter = 'torvex_password_store' and loginId = 0";
+constexpr std::string_view setStore = "update TORVEX_SETUP set value = ? where parameter = ? and loginId = 0";
 
 constexpr std::string_view selectWebsites =
     "select site, lang, title from TORVEX_SITES_LANGUAGES order by site, lang";
@@ -118,10 +118,11 @@ class Maker {
     FirstPeople insertFirstRows(const std::string& password) {
         const auto connection = installation_.openDatabase(database_);
         db::Transaction transaction(*connection);
-        insertFixedRows(*connection, "");
+        insertFixedRows(*connection);
         const PasswordStore store = passwordStoreOf(options_);
         givePassword(*connection, store, "sa", password);
-        if (store == PasswordStore::Strong) connection->execute(setStrongStore);
+        if (store == PasswordStore::Strong)
+            connection->execute(setStore, {strongStore, applicationKey::passwordStore});
         if (options_.content == FirstContent::Demo) {
             insertRows(*connection, "demo/rows/", wordsForDemo(clock_));
         }

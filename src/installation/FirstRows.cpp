@@ -17,7 +17,7 @@ namespace {
 constexpr std::string_view insertAdministrator =
     "insert into TORVEX_LOGINS (loginId, username, password, name, job, email, emailNotification, validFrom, "
     "validTo, sessionId, currentSite, siteLock, ipAddress, date, time, lock) "
-    "values (1, 'sa', ?, 'System administrator', '', '', 0, '', '', '', '', '', '', '', '', '')";
+    "values (1, 'sa', '', 'System administrator', '', '', 0, '', '', '', '', '', '', '', '', '')";
 
 std::string sqlText(std::string_view text) {
     return text::replaceAll(text, "'", "''");
@@ -71,9 +71,9 @@ Words wordsForDemo(const Clock& clock) {
     return {{"days", std::move(lines)}};
 }
 
-void insertFixedRows(db::Connection& connection, std::string_view storedPassword) {
+void insertFixedRows(db::Connection& connection) {
     insertRows(connection, "rows/");
-    connection.execute(insertAdministrator, {storedPassword});
+    connection.execute(insertAdministrator);
 }
 
 void insertRows(db::Connection& connection, std::string_view prefix, const Words& words) {

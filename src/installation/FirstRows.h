@@ -29,9 +29,9 @@ Words wordsForRows(const NewWebsite& site, const Clock& clock);
 /// distance from today, "yyyymmdd" and the day of the week from Monday, 1, on.
 Words wordsForDemo(const Clock& clock);
 
-/// Rows that every installation has, and the login "sa" with its password in the stored form. To be run in a
+/// Rows that every installation has, and the login "sa", which has no password yet. To be run in a
 /// transaction.
-void insertFixedRows(db::Connection& connection, std::string_view storedPassword);
+void insertFixedRows(db::Connection& connection);
 /// The rows of the program's files below `prefix`, in the order of their names.
 void insertRows(db::Connection& connection, std::string_view prefix, const Words& words = {});
 
