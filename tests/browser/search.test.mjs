@@ -114,7 +114,7 @@ describe("the search of the demo", () => {
   test("speaks German", async () => {
     await search("Palme", german);
     assert.match(await status(), /^Treffer 1 bis \d+ für „Palme“/);
-    assert.ok((await titles()).includes("Palmenhaus") || (await titles()).some((title) => /Palme/.test(title)));
+    assert.ok((await titles()).some((title) => /Palme/.test(title)));
   });
 
   test("completes titles by the keyboard", async () => {
