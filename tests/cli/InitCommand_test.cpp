@@ -5,6 +5,7 @@
 #include <map>
 #include <regex>
 #include <set>
+#include <vector>
 
 #include "accounts/StoredPassword.h"
 #include "cli/ProgramFixture.h"
@@ -255,6 +256,27 @@ TEST_F(InitFolder, HasEveryFolderAndTheSpacers) {
     for (const auto* images : {"images", "torvex_dynMenu/images"}) {
         const std::string spacer = content(std::string("site/wwwroot/torvex/") + images + "/spacer.gif");
         EXPECT_EQ(spacer.substr(0, 10), std::string("GIF89a\x01\0\x01\0", 10)) << images;
+    }
+}
+
+TEST_F(InitFolder, TreesOfTheForumHaveTheirPictures) {
+    output({"init", site(), "--empty", "--admin-password", "word"});
+    const auto expectPictures = [&](const std::string& place, const std::vector<std::string>& names) {
+        for (const auto& name : names) {
+            const std::string file = "site/wwwroot/" + place + "torvex_forum/images/" + name + ".gif";
+            EXPECT_THAT(content(file), testing::StartsWith("GIF8")) << file;
+        }
+    };
+    const std::vector<std::string> visitors = {"new", "tree_blank", "tree_vertline", "tree_node",
+                                               "tree_lastnode"};
+    expectPictures("", visitors);
+    expectPictures("torvex/", visitors);
+    expectPictures("torvex/", {"on", "off", "del0", "del1"});
+    for (const auto* sign : {"tree_m", "tree_p"}) {
+        for (const auto* place : {"node", "lastnode"}) {
+            const std::string name = std::string(sign) + place;
+            expectPictures("torvex/", {name, name + "_red"});
+        }
     }
 }
 
