@@ -99,15 +99,19 @@ void SmtpServer::serve(int socket) {
         }
         if (!peer.say(reply) || verb == "QUIT") return;
         if (verb != "DATA" || !reply.starts_with("354")) continue;
-        for (auto line = peer.line(); line && *line != "."; line = peer.line()) mail.data += *line + "\r\n";
-        const std::string taken = replyTo(".", "250 taken");
-        if (taken.starts_with("250")) {
-            const std::lock_guard lock(mutex_);
-            mails_.push_back(mail);
-        }
-        if (!peer.say(taken)) return;
+        if (!take(peer, std::move(mail))) return;
         mail = {};
     }
+}
+
+bool SmtpServer::take(Peer& peer, Taken mail) {
+    for (auto line = peer.line(); line && *line != "."; line = peer.line()) mail.data += *line + "\r\n";
+    const std::string answer = replyTo(".", "250 taken");
+    if (answer.starts_with("250")) {
+        const std::lock_guard lock(mutex_);
+        mails_.push_back(std::move(mail));
+    }
+    return peer.say(answer);
 }
 
 }  // namespace torvex::test

@@ -32,6 +32,8 @@ class SmtpServer {
     class Peer;
 
     void serve(int socket);
+    /// The mail itself; false when the other side has gone.
+    bool take(Peer& peer, Taken mail);
     std::string replyTo(const std::string& command, const std::string& usual) const;
 
     mutable std::mutex mutex_;  ///< guards what follows

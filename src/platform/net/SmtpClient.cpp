@@ -76,7 +76,14 @@ MailError failureOf(CURL* handle, CURLcode code, const char* details) {
     return {reason, isRefusal && answer >= firstLasting};
 }
 
-void logIn(CURL* handle, const MailServer& server) {
+void goTo(CURL* handle, const MailServer& server) {
+    set(handle, CURLOPT_URL, addressOf(server).c_str());
+    set(handle, CURLOPT_PROTOCOLS_STR, "smtp,smtps");
+    set(handle, CURLOPT_PROXY, "");
+    set(handle, CURLOPT_NOSIGNAL, 1L);
+    set(handle, CURLOPT_QUICK_EXIT, 1L);
+    set(handle, CURLOPT_TIMEOUT_MS, static_cast<long>(server.time.count()));
+    if (server.tls == MailTls::StartTls) set(handle, CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_ALL));
     if (server.user.empty()) return;
     set(handle, CURLOPT_USERNAME, server.user.c_str());
     set(handle, CURLOPT_PASSWORD, server.password.c_str());
@@ -104,14 +111,7 @@ void SmtpClient::send(const Mail& mail) {
     CURL* handle = easy.get();
     std::array<char, CURL_ERROR_SIZE> details{};
     set(handle, CURLOPT_ERRORBUFFER, details.data());
-    set(handle, CURLOPT_URL, addressOf(server_).c_str());
-    set(handle, CURLOPT_PROTOCOLS_STR, "smtp,smtps");
-    set(handle, CURLOPT_PROXY, "");
-    set(handle, CURLOPT_NOSIGNAL, 1L);
-    set(handle, CURLOPT_QUICK_EXIT, 1L);
-    set(handle, CURLOPT_TIMEOUT_MS, static_cast<long>(server_.time.count()));
-    if (server_.tls == MailTls::StartTls) set(handle, CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_ALL));
-    logIn(handle, server_);
+    goTo(handle, server_);
     set(handle, CURLOPT_MAIL_FROM, ("<" + mail.from + ">").c_str());
     set(handle, CURLOPT_MAIL_RCPT, recipients.get());
     set(handle, CURLOPT_UPLOAD, 1L);
