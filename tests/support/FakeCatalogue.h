@@ -17,7 +17,6 @@ struct FakeCatalogue {
     std::vector<catalogue::Row> rows;
     /// Answers a query in place of `rows`, where it is set; may throw.
     std::function<std::vector<catalogue::Row>(const catalogue::Query&)> answer;
-    std::string correction;
     bool isGone = false;         ///< it can't be opened
     bool givesNothing = false;   ///< no results come back, not even none
     bool rowsAreBroken = false;  ///< its rows can't be read any more
@@ -25,7 +24,6 @@ struct FakeCatalogue {
     std::string openedRoot;
     std::vector<catalogue::Query> queries;
     int rowsRead = 0;  ///< with all that is shown of them
-    int pathsRead = 0;
 
     OpenCatalogue opener() {
         return [this](HostContext&, std::string_view name, std::string_view root) {
@@ -48,10 +46,7 @@ struct FakeCatalogue {
             ++fake_.rowsRead;
             return rows_.at(index);
         }
-        std::string path(std::size_t index) const override {
-            ++fake_.pathsRead;
-            return rows_.at(index).path;
-        }
+        std::string path(std::size_t index) const override { return rows_.at(index).path; }
 
       private:
         FakeCatalogue& fake_;
@@ -67,7 +62,7 @@ struct FakeCatalogue {
             if (fake_.givesNothing) return nullptr;
             return std::make_shared<FoundRows>(fake_, fake_.answer ? fake_.answer(query) : fake_.rows);
         }
-        std::string corrected(std::string_view, std::string_view) override { return fake_.correction; }
+        std::string corrected(std::string_view, std::string_view) override { return {}; }
 
       private:
         FakeCatalogue& fake_;

@@ -61,6 +61,11 @@ class SearchPageTest : public ExtranetTest {
         return found;
     }
 
+    /// Finds as many documents, named by their number from 1.
+    void documents(int count) {
+        for (int i = 1; i <= count; ++i) fake.rows.push_back(documentRow("aa/" + std::to_string(i) + ".pdf"));
+    }
+
     /// Asks with a form; `mode` isn't empty for an author's preview.
     std::string search(NamedValues form, const std::string& html = resultsTemplate,
                        const std::string& mode = "") {
@@ -84,12 +89,18 @@ class SearchPageTest : public ExtranetTest {
         return filled;
     }
     const catalogue::Query& asked() const { return fake.queries.back(); }
-    /// The query that the form leads to, or the error.
-    std::string queryOf(NamedValues form) {
-        fake.queries.clear();
-        search(std::move(form));
-        return fake.queries.empty() ? error : asked().text;
+    /// The results of one row in this layout.
+    std::string shownAs(const std::string& result, catalogue::Row row) {
+        fake.rows = {std::move(row)};
+        return searchFor("tax", resultsOnly(result));
     }
+    /// A template with one result block and nothing around it.
+    static std::string resultsOnly(const std::string& result) {
+        return "<!--!torvex_application_start!--><!--!search_result_start!-->" + result +
+               "<!--!search_result_end!--><!--!torvex_application_end!-->";
+    }
+    /// What the session keeps of the search under this key.
+    std::string keptValue(const std::string& key) { return host.session.text("torvex_search_" + key); }
 
     /// Statements that were sent over the connection that the search was given.
     InterruptedConnection& counted() { return *counted_; }
