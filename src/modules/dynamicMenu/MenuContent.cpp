@@ -108,11 +108,10 @@ std::string filledMenu(HostContext& host, db::Connection& connection, const Menu
                        std::string_view currentNode, const MenuView& view, std::string content) try {
     HTMLTemplate page(host);
     page.setStrVal(std::move(content));
+    if (!page.blockExists("dynMenu")) return page.takeStrVal();
     const std::string_view reference =
         menu.marksOneItem() ? referenceNode(connection, menu, currentNode, view.twin) : std::string_view();
     MenuLayouts layouts(host, page);
-    const bool hasMenu = page.blockExists("dynMenu");
-    if (!hasMenu) return page.takeStrVal();
     std::vector<MenuItem> items;
     if (!layouts.isEmpty()) items = itemsOf(host, connection, menu, currentNode, view);
     if (items.empty()) {
