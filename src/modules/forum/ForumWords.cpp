@@ -1,73 +1,33 @@
 #include "modules/forum/ForumWords.h"
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
 #include "records/Vocabulary.h"
 
 namespace torvex::forumWords {
 
 namespace {
 
-constexpr double titleMissingLabel = 4200;
-constexpr double titleTooLongLabel = 4201;
-constexpr double textMissingLabel = 4202;
-constexpr double textTooLongLabel = 4203;
-constexpr double authorMissingLabel = 4204;
-constexpr double authorTooLongLabel = 4205;
-constexpr double emailMissingLabel = 4206;
-constexpr double emailMalformedLabel = 4207;
-constexpr double trapFilledLabel = 4208;
-constexpr double formForeignLabel = 4209;
-constexpr double formTooOldLabel = 4210;
-constexpr double formTooYoungLabel = 4211;
-constexpr double tooManyLabel = 4212;
-constexpr double forumGoneLabel = 4213;
-constexpr double topicGoneLabel = 4214;
-constexpr double reactionGoneLabel = 4215;
-constexpr double noPlaceLeftLabel = 4216;
-constexpr double failedLabel = 4217;
+constexpr std::pair<PostFault, double> faultLabels[] = {
+    {PostFault::TitleMissing, 4200}, {PostFault::TitleTooLong, 4201},   {PostFault::TextMissing, 4202},
+    {PostFault::TextTooLong, 4203},  {PostFault::AuthorMissing, 4204},  {PostFault::AuthorTooLong, 4205},
+    {PostFault::EmailMissing, 4206}, {PostFault::EmailMalformed, 4207}, {PostFault::TrapFilled, 4208},
+    {PostFault::FormForeign, 4209},  {PostFault::FormTooOld, 4210},     {PostFault::FormTooYoung, 4211},
+    {PostFault::TooMany, 4212},      {PostFault::ForumGone, 4213},      {PostFault::TopicGone, 4214},
+    {PostFault::ReactionGone, 4215}, {PostFault::NoPlaceLeft, 4216},    {PostFault::Failed, 4217},
+};
+static_assert(std::size(faultLabels) == static_cast<std::size_t>(PostFault::NoPlaceLeft) + 1);
+
 constexpr double newPostLabel = 4218;
 constexpr double waitsLabel = 4219;
 constexpr double isShownLabel = 4220;
 
 double labelOf(PostFault fault) {
-    switch (fault) {
-        case PostFault::TitleMissing:
-            return titleMissingLabel;
-        case PostFault::TitleTooLong:
-            return titleTooLongLabel;
-        case PostFault::TextMissing:
-            return textMissingLabel;
-        case PostFault::TextTooLong:
-            return textTooLongLabel;
-        case PostFault::AuthorMissing:
-            return authorMissingLabel;
-        case PostFault::AuthorTooLong:
-            return authorTooLongLabel;
-        case PostFault::EmailMissing:
-            return emailMissingLabel;
-        case PostFault::EmailMalformed:
-            return emailMalformedLabel;
-        case PostFault::TrapFilled:
-            return trapFilledLabel;
-        case PostFault::FormForeign:
-            return formForeignLabel;
-        case PostFault::FormTooOld:
-            return formTooOldLabel;
-        case PostFault::FormTooYoung:
-            return formTooYoungLabel;
-        case PostFault::TooMany:
-            return tooManyLabel;
-        case PostFault::ForumGone:
-            return forumGoneLabel;
-        case PostFault::TopicGone:
-            return topicGoneLabel;
-        case PostFault::ReactionGone:
-            return reactionGoneLabel;
-        case PostFault::Failed:
-            return failedLabel;
-        case PostFault::NoPlaceLeft:
-            return noPlaceLeftLabel;
-    }
-    return failedLabel;
+    return std::find_if(std::begin(faultLabels), std::end(faultLabels),
+                        [fault](const auto& one) { return one.first == fault; })
+        ->second;
 }
 
 }  // namespace
