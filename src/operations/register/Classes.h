@@ -14,6 +14,7 @@ ClassEntry styleSheetOperations();
 ClassEntry applicationOperations();
 ClassEntry setupOperations();
 ClassEntry searchOperations();
+ClassEntry deskOperations();
 ClassEntry imageOperations();
 ClassEntry dynamicMenuOperations();
 ClassEntry forumOperations();

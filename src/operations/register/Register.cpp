@@ -72,7 +72,7 @@ Register makeRegister() {
     return Register({serverOperations(), managerOperations(), htmlTemplateOperations(), templateOperations(),
                      baseTemplateOperations(), styleSheetOperations(), applicationOperations(),
                      setupOperations(), searchOperations(), imageOperations(), msgBoardOperations(),
-                     newsflashOperations(), dynamicMenuOperations(), forumOperations()});
+                     newsflashOperations(), dynamicMenuOperations(), forumOperations(), deskOperations()});
 }
 
 }  // namespace torvex::operations

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <vector>
+
+#include "desk/desk.h"
+#include "operations/register/Binding.h"
+
+/// The rows of `desk`, one function for each subject.
+namespace torvex::operations {
+
+std::vector<Row<desk>> deskWorkRows();
+
+}  // namespace torvex::operations
