@@ -32,6 +32,7 @@ fi
 
 . scripts/common.sh
 install_packages build
+build_interface
 [ -x build/release/torvex ] || say "building the program; the first time takes a few minutes"
 # The tests need more packages, and longer.
 [ -f build/release/build.ninja ] || configure release -DTORVEX_TESTS=OFF
@@ -42,4 +43,5 @@ if [ ! -e "$install/torvex.toml" ]; then
     build/release/torvex init "$install" --demo
 fi
 say "serving $install at http://127.0.0.1:$port/ (Ctrl-C ends it)"
+say "authors work at http://127.0.0.1:$port/torvex/"
 exec build/release/torvex serve --install "$install" --listen "127.0.0.1:$port"

@@ -150,6 +150,7 @@ groups=(build test)
 install_packages "${groups[@]}"
 
 step "rules of the house" python3 scripts/check.py
+step "interface of authors" build_interface
 step "release build" build_preset release all
 step "checks of the release" check_programs
 step "tests of the scripts" check_scripts

@@ -1,7 +1,8 @@
-# Puts every file below a folder into the program, so that it can make an installation by itself.
-# embed_files(OUT FOLDER) sets OUT to an assembler source with one table of names, bytes and sizes; see
-# installation/InstallFiles.h for its reader. Assembling is a matter of milliseconds whatever the size.
-function(embed_files out folder)
+# Puts every file below a folder into the program, so that it needs nothing beside itself.
+# embed_files(OUT TABLE FOLDER) sets OUT to an assembler source with the table torvex_TABLE_files of names, bytes and
+# sizes; see installation/EmbeddedFile.h for its reader. A folder that isn't there gives an empty table. Assembling is a
+# matter of milliseconds whatever the size.
+function(embed_files out table_name folder)
   file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE ${folder} ${folder}/*)
   list(SORT files)
   set(table "")
@@ -15,14 +16,14 @@ function(embed_files out folder)
     list(APPEND dependencies ${folder}/${name})
     math(EXPR index "${index} + 1")
   endforeach()
-  set(source ${CMAKE_BINARY_DIR}/install_files.S)
+  set(source ${CMAKE_BINARY_DIR}/${table_name}_files.S)
   file(CONFIGURE OUTPUT ${source} @ONLY CONTENT
 "  .section .data.rel.ro,\"aw\"
   .balign 8
-  .global torvex_install_files
-  .global torvex_install_file_count
-torvex_install_file_count: .quad ${index}
-torvex_install_files:
+  .global torvex_${table_name}_files
+  .global torvex_${table_name}_file_count
+torvex_${table_name}_file_count: .quad ${index}
+torvex_${table_name}_files:
 ${table}
   .section .rodata
 ${data}

@@ -38,6 +38,29 @@ install_packages() {
         </dev/null
 }
 
+# What the interface of authors is made of. Its own words and calls come from the rows and the register.
+interface_sources() {
+    find ui docs/operations.json install/rows -type f -not -path 'ui/node_modules/*' -not -path 'ui/dist/*' \
+        -not -name '*.gen.*' -print0 | sort -z | xargs -0 sha256sum | sha256sum
+}
+
+make_interface() {
+    (cd ui && npm ci --ignore-scripts --no-audit --no-fund && npm run build)
+}
+
+# build_interface: makes ui/dist, which the program then carries, unless its sources are as they were for the last one.
+# Shows nothing unless it fails.
+build_interface() {
+    [ -f ui/package.json ] || return 0
+    local sources
+    sources=$(interface_sources)
+    if [ -f ui/dist/.vite/manifest.json ] && [ "$(cat build/interface.sources 2>/dev/null)" = "$sources" ]; then return; fi
+    mkdir -p build
+    rm -f build/interface.sources
+    make_interface >build/interface.log 2>&1 || { cat build/interface.log >&2; return 1; }
+    echo "$sources" >build/interface.sources
+}
+
 # configure PRESET [OPTION...]: shows nothing unless it fails.
 configure() {
     local log=build/$1.configure.log

@@ -19,6 +19,9 @@ namespace {
 constexpr std::string_view selectLanguages = "select lang_id from TORVEX_INTERFACE_LANGUAGES order by id";
 constexpr std::string_view countWords = "select count(*) as words from TORVEX_INTERFACE_VOCAB";
 
+/// Each adds what is missing and leaves what is there.
+constexpr std::array<std::string_view, 2> rowsOfWords{"rows/05_vocabulary.sql", "rows/08_words_"};
+
 /// What nobody but the program writes, in the folder of an installation.
 constexpr std::string_view folderOfFiles = "files/";
 constexpr std::array<std::string_view, 2> ownFolders{"files/torvex/templates/gen/", "files/wwwroot/torvex/"};
@@ -31,7 +34,7 @@ std::size_t wordsIn(db::Connection& connection) {
 std::size_t addWords(db::Connection& connection) {
     const std::size_t before = wordsIn(connection);
     db::Transaction transaction(connection);
-    insertRows(connection, "rows/05_vocabulary.sql");
+    for (const std::string_view rows : rowsOfWords) insertRows(connection, rows);
     const std::size_t added = wordsIn(connection) - before;
     transaction.commit();
     return added;

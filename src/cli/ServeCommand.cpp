@@ -10,6 +10,7 @@
 #include "host/BufferedHits.h"
 #include "host/Descriptors.h"
 #include "host/HttpServer.h"
+#include "installation/BuiltInterface.h"
 #include "installation/Setup.h"
 #include "modules/mail/MailDelivery.h"
 #include "pages/Routes.h"
@@ -53,9 +54,9 @@ void notePorts(ApplicationValues& application, const HttpServer& server) {
 
 /// Says in addition where an address that can't be had is chosen.
 std::unique_ptr<HttpServer> makeServer(const ServerOptions& options, const Services& services,
-                                       LineLog& log) try {
+                                       std::shared_ptr<const BuiltInterface> interface, LineLog& log) try {
     ServedPages served{[](HostContext& host) { Setup(host).initSession(); }, pageRoutes(),
-                       mediaGuards(services.application)};
+                       mediaGuards(services.application), std::move(interface)};
     return std::make_unique<HttpServer>(options, services, log, std::move(served));
 } catch (const Error& error) {
     if (!text::startsWith(error.what(), "Can't listen")) throw;
@@ -85,6 +86,20 @@ MailDesk mailDesk(OpenInstallation& opened, SmtpClient& client) {
             .sender = mail.sender};
 }
 
+constexpr std::string_view noInterface =
+    "this program holds no interface for authors: it was built without ui/dist, which run.sh makes; all else "
+    "works";
+
+std::shared_ptr<const BuiltInterface> interfaceOf(const AuthoringSettings& settings, LineLog& log) {
+    if (!settings.interface.empty()) {
+        log.warn(fmt::format("the interface for authors is the one in {}", settings.interface));
+        return std::make_shared<BuiltInterface>(settings.interface);
+    }
+    auto interface = std::make_shared<BuiltInterface>();
+    if (interface->isEmpty()) log.warn(noInterface);
+    return interface;
+}
+
 constexpr std::string_view workingAsRoot =
     "working as root, which a fault in the program would hand on; name another user in [server] of "
     "torvex.toml";
@@ -112,7 +127,8 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
     BufferedHits hits([&] { return opened.installation.openDatabase(*opened.database, db::Purpose::Hits); },
                       log);
     std::unique_ptr<HttpServer> http;
-    user.asRoot([&] { http = makeServer(server, opened.services().with(hits), log); });
+    const auto interface = interfaceOf(opened.installation.settings().authoring, log);
+    user.asRoot([&] { http = makeServer(server, opened.services().with(hits), interface, log); });
     user.giveUpRoot();
     notePorts(opened.application, *http);
     SmtpClient mailClient(opened.installation.settings().mail.server);

@@ -96,7 +96,8 @@ class HttpServer::Implementation {
                      guardedFiles("private, no-cache"), guardedFiles("private, no-store"),
                      options_.secureCookies, SessionCookie(schemesOf(options_)), HostNames(options_.hosts),
                      options_.httpsAlone, options_.limits},
-                    std::move(served.pages), root_ ? std::move(served.guards) : std::vector<FileGuard>()) {
+                    std::move(served.pages), root_ ? std::move(served.guards) : std::vector<FileGuard>(),
+                    std::move(served.interface)) {
         listen();
     }
 

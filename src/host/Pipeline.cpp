@@ -1,6 +1,7 @@
 #include "host/Pipeline.h"
 
 #include "host/Shortage.h"
+#include "host/files/InterfaceFile.h"
 #include "host/files/PublicFile.h"
 #include "host/files/StaticFiles.h"
 #include "host/http/ErrorPages.h"
@@ -61,8 +62,9 @@ bool isBelow(std::string_view path, std::string_view folder) {
 
 }  // namespace
 
-Pipeline::Pipeline(PageSetting setting, std::vector<PageRoute> pages, std::vector<FileGuard> guards)
-    : setting_(std::move(setting)), guards_(std::move(guards)) {
+Pipeline::Pipeline(PageSetting setting, std::vector<PageRoute> pages, std::vector<FileGuard> guards,
+                   std::shared_ptr<const BuiltInterface> interface)
+    : setting_(std::move(setting)), guards_(std::move(guards)), interface_(std::move(interface)) {
     for (PageRoute& page : pages) {
         std::string path = ascii::lowered(page.path);
         pages_.emplace(std::move(path), std::move(page));
@@ -143,6 +145,9 @@ Answer Pipeline::answerFile(const Exchange& exchange, StaticFiles& files) const 
 }
 
 std::optional<Answer> Pipeline::answer(const std::shared_ptr<Exchange>& exchange, StaticFiles* files) const {
+    const bool isOfInterface = interface_ && isBelow(exchange->target.path, interfaceFolder);
+    if (!exchange->page && isOfInterface)
+        return interfaceAnswer(*interface_, exchange->target.path, exchange->head());
     if (!exchange->page && !exchange->guard) {
         // A style sheet that is fetched with the cookie shows that the visitor keeps cookies.
         const std::string_view cookies = exchange->head().field("Cookie");

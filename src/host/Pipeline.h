@@ -12,6 +12,7 @@
 
 namespace torvex {
 
+class BuiltInterface;
 class Exchange;
 class StaticFiles;
 
@@ -19,7 +20,8 @@ class StaticFiles;
 /// to share between threads.
 class Pipeline {
   public:
-    Pipeline(PageSetting setting, std::vector<PageRoute> pages, std::vector<FileGuard> guards);
+    Pipeline(PageSetting setting, std::vector<PageRoute> pages, std::vector<FileGuard> guards,
+             std::shared_ptr<const BuiltInterface> interface);
 
     /// What can be decided on the header alone; an answer here is a refusal, and the body needn't be read.
     std::optional<Answer> examine(Exchange& exchange) const;
@@ -48,6 +50,7 @@ class Pipeline {
     PageSetting setting_;
     std::unordered_map<std::string, PageRoute> pages_;
     std::vector<FileGuard> guards_;
+    std::shared_ptr<const BuiltInterface> interface_;  ///< null: none is served
     std::uint16_t tlsPort_ = 0;
 };
 

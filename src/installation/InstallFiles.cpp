@@ -1,6 +1,7 @@
 #include "installation/InstallFiles.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <fmt/format.h>
 
 #include "platform/Errors.h"

@@ -1,24 +1,14 @@
 #pragma once
 
-#include <cstdint>
 #include <span>
 #include <string_view>
 
+#include "installation/EmbeddedFile.h"
+
 namespace torvex {
 
-/// One file of the folder `install/`, as the program carries it. The layout is that of the table in the
-/// program.
-class InstallFile {
-  public:
-    /// Its path below the folder, "schema/content/0001_foundation.sql".
-    std::string_view name() const { return name_; }
-    std::string_view bytes() const { return {bytes_, size_}; }
-
-  private:
-    const char* name_;
-    const char* bytes_;
-    std::uint64_t size_;
-};
+/// One file of the folder `install/`.
+using InstallFile = EmbeddedFile;
 
 /// All of them, ordered by name, as long as the program runs.
 std::span<const InstallFile> installFiles();

@@ -92,6 +92,9 @@ struct ServerOptions {
     std::vector<std::string> trustedProxies{};
     /// The names that are answered, as "www.example.org" and "*.example.org"; none answers for all.
     std::vector<std::string> hosts{};
+    /// The name under which authors work; their addresses are answered there alone, and no public pages are.
+    /// "" has both under all names.
+    std::string authoringHost{};
     /// https is what the site is: whatever is asked over http is sent there.
     bool httpsAlone = false;
     /// How long browsers are told to ask over https alone, where `httpsAlone` holds; 0 tells them nothing.

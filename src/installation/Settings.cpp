@@ -19,8 +19,8 @@ namespace torvex {
 namespace {
 
 constexpr std::int64_t mebibyte = 1024 * 1024;
-constexpr std::array<std::string_view, 10> sectionNames = {"database", "server", "tls",    "limits", "paths",
-                                                           "files",    "feeds",  "search", "mail",   "log"};
+constexpr std::array<std::string_view, 11> sectionNames = {
+    "database", "server", "tls", "limits", "paths", "files", "feeds", "search", "mail", "authoring", "log"};
 constexpr std::array<std::string_view, 6> logLevels = {"trace", "debug", "info", "warn", "error", "off"};
 
 std::string readFile(const std::filesystem::path& file) {
@@ -257,6 +257,21 @@ void readMail(SettingsSection section, MailSettings& mail) {
     }
 }
 
+/// A folder may be relative to the settings file's.
+void readAuthoring(SettingsSection section, const std::filesystem::path& folder, Settings& settings) {
+    std::string& interface = settings.authoring.interface;
+    std::string& host = settings.server.authoringHost;
+    section.read("interface", interface);
+    section.read("host", host);
+    section.refuseOthers();
+    if (!interface.empty()) interface = (folder / interface).string();
+    if (!host.empty() && (host.front() == '*' || !HostNames::isName(host)))
+        section.refuse("host", "a name without a port, such as \"authors.example.org\"");
+    const auto& hosts = settings.server.hosts;
+    if (!host.empty() && !hosts.empty() && !HostNames(hosts).answer(host))
+        section.refuse("host", "among the hosts in [server], which answer for no other names");
+}
+
 void readLog(SettingsSection section, std::string& level) {
     section.read("level", level);
     section.refuseOthers();
@@ -284,6 +299,7 @@ Settings readSettings(const std::filesystem::path& file) {
     readFeeds(section("feeds"), settings.feeds);
     readSearch(section("search"), settings.search);
     readMail(section("mail"), settings.mail);
+    readAuthoring(section("authoring"), file.parent_path(), settings);
     readLog(section("log"), settings.logLevel);
     return settings;
 }

@@ -43,6 +43,12 @@ struct PathSettings {
     std::string documents = "documents";
 };
 
+/// The interface of authors below "/torvex/".
+struct AuthoringSettings {
+    /// The folder of a built interface that is served in place of the program's own, for who works on it.
+    std::string interface;
+};
+
 /// The settings of an installation, as its file `torvex.toml` gives them; what it leaves out keeps its
 /// default.
 struct Settings {
@@ -52,6 +58,7 @@ struct Settings {
     FeedSettings feeds;
     SearchSettings search;
     MailSettings mail;
+    AuthoringSettings authoring;
     std::string logLevel = "info";
 };
 

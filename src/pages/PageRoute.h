@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,6 +10,7 @@
 
 namespace torvex {
 
+class BuiltInterface;
 struct HostContext;
 
 /// What answers one address: reads the request, calls the classes and fills the response. Called on a worker
@@ -44,6 +46,8 @@ struct ServedPages {
     std::function<void(HostContext&)> startSession;
     std::vector<PageRoute> pages;
     std::vector<FileGuard> guards = {};
+    /// The files of the authors' interface; null serves none.
+    std::shared_ptr<const BuiltInterface> interface = nullptr;
 };
 
 }  // namespace torvex

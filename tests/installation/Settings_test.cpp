@@ -131,6 +131,27 @@ TEST_F(SettingsFile, WithoutACertificateHttpsTakesAProxyThatIsBelieved) {
     EXPECT_TRUE(read("[server]\nhttps_only = true\ntrusted_proxies = [\"10.0.0.1\"]\n").server.httpsAlone);
 }
 
+TEST_F(SettingsFile, WhereAuthorsWorkIsRead) {
+    EXPECT_EQ(read("").server.authoringHost, "");
+    EXPECT_EQ(read("").authoring.interface, "");
+    const Settings settings = read("[authoring]\nhost = \"authors.site.test\"\ninterface = \"ui/dist\"\n");
+    EXPECT_EQ(settings.server.authoringHost, "authors.site.test");
+    EXPECT_EQ(settings.authoring.interface, (folder_ / "ui/dist").string());
+    EXPECT_EQ(read("[authoring]\ninterface = \"/src/ui/dist\"\n").authoring.interface, "/src/ui/dist");
+}
+
+TEST_F(SettingsFile, TheAuthorsHostIsOneNameThatIsAnswered) {
+    for (const char* host : {"*.site.test", "a:80", "https://a", "a/b"})
+        EXPECT_THAT(refusal(std::string("[authoring]\nhost = \"") + host + "\"\n"),
+                    HasSubstr("torvex.toml:2: host in [authoring] must be a name"))
+            << host;
+    EXPECT_THAT(refusal("[authoring]\nhost = \"a.test\"\n[server]\nhosts = [\"b.test\"]\n"),
+                HasSubstr("torvex.toml:2: host in [authoring] must be among the hosts"));
+    EXPECT_EQ(refusal("[authoring]\nhost = \"a.test\"\n[server]\nhosts = [\"*.test\"]\n"
+                      "[database]\nurl = \"sqlite:data\"\n"),
+              "accepted");
+}
+
 TEST_F(SettingsFile, WithoutAMailServerThereIsNone) {
     const Settings settings = read("");
     EXPECT_EQ(settings.mail.server.host, "");

@@ -46,6 +46,7 @@ class RunningServer {
     ServerOptions options;
     std::vector<PageRoute> pages;
     std::vector<FileGuard> guards;
+    std::shared_ptr<const BuiltInterface> interface;
     std::function<void(HostContext&)> startSession = [](HostContext&) {};
     TestHost host;
     std::unique_ptr<HttpServer> server;

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace torvex {
+
+/// The interface of authors as it was built: its files by name ("main-BJm3x1yZ.js"). They are those that the
+/// program carries, or, for who works on the interface, those of a folder as they stand at the moment.
+/// Safe to share between threads.
+class BuiltInterface {
+  public:
+    using Bytes = std::shared_ptr<const std::string>;
+
+    /// What the program carries.
+    BuiltInterface();
+    /// These files, for as long as the object lives.
+    explicit BuiltInterface(std::map<std::string, Bytes, std::less<>> files) : files_(std::move(files)) {}
+    /// Reads `folder` anew each time.
+    explicit BuiltInterface(std::filesystem::path folder);
+
+    /// Null when there is none of that name.
+    Bytes file(std::string_view name) const;
+    /// Whether there is none at all: a program that was built without it.
+    bool isEmpty() const { return folder_.empty() && files_.empty(); }
+    /// Whether a file of a name stays as it is for as long as the server runs.
+    bool isFixed() const { return folder_.empty(); }
+
+  private:
+    std::filesystem::path folder_;
+    std::map<std::string, Bytes, std::less<>> files_;
+};
+
+}  // namespace torvex
