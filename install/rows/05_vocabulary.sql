@@ -115,8 +115,8 @@ on conflict (lang_label) do nothing;
 insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (4000, 'Torvex', 'Torvex'),
   (4001, 'Log in to write and publish', 'Zum Schreiben und Veröffentlichen anmelden'),
-  (4002, 'The name or the password is wrong, or this login is not valid today.', 'Name oder Passwort sind falsch, oder diese Anmeldung gilt heute nicht.'),
-  (4003, 'Logging in is not allowed from this address.', 'Von dieser Adresse aus ist das Anmelden nicht erlaubt.'),
+  (4002, 'Name or password is wrong, or this login isn’t valid today.', 'Name oder Passwort ist falsch, oder diese Anmeldung gilt heute nicht.'),
+  (4003, 'Logging in isn’t allowed from this address.', 'Von dieser Adresse aus ist das Anmelden nicht erlaubt.'),
   (4004, 'Somebody is logged in by this name at another address.', 'Unter diesem Namen ist jemand an einer anderen Adresse angemeldet.'),
   (4005, 'There were too many tries. Wait a moment, then try again.', 'Das waren zu viele Versuche. Warten Sie einen Augenblick und versuchen Sie es dann erneut.'),
   (4006, 'Show the password', 'Passwort zeigen'),

@@ -1,0 +1,38 @@
+-- What the server's own pages for authors say, in English and German: the door, the view of a page, what went wrong.
+-- Names in braces are filled in. An upgrade runs this again: what is there stays as its installation has it.
+
+insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
+  (4900, 'Caps lock is on.', 'Die Feststelltaste ist an.'),
+  (4901, 'Hide the password', 'Passwort verbergen'),
+  (4902, 'Somebody is logged in as you from {address} since {time}. End that session and go on here?', 'Jemand ist als Sie von {address} aus angemeldet, seit {time}. Diese Sitzung beenden und hier weitermachen?'),
+  (4903, 'End that session and log in', 'Jene Sitzung beenden und anmelden'),
+  (4904, 'There were too many tries. You can try again in {seconds} seconds.', 'Das waren zu viele Versuche. In {seconds} Sekunden können Sie es wieder versuchen.'),
+  (4905, 'You can try again now.', 'Sie können es jetzt wieder versuchen.'),
+  (4906, 'You are logged out.', 'Sie sind abgemeldet.'),
+  (4907, 'Log in, and you come back to where you wanted to go.', 'Melden Sie sich an, dann kommen Sie dorthin zurück, wohin Sie wollten.'),
+  (4908, 'This form was open for too long. Please log in once more.', 'Dieses Formular war zu lange offen. Bitte melden Sie sich noch einmal an.'),
+  (4909, 'Not now', 'Jetzt nicht'),
+  (4910, 'Somebody is logged in as you at another place. End that session and go on here?', 'Jemand ist als Sie an anderer Stelle angemeldet. Diese Sitzung beenden und hier weitermachen?'),
+  (4911, 'This page can’t be shown', 'Diese Seite kann nicht gezeigt werden'),
+  (4912, 'It has no content template, or the file of its template is missing. Choose one in its setup.', 'Sie hat keine Inhaltsvorlage, oder die Datei ihrer Vorlage fehlt. Wählen Sie eine in ihren Eigenschaften.'),
+  (4913, 'It has no base template, or the file of its base template is missing. Choose one in its setup.', 'Sie hat keine Basisvorlage, oder die Datei ihrer Basisvorlage fehlt. Wählen Sie eine in ihren Eigenschaften.'),
+  (4914, 'There is no such page. It may have been removed.', 'Diese Seite gibt es nicht. Vielleicht wurde sie entfernt.'),
+  (4915, 'It is not published, so visitors don’t see it.', 'Sie ist nicht veröffentlicht, Besucher sehen sie also nicht.'),
+  (4916, 'You don’t have the right to see its design.', 'Sie haben nicht das Recht, ihren Entwurf zu sehen.'),
+  (4917, 'You are no longer logged in.', 'Sie sind nicht mehr angemeldet.'),
+  (4918, 'This page can’t be opened like that.', 'Diese Seite lässt sich so nicht öffnen.'),
+  (4919, 'Something is wrong with this page.', 'Mit dieser Seite stimmt etwas nicht.'),
+  (4920, 'Save this text?', 'Diesen Text speichern?'),
+  (4921, 'It replaces the text of body {number} of the page “{title}”.', 'Er ersetzt den Text des Bereichs {number} der Seite „{title}“.'),
+  (4922, 'The text was not saved.', 'Der Text wurde nicht gespeichert.'),
+  (4923, 'Another login has the page.', 'Eine andere Anmeldung hat die Seite.'),
+  (4924, 'The page is approved. Take the approval back to change it.', 'Die Seite ist freigegeben. Nehmen Sie die Freigabe zurück, um sie zu ändern.'),
+  (4925, 'You don’t have the right to change this page.', 'Sie haben nicht das Recht, diese Seite zu ändern.'),
+  (4926, 'Go back; what you wrote still stands in the page before.', 'Gehen Sie zurück; was Sie geschrieben haben, steht noch auf der Seite davor.'),
+  (4927, 'The interface isn’t part of this program', 'Dieses Programm enthält die Oberfläche nicht'),
+  (4928, 'It was built without it. Whoever runs this site builds it anew with run.sh; everything else works.', 'Es wurde ohne sie gebaut. Der Betreiber baut es mit run.sh neu; alles andere funktioniert.'),
+  (4929, 'A frame with {address} stands here. Visitors see it.', 'Hier steht ein Rahmen mit {address}. Besucher sehen ihn.'),
+  (4930, 'Interface language', 'Sprache der Oberfläche'),
+  (4931, 'Nobody was logged out. Use the menu of the interface.', 'Niemand wurde abgemeldet. Nehmen Sie das Menü der Oberfläche.'),
+  (4932, 'Log in once more', 'Noch einmal anmelden')
+on conflict (lang_label) do nothing;
