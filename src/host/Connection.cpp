@@ -8,7 +8,7 @@
 #include "host/EventLoop.h"
 #include "host/LineLog.h"
 #include "host/Pipeline.h"
-#include "host/http/ErrorPages.h"
+#include "host/http/Refusal.h"
 #include "host/http/SecurityFields.h"
 
 namespace torvex {
@@ -172,7 +172,7 @@ void Connection::read() {
 void Connection::onRead(const error_code& error, std::size_t count) {
     if (stage_ == Stage::Closed) return;
     if (isTimedOut_) {
-        if (refuse(errorPages::page(408))) process();
+        if (refuse(refusals::of(*this, 408))) process();
         return;
     }
     if (error) return close();
@@ -205,14 +205,14 @@ bool Connection::processOnce() {
     const std::string_view bytes(static_cast<const char*>(buffer_.data().data()), buffer_.size());
     const std::size_t consumed = parser_.feed(bytes);
     buffer_.consume(consumed);
-    if (!parser_.body().empty() && !holdBody()) return refuse(errorPages::page(503));
+    if (!parser_.body().empty() && !holdBody()) return refuse(refusals::of(*this, 503));
     switch (parser_.state()) {
         case RequestParser::State::HeaderDone:
             return onHeader();
         case RequestParser::State::Complete:
             return onComplete();
         case RequestParser::State::Refused:
-            return refuse(errorPages::page(parser_.refusal()));
+            return refuse(refusals::of(*this, parser_.refusal()));
         default:
             if (consumed > 0) return true;
             read();
@@ -223,7 +223,7 @@ bool Connection::processOnce() {
 bool Connection::onHeader() {
     if (source_.isProxy) takeAs(loop_.proxies().visitorOf(head(), source_.visitor));
     if (auto refusal = loop_.pipeline().examine(*this)) return decline(std::move(*refusal));
-    if (source_.isProxy && !enterForVisitor()) return decline(errorPages::page(503));
+    if (source_.isProxy && !enterForVisitor()) return decline(refusals::of(*this, 503));
     parser_.readBody(loop_.pipeline().bodyLimit(*this));
     if (parser_.state() != RequestParser::State::Body) return true;
     enter(Stage::Body);
@@ -326,6 +326,8 @@ bool Connection::afterAnswer() {
     }
     if (closesAfterAnswer_) return linger(), false;
     parser_.reset();
+    page = nullptr;
+    guard = nullptr;
     releaseBody();
     leaveForVisitor();
     enter(buffer_.size() > 0 ? Stage::Header : Stage::Idle);

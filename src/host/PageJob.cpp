@@ -5,6 +5,7 @@
 #include "host/Shortage.h"
 #include "host/files/PublicFile.h"
 #include "host/http/ErrorPages.h"
+#include "host/http/Refusal.h"
 #include "host/http/RequestConversion.h"
 #include "host/http/ResponseConversion.h"
 #include "installation/ScriptTimeouts.h"
@@ -30,7 +31,8 @@ void PageJob::begin(SessionLease lease) {
     if (setting_.workers.submit([job = shared_from_this()] { job->run(); }, exchange_->origin)) return;
     lease_.reset();
     Exchange& exchange = *exchange_;
-    exchange.finish(std::move(exchange_), errorPages::page(503));
+    Answer answer = refusals::of(exchange, 503);
+    exchange.finish(std::move(exchange_), std::move(answer));
 }
 
 void PageJob::run() {
@@ -54,9 +56,9 @@ Answer PageJob::produce() {
     } catch (const OutOfDescriptors&) {
         return outOfDescriptors(setting_.log);
     } catch (const std::exception& error) {
-        return failed(error.what());
+        return failed(error.what(), &error);
     } catch (...) {
-        return failed("unknown error");
+        return failed("unknown error", nullptr);
     }
 }
 
@@ -98,10 +100,10 @@ Answer PageJob::runGuard(HostContext& context) {
     return toAnswer(std::move(context.response));
 }
 
-Answer PageJob::failed(std::string_view error) {
-    const FailureReport report(*exchange_, lease_->session(), error);
+Answer PageJob::failed(std::string_view description, const std::exception* error) {
+    const FailureReport report(*exchange_, lease_->session(), description);
     report.write(setting_.log);
-    return errorPages::failure(report.reference());
+    return refusals::failure(*exchange_, report.reference(), error);
 }
 
 void PageJob::addCookie(Answer& answer, const SessionToken& token) const {

@@ -53,7 +53,7 @@ class PageJob : public std::enable_shared_from_this<PageJob> {
     void openSession(HostContext& context);
     Answer runPage(HostContext& context);
     Answer runGuard(HostContext& context);
-    Answer failed(std::string_view error);
+    Answer failed(std::string_view description, const std::exception* error);
     void addCookie(Answer& answer, const SessionToken& token) const;
 
     const PageSetting& setting_;

@@ -1,11 +1,14 @@
 #include "host/Pipeline.h"
 
+#include <algorithm>
+
 #include "host/Shortage.h"
 #include "host/files/InterfaceFile.h"
 #include "host/files/PublicFile.h"
 #include "host/files/StaticFiles.h"
 #include "host/http/ErrorPages.h"
 #include "host/http/Exchange.h"
+#include "host/http/Refusal.h"
 #include "host/http/RequestConversion.h"
 #include "host/http/ResponseConversion.h"
 #include "platform/Response.h"
@@ -32,14 +35,13 @@ namespace torvex {
 
 namespace {
 
-std::string_view allowedMethods(const Exchange& exchange) {
-    return exchange.page && exchange.page->acceptsPost ? "GET, HEAD, POST" : "GET, HEAD";
+const MethodSet& methodsOf(const Exchange& exchange) {
+    return exchange.page ? exchange.page->methods : methods::page;
 }
 
-bool isBodyType(const Exchange& exchange) {
-    const std::string_view type = exchange.head().field("Content-Type");
-    if (!exchange.page || exchange.page->bodyType.empty()) return isFormType(type);
-    return isMediaType(type, exchange.page->bodyType);
+/// By what the method means, a request to read brings nothing.
+bool mayHaveBody(Method method) {
+    return !methods::page.has(method);
 }
 
 /// The same over https. A port belongs to its scheme alone.
@@ -66,19 +68,27 @@ Pipeline::Pipeline(PageSetting setting, std::vector<PageRoute> pages, std::vecto
                    std::shared_ptr<const BuiltInterface> interface)
     : setting_(std::move(setting)), guards_(std::move(guards)), interface_(std::move(interface)) {
     for (PageRoute& page : pages) {
-        std::string path = ascii::lowered(page.path);
-        pages_.emplace(std::move(path), std::move(page));
+        page.path = ascii::lowered(page.path);
+        if (page.reach == PageRoute::Reach::Below) {
+            folders_.push_back(std::move(page));
+        } else {
+            std::string path = page.path;
+            pages_.emplace(std::move(path), std::move(page));
+        }
     }
+    std::stable_sort(folders_.begin(), folders_.end(), [](const PageRoute& left, const PageRoute& right) {
+        return left.path.size() > right.path.size();
+    });
 }
 
 std::optional<Answer> Pipeline::examine(Exchange& exchange) const {
     std::optional<RequestTarget> target = parseTarget(exchange.head().target);
     if (!target) return errorPages::page(400);
     exchange.target = std::move(*target);
+    findResponsible(exchange);
     if (auto refusal = checkHost(exchange)) return refusal;
     if (auto elsewhere = checkScheme(exchange)) return elsewhere;
-    if (exchange.head().method == Method::Unknown) return errorPages::page(501);
-    findResponsible(exchange);
+    if (exchange.head().method == Method::Unknown) return refusals::of(exchange, 501);
     if (auto refusal = checkMethod(exchange)) return refusal;
     return checkBody(exchange);
 }
@@ -86,16 +96,16 @@ std::optional<Answer> Pipeline::examine(Exchange& exchange) const {
 std::optional<Answer> Pipeline::checkHost(Exchange& exchange) const {
     const RequestHead& head = exchange.head();
     const std::size_t hosts = head.count("Host");
-    if (hosts > 1 || (hosts == 0 && head.version == 11)) return errorPages::page(400);
+    if (hosts > 1 || (hosts == 0 && head.version == 11)) return refusals::of(exchange, 400);
     exchange.host = exchange.target.authority.empty() ? head.field("Host") : exchange.target.authority;
-    if (hosts == 1 && !isValidHost(head.field("Host"))) return errorPages::page(400);
-    if (!setting_.hosts.answer(hostName(exchange.host))) return errorPages::page(421);
+    if (hosts == 1 && !isValidHost(head.field("Host"))) return refusals::of(exchange, 400);
+    if (!setting_.hosts.answer(hostName(exchange.host))) return refusals::of(exchange, 421);
     return std::nullopt;
 }
 
 std::optional<Answer> Pipeline::checkScheme(const Exchange& exchange) const {
     if (!setting_.httpsAlone || exchange.isTls) return std::nullopt;
-    if (exchange.host.empty()) return errorPages::page(400);
+    if (exchange.host.empty()) return refusals::of(exchange, 400);
     // Not for ever, as browsers would keep it: what is for ever is told over https.
     Response response;
     response.status = 307;
@@ -107,32 +117,35 @@ std::optional<Answer> Pipeline::checkScheme(const Exchange& exchange) const {
 void Pipeline::findResponsible(Exchange& exchange) const {
     exchange.page = nullptr;
     exchange.guard = nullptr;
-    const auto page = pages_.find(ascii::lowered(exchange.target.path));
-    if (page != pages_.end()) {
-        exchange.page = &page->second;
-        return;
-    }
+    exchange.page = pageAt(ascii::lowered(exchange.target.path));
+    if (exchange.page) return;
     for (const FileGuard& guard : guards_)
         if (isBelow(exchange.target.path, guard.folder) && guard.isOn()) exchange.guard = &guard;
 }
 
+const PageRoute* Pipeline::pageAt(const std::string& path) const {
+    if (const auto page = pages_.find(path); page != pages_.end()) return &page->second;
+    const auto folder = std::find_if(folders_.begin(), folders_.end(),
+                                     [&](const PageRoute& one) { return path.starts_with(one.path); });
+    return folder == folders_.end() ? nullptr : &*folder;
+}
+
 std::optional<Answer> Pipeline::checkMethod(const Exchange& exchange) const {
-    const Method method = exchange.head().method;
-    if (method == Method::Get || method == Method::Head) return std::nullopt;
-    if (method == Method::Post && exchange.page && exchange.page->acceptsPost) return std::nullopt;
-    return errorPages::methodNotAllowed(allowedMethods(exchange));
+    if (methodsOf(exchange).has(exchange.head().method)) return std::nullopt;
+    return refusals::methodNotAllowed(exchange);
 }
 
 std::optional<Answer> Pipeline::checkBody(const Exchange& exchange) const {
     const RequestHead& head = exchange.head();
     const std::string_view expectation = head.field("Expect");
-    if (!expectation.empty() && !ascii::equals(expectation, "100-continue")) return errorPages::page(417);
-    if (head.method == Method::Post && head.hasBody && !isBodyType(exchange)) return errorPages::page(415);
+    if (!expectation.empty() && !ascii::equals(expectation, "100-continue"))
+        return refusals::of(exchange, 417);
+    if (mayHaveBody(head.method) && head.hasBody && !isBodyType(exchange)) return refusals::of(exchange, 415);
     return std::nullopt;
 }
 
 std::uint64_t Pipeline::bodyLimit(const Exchange& exchange) const {
-    if (!exchange.page || exchange.head().method != Method::Post) return 0;
+    if (!exchange.page || !mayHaveBody(exchange.head().method)) return 0;
     return exchange.page->bodyLimit.value_or(setting_.limits.body);
 }
 
@@ -155,9 +168,10 @@ std::optional<Answer> Pipeline::answer(const std::shared_ptr<Exchange>& exchange
             setting_.sessions.touch(setting_.cookie.token(cookies, setting_.isSecure(*exchange)));
         return files ? answerFile(*exchange, *files) : errorPages::page(404);
     }
-    if (formFields(exchange->body()) > setting_.limits.formFields) return errorPages::page(413);
+    if (hasForm(*exchange) && formFields(exchange->body()) > setting_.limits.formFields)
+        return refusals::of(*exchange, 413);
     if (std::make_shared<PageJob>(setting_, exchange)->start()) return std::nullopt;
-    return errorPages::page(503);
+    return refusals::of(*exchange, 503);
 }
 
 }  // namespace torvex

@@ -44,11 +44,13 @@ class Pipeline {
     std::optional<Answer> checkScheme(const Exchange& exchange) const;
     std::optional<Answer> checkMethod(const Exchange& exchange) const;
     void findResponsible(Exchange& exchange) const;
+    const PageRoute* pageAt(const std::string& path) const;
     Answer answerFile(const Exchange& exchange, StaticFiles& files) const;
     std::optional<Answer> checkBody(const Exchange& exchange) const;
 
     PageSetting setting_;
     std::unordered_map<std::string, PageRoute> pages_;
+    std::vector<PageRoute> folders_;  ///< that take all below their paths, the longest first
     std::vector<FileGuard> guards_;
     std::shared_ptr<const BuiltInterface> interface_;  ///< null: none is served
     std::uint16_t tlsPort_ = 0;

@@ -1,12 +1,16 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "platform/Response.h"
+#include "platform/net/Method.h"
 
 namespace torvex {
 
@@ -18,16 +22,32 @@ struct HostContext;
 /// reference number; `ResponseEnded` is a normal end.
 using PageHandler = std::function<void(HostContext&)>;
 
+/// A request that an address took and that came to nothing.
+struct Refused {
+    int status = 500;
+    std::string_view languages{};             ///< the request's Accept-Language
+    std::string_view reference{};             ///< under which the log tells of a failure; "" when it doesn't
+    const std::exception* failure = nullptr;  ///< what the handler threw, if anything
+};
+
+/// Says so in the address's own form. Asked on event loops too, so it must be quick; safe from any thread. The
+/// host adds `Allow` and `Retry-After`.
+using RefusalHandler = std::function<Response(const Refused&)>;
+
 /// An address of the server's own, and what answers it.
 struct PageRoute {
-    std::string path;  ///< lower case, exact: "/tvx.asp" or "/"; requests match it ignoring case
+    enum class Reach { Exact, Below };
+
+    std::string path;  ///< lower case: "/tvx.asp" or "/"; requests match it ignoring case
     PageHandler handler;
-    bool acceptsPost = false;
-    /// Bytes that a post may bring; without a value, as many as the server takes in general.
+    MethodSet methods = methods::page;
+    /// Bytes that a body may have; without a value, as many as the server takes in general.
     std::optional<std::uint64_t> bodyLimit{};
-    /// In place of forms, a post may bring a text of this media type, which is the form's field of the type's
-    /// second half: "application/csp-report" gives "csp-report".
-    std::string bodyType{};
+    /// In place of forms, a request may bring a body of these media types, which is then `Request::body`.
+    std::vector<std::string> bodyTypes{};
+    /// `Below` takes every address that begins with the path, unless another one's path is longer or exact.
+    Reach reach = Reach::Exact;
+    RefusalHandler refusal{};  ///< none: the server's own pages say what went wrong
 };
 
 /// A folder of public files whose readers are checked one by one.

@@ -46,11 +46,12 @@ NamedValues parseQuery(std::string_view queryString) {
     return items;
 }
 
-Request::Request(std::string queryString, NamedValues form, NamedValues serverVariables)
+Request::Request(std::string queryString, NamedValues form, NamedValues serverVariables, std::string body)
     : queryString_(std::move(queryString)),
       query_(parseQuery(queryString_)),
       form_(std::move(form)),
-      serverVariables_(std::move(serverVariables)) {}
+      serverVariables_(std::move(serverVariables)),
+      body_(std::move(body)) {}
 
 std::string Request::item(std::string_view name) const {
     if (has(query_, name)) return joined(query_, name);

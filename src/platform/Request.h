@@ -15,7 +15,8 @@ class Request {
   public:
     Request() = default;
     /// `queryString` as it stood behind the "?", still encoded.
-    Request(std::string queryString, NamedValues form, NamedValues serverVariables);
+    /// `body` is what came in place of a form.
+    Request(std::string queryString, NamedValues form, NamedValues serverVariables, std::string body = {});
 
     /// The first of query, form and server variables that has the name; "" when none has.
     std::string item(std::string_view name) const;
@@ -27,6 +28,8 @@ class Request {
     const NamedValues& queryItems() const { return query_; }
     std::string formField(std::string_view name) const;
     bool hasFormField(std::string_view name) const;
+    /// What was sent as it stands, where the address takes something else than forms; "" for forms.
+    const std::string& body() const { return body_; }
     /// "http_host", "remote_addr", "https" ("on" or "off"), ...; "" when it isn't there.
     std::string serverVariable(std::string_view name) const;
     void setServerVariable(std::string_view name, std::string value);
@@ -36,6 +39,7 @@ class Request {
     NamedValues query_;
     NamedValues form_;
     NamedValues serverVariables_;
+    std::string body_;
 };
 
 /// Splits and decodes "a=1&b=2". Broken escapes stay as they stand; malformed UTF-8 becomes U+FFFD.

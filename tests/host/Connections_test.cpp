@@ -275,7 +275,7 @@ TEST_F(ConnectionsTest, WhatIsNoPostToAPageBringsNoBody) {
 }
 
 TEST_F(ConnectionsTest, APageMayTakeLessThanOthers) {
-    running.pages.push_back({"/small.asp", [](HostContext&) {}, true, 100});
+    running.pages.push_back({"/small.asp", [](HostContext&) {}, methods::form, 100});
     start();
     EXPECT_EQ(running.client().ask(post("/small.asp", 100) + std::string(100, 'a')).status, 200);
     EXPECT_EQ(running.client().ask(post("/small.asp", 101)).status, 413);

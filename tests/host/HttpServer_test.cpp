@@ -99,9 +99,11 @@ TEST_F(HttpServerTest, AHostThatIsNotAnsweredIsToldSo) {
 }
 
 TEST_F(HttpServerTest, APageMayTakeATextInPlaceOfAForm) {
-    running.pages.push_back(
-        {"/text.asp", [](HostContext& host) { host.response.write(host.request.formField("csp-report")); },
-         true, 100, "application/csp-report"});
+    running.pages.push_back({"/text.asp",
+                             [](HostContext& host) { host.response.write(host.request.body()); },
+                             methods::form,
+                             100,
+                             {"application/csp-report"}});
     start();
     const auto post = [&](const std::string& type, const std::string& body) {
         return client().ask("POST /text.asp HTTP/1.1\r\nHost: a\r\nContent-Type: " + type +

@@ -9,7 +9,7 @@ namespace {
 std::vector<std::string> paths(bool onlyPosted) {
     std::vector<std::string> found;
     for (const PageRoute& route : pageRoutes()) {
-        if (route.acceptsPost || !onlyPosted) found.push_back(route.path);
+        if (route.methods.has(Method::Post) || !onlyPosted) found.push_back(route.path);
     }
     return found;
 }
@@ -22,7 +22,7 @@ TEST(Routes, OnlyLoginsLogoutsSearchesReportsOfBrowsersAndTheFormOfTheForumTakeA
 
 TEST(Routes, APostBringsNoMoreThanItNeeds) {
     for (const PageRoute& route : pageRoutes()) {
-        if (!route.acceptsPost) continue;
+        if (!route.methods.has(Method::Post)) continue;
         const bool isForum = route.path.starts_with("/torvex_forum/");
         EXPECT_EQ(route.bodyLimit, (isForum ? 512U : 16U) * 1024) << route.path;
     }

@@ -26,10 +26,10 @@ class RunningServer {
     ~RunningServer();
 
     void page(std::string path, PageHandler handler) {
-        pages.push_back({std::move(path), std::move(handler), false});
+        pages.push_back({std::move(path), std::move(handler)});
     }
     void form(std::string path, PageHandler handler) {
-        pages.push_back({std::move(path), std::move(handler), true});
+        pages.push_back({std::move(path), std::move(handler), methods::form});
     }
 
     void start();

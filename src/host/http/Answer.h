@@ -27,6 +27,8 @@ struct Answer {
     Body body;
     bool hasLength = true;  ///< false for 304, which has no body at all
     bool closes = false;    ///< the connection ends with this answer
+    /// Some of `fields` may be of those that every answer carries, and stand in their place.
+    bool replacesFields = false;
 
     void addField(std::string_view name, std::string_view value) {
         fields.append(name).append(": ").append(value).append("\r\n");

@@ -10,6 +10,8 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
+#include "host/http/Ascii.h"
+
 namespace torvex {
 
 namespace {
@@ -19,6 +21,15 @@ constexpr std::uint64_t burst = 1024 * 1024;  ///< of a file, before others have
 
 iovec vectorOf(std::string_view text) {
     return {const_cast<char*>(text.data()), text.size()};
+}
+
+/// `name` ends with its colon.
+bool hasField(std::string_view fields, std::string_view name) {
+    while (!fields.empty()) {
+        if (ascii::startsWith(fields, name)) return true;
+        fields.remove_prefix(std::min(fields.find('\n'), fields.size() - 1) + 1);
+    }
+    return false;
 }
 
 bool isBlocked() {
@@ -61,7 +72,22 @@ void AnswerWriter::composeHead(const AnswerFrame& frame) {
     } else if (frame.isHttp10) {
         head_ += "Connection: keep-alive\r\n";
     }
-    head_.append(answer_.fields).append(frame.fields).append("\r\n");
+    head_.append(answer_.fields);
+    if (answer_.replacesFields) {
+        addMissing(frame.fields);
+    } else {
+        head_.append(frame.fields);
+    }
+    head_.append("\r\n");
+}
+
+/// Of fields with a line each, those that the answer hasn't got.
+void AnswerWriter::addMissing(std::string_view fields) {
+    while (!fields.empty()) {
+        const std::string_view line = fields.substr(0, fields.find('\n') + 1);
+        fields.remove_prefix(line.size());
+        if (!hasField(answer_.fields, line.substr(0, line.find(':') + 1))) head_.append(line);
+    }
 }
 
 std::string_view AnswerWriter::bodyText() const {

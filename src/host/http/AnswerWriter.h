@@ -43,6 +43,7 @@ class AnswerWriter {
 
   private:
     void composeHead(const AnswerFrame& frame);
+    void addMissing(std::string_view fields);
     std::uint64_t bodyLength() const;
     std::string_view bodyText() const;
     Progress writeText(int socket);

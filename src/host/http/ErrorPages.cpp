@@ -90,7 +90,7 @@ Answer compose(int status, std::string_view reference) {
 
 Answer page(int status) {
     Answer answer = compose(status, "");
-    if (status == 503) answer.addField("Retry-After", "5");
+    if (status == 503) answer.addField("Retry-After", retryAfter);
     return answer;
 }
 

@@ -9,6 +9,9 @@
 /// themselves and are never stored. Pure; safe from any thread.
 namespace torvex::errorPages {
 
+/// The value of the field `Retry-After` where the server is too busy.
+inline constexpr std::string_view retryAfter = "5";
+
 /// The page of a status; one without a text of its own gets a general one.
 Answer page(int status);
 

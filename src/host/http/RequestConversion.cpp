@@ -44,18 +44,30 @@ NamedValues serverVariables(const Exchange& exchange) {
     return variables;
 }
 
+bool takesForms(const Exchange& exchange) {
+    return !exchange.page || exchange.page->bodyTypes.empty();
+}
+
 NamedValues formOf(const Exchange& exchange) {
-    if (exchange.page && !exchange.page->bodyType.empty()) {
-        const std::string& type = exchange.page->bodyType;
-        return {{type.substr(type.find('/') + 1), exchange.body()}};
-    }
-    return isFormType(exchange.head().field("Content-Type")) ? parseQuery(exchange.body()) : NamedValues();
+    return hasForm(exchange) ? parseQuery(exchange.body()) : NamedValues();
 }
 
 }  // namespace
 
 bool isMediaType(std::string_view contentType, std::string_view type) {
     return ascii::equals(ascii::trimmed(contentType.substr(0, contentType.find(';'))), type);
+}
+
+bool hasForm(const Exchange& exchange) {
+    return takesForms(exchange) && isFormType(exchange.head().field("Content-Type"));
+}
+
+bool isBodyType(const Exchange& exchange) {
+    const std::string_view type = exchange.head().field("Content-Type");
+    if (takesForms(exchange)) return isFormType(type);
+    const auto& known = exchange.page->bodyTypes;
+    return std::any_of(known.begin(), known.end(),
+                       [type](const std::string& one) { return isMediaType(type, one); });
 }
 
 bool isFormType(std::string_view contentType) {
@@ -69,7 +81,8 @@ std::size_t formFields(std::string_view body) {
 }
 
 Request toRequest(const Exchange& exchange) {
-    return Request(std::string(exchange.target.query), formOf(exchange), serverVariables(exchange));
+    return Request(std::string(exchange.target.query), formOf(exchange), serverVariables(exchange),
+                   takesForms(exchange) ? std::string() : exchange.body());
 }
 
 std::string_view cookie(std::string_view cookieField, std::string_view name) {

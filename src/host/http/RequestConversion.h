@@ -17,6 +17,12 @@ Request toRequest(const Exchange& exchange);
 /// Whether a body of this type can be read as a form.
 bool isFormType(std::string_view contentType);
 
+/// Whether the request brings a form to an address that takes forms.
+bool hasForm(const Exchange& exchange);
+
+/// Whether what the request brings is of a type that its address takes.
+bool isBodyType(const Exchange& exchange);
+
 /// Whether a Content-Type field names the media type.
 bool isMediaType(std::string_view contentType, std::string_view type);
 

@@ -7,10 +7,9 @@
 #include <vector>
 
 #include "host/http/Ascii.h"
+#include "platform/net/Method.h"
 
 namespace torvex {
-
-enum class Method { Get, Head, Post, Other, Unknown };
 
 /// The header of one request, as views of the bytes that its parser holds: valid until that is reset.
 struct RequestHead {

@@ -29,6 +29,14 @@ Method methodOf(http::verb verb) {
             return Method::Head;
         case http::verb::post:
             return Method::Post;
+        case http::verb::patch:
+            return Method::Patch;
+        case http::verb::put:
+            return Method::Put;
+        case http::verb::delete_:
+            return Method::Delete;
+        case http::verb::options:
+            return Method::Options;
         case http::verb::unknown:
             return Method::Unknown;
         default:

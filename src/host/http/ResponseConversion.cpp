@@ -99,6 +99,7 @@ Answer toAnswer(Response response) {
     addContentType(answer, response, fieldValue(charset));
     addCaching(answer, response);
     addFields(answer, response);
+    answer.replacesFields = !response.headers.empty();
     const bool asUtf8 = response.isBinary() || charset.empty() || ascii::equals(charset, "utf-8");
     std::string body = response.takeBody();
     answer.body = asUtf8 ? std::move(body) : charset::encodeForHtml(body, charset);

@@ -64,7 +64,7 @@ void policyReportPage(HostContext& host, PolicyReports& reports) {
     }
     host.response.status = 204;
     if (!reports.take()) return;
-    const std::string line = lineOf(host.request.formField(reportName));
+    const std::string line = lineOf(host.request.body());
     if (!line.empty()) host.log.warn(line);
 }
 

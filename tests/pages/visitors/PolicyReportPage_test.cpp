@@ -18,7 +18,7 @@ class PolicyReportPageTest : public testing::Test {
   protected:
     void post(const std::string& body) {
         host.response = {};
-        host.request = Request("", {{"csp-report", body}}, {{"request_method", "POST"}});
+        host.request = Request("", {}, {{"request_method", "POST"}}, body);
         policyReportPage(host.context(), reports);
         EXPECT_EQ(host.response.status, 204);
         EXPECT_EQ(host.response.body(), "");
