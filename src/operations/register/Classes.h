@@ -15,6 +15,7 @@ ClassEntry applicationOperations();
 ClassEntry setupOperations();
 ClassEntry searchOperations();
 ClassEntry deskOperations();
+ClassEntry registersOperations();
 ClassEntry imageOperations();
 ClassEntry dynamicMenuOperations();
 ClassEntry forumOperations();

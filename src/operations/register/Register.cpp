@@ -72,7 +72,8 @@ Register makeRegister() {
     return Register({serverOperations(), managerOperations(), htmlTemplateOperations(), templateOperations(),
                      baseTemplateOperations(), styleSheetOperations(), applicationOperations(),
                      setupOperations(), searchOperations(), imageOperations(), msgBoardOperations(),
-                     newsflashOperations(), dynamicMenuOperations(), forumOperations(), deskOperations()});
+                     newsflashOperations(), dynamicMenuOperations(), forumOperations(), deskOperations(),
+                     registersOperations()});
 }
 
 }  // namespace torvex::operations

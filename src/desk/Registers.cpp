@@ -1,0 +1,31 @@
+// registers: what all its subjects share.
+
+#include "desk/registers.h"
+
+#include "accounts/Actor.h"
+#include "platform/HostContext.h"
+#include "platform/OperatorLog.h"
+#include "records/AuditTrail.h"
+
+namespace torvex {
+
+bool registers::isLoggedIn() const {
+    return actorOf(host_).isLoggedIn();
+}
+
+void registers::recordChange(std::string_view operation, int advId, std::string_view action,
+                             const std::string& description) {
+    if (advId <= 0) return;
+    const Actor actor = actorOf(host_);
+    followUp(host_.log, std::string(operation) + " (" + description + ")", [&] {
+        AuditLine line;
+        line.loginId = actor.loginId;
+        line.loginName = actor.fullname;
+        line.advId = advId;
+        line.action = action;
+        line.description = description;
+        writeAuditLine(host_, line);
+    });
+}
+
+}  // namespace torvex

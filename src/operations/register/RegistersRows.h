@@ -1,0 +1,14 @@
+#pragma once
+
+#include <vector>
+
+#include "desk/registers.h"
+#include "operations/register/Binding.h"
+
+/// The rows of `registers`, one function for each subject.
+namespace torvex::operations {
+
+std::vector<Row<registers>> registersMediaRows();
+std::vector<Row<registers>> registersRecordRows();
+
+}  // namespace torvex::operations
