@@ -1,0 +1,80 @@
+import { connection } from "./connection";
+import { offlineProblem, Problem, type ProblemFields } from "./problem";
+import { type Lane, Queue } from "./queue";
+
+export interface CallOptions {
+  signal?: AbortSignal;
+  /** Waits behind all that an author waits for. */
+  background?: boolean;
+  /** Gives up at once when the session is lost, instead of waiting for the login. */
+  noLogin?: boolean;
+}
+
+const base = "/torvex/api/";
+const queue = new Queue();
+const triesWhenBusy = 4;
+const longestPause = 10_000;
+
+async function problemOf(response: Response): Promise<Problem> {
+  const fields = await response.json().catch(() => ({}));
+  return new Problem({ ...(fields as ProblemFields), status: response.status });
+}
+
+async function sent(path: string, body: unknown, signal?: AbortSignal): Promise<Response> {
+  try {
+    return await fetch(base + path, {
+      method: body === undefined ? "GET" : "POST",
+      credentials: "same-origin",
+      headers: {
+        Accept: "application/json",
+        ...(body === undefined ? {} : { "Content-Type": "application/json", "X-Torvex-Token": connection.token }),
+      },
+      ...(body === undefined ? {} : { body: JSON.stringify(body) }),
+      ...(signal ? { signal } : {}),
+    });
+  } catch (error) {
+    if (signal?.aborted) throw error;
+    connection.state = connection.state === "loggedOut" ? "loggedOut" : "offline";
+    throw offlineProblem();
+  }
+}
+
+const pause = (milliseconds: number) => new Promise((resolve) => setTimeout(resolve, milliseconds));
+const isBusy = (response: Response) => response.status === 429 || response.status === 503;
+
+function waitOf(response: Response, tries: number): number {
+  const asked = Number(response.headers.get("Retry-After"));
+  return Number.isFinite(asked) && asked > 0 ? asked * 1000 : 250 * 2 ** tries;
+}
+
+/** One request: repeated when the server is busy, held while the login is lost. */
+async function answered(path: string, body: unknown, { signal, noLogin }: CallOptions): Promise<unknown> {
+  for (let tries = 0; ; ++tries) {
+    const response = await sent(path, body, signal);
+    if (connection.state === "offline") connection.state = "online";
+    if (response.ok) return response.status === 204 ? null : response.json();
+    if (response.status === 401 && !noLogin) {
+      connection.state = "loggedOut";
+      await connection.untilOnline(signal);
+      continue;
+    }
+    const wait = waitOf(response, tries);
+    if (!isBusy(response) || tries >= triesWhenBusy || wait > longestPause) throw await problemOf(response);
+    await pause(wait);
+  }
+}
+
+/** Sends a body to an address of the API, or asks it for what it has. */
+export const request = (path: string, body: unknown, lane: Lane, options: CallOptions = {}): Promise<unknown> =>
+  queue.run(options.background ? "background" : lane, () => answered(path, body, options), options.signal);
+
+/** Past the queue: for logging in, while all others wait for it. */
+export const requestNow = (path: string, body: unknown, options: CallOptions = {}) =>
+  answered(path, body, { ...options, noLogin: true });
+
+/** The bare response, for who needs its headers. */
+export async function post(path: string, body: unknown): Promise<Response> {
+  const response = await sent(path, body);
+  if (!response.ok) throw await problemOf(response);
+  return response;
+}

@@ -1,0 +1,12 @@
+export { TvxElement, Watch } from "./element";
+export { type IconName, icon } from "./icon";
+export { Store } from "./store";
+export { styles } from "./styles";
+export { type Option, TvxCombobox } from "./tvx-combobox";
+export { ask, type DialogAction, type DialogOptions, dialog, TvxDialog } from "./tvx-dialog";
+export { type MenuEntry, type MenuItem, openMenu, rule } from "./tvx-menu";
+export { TvxSplit } from "./tvx-split";
+export { type TableColumn, TvxTable } from "./tvx-table";
+export { type Tab, TvxTabs } from "./tvx-tabs";
+export { toast } from "./tvx-toast";
+export { type Drop, type DropPlace, type TreeRow, TvxTree } from "./tvx-tree";

@@ -1,0 +1,58 @@
+import type { Places } from "./labels.gen";
+import { core } from "./names/core";
+import { editor } from "./names/editor";
+import { pages } from "./names/pages";
+
+/** The words of the interface by name: their numbers in the vocabulary. */
+export const L = { ...core, ...editor, ...pages } as const;
+
+export type Label = (typeof L)[keyof typeof L];
+type PlacesOf<N> = N extends keyof Places
+  ? [places: Record<Places[N], string | number>]
+  : [places?: Record<string, string | number>];
+
+let words: Record<string, string> = {};
+let language = "en";
+let plurals = new Intl.PluralRules(language);
+const listeners = new Set<() => void>();
+
+/** The text of a label, with its places filled: `t(L.heldBy, { name })`. */
+export function t<N extends Label>(label: N, ...[places]: PlacesOf<N>): string {
+  const text = words[label] ?? "";
+  return places ? filled(text, places) : text;
+}
+
+const filled = (text: string, places: Record<string, string | number>) =>
+  text.replace(/\{(\w+)\}/g, (whole, name: string) => (name in places ? String(places[name]) : whole));
+
+/** One of two labels, as the language counts: `plural(n, L.onePage, L.manyPages)`. Both may have the place {count}. */
+export function plural(count: number, one: Label, other: Label, places: Record<string, string | number> = {}): string {
+  const label = plurals.select(count) === "one" ? one : other;
+  return filled(words[label] ?? "", { count: number(count), ...places });
+}
+
+export const interfaceLanguage = () => language;
+
+export const number = (value: number, options?: Intl.NumberFormatOptions) =>
+  new Intl.NumberFormat(language, options).format(value);
+
+/** Calls back when the words are another language's. */
+export function onWords(listener: () => void): () => void {
+  listeners.add(listener);
+  return () => listeners.delete(listener);
+}
+
+/** Takes words as they are. */
+export function setWords(lang: string, texts: Record<string, string>): void {
+  words = texts;
+  language = lang;
+  plurals = new Intl.PluralRules(lang);
+  if (typeof document !== "undefined") document.documentElement.lang = lang;
+  for (const listener of listeners) listener();
+}
+
+export async function loadWords(lang: string): Promise<void> {
+  const response = await fetch(`/torvex/api/labels?lang=${encodeURIComponent(lang)}`, { credentials: "same-origin" });
+  if (!response.ok) throw new Error(`labels: ${response.status}`);
+  setWords(lang, await response.json());
+}

@@ -1,0 +1,2 @@
+/** Words of the editor: 4200 to 4499. */
+export const editor = {} as const;

@@ -1,0 +1,46 @@
+import "../styles/tokens.css";
+import "../styles/base.css";
+import "../styles/controls.css";
+import { html, render } from "lit";
+import { icon } from "../kit/icon";
+import { L, t } from "../labels";
+import { startAddresses } from "./address";
+import { startAppearance } from "./appearance";
+import "./builtin";
+import { startKeys } from "./keys";
+import { startLoginAgain } from "./login-again";
+import { startPresence } from "./presence";
+import { startSession, watchConnection } from "./session";
+import "./tvx-faces";
+import { TvxShell } from "./tvx-shell";
+import { loadWebsites } from "./workplace";
+
+function logInFirst(): void {
+  const here = location.pathname + location.search;
+  location.assign(`/torvex/login${here === "/torvex/" ? "" : `?to=${encodeURIComponent(here)}`}`);
+}
+
+function failed(error: unknown): void {
+  const words = t(L.couldNotLoad) || "This could not be loaded.";
+  const again = t(L.tryAgain) || "Try again";
+  const why = error instanceof Error ? error.message : String(error);
+  render(
+    html`<main class="empty" role="alert">${icon("cloud-off")}<h1>${words}</h1><p class="note">${why}</p><button class="button" @click=${() => location.reload()}>${again}</button></main>`,
+    document.body,
+  );
+}
+
+async function start(): Promise<void> {
+  startAppearance();
+  if (!(await startSession())) return logInFirst();
+  await loadWebsites();
+  document.getElementById("loading")?.remove();
+  startAddresses();
+  startKeys();
+  watchConnection();
+  startLoginAgain();
+  document.body.append(new TvxShell());
+  startPresence();
+}
+
+start().catch(failed);

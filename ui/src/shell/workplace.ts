@@ -1,0 +1,135 @@
+import { Batch, call } from "../api";
+import { Store } from "../kit/store";
+
+export interface Login {
+  loginId: number;
+  username: string;
+  name: string;
+  isAdministrator: boolean;
+}
+
+/** The five edit rights, as `getLoginEditRights` gives them. */
+export interface EditRights {
+  onOff: boolean;
+  move: boolean;
+  publish: boolean;
+  approve: boolean;
+  edit: boolean;
+}
+
+export const noRights: EditRights = { onOff: false, move: false, publish: false, approve: false, edit: false };
+
+export function editRights(flags: string): EditRights {
+  const has = (place: number) => flags[place] === "1";
+  return { onOff: has(0), move: has(1), publish: has(2), approve: has(3), edit: has(4) };
+}
+
+export const hasAny = (rights: EditRights) => Object.values(rights).some(Boolean);
+
+export interface Website {
+  site: string;
+  lang: string;
+  siteName: string;
+  langName: string;
+  title: string;
+  rights: EditRights;
+}
+
+/** Who works, and where. */
+export interface Workplace {
+  login: Login | null;
+  websites: Website[];
+  site: string;
+  lang: string;
+  rights: EditRights;
+  /** Somebody is moving pages here: nobody can come in until that is done. */
+  closed: boolean;
+}
+
+export const workplace = new Store<Workplace>({
+  login: null,
+  websites: [],
+  site: "",
+  lang: "",
+  rights: noRights,
+  closed: false,
+});
+
+/** The page that the centre shows, as far as it is known; whoever changes it says so by `changedPages`. */
+export interface PageState {
+  pageId: number;
+  nodeId: string;
+  site: string;
+  lang: string;
+  title: string;
+  /** "P", "A", "F", "N" (without a setup yet), "S". */
+  type: string;
+  state: "new" | "changed" | "approved" | "marked" | "live";
+  /** Who holds it: "" nobody, and whether that is me. */
+  holder: string;
+  heldByMe: boolean;
+  heldByOther: boolean;
+  rights: EditRights;
+}
+
+export const currentPage = new Store<PageState | null>(null);
+
+/** What changed about pages, for who shows them: numbers of pages, or "all" for a whole tree. */
+export type Change = { pageIds: number[]; nodeIds?: string[] } | "all";
+const changeListeners = new Set<(change: Change) => void>();
+
+export function onPagesChanged(listener: (change: Change) => void): () => void {
+  changeListeners.add(listener);
+  return () => changeListeners.delete(listener);
+}
+
+export function pagesChanged(change: Change): void {
+  for (const listener of [...changeListeners]) listener(change);
+}
+
+const keptAt = (name: string) => `torvex.${workplace.value.login?.loginId ?? 0}.${name}`;
+
+/** What this login chose to keep in this browser. */
+export const kept = {
+  get: (name: string) => localStorage.getItem(keptAt(name)) ?? "",
+  set: (name: string, value: string) => localStorage.setItem(keptAt(name), value),
+};
+
+const callsInABatch = 100;
+
+async function rightsIn(websites: { site: string; lang: string }[]): Promise<EditRights[]> {
+  const rights: EditRights[] = [];
+  for (let from = 0; from < websites.length; from += callsInABatch) {
+    const work = new Batch();
+    const steps = websites
+      .slice(from, from + callsInABatch)
+      .map(({ site, lang }) => work.do("cManager.getLoginEditRights", { site, lang }));
+    await work.run();
+    rights.push(...steps.map(({ value }) => editRights(String(value))));
+  }
+  return rights;
+}
+
+/** The websites where this login can do something. */
+export async function loadWebsites(): Promise<void> {
+  const all = await call("cManager.getWebsites", {});
+  const rights = await rightsIn(all);
+  const websites = all.map((row, at): Website => ({ ...row, rights: rights[at] ?? noRights }));
+  const mine = websites.filter(({ rights }) => hasAny(rights));
+  const offered = mine.length > 0 ? mine : websites;
+  const [site, lang] = kept.get("website").split(".");
+  const first = offered.find((one) => one.site === site && one.lang === lang) ?? offered[0];
+  workplace.patch({ websites: offered });
+  if (first) enter(first.site, first.lang);
+}
+
+export const websiteAt = (site: string, lang: string) =>
+  workplace.value.websites.find((one) => one.site === site && one.lang === lang);
+
+/** Works in another website from now on. */
+export function enter(site: string, lang: string): void {
+  const website = websiteAt(site, lang);
+  if (!website || (site === workplace.value.site && lang === workplace.value.lang)) return;
+  workplace.patch({ site, lang, rights: website.rights, closed: false });
+  kept.set("website", `${site}.${lang}`);
+}
