@@ -41,7 +41,9 @@ Outcome CallRun::runPastGate(const Call& call, const Network& network) {
     if (const auto verdict = gate.mayAsk(operation->right, operation->name); !verdict.isAllowed())
         return {verdict, {}};
     const auto values = valuesFor(*operation, call.arguments);
-    if (const auto verdict = gate.mayCall(*operation, values); !verdict.isAllowed()) return {verdict, {}};
+    const auto property = [&](std::string_view name) { return objectNamed(call.object).get(name); };
+    if (const auto verdict = gate.mayCall(*operation, values, property); !verdict.isAllowed())
+        return {verdict, {}};
     const Value result = objectNamed(call.object).invoke(*operation, values);
     gate.called(*operation, values, result);
     return {{}, result};

@@ -11,6 +11,8 @@
 #include "authoring/PageIdentList.h"
 #include "media/MediaKind.h"
 #include "modules/forum/ForumPlace.h"
+#include "operations/calls/CallValues.h"
+#include "operations/calls/DesignReading.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
@@ -48,29 +50,6 @@ Verdict tooManyTries(std::chrono::seconds wait) {
             wait};
 }
 
-/// The values of a call by the names of their arguments.
-class Values {
-  public:
-    Values(const std::vector<Argument>& arguments, const std::vector<Value>& values)
-        : arguments_(arguments), values_(values) {}
-
-    /// "" for the name "": the right covers nothing of the kind.
-    std::string text(const std::string& name) const { return name.empty() ? "" : of(name).toText(); }
-    double number(const std::string& name) const { return of(name).toNumber(); }
-
-  private:
-    const Value& of(const std::string& name) const {
-        const auto found =
-            std::find_if(arguments_.begin(), arguments_.end(),
-                         [&name](const Argument& argument) { return text::equals(argument.name, name); });
-        if (found == arguments_.end()) throw Error("the right names the argument \"" + name + "\"");
-        return values_.at(static_cast<std::size_t>(found - arguments_.begin()));
-    }
-
-    const std::vector<Argument>& arguments_;
-    const std::vector<Value>& values_;
-};
-
 /// Who calls, and by what it is looked up what he may do.
 struct Caller {
     db::Connection& connection;
@@ -91,7 +70,7 @@ bool mayEditEach(const Caller& caller, EditTask task, const PageIdentList& pages
     return !pages.entries().empty() && mayEditAll(caller, task, pages);
 }
 
-bool hasEditRight(const Caller& caller, const Right& right, const Values& values) {
+bool hasEditRight(const Caller& caller, const Right& right, const CallValues& values) {
     const auto task = editTaskOf(right.detail);
     if (!task) return false;
     const PageIdentList pages(values.text(right.page));
@@ -107,7 +86,7 @@ bool hasEditRight(const Caller& caller, const Right& right, const Values& values
     return isAllowed(caller.connection, caller.actor, *task, site, lang);
 }
 
-int entryOf(const Right& right, const Values& values) {
+int entryOf(const Right& right, const CallValues& values) {
     const bool isDocuments =
         !right.media.empty() && mediaKindOf(values.text(right.media)) == MediaKind::Documents;
     return isDocuments ? adminEntry::documents : right.advId;
@@ -119,7 +98,7 @@ bool hasAccessAtForum(const Caller& caller, const Right& right, int forumId) {
     return mayUseEntry(caller.connection, caller.actor, right.detail, right.advId, place.site, place.lang);
 }
 
-bool hasAccess(const Caller& caller, const Right& right, const Values& values) {
+bool hasAccess(const Caller& caller, const Right& right, const CallValues& values) {
     if (!right.forum.empty()) {
         const int forumId = static_cast<int>(values.number(right.forum));
         if (forumId != 0 || right.site.empty()) return hasAccessAtForum(caller, right, forumId);
@@ -138,7 +117,7 @@ Verdict verdictFor(bool allowed) {
 }
 
 /// Of somebody who may ask.
-Verdict judge(const Caller& caller, const Right& right, const Values& values, const std::string& name) {
+Verdict judge(const Caller& caller, const Right& right, const CallValues& values, const std::string& name) {
     switch (right.kind) {
         case Right::Kind::Visitor:
         case Right::Kind::AnyLogin:
@@ -173,7 +152,7 @@ bool isTyped(const std::vector<Value>& values) {
 }
 
 std::string nameIn(const Operation& operation, const std::vector<Value>& values) {
-    return Values(operation.arguments, values).text(operation.passwordTest->name);
+    return CallValues(operation.arguments, values).text(operation.passwordTest->name);
 }
 
 /// Failures stand in the log and in the trail by what the operation does; here it is what follows from them.
@@ -193,7 +172,7 @@ void reportLockOut(HostContext& host, const std::string& name, std::chrono::seco
 }  // namespace
 
 int entryFor(const Operation& operation, const std::vector<Value>& values) {
-    return entryOf(operation.right, Values(operation.arguments, values));
+    return entryOf(operation.right, CallValues(operation.arguments, values));
 }
 
 Verdict Gate::mayAsk(const Right& right, const std::string& name) {
@@ -202,11 +181,14 @@ Verdict Gate::mayAsk(const Right& right, const std::string& name) {
     return ownsItsLogin(connection_, actorOf(host_)) ? Verdict() : notLoggedIn();
 }
 
-Verdict Gate::mayCall(const Operation& operation, const std::vector<Value>& values) {
+Verdict Gate::mayCall(const Operation& operation, const std::vector<Value>& values,
+                      const PropertyOf& property) {
     const Actor actor = actorOf(host_);
-    const Verdict verdict =
-        judge({connection_, actor}, operation.right, Values(operation.arguments, values), operation.name);
+    const CallValues named(operation.arguments, values);
+    const Verdict verdict = judge({connection_, actor}, operation.right, named, operation.name);
     if (!verdict.isAllowed()) return verdict;
+    const auto& design = operation.right.design;
+    if (design && !mayReadDesigns(connection_, actor, *design, named, property)) return noRight();
     if (const auto* name = withheldIn(operation, values)) return withheld(*name);
     if (!operation.passwordTest || !isTyped(values)) return {};
     attempt_.emplace(throttle_, LoginAttempt::Kind::Author, host_.request.serverVariable("remote_addr"),
@@ -220,7 +202,7 @@ Verdict Gate::mayCall(const Operation& operation, const std::vector<Value>& valu
 Verdict Gate::mayUse(const Property& property) {
     const Verdict verdict = mayAsk(property.right, property.name);
     if (!verdict.isAllowed()) return verdict;
-    return judge({connection_, actorOf(host_)}, property.right, Values({}, {}), property.name);
+    return judge({connection_, actorOf(host_)}, property.right, CallValues({}, {}), property.name);
 }
 
 void Gate::called(const Operation& operation, const std::vector<Value>& values, const Value& result) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "accounts/LoginAttempt.h"
@@ -28,6 +30,9 @@ int entryFor(const Operation& operation, const std::vector<Value>& values);
 /// too. A row that names an argument it hasn't got is a programming error and throws as well.
 class Gate {
   public:
+    /// Reads a property of the object that a call is made on.
+    using PropertyOf = std::function<Value(std::string_view name)>;
+
     /// All must outlive the gate; the throttle is shared by all requests.
     Gate(HostContext& host, db::Connection& connection, GuessThrottle& throttle)
         : host_(host), connection_(connection), throttle_(throttle) {}
@@ -36,7 +41,7 @@ class Gate {
     Verdict mayAsk(const Right& right, const std::string& name);
     /// Whether somebody who may ask may do it with these arguments: converted, in order (see `arrange`). A
     /// password among them counts as a wrong one from then on, until `called` knows better.
-    Verdict mayCall(const Operation& operation, const std::vector<Value>& values);
+    Verdict mayCall(const Operation& operation, const std::vector<Value>& values, const PropertyOf& property);
     Verdict mayUse(const Property& property);
 
     /// To be told of every call that was allowed, with what it gave.

@@ -29,9 +29,9 @@ ClassEntry baseTemplateOperations() {
                    editAccess(adminEntry::baseTemplates))
                 .codes(removalCodes({}, "4")),
             reads("getBaseTemplateFile", &BaseTemplate::getBaseTemplateFile, pageArguments(), fileInForce,
-                  anyLogin()),
+                  designOf("pageIdent", "mode")),
             reads("getBaseTemplateName", &BaseTemplate::getBaseTemplateName, pageArguments(), nameInForce,
-                  anyLogin()),
+                  designOf("pageIdent", "mode")),
             reads("getNodeId", &BaseTemplate::getNodeId, {argument("pageId")}, nodeOfPage, anyLogin()),
             reads("getPageId", &BaseTemplate::getPageId, {argument("nodeId")}, pageOfNode, anyLogin())
                 .codes(noPage()),

@@ -86,6 +86,32 @@ inline Right oneselfOrEditAccess(std::string login, int advId) {
 inline Right onlySa() {
     return {Right::Kind::OnlySa};
 }
+/// The right, and to read the design of the page that the argument `page` names; where there is an argument
+/// for the mode, in mode "D" only.
+inline Right alsoReadingDesign(Right right, std::string page, std::string mode = {}) {
+    right.design = Right::Design{.page = std::move(page), .mode = std::move(mode)};
+    return right;
+}
+inline Right designOf(std::string page, std::string mode = {}) {
+    return alsoReadingDesign(anyLogin(), std::move(page), std::move(mode));
+}
+/// In the site and language that the arguments name, and where the page is if one is given.
+inline Right designIn(std::string site, std::string lang, std::string mode = {}, std::string page = {}) {
+    Right right = designOf(std::move(page), std::move(mode));
+    right.design->site = std::move(site);
+    right.design->lang = std::move(lang);
+    return right;
+}
+inline Right designOfRecord(std::string mode) {
+    Right right = designOf({}, std::move(mode));
+    right.design->isOfRecord = true;
+    return right;
+}
+inline Right designOfAllTrees(std::string mode) {
+    Right right = designOf({}, std::move(mode));
+    right.design->isOfAllTrees = true;
+    return right;
+}
 
 // ---- Arguments ----
 

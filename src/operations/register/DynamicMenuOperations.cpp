@@ -13,10 +13,11 @@ ClassEntry dynamicMenuOperations() {
                 "load", &dynMenu::load, {argument("pageIdent"), argument("mode", "")},
                 "Draws the menu of a page into the properties: for the session's visitor, or for authors in "
                 "mode \"D\" or \"L\".",
-                anyLogin())
+                designOf("pageIdent", "mode"))
                 .codes({code(true, "It is drawn."), code(false, "The page shows no menu.")}),
             reads("isPage", &dynMenu::isPage, {argument("pageIdent"), argument("mode", "L")},
-                  "Whether a page shows today; in mode \"D\" by the dates of its design.", anyLogin()),
+                  "Whether a page shows today; in mode \"D\" by the dates of its design.",
+                  designOf("pageIdent", "mode")),
             writes("publish", &dynMenu::publish, {argument("site"), argument("lang")},
                    "Brings the live menus of a site and language to what their design says.",
                    editAccess(adminEntry::dynamicMenu, "site", "lang")),

@@ -25,7 +25,7 @@ std::vector<Row<cManager>> managerBodyRows() {
                {argument("pageIdentFrom"), argument("pageIdentTo"), argument("bodyIdFrom"),
                 argument("bodyIdTo"), argument("modeFrom", "D")},
                "Copies a body from a page's design or live data to another page.",
-               editRight("edit", "pageIdentTo"))
+               alsoReadingDesign(editRight("edit", "pageIdentTo"), "pageIdentFrom", "modeFrom"))
             .codes({code(0, "It is copied."), notLoggedIn(),
                     refusal(-1, "Another login has the page that it would be copied to."),
                     refusal(-2, "There is no such page to copy from."),
@@ -33,7 +33,8 @@ std::vector<Row<cManager>> managerBodyRows() {
         reads("getBody", &cManager::getBody,
               {argument("pageIdent"), argument("bodyId"), argument("bodyType", 0), argument("feedId", 0),
                argument("mode", "D")},
-              "One body; its kind and feed are looked up when no kind is given.", anyLogin()),
+              "One body; its kind and feed are looked up when no kind is given.",
+              designOf("pageIdent", "mode")),
         reads("getBodyHTML", &cManager::getBodyHTML, {argument("feedId")},
               "What an HTML feed gives, or why it gives nothing.", anyLogin()),
         reads("getBodyXML", &cManager::getBodyXML, {argument("feedId")},
@@ -43,14 +44,15 @@ std::vector<Row<cManager>> managerBodyRows() {
         reads("buildLinks", &cManager::buildLinks,
               {argument("html"), argument("site"), argument("lang"), argument("mode", "L")},
               "A page with its link notations as links of the authoring interface, bad ones marked.",
-              anyLogin()),
+              designIn("site", "lang", "mode")),
         reads("fillBodies", &cManager::fillBodies,
               {argument("pageIdent"), argument("mode"), argument("html"), argument("editFlag", false)},
               "A text with the bodies of a page in their places, framed for editing if asked for.",
-              anyLogin()),
+              designOf("pageIdent", "mode")),
         reads("torvex_preparePage", &cManager::torvex_preparePage,
               {argument("mode", "L"), argument("applicationSubTitle", "")},
-              "The finished page of the record; the subtitle \"#edit#\" builds it for editing.", anyLogin()),
+              "The finished page of the record; the subtitle \"#edit#\" builds it for editing.",
+              designOfRecord("mode")),
     };
 }
 

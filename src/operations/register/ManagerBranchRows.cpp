@@ -28,7 +28,7 @@ std::vector<Row<cManager>> managerBranchRows() {
             {argument("modeFrom"), argument("pageIdentFrom"), argument("pageIdentTo"), argument("flag")},
             "Copies a page, with a flag other than 0 all below it as well, to below another page: the node "
             "of the copy, which is in the design alone. What is live is copied in mode \"L\".",
-            editRight("edit", "pageIdentTo"))
+            alsoReadingDesign(editRight("edit", "pageIdentTo"), "pageIdentFrom", "modeFrom"))
             .codes({notLoggedIn(), refusal(-1, "There is a system branch below the target already."),
                     refusal(-2, "System pages go into a system branch only, and nothing else goes there."),
                     noTitle(), noPlace(), noPageOrFailed()}),
@@ -55,14 +55,14 @@ std::vector<Row<cManager>> managerBranchRows() {
                {argument("site"), argument("lang"), argument("startNode", ""), argument("flag", 0)},
                "The pages of a site and language as one text, with a flag other than 0 those just below a "
                "node, and enters the site and language.",
-               anyLogin())
+               designIn("site", "lang", "", "startNode"))
             .codes({refusal(
                 -1, "Pages are being moved in this site and language, so that nobody can enter them.")}),
         reads("treeView", &cManager::treeView,
               {argument("site"), argument("lang"), argument("mode"), argument("tvMode")},
               "Answers the browser with a tree to pick a page (\"pages\"), an image (\"images\", "
               "\"pictures\") or a document (\"other\") from.",
-              anyLogin()),
+              designOfAllTrees("mode")),
         reads("statistics", &cManager::statistics,
               {argument("pageIdent"), argument("fromDay"), argument("fromMonth"), argument("fromYear"),
                argument("toDay"), argument("toMonth"), argument("toYear"), argument("statType")},

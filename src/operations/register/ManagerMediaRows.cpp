@@ -34,7 +34,7 @@ std::vector<Row<cManager>> folders() {
                "Lets a visitor group reach a media folder, or no longer.",
                mediaAccess("edit", "folderType", "site")),
         reads("getSystemFolders", &cManager::getSystemFolders, {argument("site"), argument("lang")},
-              "The folders below the system branch of a site and language.", anyLogin())
+              "The folders below the system branch of a site and language.", designIn("site", "lang"))
             .lists({{"pageId", Number}, {"nodeId", Text}, {"title", Text}}),
         reads("getUploadFolders", &cManager::getUploadFolders,
               {argument("site"), argument("tvMode"), argument("activeFolder"), argument("job")},

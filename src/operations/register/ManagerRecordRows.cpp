@@ -87,7 +87,7 @@ std::vector<Row<cManager>> metaDataRows() {
                "that isn't inherited takes it away.",
                editRight("edit", "pageIdent")),
         reads("getMetaData", &cManager::getMetaData, {argument("pageIdent"), argument("mode", "L")},
-              "The meta tags of a page's site with the values of the page.", anyLogin())
+              "The meta tags of a page's site with the values of the page.", designOf("pageIdent", "mode"))
             .lists({{"metaData_id", Number},
                     {"metaData_name", Text},
                     {"metaData_value", Text},

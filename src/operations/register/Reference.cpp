@@ -30,8 +30,9 @@ that *enters* notes where the caller works, and nothing that others read; one th
 The right is what a caller over the network needs (see [rights.md](rights.md)); the command line asks for
 none. *Any author* is whoever is logged in, in a session that still holds the login. *Edit right* and
 *access* name what a role of the login must give, and for what: a page (each one of a list), a site and
-language, or the whole installation where nothing is named. *Oneself* is the login whose number is given,
-if it is the caller's own. *sa* has every right. What is *not over the network* is nobody's there, nor is an
+language, or the whole installation where nothing is named. Who *works at* pages or *in* a site and language
+has some edit right in their tree, or access to some entry of their site: designs are for nobody else to read.
+*Oneself* is the login whose number is given, if it is the caller's own. *sa* has every right. What is *not over the network* is nobody's there, nor is an
 argument that says so: it keeps its default. One that is *filled* gets the right's entry, whatever is sent.
 )";
 
@@ -51,7 +52,21 @@ std::string entryText(const Right& right) {
     return entry + " or " + std::to_string(adminEntry::documents) + ", as `" + right.media + "` says,";
 }
 
-std::string rightText(const Right& right) {
+/// The trees whose designs are read.
+std::string treesText(const Right::Design& design) {
+    if (design.isOfAllTrees) return " in all sites and languages";
+    if (design.isOfRecord) return " at the page of the record";
+    const std::string page = design.page.empty() ? "" : " at `" + design.page + '`';
+    if (design.site.empty()) return page;
+    return " in `" + design.site + "`, `" + design.lang + '`' + (page.empty() ? "" : " and" + page);
+}
+
+std::string designText(const Right::Design& design) {
+    return "who works" + treesText(design) +
+           (design.mode.empty() ? "" : " where `" + design.mode + "` isn't \"L\"");
+}
+
+std::string kindText(const Right& right) {
     switch (right.kind) {
         case Right::Kind::Nobody:
             return "not over the network";
@@ -64,12 +79,15 @@ std::string rightText(const Right& right) {
         case Right::Kind::AdvancedRight:
             return right.detail + " access to entry " + entryText(right) + coverage(right);
         case Right::Kind::OneselfOrAdvancedRight:
-            return "oneself (`" + right.login + "`), or " + right.detail + " access to entry " +
-                   std::to_string(right.advId);
+            return "oneself, or " + right.detail + " access to entry " + std::to_string(right.advId);
         case Right::Kind::OnlySa:
             return "only sa";
     }
     return "";
+}
+
+std::string rightText(const Right& right) {
+    return kindText(right) + (right.design ? ", " + designText(*right.design) : "");
 }
 
 /// Texts in quotation marks, everything else as it is written in a call.

@@ -46,6 +46,17 @@ void addUnlessEmpty(json::object& out, std::string_view key, const std::string& 
     if (!content.empty()) out[key] = textJson(content);
 }
 
+json::object designJson(const Right::Design& design) {
+    json::object out;
+    addUnlessEmpty(out, "page", design.page);
+    addUnlessEmpty(out, "site", design.site);
+    addUnlessEmpty(out, "lang", design.lang);
+    addUnlessEmpty(out, "mode", design.mode);
+    if (design.isOfRecord) out["record"] = true;
+    if (design.isOfAllTrees) out["allTrees"] = true;
+    return out;
+}
+
 json::object rightJson(const Right& right) {
     json::object out{{"kind", textJson(kindName(right.kind))}};
     addUnlessEmpty(out, right.kind == Right::Kind::EditRight ? "action" : "access", right.detail);
@@ -58,6 +69,7 @@ json::object rightJson(const Right& right) {
     addUnlessEmpty(out, "media", right.media);
     addUnlessEmpty(out, "forum", right.forum);
     if (!right.media.empty()) out["documentsEntry"] = adminEntry::documents;
+    if (right.design) out["design"] = designJson(*right.design);
     return out;
 }
 

@@ -61,6 +61,18 @@ struct StatusCode {
 /// What a caller from outside must be allowed to do. An operation that states `Nobody` is out of reach of the
 /// network: it reads or writes files by path, opens connections, or changes what isn't the caller's own.
 struct Right {
+    /// That an operation reads designs, and of which trees: whoever hasn't to do with a site and language
+    /// (see `mayReadDesign`) sees there what is live and nothing else. Arguments are named as below.
+    struct Design {
+        std::string page = {};  ///< its tree; a page that isn't there has none, and no design
+        std::string site = {};  ///< and this tree, unless only the page is given
+        std::string lang = {};
+        /// Where this is "L", or is left out and isn't "D" by itself, only what is live is read.
+        std::string mode = {};
+        bool isOfRecord = false;  ///< the page of the object's record, whose number and node anybody can set
+        bool isOfAllTrees = false;  ///< whatever the arguments name
+    };
+
     enum class Kind {
         Nobody,
         Visitor,
@@ -87,6 +99,8 @@ struct Right {
     std::string media = {};
     /// The argument that is a forum's number. Where one is given, site and language are the forum's own.
     std::string forum = {};
+    /// What has to be passed besides; nothing where no design is read, or the right alone tells who may.
+    std::optional<Design> design = {};
 };
 
 /// That an operation tests a password. Callers from outside who guess are slowed down.

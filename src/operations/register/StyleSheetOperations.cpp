@@ -26,9 +26,9 @@ ClassEntry styleSheetOperations() {
                    "Removes an entry that nothing uses, with its file.", editAccess(adminEntry::stylesheets))
                 .codes(removalCodes({}, "4")),
             reads("getStylesheetFile", &StyleSheet::getStylesheetFile, pageArguments(), fileInForce,
-                  anyLogin()),
+                  designOf("pageIdent", "mode")),
             reads("getStylesheetName", &StyleSheet::getStylesheetName, pageArguments(), nameInForce,
-                  anyLogin()),
+                  designOf("pageIdent", "mode")),
             reads("getNodeId", &StyleSheet::getNodeId, {argument("pageId")}, nodeOfPage, anyLogin()),
             reads("getPageId", &StyleSheet::getPageId, {argument("nodeId")}, pageOfNode, anyLogin())
                 .codes(noPage()),

@@ -30,8 +30,10 @@ ClassEntry templateOperations() {
                    "Removes an entry that nothing uses, with its file.", editAccess(adminEntry::templates))
                 .codes(removalCodes(
                     {refusal("4", "A newsflash uses it."), refusal("5", "A dynamic menu uses it.")}, "6")),
-            reads("getTemplateFile", &Template::getTemplateFile, pageArguments(), fileInForce, anyLogin()),
-            reads("getTemplateName", &Template::getTemplateName, pageArguments(), nameInForce, anyLogin()),
+            reads("getTemplateFile", &Template::getTemplateFile, pageArguments(), fileInForce,
+                  designOf("pageIdent", "mode")),
+            reads("getTemplateName", &Template::getTemplateName, pageArguments(), nameInForce,
+                  designOf("pageIdent", "mode")),
             reads("getNodeId", &Template::getNodeId, {argument("pageId")}, nodeOfPage, anyLogin()),
             reads("getPageId", &Template::getPageId, {argument("nodeId")}, pageOfNode, anyLogin())
                 .codes(noPage()),

@@ -71,12 +71,22 @@ bool opens(const Caller& caller, const Right& right, int level) {
     return (caller.site.empty() || caller.site == site) && (caller.lang.empty() || caller.lang == lang);
 }
 
+/// Of page 11, which is in "aa" and "en", or of the trees of both sites.
+bool readsDesign(const Caller& caller, const Right::Design& design) {
+    const bool edits =
+        !design.isOfAllTrees && !caller.action.empty() && caller.site == "aa" && caller.lang == "en";
+    const bool isBySite = caller.advId == adminEntry::templates || caller.advId == adminEntry::images;
+    return edits || (isBySite && (caller.site.empty() || (!design.isOfAllTrees && caller.site == "aa")));
+}
+
 Kind expected(const Caller& caller, const Right& right, int level) {
     if (right.kind == Right::Kind::Nobody) return Kind::OutOfReach;
     if (right.kind == Right::Kind::Visitor) return Kind::Allowed;
     if (!caller.ownsLogin) return Kind::NotLoggedIn;
-    if (right.kind == Right::Kind::AnyLogin || caller.isSa) return Kind::Allowed;
-    const bool has = (right.kind == Right::Kind::EditRight && reaches(caller, right)) ||
+    if (caller.isSa) return Kind::Allowed;
+    if (right.design && !readsDesign(caller, *right.design)) return Kind::NoRight;
+    const bool has = right.kind == Right::Kind::AnyLogin ||
+                     (right.kind == Right::Kind::EditRight && reaches(caller, right)) ||
                      (namesAnEntry(right) && opens(caller, right, level));
     return has ? Kind::Allowed : Kind::NoRight;
 }
@@ -103,8 +113,10 @@ std::vector<Caller> callersFor(const Right& right) {
             }
         }
     }
-    for (const int advId :
-         {right.advId, right.advId == adminEntry::sites ? +adminEntry::languages : +adminEntry::sites}) {
+    std::vector<int> entries{right.advId,
+                             right.advId == adminEntry::sites ? adminEntry::languages : adminEntry::sites};
+    if (right.design) entries.insert(entries.end(), {adminEntry::templates, adminEntry::images});
+    for (const int advId : entries) {
         if (advId == 0) continue;
         for (const auto* flag : {"view", "edit"}) {
             for (const auto& [site, lang] : std::vector<std::pair<std::string, std::string>>{
@@ -121,12 +133,18 @@ std::vector<Caller> callersFor(const Right& right) {
     return callers;
 }
 
+std::string signature(const Right::Design& design) {
+    return std::string("d") + (design.page.empty() ? "" : "p") + (design.site.empty() ? "" : "s") +
+           (design.mode.empty() ? "" : "m") + (design.isOfRecord ? "r" : "") +
+           (design.isOfAllTrees ? "a" : "");
+}
+
 /// What makes two rights the same to the gate.
 std::string signature(const Right& right) {
     return std::to_string(static_cast<int>(right.kind)) + right.detail + std::to_string(right.advId) +
            (right.page.empty() ? "" : "p") + (right.otherPage.empty() ? "" : "o") +
            (right.forum.empty() ? "" : "f") + (right.site.empty() ? "" : "s") +
-           (right.lang.empty() ? "" : "l");
+           (right.lang.empty() ? "" : "l") + (right.design ? signature(*right.design) : "");
 }
 
 TEST_P(GateRegisterTest, EveryKindOfRowIsOpenToThoseWhoHaveItsRightAndToNobodyElse) {
@@ -191,11 +209,31 @@ TEST_P(GateRegisterTest, EveryRowIsClosedToASessionThatLostItsLogin) {
 
 // ---- The rows themselves ----
 
+/// What has a mode tells of the design in one of them.
+TEST_P(GateRegisterTest, WhoeverIsLoggedInReadsNoDesignByAMode) {
+    // Delivery reads what is live, whatever the mode; a number of all pages tells of none of them.
+    const std::set<std::string> harmless{"getTemplateFile", "getStylesheetFile", "getBaseTemplateFile",
+                                         "buildLinks", "getPageCount"};
+    for (const auto& entry : classes.classes()) {
+        for (const auto& operation : entry.operations) {
+            if (operation.right.kind != Right::Kind::AnyLogin || operation.right.design) continue;
+            if (harmless.contains(operation.name) &&
+                (entry.name == "cServer" || operation.name == "getPageCount"))
+                continue;
+            for (const auto& argument : operation.arguments) {
+                EXPECT_FALSE(text::startsWith(argument.name, "mode")) << entry.name << '.' << operation.name;
+            }
+        }
+    }
+}
+
 TEST_P(GateRegisterTest, EveryRightNamesArgumentsThatTheOperationHas) {
     forEachRow(classes, [](const Operation& operation) {
         const Right& right = operation.right;
+        const Right::Design design = right.design.value_or(Right::Design());
         for (const auto& name :
-             {right.page, right.otherPage, right.site, right.lang, right.login, right.media, right.forum}) {
+             {right.page, right.otherPage, right.site, right.lang, right.login, right.media, right.forum,
+              design.page, design.site, design.lang, design.mode}) {
             const bool there =
                 name.empty() ||
                 std::any_of(operation.arguments.begin(), operation.arguments.end(),

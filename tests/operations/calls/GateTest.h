@@ -5,6 +5,7 @@
 
 #include "accounts/GuessThrottle.h"
 #include "operations/calls/CallRun.h"
+#include "operations/register/Binding.h"
 #include "operations/register/Conversion.h"
 #include "platform/text/Text.h"
 #include "support/RightsTest.h"
@@ -19,7 +20,7 @@ inline Operation sample(const std::vector<std::string>& arguments, const Right& 
 }
 
 /// The base of tests of the gate. "anna" holds role 3, which gives nothing yet. Pages: 10 "aa.en", 11
-/// "aa.en.01", 12 "aa.en.02", 21 "bb.en.01". Forums: 4 of "aa", 5 of "bb".
+/// "aa.en.01", 12 "aa.en.02", 20 "bb.en", 21 "bb.en.01". Forums: 4 of "aa", 5 of "bb".
 class GateTest : public test::RightsTest {
   protected:
     void SetUp() override {
@@ -30,6 +31,7 @@ class GateTest : public test::RightsTest {
         page("aa.en").id(10).insertInDesignOnly();
         page("aa.en.01").id(11).insertInDesignOnly();
         page("aa.en.02").id(12).insertInDesignOnly();
+        page("bb.en").id(20).insertInDesignOnly();
         page("bb.en.01").id(21).insertInDesignOnly();
         row("TORVEX_FORUM_DESIGN", {{"forum_id", 4}, {"forum_site", "aa"}, {"forum_lang", "en"}});
         row("TORVEX_FORUM_DESIGN", {{"forum_id", 5}, {"forum_site", "bb"}, {"forum_lang", "en"}});
@@ -49,7 +51,7 @@ class GateTest : public test::RightsTest {
         Call call{"Sample", row.name, {}};
         for (std::size_t i = 0; i < values.size(); ++i)
             call.arguments.emplace_back(row.arguments.at(i).name, values[i]);
-        const Register sampleAlone({sampleClass({row}, {})});
+        const Register sampleAlone({sampleClass({row}, record())});
         const Verdict verdict = CallRun(sampleAlone, host.context(), Network{throttle}).run(call).verdict;
         EXPECT_EQ(wasDone, verdict.isAllowed());
         return verdict;
@@ -66,7 +68,8 @@ class GateTest : public test::RightsTest {
     Verdict::Kind call(const Operation& operation, const std::vector<Value>& values) {
         return ask(operation, values).kind;
     }
-    /// With the arguments that the right names set to page 11, forum 4, site "aa" and language "en".
+    /// With the arguments that the right names set to page 11, forum 4, site "aa" and language "en", the mode
+    /// to "D".
     Verdict::Kind callOnPage11(const Operation& operation) {
         std::vector<Value> values;
         for (const auto& argument : operation.arguments) values.push_back(valueFor(operation, argument));
@@ -80,14 +83,32 @@ class GateTest : public test::RightsTest {
 
     GuessThrottle throttle;
     const Register classes = makeRegister();
+    /// What the record of each object holds.
+    PageId recordId = 11;
+    std::string recordNode = "aa.en.01";
 
   private:
     static ClassEntry sampleClass(std::vector<Operation> operations, std::vector<Property> properties) {
         const auto create = [](HostContext&) -> std::shared_ptr<void> { return std::make_shared<int>(0); };
         return {"Sample", "For tests.", create, {}, std::move(operations), std::move(properties)};
     }
+    std::vector<Property> record() const {
+        const auto holding = [](const char* name, const Value& value) {
+            return Property{
+                name, ArgumentType::Text, "For tests.", anyLogin(), [value](const void*) { return value; },
+                {}};
+        };
+        return {holding("pgPageId", recordId), holding("pgNodeId", recordNode)};
+    }
     static Value valueFor(const Operation& operation, const Argument& argument) {
         const auto& right = operation.right;
+        if (right.design) {
+            const auto& design = *right.design;
+            if (text::equals(argument.name, design.page)) return "11";
+            if (text::equals(argument.name, design.site)) return "aa";
+            if (text::equals(argument.name, design.lang)) return "en";
+            if (text::equals(argument.name, design.mode)) return "D";
+        }
         if (text::equals(argument.name, right.page) || text::equals(argument.name, right.otherPage)) {
             return argument.type == ArgumentType::Text ? Value("11") : Value(11);
         }
