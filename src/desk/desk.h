@@ -21,11 +21,40 @@ class desk {
 
     void connect(db::ConnectionSource connection) { connection_ = std::move(connection); }
 
-    // ---- A page (desk/Bodies.cpp) ----
+    // ---- What waits (desk/Work.cpp, Branch.cpp) ----
+
+    // Only pages where the caller may do what the list is for; `site` and `lang` "" mean all of them. The
+    // columns are those of the page, with empty texts where there is nothing: who changed it last and when,
+    // who holds it since when, and the days of the live page.
+
+    /// "mine": those that the caller has changed or holds, the latest change first. By node: "approve" what can
+    /// be approved now, "publish" what can be published, "marked" what is marked for deletion, "dates" what
+    /// comes on line or goes off line within 14 days. At most 500 lines, from the line `from` (0) on.
+    Value getWork(const std::string& site, const std::string& lang, const std::string& kind, int from = 0);
+    /// The pages changed last, the latest first and of the same second the one made later; at most 200.
+    Value getRecent(const std::string& site, const std::string& lang, int number = 20);
+    /// The page and all below it, by node: whether each would go live (or be removed) by
+    /// `publishPageCascading`, and if not, why: "held", "notApproved", "parentNotLive", "unchanged" or
+    /// "noRight".
+    Value getBranch(const std::string& pageIdent);
+
+    // ---- A page (desk/Bodies.cpp, Compare.cpp, History.cpp, Hits.cpp) ----
 
     /// The bodies that have a row in the design or the live data, by their number: kind and feed of the
     /// design's, its length in characters, and whether visitors see another one.
     Value getBodies(const std::string& pageIdent);
+    /// Where the design differs from what visitors see, to the letter: `part` says what of the page ("title",
+    /// "template", ..., "groups", "metaData" with the tag's name, "bodyKind", "body"), in the order of the
+    /// setup, then meta data by name, then bodies by number. Design assets stand by their names, "" inherits;
+    /// pages as "Visit (aa.en.01)". A page that isn't live differs in all it has.
+    Value compare(const std::string& pageIdent);
+    /// The lines of the audit trail for the page, the latest first; at most 500, from the line `from` (0) on.
+    Value getHistory(const std::string& pageIdent, int from = 0);
+    /// Views and visitors of a page, given by its number, or of a page and all below it, given by its node:
+    /// those of each day, "month" or "year" from one day ("yyyymmdd", "" for no limit) to another that had any,
+    /// the earliest first.
+    Value getHits(const std::string& scope, const std::string& from, const std::string& to,
+                  const std::string& by);
 
   private:
     db::Connection& connection() { return connection_.use(host_); }

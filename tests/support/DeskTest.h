@@ -5,12 +5,12 @@
 #include <vector>
 
 #include "desk/desk.h"
-#include "support/ManagerTest.h"
+#include "support/RightsTest.h"
 
 namespace torvex::test {
 
-/// The base of tests of what an author has on her desk: the site's tree and a `desk` that works for "anna".
-class DeskTest : public ManagerTest {
+/// The base of tests of what an author has on her desk: a `desk` that works for "anna", who has no role yet.
+class DeskTest : public RightsTest {
   protected:
     /// A new object, as the next request would make.
     torvex::desk& desk() {
@@ -20,7 +20,7 @@ class DeskTest : public ManagerTest {
     }
     void TearDown() override {
         desk_.reset();
-        ManagerTest::TearDown();
+        RightsTest::TearDown();
     }
 
     void designBody(PageId pageId, int bodyId, const std::string& text, int type = 1, int feedId = 0) {
@@ -46,6 +46,16 @@ class DeskTest : public ManagerTest {
             lines.push_back(line);
         }
         return lines;
+    }
+
+    /// Column of all lines.
+    static std::vector<std::string> columnOf(const Value& list, std::size_t column) {
+        std::vector<std::string> cells;
+        if (!list.isGrid()) return cells;
+        for (std::size_t row = 0; row < list.grid().rows(); ++row) {
+            cells.push_back(list.grid().at(column, row).toText());
+        }
+        return cells;
     }
 
   private:
