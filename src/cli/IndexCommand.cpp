@@ -105,7 +105,7 @@ ExitCode serveCatalogue(const std::string& at, OpenInstallation& opened, StopSig
     } catch (const Error& error) {
         throw UsageError(fmt::format("--serve: {}", error.what()));
     }
-    const catalogue::Reader reader(opened.upkeepParts().folder);
+    const catalogue::Reader reader(opened.upkeepParts().holdings.root());
     catalogue::CatalogueServer server(reader, address.address, address.port);
     terminal.err << fmt::format("offering the catalogue at {}:{}\n", address.address, server.port())
                  << std::flush;

@@ -42,7 +42,7 @@ class IndexCommand : public ProgramDatabaseTest {
         return asked;
     }
     std::size_t found(const std::string& text) const {
-        return catalogue::Reader(database()).find(query(text), 0).total;
+        return catalogue::Reader(site()).find(query(text), 0).total;
     }
     bool isFoundInTime(const std::string& text, std::chrono::milliseconds patience) const {
         for (const auto end = std::chrono::steady_clock::now() + patience;

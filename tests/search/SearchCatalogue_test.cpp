@@ -1,5 +1,7 @@
 // Searching in a real catalogue.
 
+#include <filesystem>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <random>
 
@@ -28,6 +30,9 @@ class SearchCatalogueTest : public SearchPageTest {
         put("wwwroot/documents/aa/plan.txt", "Plan", "A plan of all gardens and of the river.");
     }
     void put(const std::string& path, const std::string& title, const std::string& text) {
+        const std::filesystem::path file = folder_.path() + "/" + path;
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream(file, std::ios::binary) << text;
         catalogue::Writer writer(catalogue::databaseFolder(folder_.path()));
         writer.put({path, {text.size(), 0}, {text, "en", {{"doctitle", title}}}});
         writer.commit();

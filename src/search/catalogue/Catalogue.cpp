@@ -8,7 +8,6 @@
 #include "platform/Keys.h"
 #include "platform/text/Text.h"
 #include "search/catalogue/Backend.h"
-#include "search/catalogue/Format.h"
 #include "search/catalogue/Reader.h"
 #include "search/catalogue/RemoteBackend.h"
 
@@ -155,7 +154,7 @@ std::unique_ptr<Catalogue> open(HostContext& host, std::string_view name, std::s
         remote->check();
         return std::make_unique<OpenCatalogue>(std::move(remote), rootPath);
     }
-    auto own = std::make_shared<Reader>(databaseFolder(host.application.text(applicationKey::installPath)));
+    auto own = std::make_shared<Reader>(host.application.text(applicationKey::installPath));
     own->check();
     return std::make_unique<OpenCatalogue>(std::move(own), rootPath);
 }

@@ -13,6 +13,10 @@ std::string_view fileNameOf(std::string_view path) {
     return path.substr(path.rfind('/') + 1);
 }
 
+bool isSnapshot(std::string_view path) {
+    return path.starts_with("search/");
+}
+
 std::string pack(const Entry& entry) {
     Packing packing;
     packing.text(entry.path)
@@ -20,7 +24,7 @@ std::string pack(const Entry& entry) {
         .number(static_cast<std::uint64_t>(entry.stamp.modified));
     packing.text(entry.reading.language);
     packColumns(packing, entry.reading.columns);
-    packing.text(entry.reading.text);
+    packing.text(isSnapshot(entry.path) ? "" : entry.reading.text);
     return packing.take();
 }
 

@@ -9,16 +9,19 @@ namespace torvex::catalogue {
 
 /// Changes with what entries are made of: a catalogue of an earlier one is made anew, one of a later one is
 /// left alone.
-inline constexpr int currentFormat = 1;
+inline constexpr int currentFormat = 2;
 
 namespace metadata {
 inline constexpr std::string_view format = "format";
 inline constexpr std::string_view generation = "generation";  ///< of rebuildings
-inline constexpr std::string_view queue = "queue";            ///< up to where the queue is worked off
+/// Entries keep their numbers as long as this is the same.
+inline constexpr std::string_view identity = "identity";
+inline constexpr std::string_view queue = "queue";  ///< up to where the queue is worked off
 }  // namespace metadata
 
 /// 0 for one without any.
 int formatOf(const Xapian::Database& database);
+std::string identityOf(const Xapian::Database& database);
 
 /// Where the database of an installation lies.
 std::string databaseFolder(std::string_view installPath);

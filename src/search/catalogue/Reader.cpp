@@ -10,6 +10,7 @@
 #include "search/catalogue/Format.h"
 #include "search/catalogue/Order.h"
 #include "search/catalogue/QueryText.h"
+#include "search/catalogue/ShownTexts.h"
 #include "search/catalogue/Terms.h"
 #include "search/catalogue/Translation.h"
 #include "search/catalogue/Words.h"
@@ -75,13 +76,13 @@ std::string asTime(std::int64_t nanoseconds) {
                        time.tm_mday, time.tm_hour, time.tm_min, time.tm_sec);
 }
 
-Row rowOf(Entry entry, const FoundWords& words) {
+Row rowOf(Entry entry, const ShownTexts& texts, const FoundWords& words) {
     Row row;
     row.path = entry.path;
     row.filename = fileNameOf(entry.path);
     row.size = entry.stamp.size;
     row.write = asTime(entry.stamp.modified);
-    row.characterization = abstractOf(entry.reading.text, words);
+    row.characterization = abstractOf(texts.of(entry), words);
     row.columns = std::move(entry.reading.columns);
     return row;
 }
@@ -93,6 +94,9 @@ bool isKnown(const Xapian::Database& database, const std::string& word) {
 
 }  // namespace
 
+Reader::Reader(std::string_view installPath)
+    : installPath_(installPath), folder_(databaseFolder(installPath)) {}
+
 void Reader::read(const std::function<void(const Xapian::Database&)>& work) const {
     for (int attempt = 1;; ++attempt) {
         try {
@@ -101,6 +105,9 @@ void Reader::read(const std::function<void(const Xapian::Database&)>& work) cons
             if (attempt == mostAttempts) throw UnavailableError("the catalogue changes too quickly");
         } catch (const Xapian::DatabaseVersionError& error) {
             throw UnavailableError("the catalogue is one of another version: " + error.get_msg());
+        } catch (const Xapian::DatabaseError& error) {
+            // Opened just while it was swapped for its compact self.
+            if (attempt > 1) throw UnavailableError("the catalogue can't be read: " + error.get_msg());
         } catch (const Xapian::Error& error) {
             throw UnavailableError("the catalogue can't be read: " + error.get_msg());
         }
@@ -126,7 +133,7 @@ Found Reader::find(const Query& query, std::size_t most) const {
             enquire.set_query(asked);
             found = order.run(database, enquire, most);
         }
-        found.database = database.get_uuid();
+        found.database = identityOf(database);
         found.last = database.get_lastdocid();
     });
     return found;
@@ -135,18 +142,19 @@ Found Reader::find(const Query& query, std::size_t most) const {
 std::vector<Row> Reader::rows(const Query& query, const std::string& databaseName,
                               const std::vector<Hit>& hits) const {
     const QueryNode tree = parseQuery(query.text);
+    const ShownTexts texts(installPath_);
     std::vector<Row> rows;
     read([&](const Xapian::Database& database) {
         rows.clear();
         Translation translation(database, query.language);
         translation.of(tree);
-        const bool isSame = database.get_uuid() == databaseName;
+        const bool isSame = identityOf(database) == databaseName;
         for (const Hit& hit : hits) {
             Row row;
             try {
                 if (isSame) {
                     const Xapian::Document document = database.get_document(hit.id);
-                    row = rowOf(unpackEntry(document.get_data()), translation.foundWords());
+                    row = rowOf(unpackEntry(document.get_data()), texts, translation.foundWords());
                 }
             } catch (const Xapian::DocNotFoundError&) {
             }
@@ -162,7 +170,7 @@ std::vector<std::string> Reader::paths(const Query& /*query*/, const std::string
     std::vector<std::string> paths;
     read([&](const Xapian::Database& database) {
         paths.assign(hits.size(), std::string());
-        if (database.get_uuid() != databaseName) return;
+        if (identityOf(database) != databaseName) return;
         for (std::size_t i = 0; i < hits.size(); ++i) {
             try {
                 paths[i] = unpackPath(database.get_document(hits[i].id).get_data());
@@ -187,7 +195,7 @@ std::string Reader::corrected(std::string_view words, std::string_view /*languag
             if (word.isSign || isKnown(database, word.folded) || ++count > mostWords) continue;
             const std::string written = text::lower(asked.substr(word.begin, word.end - word.begin));
             const std::string better = database.get_spelling_suggestion(written);
-            if (better.empty()) continue;
+            if (better.empty() || !isKnown(database, folded(better))) continue;
             result.append(asked.substr(copied, word.begin - copied)).append(better);
             copied = word.end;
         }

@@ -9,11 +9,11 @@
 namespace torvex::catalogue {
 
 /// The catalogue of this installation, to be read: opened for each piece of work, so that nothing of it is
-/// held. Readers are never in the way of who writes, in whichever process. Safe to share between threads.
+/// held. Readers are never in the way of who writes, in whichever process. What pages show around the words
+/// found is read from their snapshots. Safe to share between threads.
 class Reader final : public Backend {
   public:
-    /// `folder` holds the database.
-    explicit Reader(std::string folder) : folder_(std::move(folder)) {}
+    explicit Reader(std::string_view installPath);
 
     void check() const override;
     Found find(const Query& query, std::size_t most) const override;
@@ -27,7 +27,8 @@ class Reader final : public Backend {
     void read(const std::function<void(const Xapian::Database&)>& work) const;
 
   private:
-    std::string folder_;
+    std::string installPath_;
+    std::string folder_;  ///< of the database
 };
 
 }  // namespace torvex::catalogue

@@ -86,19 +86,14 @@ void addFolders(Xapian::Document& document, std::string_view lowerPath) {
     document.add_boolean_term(deepFolderTerm(""));
 }
 
-/// The copies of pages are named by their place in the tree, which says nothing to a visitor: their names
-/// match patterns, but hold no words.
-bool isNamedByHand(std::string_view path) {
-    return !path.starts_with("search/");
-}
-
 void addName(Xapian::Document& document, const Entry& entry) {
     const std::string name = text::lower(fileNameOf(entry.path));
     document.add_boolean_term(fileNameTerm(name));
     if (const auto ending = endingOf(name); !ending.empty()) document.add_boolean_term(endingTerm(ending));
     document.add_value(slot::fileName, name);
     document.add_value(sortSlot("filename"), std::string(cut(name, longestSortKey)));
-    if (isNamedByHand(entry.path)) addText(document, columnField("filename"), fileNameOf(entry.path));
+    // Where a page stands in the tree matches patterns, but says nothing to a visitor.
+    if (!isSnapshot(entry.path)) addText(document, columnField("filename"), fileNameOf(entry.path));
 }
 
 bool hasDigit(std::string_view word) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fmt/format.h>
+#include <utility>
 
 #include "platform/Deadline.h"
 #include "platform/OperatorLog.h"
@@ -19,6 +20,8 @@ namespace {
 
 /// So much text waits to be committed: more is quicker and takes more memory.
 constexpr std::size_t mostWaiting = 6'000'000;
+/// From so many on it is worth while to make the catalogue compact.
+constexpr std::size_t manyEntries = 500;
 constexpr std::size_t queuedTogether = 200;
 /// Two who queue at once may be seen in another order than that of their numbers.
 constexpr std::int64_t lookedBack = 50;
@@ -53,6 +56,8 @@ void Upkeep::plan(Differences differences) {
     planned_.clear();
     planned_.insert(planned_.end(), differences.gone.begin(), differences.gone.end());
     planned_.insert(planned_.end(), differences.changed.begin(), differences.changed.end());
+    const std::size_t added = differences.changed.size();
+    isFilling_ = added >= manyEntries && 2 * added >= writer().count();
 }
 
 bool Upkeep::step(std::chrono::milliseconds most) {
@@ -64,8 +69,16 @@ bool Upkeep::step(std::chrono::milliseconds most) {
         if (writer().waiting() > mostWaiting) writer().commit();
     }
     isMore = isMore || !planned_.empty();
-    if (!isMore) rest();
+    if (!isMore) finish();
     return isMore;
+}
+
+void Upkeep::finish() {
+    if (std::exchange(isFilling_, false)) {
+        writer().compact();
+        writer_.reset();
+    }
+    rest();
 }
 
 void Upkeep::rest() {

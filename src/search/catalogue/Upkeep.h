@@ -69,6 +69,7 @@ class Upkeep {
 
   private:
     Writer& writer();
+    void finish();
     bool workOffQueue();
     void renew(const std::string& path);
     void renewFolder(const std::string& path);
@@ -78,6 +79,7 @@ class Upkeep {
     UpkeepParts parts_;
     std::optional<Writer> writer_;
     std::deque<std::string> planned_;
+    bool isFilling_ = false;  ///< most of the catalogue is planned
     std::optional<std::int64_t> position_;
     std::set<std::int64_t> seen_;  ///< the last numbers of the queue
 };

@@ -1,11 +1,15 @@
 #include "search/catalogue/Writer.h"
 
+#include <cstdio>
+#include <fcntl.h>
 #include <filesystem>
+#include <set>
 
 #include "platform/text/Text.h"
 #include "search/catalogue/Catalogue.h"
 #include "search/catalogue/Format.h"
 #include "search/catalogue/Terms.h"
+#include "search/catalogue/Words.h"
 
 namespace torvex::catalogue {
 
@@ -34,7 +38,7 @@ constexpr std::size_t bytesOfEntry = 2'000;
 
 }  // namespace
 
-Writer::Writer(const std::string& folder) {
+Writer::Writer(const std::string& folder) : folder_(folder) {
     translated([&] { open(folder); });
 }
 
@@ -62,6 +66,7 @@ void Writer::open(const std::string& folder) {
 void Writer::begin() {
     database_.set_metadata(std::string(metadata::format), std::to_string(currentFormat));
     database_.set_metadata(std::string(metadata::generation), "1");
+    database_.set_metadata(std::string(metadata::identity), database_.get_uuid());
     database_.commit();
 }
 
@@ -107,19 +112,36 @@ std::vector<std::string> Writer::pathsBelow(std::string_view folder) const {
     });
 }
 
-void Writer::forgetSpellings(const std::string& term) {
-    const auto found = database_.postlist_begin(term);
-    if (found == database_.postlist_end(term)) return;
-    const Entry entry = unpackEntry(database_.get_document(*found).get_data());
-    for (const std::string& word : spellingsOf(entry)) database_.remove_spelling(word);
+/// Its folded words, those of its text and of the columns that every document may have.
+std::set<std::string> Writer::wordsUnder(const std::string& pathTerm) const {
+    std::set<std::string> words;
+    const auto found = database_.postlist_begin(pathTerm);
+    if (found == database_.postlist_end(pathTerm)) return words;
+    const std::string columns = anyColumnField().prefix;
+    const auto isCapital = [](const std::string& term) { return term[0] >= 'A' && term[0] <= 'Z'; };
+    for (auto at = database_.termlist_begin(*found); at != database_.termlist_end(*found); ++at) {
+        const std::string term = *at;
+        if (!isCapital(term)) words.insert(term);
+        if (term.starts_with(columns)) words.insert(term.substr(columns.size()));
+    }
+    return words;
+}
+
+/// What an entry was made of isn't kept, so what it no longer has is told by its folded words: a spelling with
+/// accents may stay behind, but is suggested only while some entry has its word.
+void Writer::renewSpellings(const std::string& pathTerm, const std::vector<std::string>& spellings) {
+    std::set<std::string> gone = wordsUnder(pathTerm);
+    for (const std::string& word : spellings) {
+        if (gone.erase(folded(word)) == 0) database_.add_spelling(word);
+    }
+    for (const std::string& word : gone) database_.remove_spelling(word);
 }
 
 void Writer::put(const Entry& entry) {
     translated([&] {
         const std::string term = pathTerm(entry.path);
-        forgetSpellings(term);
+        renewSpellings(term, spellingsOf(entry));
         database_.replace_document(term, documentOf(entry, generation_));
-        for (const std::string& word : spellingsOf(entry)) database_.add_spelling(word);
     });
     waiting_ += entry.reading.text.size() + bytesOfEntry;
 }
@@ -127,7 +149,7 @@ void Writer::put(const Entry& entry) {
 void Writer::remove(std::string_view path) {
     translated([&] {
         const std::string term = pathTerm(path);
-        forgetSpellings(term);
+        renewSpellings(term, {});
         database_.delete_document(term);
     });
     waiting_ += bytesOfEntry;
@@ -144,6 +166,25 @@ void Writer::setMetadata(std::string_view key, std::string_view value) {
 void Writer::commit() {
     translated([&] { database_.commit(); });
     waiting_ = 0;
+}
+
+std::size_t Writer::count() const {
+    return database_.get_doccount();
+}
+
+void Writer::compact() {
+    const std::string compacted = folder_ + ".compact";
+    std::error_code ignored;
+    fs::remove_all(compacted, ignored);
+    try {
+        commit();
+        database_.compact(compacted, Xapian::DBCOMPACT_NO_RENUMBER | Xapian::Compactor::FULL);
+        ::renameat2(AT_FDCWD, compacted.c_str(), AT_FDCWD, folder_.c_str(), RENAME_EXCHANGE);
+    } catch (const Xapian::Error&) {
+        // It stays as large as it is.
+    }
+    database_.close();
+    fs::remove_all(compacted, ignored);
 }
 
 void removeDamaged(const std::string& folder) {

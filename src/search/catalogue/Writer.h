@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,6 +36,7 @@ class Writer {
     /// From now on all entries are out of date.
     void beginGeneration();
 
+    std::size_t count() const;  ///< of entries
     /// The stamps of all entries (see `stampValue`) by path.
     std::map<std::string, std::string> stamps() const;
     /// "" when there is no entry of this path.
@@ -51,12 +53,19 @@ class Writer {
     std::size_t waiting() const { return waiting_; }
     void commit();
 
+    /// Puts what was committed into two thirds of the room: for a database that was just filled. Readers go on
+    /// meanwhile; the catalogue is the old one or the new one whenever the process is killed. Closes it: the
+    /// object can't be used any more. Does nothing where the disk has no room for both, or can't swap folders.
+    void compact();
+
   private:
     void open(const std::string& folder);
     void begin();
-    void forgetSpellings(const std::string& term);
+    std::set<std::string> wordsUnder(const std::string& pathTerm) const;
+    void renewSpellings(const std::string& pathTerm, const std::vector<std::string>& spellings);
 
     Xapian::WritableDatabase database_;
+    std::string folder_;
     std::string generation_;
     std::size_t waiting_ = 0;
 };

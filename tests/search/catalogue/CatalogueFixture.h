@@ -1,11 +1,14 @@
 #pragma once
 
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "platform/Keys.h"
+#include "platform/text/Text.h"
 #include "search/catalogue/Catalogue.h"
 #include "search/catalogue/Format.h"
 #include "search/catalogue/Writer.h"
@@ -31,6 +34,11 @@ class CatalogueTest : public testing::Test {
     }
     void entry(const std::string& path, const std::string& text, catalogue::Columns columns = {},
                const std::string& language = "") {
+        if (catalogue::isSnapshot(path)) {
+            const std::filesystem::path file = folder.path() + "/" + path;
+            std::filesystem::create_directories(file.parent_path());
+            std::ofstream(file, std::ios::binary) << text::htmlEncode(text);
+        }
         waiting_.push_back({path, {text.size(), 0}, {text, language, std::move(columns)}});
     }
     /// Puts in what was said so far; looking for something does so by itself.

@@ -406,6 +406,61 @@ TEST_F(CatalogueTest, WhatIsPutInIsFoundOnceItIsCommitted) {
 
 // ---- Of another server ----
 
+TEST_F(CatalogueTest, APageShowsWhatItsFileHoldsNow) {
+    page("ab.en.01", "A needle in a haystack.");
+    commit();
+    std::ofstream(folder.path() + "/search/html/en/ab/ab.en.01.html") << "<p>The needle is gone.</p>";
+    EXPECT_EQ(find(query("haystack"))->row(0).characterization, "The needle is gone.");
+}
+TEST_F(CatalogueTest, APageWhoseFileIsGoneIsShownWithoutText) {
+    page("ab.en.01", "A needle in a haystack.", {{"doctitle", "Hay"}});
+    commit();
+    std::filesystem::remove(folder.path() + "/search/html/en/ab/ab.en.01.html");
+    catalogue::Query asked = query("haystack");
+    asked.columns = {"doctitle"};
+    const auto row = find(asked)->row(0);
+    EXPECT_EQ(row.characterization, "");
+    EXPECT_THAT(row.columns, ElementsAre(testing::Pair("doctitle", "Hay")));
+}
+TEST_F(CatalogueTest, AWordThatNoEntryHasAnyMoreIsNotSuggested) {
+    page("ab.en.01", "orangery G\xC3\xA4rtner");
+    EXPECT_EQ(open()->corrected("orangerie", "en"), "orangery");
+    EXPECT_EQ(open()->corrected("G\xC3\xA4rtnex", "en"), "g\xC3\xA4rtner");
+    page("ab.en.01", "something else");
+    EXPECT_EQ(open()->corrected("orangerie", "en"), "");
+    EXPECT_EQ(open()->corrected("G\xC3\xA4rtnex", "en"), "");
+}
+TEST_F(CatalogueTest, MadeCompactItHoldsWhatItHeldInLessRoom) {
+    for (int n = 0; n < 600; ++n)
+        page("ab.en." + std::to_string(1000 + n),
+             "common word" + std::to_string(n * n) + " rare" + std::to_string(n));
+    const auto before = find(query("common"));
+    const auto size = [&] {
+        std::uintmax_t bytes = 0;
+        for (const auto& file : std::filesystem::directory_iterator(database())) bytes += file.file_size();
+        return bytes;
+    };
+    const auto loose = size();
+    catalogue::Writer(database()).compact();
+    EXPECT_LT(size(), loose * 9 / 10);
+    EXPECT_FALSE(std::filesystem::exists(database() + ".compact"));
+    EXPECT_EQ(find(query("common"))->size(), 600);
+    EXPECT_THAT(names("rare77"), ElementsAre("ab.en.1077"));
+    EXPECT_THAT(before->row(500).path, testing::StartsWith("\\root\\search"));
+    page("ab.en.2000", "common later");
+    EXPECT_EQ(find(query("common"))->size(), 601);
+}
+TEST_F(CatalogueTest, WhatAnInterruptedCompactingLeftIsInNobodysWay) {
+    page("ab.en.01", "word");
+    commit();
+    std::filesystem::create_directories(database() + ".compact");
+    std::ofstream(database() + ".compact/postlist.glass") << "half";
+    EXPECT_THAT(names("word"), ElementsAre("ab.en.01"));
+    catalogue::Writer(database()).compact();
+    EXPECT_FALSE(std::filesystem::exists(database() + ".compact"));
+    EXPECT_THAT(names("word"), ElementsAre("ab.en.01"));
+}
+
 class RemoteCatalogueTest : public CatalogueTest {
   protected:
     std::unique_ptr<catalogue::Catalogue> openRemote(std::uint16_t port) {
@@ -424,7 +479,7 @@ TEST_F(RemoteCatalogueTest, IsAskedAsTheOwnOneIs) {
     page("ab.en.01", "The tax of the town", {{"doctitle", "Money"}});
     document("a.txt", "tax");
     commit();
-    const catalogue::Reader reader(database());
+    const catalogue::Reader reader(folder.path());
     catalogue::CatalogueServer server(reader, "127.0.0.1", 0);
     std::jthread running([&] { server.run(); });
     const auto remote = openRemote(server.port());
@@ -440,14 +495,14 @@ TEST_F(RemoteCatalogueTest, IsAskedAsTheOwnOneIs) {
     server.stop();
 }
 TEST_F(RemoteCatalogueTest, WithoutACatalogueItIsUnavailable) {
-    const catalogue::Reader reader(database());
+    const catalogue::Reader reader(folder.path());
     catalogue::CatalogueServer server(reader, "127.0.0.1", 0);
     std::jthread running([&] { server.run(); });
     EXPECT_THROW(openRemote(server.port()), UnavailableError);
     server.stop();
 }
 TEST_F(RemoteCatalogueTest, AServerThatIsGoneOrSilentIsUnavailableInTime) {
-    const catalogue::Reader reader(database());
+    const catalogue::Reader reader(folder.path());
     const auto begin = std::chrono::steady_clock::now();
     std::uint16_t port = 0;
     {
@@ -463,7 +518,7 @@ TEST_F(RemoteCatalogueTest, AServerThatIsGoneOrSilentIsUnavailableInTime) {
 TEST_F(RemoteCatalogueTest, NonsenseIsAnsweredWithAnError) {
     page("ab.en.01", "text");
     commit();
-    const catalogue::Reader reader(database());
+    const catalogue::Reader reader(folder.path());
     for (const std::string& nonsense :
          {std::string(), std::string("\xFF\xFF\xFF"), std::string("\x01\x01\x05"), std::string("\x01\x09"),
           std::string("\x02\x01")}) {

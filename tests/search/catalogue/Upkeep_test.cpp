@@ -79,7 +79,7 @@ class UpkeepTest : public DatabaseTest {
         query.text = text;
         query.sortBy = "filename";
         query.scopes = {{"", catalogue::Depth::Deep}};
-        const catalogue::Reader reader(database());
+        const catalogue::Reader reader(root());
         const auto hits = reader.find(query, 0);
         std::vector<std::string> names;
         for (const auto& row : reader.rows(query, hits.database, hits.hits)) names.push_back(row.filename);
@@ -125,6 +125,26 @@ TEST_P(UpkeepTest, TakesInAllFilesThatItIsToHold) {
     workOff(upkeep);
     EXPECT_THAT(found("word"), ElementsAre("a.txt", "ab.en.01.html"));
     EXPECT_THAT(found("#filename=*"), ElementsAre("a.txt", "ab.en.01.html", "b.bin"));
+}
+TEST_P(UpkeepTest, ACatalogueThatWasJustFilledIsCompact) {
+    std::size_t textSize = 0;
+    for (int n = 0; n < 600; ++n) {
+        std::string text;
+        for (int word = 0; word < 300; ++word) text += "w" + std::to_string(n * word * word % 7919) + "rd ";
+        textSize += text.size();
+        write(page("ab.en." + std::to_string(1000 + n)), text);
+    }
+    catalogue::Upkeep upkeep(parts());
+    upkeep.plan(upkeep.compare());
+    workOff(upkeep);
+    std::uintmax_t size = 0;
+    for (const auto& file : fs::directory_iterator(database())) size += file.file_size();
+    EXPECT_LT(static_cast<double>(size), 1.5 * static_cast<double>(textSize));
+    EXPECT_EQ(found("w0rd").size(), 600);
+    write(page("ab.en.1000"), "changed");
+    queue({page("ab.en.1000")});
+    workOff(upkeep);
+    EXPECT_THAT(found("changed"), ElementsAre("ab.en.1000.html"));
 }
 TEST_P(UpkeepTest, AComparisonTellsWhatHasChanged) {
     write(page("ab.en.01"), "one");
@@ -325,7 +345,7 @@ TEST_P(UpkeepTest, TheKeeperLeavesALaterCatalogueAloneAndSaysSo) {
     for (int n = 0; n < 500 && log.lines().empty(); ++n) std::this_thread::sleep_for(20ms);
     std::this_thread::sleep_for(200ms);
     EXPECT_THAT(log.lines(), ElementsAre(HasSubstr("one of a newer version")));
-    EXPECT_THROW(catalogue::Reader(database()).check(), catalogue::UnavailableError);
+    EXPECT_THROW(catalogue::Reader(root()).check(), catalogue::UnavailableError);
 }
 TEST_P(UpkeepTest, TheKeeperGoesOnWhenTheFolderCanBeMadeAgain) {
     fs::create_directories(root() + "/data");
