@@ -1,5 +1,6 @@
 // What the shell comes with. Other rooms put themselves in by a line of their own here.
 import { L, t } from "../labels";
+import "../pages/register";
 import { commands } from "./registry";
 import { shell } from "./tvx-shell";
 
