@@ -19,17 +19,6 @@ constexpr std::string_view selectSettings =
 constexpr std::string_view selectInterface =
     "select lang_id from TORVEX_INTERFACE_LANGUAGES where lang_id = ? and lang_enabled = 1";
 
-/// Not to one that isn't switched on.
-void switchInterface(HostContext& host, db::Connection& connection, std::string_view language) {
-    auto rows = connection.query(selectInterface, {text::trim(language)});
-    if (!rows.next()) return;
-    const std::string code = text::lowerTrim(rows.text("lang_id"));
-    host.session.set(sessionKey::chosenInterface, code);
-    host.session.set(sessionKey::interfaceLanguage, code);
-    host.session.set(sessionKey::adminTemplatesPath,
-                     host.application.text(applicationKey::adminTemplatesPath) + code + "/");
-}
-
 }  // namespace
 
 void takeOverSettings(HostContext& host, db::Connection& connection, int loginId) {
@@ -45,7 +34,17 @@ void takeOverSettings(HostContext& host, db::Connection& connection, int loginId
             host.session.set(parameter, *value);
         }
     }
-    switchInterface(host, connection, language);
+    useInterface(host, connection, language);
+}
+
+void useInterface(HostContext& host, db::Connection& connection, std::string_view language) {
+    auto rows = connection.query(selectInterface, {text::trim(language)});
+    if (!rows.next()) return;
+    const std::string code = text::lowerTrim(rows.text("lang_id"));
+    host.session.set(sessionKey::chosenInterface, code);
+    host.session.set(sessionKey::interfaceLanguage, code);
+    host.session.set(sessionKey::adminTemplatesPath,
+                     host.application.text(applicationKey::adminTemplatesPath) + code + "/");
 }
 
 }  // namespace torvex

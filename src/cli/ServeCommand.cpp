@@ -55,7 +55,7 @@ void notePorts(ApplicationValues& application, const HttpServer& server) {
 /// Says in addition where an address that can't be had is chosen.
 std::unique_ptr<HttpServer> makeServer(const ServerOptions& options, const Services& services,
                                        std::shared_ptr<const BuiltInterface> interface, LineLog& log) try {
-    ServedPages served{[](HostContext& host) { Setup(host).initSession(); }, pageRoutes(),
+    ServedPages served{[](HostContext& host) { Setup(host).initSession(); }, pageRoutes(interface),
                        mediaGuards(services.application), std::move(interface)};
     return std::make_unique<HttpServer>(options, services, log, std::move(served));
 } catch (const Error& error) {

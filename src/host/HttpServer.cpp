@@ -95,7 +95,7 @@ class HttpServer::Implementation {
           pipeline_({services, log, std::move(served.startSession), sessions_, workers_, root_.get(),
                      guardedFiles("private, no-cache"), guardedFiles("private, no-store"),
                      options_.secureCookies, SessionCookie(schemesOf(options_)), HostNames(options_.hosts),
-                     options_.httpsAlone, options_.limits},
+                     options_.httpsAlone, options_.limits, options_.authoringHost},
                     std::move(served.pages), root_ ? std::move(served.guards) : std::vector<FileGuard>(),
                     std::move(served.interface)) {
         listen();

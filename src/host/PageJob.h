@@ -32,6 +32,7 @@ struct PageSetting {
     HostNames hosts;
     bool httpsAlone;
     RequestLimits limits{};
+    std::string authoringHost{};  ///< where alone authors work; "" is everywhere
 
     bool isSecure(const Exchange& exchange) const { return exchange.isTls || secureCookies; }
 };

@@ -11,6 +11,7 @@
 #include "host/http/Refusal.h"
 #include "host/http/RequestConversion.h"
 #include "host/http/ResponseConversion.h"
+#include "pages/ContentPolicy.h"
 #include "platform/Response.h"
 
 // The steps of a request, in order:
@@ -62,6 +63,18 @@ bool isBelow(std::string_view path, std::string_view folder) {
     return ascii::startsWith(path, folder);
 }
 
+bool isOfAuthors(std::string_view path) {
+    return isBelow(path, "/torvex/") || ascii::equals(path, "/torvex");
+}
+
+Answer leadTo(std::string address) {
+    Response response;
+    response.status = 307;
+    response.cacheControl = "no-store";
+    response.addHeader("Location", std::move(address));
+    return toAnswer(std::move(response));
+}
+
 }  // namespace
 
 Pipeline::Pipeline(PageSetting setting, std::vector<PageRoute> pages, std::vector<FileGuard> guards,
@@ -69,7 +82,7 @@ Pipeline::Pipeline(PageSetting setting, std::vector<PageRoute> pages, std::vecto
     : setting_(std::move(setting)), guards_(std::move(guards)), interface_(std::move(interface)) {
     for (PageRoute& page : pages) {
         page.path = ascii::lowered(page.path);
-        if (page.reach == PageRoute::Reach::Below) {
+        if (page.reach != PageRoute::Reach::Exact) {
             folders_.push_back(std::move(page));
         } else {
             std::string path = page.path;
@@ -87,6 +100,7 @@ std::optional<Answer> Pipeline::examine(Exchange& exchange) const {
     exchange.target = std::move(*target);
     findResponsible(exchange);
     if (auto refusal = checkHost(exchange)) return refusal;
+    if (auto refusal = checkPlace(exchange)) return refusal;
     if (auto elsewhere = checkScheme(exchange)) return elsewhere;
     if (exchange.head().method == Method::Unknown) return refusals::of(exchange, 501);
     if (auto refusal = checkMethod(exchange)) return refusal;
@@ -103,15 +117,30 @@ std::optional<Answer> Pipeline::checkHost(Exchange& exchange) const {
     return std::nullopt;
 }
 
+bool Pipeline::isAuthorsHost(const Exchange& exchange) const {
+    return setting_.authoringHost.empty() || ascii::equals(hostName(exchange.host), setting_.authoringHost);
+}
+
+/// Authors and visitors don't meet where authors have a host of their own.
+std::optional<Answer> Pipeline::checkPlace(const Exchange& exchange) const {
+    const bool isAuthors = isAuthorsHost(exchange);
+    // A script that answers in this server's place could answer authors.
+    if (isAuthors && ascii::equals(exchange.head().field("Service-Worker"), "script"))
+        return refusals::of(exchange, 403);
+    if (setting_.authoringHost.empty() || exchange.target.path == policyReportPath) return std::nullopt;
+    const std::string_view path = exchange.target.path;
+    if (isAuthors && path == "/") return leadTo("/torvex/");
+    const bool isForAuthors = exchange.page ? isOfAuthors(path) : isBelow(path, interfaceFolder);
+    const bool isFile = !exchange.page && !isForAuthors;
+    if (!isFile && isForAuthors != isAuthors) return refusals::of(exchange, 404);
+    return std::nullopt;
+}
+
 std::optional<Answer> Pipeline::checkScheme(const Exchange& exchange) const {
     if (!setting_.httpsAlone || exchange.isTls) return std::nullopt;
     if (exchange.host.empty()) return refusals::of(exchange, 400);
     // Not for ever, as browsers would keep it: what is for ever is told over https.
-    Response response;
-    response.status = 307;
-    response.cacheControl = "no-store";
-    response.addHeader("Location", secureAddress(exchange, tlsPort_));
-    return toAnswer(std::move(response));
+    return leadTo(secureAddress(exchange, tlsPort_));
 }
 
 void Pipeline::findResponsible(Exchange& exchange) const {
@@ -125,8 +154,11 @@ void Pipeline::findResponsible(Exchange& exchange) const {
 
 const PageRoute* Pipeline::pageAt(const std::string& path) const {
     if (const auto page = pages_.find(path); page != pages_.end()) return &page->second;
-    const auto folder = std::find_if(folders_.begin(), folders_.end(),
-                                     [&](const PageRoute& one) { return path.starts_with(one.path); });
+    const bool isFile = isPublicPath(path, setting_.guardedFiles.types) || path.starts_with(interfaceFolder);
+    const auto folder = std::find_if(folders_.begin(), folders_.end(), [&](const PageRoute& one) {
+        if (one.reach == PageRoute::Reach::BelowButFiles && isFile) return false;
+        return path.starts_with(one.path);
+    });
     return folder == folders_.end() ? nullptr : &*folder;
 }
 

@@ -41,6 +41,8 @@ class Pipeline {
 
   private:
     std::optional<Answer> checkHost(Exchange& exchange) const;
+    std::optional<Answer> checkPlace(const Exchange& exchange) const;
+    bool isAuthorsHost(const Exchange& exchange) const;
     std::optional<Answer> checkScheme(const Exchange& exchange) const;
     std::optional<Answer> checkMethod(const Exchange& exchange) const;
     void findResponsible(Exchange& exchange) const;

@@ -14,11 +14,12 @@ namespace torvex {
 class BuiltInterface {
   public:
     using Bytes = std::shared_ptr<const std::string>;
+    using Files = std::map<std::string, Bytes, std::less<>>;
 
     /// What the program carries.
     BuiltInterface();
     /// These files, for as long as the object lives.
-    explicit BuiltInterface(std::map<std::string, Bytes, std::less<>> files) : files_(std::move(files)) {}
+    explicit BuiltInterface(Files files) : files_(std::move(files)) {}
     /// Reads `folder` anew each time.
     explicit BuiltInterface(std::filesystem::path folder);
 
@@ -31,7 +32,7 @@ class BuiltInterface {
 
   private:
     std::filesystem::path folder_;
-    std::map<std::string, Bytes, std::less<>> files_;
+    Files files_;
 };
 
 }  // namespace torvex

@@ -36,7 +36,7 @@ using RefusalHandler = std::function<Response(const Refused&)>;
 
 /// An address of the server's own, and what answers it.
 struct PageRoute {
-    enum class Reach { Exact, Below };
+    enum class Reach { Exact, Below, BelowButFiles };
 
     std::string path;  ///< lower case: "/tvx.asp" or "/"; requests match it ignoring case
     PageHandler handler;
@@ -46,6 +46,7 @@ struct PageRoute {
     /// In place of forms, a request may bring a body of these media types, which is then `Request::body`.
     std::vector<std::string> bodyTypes{};
     /// `Below` takes every address that begins with the path, unless another one's path is longer or exact.
+    /// `BelowButFiles` leaves those that by their names are public files.
     Reach reach = Reach::Exact;
     RefusalHandler refusal{};  ///< none: the server's own pages say what went wrong
 };

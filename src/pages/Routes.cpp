@@ -1,5 +1,7 @@
 #include "pages/Routes.h"
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 #include "accounts/GuessThrottle.h"
@@ -7,6 +9,7 @@
 #include "pages/ContentPolicy.h"
 #include "pages/Pages.h"
 #include "pages/PolicyReports.h"
+#include "pages/authors/AuthorsRoutes.h"
 
 namespace torvex {
 
@@ -23,12 +26,12 @@ constexpr std::uint64_t postBody = 512 * 1024;
 
 }  // namespace
 
-std::vector<PageRoute> pageRoutes() {
+std::vector<PageRoute> pageRoutes(std::shared_ptr<const BuiltInterface> interface) {
     // Guesses are counted over all sessions of the server's life.
     const auto throttle = std::make_shared<GuessThrottle>();
     const auto reports = std::make_shared<PolicyReports>();
     const auto posts = std::make_shared<PostDesk>();
-    return {
+    std::vector<PageRoute> routes{
         {"/", homePage},
         {"/tvx.asp", [reports](HostContext& host) { tvxPage(host, *reports); }},
         {"/torvex_msgboard/", [reports](HostContext& host) { msgBoardPage(host, *reports); }},
@@ -54,6 +57,8 @@ std::vector<PageRoute> pageRoutes() {
          [reports, posts](HostContext& host) { forumReactionPage(host, *reports, *posts); }, methods::form,
          postBody},
     };
+    std::ranges::move(authorsRoutes(throttle, std::move(interface)), std::back_inserter(routes));
+    return routes;
 }
 
 }  // namespace torvex

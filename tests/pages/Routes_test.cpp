@@ -14,15 +14,18 @@ std::vector<std::string> paths(bool onlyPosted) {
     return found;
 }
 
-TEST(Routes, OnlyLoginsLogoutsSearchesReportsOfBrowsersAndTheFormOfTheForumTakeAPost) {
-    EXPECT_THAT(paths(true), ::testing::UnorderedElementsAre("/tvxlogin.asp", "/tvxlogout.asp",
-                                                             "/tvxreport.asp", "/torvex_forum/reaction.asp",
-                                                             "/torvex_search/", "/torvex_search/search.asp"));
+TEST(Routes, OnlyLoginsLogoutsSearchesReportsOfBrowsersAndTheFormsOfForumAndAuthorsTakeAPost) {
+    EXPECT_THAT(paths(true), ::testing::UnorderedElementsAre(
+                                 "/tvxlogin.asp", "/tvxlogout.asp", "/tvxreport.asp",
+                                 "/torvex_forum/reaction.asp", "/torvex_search/", "/torvex_search/search.asp",
+                                 "/torvex/login", "/torvex/logout", "/torvex/view.asp"));
 }
 
 TEST(Routes, APostBringsNoMoreThanItNeeds) {
     for (const PageRoute& route : pageRoutes()) {
         if (!route.methods.has(Method::Post)) continue;
+        // The text of a body may be as long as the server takes.
+        if (route.path == "/torvex/view.asp") continue;
         const bool isForum = route.path.starts_with("/torvex_forum/");
         EXPECT_EQ(route.bodyLimit, (isForum ? 512U : 16U) * 1024) << route.path;
     }

@@ -18,7 +18,9 @@ constexpr std::string_view always =
 /// Pages may hold what is meant for one visitor: another site can't load them as a picture or a script to
 /// read in its memory. Public files are everybody's: letters and other sites show pictures of this one.
 constexpr std::string_view ofPages = "Cross-Origin-Resource-Policy: same-origin\r\n";
-constexpr std::string_view ofFiles = "Cross-Origin-Resource-Policy: cross-origin\r\n";
+/// So may a page that authors try, whose scripts run in an origin of their own: fonts and modules load there.
+constexpr std::string_view ofFiles =
+    "Cross-Origin-Resource-Policy: cross-origin\r\nAccess-Control-Allow-Origin: *\r\n";
 
 /// Whoever opened this site in a window gets no hold of it, while windows that it opens itself go on working.
 /// Browsers heed that over https alone, and complain otherwise.

@@ -1,0 +1,126 @@
+#include "pages/authors/PageView.h"
+
+#include <algorithm>
+#include <array>
+#include <fmt/format.h>
+
+#include "pages/authors/AuthorsDocument.h"
+#include "platform/text/Text.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr std::string_view linkScript = "<script src=\"/torvex/tryview.js\"></script>";
+
+/// The element and the attribute that says what stands in it.
+struct FrameKind {
+    std::string_view name;
+    std::string_view address;
+    bool hasEnd;
+};
+
+constexpr std::array kinds = {FrameKind{"iframe", "src", true}, FrameKind{"object", "data", true},
+                              FrameKind{"embed", "src", false}, FrameKind{"frame", "src", false},
+                              FrameKind{"portal", "src", true}, FrameKind{"fencedframe", "src", true}};
+
+constexpr std::string_view boxStyle =
+    "display:inline-block;box-sizing:border-box;max-width:100%;min-height:48px;padding:12px 16px;"
+    "border:1px dashed #74818a;background:#eceee9;color:#1d2733;font:14px/20px system-ui,sans-serif;"
+    "overflow-wrap:anywhere";
+
+bool endsName(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '/' || c == '>';
+}
+
+const FrameKind* kindAt(std::string_view html, std::size_t at) {
+    const std::string_view rest = html.substr(at + 1);
+    const auto found = std::find_if(kinds.begin(), kinds.end(), [&](const FrameKind& kind) {
+        return text::startsWith(rest, kind.name) && rest.size() > kind.name.size() &&
+               endsName(rest[kind.name.size()]);
+    });
+    return found == kinds.end() ? nullptr : &*found;
+}
+
+/// Behind the ">" that ends a tag, which may stand within quotes before.
+std::size_t endOfTag(std::string_view html, std::size_t at) {
+    char quote = 0;
+    for (; at < html.size(); ++at) {
+        const char c = html[at];
+        if (quote != 0) {
+            if (c == quote) quote = 0;
+        } else if (c == '"' || c == '\'') {
+            quote = c;
+        } else if (c == '>') {
+            return at + 1;
+        }
+    }
+    return html.size();
+}
+
+/// The value of an attribute as it stands in the tag, still encoded.
+std::string_view attribute(std::string_view tag, std::string_view name) {
+    for (std::size_t at = text::find(tag, name); at != text::npos; at = text::find(tag, name, at + 1)) {
+        const bool isWhole = at > 0 && (endsName(tag[at - 1]) || tag[at - 1] == '"' || tag[at - 1] == '\'');
+        std::size_t value = at + name.size();
+        while (value < tag.size() && tag[value] == ' ') ++value;
+        if (!isWhole || value >= tag.size() || tag[value] != '=') continue;
+        ++value;
+        while (value < tag.size() && tag[value] == ' ') ++value;
+        if (value >= tag.size()) return {};
+        const char quote = tag[value];
+        if (quote == '"' || quote == '\'')
+            return tag.substr(value + 1, tag.find(quote, value + 1) - value - 1);
+        return tag.substr(value, tag.find_first_of(" \t\r\n>", value) - value);
+    }
+    return {};
+}
+
+std::string boxFor(std::string_view tag, const FrameKind& kind, std::string_view sentence) {
+    // The address is HTML already, but for quotes that ended it.
+    std::string address = text::replaceAll(std::string(attribute(tag, kind.address)), "<", "&lt;");
+    address = text::replaceAll(address, ">", "&gt;");
+    const std::string words = filled(text::htmlEncode(sentence), "address", address);
+    return fmt::format("<span class=\"torvexFrame\" style=\"{}\">{}</span>", boxStyle, words);
+}
+
+std::size_t behindElement(std::string_view html, std::size_t tagEnd, const FrameKind& kind) {
+    if (!kind.hasEnd) return tagEnd;
+    const std::size_t end = text::find(html, fmt::format("</{}", kind.name), tagEnd);
+    return end == text::npos ? tagEnd : endOfTag(html, end);
+}
+
+}  // namespace
+
+std::string withBoxesForFrames(std::string_view html, std::string_view sentence) {
+    std::string result;
+    result.reserve(html.size());
+    std::size_t done = 0;
+    for (std::size_t at = html.find('<'); at != std::string_view::npos; at = html.find('<', at + 1)) {
+        if (html.substr(at).starts_with("<!--")) {
+            at = html.find("-->", at);
+            if (at == std::string_view::npos) break;
+            continue;
+        }
+        const FrameKind* kind = kindAt(html, at);
+        if (!kind) continue;
+        const std::size_t tagEnd = endOfTag(html, at);
+        result.append(html.substr(done, at - done));
+        result.append(boxFor(html.substr(at, tagEnd - at), *kind, sentence));
+        done = behindElement(html, tagEnd, *kind);
+        at = done - 1;
+    }
+    return result.append(html.substr(done));
+}
+
+std::string withLinkScript(std::string html) {
+    std::size_t place = 0;
+    if (const std::size_t head = text::find(html, "<head"); head != text::npos && endsName(html[head + 5])) {
+        place = endOfTag(html, head);
+    } else if (const std::size_t type = text::find(html, "<!doctype"); type != text::npos) {
+        place = endOfTag(html, type);
+    }
+    return html.insert(place, linkScript);
+}
+
+}  // namespace torvex

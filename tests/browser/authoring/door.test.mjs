@@ -1,0 +1,153 @@
+import assert from "node:assert/strict";
+import { execFileSync } from "node:child_process";
+import { mkdirSync } from "node:fs";
+import { dirname, join } from "node:path";
+import { after, before, describe, test } from "node:test";
+import { fileURLToPath } from "node:url";
+import { faultsOf, servedDemo } from "../support.mjs";
+
+const root = join(dirname(fileURLToPath(import.meta.url)), "../../..");
+const program = process.env.TORVEX_PROGRAM ?? join(root, "build/release/torvex");
+const pictures = join(root, "build/pictures/door");
+
+// What init gives the team is random; here they have these.
+const passwords = { basil: "thyme-and-salt", iris: "blue-flag", heide: "calluna" };
+const givePasswords = (install) => {
+  const loginId = { iris: 2, basil: 3, heide: 4 };
+  for (const [name, password] of Object.entries(passwords)) {
+    execFileSync(program, ["call", "cManager.saveLogin", "advId=0", `loginId=${loginId[name]}`, "username=", `password=${password}`,
+      "name=", "job=", "--install", install, "--login", "sa"]);
+  }
+};
+
+// Fails with whatever a page's policy forbade, or would have forbidden.
+async function watched(site, options = {}) {
+  const context = await site.browser.newContext(options);
+  const violations = [];
+  await context.exposeBinding("tellViolation", (source, text) => violations.push(`${source.page.url()}: ${text}`));
+  await context.addInitScript(() => {
+    document.addEventListener("securitypolicyviolation", (event) => {
+      window.tellViolation(`${event.effectiveDirective} ${event.blockedURI} ${event.sample}`);
+    });
+  });
+  return { context, violations };
+}
+
+const sizes = [[360, 740], [768, 1024], [1440, 900]];
+
+describe("the door", () => {
+  const site = servedDemo([], givePasswords);
+  let context;
+  let violations;
+  let page;
+
+  const open = (query = "") => page.goto(`${site.address}/torvex/login${query}`);
+  const type = async (name, password) => {
+    await page.getByLabel(/User.name/).fill(name);
+    await page.locator("#password").fill(password);
+  };
+  const send = () => Promise.all([page.waitForNavigation(), page.getByRole("button", { name: /Log.in/ }).click()]);
+
+  before(async () => {
+    mkdirSync(pictures, { recursive: true });
+    ({ context, violations } = await watched(site, { locale: "en-GB" }));
+    page = await context.newPage();
+  });
+  after(async () => { await context.close(); });
+
+  test("leads in who has the right password, and to where she wanted to go", async () => {
+    const { context: other, violations: found } = await watched(site, { locale: "en-GB" });
+    const tab = await other.newPage();
+    await tab.goto(`${site.address}/torvex/page.asp?pageId=5`);
+    assert.match(tab.url(), /\/torvex\/login\?to=/);
+    assert.match(await tab.locator("main").innerText(), /you come back to where you wanted to go/);
+    await tab.getByLabel(/User.name/).fill("Basil");
+    await tab.locator("#password").fill(passwords.basil);
+    await Promise.all([tab.waitForURL(/page\.asp\?pageId=5/), tab.getByRole("button", { name: /Log.in/ }).click()]);
+    await tab.goto(`${site.address}/torvex/logout`);
+    assert.match(await tab.getByRole("status").first().innerText(), /You are logged out/);
+    assert.deepEqual(found.filter((one) => one.includes("/torvex/log")), []);
+    await other.close();
+  });
+
+  test("works without a script", async () => {
+    const { context: plain } = await watched(site, { javaScriptEnabled: false, locale: "de-DE" });
+    const tab = await plain.newPage();
+    await tab.goto(`${site.address}/torvex/login`);
+    await tab.getByLabel("Benutzername").fill("heide");
+    await tab.getByLabel("Passwort", { exact: true }).fill("falsch");
+    await tab.getByRole("button", { name: "Anmelden" }).click();
+    assert.match(await tab.getByRole("alert").innerText(), /Name oder Passwort ist falsch/);
+    await tab.getByLabel("Passwort", { exact: true }).fill(passwords.heide);
+    await tab.getByRole("button", { name: "Anmelden" }).click();
+    assert.equal(new URL(tab.url()).pathname, "/torvex/");
+    await tab.goto(`${site.address}/torvex/logout`);
+    await plain.close();
+  });
+
+  test("shows the password on demand, by mouse and key, and tells of the caps lock", async () => {
+    await open();
+    await type("basil", "secret");
+    const show = page.getByRole("button", { name: /Show.the.password/ });
+    assert.equal(await show.getAttribute("aria-pressed"), "false");
+    await show.click();
+    assert.equal(await page.locator("#password").getAttribute("type"), "text");
+    assert.equal(await show.getAttribute("aria-pressed"), "true");
+    await show.focus();
+    await page.keyboard.press("Space");
+    assert.equal(await page.locator("#password").getAttribute("type"), "password");
+    await page.locator("#password").dispatchEvent("keydown", { key: "A", modifierCapsLock: true });
+    assert.match(await page.locator("#caps").innerText(), /Caps lock is on/);
+  });
+
+  test("speaks the language that is chosen", async () => {
+    await open();
+    await page.getByRole("link", { name: "Deutsch" }).click();
+    assert.equal(await page.locator("html").getAttribute("lang"), "de");
+    await page.getByRole("link", { name: "English" }).click();
+    assert.equal(await page.locator("html").getAttribute("lang"), "en");
+  });
+
+  test("counts down when there were too many tries", async () => {
+    const { context: other } = await watched(site, { locale: "en-GB" });
+    const tab = await other.newPage();
+    await tab.goto(`${site.address}/torvex/login`);
+    for (let i = 0; i < 7; ++i) {
+      if (await tab.locator("button[type=submit]").isDisabled()) break;
+      await tab.getByLabel(/User.name/).fill("nobody");
+      await tab.locator("#password").fill(`wrong${i}`);
+      await Promise.all([tab.waitForNavigation(), tab.locator("button[type=submit]").click()]);
+    }
+    assert.match(await tab.locator("#refusal").innerText(), /You can try again in \d+ seconds/);
+    assert.equal(await tab.locator("button[type=submit]").isDisabled(), true);
+    await tab.locator("button[type=submit]:enabled").waitFor({ timeout: 20_000 });
+    assert.match(await tab.locator("#refusal").innerText(), /You can try again now/);
+    await other.close();
+  });
+
+  for (const scheme of ["light", "dark"]) {
+    for (const [width, height] of sizes) {
+      test(`has no faults in ${scheme} at ${width} pixels`, async () => {
+        await page.emulateMedia({ colorScheme: scheme });
+        await page.setViewportSize({ width, height });
+        const faults = [];
+        const look = async (name) => {
+          faults.push(...await faultsOf(page, name));
+          await page.screenshot({ path: join(pictures, `${name}-${width}-${scheme}.png`) });
+        };
+        await open();
+        await look("login");
+        await type("basil", "wrong");
+        await send();
+        await look("refused");
+        await open("?lang=de&to=%2Ftorvex%2Fsites.asp");
+        await look("german");
+        await page.goto(`${site.address}/torvex/error.asp?error=template_not_found&pageId=5`);
+        await look("error");
+        assert.deepEqual(faults, []);
+      });
+    }
+  }
+
+  test("breaks no rule of its policy", () => assert.deepEqual(violations, []));
+});

@@ -1,0 +1,60 @@
+#include "pages/authors/PageView.h"
+
+#include <gmock/gmock.h>
+
+namespace torvex {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+std::string boxed(std::string_view html) {
+    return withBoxesForFrames(html, "Frame {address}");
+}
+
+TEST(PageView, AFrameIsABoxWithItsAddress) {
+    for (const char* html :
+         {"<p>a<iframe src=\"/x.html\" width=3>old</iframe>b</p>",
+          "<p>a<IFRAME width='>' SRC='/x.html'></IFRAME>b</p>", "<p>a<iframe src=/x.html></iframe >b</p>",
+          "<p>a<object data=\"/x.html\"><param name=a></object>b</p>", "<p>a<embed src=\"/x.html\">b</p>",
+          "<p>a<frame src = \"/x.html\" />b</p>"}) {
+        const std::string shown = boxed(html);
+        EXPECT_THAT(shown, AllOf(testing::StartsWith("<p>a<span class=\"torvexFrame\""),
+                                 testing::EndsWith("Frame /x.html</span>b</p>")))
+            << html;
+    }
+}
+
+TEST(PageView, AFrameWithoutEndOrAddressIsABoxToo) {
+    EXPECT_THAT(boxed("a<iframe src=\"/x\">b"),
+                AllOf(HasSubstr("Frame /x</span>b"), Not(HasSubstr("iframe"))));
+    EXPECT_THAT(boxed("a<iframe srcdoc=\"<b>x</b>\"></iframe>b"),
+                AllOf(HasSubstr("Frame </span>b"), Not(HasSubstr("<b>"))));
+    EXPECT_THAT(boxed("a<iframe data-src=\"/y\" src=\"/x\"></iframe>"), HasSubstr("Frame /x<"));
+    EXPECT_THAT(boxed("a<iframe"), testing::Eq("a<iframe"));
+}
+
+TEST(PageView, AnAddressCantBreakOutOfItsBox) {
+    const std::string shown = boxed("<iframe src='\"><script>x</script>'></iframe>");
+    EXPECT_THAT(shown, Not(HasSubstr("<script>")));
+}
+
+TEST(PageView, EverythingElseStaysByteForByte) {
+    for (const char* html :
+         {"", "a < b", "<p>x</p>", "<iframes>", "<framework a=1>", "<objective>",
+          "<!-- <iframe src=x></iframe> --><p>a</p>", "<!-- open", "<textarea>\r\n&lt;iframe></textarea>"})
+        EXPECT_EQ(boxed(html), html);
+}
+
+TEST(PageView, TheScriptOfLinksStandsAheadOfEveryOther) {
+    constexpr const char* script = "<script src=\"/torvex/tryview.js\"></script>";
+    EXPECT_EQ(withLinkScript("<!DOCTYPE html><html><head lang=en><script>1</script></head>"),
+              std::string("<!DOCTYPE html><html><head lang=en>") + script + "<script>1</script></head>");
+    EXPECT_EQ(withLinkScript("<!DOCTYPE html><header>a</header>"),
+              std::string("<!DOCTYPE html>") + script + "<header>a</header>");
+    EXPECT_EQ(withLinkScript("text"), script + std::string("text"));
+}
+
+}  // namespace
+}  // namespace torvex
