@@ -236,7 +236,9 @@ void report(const InitOptions& options, const fs::path& folder, const std::strin
     out << fmt::format("Made an installation {} in {}\n", contentText(options), folder.string());
     reportPasswords(options, password, people, out);
     out << storeText(options);
-    out << fmt::format("\nServe it with:  torvex serve --install {}\n", folder.string());
+    out << fmt::format(
+        "\nServe it with:  torvex serve --install {}\nAuthors work at /torvex/ of its address.\n",
+        folder.string());
 }
 
 }  // namespace

@@ -44,6 +44,10 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   (1, 2, 1, 0, '<p>This site is up and running. What you see here is yours to change: the words, the look and the pages.</p>'),
   (1, 3, 1, 0, '<ul class="cards">
   <li>
+    <h2><a href="/torvex/page.asp?pageId=1">Write your first page</a></h2>
+    <p>Log in with the name and the password that were shown when this site was made. Then choose New page, and Create.</p>
+  </li>
+  <li>
     <h2><a href="/tvx.asp?pageId=2">First steps</a></h2>
     <p>Where the pages, the templates and the settings are, and what to change first.</p>
   </li>
@@ -55,7 +59,7 @@ insert into TORVEX_BODIES_DESIGN (pageId, bodyId, bodyType, feedId, bodyText) va
   (2, 1, 1, 0, 'First steps'),
   (2, 2, 1, 0, '<p>Three places hold everything that a visitor sees.</p>'),
   (2, 3, 1, 0, '<h2>The words</h2>
-<p>Each page has numbered bodies: the headline, the lead and the text of this page are its bodies 1, 2 and 3. Authors change a draft, and visitors see it once it is published.</p>
+<p>Each page has numbered bodies: the headline, the lead and the text of this page are its bodies 1, 2 and 3. Authors <a href="/torvex/">change a draft</a>, and visitors see it once it is published.</p>
 <h2>The look</h2>
 <p>The frame around every page is the base template <code>baseTemplates/{{site}}/{{lang}}/page.html</code>. What stands inside comes from the content templates in <code>contentTemplates/{{site}}/{{lang}}</code>. Colours and sizes are in <code>wwwroot/stylesheets/{{site}}/{{lang}}/site.css</code>.</p>
 <h2>The settings</h2>
