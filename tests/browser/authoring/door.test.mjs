@@ -1,24 +1,13 @@
 import assert from "node:assert/strict";
-import { execFileSync } from "node:child_process";
 import { mkdirSync } from "node:fs";
 import { dirname, join } from "node:path";
 import { after, before, describe, test } from "node:test";
 import { fileURLToPath } from "node:url";
 import { faultsOf, servedDemo } from "../support.mjs";
+import { givePasswords, passwords } from "./door.mjs";
 
 const root = join(dirname(fileURLToPath(import.meta.url)), "../../..");
-const program = process.env.TORVEX_PROGRAM ?? join(root, "build/release/torvex");
 const pictures = join(root, "build/pictures/door");
-
-// What init gives the team is random; here they have these.
-const passwords = { basil: "thyme-and-salt", iris: "blue-flag", heide: "calluna" };
-const givePasswords = (install) => {
-  const loginId = { iris: 2, basil: 3, heide: 4 };
-  for (const [name, password] of Object.entries(passwords)) {
-    execFileSync(program, ["call", "cManager.saveLogin", "advId=0", `loginId=${loginId[name]}`, "username=", `password=${password}`,
-      "name=", "job=", "--install", install, "--login", "sa"]);
-  }
-};
 
 // Fails with whatever a page's policy forbade, or would have forbidden.
 async function watched(site, options = {}) {
