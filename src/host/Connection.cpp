@@ -18,6 +18,7 @@ namespace {
 using boost::system::error_code;
 
 constexpr std::size_t readSize = 4096;
+constexpr std::size_t pouredSize = 64 * 1024;    ///< read at a time of a body that goes to a sink
 constexpr std::size_t keptBody = 4096;           ///< of memory, from one request to the next
 constexpr std::size_t lingerBytes = 256 * 1024;  ///< of a refused body, dropped; more is cut off
 constexpr int mostInOneGo = 16;  ///< pipelined requests, before other connections have their turn
@@ -91,7 +92,8 @@ Connection::TimePoint Connection::endOf(Stage stage, TimePoint now) const {
         case Stage::Idle:
             return now + deadlines.idle;
         case Stage::Body:
-            return now + deadlines.body;
+            // As long as it comes: see `isBodyInTime`.
+            return sink ? TimePoint::max() : now + deadlines.body;
         case Stage::Lingering:
             return now + deadlines.linger;
         default:
@@ -122,9 +124,15 @@ void Connection::checkDeadline(TimePoint now) {
 
 bool Connection::keepsPace(TimePoint now) {
     if (stage_ == Stage::Writing) return isTaking(now);
-    if (stage_ == Stage::Body) return isFastEnough(parser_.body().size(), now);
+    if (stage_ == Stage::Body) return isBodyInTime(now);
     // One that has sent nothing yet isn't slow: browsers connect ahead of what they ask for.
     return buffer_.size() == 0 || isFastEnough(buffer_.size(), now);
+}
+
+/// A long body may take its time in all, but not rest for longer than a short one may take.
+bool Connection::isBodyInTime(TimePoint now) {
+    if (!sink) return isFastEnough(parser_.body().size(), now);
+    return now - lastMove_ < loop_.options().deadlines.body && isFastEnough(poured_, now);
 }
 
 bool Connection::isFastEnough(std::uint64_t bytes, TimePoint now) const {
@@ -163,7 +171,7 @@ void Connection::closeIfIdle() {
 }
 
 void Connection::read() {
-    transport_.read(buffer_.prepare(readSize),
+    transport_.read(buffer_.prepare(sink ? pouredSize : readSize),
                     [self = shared_from_this()](const error_code& error, std::size_t count) {
                         self->onRead(error, count);
                     });
@@ -171,6 +179,8 @@ void Connection::read() {
 
 void Connection::onRead(const error_code& error, std::size_t count) {
     if (stage_ == Stage::Closed) return;
+    const bool isLost = isTimedOut_ || error;
+    if (isLost && sink && stage_ == Stage::Body) return cutShort();
     if (isTimedOut_) {
         if (refuse(refusals::of(*this, 408))) process();
         return;
@@ -205,7 +215,7 @@ bool Connection::processOnce() {
     const std::string_view bytes(static_cast<const char*>(buffer_.data().data()), buffer_.size());
     const std::size_t consumed = parser_.feed(bytes);
     buffer_.consume(consumed);
-    if (!parser_.body().empty() && !holdBody()) return refuse(refusals::of(*this, 503));
+    if (!parser_.body().empty() && !(holdBody() && pour())) return refuse(refusals::of(*this, 503));
     switch (parser_.state()) {
         case RequestParser::State::HeaderDone:
             return onHeader();
@@ -224,10 +234,36 @@ bool Connection::onHeader() {
     if (source_.isProxy) takeAs(loop_.proxies().visitorOf(head(), source_.visitor));
     if (auto refusal = loop_.pipeline().examine(*this)) return decline(std::move(*refusal));
     if (source_.isProxy && !enterForVisitor()) return decline(refusals::of(*this, 503));
-    parser_.readBody(loop_.pipeline().bodyLimit(*this));
+    if (auto refusal = receiveBody()) return decline(std::move(*refusal));
     if (parser_.state() != RequestParser::State::Body) return true;
     enter(Stage::Body);
     return askForBody();
+}
+
+std::optional<Answer> Connection::receiveBody() {
+    BodyReception reception = loop_.pipeline().receive(*this);
+    if (reception.refusal != 0) return refusals::of(*this, reception.refusal);
+    sink = std::move(reception.sink);
+    poured_ = 0;
+    parser_.readBody(reception.limit);
+    return std::nullopt;
+}
+
+bool Connection::pour() {
+    if (!sink) return true;
+    poured_ += parser_.body().size();
+    const bool isTaken = sink->take(parser_.body());
+    parser_.body().clear();
+    return isTaken;
+}
+
+/// What has come of a body is handed on although its rest won't come: an upload goes on behind it.
+void Connection::cutShort() {
+    isCut_ = true;
+    enter(Stage::Handling);
+    auto answer =
+        loop_.pipeline().answer(std::static_pointer_cast<Exchange>(shared_from_this()), loop_.files());
+    if (answer && send(std::move(*answer))) process();
 }
 
 /// A client that waits to be told so is told to send the body.
@@ -267,7 +303,7 @@ bool Connection::decline(Answer answer) {
 
 bool Connection::send(Answer answer) {
     const bool hasRequest = parser_.state() != RequestParser::State::Refused && !isTimedOut_;
-    closesAfterAnswer_ = answer.closes || !hasRequest || !head().keepAlive || loop_.isStopping();
+    closesAfterAnswer_ = answer.closes || isCut_ || !hasRequest || !head().keepAlive || loop_.isStopping();
     const bool isHead = hasRequest && head().method == Method::Head;
     const bool isPublicFile = hasRequest && !page && !guard;
     writer_.start(std::move(answer),
@@ -328,6 +364,8 @@ bool Connection::afterAnswer() {
     parser_.reset();
     page = nullptr;
     guard = nullptr;
+    sink.reset();
+    if (buffer_.size() == 0 && buffer_.capacity() >= pouredSize) buffer_.shrink_to_fit();
     releaseBody();
     leaveForVisitor();
     enter(buffer_.size() > 0 ? Stage::Header : Stage::Idle);

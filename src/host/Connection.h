@@ -3,6 +3,7 @@
 #include <boost/beast/core/flat_buffer.hpp>
 #include <chrono>
 #include <memory>
+#include <optional>
 
 #include "host/IdleOrder.h"
 #include "host/PeerLimits.h"
@@ -64,6 +65,10 @@ class Connection final : public Exchange,
     void takeAs(const Client& visitor);
     bool enterForVisitor();
     void leaveForVisitor();
+    bool isBodyInTime(TimePoint now);
+    std::optional<Answer> receiveBody();
+    bool pour();
+    void cutShort();
     bool holdBody();
     void releaseBody();
     void read();
@@ -108,8 +113,10 @@ class Connection final : public Exchange,
     std::size_t lingered_ = 0;
     int inOneGo_ = 0;
     bool isTimedOut_ = false;
-    bool isCounted_ = false;  ///< the request, among those of its visitor
-    bool isInterim_ = false;  ///< what is being written is the "go on" ahead of a body
+    bool isCounted_ = false;    ///< the request, among those of its visitor
+    std::uint64_t poured_ = 0;  ///< bytes of the body that went to its sink
+    bool isCut_ = false;        ///< the rest of the body won't come
+    bool isInterim_ = false;    ///< what is being written is the "go on" ahead of a body
     bool closesAfterAnswer_ = false;
 };
 

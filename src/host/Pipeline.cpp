@@ -24,7 +24,8 @@
 //                        a page's place; then guarded folders; all else is a public file
 //  6. method allowed     depends on who is responsible
 //  7. body               its type and length are refused before it is read, by what the address takes; then
-//                        it is read within its deadline and the budget of all bodies
+//                        it is read within its deadline and the budget of all bodies, or goes where the
+//                        address wants it, at its own pace
 //  8. public file        on the loop, without a session: it takes microseconds and needs no worker
 //  9. session            requests of one visitor queue up here, where waiting costs no thread
 // 10. worker             the page or guard runs; it may wait for the database or a feed
@@ -179,6 +180,15 @@ std::optional<Answer> Pipeline::checkBody(const Exchange& exchange) const {
 std::uint64_t Pipeline::bodyLimit(const Exchange& exchange) const {
     if (!exchange.page || !mayHaveBody(exchange.head().method)) return 0;
     return exchange.page->bodyLimit.value_or(setting_.limits.body);
+}
+
+BodyReception Pipeline::receive(const Exchange& exchange) const {
+    const RequestHead& head = exchange.head();
+    const bool isElsewhere =
+        exchange.page && exchange.page->receiver && head.hasBody && mayHaveBody(head.method);
+    if (!isElsewhere) return {.limit = bodyLimit(exchange)};
+    return exchange.page->receiver(exchange.target.path,
+                                   [&head](std::string_view name) { return head.field(name); });
 }
 
 Answer Pipeline::answerFile(const Exchange& exchange, StaticFiles& files) const {

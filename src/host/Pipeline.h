@@ -26,8 +26,9 @@ class Pipeline {
     /// What can be decided on the header alone; an answer here is a refusal, and the body needn't be read.
     std::optional<Answer> examine(Exchange& exchange) const;
 
-    /// How long the body of an examined request may be.
-    std::uint64_t bodyLimit(const Exchange& exchange) const;
+    /// How the body of an examined request is taken in: how long it may be, and where it goes if not into
+    /// memory.
+    BodyReception receive(const Exchange& exchange) const;
 
     /// Answers a whole request: at once, or later through the exchange. `files` are the calling loop's, null
     /// when none are served.
@@ -49,6 +50,7 @@ class Pipeline {
     const PageRoute* pageAt(const std::string& path) const;
     Answer answerFile(const Exchange& exchange, StaticFiles& files) const;
     std::optional<Answer> checkBody(const Exchange& exchange) const;
+    std::uint64_t bodyLimit(const Exchange& exchange) const;
 
     PageSetting setting_;
     std::unordered_map<std::string, PageRoute> pages_;

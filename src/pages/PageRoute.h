@@ -34,6 +34,32 @@ struct Refused {
 /// host adds `Allow` and `Retry-After`.
 using RefusalHandler = std::function<Response(const Refused&)>;
 
+/// Where a body goes that is too large for memory. Made for one request; one thread at a time uses it, and
+/// each call returns at once.
+class BodySink {
+  public:
+    virtual ~BodySink() = default;
+
+    /// The next bytes. False when no more can be taken: the request is then refused.
+    virtual bool take(std::string_view bytes) = 0;
+    /// Under which the handler finds what was taken: the request's server variable "body_receipt".
+    virtual std::string receipt() const = 0;
+};
+
+/// What an address says to a body before it comes.
+struct BodyReception {
+    int refusal = 0;  ///< a status, or 0 when the body may come
+    std::shared_ptr<BodySink> sink{};
+    std::uint64_t limit = 0;  ///< bytes
+};
+
+/// The value of a request's field, "" when it isn't there.
+using FieldOf = std::function<std::string_view(std::string_view name)>;
+/// Asked on event loops with the address and the fields, so it must be quick; safe from any thread. Nobody has
+/// said yet who sends the request: that is for the handler to find out before it makes use of the body. The
+/// handler also gets what came of a body whose sender has gone.
+using BodyReceiver = std::function<BodyReception(const std::string& path, const FieldOf& field)>;
+
 /// An address of the server's own, and what answers it.
 struct PageRoute {
     enum class Reach { Exact, Below, BelowButFiles };
@@ -49,6 +75,7 @@ struct PageRoute {
     /// `BelowButFiles` leaves those that by their names are public files.
     Reach reach = Reach::Exact;
     RefusalHandler refusal{};  ///< none: the server's own pages say what went wrong
+    BodyReceiver receiver{};   ///< none: bodies are kept in memory
 };
 
 /// A folder of public files whose readers are checked one by one.

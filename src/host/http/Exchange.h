@@ -12,6 +12,7 @@ namespace torvex {
 
 struct PageRoute;
 struct FileGuard;
+class BodySink;
 
 /// One request on its way through the pipeline. Read by the thread that has it at the moment: the loop, then
 /// a worker, then the loop again.
@@ -30,8 +31,9 @@ class Exchange {
     std::string_view host;            ///< as the request names it; "" for old clients that name none
     const PageRoute* page = nullptr;  ///< what answers: a page, a guarded file, or else a public file
     const FileGuard* guard = nullptr;
-    std::string remoteAddress;  ///< the visitor's, also behind a trusted proxy
-    std::uint64_t origin = 0;   ///< the same for all requests of one address
+    std::shared_ptr<BodySink> sink{};  ///< where the body goes instead of into memory
+    std::string remoteAddress;         ///< the visitor's, also behind a trusted proxy
+    std::uint64_t origin = 0;          ///< the same for all requests of one address
     std::uint16_t localPort = 0;
     bool isTls = false;  ///< whether the visitor speaks https, to this server or to a trusted proxy
 };
