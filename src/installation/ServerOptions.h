@@ -43,6 +43,9 @@ struct RequestLimits {
     std::size_t fields = 100;            ///< header lines; each costs a look-up entry
     /// Where a page takes a body and sets no limit of its own. Nothing else takes one.
     std::uint64_t body = 2 * 1024 * 1024;
+    /// Of one file that an author uploads; on its way it takes disk, not memory. One login has four times as
+    /// much under way at most.
+    std::uint64_t upload = 256 * 1024 * 1024;
     /// Of one form; each costs far more memory than its bytes. The largest form of the system has some
     /// dozens.
     std::size_t formFields = 1000;

@@ -140,6 +140,7 @@ void readLimits(SettingsSection section, ServerOptions& server) {
     section.readNumber("header_bytes", server.limits.header, 1024, mebibyte);
     section.readNumber("header_fields", server.limits.fields, 10, 10'000);
     section.readNumber("body_bytes", server.limits.body, 0, 4096 * mebibyte);
+    section.readNumber("upload_bytes", server.limits.upload, 1, 1024 * 1024 * mebibyte);
     section.readNumber("form_fields", server.limits.formFields, 1, 1'000'000);
     section.readNumber("bodies_bytes", server.limits.bodies, 65536, 65536 * mebibyte);
     section.readSeconds("header_seconds", server.deadlines.header);

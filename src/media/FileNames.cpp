@@ -34,6 +34,22 @@ char randomCharacter() {
     return static_cast<char>('0' + ::randombytes_uniform(10));
 }
 
+constexpr std::size_t longestNameOfDisk = 240;  ///< bytes, with room for what is put around it
+
+/// Those of ASCII and of Latin 1.
+bool isControl(std::uint32_t character) {
+    return character < 32 || (character >= 127 && character < 160);
+}
+
+bool hasControl(std::string_view name) {
+    for (std::size_t at = 0; at < name.size();) {
+        const utf8::Unit character = utf8::unitAt(name, at);
+        if (isControl(character.value)) return true;
+        at += character.length;
+    }
+    return false;
+}
+
 bool stays(std::uint32_t character) {
     return character >= 32 && character <= 255 && character != '#' && character != 127;
 }
@@ -62,6 +78,16 @@ std::string randomFileName(std::string_view name) {
     const std::uint32_t length = shortestRandomName + ::randombytes_uniform(lengthsOfRandomNames);
     for (std::uint32_t i = 0; i < length; ++i) random += randomCharacter();
     return Parts(whole).with(std::move(random));
+}
+
+std::optional<std::string> keptFileName(std::string_view given) {
+    if (!text::isValidUtf8(given) || hasControl(given)) return std::nullopt;
+    given = text::trim(given);
+    const bool leadsElsewhere = given.find_first_of("/\\") != std::string_view::npos;
+    if (given.empty() || given.front() == '.' || leadsElsewhere) return std::nullopt;
+    std::string kept = text::lowerTrim(safeFileName(given));
+    if (kept.empty() || kept.front() == '.' || kept.size() > longestNameOfDisk) return std::nullopt;
+    return kept;
 }
 
 }  // namespace torvex

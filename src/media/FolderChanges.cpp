@@ -31,12 +31,6 @@ void clear(SharedFiles& files, HostContext& host, const MediaFolder& folder) {
     }
 }
 
-void createDirectories(SharedFiles& files, HostContext& host, const MediaFolder& folder) {
-    for (std::size_t length = 0; length <= folder.id.size(); length += folderLevelLength) {
-        files.createFolder(directoryOf(host, {folder.kind, folder.site, folder.id.substr(0, length)}));
-    }
-}
-
 /// The next number when somebody else takes the free one first.
 AddedFolder enterNewFolder(db::Connection& transaction, const MediaFolder& parent) {
     for (;;) {
@@ -70,7 +64,7 @@ AddedFolder addMediaFolder(HostContext& host, const MediaFolder& parent, std::st
                                     if (folder.id.empty()) return db::refuse(folder);
                                     const MediaFolder made{parent.kind, parent.site, folder.id};
                                     if (folder.isNew) clear(files, host, made);
-                                    createDirectories(files, host, made);
+                                    makeMediaDirectories(host, files, made);
                                     return db::commit(folder);
                                 });
     if (added.isCommitted) {
@@ -109,6 +103,12 @@ void setMediaFolderGroup(HostContext& host, const MediaFolder& folder, int group
         }
         return db::commit(true);
     });
+}
+
+void makeMediaDirectories(HostContext& host, SharedFiles& files, const MediaFolder& folder) {
+    for (std::size_t length = 0; length <= folder.id.size(); length += folderLevelLength) {
+        files.createFolder(directoryOf(host, {folder.kind, folder.site, folder.id.substr(0, length)}));
+    }
 }
 
 }  // namespace torvex

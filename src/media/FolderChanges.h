@@ -6,6 +6,7 @@
 #include "media/MediaFolders.h"
 
 namespace torvex {
+class SharedFiles;
 
 /// What became of a wish for a folder.
 struct AddedFolder {
@@ -25,5 +26,8 @@ bool removeMediaFolder(HostContext& host, const MediaFolder& folder);
 /// Lets a visitor group reach a folder, or no longer. Groups of a folder that is gone are removed instead. A
 /// failure changes nothing and is told to operators.
 void setMediaFolderGroup(HostContext& host, const MediaFolder& folder, int groupId, bool access);
+
+/// Makes those of a folder's directories that are missing, from the site's own down.
+void makeMediaDirectories(HostContext& host, SharedFiles& files, const MediaFolder& folder);
 
 }  // namespace torvex

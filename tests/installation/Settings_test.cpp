@@ -65,6 +65,7 @@ certificate = "tls/site.pem"
 key = "/etc/site.key"
 [limits]
 body_bytes = 1000
+upload_bytes = 5000
 header_seconds = 2.5
 [paths]
 images = "pictures"
@@ -84,6 +85,7 @@ level = "debug"
     EXPECT_EQ(settings.server.tls.certificate, (folder_ / "tls/site.pem").string());
     EXPECT_EQ(settings.server.tls.key, "/etc/site.key");
     EXPECT_EQ(settings.server.limits.body, 1000U);
+    EXPECT_EQ(settings.server.limits.upload, 5000U);
     EXPECT_EQ(settings.server.deadlines.header, 2500ms);
     EXPECT_EQ(settings.paths.images, "pictures");
     EXPECT_EQ(settings.paths.documents, "documents");

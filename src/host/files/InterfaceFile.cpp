@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "host/files/MediaTypes.h"
+#include "media/MediaTypes.h"
 #include "host/files/StaticFiles.h"
 #include "host/http/Ascii.h"
 #include "host/http/ErrorPages.h"

@@ -6,7 +6,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include "host/files/MediaTypes.h"
+#include "media/MediaTypes.h"
 #include "host/http/Ascii.h"
 #include "host/http/ErrorPages.h"
 #include "platform/net/HttpDate.h"

@@ -5,7 +5,7 @@
 #include <ctime>
 #include <fcntl.h>
 
-#include "host/files/MediaTypes.h"
+#include "media/MediaTypes.h"
 #include "host/files/PublicFile.h"
 #include "host/http/ErrorPages.h"
 

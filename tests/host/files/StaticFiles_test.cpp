@@ -8,7 +8,7 @@
 #include <thread>
 #include <unistd.h>
 
-#include "host/files/MediaTypes.h"
+#include "media/MediaTypes.h"
 #include "host/files/PublicFile.h"
 #include "support/RunningServer.h"
 

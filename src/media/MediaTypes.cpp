@@ -1,10 +1,10 @@
-#include "host/files/MediaTypes.h"
+#include "media/MediaTypes.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
 
-#include "host/http/Ascii.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 
@@ -134,7 +134,7 @@ static_assert(std::is_sorted(table.begin(), table.end()));
 std::string_view mediaType(std::string_view fileName, const MediaTypes& more) {
     const std::size_t dot = fileName.rfind('.');
     if (dot == std::string_view::npos) return {};
-    const std::string suffix = ascii::lowered(fileName.substr(dot + 1));
+    const std::string suffix = text::lower(fileName.substr(dot + 1));
     if (const auto own = more.find(suffix); own != more.end()) return own->second;
     const auto found =
         std::lower_bound(table.begin(), table.end(), suffix,
