@@ -147,10 +147,10 @@ export class TvxTable<T = Any> extends TvxElement {
 
   private head(column: TableColumn<T>) {
     const is = this.sorted.id === column.id;
-    const classes = `${column.wide ? "wide" : ""} ${column.numeric ? "numeric" : ""}`;
+    const classes = `of-${column.id} ${column.wide ? "wide" : ""} ${column.numeric ? "numeric" : ""}`;
     if (!column.by)
-      return html`<th scope="col" class=${classes} ${styles(column.width ? { width: column.width } : {})}>${column.label}</th>`;
-    return html`<th scope="col" class=${classes} ${styles(column.width ? { width: column.width } : {})} aria-sort=${is ? (this.sorted.down ? "descending" : "ascending") : nothing}>
+      return html`<th scope="col" class=${classes} ${styles(column.width ? { "--width": column.width } : {})}>${column.label}</th>`;
+    return html`<th scope="col" class=${classes} ${styles(column.width ? { "--width": column.width } : {})} aria-sort=${is ? (this.sorted.down ? "descending" : "ascending") : nothing}>
       <button class="sort" @click=${() => this.sortBy(column)}>${column.label}${is ? icon(this.sorted.down ? "arrow-down" : "arrow-up") : nothing}</button></th>`;
   }
 

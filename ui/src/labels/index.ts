@@ -33,8 +33,11 @@ export function plural(count: number, one: Label, other: Label, places: Record<s
 
 export const interfaceLanguage = () => language;
 
+/** How dates and numbers are written: English ones with the day ahead, and hours to 24. */
+export const locale = () => (language === "en" ? "en-GB" : language);
+
 export const number = (value: number, options?: Intl.NumberFormatOptions) =>
-  new Intl.NumberFormat(language, options).format(value);
+  new Intl.NumberFormat(locale(), options).format(value);
 
 /** Calls back when the words are another language's. */
 export function onWords(listener: () => void): () => void {

@@ -1,6 +1,10 @@
 // What the shell comes with. Other rooms put themselves in by a line of their own here.
-import { L, t } from "../labels";
+import "../administration";
+import "../dashboard";
 import "../pages/register";
+import "../palette";
+import "../tree";
+import { L, t } from "../labels";
 import { commands } from "./registry";
 import { shell } from "./tvx-shell";
 

@@ -98,3 +98,16 @@ export function screenAt({ path }: Place): Screen | undefined {
     typeof screen.path === "string" ? screen.path === small : screen.path.test(small),
   );
 }
+
+export type MovePlace = "before" | "after" | "into";
+
+/** What moves and copies pages without asking: for dragging, Ctrl+X, Ctrl+C and Ctrl+V, Alt+Up and Alt+Down. */
+export interface Moves {
+  move: (fromNode: string, toNode: string, place: MovePlace) => Promise<unknown>;
+  copy: (fromNode: string, toNode: string, place: MovePlace) => Promise<unknown>;
+  step: (node: string, direction: "up" | "down") => Promise<unknown>;
+  /** Why a place takes no page; empty when it does. */
+  refuses: (fromNode: string, toNode: string, place: MovePlace) => string;
+}
+
+export const moves = new Store<Moves | null>(null);

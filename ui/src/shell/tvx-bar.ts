@@ -90,10 +90,10 @@ export class TvxBar extends TvxElement {
       <button class="button quiet website" aria-haspopup="menu" aria-expanded="false" @click=${this.websiteMenu}>
         ${icon("globe")}<span class="cut">${website ? html`${website.siteName}<span class="lang"> · ${website.langName}</span>` : t(L.noWebsite)}</span>${icon("chevron-down")}
       </button>
-      <button class="search" @click=${() => this.run("palette")}>
+      <button class="search" aria-label=${t(L.searchEverything)} @click=${() => this.run("palette")}>
         ${icon("search")}<span class="cut">${t(L.searchEverything)}</span><kbd>Ctrl+K</kbd>
       </button>
-      ${waiting > 0 ? html`<a class="button quiet waits" href="/torvex/">${icon("bell")}<span>${plural(waiting, L.oneWaits, L.manyWait)}</span></a>` : nothing}
+      ${waiting > 0 ? html`<a class="button quiet waits" href="/torvex/" aria-label=${plural(waiting, L.oneWaits, L.manyWait)}>${icon("bell")}<span>${plural(waiting, L.oneWaits, L.manyWait)}</span></a>` : nothing}
       <span class="faces"><tvx-faces></tvx-faces></span>
       <button class="button quiet icon-only help" aria-label=${t(L.help)} title=${t(L.help)} @click=${() => this.run("help")}>${icon("circle-help")}</button>
       <button class="button quiet me" aria-haspopup="menu" aria-expanded="false" aria-label=${login ? t(L.me, { name: login.name }) : nothing} @click=${this.myMenu}>

@@ -4,7 +4,7 @@ import { connection } from "../api/connection";
 import { Store } from "../kit";
 import { TvxElement, Watch } from "../kit/element";
 import { icon } from "../kit/icon";
-import { L, t } from "../labels";
+import { L, locale, t } from "../labels";
 import { place } from "./address";
 import { here } from "./presence";
 import { footNotes } from "./registry";
@@ -19,9 +19,7 @@ export interface Keeping {
 export const keeping = new Store<Keeping>({ state: "", at: null });
 
 export const clock = (at: Date | null) =>
-  at
-    ? new Intl.DateTimeFormat(document.documentElement.lang || "en", { hour: "numeric", minute: "2-digit" }).format(at)
-    : "";
+  at ? new Intl.DateTimeFormat(locale(), { hour: "numeric", minute: "2-digit" }).format(at) : "";
 
 /** The lower edge: what became of what was typed, who is here, what is being sent. */
 @customElement("tvx-foot")

@@ -100,13 +100,13 @@ export class TvxShell extends TvxElement {
       <div class="shell ${this.leftOpen ? "" : "no-left"} ${hasRight && this.rightOpen ? "" : "no-right"} ${this.over ? `over-${this.over}` : ""}" ${styles(wide)}>
         <a class="skip" href="#centre" @click=${this.skip}>${t(L.skipToContent)}</a>
         <tvx-bar class="bar" role="banner" .hasRight=${hasRight} @tvx-side=${(event: CustomEvent) => this.toggle(event.detail)}></tvx-bar>
-        <nav class="left" aria-label=${t(L.navigation)}>${this.left()}</nav>
-        <tvx-split side="left" .size=${this.leftSize} .least=${leftSizes.least} .most=${leftSizes.most} label=${t(L.widthLeft)}
-          @tvx-size=${(event: CustomEvent) => this.size("left", event.detail)}></tvx-split>
+        <nav class="left" aria-label=${t(L.navigation)}>${this.left()}
+          <tvx-split side="left" .size=${this.leftSize} .least=${leftSizes.least} .most=${leftSizes.most} label=${t(L.widthLeft)}
+          @tvx-size=${(event: CustomEvent) => this.size("left", event.detail)}></tvx-split></nav>
         <main class="centre" id="centre" tabindex="-1">${this.centre()}</main>
-        <tvx-split side="right" ?hidden=${!hasRight} .size=${this.rightSize} .least=${rightSizes.least} .most=${rightSizes.most} label=${t(L.widthRight)}
-          @tvx-size=${(event: CustomEvent) => this.size("right", event.detail)}></tvx-split>
-        <aside class="right" aria-label=${t(L.aboutThisPage)} ?hidden=${!hasRight}>${this.right()}</aside>
+        <aside class="right" aria-label=${t(L.aboutThisPage)} ?hidden=${!hasRight}>${this.right()}
+          <tvx-split side="right" .size=${this.rightSize} .least=${rightSizes.least} .most=${rightSizes.most} label=${t(L.widthRight)}
+          @tvx-size=${(event: CustomEvent) => this.size("right", event.detail)}></tvx-split></aside>
         <tvx-foot class="foot" role="contentinfo"></tvx-foot>
         ${this.over ? html`<button class="veil" aria-label=${t(L.close)} @click=${() => (this.over = "")}></button>` : nothing}
       </div>

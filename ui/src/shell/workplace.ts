@@ -118,7 +118,10 @@ export async function loadWebsites(): Promise<void> {
   const mine = websites.filter(({ rights }) => hasAny(rights));
   const offered = mine.length > 0 ? mine : websites;
   const [site, lang] = kept.get("website").split(".");
-  const first = offered.find((one) => one.site === site && one.lang === lang) ?? offered[0];
+  const first =
+    offered.find((one) => one.site === site && one.lang === lang) ??
+    offered.find((one) => one.lang === document.documentElement.lang) ??
+    offered[0];
   workplace.patch({ websites: offered });
   if (first) enter(first.site, first.lang);
 }

@@ -1,0 +1,49 @@
+import { locale } from ".";
+
+const units: [Intl.RelativeTimeFormatUnit, number][] = [
+  ["minute", 60],
+  ["hour", 3600],
+  ["day", 86_400],
+];
+
+/** A moment as the API gives it, or null. */
+export function momentOf(text: string | null | undefined): Date | null {
+  if (!text) return null;
+  const moment = new Date(text);
+  return Number.isNaN(moment.getTime()) || moment.getFullYear() <= 1900 ? null : moment;
+}
+
+const isSameDay = (a: Date, b: Date) => a.toDateString() === b.toDateString();
+
+/** "10:42" of today, "yesterday, 10:42", else the day. */
+export function when(text: string | null | undefined, now = new Date()): string {
+  const moment = momentOf(text);
+  if (!moment) return "";
+  const lang = locale();
+  const time = new Intl.DateTimeFormat(lang, { hour: "2-digit", minute: "2-digit" }).format(moment);
+  if (isSameDay(moment, now)) return time;
+  const yesterday = new Date(now.getTime() - 86_400_000);
+  if (isSameDay(moment, yesterday))
+    return `${new Intl.RelativeTimeFormat(lang, { numeric: "auto" }).format(-1, "day")}, ${time}`;
+  const sameYear = moment.getFullYear() === now.getFullYear();
+  return new Intl.DateTimeFormat(lang, {
+    day: "numeric",
+    month: "short",
+    ...(sameYear ? {} : { year: "numeric" }),
+  }).format(moment);
+}
+
+/** "14 minutes ago", "in 3 days". */
+export function ago(text: string | null | undefined, now = new Date()): string {
+  const moment = momentOf(text);
+  if (!moment) return "";
+  const seconds = (moment.getTime() - now.getTime()) / 1000;
+  const [unit, length] = [...units].reverse().find(([, size]) => Math.abs(seconds) >= size) ?? units[0]!;
+  return new Intl.RelativeTimeFormat(locale(), { numeric: "auto" }).format(Math.round(seconds / length), unit);
+}
+
+/** The whole of it, for a tip. */
+export function full(text: string | null | undefined): string {
+  const moment = momentOf(text);
+  return moment ? new Intl.DateTimeFormat(locale(), { dateStyle: "full", timeStyle: "short" }).format(moment) : "";
+}
