@@ -127,7 +127,7 @@ export class TvxWorkCard extends TvxElement {
   private buttons() {
     const { running, done, all } = this.watch.value;
     if (running)
-      return html`<span class="note" role="status">${t(L.doneOf, { done, all })}</span><button class="button small" @click=${() => this.stop.abort()}>${t(L.stop)}</button>`;
+      return html`<span class="note" role="status">${t(L.doneOf, { done, all })}</span><button class="button small" @click=${() => this.stop.abort()}>${t(L.stopNow)}</button>`;
     const { action } = this;
     if (!action || this.selected.size === 0) return nothing;
     return html`<span class="note">${plural(this.selected.size, L.oneSelected, L.manySelected)}</span>

@@ -6,11 +6,11 @@ import { type IconName, icon } from "./icon";
 import "./marks.css";
 
 const words = {
-  new: L.stateNew,
-  changed: L.stateChanged,
-  approved: L.stateApproved,
-  marked: L.stateMarked,
-  live: L.stateLive,
+  new: L.markNew,
+  changed: L.markChanged,
+  approved: L.markApproved,
+  marked: L.markMarked,
+  live: L.markLive,
 } satisfies Record<PageWord, number>;
 
 export const stateWord = (state: PageWord) => t(words[state]);
@@ -31,7 +31,7 @@ const shapes = {
   live: svg`<circle class="full" cx="6" cy="6" r="3.5"></circle>`,
 } satisfies Record<PageWord, unknown>;
 
-const liveWords = { none: 0, on: 0, folder: 0, off: L.offLine, outOfDates: L.outOfDates } satisfies Record<
+const liveWords = { none: 0, on: 0, folder: 0, off: L.offLine, outOfDates: L.notInDates } satisfies Record<
   LiveState,
   number
 >;

@@ -28,7 +28,7 @@ async function mayLeave(): Promise<boolean> {
 }
 
 /** Addresses that are documents of their own. */
-const others = /^\/torvex\/(api\/|ui\/|images\/|view\.asp|login$|error\.asp)|\/[^/]+\.(?!asp$)[a-z0-9]+$/i;
+const others = /^\/torvex\/(api\/|ui\/|images\/|view\.asp|login$|logout$|error\.asp)|\/[^/]+\.(?!asp$)[a-z0-9]+$/i;
 
 export const isOurs = (url: URL) =>
   url.origin === location.origin && /^\/torvex\//i.test(url.pathname) && !others.test(url.pathname);

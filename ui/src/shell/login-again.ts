@@ -6,9 +6,7 @@ import { post } from "../api/request";
 import { icon } from "../kit/icon";
 import { dialog } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
-import { takenOver } from "./presence";
 import { whoAmI } from "./session";
-import { clock } from "./tvx-foot";
 import { workplace } from "./workplace";
 
 const loginPage = "/torvex/login";
@@ -37,12 +35,6 @@ async function logIn(username: string, password: string, takeOver: boolean): Pro
 
 let asking = false;
 
-function why() {
-  const by = takenOver.value;
-  if (!by) return t(L.sessionEnded);
-  return t(L.loginTakenOver, { time: clock(new Date(by.since)) });
-}
-
 /** Lies over the screen until somebody has logged in again; what is below stays as it is. */
 async function askAgain(): Promise<void> {
   if (asking) return;
@@ -62,7 +54,7 @@ async function askAgain(): Promise<void> {
     title: t(L.logInAgain),
     stays: true,
     body: () => html`
-      <p class="notice">${icon("info")}<span>${why()} ${t(L.textIsKept)}</span></p>
+      <p class="notice">${icon("info")}<span>${t(L.sessionEnded)} ${t(L.textIsKept)}</span></p>
       <form class="stack" @submit=${(event: Event) => event.preventDefault()}>
         <div class="field"><label for="again-name">${t(L.userName)}</label><input id="again-name" class="input" autocomplete="username" readonly .value=${username} /></div>
         <div class="field"><label for="again-password">${t(L.password)}</label>
@@ -74,7 +66,6 @@ async function askAgain(): Promise<void> {
     actions: () => [{ name: "login", label: held ? t(L.takeOver) : t(L.logIn), kind: "primary", run }],
   });
   asking = false;
-  takenOver.value = null;
   connection.state = "online";
 }
 

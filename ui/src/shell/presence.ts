@@ -22,7 +22,7 @@ export interface Notice extends Here {
 export const here = new Store<Here[]>([]);
 /** Somebody asks for the page that this login holds. */
 export const asked = new Store<Notice | null>(null);
-/** This login was taken over elsewhere. */
+/** The page that this login held is held by somebody else now. */
 export const takenOver = new Store<Notice | null>(null);
 export const counters = new Store<{ waiting: number }>({ waiting: 0 });
 /** Typing is told by the editor. */
@@ -44,7 +44,7 @@ interface PulseRow extends Notice {
 function take(rows: PulseRow[]): void {
   here.value = rows.filter(({ kind }) => kind === "here");
   asked.value = rows.find(({ kind }) => kind === "asked") ?? null;
-  takenOver.value = rows.find(({ kind }) => kind === "takenOver") ?? takenOver.value;
+  takenOver.value = rows.find(({ kind }) => kind === "takenOver") ?? null;
   const waiting = rows.filter(({ kind }) => kind === "count").reduce((sum, row) => sum + row.number, 0);
   if (waiting !== counters.value.waiting) counters.value = { waiting };
 }
@@ -56,7 +56,7 @@ export async function pulse(): Promise<void> {
   clearTimeout(timer);
   timer = setTimeout(() => void pulse(), every);
   const { login, site, lang } = workplace.value;
-  if (!login || left || connection.state !== "online") return;
+  if (!login || !site || left || connection.state !== "online") return;
   const now = document.hidden ? "away" : doing.value;
   try {
     take(

@@ -1,6 +1,5 @@
 import { html, nothing } from "lit";
 import { customElement, property } from "lit/decorators.js";
-import { call } from "../api";
 import { TvxElement, Watch } from "../kit/element";
 import { icon } from "../kit/icon";
 import { type MenuEntry, openMenu, rule } from "../kit/tvx-menu";
@@ -28,10 +27,7 @@ export async function useLanguage(lang: string): Promise<void> {
   kept.set("language", lang);
 }
 
-export async function logOut(): Promise<void> {
-  await call("cManager.logout", {});
-  location.assign("/torvex/login");
-}
+export const logOut = () => location.assign("/torvex/logout");
 
 /** The upper edge: where one works, what one looks for, what waits, who one is. */
 @customElement("tvx-bar")
@@ -72,7 +68,7 @@ export class TvxBar extends TvxElement {
         },
       })),
       rule,
-      { label: t(L.logOut), icon: "log-out", run: () => void logOut() },
+      { label: t(L.logOut), icon: "log-out", run: logOut },
     ];
     openMenu(event.currentTarget as HTMLElement, entries, this.workplace.value.login?.name ?? "");
   }

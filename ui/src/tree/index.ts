@@ -10,6 +10,7 @@ sides.register({
   load: async () => {
     await import("./tvx-pages");
     (await import("./tree-data")).startTree();
+    void import("./moves").then(({ startMoves }) => startMoves());
   },
   render: () => html`<tvx-pages></tvx-pages>`,
 });

@@ -19,10 +19,10 @@ import { collapse, expand, load, reveal, shownPage, tree } from "./tree-data";
 import "./tvx-pages.css";
 
 const filters: [StateFilter, Label][] = [
-  ["changed", L.stateChanged],
-  ["new", L.stateNew],
-  ["approved", L.stateApproved],
-  ["marked", L.stateMarked],
+  ["changed", L.markChanged],
+  ["new", L.markNew],
+  ["approved", L.markApproved],
+  ["marked", L.markMarked],
   ["held", L.heldBySomebody],
   ["off", L.offLine],
   ["mine", L.whereIMayEdit],
