@@ -177,7 +177,7 @@ export class Reader {
     if ((tags.textTags.has(tag) || tag === "pre") && !node.childNodes.some((child) => this.isBlock(child))) {
       return this.textBlock(node, tag === "pre" ? "pre" : "paragraph", before);
     }
-    const structure = structures[tag];
+    const structure = structures.get(tag);
     if (structure) return this.structure(node, structure, before);
     if (tags.boxTags.has(tag) || tags.inlineTags.has(tag) || tags.textTags.has(tag))
       return this.box(node, "box", before);
@@ -233,9 +233,9 @@ export class Reader {
     return this.type(name).createChecked({ ...this.tagsOf(node), before, tail: between }, content);
   }
 
-  private part(item: Item, parts: Record<string, string>, before: string): Node {
+  private part(item: Item, parts: Map<string, string>, before: string): Node {
     const node = item.node;
-    const part = node && isElement(node) ? parts[node.tagName] : undefined;
+    const part = node && isElement(node) ? parts.get(node.tagName) : undefined;
     if (!part || !node || !isElement(node)) return this.island(item, before);
     if (part !== "item") return this.block(item, before);
     try {
@@ -327,33 +327,36 @@ export class Reader {
 interface Structure {
   name: string;
   /** What the elements in it are. */
-  parts: Record<string, string>;
+  parts: Map<string, string>;
 }
 
 const rows = { tr: "row" };
-const list: Structure = { name: "list", parts: { li: "item", ul: "list", ol: "list", menu: "list", dir: "list" } };
-const tablePart: Structure = { name: "tablePart", parts: rows };
-const structures: Record<string, Structure> = {
-  ul: list,
-  ol: list,
-  menu: list,
-  dir: list,
-  table: {
-    name: "table",
-    parts: {
-      ...rows,
-      thead: "tablePart",
-      tbody: "tablePart",
-      tfoot: "tablePart",
-      caption: "caption",
-      colgroup: "columns",
-    },
-  },
-  thead: tablePart,
-  tbody: tablePart,
-  tfoot: tablePart,
-  tr: { name: "row", parts: { td: "cell", th: "cell" } },
+const structure = (name: string, parts: Record<string, string>): Structure => ({
+  name,
+  parts: new Map(Object.entries(parts)),
+});
+const list = structure("list", { li: "item", ul: "list", ol: "list", menu: "list", dir: "list" });
+const tablePart = structure("tablePart", rows);
+const tableParts = {
+  thead: "tablePart",
+  tbody: "tablePart",
+  tfoot: "tablePart",
+  caption: "caption",
+  colgroup: "columns",
 };
+const structures = new Map(
+  Object.entries({
+    ul: list,
+    ol: list,
+    menu: list,
+    dir: list,
+    table: structure("table", { ...rows, ...tableParts }),
+    thead: tablePart,
+    tbody: tablePart,
+    tfoot: tablePart,
+    tr: structure("row", { td: "cell", th: "cell" }),
+  }),
+);
 
 /** Elements that are there to be filled, even when they are empty. */
 const typedInto = new Set(["li", "td", "th", "caption", "blockquote", "dd", "dt", "figcaption"]);
