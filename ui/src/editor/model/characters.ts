@@ -7,7 +7,8 @@ export interface Unit {
   text: string;
 }
 
-const unitPattern = /&(?:#x[0-9a-f]+|#[0-9]+|[a-z][a-z0-9]*);?|<[a-z!/?][^>]*>|[\t\n\f\r ]+|[\s\S]/giu;
+const unitPattern =
+  /[^&<>\u00a0\t\n\f\r ]+(?: [^&<>\u00a0\t\n\f\r ]+)*|&(?:#x[0-9a-f]+|#[0-9]+|[a-z][a-z0-9]*);?|<[a-z!/?][^>]*>|[\t\n\f\r ]+|[\s\S]/giu;
 const blank = /^[\t\n\f\r ]+$/;
 
 export const isBlank = (text: string): boolean => text === "" || blank.test(text);
@@ -29,11 +30,11 @@ function textOf(raw: string): string {
   return raw;
 }
 
-const lineEnds = (text: string) => text.replaceAll("\r\n", "\n").replaceAll("\r", "\n");
+const lineEnds = (text: string) => (!text.includes("\r") ? text : text.replaceAll("\r\n", "\n").replaceAll("\r", "\n"));
 
 /** Letters that follow an entity without a semicolon are characters of their own. */
 function split(unit: Unit): Unit[] {
-  if (unit.raw.length < 2 || unit.text.length < 2) return [unit];
+  if (!unit.raw.startsWith("&") || unit.raw.length < 2 || unit.text.length < 2) return [unit];
   let common = 0;
   while (common < unit.text.length - 1 && unit.raw.at(-1 - common) === unit.text.at(-1 - common)) ++common;
   if (!common) return [unit];
@@ -49,4 +50,5 @@ export function unitsOf(source: string, parsed: string): Unit[] | null {
 
 const written: Record<string, string> = { "&": "&amp;", "<": "&lt;", ">": "&gt;", "\u00a0": "&nbsp;" };
 
-export const escapeText = (text: string): string => text.replace(/[&<>\u00a0]/g, (character) => written[character]!);
+export const escapeText = (text: string): string =>
+  /[&<>\u00a0]/.test(text) ? text.replace(/[&<>\u00a0]/g, (character) => written[character]!) : text;
