@@ -94,13 +94,13 @@ export class BodyEditor {
       return selection instanceof NodeSelection && this.openIsland(selection.node, selection.from);
     };
     return [
+      new Plugin({ props: { handleKeyDown: (_, event) => this.events.key(event) } }),
       keymap({ Enter: islands, Backspace: undoInputRule }),
       keymap(words ? commands.wordKeys : commands.keys),
       ...(words ? [] : [lineRules()]),
       history(),
       dropCursor({ color: "#0b57d0", width: 2 }),
       gapCursor(),
-      new Plugin({ props: { handleKeyDown: (_, event) => this.events.key(event) } }),
     ];
   }
 

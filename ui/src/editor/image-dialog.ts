@@ -1,0 +1,144 @@
+// Pictures to choose from: the library's, by folder and words, or a new one.
+import { html, nothing } from "lit";
+import { customElement, property, state } from "lit/decorators.js";
+import { ref } from "lit/directives/ref.js";
+import { call } from "../api";
+import { dialog, icon, TvxElement } from "../kit";
+import { L, t } from "../labels";
+import { addressOf, altDialog, imageTag, keepAlt, type Picture, upload } from "./pictures";
+
+interface Folder {
+  folder: string;
+  name: string;
+  level: number;
+}
+
+@customElement("tvx-image-picker")
+export class TvxImagePicker extends TvxElement {
+  @property() site = "";
+  @state() private folders: Folder[] = [];
+  @state() private pictures: Picture[] = [];
+  @state() private at = 0;
+  @state() private busy = false;
+  @state() private fault = "";
+  private folder = "";
+  private words = "";
+  private timer: ReturnType<typeof setTimeout> | undefined;
+
+  override connectedCallback(): void {
+    super.connectedCallback();
+    this.folder = localStorage.getItem(`torvex.pictures.${this.site}`) ?? "";
+    void this.load();
+  }
+
+  get chosen(): Picture | undefined {
+    return this.pictures[this.at];
+  }
+
+  private async load(): Promise<void> {
+    this.busy = true;
+    try {
+      if (!this.folders.length)
+        this.folders = (await call("registers.getFolders", {
+          site: this.site,
+          folderType: "images",
+        })) as unknown as Folder[];
+      const from = { site: this.site, folderType: "images", folder: this.folder, words: this.words, from: 0 };
+      this.pictures = (await call("registers.getMedia", from)) as unknown as Picture[];
+      this.at = 0;
+      this.fault = "";
+    } catch (error) {
+      this.fault = error instanceof Error ? error.message : String(error);
+    }
+    this.busy = false;
+  }
+
+  private find(event: Event): void {
+    this.words = (event.target as HTMLInputElement).value;
+    clearTimeout(this.timer);
+    this.timer = setTimeout(() => void this.load(), 200);
+  }
+
+  private enter(event: Event): void {
+    this.folder = (event.target as HTMLSelectElement).value;
+    localStorage.setItem(`torvex.pictures.${this.site}`, this.folder);
+    void this.load();
+  }
+
+  private async add(event: Event): Promise<void> {
+    const [file] = (event.target as HTMLInputElement).files ?? [];
+    if (!file) return;
+    this.busy = true;
+    const stored = await upload(file, this.site);
+    this.busy = false;
+    if (!stored) return;
+    this.pictures = [stored, ...this.pictures];
+    this.at = 0;
+  }
+
+  private key(event: KeyboardEvent): void {
+    const columns = getComputedStyle(event.currentTarget as HTMLElement).gridTemplateColumns.split(" ").length;
+    const moves: Record<string, number> = { ArrowRight: 1, ArrowLeft: -1, ArrowDown: columns, ArrowUp: -columns };
+    const move = moves[event.key];
+    if (!move) return;
+    event.preventDefault();
+    this.at = Math.max(0, Math.min(this.pictures.length - 1, this.at + move));
+    void this.updateComplete.then(() =>
+      this.querySelectorAll<HTMLElement>(".picker-images > button")[this.at]?.focus(),
+    );
+  }
+
+  protected override render() {
+    return html`<div class="inline">
+        <div class="field grow"><label for="picture-words">${t(L.findPicture)}</label><input id="picture-words" class="input" type="search" autofocus @input=${this.find} /></div>
+        <div class="field"><label for="picture-folder">${t(L.folder)}</label><select id="picture-folder" class="select" @change=${this.enter}>
+          <option value="">${t(L.all)}</option>${this.folders.map(({ folder, name, level }) => html`<option value=${folder} ?selected=${folder === this.folder}>${"\u2003".repeat(Math.max(0, level - 1))}${name}</option>`)}</select></div>
+        <label class="button picker-upload">${icon("upload")}${t(L.newPicture)}<input class="visually-hidden" type="file" accept="image/*" @change=${this.add} /></label>
+      </div>
+      ${this.fault ? html`<p class="notice danger" role="alert">${icon("circle-alert")}<span>${this.fault}</span></p>` : nothing}
+      <div class="picker-images" role="listbox" aria-label=${t(L.pictures)} aria-busy=${this.busy} @keydown=${this.key}>
+        ${this.pictures.map((picture, i) => this.one(picture, i))}
+        ${this.pictures.length || this.busy ? nothing : html`<p class="note">${t(L.nothingFound)}</p>`}
+      </div>`;
+  }
+
+  private one({ path, title, width, height }: Picture, i: number) {
+    return html`<button type="button" role="option" aria-selected=${i === this.at} tabindex=${i === this.at ? 0 : -1} @click=${() => {
+      this.at = i;
+    }} @dblclick=${() => this.tell("tvx-chosen")}>
+      <img src=${addressOf(this.site, path)} alt="" loading="lazy"><span class="cut">${title || path}${width ? html` <span class="note">${width} × ${height}</span>` : nothing}</span></button>`;
+  }
+}
+
+/** Answers the tag of a picture, or null. */
+export async function imageDialog(site: string): Promise<string | null> {
+  let picker: TvxImagePicker | null = null;
+  const answer = await dialog({
+    title: t(L.picture),
+    wide: true,
+    body: (box) =>
+      html`<tvx-image-picker .site=${site} @tvx-chosen=${() => box.close("take")} @keydown=${(event: KeyboardEvent) => {
+        if (event.key === "Enter" && (event.target as Element).matches(".picker-images > button")) {
+          event.preventDefault();
+          box.close("take");
+        }
+      }} ${ref((element) => {
+        picker = (element as TvxImagePicker | undefined) ?? picker;
+      })}></tvx-image-picker>`,
+    actions: () => [
+      { name: "cancel", label: t(L.cancel) },
+      { name: "take", label: t(L.insert), kind: "primary", run: () => picker?.chosen !== undefined },
+    ],
+  });
+  const picture = (picker as TvxImagePicker | null)?.chosen;
+  if (answer !== "take" || !picture) return null;
+  const alt = picture.alt ?? (await askedAlt(site, picture));
+  return imageTag(site, picture, alt);
+}
+
+/** Asked once: the library keeps the answer. */
+async function askedAlt(site: string, picture: Picture): Promise<string> {
+  const alt = await altDialog(addressOf(site, picture.path), "");
+  if (alt !== null) await keepAlt(site, picture, alt);
+  return alt ?? "";
+}
