@@ -53,7 +53,7 @@ export class Editing {
       island: (at: number, raw: string) => void this.island(at, raw),
     };
     this.editor = new BodyEditor(this.place, others, source, events, draft);
-    this.editor.holder.setAttribute("aria-label", t(L.bodyNumber, { number: this.bodyId }));
+    this.editor.holder.setAttribute("aria-label", t(L.bodyHere, { number: this.bodyId }));
     const { editor } = this;
     this.session.edit(
       {
@@ -268,7 +268,7 @@ export class Editing {
     if (trouble.kind !== "changed") return this.noticeOf(html`${trouble.text} ${t(L.textIsKeptHere)}`, again);
     const { theirs } = trouble;
     return this.noticeOf(
-      html`${t(L.changedMeanwhile)}`,
+      html`${t(L.changedBySomebody)}`,
       html`<button class="button small" @click=${() => this.settle(theirs)}>${t(L.yoursAndTheirs)}</button>`,
     );
   }
@@ -285,7 +285,7 @@ export class Editing {
       t(L.theirs),
       theirs,
       t(L.saveYours),
-      t(L.takeTheirs),
+      t(L.takeTheOther),
     );
     if (answer === "one") await this.session.keepMine(theirs);
     if (answer !== "other") return;

@@ -124,7 +124,7 @@ export async function setupDialog(frame: TvxPageFrame, place: BodyPlace): Promis
   void setup.choose(setup.kind);
   if ((await ended) === "save") {
     tellChange(frame.page);
-    toast(t(L.setupSaved, { number: place.bodyId }));
+    toast(t(L.setupOfBodySaved, { number: place.bodyId }));
   }
   frame.reload();
 }

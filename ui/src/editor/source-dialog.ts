@@ -1,9 +1,8 @@
 // Text as it is stored, in an editor for code.
-import { autocompletion, closeBrackets } from "@codemirror/autocomplete";
 import { defaultKeymap, history, historyKeymap, indentWithTab } from "@codemirror/commands";
 import { html as htmlLanguage } from "@codemirror/lang-html";
 import { bracketMatching, defaultHighlightStyle, HighlightStyle, syntaxHighlighting } from "@codemirror/language";
-import { highlightSelectionMatches, search, searchKeymap } from "@codemirror/search";
+import { search, searchKeymap } from "@codemirror/search";
 import { EditorState, type Extension } from "@codemirror/state";
 import { EditorView, keymap, lineNumbers } from "@codemirror/view";
 import { tags } from "@lezer/highlight";
@@ -75,10 +74,7 @@ function extensions(changed: () => void): Extension[] {
     lineNumbers(),
     history(),
     search({ top: true }),
-    highlightSelectionMatches(),
     bracketMatching(),
-    closeBrackets(),
-    autocompletion(),
     htmlLanguage({ selfClosingTags: true }),
     syntaxHighlighting(colors),
     syntaxHighlighting(defaultHighlightStyle, { fallback: true }),
@@ -182,7 +178,7 @@ export async function sourceDialog(frame: TvxPageFrame, session: BodySession, te
       t(L.theirs),
       trouble.theirs,
       t(L.saveYours),
-      t(L.takeTheirs),
+      t(L.takeTheOther),
     );
     if (answer === "one") return session.keepMine(trouble.theirs);
     if (answer === "other") await session.takeTheirs(trouble.theirs);

@@ -205,7 +205,7 @@ export class TvxPageFrame extends TvxElement {
     toast(t(L.leadsOutside, { address: url.host || url.href }), {
       kind: "warn",
       action: {
-        label: t(L.openIt),
+        label: t(L.openAddress),
         run: () => {
           sessionStorage.setItem("torvex.outside", "1");
           open();
@@ -330,7 +330,7 @@ export class TvxPageFrame extends TvxElement {
       t(L.storedText),
       await loadBody(this.page, draft.bodyId),
       t(L.keepDraft),
-      t(L.discard),
+      t(L.discardDraft),
     );
     if (answer === "one") await this.takeUp(draft);
     else if (answer === "other") await this.discard(draft);
@@ -356,7 +356,7 @@ export class TvxPageFrame extends TvxElement {
 
   private handle(place: BodyPlace) {
     const { bodyId, kind } = place;
-    const name = kind === "text" ? t(L.bodyNumber, { number: bodyId }) : t(L.feedNumber, { number: bodyId });
+    const name = kind === "text" ? t(L.bodyHere, { number: bodyId }) : t(L.feedNumber, { number: bodyId });
     const open = (event: Event) => openMenu(event.currentTarget as HTMLElement, bodyMenu(this, place), name);
     return html`<button type="button" class="body-handle ${this.editing?.bodyId === bodyId ? "is-open" : ""}" aria-haspopup="menu" aria-label=${name} title=${name} @click=${open}>${bodyId}${icon("ellipsis-vertical")}</button>`;
   }
@@ -367,7 +367,7 @@ export class TvxPageFrame extends TvxElement {
       <span class="inline">
         <button class="button small" @click=${() => this.takeUp(draft)}>${t(L.keepDraft)}</button>
         <button class="button small" @click=${() => this.compareDraft(draft)}>${t(L.compareDraft)}</button>
-        <button class="button small" @click=${() => this.discard(draft)}>${t(L.discard)}</button>
+        <button class="button small" @click=${() => this.discard(draft)}>${t(L.discardDraft)}</button>
       </span></div>`;
   }
 }
