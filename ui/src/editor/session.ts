@@ -1,10 +1,11 @@
 // One body between its first key and its saving.
 import { Batch, call, type Expect, isProblem, type Problem } from "../api";
 import { Store } from "../kit/store";
+import { DraftKeeper } from "../shell/drafts";
 import { doing } from "../shell/presence";
 import { keeping } from "../shell/tvx-foot";
-import { pagesChanged } from "../shell/workplace";
-import { DraftKeeper, stateOf } from "./drafts";
+import { currentPage, pagesChanged } from "../shell/workplace";
+import { stateOf } from "./drafts";
 
 /** What is edited, in whichever way. */
 export interface Edited {
@@ -65,7 +66,7 @@ export class BodySession {
   private savedVersion: unknown;
   private taken: Promise<boolean> | null = null;
   private saving: Promise<boolean> | null = null;
-  private readonly keeper: DraftKeeper;
+  private keeper: DraftKeeper;
   private edited!: Edited;
 
   constructor(
@@ -76,14 +77,15 @@ export class BodySession {
     /** and the name of its state. */
     private base: string,
   ) {
-    this.keeper = new DraftKeeper(
-      page.pageId,
-      bodyId,
-      () => ({ html: this.edited.draft, base: this.base }),
-      (at) => {
-        if (this.dirty) keeping.value = { state: "kept", at };
-      },
-    );
+    this.keeper = this.newKeeper();
+  }
+
+  /** A draft names the state that it started from: each has a keeper of its own. */
+  private newKeeper(): DraftKeeper {
+    const { pageId, nodeId } = this.page;
+    const [site = "", lang = ""] = nodeId.split(".");
+    const title = currentPage.value?.title ?? nodeId;
+    return new DraftKeeper({ pageId, bodyId: this.bodyId, site, lang, nodeId, title }, this.base);
   }
 
   /** Says what is edited. A draft that was taken up counts as changed from the start. */
@@ -99,12 +101,12 @@ export class BodySession {
 
   changed(): void {
     typing();
-    this.keeper.changed();
+    this.keeper.typed(() => this.edited.draft);
     void this.take();
   }
 
   keepNow(): void {
-    if (this.dirty) void this.keeper.here();
+    if (this.dirty) void this.keeper.flush();
   }
 
   /** The first key takes the page. */
@@ -185,11 +187,12 @@ export class BodySession {
     this.source = source;
     this.base = await stateOf(source);
     this.trouble.value = null;
-    if (this.dirty) this.keeper.changed();
-    else {
-      await this.keeper.end();
-      keeping.value = { state: "saved", at: new Date() };
-    }
+    const { keeper } = this;
+    this.keeper = this.newKeeper();
+    await keeper.drop();
+    keeper.close();
+    if (this.dirty) this.keeper.typed(() => this.edited.draft);
+    else keeping.value = { state: "saved", at: new Date() };
     return true;
   }
 
@@ -207,11 +210,11 @@ export class BodySession {
   }
 
   forget(): Promise<void> {
-    return this.keeper.end();
+    return this.keeper.drop();
   }
 
   close(): void {
-    this.keeper.stop();
+    this.keeper.close();
     clearTimeout(typingTimer);
     if (doing.value === "typing") doing.value = "looking";
   }

@@ -3,11 +3,12 @@ import { customElement, property, state } from "lit/decorators.js";
 import { icon, openMenu, styles, TvxElement, toast } from "../kit";
 import { L, t } from "../labels";
 import { beforeLeaving, go, pageAddress } from "../shell/address";
+import { dropDraft } from "../shell/drafts";
 import { runKey } from "../shell/keys";
 import { clock } from "../shell/tvx-foot";
 import { onPagesChanged } from "../shell/workplace";
 import { bodyMenu } from "./body-menu";
-import { type Draft, draftsOf, dropDraft } from "./drafts";
+import { type Draft, newestDrafts } from "./drafts";
 import type { Editing } from "./editing";
 import { callOf, type PageCall } from "./model/calls";
 import { isOwnChange, type PageName } from "./session";
@@ -138,7 +139,7 @@ export class TvxPageFrame extends TvxElement {
   }
 
   private async findDrafts(): Promise<void> {
-    const found = await draftsOf(this.pageId);
+    const found = await newestDrafts(this.pageId);
     const open = this.editing?.bodyId;
     this.drafts = found.filter(
       ({ bodyId }) => bodyId !== open && this.places.some((place) => place.bodyId === bodyId && place.kind === "text"),
@@ -274,7 +275,8 @@ export class TvxPageFrame extends TvxElement {
     this.drafts = this.drafts.filter((one) => one !== draft);
     this.editing = await Editing.start(this, place, draft);
     this.editing?.focus(at);
-    if (draft) toast(t(L.draftTakenUp, { time: clock(draft.moment) }), { undo: () => this.editing?.dropDraft() });
+    if (draft)
+      toast(t(L.draftTakenUp, { time: clock(new Date(draft.moment)) }), { undo: () => this.editing?.dropDraft() });
   }
 
   /** The places of one body. */
@@ -330,7 +332,7 @@ export class TvxPageFrame extends TvxElement {
       t(L.storedText),
       await loadBody(this.page, draft.bodyId),
       t(L.keepDraft),
-      t(L.discardDraft),
+      t(L.dropIt),
     );
     if (answer === "one") await this.takeUp(draft);
     else if (answer === "other") await this.discard(draft);
@@ -363,11 +365,11 @@ export class TvxPageFrame extends TvxElement {
 
   private draftNotice(draft: Draft) {
     return html`<div class="notice warn page-banner draft-notice" role="status">${icon("file-clock")}
-      <span class="grow">${t(L.unsavedText, { time: clock(draft.moment), number: draft.bodyId })}</span>
+      <span class="grow">${t(L.unsavedText, { time: clock(new Date(draft.moment)), number: draft.bodyId })}</span>
       <span class="inline">
         <button class="button small" @click=${() => this.takeUp(draft)}>${t(L.keepDraft)}</button>
         <button class="button small" @click=${() => this.compareDraft(draft)}>${t(L.compareDraft)}</button>
-        <button class="button small" @click=${() => this.discard(draft)}>${t(L.discardDraft)}</button>
+        <button class="button small" @click=${() => this.discard(draft)}>${t(L.dropIt)}</button>
       </span></div>`;
   }
 }

@@ -10,7 +10,7 @@ export const editor = {
   unsavedText: 4207,
   keepDraft: 4208,
   compareDraft: 4209,
-  discardDraft: 4210,
+  dropIt: 4210,
   yourDraft: 4211,
   storedText: 4212,
   opensAsSource: 4213,
