@@ -116,5 +116,8 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (4129, 'open', 'öffnen'),
   (4130, 'cut a page and put it below another', 'Seite ausschneiden und unter eine andere setzen'),
   (4131, 'move a page up or down', 'Seite nach oben oder unten rücken'),
-  (4132, 'main action', 'Hauptaktion')
+  (4132, 'main action', 'Hauptaktion'),
+  (4133, '{name} asks for "{title}", which you have checked out.', '{name} bittet um „{title}“, das Sie ausgecheckt haben.'),
+  (4134, 'Shortcuts', 'Schnellzugriff'),
+  (4135, 'Details', 'Einzelheiten')
 on conflict (lang_label) do nothing;

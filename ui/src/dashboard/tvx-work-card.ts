@@ -6,6 +6,7 @@ import { type IconName, icon } from "../kit/icon";
 import { stateMark } from "../kit/marks";
 import { Store } from "../kit/store";
 import "../kit/tvx-table";
+import { initials } from "../kit/initials";
 import type { TableColumn } from "../kit/tvx-table";
 import { toast } from "../kit/tvx-toast";
 import { L, plural, t } from "../labels";
@@ -22,7 +23,8 @@ export interface CardAction {
   done: (count: number) => string;
 }
 
-const isMany = (rows: WorkRow[]) => new Set(rows.map(({ siteId, lang }) => `${siteId}.${lang}`)).size > 1;
+const face = (name: string) =>
+  name ? html`<span class="face" role="img" aria-label=${name} title=${name}>${initials(name)}</span>` : nothing;
 
 /** A list of pages that something is to be done with. */
 @customElement("tvx-work-card")
@@ -79,19 +81,27 @@ export class TvxWorkCard extends TvxElement {
     }
   }
 
+  private websiteOf({ siteId, lang }: WorkRow): string {
+    const known = websiteAt(siteId, lang);
+    return known ? `${known.siteName} · ${known.langName}` : `${siteId} · ${lang}`;
+  }
+
+  private titleCell(row: WorkRow) {
+    const reason = this.watch.value.reasons.get(keyOf(row));
+    const other =
+      row.liveTitle && row.liveTitle !== row.title ? html` <span class="note">${row.liveTitle}</span>` : nothing;
+    const website = this.hasMany ? html` <span class="note">${this.websiteOf(row)}</span>` : nothing;
+    return html`<a class="plain" href=${pageAddress(row.pageId)} tabindex="-1">${row.title || t(L.pageNumber, { id: row.pageId })}</a>${other}${website}
+      ${reason ? html`<span class="reason">${icon("triangle-alert")}${reason}</span>` : nothing}`;
+  }
+
+  private get hasMany(): boolean {
+    return new Set(this.rows?.map(({ siteId, lang }) => `${siteId}.${lang}`)).size > 1;
+  }
+
   private get columns(): TableColumn<WorkRow>[] {
-    const { reasons } = this.watch.value;
-    const website = ({ siteId, lang }: WorkRow) => {
-      const known = websiteAt(siteId, lang);
-      return known ? `${known.siteName} · ${known.langName}` : `${siteId} · ${lang}`;
-    };
-    const title = (row: WorkRow) => {
-      const reason = reasons.get(keyOf(row));
-      return html`<a class="plain" href=${pageAddress(row.pageId)} tabindex="-1">${row.title}</a>${row.liveTitle && row.liveTitle !== row.title ? html` <span class="note">${row.liveTitle}</span>` : nothing}
-        ${reason ? html`<span class="reason">${icon("triangle-alert")}${reason}</span>` : nothing}`;
-    };
     return [
-      { id: "title", label: t(L.title), cell: title, by: (row) => row.title.toLowerCase() },
+      { id: "title", label: t(L.title), cell: (row) => this.titleCell(row), by: (row) => row.title.toLowerCase() },
       {
         id: "state",
         label: t(L.state),
@@ -99,16 +109,20 @@ export class TvxWorkCard extends TvxElement {
         by: (row) => row.state,
         width: "108px",
       },
-      ...(isMany(this.rows ?? [])
-        ? [{ id: "website", label: t(L.website), cell: website, by: website, width: "22%", wide: true }]
-        : []),
-      { id: "editor", label: t(L.who), cell: (row) => row.editor, by: (row) => row.editor, width: "17%", wide: true },
+      {
+        id: "editor",
+        label: t(L.who),
+        cell: (row) => face(row.editor),
+        by: (row) => row.editor,
+        width: "64px",
+        wide: true,
+      },
       {
         id: "since",
         label: t(L.since),
         cell: (row) => html`<span title=${full(row.since)}>${when(row.since)}</span>`,
         by: (row) => row.since ?? "",
-        width: "104px",
+        width: "92px",
         numeric: true,
       },
     ];

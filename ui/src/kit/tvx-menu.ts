@@ -1,6 +1,7 @@
 import { computePosition, flip, offset, shift } from "@floating-ui/dom";
 import { html, nothing } from "lit";
 import { customElement, property } from "lit/decorators.js";
+import { shownKey } from "../labels/keys";
 import { TvxElement } from "./element";
 import { type IconName, icon } from "./icon";
 import "./tvx-menu.css";
@@ -104,7 +105,7 @@ export class TvxMenu extends TvxElement {
         class=${item.danger ? "danger" : ""} aria-disabled=${item.disabled ? "true" : nothing} @click=${() => this.run(item)}>
         ${isCheck ? (item.checked ? icon("check") : html`<span class="icon"></span>`) : item.icon ? icon(item.icon) : html`<span class="icon"></span>`}
         <span class="grow"><span>${item.label}</span>${item.disabled ? html`<span class="note">${item.disabled}</span>` : nothing}</span>
-        ${item.key ? html`<kbd>${item.key}</kbd>` : nothing}
+        ${item.key ? html`<kbd>${shownKey(item.key)}</kbd>` : nothing}
       </button>
     `;
   }

@@ -10,6 +10,8 @@ export interface Toast {
   kind?: "done" | "warn" | "danger";
   /** Takes back what was done: for ten seconds. */
   undo?: () => unknown;
+  /** Until it is closed. */
+  stays?: boolean;
   /** Another next step, with its word. */
   action?: { label: string; run: () => unknown };
 }
@@ -45,7 +47,7 @@ export class TvxToasts extends TvxElement {
 
   private keepFor(id: number): void {
     const toast = this.shown.find((one) => one.id === id);
-    if (!toast || toast.kind === "danger") return;
+    if (!toast || toast.stays || toast.kind === "danger") return;
     clearTimeout(toast.timer);
     toast.timer = setTimeout(() => this.drop(id), shownFor);
   }

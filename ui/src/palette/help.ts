@@ -1,6 +1,7 @@
 import { html } from "lit";
 import { dialog } from "../kit/tvx-dialog";
 import { L, type Label, t } from "../labels";
+import { shownKey } from "../labels/keys";
 import "./help.css";
 import { actions, commands } from "../shell/registry";
 
@@ -13,7 +14,7 @@ const inLists: [string, Label][] = [
   ["Alt+↑ ↓", L.keysOrder],
 ];
 
-const row = (key: string, label: string) => html`<div><dt><kbd>${key}</kbd></dt><dd>${label}</dd></div>`;
+const row = (key: string, label: string) => html`<div><dt><kbd>${shownKey(key)}</kbd></dt><dd>${label}</dd></div>`;
 
 /** All keys, in one place. */
 export async function openHelp(): Promise<void> {

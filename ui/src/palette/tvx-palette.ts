@@ -6,6 +6,7 @@ import { TvxElement } from "../kit/element";
 import { icon } from "../kit/icon";
 import { stateMark } from "../kit/marks";
 import { L, t } from "../labels";
+import { shownKey } from "../labels/keys";
 import { type Entry, entriesNow, type Found, foundEntries, grouped, merged } from "./entries";
 import "./tvx-palette.css";
 
@@ -124,7 +125,7 @@ export class TvxPalette extends TvxElement {
   private entry(entry: Entry, at: number) {
     return html`<div role="option" id="palette-${at}" class="palette-entry" aria-selected=${String(at === this.active)} @click=${() => this.run(entry)} @pointermove=${() => (this.active = at)}>
       ${icon(entry.icon)}<span class="cut">${entry.label}</span>${entry.note ? html`<span class="note cut grow">${entry.note}</span>` : html`<span class="grow"></span>`}
-      ${entry.state ? stateMark(entry.state) : nothing}${entry.key ? html`<kbd>${entry.key}</kbd>` : nothing}</div>`;
+      ${entry.state ? stateMark(entry.state) : nothing}${entry.key ? html`<kbd>${shownKey(entry.key)}</kbd>` : nothing}</div>`;
   }
 }
 

@@ -22,7 +22,8 @@ export function beforeLeaving(guard: Guard): () => void {
   return () => guards.delete(guard);
 }
 
-async function mayLeave(): Promise<boolean> {
+/** Lets what is being typed come to rest: saved, or kept by its author's wish. False when it must not be left. */
+export async function settled(): Promise<boolean> {
   for (const guard of [...guards]) if (!(await guard())) return false;
   return true;
 }
@@ -42,7 +43,7 @@ export async function go(address: string, { replace = false } = {}): Promise<boo
   }
   const samePlace =
     url.pathname === location.pathname && url.searchParams.get("pageId") === place.value.params.get("pageId");
-  if (!samePlace && !(await mayLeave())) return false;
+  if (!samePlace && !(await settled())) return false;
   history[replace ? "replaceState" : "pushState"]({}, "", url);
   place.value = read();
   return true;
@@ -63,7 +64,7 @@ export const pageAddress = (pageId: number | string) => `/torvex/page.asp?pageId
 
 async function back(): Promise<void> {
   const before = place.value;
-  if (await mayLeave()) place.value = read();
+  if (await settled()) place.value = read();
   else history.pushState({}, "", `${before.path}${before.params.size ? `?${before.params}` : ""}`);
 }
 

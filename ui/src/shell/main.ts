@@ -9,9 +9,11 @@ import { startAppearance } from "./appearance";
 import "./builtin";
 import { startKeys } from "./keys";
 import { startLoginAgain } from "./login-again";
+import { startNotices } from "./notices";
 import { startPresence } from "./presence";
 import { startSession, watchConnection } from "./session";
 import "./tvx-faces";
+import "./tvx-phone-nav";
 import { TvxShell } from "./tvx-shell";
 import { loadWebsites } from "./workplace";
 
@@ -40,6 +42,7 @@ async function start(): Promise<void> {
   watchConnection();
   startLoginAgain();
   document.body.append(new TvxShell());
+  startNotices();
   startPresence();
 }
 

@@ -2,8 +2,10 @@ import { html, nothing } from "lit";
 import { customElement, property } from "lit/decorators.js";
 import { TvxElement, Watch } from "../kit/element";
 import { icon } from "../kit/icon";
+import { initials } from "../kit/initials";
 import { type MenuEntry, openMenu, rule } from "../kit/tvx-menu";
 import { interfaceLanguage, L, loadWords, plural, t } from "../labels";
+import { shownKey } from "../labels/keys";
 import { go } from "./address";
 import { type Appearance, appearance } from "./appearance";
 import { counters } from "./presence";
@@ -87,7 +89,7 @@ export class TvxBar extends TvxElement {
         ${icon("globe")}<span class="cut">${website ? html`${website.siteName}<span class="lang"> · ${website.langName}</span>` : t(L.noWebsite)}</span>${icon("chevron-down")}
       </button>
       <button class="search" aria-label=${t(L.searchEverything)} @click=${() => this.run("palette")}>
-        ${icon("search")}<span class="cut">${t(L.searchEverything)}</span><kbd>Ctrl+K</kbd>
+        ${icon("search")}<span class="cut">${t(L.searchEverything)}</span><kbd>${shownKey("Ctrl+K")}</kbd>
       </button>
       ${waiting > 0 ? html`<a class="button quiet waits" href="/torvex/" aria-label=${plural(waiting, L.oneWaits, L.manyWait)}>${icon("bell")}<span>${plural(waiting, L.oneWaits, L.manyWait)}</span></a>` : nothing}
       <span class="faces"><tvx-faces></tvx-faces></span>
@@ -99,11 +101,3 @@ export class TvxBar extends TvxElement {
     `;
   }
 }
-
-export const initials = (name: string) =>
-  name
-    .split(/\s+/)
-    .filter(Boolean)
-    .map((word) => word[0]!.toUpperCase())
-    .filter((_, at, all) => at === 0 || at === all.length - 1)
-    .join("");

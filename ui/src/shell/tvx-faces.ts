@@ -1,10 +1,10 @@
 import { html } from "lit";
 import { customElement } from "lit/decorators.js";
 import { TvxElement, Watch } from "../kit/element";
+import { initials } from "../kit/initials";
 import { L, t } from "../labels";
 import { pageAddress } from "./address";
 import { type Doing, type Here, here } from "./presence";
-import { initials } from "./tvx-bar";
 import "./tvx-faces.css";
 
 const words = { looking: L.isLooking, typing: L.isTyping, away: L.isAway } satisfies Record<Doing, number>;

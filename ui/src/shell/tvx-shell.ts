@@ -107,7 +107,7 @@ export class TvxShell extends TvxElement {
         <aside class="right" aria-label=${t(L.aboutThisPage)} ?hidden=${!hasRight}>${this.right()}
           <tvx-split side="right" .size=${this.rightSize} .least=${rightSizes.least} .most=${rightSizes.most} label=${t(L.widthRight)}
           @tvx-size=${(event: CustomEvent) => this.size("right", event.detail)}></tvx-split></aside>
-        <tvx-foot class="foot" role="contentinfo"></tvx-foot>
+        <footer class="foot"><tvx-foot></tvx-foot><tvx-phone-nav></tvx-phone-nav></footer>
         ${this.over ? html`<button class="veil" aria-label=${t(L.close)} @click=${() => (this.over = "")}></button>` : nothing}
       </div>
     `;

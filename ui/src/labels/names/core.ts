@@ -156,4 +156,7 @@ export const core = {
   keysCut: 4130,
   keysOrder: 4131,
   keysMain: 4132,
+  asksForPage: 4133,
+  shortcuts: 4134,
+  details: 4135,
 } as const;
