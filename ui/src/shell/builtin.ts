@@ -2,6 +2,7 @@
 import "../administration";
 import "../dashboard";
 import "../editor";
+import "../media/register";
 import "../pages/register";
 import "../palette";
 import "../tree";

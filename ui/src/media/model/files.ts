@@ -6,7 +6,10 @@ export interface MediaFile {
   readonly kind: MediaKind;
   readonly folder: string;
   readonly title: string;
+  /** Empty for decoration, and where nobody was asked yet. */
   readonly alt: string;
+  /** Whether somebody has decided about the alternative text. */
+  readonly asked: boolean;
   /** Below the site's directory: "001/002/name.jpg". */
   readonly path: string;
   readonly size: number;

@@ -51,6 +51,7 @@ const file = (title: string, path: string, size = 1): MediaFile => ({
   folder: "001",
   title,
   alt: "",
+  asked: true,
   path,
   size,
   width: 1,
