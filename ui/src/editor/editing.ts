@@ -138,6 +138,10 @@ export class Editing {
       this.frame.querySelector<HTMLElement>(".edit-tools [tabindex='0']")?.focus();
       return true;
     }
+    if (event.key === "Escape") {
+      void this.frame.leave();
+      return true;
+    }
     if (!(event.ctrlKey || event.metaKey) || event.altKey) return false;
     const key = event.key.toLowerCase();
     if (key === "l" && !event.shiftKey) void this.link();

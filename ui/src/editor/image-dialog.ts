@@ -31,6 +31,10 @@ export class TvxImagePicker extends TvxElement {
     void this.load();
   }
 
+  protected override firstUpdated(): void {
+    this.querySelector<HTMLElement>("#picture-words")?.focus();
+  }
+
   get chosen(): Picture | undefined {
     return this.pictures[this.at];
   }
@@ -93,7 +97,7 @@ export class TvxImagePicker extends TvxElement {
         <div class="field grow"><label for="picture-words">${t(L.findPicture)}</label><input id="picture-words" class="input" type="search" autofocus @input=${this.find} /></div>
         <div class="field"><label for="picture-folder">${t(L.folder)}</label><select id="picture-folder" class="select" @change=${this.enter}>
           <option value="">${t(L.all)}</option>${this.folders.map(({ folder, name, level }) => html`<option value=${folder} ?selected=${folder === this.folder}>${"\u2003".repeat(Math.max(0, level - 1))}${name}</option>`)}</select></div>
-        <label class="button picker-upload">${icon("upload")}${t(L.newPicture)}<input class="visually-hidden" type="file" accept="image/*" @change=${this.add} /></label>
+        <label class="button picker-upload">${icon("upload")}${t(L.newPicture)}<input class="unseen" type="file" accept="image/*" @change=${this.add} /></label>
       </div>
       ${this.fault ? html`<p class="notice danger" role="alert">${icon("circle-alert")}<span>${this.fault}</span></p>` : nothing}
       <div class="picker-images" role="listbox" aria-label=${t(L.pictures)} aria-busy=${this.busy} @keydown=${this.key}>

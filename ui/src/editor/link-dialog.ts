@@ -54,6 +54,10 @@ export class TvxLinkPicker extends TvxElement {
     this.words = call?.kind === "link" ? call.address : "";
   }
 
+  protected override firstUpdated(): void {
+    this.querySelector<HTMLElement>("#link-target")?.focus();
+  }
+
   private get site(): string {
     return this.nodeId.slice(0, 2);
   }

@@ -103,6 +103,6 @@ export class SlashMenu {
     if (!this.open) return nothing;
     return html`<ul class="slash-menu" role="listbox" aria-label=${t(L.insert)}>
         ${this.items.map((item, i) => html`<li role="option" aria-selected=${i === this.at} @pointerdown=${(event: Event) => event.preventDefault()} @click=${() => choose(item)}>${icon(item.icon)}${item.label}</li>`)}
-      </ul><span class="visually-hidden" role="status">${this.items[this.at]?.label ?? ""}</span>`;
+      </ul><span class="unseen" role="status">${this.items[this.at]?.label ?? ""}</span>`;
   }
 }

@@ -130,7 +130,7 @@ export class TvxPageFrame extends TvxElement {
     doc.addEventListener("keydown", (event) => this.key(event));
     for (const type of ["dragover", "drop"]) doc.addEventListener(type, (event) => event.preventDefault());
     for (const type of ["pointerdown", "keydown", "pointermove"])
-      doc.addEventListener(type, () => document.dispatchEvent(new Event(type)), { passive: true });
+      doc.addEventListener(type, () => document.dispatchEvent(new Event("pointermove")), { passive: true });
     const arrange = () => this.arrange();
     doc.addEventListener("scroll", arrange, { passive: true, capture: true });
     view.addEventListener("resize", arrange);
@@ -147,7 +147,11 @@ export class TvxPageFrame extends TvxElement {
   }
 
   private placeAt(target: EventTarget | null): BodyPlace | undefined {
-    return this.places.find(({ cell }) => cell.contains(target as Node));
+    // Beside the words of a heading the click is the heading's: the cell has no box of its own.
+    const around = this.places.filter(({ cell }) => cell.closest("table")?.parentElement === target);
+    return (
+      this.places.find(({ cell }) => cell.contains(target as Node)) ?? (around.length === 1 ? around[0] : undefined)
+    );
   }
 
   private clicked(event: MouseEvent): void {
@@ -313,7 +317,8 @@ export class TvxPageFrame extends TvxElement {
         if (!handle || !cell.isConnected) return;
         const { top, right, bottom } = boxOf(cell);
         handle.hidden = bottom < 0;
-        handle.style.transform = `translate(${Math.round(Math.min(right, (this.frame?.clientWidth ?? 0) - 4))}px, ${Math.round(Math.max(top, 4))}px)`;
+        const left = Math.min(right + 6, (this.frame?.clientWidth ?? 0) - handle.offsetWidth - 6);
+        handle.style.transform = `translate(${Math.round(left)}px, ${Math.round(Math.max(top, 4))}px)`;
       });
       this.editing?.arrange();
     });
@@ -345,7 +350,7 @@ export class TvxPageFrame extends TvxElement {
 
   protected override render() {
     const { width } = this;
-    return html`
+    return html`<div class="frame-column">
       ${this.drafts.map((draft) => this.draftNotice(draft))}
       ${this.editing?.notice() ?? nothing}
       <div class="frame-stage" aria-busy=${this.loading}>
@@ -353,7 +358,8 @@ export class TvxPageFrame extends TvxElement {
           ${this.pageId ? html`<iframe src=${this.address} title=${t(L.pagePreview)} @load=${this.loaded}></iframe>` : nothing}
           ${this.mode === "D" ? html`<div class="frame-layer" role="group" aria-label=${t(L.bodiesOfPage)}>${this.places.map((place) => this.handle(place))}${this.editing?.tools() ?? nothing}</div>` : nothing}
         </div>
-      </div>`;
+      </div>
+    </div>`;
   }
 
   private handle(place: BodyPlace) {
