@@ -12,6 +12,7 @@
 #include "host/LineLog.h"
 #include "host/Pipeline.h"
 #include "host/TrustedProxies.h"
+#include "host/http/Ascii.h"
 #include "host/http/SecurityFields.h"
 #include "platform/Errors.h"
 #include "platform/files/RootFolder.h"
@@ -34,6 +35,14 @@ SessionCookie::Schemes schemesOf(const ServerOptions& options) {
 
 std::unique_ptr<RootFolder> openRoot(const ServerOptions& options) {
     return options.rootFolder.empty() ? nullptr : std::make_unique<RootFolder>(options.rootFolder);
+}
+
+/// The first name in the settings that is one and that isn't the authors'.
+std::string publicHost(const ServerOptions& options) {
+    const auto found = std::find_if(options.hosts.begin(), options.hosts.end(), [&](const std::string& host) {
+        return host.find('*') == std::string::npos && !ascii::equals(host, options.authoringHost);
+    });
+    return found == options.hosts.end() ? std::string() : *found;
 }
 
 /// Of TLS 1.2; those of 1.3 are all of this kind. Keys that aren't kept after a connection, and encryption
@@ -95,7 +104,7 @@ class HttpServer::Implementation {
           pipeline_({services, log, std::move(served.startSession), sessions_, workers_, root_.get(),
                      guardedFiles("private, no-cache"), guardedFiles("private, no-store"),
                      options_.secureCookies, SessionCookie(schemesOf(options_)), HostNames(options_.hosts),
-                     options_.httpsAlone, options_.limits, options_.authoringHost},
+                     options_.httpsAlone, options_.limits, options_.authoringHost, publicHost(options_)},
                     std::move(served.pages), root_ ? std::move(served.guards) : std::vector<FileGuard>(),
                     std::move(served.interface)) {
         listen();

@@ -33,6 +33,7 @@ struct PageSetting {
     bool httpsAlone;
     RequestLimits limits{};
     std::string authoringHost{};  ///< where alone authors work; "" is everywhere
+    std::string publicHost{};     ///< where authors are led to see public pages; "" for nowhere
 
     bool isSecure(const Exchange& exchange) const { return exchange.isTls || secureCookies; }
 };

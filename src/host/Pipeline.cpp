@@ -46,6 +46,14 @@ bool mayHaveBody(Method method) {
     return !methods::page.has(method);
 }
 
+/// What was asked, from its first "/" on.
+std::string pathOf(const Exchange& exchange) {
+    std::string_view target = exchange.head().target;
+    if (!exchange.target.authority.empty())
+        target.remove_prefix(target.find("://") + 3 + exchange.host.size());
+    return target.starts_with('/') ? std::string(target) : "/" + std::string(target);
+}
+
 /// The same over https. A port belongs to its scheme alone.
 std::string secureAddress(const Exchange& exchange, std::uint16_t tlsPort) {
     const std::string_view name = hostName(exchange.host);
@@ -53,11 +61,7 @@ std::string secureAddress(const Exchange& exchange, std::uint16_t tlsPort) {
     std::string address("https://");
     address.append(name);
     if (!port.empty()) address.append(tlsPort > 0 ? ":" + std::to_string(tlsPort) : std::string(port));
-    std::string_view target = exchange.head().target;
-    if (!exchange.target.authority.empty())
-        target.remove_prefix(target.find("://") + 3 + exchange.host.size());
-    if (!target.starts_with('/')) address += '/';
-    return address.append(target);
+    return address.append(pathOf(exchange));
 }
 
 bool isBelow(std::string_view path, std::string_view folder) {
@@ -118,6 +122,12 @@ std::optional<Answer> Pipeline::checkHost(Exchange& exchange) const {
     return std::nullopt;
 }
 
+std::string Pipeline::publicAddress(const Exchange& exchange) const {
+    const std::string_view port = exchange.host.substr(hostName(exchange.host).size());
+    std::string address(exchange.isTls ? "https://" : "http://");
+    return address.append(setting_.publicHost).append(port).append(pathOf(exchange));
+}
+
 bool Pipeline::isAuthorsHost(const Exchange& exchange) const {
     return setting_.authoringHost.empty() || ascii::equals(hostName(exchange.host), setting_.authoringHost);
 }
@@ -133,8 +143,10 @@ std::optional<Answer> Pipeline::checkPlace(const Exchange& exchange) const {
     if (isAuthors && path == "/") return leadTo("/torvex/");
     const bool isForAuthors = exchange.page ? isOfAuthors(path) : isBelow(path, interfaceFolder);
     const bool isFile = !exchange.page && !isForAuthors;
-    if (!isFile && isForAuthors != isAuthors) return refusals::of(exchange, 404);
-    return std::nullopt;
+    if (isFile || isForAuthors == isAuthors) return std::nullopt;
+    // Links of pages that are looked at lead to public pages.
+    const bool leadsOut = isAuthors && !setting_.publicHost.empty() && exchange.head().method == Method::Get;
+    return leadsOut ? leadTo(publicAddress(exchange)) : refusals::of(exchange, 404);
 }
 
 std::optional<Answer> Pipeline::checkScheme(const Exchange& exchange) const {

@@ -43,6 +43,7 @@ class Pipeline {
   private:
     std::optional<Answer> checkHost(Exchange& exchange) const;
     std::optional<Answer> checkPlace(const Exchange& exchange) const;
+    std::string publicAddress(const Exchange& exchange) const;
     bool isAuthorsHost(const Exchange& exchange) const;
     std::optional<Answer> checkScheme(const Exchange& exchange) const;
     std::optional<Answer> checkMethod(const Exchange& exchange) const;

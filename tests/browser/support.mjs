@@ -13,7 +13,7 @@ const program = process.env.TORVEX_PROGRAM ?? join(root, "build/release/torvex")
 
 const axe = readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
 
-const browserOptions = {
+export const browserOptions = {
   executablePath: process.env.CHROMIUM ?? "/usr/bin/chromium",
   args: ["--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run", "--disable-background-networking",
     "--disable-component-update", "--disable-sync"],
@@ -67,7 +67,7 @@ async function startSite(statements, prepare) {
   };
 }
 
-async function untilServed(address) {
+export async function untilServed(address) {
   for (let i = 0; i < 200; ++i) {
     try {
       await fetch(address, { redirect: "manual" });

@@ -1,6 +1,7 @@
 #include <arpa/inet.h>
 #include <chrono>
 #include <csignal>
+#include <filesystem>
 #include <fstream>
 #include <future>
 #include <gmock/gmock.h>
@@ -51,6 +52,27 @@ class ServeCommand : public ProgramDatabaseTest {
     }
 };
 INSTANTIATE_TEST_SUITE_P(Engines, ServeCommand, bothEngines(), engineName);
+
+TEST_P(ServeCommand, ServesTheInterfaceOfAFolderToWhoWorksOnIt) {
+    init();
+    std::filesystem::create_directories(site() + "/built");
+    std::ofstream(site() + "/built/main-12345678.js") << "interface";
+    changeSetting("#interface = \"\"", "interface = \"built\"");
+    const auto server = serve();
+    EXPECT_THAT(server->err(), HasSubstr("the interface for authors is the one in " + site() + "/built"));
+    CurlHttpClient http;
+    EXPECT_EQ(http.get(addressOf(*server) + "torvex/ui/main-12345678.js").body, "interface");
+}
+
+TEST_P(ServeCommand, GivesAuthorsAHostOfTheirOwn) {
+    init();
+    changeSetting("#host = \"\"", "host = \"localhost\"");
+    const auto server = serve();
+    const std::uint16_t port = portOf(addressOf(*server).substr(0, addressOf(*server).size() - 1));
+    CurlHttpClient http;
+    EXPECT_EQ(http.get(addressOf(*server) + "torvex/login").status, 404);
+    EXPECT_EQ(http.get("http://localhost:" + std::to_string(port) + "/torvex/login").status, 200);
+}
 
 TEST_P(ServeCommand, ServesTheStarterSite) {
     init({"--title", "Blue house", "--admin-password", "word"});

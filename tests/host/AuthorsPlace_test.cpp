@@ -68,6 +68,15 @@ TEST_F(AuthorsPlace, OnAHostOfTheirOwnAuthorsMeetNoPublicPage) {
     EXPECT_EQ(get("/a.css", "authors.site.test").body, "style");
 }
 
+TEST_F(AuthorsPlace, AndLinksToPublicPagesLeadToWhereTheyAre) {
+    server_.options.hosts = {"*.site.test", "authors.site.test", "www.site.test"};
+    serve("authors.site.test");
+    const RawReply reply = get("/tvx.asp?pageId=1", "authors.site.test:8080");
+    EXPECT_EQ(reply.status, 307);
+    EXPECT_EQ(reply.field("Location"), "http://www.site.test:8080/tvx.asp?pageId=1");
+    EXPECT_EQ(get("/torvex/", "authors.site.test").body, "shell");
+}
+
 TEST_F(AuthorsPlace, AndNoOtherHostAnswersThem) {
     serve("authors.site.test");
     for (const char* path : {"/torvex/", "/torvex/login", "/torvex/page.asp", "/torvex/ui/main-12345678.js"})

@@ -91,6 +91,7 @@ void showNotice(AuthorsDocument& page, const Notice& notice) {
     } else if (isRefused) {
         page.fill("refusal", filled(page.word(notice.label), "seconds", seconds));
     }
+    page.fill("tone", notice.held.empty() ? "" : " warn");
     page.fill("seconds", seconds);
     page.fill("waitSentence", waitLabel);
     page.fill("waitOver", waitOverLabel);

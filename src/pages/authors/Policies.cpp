@@ -16,6 +16,9 @@ constexpr const char* reported = "Content-Security-Policy-Report-Only";
 constexpr const char* framing = "X-Frame-Options";
 constexpr const char* openerPolicy = "Cross-Origin-Opener-Policy";
 
+/// Who in the interface may make HTML of texts: what draws elements, and the editor.
+constexpr std::string_view makersOfTrustedTypes = "lit-html ProseMirrorClipboard torvex-editor";
+
 }  // namespace
 
 void addDoorPolicy(Response& response) {
@@ -45,8 +48,9 @@ void addShellPolicy(HostContext& host, std::string_view nonce) {
                                         "frame-src {}/torvex/view.asp; form-action 'self'; base-uri 'none'; "
                                         "frame-ancestors 'none'; report-uri {}",
                                         nonce, originOf(host), policyReportPath));
-    host.response.addHeader(
-        reported, fmt::format("require-trusted-types-for 'script'; report-uri {}", policyReportPath));
+    host.response.addHeader(reported,
+                            fmt::format("require-trusted-types-for 'script'; trusted-types {}; report-uri {}",
+                                        makersOfTrustedTypes, policyReportPath));
     host.response.addHeader(openerPolicy, "same-origin");
     host.response.addHeader(framing, "DENY");
 }

@@ -17,6 +17,29 @@ export function givePasswords(install) {
   }
 }
 
+// Changes a row behind the server's back.
+export const change = (install, statement) => execFileSync(program, ["sql", "--install", install, statement]);
+
+// Somebody else's machine has the login.
+export const holdElsewhere = (install, name) =>
+  change(install, `update TORVEX_LOGINS set sessionId = 'elsewhere', ipAddress = '10.0.0.7', date = '20260102', time = '09:12' where username = '${name}'`);
+
+// A context, and whatever the policies of its documents forbade or would have forbidden: a test fails with any. What a
+// page of the site may not run while it is edited is none of these.
+export async function watched(site, options = {}) {
+  const context = await site.browser.newContext({ locale: "en-GB", ...options });
+  const violations = [];
+  await context.exposeBinding("tellViolation", (source, text) => {
+    if (!new URL(source.frame.url()).pathname.endsWith("/view.asp")) violations.push(`${source.frame.url()}: ${text}`);
+  });
+  await context.addInitScript(() => {
+    document.addEventListener("securitypolicyviolation", (event) => {
+      window.tellViolation(`${event.disposition} ${event.effectiveDirective} ${event.blockedURI} ${event.sourceFile ?? ""} ${event.sample}`);
+    });
+  });
+  return { context, violations };
+}
+
 // By the form of the door, which works without scripts too: a page of the interface may not work yet.
 export async function logInAs(page, site, name) {
   await page.goto(`${site.address}/torvex/login?lang=en&to=${encodeURIComponent("/torvex/error.asp?error=in")}`);

@@ -4,28 +4,19 @@ import { dirname, join } from "node:path";
 import { after, before, describe, test } from "node:test";
 import { fileURLToPath } from "node:url";
 import { faultsOf, servedDemo } from "../support.mjs";
-import { givePasswords, passwords } from "./door.mjs";
+import { givePasswords, holdElsewhere, passwords, watched } from "./door.mjs";
 
 const root = join(dirname(fileURLToPath(import.meta.url)), "../../..");
 const pictures = join(root, "build/pictures/door");
 
-// Fails with whatever a page's policy forbade, or would have forbidden.
-async function watched(site, options = {}) {
-  const context = await site.browser.newContext(options);
-  const violations = [];
-  await context.exposeBinding("tellViolation", (source, text) => violations.push(`${source.page.url()}: ${text}`));
-  await context.addInitScript(() => {
-    document.addEventListener("securitypolicyviolation", (event) => {
-      window.tellViolation(`${event.effectiveDirective} ${event.blockedURI} ${event.sample}`);
-    });
-  });
-  return { context, violations };
-}
-
 const sizes = [[360, 740], [768, 1024], [1440, 900]];
 
 describe("the door", () => {
-  const site = servedDemo([], givePasswords);
+  let install;
+  const site = servedDemo([], (folder) => {
+    install = folder;
+    givePasswords(folder);
+  });
   let context;
   let violations;
   let page;
@@ -129,6 +120,11 @@ describe("the door", () => {
         await type("basil", "wrong");
         await send();
         await look("refused");
+        holdElsewhere(install, "iris");
+        await open();
+        await type("iris", passwords.iris);
+        await send();
+        await look("held");
         await open("?lang=de&to=%2Ftorvex%2Fsites.asp");
         await look("german");
         await page.goto(`${site.address}/torvex/error.asp?error=template_not_found&pageId=5`);
