@@ -68,7 +68,7 @@ export class TvxDashboard extends TvxElement {
 
   protected override render() {
     const { login } = this.workplace.value;
-    const create = this.commands.value.find(({ id, when: may }) => id === "page.new" && (may?.() ?? true));
+    const create = this.commands.value.find(({ id, when: may }) => id === "pages.new" && (may?.() ?? true));
     return html`
       <div class="screen dashboard">
         <header class="screen-head">

@@ -21,7 +21,7 @@ export class TvxPhoneNav extends TvxElement {
   }
 
   protected override render() {
-    const create = this.commands.value.find(({ id, when }) => id === "page.new" && (when?.() ?? true));
+    const create = this.commands.value.find(({ id, when }) => id === "pages.new" && (when?.() ?? true));
     const hasDetails = panels.value.some((panel) => panel.when(this.place.value, this.page.value));
     return html`<nav aria-label=${t(L.shortcuts)}>
       ${this.one("layout-dashboard", t(L.dashboard), () => go("/torvex/"), this.place.value.path === "/torvex/")}
