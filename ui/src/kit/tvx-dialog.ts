@@ -57,6 +57,15 @@ export class TvxDialog extends TvxElement {
     (first ?? this.box.querySelector<HTMLElement>(".dialog-foot .button:last-child"))?.focus();
   }
 
+  /** What can be scrolled has to be reached by keys. */
+  protected override updated(): void {
+    const body = this.querySelector<HTMLElement>(".dialog-body")!;
+    requestAnimationFrame(() => {
+      if (body.scrollHeight > body.clientHeight) body.tabIndex = 0;
+      else body.removeAttribute("tabindex");
+    });
+  }
+
   close(answer = ""): void {
     this.answer = answer;
     this.box.close();

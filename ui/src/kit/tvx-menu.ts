@@ -116,7 +116,7 @@ export function openMenu(anchor: HTMLElement, entries: MenuEntry[], label = ""):
   menu.anchor = anchor;
   menu.entries = entries;
   menu.label = label;
-  // Inside a dialog only what is in the dialog can be reached.
-  (anchor.closest("dialog") ?? document.body).append(menu);
+  // Inside a dialog only what is in the dialog can be reached; elsewhere it belongs to the region of its control.
+  (anchor.closest("dialog, nav, main, aside, footer, [role=banner]") ?? document.body).append(menu);
   return menu;
 }

@@ -172,6 +172,12 @@ export class TvxTree extends TvxElement {
     else this.tell(event.ctrlKey || event.shiftKey ? "tvx-select" : "tvx-open", row.id);
   }
 
+  private took(id: string): void {
+    if (this.focused === id) return;
+    this.focused = id;
+    this.tell("tvx-focus", id);
+  }
+
   private contextMenu(event: MouseEvent, row: TreeRow): void {
     event.preventDefault();
     this.focused = row.id;
@@ -233,7 +239,7 @@ export class TvxTree extends TvxElement {
       <div role="treeitem" class="tree-row ${dimmed ? "dimmed" : ""}" data-id=${id} aria-level=${level} aria-setsize=${setSize} aria-posinset=${position} aria-label=${name}
         aria-expanded=${expandable ? String(expanded) : nothing} aria-selected=${String(this.selected.has(id))} aria-current=${id === this.current ? "page" : nothing}
         aria-busy=${loading ? "true" : nothing} tabindex=${reachable ? 0 : -1} ${styles({ "--level": `${level - 1}` })} draggable=${this.takes ? "true" : nothing}
-        @click=${(event: MouseEvent) => this.clicked(event, row)} @contextmenu=${(event: MouseEvent) => this.contextMenu(event, row)}
+        @focus=${() => this.took(id)} @click=${(event: MouseEvent) => this.clicked(event, row)} @contextmenu=${(event: MouseEvent) => this.contextMenu(event, row)}
         @dragstart=${(event: DragEvent) => this.dragStart(event, row)} @dragover=${(event: DragEvent) => this.dragOver(event, row)}
         @dragleave=${this.undrop} @drop=${(event: DragEvent) => this.dropped(event, row)}>
         <span class="twist">${expandable ? icon(loading ? "loader-circle" : "chevron-right") : nothing}</span>

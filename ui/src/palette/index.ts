@@ -1,15 +1,12 @@
 import { L, t } from "../labels";
 import { commands } from "../shell/registry";
 import { currentPage } from "../shell/workplace";
+import { remember } from "./entries";
+// With the shell, not when it is asked for: the first key after Ctrl+K must not be lost.
+import { openPalette } from "./tvx-palette";
 
 commands.register(
-  {
-    id: "palette",
-    label: () => t(L.search),
-    icon: "search",
-    key: "Ctrl+K",
-    run: async () => (await import("./tvx-palette")).openPalette(),
-  },
+  { id: "palette", label: () => t(L.search), icon: "search", key: "Ctrl+K", run: openPalette },
   {
     id: "help",
     label: () => t(L.keys),
@@ -19,6 +16,4 @@ commands.register(
   },
 );
 
-currentPage.watch((page) => {
-  if (page) void import("./entries").then(({ remember }) => remember(page));
-});
+currentPage.watch((page) => page && remember(page));

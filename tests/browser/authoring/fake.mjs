@@ -1,0 +1,139 @@
+// The interface's frame with answers that a test chooses: no server, the built files of ui/dist.
+import { existsSync, readFileSync } from "node:fs";
+import { createRequire } from "node:module";
+import { dirname, join } from "node:path";
+import { after, before } from "node:test";
+import { fileURLToPath } from "node:url";
+import { chromium } from "playwright-core";
+
+const root = join(dirname(fileURLToPath(import.meta.url)), "../../..");
+const dist = join(root, "ui/dist");
+const origin = "http://127.0.0.1:1";
+const types = { js: "text/javascript", css: "text/css", svg: "image/svg+xml" };
+const axe = readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
+
+const policy = "default-src 'none'; script-src 'self'; style-src 'self' 'nonce-N'; img-src 'self' data: blob:; font-src 'self'; " +
+  `connect-src 'self'; frame-src ${origin}/torvex/view.asp; form-action 'self'; base-uri 'none'; frame-ancestors 'none'`;
+
+export function words(lang) {
+  const place = lang === "de" ? 3 : 2;
+  const row = /^\s*\((\d+),\s*'((?:[^']|'')*)',\s*'((?:[^']|'')*)'\)/gm;
+  const files = ["05_vocabulary", "08_words_core", "08_words_pages", "08_words_editor"].map((name) => join(root, `install/rows/${name}.sql`));
+  const rows = files.filter(existsSync).flatMap((file) => [...readFileSync(file, "utf8").matchAll(row)]);
+  return Object.fromEntries(rows.map((match) => [match[1], match[place].replaceAll("''", "'")]));
+}
+
+export const grid = (names, rows) => ({ columns: names.map((name) => ({ name, type: "text" })), rows });
+
+// A record of a sitemap's text.
+export const record = (pageId, nodeId, title, flags = "0PP000", live = "[*idem*]#0P001") =>
+  `${pageId}#${nodeId}#${(nodeId.length - 5) / 3}#${title}#${flags}#0#${live}###`;
+
+export const refusal = (operation, code, detail, status = 409) => ({ status, problem: { status, operation, code, detail, title: "refused" } });
+
+const website = ["bg", "en", "Botanic Garden", "English", "Botanic Garden"];
+
+const usual = {
+  "cManager/getWebsites": () => grid(["site", "lang", "siteName", "langName", "title"], [website]),
+  "cManager/getLoginEditRights": () => "11111",
+  "cManager/getLoginScope": () => "bg.en",
+  "cManager/getSitemap": () => record(1, "bg.en", "Home", "1PP000") + record(2, "bg.en.01", "Visit", "1PM000") + record(3, "bg.en.02", "Plants"),
+  "cManager/getAdvancedMap": () => "0###",
+  "desk/pulse": () => grid(["kind"], []),
+  "desk/leave": () => "0",
+  "desk/getDrafts": () => grid(["pageId"], []),
+  "desk/getWork": () => grid(["pageId"], []),
+  "desk/getRecent": () => grid(["pageId"], []),
+  "desk/getDeadLinks": () => grid(["pageId"], []),
+  "desk/find": () => grid(["kind"], []),
+};
+
+const shellOf = (lang) => {
+  const { file, css = [] } = JSON.parse(readFileSync(join(dist, ".vite/manifest.json"), "utf8"))["src/shell/main.ts"];
+  return `<!doctype html><html lang="${lang}"><head><meta charset="utf-8"><meta name="viewport" content="width=device-width, initial-scale=1">` +
+    `<meta name="torvex-token" content="first"><title>Torvex</title>${css.map((name) => `<link rel="stylesheet" href="/torvex/ui/${name}">`).join("")}` +
+    `<script type="module" src="/torvex/ui/${file}"></script></head><body></body></html>`;
+};
+
+async function answerOf(calls, name, args) {
+  const answer = calls[name];
+  if (!answer) return { status: 404, problem: { status: 404, title: "no such operation", detail: name } };
+  const given = await answer(args);
+  return given?.problem ? given : { status: 200, result: given };
+}
+
+async function answerBatch(calls, { calls: wanted }) {
+  const results = [];
+  for (const one of wanted) {
+    const { status, problem, result } = await answerOf(calls, `${one.on}/${one.do ?? "get"}`, one.with ?? one.get);
+    if (problem) return { status, body: { ...problem, results, call: results.length } };
+    results.push({ result });
+  }
+  return { status: 200, body: { results } };
+}
+
+// A page with the shell at an address. `api` has answers by "class/operation"; `sent` collects what was asked.
+export async function openShell(browser, { path = "/torvex/", api = {}, lang = "en", ...options } = {}) {
+  const context = await browser.newContext({ viewport: { width: 1440, height: 900 }, reducedMotion: "reduce", ...options });
+  const page = await context.newPage();
+  const state = { sent: [], tokens: [], loggedIn: true, violations: [], errors: [] };
+  const calls = { ...usual, ...api };
+  page.on("pageerror", (error) => state.errors.push(error.message));
+  await page.exposeBinding("tellViolation", (_, text) => state.violations.push(text));
+  await page.addInitScript(() => document.addEventListener("securitypolicyviolation", (event) => {
+    window.tellViolation(`${event.effectiveDirective} ${event.blockedURI} ${event.sample}`);
+  }));
+  await page.route(`${origin}/**`, async (route) => {
+    const request = route.request();
+    const { pathname, searchParams } = new URL(request.url());
+    const json = (status, body, headers = {}) => route.fulfill({ status, contentType: "application/json", body: JSON.stringify(body), headers });
+    if (pathname.startsWith("/torvex/ui/")) return serveFile(route, pathname.slice("/torvex/ui/".length));
+    if (pathname === "/torvex/login") return route.fulfill({ contentType: "text/html", body: '<meta name="torvex-token" content="second">' });
+    if (!pathname.startsWith("/torvex/api/")) return route.fulfill({ contentType: "text/html", body: shellOf(lang), headers: { "content-security-policy": policy } });
+    const name = pathname.slice("/torvex/api/".length);
+    if (name === "labels") return json(200, words(searchParams.get("lang")));
+    if (name === "session") return json(200, { login: state.loggedIn ? { loginId: 2, username: "iris", name: "Iris Falk" } : null });
+    const args = request.postDataJSON() ?? {};
+    state.sent.push({ name, args });
+    state.tokens.push(request.headers()["x-torvex-token"]);
+    if (name === "cManager/login") {
+      if (args.password !== "blue-flag") return json(409, { status: 409, code: 1, detail: "Name or password is wrong, or this login isn't valid today." });
+      state.loggedIn = true;
+      return json(200, { result: 0 }, { "X-Torvex-Token": "third" });
+    }
+    if (!state.loggedIn) return json(401, { status: 401, title: "not logged in" });
+    if (name === "batch") {
+      const { status, body } = await answerBatch(calls, args);
+      return json(status, body);
+    }
+    const { status, problem, result } = await answerOf(calls, name, args);
+    return json(status, problem ?? { result }, problem?.headers);
+  });
+  await page.goto(origin + path);
+  await page.getByRole("banner").waitFor();
+  return Object.assign(state, { page, context, calls });
+}
+
+function serveFile(route, name) {
+  const file = join(dist, name);
+  if (!existsSync(file)) return route.fulfill({ status: 404, body: "" });
+  return route.fulfill({ contentType: types[name.split(".").at(-1)], body: readFileSync(file) });
+}
+
+// A browser for the tests around the call.
+export function aBrowser() {
+  const holder = {};
+  before(async () => {
+    holder.browser = await chromium.launch({ executablePath: process.env.CHROMIUM ?? "/usr/bin/chromium", args: ["--no-sandbox", "--disable-gpu"] });
+  });
+  after(() => holder.browser?.close());
+  return holder;
+}
+
+export async function findings(page) {
+  await page.evaluate(axe);
+  const { violations } = await page.evaluate(() => window.axe.run(document, {
+    runOnly: ["wcag2a", "wcag2aa", "wcag21a", "wcag21aa", "wcag22aa", "best-practice"],
+  }));
+  return violations.flatMap(({ id, nodes }) => nodes.map(({ html, failureSummary }) => `${id}: ${html.slice(0, 160)} (${failureSummary})`));
+}

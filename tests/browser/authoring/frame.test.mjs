@@ -1,0 +1,320 @@
+import assert from "node:assert/strict";
+import { describe, test } from "node:test";
+import { aBrowser, findings, grid, openShell, record, refusal } from "./fake.mjs";
+
+const workNames = ["pageId", "siteId", "lang", "nodeId", "title", "liveTitle", "pageType", "state", "editor", "since", "holder", "holderSince"];
+const workRow = (pageId, title, state = "changed") =>
+  [pageId, "bg", "en", `bg.en.0${pageId}`, title, title, "P", state, "Reed Amsel", "2026-06-15T10:00:00", "", null];
+const row = (page, name) => page.getByRole("treeitem", { name });
+
+describe("the page tree", () => {
+  const chromium = aBrowser();
+  const branch = record(7, "bg.en.01.01", "Getting here", "0PM100") + record(8, "bg.en.01.02", "Opening times", "0PP010");
+  const api = {
+    "cManager/getSitemap": ({ flag }) => (flag ? branch
+      : record(1, "bg.en", "Home", "1PP000") + record(2, "bg.en.01", "Visit", "1FP000", "[*idem*]#1F003") + record(3, "bg.en.02", "Plants &amp; more", "0PN000", "[*null*]# ")),
+  };
+
+  test("is walked by arrows, and a branch is fetched when it is opened", async () => {
+    const { page, sent, context } = await openShell(chromium.browser, { api });
+    await row(page, "Home").focus();
+    await page.keyboard.press("ArrowDown");
+    await page.keyboard.press("ArrowRight");
+    await row(page, /Getting here/).waitFor();
+    assert.equal(sent.filter(({ name, args }) => name === "cManager/getSitemap" && args.startNode === "bg.en.01").length, 1);
+    assert.equal(await row(page, "Visit").getAttribute("aria-expanded"), "true");
+    await page.keyboard.press("ArrowRight");
+    const here = row(page, /Getting here/);
+    assert.ok(await here.evaluate((node) => node === document.activeElement));
+    assert.deepEqual(await here.evaluate((node) => ["aria-level", "aria-setsize", "aria-posinset"].map((name) => node.getAttribute(name))), ["3", "2", "1"]);
+    await page.keyboard.press("ArrowLeft");
+    assert.ok(await row(page, "Visit").evaluate((node) => node === document.activeElement));
+    await page.keyboard.press("ArrowLeft");
+    assert.equal(await row(page, "Visit").getAttribute("aria-expanded"), "false");
+    await page.keyboard.press("End");
+    assert.ok(await row(page, /Plants/).evaluate((node) => node === document.activeElement));
+    await page.keyboard.press("h");
+    assert.ok(await row(page, "Home").evaluate((node) => node === document.activeElement));
+    await context.close();
+  });
+
+  test("says how each page stands", async () => {
+    const { page, context } = await openShell(chromium.browser, { api });
+    await row(page, "Visit").focus();
+    await page.keyboard.press("ArrowRight");
+    await row(page, "Getting here, changed, checked out by you").waitFor();
+    await row(page, "Opening times, marked").waitFor();
+    await row(page, "Plants & more, new").waitFor();
+    await context.close();
+  });
+
+  test("is filtered by words, with what stands above", async () => {
+    const { page, context } = await openShell(chromium.browser, { api });
+    await page.getByRole("searchbox", { name: "Filter pages" }).fill("plants");
+    await row(page, "Visit").waitFor({ state: "detached" });
+    assert.equal(await page.getByRole("treeitem").count(), 2);
+    await page.keyboard.press("ArrowDown");
+    assert.ok(await row(page, "Home").evaluate((node) => node === document.activeElement));
+    await context.close();
+  });
+
+  test("draws what is in sight of a thousand pages", async () => {
+    const rows = Array.from({ length: 1000 }, (_, i) => record(100 + i, `bg.en.${i.toString(36).padStart(2, "0")}`, `Page ${i}`)).join("");
+    const { page, context } = await openShell(chromium.browser, { api: { "cManager/getSitemap": () => record(1, "bg.en", "Home", "1PP000") + rows } });
+    await row(page, "Home").focus();
+    const drawn = await page.getByRole("treeitem").count();
+    assert.ok(drawn < 120, `${drawn} rows are drawn`);
+    await page.keyboard.press("End");
+    await row(page, "Page 999").waitFor();
+    assert.ok(await row(page, "Page 999").evaluate((node) => node === document.activeElement));
+    assert.equal(await row(page, "Page 999").getAttribute("aria-setsize"), "1000");
+    await context.close();
+  });
+
+  test("waits while pages are being moved, and opens by itself", async () => {
+    let asked = 0;
+    const closed = { "cManager/getSitemap": () => (++asked === 1 ? refusal("cManager.getSitemap", "-1", "Pages are being moved.") : record(1, "bg.en", "Home")) };
+    const { page, context } = await openShell(chromium.browser, { api: closed });
+    await page.getByText("Pages are being moved here. This opens by itself.").waitFor();
+    await row(page, "Home").waitFor();
+    await context.close();
+  });
+
+  test("shows what is opened elsewhere", async () => {
+    const { page, context } = await openShell(chromium.browser, { path: "/torvex/page.asp?pageId=8", api: { ...api, "cManager/getNodeId": () => "bg.en.01.02" } });
+    await row(page, /Opening times/).waitFor();
+    assert.equal(await row(page, /Opening times/).getAttribute("aria-current"), "page");
+    await context.close();
+  });
+
+  test("has a menu at each page: by mouse and by key, and Esc gives the keyboard back", async () => {
+    const { page, context } = await openShell(chromium.browser, { api });
+    await row(page, /Plants/).click({ button: "right" });
+    await page.getByRole("menuitem", { name: /^Open/ }).waitFor();
+    await page.keyboard.press("ArrowDown");
+    await page.keyboard.press("Escape");
+    await page.getByRole("menu").waitFor({ state: "detached" });
+    await row(page, "Home").focus();
+    await page.keyboard.press("Shift+F10");
+    await page.getByRole("menuitem", { name: /^Open/ }).waitFor();
+    await context.close();
+  });
+});
+
+describe("the search over everything", () => {
+  const chromium = aBrowser();
+  const names = ["kind", "pageId", "siteId", "lang", "nodeId", "title", "path", "state", "isLive", "excerpt"];
+
+  test("opens a page by Ctrl+K, a word and Enter", async () => {
+    const find = () => grid(names, [["page", 44, "bg", "en", "bg.en.05", "Autumn walks", "What's on", "changed", true, ""]]);
+    const { page, context } = await openShell(chromium.browser, { api: { "desk/find": find } });
+    await page.keyboard.press("Control+k");
+    await page.keyboard.type("autumn");
+    await page.getByRole("option", { name: /Autumn walks/ }).waitFor();
+    await page.keyboard.press("Enter");
+    await page.waitForURL(/pageId=44/);
+    await context.close();
+  });
+
+  test("never shows what an earlier word found", async () => {
+    const slow = async ({ words }) => {
+      if (words === "slow") await new Promise((resolve) => setTimeout(resolve, 500));
+      return grid(names, [["page", words.length, "bg", "en", "", `Found by ${words}`, "", "", true, ""]]);
+    };
+    const { page, context } = await openShell(chromium.browser, { api: { "desk/find": slow } });
+    await page.keyboard.press("Control+k");
+    await page.keyboard.type("slow");
+    await page.waitForTimeout(150);
+    await page.keyboard.type("er");
+    await page.getByRole("option", { name: /Found by slower/ }).waitFor();
+    await page.waitForTimeout(600);
+    assert.equal(await page.getByRole("option", { name: "Found by slow", exact: true }).count(), 0);
+    await context.close();
+  });
+
+  test("runs commands, and Esc closes it", async () => {
+    const { page, context } = await openShell(chromium.browser, { path: "/torvex/search" });
+    await page.keyboard.press("Control+k");
+    await page.keyboard.type("dashboard");
+    await page.keyboard.press("Enter");
+    await page.getByRole("heading", { name: "Hello, Iris" }).waitFor();
+    await page.keyboard.press("Control+k");
+    await page.keyboard.press("Escape");
+    await page.getByRole("combobox").waitFor({ state: "detached" });
+    await context.close();
+  });
+});
+
+describe("a session that is lost", () => {
+  const chromium = aBrowser();
+
+  test("is taken up again over the screen, and what was asked is done then", async () => {
+    const shell = await openShell(chromium.browser, { api: { "cManager/getSitemap": ({ flag }) => (flag ? record(7, "bg.en.01.01", "Getting here") : record(1, "bg.en", "Home", "1PP000") + record(2, "bg.en.01", "Visit", "1PP000")) } });
+    const { page, context } = shell;
+    await page.getByRole("searchbox", { name: "Filter pages" }).fill("i");
+    shell.loggedIn = false;
+    await row(page, "Visit").focus();
+    await page.keyboard.press("ArrowRight");
+    const dialog = page.getByRole("dialog", { name: "Log in again" });
+    await dialog.waitFor();
+    await page.keyboard.press("Escape");
+    assert.ok(await dialog.isVisible());
+    await page.getByLabel("Password").fill("wrong");
+    await dialog.getByRole("button", { name: "Log in" }).click();
+    await dialog.getByText("Name or password is wrong").waitFor();
+    await page.getByLabel("Password").fill("blue-flag");
+    await page.keyboard.press("Enter");
+    await dialog.waitFor({ state: "detached" });
+    await row(page, "Getting here").waitFor();
+    assert.equal(await page.getByRole("searchbox", { name: "Filter pages" }).inputValue(), "i");
+    assert.equal(shell.tokens.at(-1), "third");
+    await context.close();
+  });
+});
+
+describe("a line that is gone", () => {
+  const chromium = aBrowser();
+
+  test("is said in the foot until it is back", async () => {
+    const { page, context } = await openShell(chromium.browser);
+    await row(page, "Home").waitFor();
+    await context.setOffline(true);
+    await page.getByRole("status").filter({ hasText: "Not connected; your text is kept here" }).waitFor();
+    await context.setOffline(false);
+    await page.getByText("Not connected").waitFor({ state: "detached" });
+    await context.close();
+  });
+});
+
+describe("the dashboard", () => {
+  const chromium = aBrowser();
+  const lists = { approve: [workRow(2, "Walks"), workRow(3, "Bonsai", "new")], publish: [workRow(4, "Night"), workRow(5, "Day"), workRow(6, "Dusk")] };
+  const work = ({ kind }) => grid(workNames, lists[kind] ?? []);
+  const card = (page, name) => page.getByRole("region", { name });
+
+  test("approves what is selected; what stays tells why", async () => {
+    const api = {
+      "desk/getWork": work,
+      "cManager/approvePages": () => "3",
+      "cManager/approvePage": () => refusal("cManager.approvePage", "-2", "There is nothing to approve."),
+    };
+    const { page, sent, context } = await openShell(chromium.browser, { api });
+    const toApprove = card(page, "To approve");
+    await toApprove.getByRole("checkbox", { name: "Select all" }).check();
+    await toApprove.getByRole("button", { name: "Approve" }).click();
+    await toApprove.getByText("There is nothing to approve.").waitFor();
+    await page.getByText("1 page approved.").waitFor();
+    assert.deepEqual(sent.find(({ name }) => name === "cManager/approvePages").args, { pageList: "2,3" });
+    await context.close();
+  });
+
+  test("publishes one by one, parents first, and stops when it is told to", async () => {
+    const begun = [];
+    const goOn = [];
+    const publish = async ({ pageIdent }) => {
+      begun.push(pageIdent);
+      await new Promise((resolve) => goOn.push(resolve));
+      return "1";
+    };
+    const { page, context } = await openShell(chromium.browser, { api: { "desk/getWork": work, "cManager/publishPage": publish } });
+    const toPublish = card(page, "To publish");
+    await toPublish.getByRole("checkbox", { name: "Select all" }).check();
+    await toPublish.getByRole("button", { name: "Publish" }).click();
+    await toPublish.getByText("0 of 3").waitFor();
+    goOn.shift()();
+    await toPublish.getByText("1 of 3").waitFor();
+    await toPublish.getByRole("button", { name: "Stop" }).click();
+    goOn.shift()();
+    await page.getByText("2 pages published.").waitFor();
+    assert.deepEqual(begun, ["4", "5"]);
+    await context.close();
+  });
+
+  test("says that nothing waits", async () => {
+    const { page, context } = await openShell(chromium.browser);
+    await card(page, "To approve").getByText("Nothing waits for you.").waitFor();
+    await context.close();
+  });
+});
+
+describe("the frame", () => {
+  const chromium = aBrowser();
+
+  test("speaks another language at once", async () => {
+    const { page, context } = await openShell(chromium.browser);
+    await page.getByRole("button", { name: /Iris Falk: settings/ }).click();
+    await page.getByRole("menuitemradio", { name: "Deutsch" }).click();
+    await page.getByRole("tab", { name: "Seiten" }).waitFor();
+    assert.equal(await page.evaluate(() => document.documentElement.lang), "de");
+    await context.close();
+  });
+
+  test("is dark or light as its author wishes", async () => {
+    const { page, context } = await openShell(chromium.browser);
+    const ground = () => page.evaluate(() => getComputedStyle(document.documentElement).backgroundColor);
+    const light = await ground();
+    await page.getByRole("button", { name: /Iris Falk: settings/ }).click();
+    await page.getByRole("menuitemradio", { name: "Dark", exact: true }).click();
+    assert.notEqual(await ground(), light);
+    await page.reload();
+    await page.getByRole("banner").waitFor();
+    assert.notEqual(await ground(), light);
+    await context.close();
+  });
+
+  test("is gone round by F6, and its sides are sized by keys", async () => {
+    const { page, context } = await openShell(chromium.browser);
+    await row(page, "Home").waitFor();
+    const region = () => page.evaluate(() => document.activeElement.closest(".bar, .left, .centre, .right, .foot")?.className.split(" ")[0]);
+    await page.keyboard.press("F6");
+    const first = await region();
+    await page.keyboard.press("F6");
+    assert.notEqual(await region(), first);
+    const edge = page.getByRole("separator", { name: "Width of the navigation" });
+    await edge.focus();
+    await page.keyboard.press("ArrowRight");
+    assert.equal(await edge.getAttribute("aria-valuenow"), "296");
+    await page.reload();
+    await edge.waitFor();
+    assert.equal(await edge.getAttribute("aria-valuenow"), "296");
+    await context.close();
+  });
+
+  test("tells who asks for a page, once", async () => {
+    const names = ["kind", "loginId", "name", "pageId", "doing", "since", "text", "number"];
+    const pulse = () => grid(names, [["asked", 4, "Heide Lorenz", 2, "looking", "2026-06-15T10:00:00", "Visit", 0]]);
+    const { page, sent, context } = await openShell(chromium.browser, { api: { "desk/pulse": pulse, "cManager/checkIn": () => "M000" } });
+    await page.getByText('Heide Lorenz asks for "Visit", which you have checked out.').waitFor();
+    await page.getByRole("button", { name: "Check in" }).last().click();
+    await page.waitForTimeout(200);
+    assert.deepEqual(sent.find(({ name }) => name === "cManager/checkIn").args, { pageIdent: "2" });
+    await context.close();
+  });
+
+  for (const [width, height] of [[1440, 900], [768, 1024], [360, 740]]) {
+    for (const colorScheme of ["light", "dark"]) {
+      test(`has nothing that axe finds, nor breaks its policy, ${width} wide and ${colorScheme}`, async () => {
+        const shell = await openShell(chromium.browser, { viewport: { width, height }, colorScheme, api: { "desk/getWork": () => grid(workNames, [workRow(2, "Walks"), workRow(3, "Old prices", "marked")]) } });
+        const { page, context } = shell;
+        await page.getByRole("heading", { name: "Hello, Iris" }).waitFor();
+        await page.getByText("Walks").first().waitFor();
+        assert.deepEqual(await findings(page), []);
+        assert.ok((await page.evaluate(() => document.documentElement.scrollWidth - window.innerWidth)) <= 0);
+        await page.keyboard.press("Control+k");
+        await page.getByRole("combobox").waitFor();
+        assert.deepEqual(await findings(page), []);
+        await page.keyboard.press("Escape");
+        await page.keyboard.press("?");
+        await page.getByRole("dialog", { name: "Keys" }).waitFor();
+        assert.deepEqual(await findings(page), []);
+        await page.keyboard.press("Escape");
+        await page.getByRole("button", { name: /Iris Falk: settings/ }).click();
+        await page.getByRole("menu").waitFor();
+        assert.deepEqual(await findings(page), []);
+        assert.deepEqual(shell.violations, []);
+        assert.deepEqual(shell.errors, []);
+        await context.close();
+      });
+    }
+  }
+});
