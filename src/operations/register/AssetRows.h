@@ -35,11 +35,12 @@ inline std::vector<StatusCode> noEntry(const Value& answer) {
 
 /// Of a removal: `locked` is told last, after what else may use the entry.
 inline std::vector<StatusCode> removalCodes(std::vector<StatusCode> others, const char* locked) {
-    std::vector<StatusCode> all{code("0", "It is removed."), refusal("2", "There is no such entry."),
-                                refusal("3", "A page uses it, in the design or live.")};
+    std::vector<StatusCode> all{code("0", "It is removed."),
+                                refusal("2", "There is no such entry.", label::gone),
+                                refusal("3", "A page uses it, in the design or live.", label::usedByPages)};
     all.insert(all.end(), others.begin(), others.end());
-    all.push_back(refusal(locked, "Another login has it open."));
-    all.push_back(refusal("-1", "It failed; nothing was changed."));
+    all.push_back(refusal(locked, "Another login has it open.", label::openElsewhere));
+    all.push_back(refusal("-1", "It failed; nothing was changed.", label::failed));
     return all;
 }
 

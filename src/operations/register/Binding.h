@@ -11,6 +11,7 @@
 
 #include "accounts/AdminEntries.h"
 #include "modules/SiteModules.h"
+#include "operations/register/CodeLabels.h"
 #include "operations/register/Conversion.h"
 #include "operations/register/Register.h"
 #include "platform/db/ConnectionSource.h"
@@ -206,14 +207,14 @@ inline StatusCode code(Value value, std::string meaning) {
     return {std::move(value), std::move(meaning), false};
 }
 /// The caller didn't get what she asked for.
-inline StatusCode refusal(Value value, std::string meaning) {
-    return {std::move(value), std::move(meaning), true};
+inline StatusCode refusal(Value value, std::string meaning, CodeLabel label = label::refused) {
+    return {std::move(value), std::move(meaning), true, label};
 }
 inline StatusCode notLoggedIn() {
-    return refusal(-10, "Nobody is logged in.");
+    return refusal(-10, "Nobody is logged in.", label::loginLost);
 }
 inline StatusCode failed() {
-    return refusal(-99, "It failed; nothing was changed.");
+    return refusal(-99, "It failed; nothing was changed.", label::failed);
 }
 
 // ---- Rows ----

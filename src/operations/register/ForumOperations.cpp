@@ -27,7 +27,8 @@ ClassEntry forumOperations() {
                    "Brings a forum to visitors, or for number 0 all of the site and language, and removes "
                    "those that wait for it with all that was written in them.",
                    accessAtForum("edit", "forumId", "site", "lang"))
-                .codes({code("", "It is published."), refusal("-2", "There is no such forum."), failed()}),
+                .codes({code("", "It is published."), refusal("-2", "There is no such forum.", label::gone),
+                        failed()}),
             reads("getWaiting", &Forum::getWaiting, {argument("site"), argument("lang")},
                   "What visitors have written and nobody sees yet, the oldest first; reaction 0 is a topic.",
                   viewAccess(adminEntry::forum, "site", "lang"))
@@ -47,14 +48,14 @@ ClassEntry forumOperations() {
                 "Shows reactions with those that they answer, or hides them with what answers them; without "
                 "any, the topic itself.",
                 accessAtForum("edit", "forumId"))
-                .codes({code("", "It is done."), refusal("-2", "There is no such topic or reaction."),
-                        failed()}),
+                .codes({code("", "It is done."),
+                        refusal("-2", "There is no such topic or reaction.", label::gone), failed()}),
             writes("deleteReactions", &Forum::deleteReactions,
                    {argument("forumId"), argument("topicId"), argument("references"), argument("advId", 0)},
                    "Removes reactions with all that answers them; without any, the topic itself.",
                    accessAtForum("edit", "forumId"))
-                .codes({code("", "They are gone."), refusal("-2", "There is no such topic or reaction."),
-                        failed()}),
+                .codes({code("", "They are gone."),
+                        refusal("-2", "There is no such topic or reaction.", label::gone), failed()}),
         });
 }
 

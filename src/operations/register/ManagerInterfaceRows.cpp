@@ -22,17 +22,18 @@ std::vector<Row<cManager>> managerInterfaceRows() {
         writes("deleteInterface", &cManager::deleteInterface, {argument("langId"), argument("advId", 0)},
                "Removes a language of the interface with its words and templates.",
                editAccess(adminEntry::interfaceLanguages))
-            .codes({code("", "It is removed."), notLoggedIn(), refusal(-1, "There is no such language."),
-                    refusal(-2, "It is the language of the session."),
-                    refusal(-3, "It is the default language."), refusal(-4, "Other logins are online."),
-                    failed()}),
+            .codes({code("", "It is removed."), notLoggedIn(),
+                    refusal(-1, "There is no such language.", label::gone),
+                    refusal(-2, "It is the language of the session.", label::youWorkInIt),
+                    refusal(-3, "It is the default language.", label::isDefault),
+                    refusal(-4, "Other logins are online.", label::othersLoggedIn), failed()}),
         writes("setInterfaceOnOff", &cManager::setInterfaceOnOff,
                {argument("langId"), argument("state"), argument("advId", 0)},
                "Switches a language of the interface on (1) or off, and gives its state. The default "
                "language stays on.",
                editAccess(adminEntry::interfaceLanguages))
             .codes({code(1, "It is on."), code(0, "It is off."),
-                    refusal(-1, "It has no templates yet; it is off.")}),
+                    refusal(-1, "It has no templates yet; it is off.", label::generateFirst)}),
         writes("saveVocab", &cManager::saveVocab,
                {argument("langId"), argument("labelId"), argument("text"), argument("advId", 0)},
                "Saves a word of the interface in a language; templates have it when they are made anew.",

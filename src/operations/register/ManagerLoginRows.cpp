@@ -10,9 +10,10 @@ std::vector<Row<cManager>> managerLoginRows() {
         writes("login", &cManager::login, {argument("username", ""), argument("password", "")},
                "Logs an author in; without arguments verifies the session's login again.", visitor())
             .codes({code(0, "The session has the login."),
-                    refusal(1, "The name or the password is wrong, or the login isn't valid today."),
-                    refusal(2, "Logging in isn't allowed from this address."),
-                    refusal(3, "A session at another address has this login.")})
+                    refusal(1, "The name or the password is wrong, or the login isn't valid today.",
+                            label::wrongPassword),
+                    refusal(2, "Logging in isn't allowed from this address.", label::otherAddress),
+                    refusal(3, "A session at another address has this login.", label::heldElsewhere)})
             .testsPassword({"username", 0, 1}),
         writes("logout", &cManager::logout, {}, "Frees the session's login and ends the session.", visitor()),
         writes("endLogin", &cManager::endLogin, {argument("loginId")},
@@ -33,15 +34,17 @@ std::vector<Row<cManager>> managerLoginRows() {
             "Changes a login, or adds one for 0, and gives its number. What is empty stays as it is, and so "
             "does a bound of \"-1\"; an empty bound is taken away.",
             editAccess(adminEntry::logins))
-            .codes({notLoggedIn(), refusal(-1, "There is no such login."),
-                    refusal(-2, "Another login has the username."),
-                    refusal(-3, "A new login needs a username."),
-                    refusal(-4, "A new login needs a password."), refusal(-5, "A new login needs a name.")}),
+            .codes({notLoggedIn(), refusal(-1, "There is no such login.", label::loginGone),
+                    refusal(-2, "Another login has the username.", label::nameTaken),
+                    refusal(-3, "A new login needs a username.", label::nameMissing),
+                    refusal(-4, "A new login needs a password.", label::passwordMissing),
+                    refusal(-5, "A new login needs a name.", label::fullNameMissing)}),
         writes("deleteLogin", &cManager::deleteLogin, {argument("loginId"), argument("advId", 0)},
                "Removes a login with its roles and settings.", editAccess(adminEntry::logins))
-            .codes({code("", "It is removed."), notLoggedIn(), refusal(-1, "There is no such login."),
-                    refusal(-2, "It is the system administrator's."),
-                    refusal(-3, "Another login has it open."), failed()}),
+            .codes({code("", "It is removed."), notLoggedIn(),
+                    refusal(-1, "There is no such login.", label::loginGone),
+                    refusal(-2, "It is the system administrator's.", label::saStays),
+                    refusal(-3, "Another login has it open.", label::openElsewhere), failed()}),
         reads("getLoginDetails", &cManager::getLoginDetails, {argument("loginId")},
               "Reads a login into the properties.", viewAccess(adminEntry::logins)),
         reads("getLoginList", &cManager::getLoginList, {argument("sortId", 1)},

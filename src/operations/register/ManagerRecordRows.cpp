@@ -22,8 +22,9 @@ std::vector<StatusCode> codesOfNames() {
 }
 
 std::vector<StatusCode> codesOfFeeds() {
-    return {code("", "It is removed."), refusal(-1, "There is no such feed."),
-            refusal(-2, "A body of a page shows it."), refusal(-3, isHeld), failed()};
+    return {code("", "It is removed."), refusal(-1, "There is no such feed.", label::gone),
+            refusal(-2, "A body of a page shows it.", label::usedByPages),
+            refusal(-3, isHeld, label::openElsewhere), failed()};
 }
 
 std::vector<Row<cManager>> feedRows() {
@@ -73,8 +74,8 @@ std::vector<Row<cManager>> metaTagRows() {
                {argument("site"), argument("metaTagIdent"), argument("advId", 0)},
                "Removes a meta tag of a site, by its number or name, with what pages have for it.",
                editAccess(adminEntry::metadata, "site"))
-            .codes({code("", "It is removed."), refusal(-1, "The site has no such tag."), refusal(-3, isHeld),
-                    failed()}),
+            .codes({code("", "It is removed."), refusal(-1, "The site has no such tag.", label::gone),
+                    refusal(-3, isHeld, label::openElsewhere), failed()}),
     };
 }
 
@@ -115,9 +116,9 @@ std::vector<Row<cManager>> groupRows() {
         writes("deleteGroup", &cManager::deleteGroup, {argument("groupId"), argument("advId", 0)},
                "Removes a group from all that it guards, with its memberships.",
                editAccess(adminEntry::groups))
-            .codes({code(0, "It is removed."), refusal(1, "Nobody is logged in."),
-                    refusal(2, "There is no such group, or another login has it open."),
-                    refusal(99, "It failed; nothing was changed.")}),
+            .codes({code(0, "It is removed."), refusal(1, "Nobody is logged in.", label::loginLost),
+                    refusal(2, "There is no such group, or another login has it open.", label::goneOrOpen),
+                    refusal(99, "It failed; nothing was changed.", label::failed)}),
     };
 }
 
@@ -131,8 +132,10 @@ std::vector<Row<cManager>> userRows() {
             .lists({{"groupId", Number}, {"name", Text}, {"member", Number}}),
         writes("deleteUser", &cManager::deleteUser, {argument("userId"), argument("advId", 0)},
                "Removes a user with the memberships.", editAccess(adminEntry::users))
-            .codes({code("", "It is removed."), notLoggedIn(), refusal(-1, "The user has no name."),
-                    refusal(-3, "There is no such user, or another login has it open."), failed()}),
+            .codes({code("", "It is removed."), notLoggedIn(),
+                    refusal(-1, "The user has no name.", label::gone),
+                    refusal(-3, "There is no such user, or another login has it open.", label::goneOrOpen),
+                    failed()}),
     };
 }
 

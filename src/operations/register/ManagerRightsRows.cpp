@@ -41,8 +41,9 @@ std::vector<Row<cManager>> administrationMenu() {
                {argument("site"), argument("lang"), argument("order", 0)},
                "The administration menu of the login as one text, and enters the site and language.",
                anyLogin())
-            .codes({refusal(
-                -1, "Pages are being moved in this site and language, so that nobody can enter them.")}),
+            .codes({refusal(-1,
+                            "Pages are being moved in this site and language, so that nobody can enter them.",
+                            label::somebodyWorks)}),
         reads("getAdvList", &cManager::getAdvList, {}, "The entries of the administration menu.", anyLogin())
             .lists({{"advId", Number},
                     {"advLevel", Number},
@@ -90,7 +91,8 @@ std::vector<Row<cManager>> roles() {
         writes("deleteRole", &cManager::deleteRole, {argument("roleId"), argument("advId", 0)},
                "Removes a role with its rights and memberships.", editAccess(adminEntry::roles))
             .codes({code("", "It is removed."), notLoggedIn(),
-                    refusal(-3, "There is no such role, or another login has it open."), failed()}),
+                    refusal(-3, "There is no such role, or another login has it open.", label::goneOrOpen),
+                    failed()}),
         reads("getRoleDescription", &cManager::getRoleDescription, {argument("roleId")},
               "The description of a role.", viewAccess(adminEntry::roles)),
     };

@@ -30,8 +30,9 @@ std::vector<Row<cManager>> managerServerRows() {
               viewAccess(adminEntry::servers)),
         writes("deleteServer", &cManager::deleteServer, {argument("serverId"), argument("advId", 0)},
                "Removes a server from the list.", editAccess(adminEntry::servers))
-            .codes({code("", "It is removed."), notLoggedIn(), refusal(-1, "There is no such server."),
-                    refusal(-3, "Another login has it open."), failed()}),
+            .codes({code("", "It is removed."), notLoggedIn(),
+                    refusal(-1, "There is no such server.", label::gone),
+                    refusal(-3, "Another login has it open.", label::openElsewhere), failed()}),
         writes("createDirectory", &cManager::createDirectory, {argument("dir")},
                "Makes a folder here and on the other servers.", nobody()),
         writes("deleteDirectory", &cManager::deleteDirectory, {argument("dir")},

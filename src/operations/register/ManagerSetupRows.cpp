@@ -8,19 +8,20 @@ namespace {
 
 /// What is wrong with the page record, whichever page it is saved as.
 std::vector<StatusCode> setupRefusals() {
-    return {refusal(-21, "A neighbour has this title."),
-            refusal(-22, "There is no such type of page."),
-            refusal(-23, "There is no such template, or a root has none."),
-            refusal(-24, "There is no such application."),
-            refusal(-25, "There is no such base template, or a root has none."),
-            refusal(-26, "There is no such stylesheet, or a root has none."),
-            refusal(-27, "The previous page isn't there."),
-            refusal(-28, "The next page isn't there."),
-            refusal(-29, "The page above isn't there."),
-            refusal(-30, "The login page isn't there."),
-            refusal(-32, "The first day is no date."),
-            refusal(-33, "The last day is no date."),
-            refusal(-35, "The application's system folder is no folder right below the system branch.")};
+    return {refusal(-21, "A neighbour has this title.", label::neighbourTitle),
+            refusal(-22, "There is no such type of page.", label::noSuchKind),
+            refusal(-23, "There is no such template, or a root has none.", label::chooseTemplate),
+            refusal(-24, "There is no such application.", label::chooseApplication),
+            refusal(-25, "There is no such base template, or a root has none.", label::chooseBaseTemplate),
+            refusal(-26, "There is no such stylesheet, or a root has none.", label::chooseStylesheet),
+            refusal(-27, "The previous page isn't there.", label::noSuchPage),
+            refusal(-28, "The next page isn't there.", label::noSuchPage),
+            refusal(-29, "The page above isn't there.", label::noSuchPage),
+            refusal(-30, "The login page isn't there.", label::noSuchPage),
+            refusal(-32, "The first day is no date.", label::noSuchDate),
+            refusal(-33, "The last day is no date.", label::noSuchDate),
+            refusal(-35, "The application's system folder is no folder right below the system branch.",
+                    label::noSystemFolder)};
 }
 
 }  // namespace
@@ -34,23 +35,25 @@ std::vector<Row<cManager>> managerSetupRows() {
                {argument("site"), argument("lang"), argument("parentIdent"), argument("insertIdent", "")},
                "Makes a page from the page record, in front of a sibling or as the last: its node.",
                editRight("edit", "parentIdent", "site", "lang"))
-            .codes(
-                joined<StatusCode>({{notLoggedIn(), refusal(-3, "There is a page at its place already."),
-                                     refusal(-4, "There is no such parent."),
-                                     refusal(-5, "The parent has no free number for a child."),
-                                     refusal(-6, "There is a system branch already.")},
-                                    setupRefusals(),
-                                    {refusal(-99,
-                                             "There is no such site or language, there is no position left "
-                                             "among the siblings, or it failed; nothing was changed.")}})),
+            .codes(joined<StatusCode>(
+                {{notLoggedIn(), refusal(-3, "There is a page at its place already.", label::noPlace),
+                  refusal(-4, "There is no such parent.", label::parentGone),
+                  refusal(-5, "The parent has no free number for a child.", label::noPlace),
+                  refusal(-6, "There is a system branch already.", label::noPlace)},
+                 setupRefusals(),
+                 {refusal(-99,
+                          "There is no such site or language, there is no position left "
+                          "among the siblings, or it failed; nothing was changed.")}})),
         writes("savePageSetup", &cManager::savePageSetup, {argument("pageIdent")},
                "Saves the page record as the setup of a page.", editRight("edit", "pageIdent"))
             .codes(joined<StatusCode>(
-                {{code(0, "It is saved."), refusal(-1, "Another login has the page."),
-                  refusal(-2, "There is no such page."), refusal(-4, "There is no such parent."),
-                  notLoggedIn(), refusal(-20, "There is no such site or language.")},
+                {{code(0, "It is saved."), refusal(-1, "Another login has the page.", label::held),
+                  refusal(-2, "There is no such page.", label::pageGone),
+                  refusal(-4, "There is no such parent.", label::parentGone), notLoggedIn(),
+                  refusal(-20, "There is no such site or language.", label::websiteGone)},
                  setupRefusals(),
-                 {refusal(-34, "The file of the template can't be read."), failed()}})),
+                 {refusal(-34, "The file of the template can't be read.", label::templateUnread),
+                  failed()}})),
     };
 }
 

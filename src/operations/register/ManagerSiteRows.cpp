@@ -19,12 +19,13 @@ std::vector<Row<cManager>> siteRows() {
                {argument("site"), argument("name"), argument("description"), argument("advId", 0)},
                "Renames and describes a site, and frees its record; an empty name keeps the one it has.",
                editAccess(adminEntry::sites))
-            .codes({refusal(false, "There is no such site.")}),
+            .codes({refusal(false, "There is no such site.", label::gone)}),
         writes("deleteSite", &cManager::deleteSite, {argument("site"), argument("advId", 0)},
                "Removes a site with all that is its own.", editAccess(adminEntry::sites))
             .codes({code("", "It is removed."), notLoggedIn(),
-                    refusal(-2, "Another login works in the site."), refusal(-3, "The site has pages."),
-                    refusal(-4, "It is the last site."), failed()}),
+                    refusal(-2, "Another login works in the site.", label::worksInIt),
+                    refusal(-3, "The site has pages.", label::hasPages),
+                    refusal(-4, "It is the last site.", label::lastOne), failed()}),
         reads("getSiteName", &cManager::getSiteName, {argument("site")}, "The name of a site.", anyLogin()),
         reads("getSiteDescription", &cManager::getSiteDescription, {argument("site")},
               "The description of a site.", anyLogin()),
@@ -51,9 +52,9 @@ std::vector<Row<cManager>> languageRows() {
         writes("deleteLanguage", &cManager::deleteLanguage, {argument("lang"), argument("advId", 0)},
                "Removes a language with all that is its own.", editAccess(adminEntry::languages))
             .codes({code("", "It is removed."), notLoggedIn(),
-                    refusal(-2, "Another login works in the language."),
-                    refusal(-3, "The language has pages."), refusal(-4, "It is the last language."),
-                    failed()}),
+                    refusal(-2, "Another login works in the language.", label::worksInIt),
+                    refusal(-3, "The language has pages.", label::hasPages),
+                    refusal(-4, "It is the last language.", label::lastOne), failed()}),
         reads("getLanguageName", &cManager::getLanguageName, {argument("lang")}, "The name of a language.",
               anyLogin()),
         reads("getLanguageId", &cManager::getLanguageId, {argument("languageName")},
@@ -89,7 +90,7 @@ std::vector<Row<cManager>> websiteRows() {
                {argument("site"), argument("lang"), argument("title"), argument("advId", 0)},
                "Sets the title of a site in a language.",
                editAccess(adminEntry::websiteTitle, "site", "lang"))
-            .codes({refusal(false, "There is no such site or language.")}),
+            .codes({refusal(false, "There is no such site or language.", label::websiteGone)}),
         reads("getWebsiteTitle", &cManager::getWebsiteTitle, {argument("site"), argument("lang")},
               "The title of a site in a language.", anyLogin()),
         reads("getWebsites", &cManager::getWebsites, {argument("site", ""), argument("sortId", 1)},

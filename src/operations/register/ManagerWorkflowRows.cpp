@@ -8,7 +8,7 @@ namespace torvex::operations {
 namespace {
 
 StatusCode noPageOrFailed() {
-    return refusal(-99, "There is no such page, or it failed; nothing was changed.");
+    return refusal(-99, "There is no such page, or it failed; nothing was changed.", label::failed);
 }
 
 }  // namespace
@@ -18,21 +18,22 @@ std::vector<Row<cManager>> managerWorkflowRows() {
         writes("checkOut", &cManager::checkOut, {argument("pageIdent")},
                "Takes a page for editing: its edit, lock, delete and approve status.",
                editRight("edit", "pageIdent"))
-            .codes({notLoggedIn(), refusal(-1, "Another login has the page."),
-                    refusal(-2, "The page is approved."), noPageOrFailed()}),
+            .codes({notLoggedIn(), refusal(-1, "Another login has the page.", label::lockedByOther),
+                    refusal(-2, "The page is approved.", label::approved), noPageOrFailed()}),
         writes("checkIn", &cManager::checkIn, {argument("pageIdent")},
                "Gives a page back: its four statuses.", editRight("edit", "pageIdent"))
-            .codes(
-                {notLoggedIn(), refusal(-1, "Another login has the page."),
-                 refusal(-99,
-                         "The page is approved, there is no such page, or it failed; nothing was changed.")}),
+            .codes({notLoggedIn(), refusal(-1, "Another login has the page.", label::stillHeld),
+                    refusal(-99,
+                            "The page is approved, there is no such page, or it failed; nothing was changed.",
+                            label::isApproved)}),
         writes("approvePage", &cManager::approvePage, {argument("pageIdent"), argument("state")},
                "Approves a page with state 1, else takes the approval back: its four statuses.",
                editRight("approve", "pageIdent"))
             .codes(
-                {notLoggedIn(), refusal(-1, "The page is checked out."),
+                {notLoggedIn(), refusal(-1, "The page is checked out.", label::stillHeld),
                  refusal(-2,
-                         "There is nothing to approve: the page is neither changed nor marked for deletion."),
+                         "There is nothing to approve: the page is neither changed nor marked for deletion.",
+                         label::nothingToApprove),
                  noPageOrFailed()}),
         writes("approvePages", &cManager::approvePages, {argument("pageList")},
                "Approves the pages of a list: those with which it failed, divided by commas.",
@@ -40,8 +41,8 @@ std::vector<Row<cManager>> managerWorkflowRows() {
         writes("deletePage", &cManager::deletePage, {argument("pageIdent"), argument("state")},
                "Marks a page for deletion, or with state 0 takes the mark back: its four statuses.",
                editRight("edit", "pageIdent"))
-            .codes({notLoggedIn(), refusal(-1, "Another login has the page."),
-                    refusal(-2, "The page is approved."), noPageOrFailed()}),
+            .codes({notLoggedIn(), refusal(-1, "Another login has the page.", label::stillHeld),
+                    refusal(-2, "The page is approved.", label::approvedNotMarked), noPageOrFailed()}),
         // The list of locked pages is an entry of a site and language, but the pages given here may lie in
         // any. What is done to each is a check-in, which needs the right to edit it.
         writes("unlockPages", &cManager::unlockPages, {argument("pageList")},

@@ -28,7 +28,9 @@ ClassEntry msgBoardOperations() {
                    "items on demand.",
                    editAccess(adminEntry::messageBoard, "site", "lang"))
                 .codes({code("", "It is done."),
-                        refusal(1, "A category above it isn't live; nothing was changed."), failed()}),
+                        refusal(1, "A category above it isn't live; nothing was changed.",
+                                label::categoryNotLive),
+                        failed()}),
         });
 }
 

@@ -96,8 +96,13 @@ json::object resultJson(const Operation& operation) {
 json::array codesJson(const Operation& operation) {
     json::array codes;
     for (const auto& one : operation.codes) {
-        codes.push_back(json::object{
-            {"code", valueJson(one.code)}, {"meaning", textJson(one.meaning)}, {"refusal", one.isRefusal}});
+        json::object code{
+            {"code", valueJson(one.code)}, {"meaning", textJson(one.meaning)}, {"refusal", one.isRefusal}};
+        if (one.label.number > 0) {
+            code["label"] = one.label.number;
+            code["kind"] = textJson(one.label.kind);
+        }
+        codes.push_back(std::move(code));
     }
     return codes;
 }

@@ -51,11 +51,19 @@ struct Column {
     ColumnType type;
 };
 
+/// The sentence that tells people of a refusal: the number of its label in the vocabulary of the interface, and
+/// the name by which programs tell it from others. See CodeLabels.h.
+struct CodeLabel {
+    int number = 0;
+    std::string_view kind = "refused";
+};
+
 /// An answer that stands for something else than itself.
 struct StatusCode {
     Value code;  ///< of the operation's result type
     std::string meaning;
-    bool isRefusal;  ///< the caller did not get what she asked for
+    bool isRefusal;        ///< the caller did not get what she asked for
+    CodeLabel label = {};  ///< of a refusal
 };
 
 /// What a caller from outside must be allowed to do. An operation that states `Nobody` is out of reach of the

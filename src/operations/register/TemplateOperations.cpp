@@ -28,8 +28,9 @@ ClassEntry templateOperations() {
                         {"tpl_system", Number}}),
             writes("delTemplate", &Template::delTemplate, {argument("templateId"), argument("advId", 0)},
                    "Removes an entry that nothing uses, with its file.", editAccess(adminEntry::templates))
-                .codes(removalCodes(
-                    {refusal("4", "A newsflash uses it."), refusal("5", "A dynamic menu uses it.")}, "6")),
+                .codes(removalCodes({refusal("4", "A newsflash uses it.", label::usedByNewsflashes),
+                                     refusal("5", "A dynamic menu uses it.", label::usedByMenus)},
+                                    "6")),
             reads("getTemplateFile", &Template::getTemplateFile, pageArguments(), fileInForce,
                   designOf("pageIdent", "mode")),
             reads("getTemplateName", &Template::getTemplateName, pageArguments(), nameInForce,
