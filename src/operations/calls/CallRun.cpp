@@ -1,5 +1,7 @@
 #include "operations/calls/CallRun.h"
 
+#include <algorithm>
+
 #include "operations/calls/Gate.h"
 #include "platform/db/ConnectionSource.h"
 #include "platform/text/Text.h"
@@ -26,6 +28,15 @@ std::vector<Value> valuesFor(const Operation& operation, GivenValues given) {
     return values;
 }
 
+/// Whoever sends a withheld argument believes that it counts, whatever its value.
+const std::string* withheldIn(const Operation& operation, const GivenValues& given) {
+    for (const auto& argument : operation.arguments) {
+        const auto isIt = [&](const auto& one) { return text::equals(one.first, argument.name); };
+        if (argument.withheld && std::any_of(given.begin(), given.end(), isIt)) return &argument.name;
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 Outcome CallRun::run(const Call& call) {
@@ -41,6 +52,7 @@ Outcome CallRun::runPastGate(const Call& call, const Network& network) {
     if (const auto verdict = gate.mayAsk(operation->right, operation->name); !verdict.isAllowed())
         return {verdict, {}};
     const auto values = valuesFor(*operation, call.arguments);
+    if (const auto* name = withheldIn(*operation, call.arguments)) return {withheld(*name), {}};
     const auto property = [&](std::string_view name) { return objectNamed(call.object).get(name); };
     if (const auto verdict = gate.mayCall(*operation, values, property); !verdict.isAllowed())
         return {verdict, {}};

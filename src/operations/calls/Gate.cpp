@@ -29,14 +29,16 @@ Verdict outOfReach(const std::string& name) {
     return {Kind::OutOfReach, name + " can't be used over the network."};
 }
 
+Verdict withheld(const std::string& argument) {
+    Verdict verdict{Kind::Withheld, "The argument " + argument + " can't be given over the network."};
+    verdict.argument = argument;
+    return verdict;
+}
+
 namespace {
 
 Verdict notLoggedIn() {
     return {Kind::NotLoggedIn, "You are not logged in."};
-}
-
-Verdict withheld(const std::string& argument) {
-    return {Kind::Withheld, "The argument " + argument + " can't be given over the network."};
 }
 
 Verdict noRight() {

@@ -19,11 +19,14 @@ struct Verdict {
     Kind kind = Kind::Allowed;
     std::string message;           ///< says why not, for people; "" when it is allowed
     std::chrono::seconds wait{0};  ///< for `Wait`: when to come back
+    std::string argument{};        ///< for `Withheld`: which
 
     bool isAllowed() const { return kind == Kind::Allowed; }
 };
 
 /// To a caller from outside, what isn't there and what is out of reach look the same.
 Verdict outOfReach(const std::string& name);
+
+Verdict withheld(const std::string& argument);
 
 }  // namespace torvex::operations

@@ -49,8 +49,11 @@ class GateTest : public test::RightsTest {
             return answer;
         };
         Call call{"Sample", row.name, {}};
-        for (std::size_t i = 0; i < values.size(); ++i)
-            call.arguments.emplace_back(row.arguments.at(i).name, values[i]);
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            const Argument& argument = row.arguments.at(i);
+            if (!argument.withheld || argument.defaultValue != values[i])
+                call.arguments.emplace_back(argument.name, values[i]);
+        }
         const Register sampleAlone({sampleClass({row}, record())});
         const Verdict verdict = CallRun(sampleAlone, host.context(), Network{throttle}).run(call).verdict;
         EXPECT_EQ(wasDone, verdict.isAllowed());
