@@ -24,7 +24,7 @@ constexpr std::string_view lockRow =
 
 constexpr std::string_view selectRow =
     "select loginId, username, password, name, validFrom, validTo, sessionId, ipAddress from TORVEX_LOGINS "
-    "where username = ? and password = ? order by loginId";
+    "where username = ? and password = ? and coalesce(kind, '') <> 'program' order by loginId";
 
 constexpr std::string_view renewPassword =
     "update TORVEX_LOGINS set password = ?, passwordHash = ? where loginId = ?";

@@ -1,6 +1,7 @@
 #include "accounts/Logins.h"
 
 #include "accounts/Actor.h"
+#include "accounts/ProgramTokens.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
 
@@ -11,7 +12,8 @@ namespace {
 constexpr std::string_view selectLoginId = "select loginId from TORVEX_LOGINS where username = ?";
 constexpr std::string_view selectName = "select name from TORVEX_LOGINS where loginId = ?";
 constexpr std::string_view selectSession = "select sessionId from TORVEX_LOGINS where loginId = ?";
-constexpr std::string_view selectSessionByName = "select sessionId from TORVEX_LOGINS where username = ?";
+constexpr std::string_view selectSessionByName =
+    "select loginId, sessionId, kind from TORVEX_LOGINS where username = ?";
 
 }  // namespace
 
@@ -36,7 +38,10 @@ bool ownsItsLogin(db::Connection& connection, const Actor& actor) noexcept try {
     if (actor.isAdministrator()) return true;
     if (actor.username.empty()) return false;
     auto rows = connection.query(selectSessionByName, {actor.username});
-    return rows.next() && text::equals(rows.text("sessionId"), actor.sessionId);
+    if (!rows.next()) return false;
+    if (text::equals(text::trim(rows.text("kind")), programKind))
+        return actor.sessionId == programSession(static_cast<int>(rows.number("loginId")));
+    return text::equals(rows.text("sessionId"), actor.sessionId);
 } catch (...) {
     return false;
 }

@@ -20,7 +20,7 @@ std::string fullnameOf(db::Connection& connection, int loginId);
 /// Whether any session holds the login.
 bool isOnline(db::Connection& connection, int loginId) noexcept;
 /// Whether the actor's session still owns its login: another session may have taken it over, or an
-/// administrator ended it. The administrator's is never lost.
+/// administrator ended it. The administrator's is never lost, and a program's is owned by its calls alone.
 bool ownsItsLogin(db::Connection& connection, const Actor& actor) noexcept;
 
 }  // namespace torvex

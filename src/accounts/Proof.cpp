@@ -11,10 +11,10 @@ namespace torvex {
 
 namespace {
 
-/// The row if it has this old form, or a hash that is still to be asked.
+/// The row if it has this old form, or a hash that is still to be asked. Programs have tokens in place of passwords.
 constexpr std::string_view selectStored =
     "select password, passwordHash from TORVEX_LOGINS where username = ? and (password = ? or password like "
-    "?) order by loginId";
+    "?) and coalesce(kind, '') <> 'program' order by loginId";
 
 constexpr std::string_view selectStrong =
     "select loginId from TORVEX_LOGINS where username = ? and password like ?";

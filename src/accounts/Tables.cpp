@@ -6,6 +6,7 @@ std::span<const OwnedTable> accountTables() {
     static constexpr std::string_view doors[] = {"entryPage", "exitPage"};
     static constexpr OwnedTable tables[] = {
         {.name = "TORVEX_LOGINS", .login = "loginId"},
+        {.name = "TORVEX_API_TOKENS", .login = "loginId"},
         {.name = "TORVEX_ROLES"},
         {.name = "TORVEX_ROLES_LOGINS", .login = "loginId"},
         {.name = "TORVEX_EDIT_RIGHTS", .site = "site", .lang = "lang"},

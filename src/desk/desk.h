@@ -56,6 +56,20 @@ class desk {
     Value getHits(const std::string& scope, const std::string& from, const std::string& to,
                   const std::string& by);
 
+    // ---- Programs (desk/Tokens.cpp) ----
+
+    /// Makes a login a program's, or with false a person's again: whoever holds it is out. "" when it is done,
+    /// "-10", "-1" for no such login, "-2" for the administrator's, "-99".
+    std::string setProgram(int loginId, bool isProgram, int advId = 0);
+    /// A token for a program's login: the token, which nobody is told again; "-10", "-1" for no such login, "-2"
+    /// for a person's, "-3" for wishes that can't be used, "-99". See accounts/ProgramTokens.h.
+    std::string makeToken(int loginId, const std::string& name, const std::string& operations,
+                          const std::string& addresses, const std::string& lastDay, int advId = 0);
+    /// Of a login, by name; without their texts.
+    Value getTokens(int loginId);
+    /// "" when it is gone, "-10", "-1" for no such token, "-99".
+    std::string revokeToken(int tokenId, int advId = 0);
+
   private:
     db::Connection& connection() { return connection_.use(host_); }
 

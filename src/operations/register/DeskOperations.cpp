@@ -5,7 +5,7 @@ namespace torvex::operations {
 
 ClassEntry deskOperations() {
     return describe<desk>("desk", "What an author's day needs beside the pages themselves.",
-                          joined({deskWorkRows()}));
+                          joined({deskWorkRows(), deskTokenRows()}));
 }
 
 }  // namespace torvex::operations

@@ -9,5 +9,6 @@
 namespace torvex::operations {
 
 std::vector<Row<desk>> deskWorkRows();
+std::vector<Row<desk>> deskTokenRows();
 
 }  // namespace torvex::operations
