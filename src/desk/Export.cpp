@@ -1,0 +1,123 @@
+#include "desk/Export.h"
+
+#include "accounts/AdminEntries.h"
+#include "accounts/AdvancedRights.h"
+#include "accounts/DesignRights.h"
+#include "platform/db/Connection.h"
+#include "platform/text/Text.h"
+
+namespace torvex {
+
+namespace {
+
+using Columns = std::vector<std::string_view>;
+using Take = std::function<void(std::vector<Value>)>;
+
+constexpr std::string_view lastDayOfAll = "99999999";
+
+constexpr std::string_view selectAudit =
+    "select Date, time, loginName, pageId, pageTitle, nodeId, advId, action, description from "
+    "TORVEX_AUDIT_TRAIL where Date >= ? and Date <= ? order by auditId";
+constexpr std::string_view selectHits =
+    "select yyyymmdd, nodeId, hits, uniquehits from TORVEX_LOGGING where nodeId >= ? and nodeId < ? and "
+    "yyyymmdd >= ? and yyyymmdd <= ? order by yyyymmdd, nodeId";
+constexpr std::string_view selectPages =
+    "select nodeId, pageId, title, type, editStatus, lockStatus, deleteStatus, approveStatus, onlineFrom, "
+    "onlineTo, "
+    "editingDate from TORVEX_PAGES_DESIGN where site = ? and lang = ? order by nodeId";
+constexpr std::string_view selectUsers =
+    "select userId, username, firstname, lastname, validFrom, validTo from TORVEX_USERS order by username, "
+    "userId";
+constexpr std::string_view selectWords =
+    "select lang_label, lang_vocab1, lang_vocab2 from TORVEX_INTERFACE_VOCAB order by lang_label";
+
+std::string_view until(const ExportChoice& choice) {
+    return choice.to.empty() ? lastDayOfAll : std::string_view(choice.to);
+}
+
+void takeRows(db::Rows rows, std::size_t columns, const Take& take) {
+    while (rows.next()) {
+        std::vector<Value> cells;
+        for (std::size_t i = 0; i < columns; ++i) cells.push_back(rows.value(i));
+        take(std::move(cells));
+    }
+}
+
+auto withEntry(int advId) {
+    return [advId](db::Connection& connection, const Actor& actor, const ExportChoice& choice) {
+        return mayUseEntry(connection, actor, "view", advId, choice.site, choice.lang);
+    };
+}
+
+void auditRows(db::Connection& connection, const ExportChoice& choice, const Take& take) {
+    takeRows(connection.query(selectAudit, {choice.from, until(choice)}), 9, take);
+}
+
+/// A site and language are the nodes from their root to what would follow all below it.
+void statisticsRows(db::Connection& connection, const ExportChoice& choice, const Take& take) {
+    const std::string root = text::lowerTrim(choice.site) + '.' + text::lowerTrim(choice.lang);
+    takeRows(connection.query(selectHits, {root, root + '/', choice.from, until(choice)}), 4, take);
+}
+
+void sitemapRows(db::Connection& connection, const ExportChoice& choice, const Take& take) {
+    takeRows(connection.query(selectPages, {text::trim(choice.site), text::trim(choice.lang)}), 11, take);
+}
+
+bool mayReadSitemap(db::Connection& connection, const Actor& actor, const ExportChoice& choice) {
+    return mayReadDesign(connection, actor, text::lowerTrim(choice.site), text::lowerTrim(choice.lang));
+}
+
+void userRows(db::Connection& connection, const ExportChoice&, const Take& take) {
+    takeRows(connection.query(selectUsers), 6, take);
+}
+
+void wordRows(db::Connection& connection, const ExportChoice&, const Take& take) {
+    takeRows(connection.query(selectWords), 3, take);
+}
+
+/// A spreadsheet would work out what begins so, and what it works out may call out.
+bool looksLikeFormula(std::string_view content) {
+    return !content.empty() && std::string_view("=+-@\t\r").find(content.front()) != std::string_view::npos;
+}
+
+std::string cellText(const Value& cell) {
+    std::string content = cell.toText();
+    if (cell.isText() && looksLikeFormula(content)) content.insert(0, 1, '\'');
+    if (content.find_first_of(",\"\r\n") == std::string::npos) return content;
+    return '"' + text::replaceAll(content, "\"", "\"\"") + '"';
+}
+
+}  // namespace
+
+std::span<const Export> exports() {
+    static const std::vector<Export> all{
+        {"audit",
+         {"date", "time", "login", "pageId", "page", "nodeId", "entry", "action", "description"},
+         withEntry(adminEntry::auditTrail),
+         auditRows},
+        {"statistics",
+         {"day", "nodeId", "views", "visitors"},
+         withEntry(adminEntry::statistics),
+         statisticsRows},
+        {"sitemap",
+         {"nodeId", "pageId", "title", "type", "editStatus", "lockStatus", "deleteStatus", "approveStatus",
+          "onlineFrom", "onlineTo", "changed"},
+         mayReadSitemap,
+         sitemapRows},
+        {"users",
+         {"userId", "username", "firstname", "lastname", "validFrom", "validTo"},
+         withEntry(adminEntry::users),
+         userRows},
+        {"words", {"label", "language1", "language2"}, withEntry(adminEntry::vocabulary), wordRows},
+    };
+    return all;
+}
+
+std::string csvLine(const std::vector<Value>& cells) {
+    std::string line;
+    for (const Value& cell : cells)
+        line += (line.empty() && &cell == &cells.front() ? "" : ",") + cellText(cell);
+    return line + "\r\n";
+}
+
+}  // namespace torvex
