@@ -19,11 +19,17 @@
 namespace torvex {
 
 bool PageJob::start() {
-    const std::string_view token =
-        setting_.cookie.token(exchange_->head().field("Cookie"), setting_.isSecure(*exchange_));
+    const std::string_view token = bringsToken() ? std::string_view()
+                                                 : setting_.cookie.token(exchange_->head().field("Cookie"),
+                                                                         setting_.isSecure(*exchange_));
     return setting_.sessions.enter(token, exchange_->origin, [job = shared_from_this()](SessionLease lease) {
         job->begin(std::move(lease));
     });
+}
+
+bool PageJob::bringsToken() const {
+    return exchange_->page && exchange_->page->takesTokens &&
+           !exchange_->head().field("Authorization").empty();
 }
 
 void PageJob::begin(SessionLease lease) {
@@ -37,6 +43,7 @@ void PageJob::begin(SessionLease lease) {
 
 void PageJob::run() {
     Answer answer = produce();
+    if (bringsToken()) lease_->session().abandon();
     if (isSessionReady_) {
         if (const auto token = lease_->finish()) addCookie(answer, *token);
     }
@@ -79,7 +86,8 @@ Answer PageJob::runPage(HostContext& context) {
     } catch (const ResponseEnded&) {
         isSessionReady_ = true;
     }
-    if (isPersonal || holdsLogin(context.session)) forbidStoring(context.response);
+    isPersonal = isPersonal || holdsLogin(context.session);
+    if (isPersonal && exchange_->page->isPersonal) forbidStoring(context.response);
     return toAnswer(std::move(context.response));
 }
 

@@ -49,6 +49,7 @@ class PageJob : public std::enable_shared_from_this<PageJob> {
     bool start();
 
   private:
+    bool bringsToken() const;
     void begin(SessionLease lease);
     void run();
     Answer produce();

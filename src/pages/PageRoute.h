@@ -74,6 +74,10 @@ struct PageRoute {
     /// `Below` takes every address that begins with the path, unless another one's path is longer or exact.
     /// `BelowButFiles` leaves those that by their names are public files.
     Reach reach = Reach::Exact;
+    /// A request that has a field Authorization has a session that ends with it: its cookie isn't looked at.
+    bool takesTokens = false;
+    /// False where answers are the same for everybody, so that browsers may keep what a login has got.
+    bool isPersonal = true;
     RefusalHandler refusal{};  ///< none: the server's own pages say what went wrong
     BodyReceiver receiver{};   ///< none: bodies are kept in memory
 };

@@ -9,6 +9,7 @@
 #include "pages/ContentPolicy.h"
 #include "pages/Pages.h"
 #include "pages/PolicyReports.h"
+#include "pages/api/Api.h"
 #include "pages/authors/AuthorsRoutes.h"
 
 namespace torvex {
@@ -58,6 +59,7 @@ std::vector<PageRoute> pageRoutes(std::shared_ptr<const BuiltInterface> interfac
          postBody},
     };
     std::ranges::move(authorsRoutes(throttle, std::move(interface)), std::back_inserter(routes));
+    std::ranges::move(api::routes(std::make_shared<api::Api>(throttle)), std::back_inserter(routes));
     return routes;
 }
 

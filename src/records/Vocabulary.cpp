@@ -68,6 +68,22 @@ std::map<double, std::string> vocabularyTexts(db::Connection& connection, std::s
     return texts;
 }
 
+std::map<int, std::string> wholeVocabulary(db::Connection& connection, std::string_view language) {
+    std::map<int, std::string> words;
+    const std::string column = columnOf(connection, language);
+    if (column.empty()) return words;
+    const std::string english = columnOf(connection, "en");
+    auto rows =
+        connection.query("select lang_label, " + column + " as word, " + (english.empty() ? "''" : english) +
+                         " as english from TORVEX_INTERFACE_VOCAB");
+    while (rows.next()) {
+        std::string word(text::trim(rows.text("word")));
+        if (word.empty()) word = text::trim(rows.text("english"));
+        if (!word.empty()) words.emplace(static_cast<int>(rows.number("lang_label")), std::move(word));
+    }
+    return words;
+}
+
 bool saveVocabularyText(db::Connection& connection, std::string_view language, double label,
                         std::string_view text) {
     auto rows = connection.query(selectColumnNumber, {language});

@@ -20,6 +20,10 @@ std::string vocabularyText(db::Connection& connection, std::string_view language
 std::map<double, std::string> vocabularyTexts(db::Connection& connection, std::string_view language,
                                               const std::vector<double>& labels);
 
+/// All words of a language by their labels: each trimmed, and in English where it has none. One that has none in
+/// either is left out. Nothing for a language that isn't there.
+std::map<int, std::string> wholeVocabulary(db::Connection& connection, std::string_view language);
+
 /// Gives a label its text in a language, which is given by its code; makes the label if it isn't there. False
 /// when there is no such language.
 bool saveVocabularyText(db::Connection& connection, std::string_view language, double label,

@@ -36,7 +36,7 @@ RunningServer::~RunningServer() {
 }
 
 void RunningServer::start() {
-    server = std::make_unique<HttpServer>(options, host.services(), log_,
+    server = std::make_unique<HttpServer>(options, services ? *services : host.services(), log_,
                                           ServedPages{startSession, pages, guards, interface});
     thread_ = std::thread([this] { server->run(); });
 }

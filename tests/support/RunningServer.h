@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -49,6 +50,7 @@ class RunningServer {
     std::shared_ptr<const BuiltInterface> interface;
     std::function<void(HostContext&)> startSession = [](HostContext&) {};
     TestHost host;
+    std::optional<Services> services{};  ///< in place of the host's, when the test has its own
     std::unique_ptr<HttpServer> server;
 
   private:

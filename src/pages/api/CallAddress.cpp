@@ -1,0 +1,128 @@
+#include <algorithm>
+#include <optional>
+
+#include "pages/api/Answers.h"
+#include "pages/api/Api.h"
+#include "pages/api/Json.h"
+#include "platform/HostContext.h"
+#include "platform/Request.h"
+#include "platform/text/Text.h"
+
+namespace torvex::api {
+
+namespace {
+
+namespace json = boost::json;
+using operations::ArgumentError;
+using operations::Effect;
+using operations::GivenValues;
+using operations::Operation;
+
+struct Asked {
+    std::string className;
+    std::string operation;
+};
+
+/// "CLASS/OPERATION" of the address; nothing for any other form.
+std::optional<Asked> askedBy(const Request& request) {
+    const std::string path = request.serverVariable("script_name");
+    const std::string_view rest = std::string_view(path).substr(std::min(folder.size(), path.size()));
+    const std::size_t slash = rest.find('/');
+    if (slash == std::string_view::npos || rest.find('/', slash + 1) != std::string_view::npos) return {};
+    return Asked{std::string(rest.substr(0, slash)), std::string(rest.substr(slash + 1))};
+}
+
+bool isReading(const Request& request) {
+    const std::string method = request.serverVariable("request_method");
+    return method == "GET" || method == "HEAD";
+}
+
+std::string_view methodsOf(const Operation& operation) {
+    return operation.effect == Effect::Reads ? "GET, HEAD, POST" : "POST";
+}
+
+bool takes(const Operation& operation, const Request& request) {
+    if (isReading(request)) return operation.effect == Effect::Reads;
+    return request.serverVariable("request_method") == "POST";
+}
+
+GivenValues valuesOf(const json::object& members) {
+    GivenValues values;
+    for (const auto& [name, value] : members) {
+        const std::string key(name);
+        values.emplace_back(key, argumentOf(value, key));
+    }
+    return values;
+}
+
+GivenValues valuesOf(const NamedValues& items) {
+    GivenValues values;
+    for (const auto& [name, value] : items) values.emplace_back(name, argumentOf(json::string(value), name));
+    return values;
+}
+
+bool hasTwice(const NamedValues& items) {
+    std::vector<std::string_view> names;
+    for (const auto& [name, value] : items) names.push_back(name);
+    std::sort(names.begin(), names.end());
+    return std::adjacent_find(names.begin(), names.end()) != names.end();
+}
+
+/// Whether what was sent is text in which each name stands once.
+bool canBeRead(const Request& request) {
+    return text::isValidUtf8(text::urlDecode(request.queryString())) && !hasTwice(request.queryItems());
+}
+
+template <typename Source>
+Reply run(Calls& calls, const Asked& asked, const Operation& operation, const Source& source) {
+    GivenValues values;
+    try {
+        values = valuesOf(source);
+    } catch (const ArgumentError& error) {
+        return calls.notFitting(operation, error);
+    }
+    return calls.call(asked.className, asked.operation, values);
+}
+
+Reply replyToQuery(const HostContext& host, Calls& calls, const Asked& asked, const Operation& operation) {
+    if (!canBeRead(host.request)) return calls.problem(kind::notUnderstood);
+    return run(calls, asked, operation, host.request.queryItems());
+}
+
+Reply replyToBody(const HostContext& host, Calls& calls, const Asked& asked, const Operation& operation) {
+    const auto read = readJson(host.request.body());
+    const auto* body = std::get_if<json::value>(&read);
+    const bool isNumberTooLarge = !body && std::get<JsonFault>(read) == JsonFault::NotFinite;
+    if (!isNumberTooLarge && !(body && body->is_object())) return calls.problem(kind::notUnderstood);
+    if (!isFromOwnDocument(host)) return calls.foreign(operation);
+    if (isNumberTooLarge) return calls.notFitting(operation, ArgumentError("a number is too large", ""));
+    return run(calls, asked, operation, body->get_object());
+}
+
+void answerReply(Response& response, Reply reply, const std::string& operation) {
+    if (auto* problem = std::get_if<Problem>(&reply)) {
+        problem->operation = operation;
+        return answer(response, *problem);
+    }
+    answer(response, json::object{{"result", std::move(std::get<json::value>(reply))}});
+}
+
+}  // namespace
+
+void answerCall(HostContext& host, Api& api) {
+    const Shared shared = api.shared();
+    Calls calls(shared, host, languageOf(host, api.words));
+    const auto asked = askedBy(host.request);
+    const Operation* operation = asked ? calls.find(asked->className, asked->operation) : nullptr;
+    if (!operation) return answer(host.response, calls.problem(kind::notThere));
+    if (!takes(*operation, host.request)) {
+        Problem problem = calls.problem(kind::otherMethod);
+        problem.allowed = methodsOf(*operation);
+        return answer(host.response, problem);
+    }
+    const auto reply = isReading(host.request) ? replyToQuery : replyToBody;
+    answerReply(host.response, reply(host, calls, *asked, *operation),
+                calls.nameOf(asked->className, asked->operation));
+}
+
+}  // namespace torvex::api

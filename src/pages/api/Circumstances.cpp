@@ -1,0 +1,88 @@
+#include "pages/api/Circumstances.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+#include "operations/register/CodeLabels.h"
+#include "platform/DateTime.h"
+#include "platform/HostContext.h"
+#include "platform/db/ConnectionSource.h"
+#include "platform/text/Text.h"
+#include "records/PageIdentity.h"
+
+namespace torvex::api {
+
+namespace {
+
+using operations::GivenValues;
+using operations::Operation;
+using operations::StatusCode;
+
+constexpr std::string_view selectHolder =
+    "select b.name, a.lockingDate from TORVEX_PAGES_DESIGN a, TORVEX_LOGINS b "
+    "where a.pageId = ? and a.lockStatus = 1 and b.loginId = a.lockedBy";
+constexpr std::string_view selectTitle = "select title from TORVEX_PAGES_DESIGN where nodeId = ?";
+
+std::string valueOf(const GivenValues& values, const std::string& name) {
+    const auto found = std::find_if(values.begin(), values.end(),
+                                    [&](const auto& one) { return text::equals(one.first, name); });
+    return found == values.end() ? std::string() : found->second.toText();
+}
+
+/// The pages that the right of the operation is about.
+std::vector<PageIdentity> pagesOf(db::Connection& connection, const Operation& operation,
+                                  const GivenValues& arguments) {
+    std::vector<PageIdentity> pages;
+    for (const std::string& argument : {operation.right.page, operation.right.otherPage}) {
+        if (argument.empty()) continue;
+        PageIdentity page = identify(connection, valueOf(arguments, argument));
+        if (page.isValid()) pages.push_back(std::move(page));
+    }
+    return pages;
+}
+
+std::string momentText(const Value& moment, const DateTime& now) {
+    if (!moment.isDate()) return {};
+    const DateTime& at = moment.date();
+    const std::string clock = fmt::format("{}:{:02}", at.hour, at.minute);
+    if (at.year == now.year && at.month == now.month && at.day == now.day) return clock;
+    return fmt::format("{:04}-{:02}-{:02} {}", at.year, at.month, at.day, clock);
+}
+
+void addHolder(HostContext& host, db::Connection& connection, const PageIdentity& page,
+               Circumstances& found) {
+    auto rows = connection.query(selectHolder, {page.pageId});
+    if (!found.holder.empty() || !rows.next()) return;
+    found.holder = text::trim(rows.text("name"));
+    found.since = momentText(rows.value("lockingDate"), host.clock.now());
+}
+
+void addParent(db::Connection& connection, const PageIdentity& page, Circumstances& found) {
+    if (page.nodeId.size() <= PageIdentity::rootLength) return;
+    const std::string parent = page.nodeId.substr(0, page.nodeId.size() - PageIdentity::levelLength);
+    auto rows = connection.query(selectTitle, {parent});
+    if (rows.next()) found.parent = text::trim(rows.text("title"));
+}
+
+bool isOf(const StatusCode& code, const operations::CodeLabel& label) {
+    return code.label.kind == label.kind;
+}
+
+}  // namespace
+
+Circumstances circumstancesOf(HostContext& host, const Operation& operation, const StatusCode& code,
+                              const GivenValues& arguments) {
+    namespace label = operations::label;
+    Circumstances found;
+    const bool isHeld = isOf(code, label::lockedByOther);
+    const bool hasParent = isOf(code, label::parentNotLive);
+    if (!isHeld && !hasParent) return found;
+    const auto connection = db::openOwn(host, db::Purpose::Everything);
+    for (const PageIdentity& page : pagesOf(*connection, operation, arguments)) {
+        if (isHeld) addHolder(host, *connection, page, found);
+        if (hasParent) addParent(*connection, page, found);
+    }
+    return found;
+}
+
+}  // namespace torvex::api

@@ -1,0 +1,112 @@
+#include "pages/api/Words.h"
+
+#include <array>
+#include <cstdlib>
+
+#include "platform/HostContext.h"
+#include "platform/Keys.h"
+#include "platform/Request.h"
+#include "platform/Session.h"
+#include "platform/db/ConnectionSource.h"
+#include "platform/text/Text.h"
+#include "records/Vocabulary.h"
+
+namespace torvex::api {
+
+namespace {
+
+constexpr std::chrono::seconds longestKept{60};
+constexpr std::string_view english = "en";
+constexpr std::string_view selectLanguages =
+    "select lang_id from TORVEX_INTERFACE_LANGUAGES where lang_enabled = 1 order by id";
+
+/// The rows of problems; "not logged in" and "no right" are words of the whole interface.
+bool isOfProblems(int label) {
+    return (label >= 5000 && label < 5400) || label == 44 || label == 45;
+}
+
+std::map<int, std::string> sentencesIn(db::Connection& connection, const std::string& language) {
+    auto all = wholeVocabulary(connection, language);
+    std::erase_if(all, [](const auto& one) { return !isOfProblems(one.first); });
+    return all;
+}
+
+std::vector<std::string> languageCodes(db::Connection& connection) {
+    std::vector<std::string> codes;
+    auto rows = connection.query(selectLanguages, {});
+    while (rows.next()) codes.push_back(text::lowerTrim(rows.text("lang_id")));
+    return codes;
+}
+
+struct Preference {
+    std::string language;  ///< without its region
+    double weight = 1;
+};
+
+Preference preferenceOf(std::string_view item) {
+    const std::size_t end = item.find(';');
+    const std::string_view tag = text::trim(item.substr(0, end));
+    Preference found{text::lower(tag.substr(0, tag.find('-'))), 1};
+    if (end == std::string_view::npos) return found;
+    const std::string_view weight = text::trim(item.substr(end + 1));
+    if (weight.starts_with("q=")) found.weight = std::strtod(std::string(weight.substr(2)).c_str(), nullptr);
+    return found;
+}
+
+}  // namespace
+
+void Words::refresh(HostContext& host) {
+    {
+        const std::scoped_lock guard(mutex_);
+        const auto now = Clock::now();
+        if (readAt_ != Clock::time_point::min() && now - readAt_ < longestKept) return;
+        readAt_ = now;
+    }
+    const auto connection = db::openOwn(host);
+    auto read = std::make_shared<Languages>();
+    for (const std::string& code : languageCodes(*connection)) (*read)[code] = sentencesIn(*connection, code);
+    const std::scoped_lock guard(mutex_);
+    languages_ = std::move(read);
+}
+
+std::shared_ptr<const Words::Languages> Words::languages() const {
+    const std::scoped_lock guard(mutex_);
+    return languages_;
+}
+
+std::string Words::sentence(std::string_view language, int label, std::initializer_list<Place> places) const {
+    const auto known = languages();
+    for (const std::string_view wanted : {language, english}) {
+        const auto words = known->find(wanted);
+        if (words == known->end()) continue;
+        const auto found = words->second.find(label);
+        if (found == words->second.end()) continue;
+        std::string filled = found->second;
+        for (const auto& [name, value] : places)
+            filled = text::replaceAll(filled, "{" + std::string(name) + "}", value);
+        return filled;
+    }
+    return {};
+}
+
+std::string Words::languageFor(std::string_view acceptLanguage) const {
+    const auto known = languages();
+    Preference best{std::string(english), 0};
+    while (!acceptLanguage.empty()) {
+        const std::size_t end = std::min(acceptLanguage.find(','), acceptLanguage.size());
+        Preference wish = preferenceOf(acceptLanguage.substr(0, end));
+        acceptLanguage.remove_prefix(std::min(end + 1, acceptLanguage.size()));
+        if (wish.weight > best.weight && known->contains(wish.language)) best = std::move(wish);
+    }
+    return best.language;
+}
+
+std::string languageOf(const HostContext& host, const Words& words) {
+    if (!host.session.text(sessionKey::authorName).empty()) {
+        std::string own = text::lowerTrim(host.session.text(sessionKey::interfaceLanguage));
+        if (!own.empty()) return own;
+    }
+    return words.languageFor(host.request.serverVariable("http_accept_language"));
+}
+
+}  // namespace torvex::api

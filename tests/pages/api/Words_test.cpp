@@ -1,0 +1,49 @@
+#include <gtest/gtest.h>
+
+#include "operations/register/Register.h"
+#include "pages/api/Problem.h"
+#include "records/Vocabulary.h"
+#include "support/TestDatabase.h"
+
+namespace torvex {
+namespace {
+
+class ApiWords : public test::DatabaseTest {
+  protected:
+    void expectBoth(int label) {
+        for (const std::string language : {"en", "de"})
+            EXPECT_NE(vocabularyText(connection(), language, label), "") << label << ' ' << language;
+    }
+};
+INSTANTIATE_TEST_SUITE_P(Engines, ApiWords, test::bothEngines(), test::engineName);
+
+TEST_P(ApiWords, EachRefusalOfTheRegisterHasItsSentenceInBothLanguages) {
+    const auto classes = operations::makeRegister();
+    for (const auto& entry : classes.classes()) {
+        for (const auto& operation : entry.operations) {
+            for (const auto& code : operation.codes) {
+                if (!code.isRefusal) continue;
+                SCOPED_TRACE(entry.name + '.' + operation.name + ' ' + code.meaning);
+                EXPECT_GT(code.label.number, 0);
+                EXPECT_FALSE(code.label.kind.empty());
+                expectBoth(code.label.number);
+            }
+        }
+    }
+}
+
+TEST_P(ApiWords, EachProblemHasItsSentenceInBothLanguages) {
+    namespace kind = api::kind;
+    for (const auto& one :
+         {kind::notUnderstood, kind::notLoggedIn, kind::loginLost, kind::badToken,  kind::notCovered,
+          kind::noRight,       kind::withheld,    kind::foreign,   kind::notThere,  kind::otherMethod,
+          kind::refused,       kind::changed,     kind::tooLarge,  kind::otherType, kind::notFitting,
+          kind::tooManyCalls,  kind::tooFast,     kind::lockedOut, kind::failed,    kind::busy}) {
+        SCOPED_TRACE(one.name);
+        expectBoth(one.label);
+    }
+    for (const int label : {5016, 5023}) expectBoth(label);
+}
+
+}  // namespace
+}  // namespace torvex
