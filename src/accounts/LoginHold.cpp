@@ -74,13 +74,15 @@ void renew(db::Connection& connection, const StrongForm& form, Author& author) {
 
 }  // namespace
 
-LoginCode takeLogin(HostContext& host, const Proof& proof, std::string_view address, Author& author) {
+LoginCode takeLogin(HostContext& host, const Proof& proof, std::string_view address, OtherHolder other,
+                    Author& author) {
     std::optional<LoginRow> row;
     const auto take = [&](db::Connection& own) {
         own.execute(lockRow, {proof.username, proof.password});
         row = readRow(own, proof);
         if (!row || !isValidOn(*row, host.clock.today())) return db::refuse(LoginCode::Unknown);
-        if (isHeldElsewhere(*row, host.session.id(), address)) return db::refuse(LoginCode::HeldElsewhere);
+        if (other == OtherHolder::Keeps && isHeldElsewhere(*row, host.session.id(), address))
+            return db::refuse(LoginCode::HeldElsewhere);
         holdRow(own, host, row->author.loginId, address);
         if (proof.renewal) renew(own, *proof.renewal, row->author);
         return db::commit(LoginCode::LoggedIn);

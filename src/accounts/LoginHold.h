@@ -15,11 +15,18 @@ class Connection;
 /// How a login ended; the numbers are what callers outside know.
 enum class LoginCode { LoggedIn = 0, Unknown = 1, AddressRefused = 2, HeldElsewhere = 3 };
 
+/// What becomes of a session at another address that has the login.
+enum class OtherHolder {
+    Keeps,  ///< the newcomer is refused
+    Loses   ///< it finds itself logged out
+};
+
 /// Makes the request's session the holder of the login that the proof is for, if today lies within the
-/// login's dates and no session at another address holds it; "sa" may be held from anywhere. Frees what else
+/// login's dates and no session at another address keeps it; "sa" may be held from anywhere. Frees what else
 /// the session held. Of two sessions at once only one passes. Fills `author` when it succeeds and changes
 /// nothing when it doesn't. Uses a connection of its own.
-LoginCode takeLogin(HostContext& host, const Proof& proof, std::string_view address, Author& author);
+LoginCode takeLogin(HostContext& host, const Proof& proof, std::string_view address, OtherHolder other,
+                    Author& author);
 
 /// The writing half of it, without questions: for the row whose right was found before. To be run in a
 /// transaction.
