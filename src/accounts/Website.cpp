@@ -1,8 +1,11 @@
 #include "accounts/Website.h"
 
+#include <algorithm>
 #include <exception>
+#include <vector>
 
 #include "platform/db/Connection.h"
+#include "platform/db/ValueList.h"
 
 namespace torvex {
 
@@ -16,6 +19,11 @@ constexpr std::string_view updatePlace = "update TORVEX_LOGINS set currentSite =
 constexpr std::string_view selectOthers =
     "select loginId from TORVEX_LOGINS where sessionId <> '' and loginId <> ? and currentSite = ?";
 constexpr std::string_view updateLock = "update TORVEX_LOGINS set siteLock = ? where loginId = ?";
+
+constexpr std::string_view leaveAsLogin =
+    "update TORVEX_LOGINS set currentSite = '', siteLock = '' where loginId = ?";
+constexpr std::string_view leaveAsSessions =
+    "update TORVEX_LOGINS set currentSite = '', siteLock = '' where sessionId <> '' and sessionId";
 
 bool isLocked(db::Connection& connection, std::string_view website) {
     return connection.query(selectLock, {website}).next();
@@ -39,6 +47,22 @@ bool enterWebsite(db::Connection& connection, int loginId, std::string_view webs
     if (!isLocked(connection, website)) return true;
     connection.execute(updatePlace, {before, loginId});
     return false;
+}
+
+void leaveWebsite(db::Connection& connection, int loginId) {
+    connection.execute(leaveAsLogin, {loginId});
+}
+
+void leaveWebsites(db::Connection& connection, std::span<const std::string> sessionIds) {
+    const std::string statement = db::withList(leaveAsSessions);
+    std::vector<db::Parameter> list;
+    for (std::size_t from = 0; from < sessionIds.size(); from += db::listLength) {
+        const auto part = sessionIds.subspan(from, std::min(db::listLength, sessionIds.size() - from));
+        list.clear();
+        for (const std::string& id : part) list.emplace_back(std::string_view(id));
+        list.resize(db::listLength, std::string_view());
+        connection.execute(statement, list);
+    }
 }
 
 // By way of the other constructor, so that the destructor runs when taking it fails half-way.

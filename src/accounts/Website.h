@@ -1,6 +1,8 @@
 #pragma once
 
 #include <string>
+#include <span>
+#include <string>
 #include <string_view>
 
 namespace torvex {
@@ -16,6 +18,11 @@ class Connection;
 /// Notes that the login is in the website. False, with nothing changed, while a login that is online has
 /// locked it.
 bool enterWebsite(db::Connection& connection, int loginId, std::string_view website);
+
+/// The login is in no website any more; what it had locked is free.
+void leaveWebsite(db::Connection& connection, int loginId);
+/// The same for sessions that have ended. Their logins stay held, so that nobody else gets in by waiting.
+void leaveWebsites(db::Connection& connection, std::span<const std::string> sessionIds);
 
 /// A website that is kept for one login, for as long as the object lives.
 class WebsiteLock {

@@ -4,6 +4,7 @@
 #include <boost/asio/ssl/context.hpp>
 #include <condition_variable>
 #include <fmt/format.h>
+#include <iterator>
 #include <mutex>
 #include <thread>
 
@@ -14,6 +15,7 @@
 #include "host/TrustedProxies.h"
 #include "host/http/Ascii.h"
 #include "host/http/SecurityFields.h"
+#include "host/sessions/EndedAuthors.h"
 #include "platform/Errors.h"
 #include "platform/files/RootFolder.h"
 
@@ -96,6 +98,7 @@ class HttpServer::Implementation {
   public:
     Implementation(ServerOptions options, const Services& services, LineLog& log, ServedPages served)
         : options_(withinDescriptors(std::move(options), log)),
+          services_(services),
           log_(log),
           root_(openRoot(options_)),
           tls_(openTls(options_.tls)),
@@ -163,9 +166,19 @@ class HttpServer::Implementation {
         pipeline_.noteTlsPort(tlsPort_);
         loops_.front()->onEverySecond([this] {
             sessions_.sweep();
+            seeAuthorsOut();
             log_.writeCounts();
         });
         loops_.front()->onEveryTick([this] { workers_.relieve(); });
+    }
+
+    /// On a worker: the database may be waited for.
+    void seeAuthorsOut() {
+        auto ended = sessions_.takeEndedAuthors();
+        leaving_.insert(leaving_.end(), std::move_iterator(ended.begin()), std::move_iterator(ended.end()));
+        if (leaving_.empty()) return;
+        const bool isTaken = workers_.submit([this, ids = leaving_] { leaveWebsites(services_, log_, ids); });
+        if (isTaken) leaving_.clear();
     }
 
     /// Each loop ends its own connections alone.
@@ -183,7 +196,9 @@ class HttpServer::Implementation {
     }
 
     const ServerOptions options_;
+    const Services services_;
     LineLog& log_;
+    std::vector<std::string> leaving_;  ///< sessions of authors that have ended; of the first loop alone
     std::unique_ptr<RootFolder> root_;
     std::unique_ptr<asio::ssl::context> tls_;
     SessionStore sessions_;

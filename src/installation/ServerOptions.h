@@ -57,8 +57,11 @@ struct RequestLimits {
 /// How long sessions live and how many there may be. A session with nothing but defaults takes some 500
 /// bytes.
 struct SessionLimits {
-    /// Since the last request of a visitor who sends the cookie back. Longer is kinder to authors who think.
+    /// Since the last request of a visitor who sends the cookie back.
     std::chrono::milliseconds idle{20 * 60'000};
+    /// The same while an author is logged in. Longer is kinder to authors who think, or have a meal; what a
+    /// screen that was left open allows lasts as long.
+    std::chrono::milliseconds authorIdle{60 * 60'000};
     /// For a session whose cookie has not come back: most are crawlers, which never return.
     std::chrono::milliseconds probation{2 * 60'000};
     /// Sessions on probation; the oldest goes first. Too few would lose visitors between their first two

@@ -149,6 +149,7 @@ void readLimits(SettingsSection section, ServerOptions& server) {
     section.readSeconds("write_seconds", server.deadlines.write);
     section.readSeconds("stop_seconds", server.deadlines.stop);
     section.readSeconds("session_idle_seconds", server.sessions.idle);
+    section.readSeconds("author_idle_seconds", server.sessions.authorIdle);
     section.readSeconds("session_probation_seconds", server.sessions.probation);
     section.readNumber("sessions", server.sessions.established, 1, 100'000'000);
     section.readNumber("sessions_per_address", server.sessions.ofOneAddress, 1, 100'000'000);

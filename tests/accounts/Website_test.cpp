@@ -93,5 +93,33 @@ TEST_P(WebsiteTest, NobodyEntersWhatIsLockedInTheSameMoment) {
     }
 }
 
+TEST_P(WebsiteTest, WhoLeavesIsNowhereAndLocksNothing) {
+    enterWebsite(connection(), 1001, "aa.en");
+    enterWebsite(connection(), 1002, "aa.en");
+    leaveWebsite(connection(), 1001);
+    EXPECT_EQ(column("currentSite", 1001), "");
+    EXPECT_EQ(column("currentSite", 1002), "aa.en");
+    EXPECT_TRUE(WebsiteLock(connection(), 1001, "aa.de").isHeld());
+}
+
+TEST_P(WebsiteTest, SessionsThatHaveEndedLeaveAndKeepTheirLogins) {
+    enterWebsite(connection(), 1001, "aa.en");
+    enterWebsite(connection(), 1002, "aa.en");
+    connection().execute("update TORVEX_LOGINS set siteLock = 'aa.de' where loginId = 1001");
+    std::vector<std::string> ended(70, "another");
+    ended[40] = "one";
+    leaveWebsites(connection(), ended);
+    EXPECT_EQ(column("currentSite", 1001) + column("siteLock", 1001), "");
+    EXPECT_EQ(column("sessionId", 1001), "one");
+    EXPECT_EQ(column("currentSite", 1002), "aa.en");
+}
+
+TEST_P(WebsiteTest, ALoginThatNobodyHoldsIsNoEndedSession) {
+    enterWebsite(connection(), 1001, "aa.en");
+    goOffline(1001);
+    leaveWebsites(connection(), std::vector<std::string>{"", "x"});
+    EXPECT_EQ(column("currentSite", 1001), "aa.en");
+}
+
 }  // namespace
 }  // namespace torvex::test

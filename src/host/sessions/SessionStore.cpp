@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <deque>
 #include <fmt/format.h>
+#include <iterator>
 #include <list>
 #include <mutex>
 #include <sodium.h>
@@ -12,13 +13,28 @@
 #include "host/http/Ascii.h"
 #include "pages/NoStore.h"
 #include "platform/Errors.h"
+#include "platform/Keys.h"
 
 namespace torvex {
 
 namespace {
 
 /// Which lists a session is in; those on the left go first.
-enum class Standing { OnProbation, Established, LoggedIn };
+enum class Standing { OnProbation, Established, LoggedIn, Author };
+constexpr std::size_t standings = 4;
+
+bool holdsAuthor(const Session& session) {
+    return !session.text(sessionKey::authorName).empty();
+}
+
+Standing standingOf(const Session& session) {
+    if (holdsAuthor(session)) return Standing::Author;
+    return holdsLogin(session) ? Standing::LoggedIn : Standing::Established;
+}
+
+bool isStranger(Standing standing) {
+    return standing == Standing::OnProbation || standing == Standing::Established;
+}
 
 /// How long a token that was changed is known as one. Requests that were on their way at that moment arrive
 /// within it.
@@ -64,9 +80,10 @@ struct SessionStore::Shard {
 
     mutable std::mutex mutex;
     std::unordered_map<SessionToken, EntryPointer, Hash> entries;
-    std::array<std::list<Entry*>, 3> byStanding;
+    std::array<std::list<Entry*>, standings> byStanding;
     std::unordered_map<std::uint64_t, std::list<Entry*>> strangers;  ///< by their origin
     std::deque<Retired> retired;
+    std::vector<std::string> endedAuthors;  ///< ids of sessions, since somebody asked
 
     std::list<Entry*>& listOf(Standing standing) { return byStanding[static_cast<std::size_t>(standing)]; }
 
@@ -75,7 +92,7 @@ struct SessionStore::Shard {
         entry->place = list.insert(list.end(), entry.get());
         entry->isKept = true;
         entries.emplace(entry->token, entry);
-        if (entry->standing != Standing::LoggedIn) addToStrangers(*entry);
+        if (isStranger(entry->standing)) addToStrangers(*entry);
         makeRoom(*entry, limits);
     }
 
@@ -94,6 +111,16 @@ struct SessionStore::Shard {
         if (entry.neighbours) removeFromStrangers(entry);
         entry.isKept = false;
         entries.erase(entry.token);  // the last: it may be the entry's end
+    }
+
+    /// For good. One that a request has just now ends with the request's turn.
+    void end(Entry& entry) {
+        if (!entry.isBusy) noteEnd(entry);
+        remove(entry);
+    }
+
+    void noteEnd(const Entry& entry) {
+        if (holdsAuthor(entry.session)) endedAuthors.push_back(entry.session.id());
     }
 
     void retire(const SessionToken& token, TimePoint now) {
@@ -122,13 +149,14 @@ struct SessionStore::Shard {
     /// After one has come into a list.
     void makeRoom(const Entry& newest, const SessionLimits& limits) {
         if (newest.neighbours && newest.neighbours->size() > limits.ofOneAddress)
-            remove(*newest.neighbours->front());
+            end(*newest.neighbours->front());
         auto& onProbation = listOf(Standing::OnProbation);
-        if (onProbation.size() > limits.onProbation) remove(*onProbation.front());
-        auto& established = listOf(Standing::Established);
-        auto& loggedIn = listOf(Standing::LoggedIn);
-        if (established.size() + loggedIn.size() > limits.established)
-            remove(established.empty() ? *loggedIn.front() : *established.front());
+        if (onProbation.size() > limits.onProbation) end(*onProbation.front());
+        const std::array kept{&listOf(Standing::Established), &listOf(Standing::LoggedIn),
+                              &listOf(Standing::Author)};
+        if (kept[0]->size() + kept[1]->size() + kept[2]->size() <= limits.established) return;
+        const auto list = std::ranges::find_if(kept, [](const auto* one) { return !one->empty(); });
+        end(*(*list)->front());
     }
 };
 
@@ -235,8 +263,9 @@ SessionStore::Shard& SessionStore::shardOf(const SessionToken& token) const {
 }
 
 bool SessionStore::isOutlived(const SessionLease::Entry& entry) const {
-    const bool isOnProbation = entry.standing == Standing::OnProbation;
-    return now_() - entry.lastUsed > (isOnProbation ? limits_.probation : limits_.idle);
+    const auto unused = now_() - entry.lastUsed;
+    if (entry.standing == Standing::OnProbation) return unused > limits_.probation;
+    return unused > (entry.standing == Standing::Author ? limits_.authorIdle : limits_.idle);
 }
 
 SessionStore::EntryPointer SessionStore::findAndRenew(Shard& shard, const SessionToken& token) {
@@ -244,7 +273,7 @@ SessionStore::EntryPointer SessionStore::findAndRenew(Shard& shard, const Sessio
     if (found == shard.entries.end()) return nullptr;
     const EntryPointer entry = found->second;
     if (!entry->isBusy && isOutlived(*entry)) {
-        shard.remove(*entry);
+        shard.end(*entry);
         return nullptr;
     }
     entry->lastUsed = now_();
@@ -291,11 +320,8 @@ void SessionStore::keep(const EntryPointer& entry) {
     Shard& shard = shardOf(entry->token);
     const std::scoped_lock guard(shard.mutex);
     entry->lastUsed = now_();
-    if (holdsLogin(entry->session)) {
-        entry->standing = Standing::LoggedIn;
-    } else if (entry->standing == Standing::LoggedIn) {
-        entry->standing = Standing::Established;
-    }
+    const Standing standing = standingOf(entry->session);
+    if (!isStranger(standing) || !isStranger(entry->standing)) entry->standing = standing;
     shard.add(entry, limits_);
 }
 
@@ -317,9 +343,11 @@ void SessionStore::giveNewToken(const EntryPointer& entry) {
 void SessionStore::endTurn(const EntryPointer& entry) {
     Turn next;
     {
-        const std::scoped_lock guard(shardOf(entry->token).mutex);
+        Shard& shard = shardOf(entry->token);
+        const std::scoped_lock guard(shard.mutex);
         if (entry->waiting.empty()) {
             entry->isBusy = false;
+            if (!entry->isKept) shard.noteEnd(*entry);
             return;
         }
         next = std::move(entry->waiting.front().turn);
@@ -335,6 +363,7 @@ void SessionStore::abandon(const EntryPointer& entry) {
         Shard& shard = shardOf(entry->token);
         const std::scoped_lock guard(shard.mutex);
         if (entry->isKept) shard.remove(*entry);
+        shard.noteEnd(*entry);
         waiting.swap(entry->waiting);
     }
     for (const Waiting& one : waiting) startNew(one.turn, one.origin, SessionLease::Kind::New);
@@ -348,7 +377,7 @@ void SessionStore::sweep() {
             for (int i = 0; i < most && !list.empty() && isOutlived(*list.front()); ++i) {
                 SessionLease::Entry& oldest = *list.front();
                 if (!oldest.isBusy) {
-                    shard.remove(oldest);
+                    shard.end(oldest);
                     continue;
                 }
                 oldest.lastUsed = now_();
@@ -356,6 +385,16 @@ void SessionStore::sweep() {
             }
         }
     }
+}
+
+std::vector<std::string> SessionStore::takeEndedAuthors() {
+    std::vector<std::string> ended;
+    for (Shard& shard : *shards_) {
+        const std::scoped_lock guard(shard.mutex);
+        std::ranges::move(shard.endedAuthors, std::back_inserter(ended));
+        shard.endedAuthors.clear();
+    }
+    return ended;
 }
 
 std::size_t SessionStore::size() const {

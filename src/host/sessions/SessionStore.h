@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "installation/ServerOptions.h"
 #include "platform/Session.h"
@@ -69,7 +70,7 @@ class SessionLease {
 ///
 /// Their number is bounded. Those of strangers go first, and those of an origin that has too many before all
 /// others; a session that somebody is logged in to (as it was when its token was made) goes when nothing else
-/// is left.
+/// is left, an author's last of all.
 class SessionStore {
   public:
     using TimePoint = std::chrono::steady_clock::time_point;
@@ -93,6 +94,10 @@ class SessionStore {
 
     /// Drops a bounded number of sessions that have outlived their time; to be called about every second.
     void sweep();
+
+    /// The ids of the sessions with an author's login that have ended since this was last asked, by
+    /// themselves or because they were abandoned.
+    std::vector<std::string> takeEndedAuthors();
 
     std::size_t size() const;
 
