@@ -1,5 +1,7 @@
 // desk: the pages that wait for somebody, and those that were changed lately.
 
+#include "desk/Work.h"
+
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -33,6 +35,10 @@ constexpr std::string_view selectPages =
     "left outer join TORVEX_LOGINS h on h.loginId = d.lockedBy and d.lockStatus = 1 "
     "where (? = '' or d.site = ?) and (? = '' or d.lang = ?) and ";
 constexpr std::size_t pageColumns = 14;
+
+constexpr std::string_view countPages =
+    "select count(*) as number from (select d.pageId from TORVEX_PAGES_DESIGN d "
+    "where d.site = ? and d.lang = ? and ";
 
 // What waits. Each asks an index for the few pages that it may be, before it looks at any of them.
 constexpr std::string_view mine =
@@ -139,6 +145,21 @@ Value listed(db::Connection& connection, const Actor& actor, const WorkList& lis
 }
 
 }  // namespace
+
+int numberWaiting(db::Connection& connection, const Actor& actor, std::string_view kind,
+                  std::string_view site, std::string_view lang) {
+    const auto list = workListOf(kind, actor, Horizon(actor.now));
+    const EditReach reach = list ? editReachOf(connection, actor, list->tasks) : EditReach();
+    if (reach.isNowhere()) return 0;
+    const ReachCondition isReached("d.nodeId", reach);
+    std::vector<db::Parameter> values{site, lang};
+    isReached.addTo(values);
+    values.emplace_back(mostLines);
+    std::string statement(countPages);
+    statement.append(list->condition).append(" and ").append(isReached.text()).append(" limit ?) waiting");
+    auto rows = connection.query(statement, values);
+    return rows.next() ? static_cast<int>(rows.number("number")) : 0;
+}
 
 Value desk::getWork(const std::string& site, const std::string& lang, const std::string& kind, int from) try {
     const Actor actor = actorOf(host_);

@@ -1,11 +1,15 @@
 #pragma once
 
+#include <memory>
 #include <string>
+#include <string_view>
 
 #include "platform/Value.h"
 #include "platform/db/ConnectionSource.h"
+#include "records/PageId.h"
 
 namespace torvex {
+class Presence;
 struct HostContext;
 
 /// What an author's day needs beside the pages themselves: what waits for whom, what differs, where something
@@ -17,7 +21,11 @@ struct HostContext;
 /// listed.
 class desk {
   public:
-    explicit desk(HostContext& host) : host_(host) {}
+    /// One that knows nobody else's presence.
+    explicit desk(HostContext& host);
+    /// `presence` is what all authors of the server share.
+    desk(HostContext& host, std::shared_ptr<Presence> presence)
+        : host_(host), presence_(std::move(presence)) {}
 
     void connect(db::ConnectionSource connection) { connection_ = std::move(connection); }
 
@@ -70,11 +78,49 @@ class desk {
     /// "" when it is gone, "-10", "-1" for no such token, "-99".
     std::string revokeToken(int tokenId, int advId = 0);
 
+    // ---- Drafts (desk/Drafts.cpp) ----
+
+    // What the caller has typed into a body and not saved: hers alone, no version, nothing that others see. It
+    // goes with the page and with the login. "0", or a code.
+
+    /// In place of an earlier one; `base` tells which text of the body it began with.
+    std::string saveDraft(const std::string& pageIdent, int bodyId, const std::string& html,
+                          const std::string& base);
+    /// The latest first; of one page if it is named. What is in a tree where the caller works no more has no
+    /// title.
+    Value getDrafts(const std::string& pageIdent = "");
+    std::string dropDraft(const std::string& pageIdent, int bodyId);
+
+    // ---- Who is where (desk/Pulse.cpp, Online.cpp) ----
+
+    /// Tells where the caller is ("looking", "typing" or "away"), and brings who else is in that site and
+    /// language ("here"), who would like a page that she holds ("asked"), and whether another one holds the
+    /// page that she had ("takenOver"), and how many pages wait for her to "approve" or "publish" there
+    /// ("count"). A page counts where it is; a place in which the caller doesn't work is
+    /// none. Who had left the site and language is in it again, unless she is away.
+    Value pulse(const std::string& site, const std::string& lang, PageId pageId, const std::string& doing);
+    /// Asks who holds a page for it: "0", or a code.
+    std::string ask(const std::string& pageIdent);
+    /// The caller is nowhere any more, so that nobody waits for her.
+    void leave();
+    /// Who is logged in, by name: in a site and language, or with both empty everywhere.
+    Value getOnline(const std::string& site, const std::string& lang);
+    /// Has those leave the site and language who have done nothing for ten minutes: how many.
+    int freeIdle(const std::string& site, const std::string& lang);
+
+    // ---- The login (desk/TakeOver.cpp) ----
+
+    /// Logs in as `cManager.login` does, also when a session at another address has the login: that one finds
+    /// itself logged out.
+    int takeOver(const std::string& username, const std::string& password);
+
   private:
+    void recordLeaving(const std::string& name, const std::string& website);
     db::Connection& connection() { return connection_.use(host_); }
 
     HostContext& host_;
     db::ConnectionSource connection_;
+    std::shared_ptr<Presence> presence_;
 };
 
 }  // namespace torvex

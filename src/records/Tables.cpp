@@ -16,6 +16,7 @@ std::span<const OwnedTable> recordTables() {
         {.name = "TORVEX_PAGES_GROUPS_LIVE", .page = "pageId", .turn = PageTurn::Groups},
         {.name = "TORVEX_BODIES_DESIGN", .page = "pageId", .turn = PageTurn::Bodies},
         {.name = "TORVEX_BODIES_LIVE", .page = "pageId", .turn = PageTurn::Bodies},
+        {.name = "TORVEX_DRAFTS", .login = "loginId", .page = "pageId", .turn = PageTurn::Bodies},
         {.name = "TORVEX_PAGES_METADATA_DESIGN", .page = "metaData_pageId", .turn = PageTurn::MetaData},
         {.name = "TORVEX_PAGES_METADATA_LIVE", .page = "metaData_pageId", .turn = PageTurn::MetaData},
         {.name = "TORVEX_METADATA", .site = "metaData_site"},

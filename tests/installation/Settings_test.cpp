@@ -47,6 +47,7 @@ TEST_F(SettingsFile, EmptyFileGivesTheDefaults) {
     EXPECT_EQ(settings.paths.documents, "documents");
     EXPECT_FALSE(settings.feeds.privateAddresses);
     EXPECT_EQ(settings.feeds.time, std::chrono::seconds(5));
+    EXPECT_EQ(settings.server.sessions.authorIdle, std::chrono::hours(1));
     EXPECT_EQ(settings.logLevel, "info");
 }
 
@@ -67,6 +68,7 @@ key = "/etc/site.key"
 body_bytes = 1000
 upload_bytes = 5000
 header_seconds = 2.5
+author_idle_seconds = 7200
 [paths]
 images = "pictures"
 [feeds]
@@ -86,6 +88,7 @@ level = "debug"
     EXPECT_EQ(settings.server.tls.key, "/etc/site.key");
     EXPECT_EQ(settings.server.limits.body, 1000U);
     EXPECT_EQ(settings.server.limits.upload, 5000U);
+    EXPECT_EQ(settings.server.sessions.authorIdle, std::chrono::hours(2));
     EXPECT_EQ(settings.server.deadlines.header, 2500ms);
     EXPECT_EQ(settings.paths.images, "pictures");
     EXPECT_EQ(settings.paths.documents, "documents");

@@ -114,6 +114,11 @@ bool hasAccess(const Caller& caller, const Right& right, const CallValues& value
                        values.text(right.site), values.text(right.lang));
 }
 
+bool hasOtherAccess(const Caller& caller, const Right& right) {
+    return !right.orAccess.empty() &&
+           mayUseEntry(caller.connection, caller.actor, right.orAccess, right.advId);
+}
+
 Verdict verdictFor(bool allowed) {
     return allowed ? Verdict() : noRight();
 }
@@ -125,7 +130,7 @@ Verdict judge(const Caller& caller, const Right& right, const CallValues& values
         case Right::Kind::AnyLogin:
             return {};
         case Right::Kind::EditRight:
-            return verdictFor(hasEditRight(caller, right, values));
+            return verdictFor(hasEditRight(caller, right, values) || hasOtherAccess(caller, right));
         case Right::Kind::AdvancedRight:
             return verdictFor(hasAccess(caller, right, values));
         case Right::Kind::OneselfOrAdvancedRight:

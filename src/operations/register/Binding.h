@@ -87,6 +87,12 @@ inline Right oneselfOrEditAccess(std::string login, int advId) {
 inline Right onlySa() {
     return {Right::Kind::OnlySa};
 }
+/// The edit right, or view access to the entry for the whole installation.
+inline Right orViewAccess(Right editRight, int advId) {
+    editRight.orAccess = "view";
+    editRight.advId = advId;
+    return editRight;
+}
 /// The right, and to read the design of the page that the argument `page` names; where there is an argument
 /// for the mode, in mode "D" only.
 inline Right alsoReadingDesign(Right right, std::string page, std::string mode = {}) {

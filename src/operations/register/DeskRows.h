@@ -10,5 +10,6 @@ namespace torvex::operations {
 
 std::vector<Row<desk>> deskWorkRows();
 std::vector<Row<desk>> deskTokenRows();
+std::vector<Row<desk>> deskLiveRows();
 
 }  // namespace torvex::operations

@@ -66,6 +66,11 @@ std::string designText(const Right::Design& design) {
            (design.mode.empty() ? "" : " where `" + design.mode + "` isn't \"L\"");
 }
 
+std::string otherAccess(const Right& right) {
+    if (right.orAccess.empty()) return {};
+    return ", or " + right.orAccess + " access to entry " + std::to_string(right.advId);
+}
+
 std::string kindText(const Right& right) {
     switch (right.kind) {
         case Right::Kind::Nobody:
@@ -75,7 +80,7 @@ std::string kindText(const Right& right) {
         case Right::Kind::AnyLogin:
             return "any author";
         case Right::Kind::EditRight:
-            return "edit right \"" + right.detail + '"' + coverage(right);
+            return "edit right \"" + right.detail + '"' + coverage(right) + otherAccess(right);
         case Right::Kind::AdvancedRight:
             return right.detail + " access to entry " + entryText(right) + coverage(right);
         case Right::Kind::OneselfOrAdvancedRight:

@@ -69,6 +69,7 @@ json::object rightJson(const Right& right) {
     addUnlessEmpty(out, "media", right.media);
     addUnlessEmpty(out, "forum", right.forum);
     if (!right.media.empty()) out["documentsEntry"] = adminEntry::documents;
+    addUnlessEmpty(out, "orAccess", right.orAccess);
     if (right.design) out["design"] = designJson(*right.design);
     return out;
 }

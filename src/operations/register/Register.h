@@ -107,6 +107,8 @@ struct Right {
     std::string media = {};
     /// The argument that is a forum's number. Where one is given, site and language are the forum's own.
     std::string forum = {};
+    /// "view" or "edit": this access to the entry, for the whole installation, does as well as an edit right.
+    std::string orAccess = {};
     /// What has to be passed besides; nothing where no design is read, or the right alone tells who may.
     std::optional<Design> design = {};
 };

@@ -28,6 +28,14 @@ class GateLoginTest : public GateTest {
 };
 INSTANTIATE_TEST_SUITE_P(Engines, GateLoginTest, test::bothEngines(), test::engineName);
 
+TEST_P(GateLoginTest, TakingALoginOverCountsAsLoggingIn) {
+    const Operation& takeOver = *classes.find("desk").findOperation("takeOver");
+    for (int i = 0; i < 3; ++i) ask(takeOver, {"anna", "guess"}, 1);
+    guess("anna", 3);
+    EXPECT_EQ(ask(takeOver, {"anna", "guess"}, 1).kind, Kind::Wait);
+    EXPECT_EQ(mayTry("anna").kind, Kind::Wait);
+}
+
 TEST_P(GateLoginTest, AnybodyMayTry) {
     EXPECT_TRUE(mayTry("anna").isAllowed());
 }

@@ -85,7 +85,9 @@ Kind expected(const Caller& caller, const Right& right, int level) {
     if (!caller.ownsLogin) return Kind::NotLoggedIn;
     if (caller.isSa) return Kind::Allowed;
     if (right.design && !readsDesign(caller, *right.design)) return Kind::NoRight;
-    const bool has = right.kind == Right::Kind::AnyLogin ||
+    const bool hasOther = !right.orAccess.empty() && caller.advId == right.advId &&
+                          caller.flag == right.orAccess && caller.site.empty() && caller.lang.empty();
+    const bool has = right.kind == Right::Kind::AnyLogin || hasOther ||
                      (right.kind == Right::Kind::EditRight && reaches(caller, right)) ||
                      (namesAnEntry(right) && opens(caller, right, level));
     return has ? Kind::Allowed : Kind::NoRight;
@@ -144,7 +146,8 @@ std::string signature(const Right& right) {
     return std::to_string(static_cast<int>(right.kind)) + right.detail + std::to_string(right.advId) +
            (right.page.empty() ? "" : "p") + (right.otherPage.empty() ? "" : "o") +
            (right.forum.empty() ? "" : "f") + (right.site.empty() ? "" : "s") +
-           (right.lang.empty() ? "" : "l") + (right.design ? signature(*right.design) : "");
+           (right.lang.empty() ? "" : "l") + (right.orAccess.empty() ? "" : "a") +
+           (right.design ? signature(*right.design) : "");
 }
 
 TEST_P(GateRegisterTest, EveryKindOfRowIsOpenToThoseWhoHaveItsRightAndToNobodyElse) {
@@ -176,6 +179,7 @@ TEST_P(GateRegisterTest, EveryRowIsClosedToWhoHasAllRightsButItsOwn) {
         EXPECT_EQ(callOnPage11(operation), Kind::Allowed);
         if (right.kind == Right::Kind::EditRight) {
             connection().execute("update TORVEX_EDIT_RIGHTS set " + right.detail + " = 0");
+            if (!right.orAccess.empty()) connection().execute("delete from TORVEX_ADVANCED_RIGHTS");
         } else {
             connection().execute(
                 "update TORVEX_ADVANCED_RIGHTS set " + right.detail + "Access = 0 where advId = ?",
