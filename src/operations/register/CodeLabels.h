@@ -62,6 +62,12 @@ inline constexpr CodeLabel heldElsewhere{5149, "held-elsewhere"};
 inline constexpr CodeLabel noProgram{5150, "no-program"};
 inline constexpr CodeLabel badLimits{5151, "bad-limits"};
 
+// What authors ask of each other, and drafts (install/rows/08_words_live.sql).
+inline constexpr CodeLabel draftTooLong{5400, "draft-too-long"};
+inline constexpr CodeLabel draftsFull{5401, "drafts-full"};
+inline constexpr CodeLabel nobodyHasIt{5402, "not-held"};
+inline constexpr CodeLabel holderAway{5403, "holder-away"};
+
 // Websites and records.
 inline constexpr CodeLabel worksInIt{5160, "somebody-works-there"};
 inline constexpr CodeLabel hasPages{5161, "has-pages"};

@@ -12,9 +12,11 @@ std::vector<Row<desk>> drafts() {
                "Keeps what the caller has typed into a body, apart from the page; `base` is the SHA-256 of "
                "the text that it began with.",
                designOf("pageIdent"))
-            .codes({code(0, "It is kept."), notLoggedIn(), refusal(-1, "There is no such page."),
-                    refusal(-2, "It is longer than 1,000,000 bytes."),
-                    refusal(-3, "There are 100 drafts of this login, or 20,000,000 bytes of them."),
+            .codes({code(0, "It is kept."), notLoggedIn(),
+                    refusal(-1, "There is no such page.", label::pageGone),
+                    refusal(-2, "It is longer than 1,000,000 bytes.", label::draftTooLong),
+                    refusal(-3, "There are 100 drafts of this login, or 20,000,000 bytes of them.",
+                            label::draftsFull),
                     failed()}),
         reads("getDrafts", &desk::getDrafts, {argument("pageIdent", "")},
               "The caller's own drafts, the latest first; of one page if it is named.", anyLogin())
@@ -52,8 +54,10 @@ std::vector<Row<desk>> presence() {
                     {"number", Number}}),
         writes("ask", &desk::ask, {argument("pageIdent")},
                "Asks who has a page checked out for it; her next pulse brings it.", designOf("pageIdent"))
-            .codes({code(0, "She is asked."), notLoggedIn(), refusal(-1, "Nobody else has the page."),
-                    refusal(-2, "Who has it isn't here."), refusal(-3, "There is no such page.")}),
+            .codes({code(0, "She is asked."), notLoggedIn(),
+                    refusal(-1, "Nobody else has the page.", label::nobodyHasIt),
+                    refusal(-2, "Who has it isn't here.", label::holderAway),
+                    refusal(-3, "There is no such page.", label::pageGone)}),
         enters("leave", &desk::leave, {}, "Has the caller leave the site and language that she works in.",
                anyLogin()),
         reads("getOnline", &desk::getOnline, {argument("site"), argument("lang")},
@@ -79,8 +83,9 @@ std::vector<Row<desk>> door() {
                "the login.",
                visitor())
             .codes({code(0, "The session has the login."),
-                    refusal(1, "The name or the password is wrong, or the login isn't valid today."),
-                    refusal(2, "Logging in isn't allowed from this address.")})
+                    refusal(1, "The name or the password is wrong, or the login isn't valid today.",
+                            label::wrongPassword),
+                    refusal(2, "Logging in isn't allowed from this address.", label::otherAddress)})
             .testsPassword({"username", 0, 1}),
     };
 }
