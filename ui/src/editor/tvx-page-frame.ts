@@ -324,6 +324,14 @@ export class TvxPageFrame extends TvxElement {
     });
   }
 
+  /** A handle that gets the focus brings its body along. */
+  private bringIntoView(cell: HTMLElement): void {
+    const { top } = boxOf(cell);
+    const height = this.frame?.clientHeight ?? 0;
+    if (top < 0 || top > height - 40)
+      this.document?.defaultView?.scrollBy({ top: top - height / 3, behavior: "instant" });
+  }
+
   private async takeUp(draft: Draft): Promise<void> {
     await this.edit(draft.bodyId);
   }
@@ -366,7 +374,8 @@ export class TvxPageFrame extends TvxElement {
     const { bodyId, kind } = place;
     const name = kind === "text" ? t(L.bodyHere, { number: bodyId }) : t(L.feedNumber, { number: bodyId });
     const open = (event: Event) => openMenu(event.currentTarget as HTMLElement, bodyMenu(this, place), name);
-    return html`<button type="button" class="body-handle ${this.editing?.bodyId === bodyId ? "is-open" : ""}" aria-haspopup="menu" aria-label=${name} title=${name} @click=${open}>${bodyId}${icon("ellipsis-vertical")}</button>`;
+    const show = () => this.bringIntoView(place.cell);
+    return html`<button type="button" class="body-handle ${this.editing?.bodyId === bodyId ? "is-open" : ""}" aria-haspopup="menu" aria-label=${name} title=${name} @focus=${show} @click=${open}>${bodyId}${icon("ellipsis-vertical")}</button>`;
   }
 
   private draftNotice(draft: Draft) {
