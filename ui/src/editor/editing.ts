@@ -14,10 +14,13 @@ import { BodyEditor, NotExact } from "./view/body-editor";
 import * as commands from "./view/commands";
 import type { BodyPlace } from "./view/places";
 
+const toolsAfter = 80;
+
 /** A body of a page that is being edited, with the tools around it. */
 export class Editing {
   private editor!: BodyEditor;
   readonly slash = new SlashMenu();
+  private drawing: ReturnType<typeof setTimeout> | undefined;
 
   private constructor(
     private readonly frame: TvxPageFrame,
@@ -104,6 +107,7 @@ export class Editing {
   }
 
   close(): void {
+    clearTimeout(this.drawing);
     this.session.close();
     this.editor.close();
   }
@@ -114,7 +118,16 @@ export class Editing {
   }
 
   private moved(): void {
+    const wasOpen = this.slash.open;
     this.slash.follow(this.state, this.onlyWords);
+    if (this.slash.open || wasOpen) this.drawTools();
+    else this.drawing ??= setTimeout(() => this.drawTools(), toolsAfter);
+  }
+
+  /** Not with each key: the tools follow when there is time. */
+  private drawTools(): void {
+    clearTimeout(this.drawing);
+    this.drawing = undefined;
     this.frame.requestUpdate();
     this.frame.arrange();
   }

@@ -307,21 +307,23 @@ export class TvxPageFrame extends TvxElement {
     this.editing = null;
   }
 
-  /** Puts the handles where their bodies are. */
+  /** Puts the handles where their bodies are, with the next picture. */
   arrange(): void {
     cancelAnimationFrame(this.frameRequest);
-    this.frameRequest = requestAnimationFrame(() => {
-      const handles = this.querySelectorAll<HTMLElement>(".body-handle");
-      this.places.forEach(({ cell }, i) => {
-        const handle = handles[i];
-        if (!handle || !cell.isConnected) return;
-        const { top, right, bottom } = boxOf(cell);
-        handle.hidden = bottom < 0;
-        const left = Math.min(right + 6, (this.frame?.clientWidth ?? 0) - handle.offsetWidth - 6);
-        handle.style.transform = `translate(${Math.round(left)}px, ${Math.round(Math.max(top, 4))}px)`;
-      });
-      this.editing?.arrange();
+    this.frameRequest = requestAnimationFrame(() => this.place());
+  }
+
+  private place(): void {
+    const handles = this.querySelectorAll<HTMLElement>(".body-handle");
+    this.places.forEach(({ cell }, i) => {
+      const handle = handles[i];
+      if (!handle || !cell.isConnected) return;
+      const { top, right, bottom } = boxOf(cell);
+      handle.hidden = bottom < 0;
+      const left = Math.min(right + 6, (this.frame?.clientWidth ?? 0) - handle.offsetWidth - 6);
+      handle.style.transform = `translate(${Math.round(left)}px, ${Math.round(Math.max(top, 4))}px)`;
     });
+    this.editing?.arrange();
   }
 
   /** A handle that gets the focus brings its body along. */
@@ -330,6 +332,7 @@ export class TvxPageFrame extends TvxElement {
     const height = this.frame?.clientHeight ?? 0;
     if (top < 0 || top > height - 40)
       this.document?.defaultView?.scrollBy({ top: top - height / 3, behavior: "instant" });
+    this.place();
   }
 
   private async takeUp(draft: Draft): Promise<void> {

@@ -48,6 +48,8 @@ export function bodyPlaces(doc: Document): BodyPlace[] {
 
 /** Around all that a body shows, as its cell has no box of its own. */
 export function boxOf(cell: HTMLElement): DOMRect {
+  const holder = cell.querySelector(":scope > tvx-body");
+  if (holder) return holder.getBoundingClientRect();
   const range = cell.ownerDocument.createRange();
   range.selectNodeContents(cell);
   return range.getBoundingClientRect();
