@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <fmt/format.h>
 
 #include "pages/authors/AuthorsDocument.h"
@@ -33,12 +34,14 @@ bool endsName(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '/' || c == '>';
 }
 
-const FrameKind* kindAt(std::string_view html, std::size_t at) {
+bool isTag(std::string_view html, std::size_t at, std::string_view name) {
     const std::string_view rest = html.substr(at + 1);
-    const auto found = std::find_if(kinds.begin(), kinds.end(), [&](const FrameKind& kind) {
-        return text::startsWith(rest, kind.name) && rest.size() > kind.name.size() &&
-               endsName(rest[kind.name.size()]);
-    });
+    return text::startsWith(rest, name) && rest.size() > name.size() && endsName(rest[name.size()]);
+}
+
+const FrameKind* kindAt(std::string_view html, std::size_t at) {
+    const auto found = std::find_if(kinds.begin(), kinds.end(),
+                                    [&](const FrameKind& kind) { return isTag(html, at, kind.name); });
     return found == kinds.end() ? nullptr : &*found;
 }
 
@@ -90,25 +93,73 @@ std::size_t behindElement(std::string_view html, std::size_t tagEnd, const Frame
     return end == text::npos ? tagEnd : endOfTag(html, end);
 }
 
+std::size_t skipBlanks(std::string_view tag, std::size_t at) {
+    while (at < tag.size() && (endsName(tag[at]) && tag[at] != '>')) ++at;
+    return at;
+}
+
+/// Behind the value of an attribute whose name ends here, if it has one.
+std::size_t behindValue(std::string_view tag, std::size_t at) {
+    const std::size_t equals = skipBlanks(tag, at);
+    if (equals >= tag.size() || tag[equals] != '=') return at;
+    const std::size_t value = tag.find_first_not_of(" \t\r\n\f", equals + 1);
+    if (value == std::string_view::npos) return tag.size();
+    const bool isQuoted = tag[value] == '"' || tag[value] == '\'';
+    const std::size_t end =
+        isQuoted ? tag.find(tag[value], value + 1) : tag.find_first_of(" \t\r\n\f>", value);
+    if (end == std::string_view::npos) return tag.size();
+    return isQuoted ? end + 1 : end;
+}
+
+/// A tag whose handlers of events have names that browsers don't know.
+std::string withQuietHandlers(std::string_view tag) {
+    std::string result;
+    std::size_t done = 0;
+    std::size_t at = std::min(tag.find_first_of(" \t\r\n\f/>"), tag.size());
+    for (at = skipBlanks(tag, at); at < tag.size() && tag[at] != '>'; at = skipBlanks(tag, at)) {
+        const std::size_t end = std::min(tag.find_first_of(" \t\r\n\f/>=", at + 1), tag.size());
+        if (end - at > 2 && text::startsWith(tag.substr(at, end - at), "on")) {
+            result.append(tag.substr(done, at - done)).append("data-");
+            done = at;
+        }
+        at = behindValue(tag, end);
+    }
+    return result.append(tag.substr(done));
+}
+
+std::size_t behindScript(std::string_view html, std::size_t tagEnd) {
+    const std::size_t end = text::find(html, "</script", tagEnd);
+    return end == text::npos ? html.size() : endOfTag(html, end);
+}
+
 }  // namespace
 
-std::string withBoxesForFrames(std::string_view html, std::string_view sentence) {
+std::string forEditing(std::string_view html, std::string_view sentence) {
     std::string result;
     result.reserve(html.size());
     std::size_t done = 0;
-    for (std::size_t at = html.find('<'); at != std::string_view::npos; at = html.find('<', at + 1)) {
+    for (std::size_t at = html.find('<'); at != std::string_view::npos; at = html.find('<', done)) {
+        result.append(html.substr(done, at - done));
         if (html.substr(at).starts_with("<!--")) {
-            at = html.find("-->", at);
-            if (at == std::string_view::npos) break;
+            const std::size_t end = html.find("-->", at);
+            done = end == std::string_view::npos ? html.size() : end + 3;
+            result.append(html.substr(at, done - at));
             continue;
         }
-        const FrameKind* kind = kindAt(html, at);
-        if (!kind) continue;
         const std::size_t tagEnd = endOfTag(html, at);
-        result.append(html.substr(done, at - done));
-        result.append(boxFor(html.substr(at, tagEnd - at), *kind, sentence));
-        done = behindElement(html, tagEnd, *kind);
-        at = done - 1;
+        const std::string_view tag = html.substr(at, tagEnd - at);
+        done = tagEnd;
+        if (const FrameKind* kind = kindAt(html, at)) {
+            result.append(boxFor(tag, *kind, sentence));
+            done = behindElement(html, tagEnd, *kind);
+        } else if (isTag(html, at, "script")) {
+            done = behindScript(html, tagEnd);
+        } else if (at + 1 < html.size() && std::isalpha(static_cast<unsigned char>(html[at + 1])) != 0) {
+            result.append(withQuietHandlers(tag));
+        } else {
+            done = at + 1;
+            result += '<';
+        }
     }
     return result.append(html.substr(done));
 }

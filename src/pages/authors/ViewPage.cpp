@@ -100,7 +100,7 @@ void answerHtml(HostContext& host, const Asked& asked, std::string html) {
     if (text::startsWith(html, errorMark)) return host.response.redirect(html.substr(errorMark.size()));
     if (asked.edits) {
         addEditPolicy(host.response);
-        return host.response.write(withBoxesForFrames(html, wordOf(host, frameLabel)));
+        return host.response.write(forEditing(html, wordOf(host, frameLabel)));
     }
     addTryPolicy(host.response);
     host.response.write(withLinkScript(std::move(html)));

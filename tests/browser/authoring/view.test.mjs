@@ -56,6 +56,7 @@ describe("the view of a page", () => {
     const frame = await show(`pageId=${pageId}&mode=D&edit=1`);
     assert.equal(await page.evaluate(() => document.getElementById("view").contentDocument.getElementById("text").textContent), "Attack");
     assert.equal(await frame.evaluate(() => document.body.dataset.ran), undefined);
+    assert.equal(await frame.locator("script").count(), 0);
     assert.notEqual(await frame.title(), "ran");
     await frame.locator("#inner").click();
     assert.equal(await frame.locator("#text").innerText(), "Attack");

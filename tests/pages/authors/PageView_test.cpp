@@ -10,7 +10,7 @@ using testing::HasSubstr;
 using testing::Not;
 
 std::string boxed(std::string_view html) {
-    return withBoxesForFrames(html, "Frame {address}");
+    return forEditing(html, "Frame {address}");
 }
 
 TEST(PageView, AFrameIsABoxWithItsAddress) {
@@ -44,6 +44,25 @@ TEST(PageView, EverythingElseStaysByteForByte) {
     for (const char* html :
          {"", "a < b", "<p>x</p>", "<iframes>", "<framework a=1>", "<objective>",
           "<!-- <iframe src=x></iframe> --><p>a</p>", "<!-- open", "<textarea>\r\n&lt;iframe></textarea>"})
+        EXPECT_EQ(boxed(html), html);
+}
+
+TEST(PageView, ScriptsAreGone) {
+    EXPECT_EQ(boxed("a<script>x < 1; '</p>'</script>b<SCRIPT src=\"/x.js\"></SCRIPT >c"), "abc");
+    EXPECT_EQ(boxed("a<script>open"), "a");
+    EXPECT_EQ(boxed("<scripture>a</scripture>"), "<scripture>a</scripture>");
+}
+
+TEST(PageView, HandlersOfEventsStandInAttributesThatNobodyRuns) {
+    EXPECT_EQ(boxed("<img src=a onclick=\"top.content.nodeId='x'\" id=b>"),
+              "<img src=a data-onclick=\"top.content.nodeId='x'\" id=b>");
+    EXPECT_EQ(boxed("<a ONLOAD='x>y' href=\"javascript:top.page('3')\">"),
+              "<a data-ONLOAD='x>y' href=\"javascript:top.page('3')\">");
+    EXPECT_EQ(boxed("<a\nonmouseover=x onmouseout = \"y\"onfocus=z/>"),
+              "<a\ndata-onmouseover=x data-onmouseout = \"y\"data-onfocus=z/>");
+    for (const char* html :
+         {"<p title=\"onclick=x\">onclick=</p>", "<p data-onclick=x>", "</p onclick=x>", "<p",
+          "<p title=\"open", "<p a=>", "< p onclick=x>", "<p on", "<option value=on>"})
         EXPECT_EQ(boxed(html), html);
 }
 
