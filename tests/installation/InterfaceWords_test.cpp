@@ -121,6 +121,23 @@ TEST_P(InterfaceWordsTest, EveryLabelIsThereInAllLanguages) {
     EXPECT_EQ(wordsOf("1"), wordsOf("2"));
 }
 
+/// What is there stays: the second of two rows of a label would be passed over without a word.
+TEST(InterfaceWords, NoLabelIsGivenTwice) {
+    static const std::regex row(R"(\n\s*\((\d+), ')");
+    Uses given;
+    for (const fs::path& file : filesBelow("install/rows")) {
+        if (file.filename().string().find("vocabulary") == std::string::npos &&
+            file.filename().string().find("_words_") == std::string::npos)
+            continue;
+        const std::string text = contentOf(file);
+        for (std::sregex_iterator found(text.begin(), text.end(), row), end; found != end; ++found) {
+            const auto [first, isNew] = given.emplace(std::stoi((*found)[1]), file.filename().string());
+            EXPECT_TRUE(isNew) << first->first << " of " << file.filename() << " is in " << first->second;
+        }
+    }
+    EXPECT_GT(given.size(), 200U);
+}
+
 TEST_P(InterfaceWordsTest, TheUsesAreFound) {
     const Uses uses = labelsInUse();
     // A source, a template, the menu, a series: if none of a kind is found, the search is blind.
