@@ -106,7 +106,7 @@ TEST_P(ProgramTokens, WishesHaveTheirForm) {
     EXPECT_FALSE(usable(" ", "reads", ""));
     EXPECT_FALSE(usable(std::string(101, 'a'), "reads", ""));
     for (const std::string operations :
-         {"", " ", "all", "cManager", "cManager.", ".x", "a.b,", "a.b,,c.d", "a.b c.d", "reads, a.b", "a.b;"})
+         {"", " ", "all", "cManager", "cManager.", ".x", "a.b,,c.d", "a.b c.d", "reads, a.b", "a.b;"})
         EXPECT_FALSE(usable("a", operations, "")) << operations;
     EXPECT_FALSE(usable("a", "reads", "20260631"));
     EXPECT_FALSE(usable("a", "reads", "tomorrow"));

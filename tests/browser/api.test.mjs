@@ -34,7 +34,7 @@ describe("a program", () => {
   test("is given a login, a right and a token, and does with it what that allows", async () => {
     const api = `${site.address}/torvex/api`;
     const call = (...request) => site.call(...request, "--login", "sa").trim();
-    const loginId = call("manager.saveLogin", "advId=21", "loginId=0", "username=menu-robot", "password=unused",
+    const loginId = call("cManager.saveLogin", "advId=21", "loginId=0", "username=menu-robot", "password=unused",
       "name=Menu robot", "job=robot");
     assert.equal(call("desk.setProgram", `loginId=${loginId}`, "isProgram=true", "advId=21"), "");
     const token = call("desk.makeToken", `loginId=${loginId}`, "name=menu", "operations=reads");
