@@ -137,7 +137,10 @@ export function pause(id: number): void {
 export function resume(id: number): void {
   const job = running.get(id);
   if (!job) return;
-  if (!job.upload?.url) return settle(id, "waiting");
+  if (!job.upload?.url) {
+    settle(id, "waiting");
+    return;
+  }
   patch(id, { state: "running", reason: "" });
   job.upload.start();
 }

@@ -2,6 +2,7 @@ import "../styles/tokens.css";
 import "../styles/base.css";
 import "../styles/controls.css";
 import { html, render } from "lit";
+import { isCancelled, isProblem } from "../api/problem";
 import { icon } from "../kit/icon";
 import { L, t } from "../labels";
 import { startAddresses } from "./address";
@@ -32,7 +33,15 @@ function failed(error: unknown): void {
   );
 }
 
+/** A call that nobody waits for any more, or that had no line: the foot tells of that. */
+function quietAboutTheLine(): void {
+  window.addEventListener("unhandledrejection", (event) => {
+    if (isCancelled(event.reason) || (isProblem(event.reason) && event.reason.offline)) event.preventDefault();
+  });
+}
+
 async function start(): Promise<void> {
+  quietAboutTheLine();
   startAppearance();
   if (!(await startSession())) return logInFirst();
   await loadWebsites();

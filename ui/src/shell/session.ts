@@ -52,20 +52,28 @@ export async function startSession(): Promise<boolean> {
 
 const pulseWhenOffline = 3000;
 
-/** While nobody answers, asks again and again until somebody does. */
+/** While nobody answers, asks again and again until somebody does, and then whether he knows us. */
 export function watchConnection(): void {
   let timer: ReturnType<typeof setTimeout> | undefined;
-  const ask = async () => {
+  let wasOffline = false;
+  const again = () => {
+    clearTimeout(timer);
+    timer = setTimeout(ask, pulseWhenOffline);
+  };
+  async function ask(): Promise<void> {
     try {
       const login = await whoAmI();
       connection.state = login ? "online" : "loggedOut";
     } catch {
-      timer = setTimeout(ask, pulseWhenOffline);
+      again();
     }
-  };
+  }
   connection.watch((state) => {
-    clearTimeout(timer);
-    if (state === "offline") timer = setTimeout(ask, pulseWhenOffline);
+    if (state === "offline") again();
+    else clearTimeout(timer);
+    // Any answer tells that the line is back; a server that was started anew has forgotten its sessions.
+    if (state === "online" && wasOffline) void ask();
+    wasOffline = state === "offline";
   });
   window.addEventListener("online", () => connection.state === "offline" && void ask());
   window.addEventListener("offline", () => {

@@ -45,7 +45,7 @@ export class TvxFoot extends TvxElement {
   }
 
   private state() {
-    if (connection.state !== "online") return html`<span class="warn">${icon("wifi-off")}${t(L.notConnected)}</span>`;
+    if (connection.state === "offline") return html`<span class="warn">${icon("wifi-off")}${t(L.notConnected)}</span>`;
     const { state, at } = this.keeping.value;
     if (state === "kept") return t(L.draftKept, { time: clock(at) });
     if (state === "saved") return t(L.saved);
