@@ -213,30 +213,27 @@ describe("a body is edited on its page", () => {
     await edit(3);
     assert.ok(stored(8, 3).length > 200_000);
     await page.keyboard.press("Control+End");
-    await frame().evaluate(() => {
-      window.took = [];
-    });
-    await page.evaluate(() => {
-      const view = document.querySelector("tvx-page-frame iframe").contentWindow;
-      view.took = [];
-      new view.PerformanceObserver((list) => {
-        for (const entry of list.getEntries()) if (entry.name === "keypress" || entry.name === "keydown") view.took.push(entry.processingEnd - entry.processingStart);
-      }).observe({ type: "event", durationThreshold: 16 });
-      view.started = [];
-      view.document.addEventListener("keydown", () => {
-        const start = performance.now();
-        setTimeout(() => view.started.push(performance.now() - start));
-      }, true);
-    });
-    for (const key of "the garden is open every day of the year") {
+    await page.keyboard.type("Now ");
+    await page.waitForTimeout(3000);
+    // Processor time of the document's thread, as others may keep this machine busy meanwhile.
+    const devtools = await context.newCDPSession(page);
+    await devtools.send("Performance.enable", { timeDomain: "threadTicks" });
+    const spent = async () => {
+      const { metrics } = await devtools.send("Performance.getMetrics");
+      return (name) => metrics.find((metric) => metric.name === name).value * 1000;
+    };
+    const words = "the garden is open every day of the year and ".repeat(4);
+    const before = await spent();
+    for (const key of words) {
       await page.keyboard.press(key === " " ? "Space" : key);
-      await page.waitForTimeout(60);
+      await page.waitForTimeout(50);
     }
-    const times = (await page.evaluate(() => document.querySelector("tvx-page-frame iframe").contentWindow.started)).sort((a, b) => a - b);
-    const median = times[times.length >> 1];
-    t.diagnostic(`a key in 200 KB: median ${median.toFixed(1)} ms, 95 % ${times[Math.floor(times.length * 0.95)].toFixed(1)} ms (goal 16)`);
+    const after = await spent();
+    const each = (name) => (after(name) - before(name)) / words.length;
+    t.diagnostic(`a key in 200 KB: ${each("TaskDuration").toFixed(1)} ms of processor time (goal 16), of it layout ${each("LayoutDuration").toFixed(1)}, styles ${each("RecalcStyleDuration").toFixed(1)}, script ${each("ScriptDuration").toFixed(1)}; drafts and painting are in it`);
+    const median = each("TaskDuration");
     await save();
-    assert.ok(median <= 50, `${median} ms`);
+    assert.ok(median <= 40, `${median} ms`);
     await page.keyboard.press("Escape");
   });
 });
