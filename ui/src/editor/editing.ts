@@ -28,6 +28,9 @@ export class Editing {
     readonly session: BodySession,
   ) {
     session.trouble.watch(() => frame.requestUpdate());
+    session.unsaved.watch((unsaved) =>
+      frame.dispatchEvent(new CustomEvent("tvx-unsaved", { detail: unsaved, bubbles: true })),
+    );
   }
 
   /** Opens a body where it stands; as source when it can't be edited there without a change to what isn't touched. */

@@ -63,6 +63,8 @@ function typing(): void {
 
 export class BodySession {
   readonly trouble = new Store<Trouble | null>(null);
+  /** Whether something was typed that isn't saved. */
+  readonly unsaved = new Store(false);
   private savedVersion: unknown;
   private taken: Promise<boolean> | null = null;
   private saving: Promise<boolean> | null = null;
@@ -92,6 +94,7 @@ export class BodySession {
   edit(edited: Edited, fromDraft = false): void {
     this.edited = edited;
     this.savedVersion = fromDraft ? null : edited.version;
+    this.unsaved.value = fromDraft;
     if (fromDraft) void this.take();
   }
 
@@ -100,6 +103,7 @@ export class BodySession {
   }
 
   changed(): void {
+    this.unsaved.value = true;
     typing();
     this.keeper.typed(() => this.edited.draft);
     void this.take();
@@ -187,6 +191,7 @@ export class BodySession {
     this.source = source;
     this.base = await stateOf(source);
     this.trouble.value = null;
+    this.unsaved.value = this.dirty;
     const { keeper } = this;
     this.keeper = this.newKeeper();
     await keeper.drop();

@@ -288,6 +288,11 @@ export class TvxPageFrame extends TvxElement {
     return this.places.filter((place) => place.bodyId === bodyId);
   }
 
+  /** Whether something was typed that isn't saved; `tvx-unsaved` tells when that changes. */
+  get unsaved(): boolean {
+    return this.editing?.session.unsaved.value ?? false;
+  }
+
   /** Saves what is being typed; false when that couldn't be done. */
   async save(): Promise<boolean> {
     return (await this.editing?.save()) ?? true;
@@ -303,6 +308,7 @@ export class TvxPageFrame extends TvxElement {
   }
 
   stopEditing(): void {
+    if (this.unsaved) this.tell("tvx-unsaved", false);
     this.editing?.close();
     this.editing = null;
   }
