@@ -226,6 +226,7 @@ TEST_P(ApiWalk, EachRowIsClosedToWhoHasAllRightsButItsOwn) {
             giveAll();
             if (isEdit) {
                 connection().execute("update TORVEX_EDIT_RIGHTS set " + right.detail + " = 0");
+                if (!right.orAccess.empty()) connection().execute("delete from TORVEX_ADVANCED_RIGHTS");
             } else {
                 connection().execute(
                     "update TORVEX_ADVANCED_RIGHTS set " + right.detail + "Access = 0 where advId = ?",
