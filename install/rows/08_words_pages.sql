@@ -393,7 +393,8 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (4859, 'Read the next pages', 'Die nächsten Seiten lesen'),
   (4860, '{count} page', '{count} Seite'),
   (4861, '{count} pages', '{count} Seiten'),
-  (4862, 'Only', 'Nur')
+  (4862, 'Only', 'Nur'),
+  (4863, 'Visitors will see the page as it stands here.', 'Besucher werden die Seite so sehen, wie sie hier steht.')
 on conflict (lang_label) do nothing;
 
 -- Media: folders, files, uploads.

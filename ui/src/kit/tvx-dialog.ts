@@ -110,13 +110,13 @@ export class TvxDialog extends TvxElement {
     const { title, body, wide, stays } = this.options;
     return html`
       <dialog class=${wide ? "wide" : ""} aria-labelledby="dialog-title" @close=${this.ended} @cancel=${this.cancelled} @keydown=${this.key}>
-        <header class="dialog-head">
+        <div class="dialog-head">
           <h2 id="dialog-title">${title}</h2>
           ${stays ? nothing : html`<button class="button quiet icon-only" aria-label=${t(L.close)} @click=${() => this.close()}>${icon("x")}</button>`}
-        </header>
+        </div>
         <div class="dialog-body">${body(this)}</div>
         <div role="alert" class="dialog-fault">${this.fault ? html`<p class="notice danger">${icon("circle-alert")}<span>${this.fault}</span></p>` : nothing}</div>
-        <footer class="dialog-foot">${this.actions.map((action) => this.button(action))}</footer>
+        <div class="dialog-foot">${this.actions.map((action) => this.button(action))}</div>
       </dialog>
     `;
   }

@@ -29,6 +29,7 @@ import { type Folder, filesBelow, namedOr, trailOf } from "./model/folders";
 import { titlesDialog } from "./titles-dialog";
 import "./tvx-uploads";
 import { add, arrived } from "./uploads";
+import "../pages/lists.css";
 import "./media.css";
 
 const keyOf = (file: MediaFile): string => file.path;
@@ -174,7 +175,6 @@ export class TvxMedia extends TvxElement {
   };
 
   private send(files: FileList): void {
-    if (!this.folder) return;
     add([...files], { site: this.site, kind: this.kind, folder: this.folder });
   }
 
@@ -249,7 +249,7 @@ export class TvxMedia extends TvxElement {
       ${this.chosen.length ? this.selection() : nothing}
       ${this.words ? nothing : this.tiles()}
       ${this.content()}
-      ${this.over ? html`<div class="media-drop" aria-hidden="true">${icon("upload")}<span>${t(this.folder ? L.dropHere : L.dropInFolder)}</span></div>` : nothing}
+      ${this.over ? html`<div class="media-drop" aria-hidden="true">${icon("upload")}<span>${t(L.dropHere)}</span></div>` : nothing}
     </section>`;
   }
 
@@ -271,7 +271,7 @@ export class TvxMedia extends TvxElement {
     return html`
       <button class="button" @click=${() => newFolderDialog(this.site, this.kind, this.folder)}>${icon("folder")}${t(L.newFolder)}</button>
       ${folder ? html`<button class="button icon-only" aria-haspopup="menu" aria-label=${t(L.folderMore)} title=${t(L.folderMore)} @click=${(event: MouseEvent) => this.folderMenu(event, folder)}>${icon("ellipsis")}</button>` : nothing}
-      <button class="button primary" ?disabled=${!this.folder} title=${this.folder ? nothing : t(L.dropInFolder)} @click=${() => this.choose()}>${icon("upload")}${t(L.upload)}</button>
+      <button class="button primary" @click=${() => this.choose()}>${icon("upload")}${t(L.upload)}</button>
       <input type="file" multiple hidden accept=${this.kind === "images" ? "image/*" : nothing} aria-label=${t(L.upload)} @change=${(
         event: Event,
       ) => {

@@ -53,7 +53,6 @@ class BranchQuestion {
     void this.load();
     await dialog({
       title: t(L.branchTitle, { title: titleOr(this.page.title) }),
-      wide: true,
       body: (box) => {
         this.box = box;
         return this.body();
@@ -120,7 +119,7 @@ class BranchQuestion {
       { name: "cancel", label: t(L.notNow) },
       {
         name: "go",
-        label: plural(Math.max(count, 0), L.publishOne, L.publishMany),
+        label: count ? plural(count, L.publishOne, L.publishMany) : t(L.publish),
         kind: "primary",
         disabled: count === 0 ? t(L.branchNothing) : "",
         run: () => this.go(),

@@ -17,6 +17,7 @@ import { mayTakeBack, type NextStep, nextStep } from "./model/next-step";
 import { pageMenu } from "./page-menu";
 import { KIND_ICONS, kindWord, STATE_ICONS, stateWord, titleOr, whenText, word } from "./words";
 import "./compare-view";
+import "./chips.css";
 import "./page-view.css";
 
 export type Look = "design" | "live" | "compare";
@@ -266,8 +267,8 @@ export class TvxPageView extends TvxElement {
     const address =
       this.look === "live" && page.live
         ? `/tvx.asp?pageId=${page.pageId}`
-        : `/torvex/view.asp?pageId=${page.pageId}&mode=D&try=1`;
-    return html`<a class="button quiet icon-only" href=${address} target="_blank" rel="noopener" aria-label=${t(L.openInTab)} title=${t(L.openInTab)}>${icon("external-link")}</a>`;
+        : `/torvex/view.asp?pageId=${page.pageId}&mode=D`;
+    return html`<a class="button quiet icon-only page-tab" href=${address} target="_blank" rel="noopener" aria-label=${t(L.openInTab)} title=${t(L.openInTab)}>${icon("external-link")}</a>`;
   }
 
   private who(page: PageFacts): TemplateResult | typeof nothing {

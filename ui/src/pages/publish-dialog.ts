@@ -27,6 +27,8 @@ interface ParentInWay {
 
 class PublishQuestion {
   private differences: readonly Difference[] | undefined;
+  /** Who may only approve or publish isn't told the differences. */
+  private untold = false;
   private parent: ParentInWay | undefined;
   private deadLinks = 0;
   private both = true;
@@ -62,6 +64,7 @@ class PublishQuestion {
     ]);
     this.deadLinks = deadLinks;
     this.differences = differences;
+    this.untold = differences === undefined;
     this.parent = parent;
     this.box?.requestUpdate();
   }
@@ -105,6 +108,7 @@ class PublishQuestion {
 
   private changes(): TemplateResult {
     if (!this.page.live) return html`<p>${t(L.firstTime)}</p>`;
+    if (this.untold) return html`<p>${t(L.publishPlain)}</p>`;
     if (!this.differences) return html`<p class="soft" aria-busy="true">${t(L.visitorsWillSee)} ...</p>`;
     if (this.differences.length === 0) return html`<p>${t(L.noDifference)}</p>`;
     return html`<section class="stack">

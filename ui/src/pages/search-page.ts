@@ -14,6 +14,7 @@ import { kept, workplace } from "../shell/workplace";
 import type { PageState } from "./model/status";
 import { selectionBar } from "./selection";
 import { STATE_ICONS, stateWord, titleOr, word } from "./words";
+import "./chips.css";
 import "./lists.css";
 
 interface Found {

@@ -227,7 +227,7 @@ export class TvxPageSetup extends TvxElement {
         ? html`<div class="notice danger" role="alert">${icon("circle-alert")}<span class="grow">${this.fault}</span><button class="button small" @click=${() => this.load()}>${t(L.tryAgain)}</button></div>`
         : html`<div class="setup-skeleton" aria-busy="true">${[1, 2, 3, 4].map(() => html`<div class="skeleton"></div>`)}</div>`;
     return html`<form class="setup" aria-label=${t(L.setupTitle)} @submit=${this.submitted} @keydown=${this.key} novalidate>
-      <div class="setup-fields">
+      <div class="setup-fields" tabindex=${this.whyNot ? 0 : nothing} role=${this.whyNot ? "region" : nothing} aria-label=${this.whyNot ? t(L.setupTitle) : nothing}>
         ${this.summary()}
         ${this.whyNot ? html`<p class="notice">${icon("lock")}<span>${this.whyNot}</span></p>` : nothing}
         <fieldset ?disabled=${this.whyNot !== ""}>${sections({
@@ -272,11 +272,11 @@ export class TvxPageSetup extends TvxElement {
     const status = this.facts?.status;
     const word = saveWord(status?.approved ?? false, status?.marked ?? false);
     const labels = { save: L.save, saveWithdraws: L.saveWithdraws, saveUnmarks: L.saveUnmarks } as const;
-    return html`<footer class="setup-foot">
+    return html`<div class="setup-foot">
       <span class="note grow" role="status">${this.isDirty ? t(L.setupDirty) : ""}</span>
       ${this.isDirty ? html`<button type="button" class="button" @click=${() => this.revert()}>${t(L.setupDiscard)}</button>` : nothing}
       <button type="submit" class="button primary" ?disabled=${!this.isDirty || this.whyNot !== "" || this.saving} aria-busy=${this.saving}>${t(labels[word])}</button>
-    </footer>`;
+    </div>`;
   }
 }
 

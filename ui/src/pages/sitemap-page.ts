@@ -16,6 +16,7 @@ import type { Child } from "./children";
 import type { PageState } from "./model/status";
 import { selectionBar } from "./selection";
 import { dayText, KIND_ICONS, kindWord, STATE_ICONS, stateWord, titleOr } from "./words";
+import "./chips.css";
 import "./lists.css";
 
 interface Row extends Child {

@@ -68,10 +68,10 @@ export class TvxPageStatus extends TvxElement {
       return html`<div class="setup-skeleton" aria-busy="true"><div class="skeleton"></div><div class="skeleton"></div></div>`;
     const page = this.facts;
     return html`<div class="side-body">
-      <section class="stack"><h3 class="side-part">${t(L.viewDesign)}</h3>${this.design(page)}</section>
-      <section class="stack"><h3 class="side-part">${t(L.viewLive)}</h3>${this.live(page)}</section>
+      <section class="stack"><h2 class="side-part">${t(L.viewDesign)}</h2>${this.design(page)}</section>
+      <section class="stack"><h2 class="side-part">${t(L.viewLive)}</h2>${this.live(page)}</section>
       ${this.what(page)}
-      <section class="stack"><h3 class="side-part">${t(L.placePart)}</h3>
+      <section class="stack"><h2 class="side-part">${t(L.placePart)}</h2>
         <dl class="facts">${this.fact(t(L.partKind), kindWord(page.status.kind))}${this.fact(t(L.nodePart), page.nodeId)}${this.fact(t(L.numberPart), String(page.pageId))}</dl></section>
     </div>`;
   }
@@ -112,7 +112,7 @@ export class TvxPageStatus extends TvxElement {
 
   private what(page: PageFacts): TemplateResult | typeof nothing {
     if (!this.differences || this.differences.length === 0) return nothing;
-    return html`<section class="stack"><h3 class="side-part">${t(L.whatDiffers)}</h3>
+    return html`<section class="stack"><h2 class="side-part">${t(L.whatDiffers)}</h2>
       <ul class="side-list">${this.differences.map((row) => html`<li><span>${partName(row)}</span><span class="note">${row.part === "body" ? bodyCounts(row) : ""}</span></li>`)}</ul>
       <p><a href=${`/torvex/page.asp?pageId=${page.pageId}&look=compare`}>${t(L.viewCompare)}</a></p></section>`;
   }

@@ -388,6 +388,7 @@ export const pages = {
   pagesOne: 4860,
   pagesMany: 4861,
   onlyState: 4862,
+  publishPlain: 4863,
   mediaPlace: 3110,
   images: 3111,
   documents: 3112,

@@ -1,0 +1,68 @@
+// A demo with authors who are logged in, for tests of the interface's screens.
+import assert from "node:assert/strict";
+import { execFileSync } from "node:child_process";
+import { readdirSync, readFileSync, writeFileSync } from "node:fs";
+import { dirname, join } from "node:path";
+import { fileURLToPath } from "node:url";
+import { findingsOfAxe, servedDemo, sidewaysScroll } from "../support.mjs";
+import { givePasswords, logInAs } from "./door.mjs";
+
+const root = join(dirname(fileURLToPath(import.meta.url)), "../../..");
+const program = process.env.TORVEX_PROGRAM ?? join(root, "build/release/torvex");
+
+// TORVEX_INTERFACE is the folder of a built interface that is to be served in place of the program's own, with its words.
+function useInterface(install) {
+  const folder = process.env.TORVEX_INTERFACE;
+  if (!folder) return;
+  const file = join(install, "torvex.toml");
+  const rows = join(root, "install/rows");
+  for (const name of readdirSync(rows).filter((each) => each.startsWith("08_words_")))
+    execFileSync(program, ["sql", "--install", install], { input: readFileSync(join(rows, name)) });
+  writeFileSync(file, readFileSync(file, "utf8").replace("[authoring]", `[authoring]\ninterface = ${JSON.stringify(folder)}`));
+}
+
+export const servedWorkplace = (statements = []) =>
+  servedDemo(statements, (install) => {
+    givePasswords(install);
+    useInterface(install);
+  });
+
+// What a page's own document reports is the page's affair: a body may hold scripts, and the edit view runs none.
+const ofTheShell = (text) => /Content Security Policy/.test(text) && !/script-src 'none'|script-src-elem/.test(text);
+
+// A page of the interface, at work: `faults` gathers what its scripts and its policy complain of.
+export async function workAs(site, name, { width = 1280, height = 800, dark = false } = {}) {
+  const context = await site.browser.newContext({ viewport: { width, height }, colorScheme: dark ? "dark" : "light", locale: "en" });
+  const page = await context.newPage();
+  page.setDefaultTimeout(8000);
+  const faults = [];
+  page.on("pageerror", (error) => faults.push(String(error)));
+  page.on("console", (message) => {
+    if (message.type() === "error" && ofTheShell(message.text())) faults.push(message.text());
+  });
+  await logInAs(page, site, name);
+  return {
+    page,
+    faults,
+    go: (path) => page.goto(`${site.address}${path}`),
+    openPage: async (pageId) => {
+      await page.goto(`${site.address}/torvex/page.asp?pageId=${pageId}`);
+      await page.locator("tvx-page-view h1:not(.skeleton)").waitFor();
+    },
+    choose: async (entry) => {
+      await page.getByRole("button", { name: "More for this page" }).click();
+      await page.getByRole("menuitem").filter({ has: page.getByText(entry, { exact: true }) }).click();
+    },
+    dialog: page.getByRole("dialog"),
+    heading: page.locator("tvx-page-view .page-head"),
+    says: (text) => page.getByRole("log").getByText(text).first().waitFor(),
+    close: () => context.close(),
+  };
+}
+
+// axe over the interface alone: the page in the frame is its author's. Nothing may be wider than the window.
+export async function assertAccessible(page, name) {
+  const tooWide = await sidewaysScroll(page);
+  const findings = await findingsOfAxe(page);
+  assert.deepEqual([...(tooWide > 0 ? [`${tooWide} pixels too wide`] : []), ...findings].map((fault) => `${name}: ${fault}`), []);
+}
