@@ -54,8 +54,11 @@ void notePorts(ApplicationValues& application, const HttpServer& server) {
 
 /// Says in addition where an address that can't be had is chosen.
 std::unique_ptr<HttpServer> makeServer(const ServerOptions& options, const Services& services,
-                                       std::shared_ptr<const BuiltInterface> interface, LineLog& log) try {
-    ServedPages served{[](HostContext& host) { Setup(host).initSession(); }, pageRoutes(interface),
+                                       std::shared_ptr<const BuiltInterface> interface,
+                                       const std::filesystem::path& installation, LineLog& log) try {
+    const api::UploadSettings uploads{(installation / "uploads").string(), options.limits.upload,
+                                      options.fileTypes};
+    ServedPages served{[](HostContext& host) { Setup(host).initSession(); }, pageRoutes(interface, uploads),
                        mediaGuards(services.application), std::move(interface)};
     return std::make_unique<HttpServer>(options, services, log, std::move(served));
 } catch (const Error& error) {
@@ -128,7 +131,9 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
                       log);
     std::unique_ptr<HttpServer> http;
     const auto interface = interfaceOf(opened.installation.settings().authoring, log);
-    user.asRoot([&] { http = makeServer(server, opened.services().with(hits), interface, log); });
+    user.asRoot([&] {
+        http = makeServer(server, opened.services().with(hits), interface, opened.installation.folder(), log);
+    });
     user.giveUpRoot();
     notePorts(opened.application, *http);
     SmtpClient mailClient(opened.installation.settings().mail.server);

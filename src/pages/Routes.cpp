@@ -10,6 +10,7 @@
 #include "pages/Pages.h"
 #include "pages/PolicyReports.h"
 #include "pages/api/Api.h"
+#include "pages/api/Uploads.h"
 #include "pages/authors/AuthorsRoutes.h"
 
 namespace torvex {
@@ -27,7 +28,8 @@ constexpr std::uint64_t postBody = 512 * 1024;
 
 }  // namespace
 
-std::vector<PageRoute> pageRoutes(std::shared_ptr<const BuiltInterface> interface) {
+std::vector<PageRoute> pageRoutes(std::shared_ptr<const BuiltInterface> interface,
+                                  const api::UploadSettings& uploads) {
     // Guesses are counted over all sessions of the server's life.
     const auto throttle = std::make_shared<GuessThrottle>();
     const auto reports = std::make_shared<PolicyReports>();
@@ -59,7 +61,10 @@ std::vector<PageRoute> pageRoutes(std::shared_ptr<const BuiltInterface> interfac
          postBody},
     };
     std::ranges::move(authorsRoutes(throttle, std::move(interface)), std::back_inserter(routes));
-    std::ranges::move(api::routes(std::make_shared<api::Api>(throttle)), std::back_inserter(routes));
+    const auto programs = std::make_shared<api::Api>(throttle);
+    std::ranges::move(api::routes(programs), std::back_inserter(routes));
+    if (!uploads.folder.empty())
+        std::ranges::move(api::uploadRoutes(programs, uploads), std::back_inserter(routes));
     return routes;
 }
 

@@ -4,6 +4,18 @@ namespace torvex::operations {
 
 namespace {
 
+/// What refusals say to people: see install/rows/08_words_uploads.sql.
+namespace label {
+inline constexpr CodeLabel folderGone{5385, "gone"};
+inline constexpr CodeLabel folderNameTaken{5386, "name-taken"};
+inline constexpr CodeLabel nameMissing{5387, "name-missing"};
+inline constexpr CodeLabel fileGone{5388, "gone"};
+inline constexpr CodeLabel titleTaken{5389, "title-taken"};
+inline constexpr CodeLabel titleMissing{5390, "title-missing"};
+inline constexpr CodeLabel otherType{5391, "other-type"};
+inline constexpr CodeLabel fileExists{5392, "exists"};
+}  // namespace label
+
 Right editMedia() {
     return mediaAccess("edit", "folderType", "site");
 }
@@ -31,8 +43,8 @@ std::vector<Row<registers>> lists() {
         reads("checkUpload", &registers::checkUpload,
               {argument("site"), argument("folderType"), argument("folder"), argument("filename")},
               "Whether a file may come into a media folder under its name.", editMedia())
-            .codes({code("0", "It may."), refusal("-1", "There is no such folder."),
-                    refusal("exists", "A file of this name is there.")}),
+            .codes({code("0", "It may."), refusal("-1", "There is no such folder.", label::folderGone),
+                    refusal("exists", "A file of this name is there.", label::fileExists)}),
     };
 }
 
@@ -42,28 +54,30 @@ std::vector<Row<registers>> changes() {
                {argument("site"), argument("folderType"), argument("folder"), argument("name"),
                 argument("advId", 0)},
                "Gives a media folder another name.", editMedia())
-            .codes({code(0, "It has the name."), refusal(-1, "The folder is gone."),
-                    refusal(-2, "A folder beside it has this name."), refusal(-3, "A name is missing."),
-                    notLoggedIn(), failed()}),
+            .codes({code(0, "It has the name."), refusal(-1, "The folder is gone.", label::folderGone),
+                    refusal(-2, "A folder beside it has this name.", label::folderNameTaken),
+                    refusal(-3, "A name is missing.", label::nameMissing), notLoggedIn(), failed()}),
         writes("saveMedia", &registers::saveMedia,
                {argument("site"), argument("folderType"), argument("path"), argument("title"),
                 argument("alt", "-1"), argument("advId", 0)},
                "Saves title and alternative text of a file; -1 leaves the alternative text as it is.",
                editMedia())
-            .codes({code(0, "It is saved."), refusal(-1, "The file is gone."),
-                    refusal(-2, "Another file of the folder has this title."),
-                    refusal(-3, "A title is missing."), notLoggedIn(), failed()}),
+            .codes({code(0, "It is saved."), refusal(-1, "The file is gone.", label::fileGone),
+                    refusal(-2, "Another file of the folder has this title.", label::titleTaken),
+                    refusal(-3, "A title is missing.", label::titleMissing), notLoggedIn(), failed()}),
         writes("replaceMedia", &registers::replaceMedia,
                {argument("site"), argument("folderType"), argument("path"), argument("by", ""),
                 argument("advId", 0)},
                "Puts another file in the place of a file; without one, notes what lies there now.",
                editMedia())
-            .codes({code(0, "It is replaced."), refusal(-1, "One of the files is gone."),
-                    refusal(-2, "The two files are not of one type."), notLoggedIn(), failed()}),
+            .codes({code(0, "It is replaced."), refusal(-1, "One of the files is gone.", label::fileGone),
+                    refusal(-2, "The two files are not of one type.", label::otherType), notLoggedIn(),
+                    failed()}),
         writes("deleteMedia", &registers::deleteMedia,
                {argument("site"), argument("folderType"), argument("path"), argument("advId", 0)},
                "Removes a file.", editMedia())
-            .codes({code(0, "It is removed."), refusal(-1, "The file is gone."), notLoggedIn(), failed()}),
+            .codes({code(0, "It is removed."), refusal(-1, "The file is gone.", label::fileGone),
+                    notLoggedIn(), failed()}),
     };
 }
 
