@@ -89,7 +89,8 @@ std::string UploadTest::begin(ApiClient& client, const Metadata& metadata, std::
 
 ApiReply UploadTest::request(ApiClient& client, const std::string& method, const std::string& location,
                              const std::string& fields) {
-    return client.ask(method, location.substr(std::min(apiFolder.size(), location.size())), ours(client) + fields);
+    return client.ask(method, location.substr(std::min(apiFolder.size(), location.size())),
+                      ours(client) + fields);
 }
 
 ApiReply UploadTest::send(ApiClient& client, const std::string& location, std::uint64_t offset,
@@ -143,6 +144,20 @@ std::vector<std::string> UploadTest::images() {
         lines.push_back(line);
     }
     return lines;
+}
+
+void UploadTest::expectKind(const ApiReply& reply, int status, const std::string& kind) {
+    EXPECT_EQ(reply.status(), status) << reply.raw.body;
+    EXPECT_EQ(reply.kind(), kind);
+    EXPECT_EQ(reply.raw.field("Content-Type"), "application/problem+json");
+    EXPECT_EQ(reply.raw.field("Tus-Resumable"), "1.0.0");
+    EXPECT_NE(reply.text("/detail"), "") << kind << " has no sentence";
+}
+
+void UploadTest::expectNothing() {
+    EXPECT_TRUE(images().empty());
+    EXPECT_TRUE(filesIn("wwwroot/images/aa/001").empty());
+    EXPECT_TRUE(underWay().empty());
 }
 
 }  // namespace torvex::test

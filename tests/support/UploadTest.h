@@ -55,6 +55,11 @@ class UploadTest : public ApiTest {
     std::vector<std::string> underWay() const { return filesIn("uploads"); }
     std::vector<std::string> images();
 
+    /// That it is a problem in the protocol's form and people's.
+    static void expectKind(const ApiReply& reply, int status, const std::string& kind);
+    /// That nothing has come of it.
+    void expectNothing();
+
     static std::string gif(char lowByteOfWidth = '\x40') {
         return std::string("GIF89a") + lowByteOfWidth + std::string("\x01\xC8\x00\xF7\x00\x00", 6);
     }
