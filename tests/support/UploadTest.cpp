@@ -41,11 +41,10 @@ void UploadTest::SetUp() {
                                                          {"fld_parent", ""}});
     role(1);
     for (const int entry : {111, 112}) advancedRight(1, entry, "aa", "", true, true);
-    disk_ = std::make_unique<DiskFileSystem>(std::vector<std::string>{root()});
 }
 
 void UploadTest::startUploads(std::uint64_t mostBytes) {
-    mostBytes_ = mostBytes;
+    disk_ = std::make_unique<DiskFileSystem>(std::vector<std::string>{root() + reach});
     running.services.emplace(host.services().with(*disk_));
     for (PageRoute& route : api::uploadRoutes(api, {.folder = root() + "/uploads", .mostBytes = mostBytes}))
         running.pages.push_back(std::move(route));

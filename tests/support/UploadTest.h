@@ -20,8 +20,6 @@ class UploadTest : public ApiTest {
     void SetUp() override;
 
     void startUploads(std::uint64_t mostBytes = 1024 * 1024);
-    /// A further server on the same disk and database, as after a restart.
-    void restart();
 
     /// "site YWE=,filename ...": a name whose value is "-" has none.
     static std::string field(const Metadata& metadata);
@@ -66,10 +64,12 @@ class UploadTest : public ApiTest {
 
     const std::string& root() const { return root_.path(); }
 
+    /// The folder below the installation that its files are read and written in.
+    std::string reach;
+
   private:
     TemporaryFolder root_;
     std::unique_ptr<DiskFileSystem> disk_;
-    std::uint64_t mostBytes_ = 0;
 };
 
 }  // namespace torvex::test

@@ -2,6 +2,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <optional>
+#include <sys/stat.h>
 #include <system_error>
 
 #include "media/FileKinds.h"
@@ -46,20 +47,33 @@ void bring(const std::string& from, const std::string& to) {
     fs::remove(from);
 }
 
+bool areOnOneDisk(const std::string& one, const std::string& other) {
+    struct stat first {};
+    struct stat second {};
+    return ::stat(one.c_str(), &first) == 0 && ::stat(other.c_str(), &second) == 0 &&
+           first.st_dev == second.st_dev;
+}
+
+/// From where the bytes can be given their name in one step: from where they are, or from beside it.
+std::string besideFor(const HostContext& host, const std::string& from, const MediaFolder& folder) {
+    const std::string directory = directoryOf(host, folder);
+    if (host.files.fileExists(from) && areOnOneDisk(from, directory)) return from;
+    return directory + "/.torvex-" + randomFileName("") + ".tmp";
+}
+
 /// An upload's bytes in the place of the file that it becomes. They go back unless they are kept.
 class PutInPlace {
   public:
-    PutInPlace(HostContext& host, std::string from, const MediaPath& file)
-        : from_(std::move(from)),
-          beside_(directoryOf(host, file.folder) + "/.torvex-" + randomFileName("") + ".tmp") {
+    PutInPlace(HostContext& host, std::string from, const MediaPath& file) : from_(std::move(from)) {
         SharedFiles files(host);
         makeMediaDirectories(host, files, file.folder);
         files.replicate();
-        bring(from_, beside_);
+        beside_ = besideFor(host, from_, file.folder);
+        if (beside_ != from_) bring(from_, beside_);
         try {
             swap_.emplace(host.files, beside_, file.absolute(host));
         } catch (...) {
-            bring(beside_, from_);
+            if (beside_ != from_) bring(beside_, from_);
             throw;
         }
     }
@@ -68,8 +82,7 @@ class PutInPlace {
     ~PutInPlace() {
         if (isKept_) return;
         swap_.reset();
-        std::error_code ignored;
-        if (fs::exists(beside_, ignored)) goBack();
+        if (beside_ != from_) goBack();
     }
     void keep() {
         swap_->keep();
@@ -86,7 +99,7 @@ class PutInPlace {
     }
 
     const std::string from_;
-    const std::string beside_;
+    std::string beside_;
     std::optional<FileSwap> swap_;
     bool isKept_ = false;
 };

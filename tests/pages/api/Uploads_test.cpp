@@ -143,6 +143,25 @@ TEST_P(Uploads, AFolderWhoseDirectoryIsMissingGetsOne) {
     EXPECT_EQ(contentOf("images/aa/001/002/rose.gif"), gif());
 }
 
+TEST_P(Uploads, FilesMayLieWhereUploadsCantBeReached) {
+    reach = "/wwwroot";
+    startUploads();
+    ApiClient her = loggedIn();
+    EXPECT_EQ(upload(her, image("rose.gif"), gif()).status(), 200);
+    EXPECT_EQ(upload(her, image("rose.gif", {{"replace", "-"}}), gif('\x41')).status(), 200);
+    EXPECT_EQ(contentOf("images/aa/001/rose.gif"), gif('\x41'));
+    EXPECT_THAT(filesIn("wwwroot/images/aa/001"), ElementsAre("rose.gif"));
+    EXPECT_THAT(underWay(), IsEmpty());
+    put("images/aa/001/late.gif", "");
+    const std::string location = begin(her, image("late.gif", {{"replace", "-"}}), 13);
+    connection().execute("create unique index trouble on TORVEX_IMAGES (img_site)");
+    EXPECT_EQ(send(her, location, 0, gif()).status(), 409);
+    EXPECT_THAT(filesIn("wwwroot/images/aa/001"), ElementsAre("late.gif", "rose.gif"));
+    connection().execute("drop index trouble");
+    EXPECT_EQ(send(her, location, 13, "").status(), 200);
+    EXPECT_EQ(contentOf("images/aa/001/late.gif"), gif());
+}
+
 // ---- The same name ----
 
 TEST_P(Uploads, ANameThatIsTakenIsRefused) {
