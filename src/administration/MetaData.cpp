@@ -6,10 +6,11 @@
 #include "authoring/cManager.h"
 #include "delivery/MetaValues.h"
 #include "platform/Errors.h"
-#include "platform/db/Connection.h"
+#include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "records/SystemBranch.h"
+#include "search/designs/PageIndex.h"
 
 namespace torvex {
 
@@ -75,6 +76,16 @@ std::string storedValue(std::string_view given) {
     return text::replaceAll(text::first(given, longestValue), "###", "\r");
 }
 
+/// A value of its own that says nothing is none.
+void store(db::Connection& connection, PageId pageId, int id, std::string_view given, bool inherited) {
+    if (given.empty() && !inherited) {
+        connection.execute(deleteValue, {pageId, id});
+        return;
+    }
+    const std::string value = inherited ? std::string() : storedValue(given);
+    connection.execute(upsertValue, {pageId, id, value, inherited ? 1 : 0});
+}
+
 }  // namespace
 
 void cManager::saveMetaData(const std::string& pageIdent, const std::string& metaIdent,
@@ -83,12 +94,11 @@ void cManager::saveMetaData(const std::string& pageIdent, const std::string& met
     if (!page.isValid() || systemBranch::hasNumber(page.nodeId)) return;
     const int id = metaTagOfSite(connection(), siteOf(page.nodeId), metaIdent);
     if (id <= 0) return;
-    if (metaDataValue.empty() && !inherited) {
-        connection().execute(deleteValue, {page.pageId, id});
-    } else {
-        const std::string value = inherited ? std::string() : storedValue(metaDataValue);
-        connection().execute(upsertValue, {page.pageId, id, value, inherited ? 1 : 0});
-    }
+    db::inTransaction(connection(), [&](db::Connection& transaction) {
+        store(transaction, page.pageId, id, metaDataValue, inherited);
+        renewDesignIndex(host_, transaction, page.pageId);
+        return db::commit(id);
+    });
 } catch (...) {
     raiseFrom("saveMetaData !");
 }

@@ -38,7 +38,8 @@ constexpr std::string_view describeTag =
 constexpr std::string_view insertTag =
     "insert into TORVEX_METADATA (metaData_site, metaData_name, metaData_description) values (?, ?, ?)";
 
-constexpr std::array<std::string_view, 3> tagRows{
+constexpr std::array<std::string_view, 4> tagRows{
+    "delete from TORVEX_LINKS where bodyId = 0 - ?",
     "delete from TORVEX_PAGES_METADATA_LIVE where metaData_id = ?",
     "delete from TORVEX_PAGES_METADATA_DESIGN where metaData_id = ?",
     "delete from TORVEX_METADATA where metaData_id = ?",

@@ -17,6 +17,7 @@
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "records/PageRows.h"
+#include "search/designs/PageIndex.h"
 
 namespace torvex {
 
@@ -145,6 +146,7 @@ std::string cManager::saveBody(const std::string& pageIdent, int bodyId, const s
         const PageOutcome outcome = changePage(own, pageId, saveBodyCode::noPage, touch);
         if (outcome.isRefused()) return db::refuse(outcome.code);
         storeText(own, pageId, bodyId, text);
+        renewDesignIndex(host_, own, pageId);
         return db::commit(status::done);
     });
     if (code == status::done) {
@@ -168,6 +170,7 @@ std::string cManager::saveBodySetup(const std::string& pageIdent, int bodyId, in
         const PageOutcome outcome = changePage(own, pageId, saveBodySetupCode::noPage, touch);
         if (outcome.isRefused()) return db::refuse(outcome.code);
         storeSetup(own, pageId, {bodyId, bodyType, feedId, {}});
+        renewDesignIndex(host_, own, pageId);
         return db::commit(status::done);
     });
     if (code == status::done) {
@@ -191,6 +194,7 @@ std::string cManager::clearBody(const std::string& pageIdent, int bodyId) try {
         const PageOutcome outcome = changePage(own, pageId, clearBodyCode::noPage, touch);
         if (outcome.isRefused()) return db::refuse(outcome.code);
         own.execute(deleteBody, {pageId, bodyId});
+        renewDesignIndex(host_, own, pageId);
         return db::commit(status::done);
     });
     if (code == status::done) {
@@ -221,6 +225,7 @@ std::string cManager::pasteBody(const std::string& pageIdentFrom, const std::str
         if (!inSameTree(source.nodeId, target.nodeId)) leaveFeed(*body);
         body->id = bodyIdTo;
         storeBody(own, target.pageId, *body);
+        renewDesignIndex(host_, own, target.pageId);
         return db::commit(status::done);
     });
     if (code == status::done) {

@@ -16,6 +16,7 @@
 #include "records/Labels.h"
 #include "records/PageRows.h"
 #include "records/SystemBranch.h"
+#include "search/designs/PageIndex.h"
 
 namespace torvex {
 
@@ -48,8 +49,8 @@ bool hasSystemBranchBelow(db::Connection& connection, std::string_view nodeId) {
 using Outcome = db::Outcome<std::string>;
 
 /// The node of the copy, or a code. Fills in where the copy stands, and its number.
-Outcome paste(db::Connection& connection, const PageIdentity& target, std::string_view word, CopyOrder& order,
-              PageId& copy) {
+Outcome paste(HostContext& host, db::Connection& connection, const PageIdentity& target,
+              std::string_view word, CopyOrder& order, PageId& copy) {
     if (!holdPage(connection, target)) return db::refuse(status::failed);
     auto title = freeTitle(connection, target.nodeId, order.title, word);
     if (!title) return db::refuse(noTitle);
@@ -59,6 +60,7 @@ Outcome paste(db::Connection& connection, const PageIdentity& target, std::strin
     order.title = std::move(*title);
     order.place = std::move(*place);
     copy = copyBranch(connection, order);
+    renewDesignIndexOfBranch(host, connection, order.place.nodeId);
     return db::commit(order.place.nodeId);
 }
 
@@ -88,9 +90,9 @@ std::string cManager::pastePage(const std::string& modeFrom, const std::string& 
                     .notified = notificationFlag(workflowRules(host_.application), true)};
     const std::string word = getVocab(host_.session.text(sessionKey::interfaceLanguage), label::copyOf);
     PageId copy = -1;
-    const Outcome outcome =
-        db::tryInOwnTransaction(host_, runOn(operationName, source.nodeId), status::failed,
-                                [&](db::Connection& own) { return paste(own, target, word, order, copy); });
+    const Outcome outcome = db::tryInOwnTransaction(
+        host_, runOn(operationName, source.nodeId), status::failed,
+        [&](db::Connection& own) { return paste(host_, own, target, word, order, copy); });
     if (outcome.isCommitted && copy > 0)
         recordCopy(source, {copy, outcome.value}, order.extent == Extent::Branch ? "+" : "");
     return outcome.value;

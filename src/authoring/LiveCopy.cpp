@@ -7,6 +7,7 @@
 #include "records/PageIdentity.h"
 #include "records/PageKind.h"
 #include "records/SystemBranch.h"
+#include "search/designs/PageIndex.h"
 
 namespace torvex {
 
@@ -132,6 +133,7 @@ void copyContent(db::Connection& connection, PageId pageId) {
          {deleteGroups, insertGroups, deleteBodies, insertBodies, deleteMetadata, insertMetadata}) {
         connection.execute(statement, {pageId});
     }
+    publishLinks(connection, pageId);
 }
 
 }  // namespace torvex

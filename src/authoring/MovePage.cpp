@@ -14,6 +14,7 @@
 #include "records/Labels.h"
 #include "records/SystemBranch.h"
 #include "search/MovedSnapshots.h"
+#include "search/designs/PageIndex.h"
 
 namespace torvex {
 
@@ -52,7 +53,7 @@ std::string runOn(const MoveOrder& order) {
 }
 
 /// The new node, or a code.
-Outcome move(db::Connection& connection, const PageIdentity& target, std::string_view word,
+Outcome move(HostContext& host, db::Connection& connection, const PageIdentity& target, std::string_view word,
              MoveOrder& order) {
     if (!hold(connection, order.source, target)) return db::refuse(status::failed);
     auto title = freeTitle(connection, target.nodeId, order.title, word);
@@ -62,6 +63,8 @@ Outcome move(db::Connection& connection, const PageIdentity& target, std::string
     order.title = std::move(*title);
     order.place = std::move(*place);
     moveBranch(connection, order);
+    // Of the branch only this page may have another title, and all stay in their tree.
+    renewDesignIndex(host, connection, order.source.pageId);
     return db::commit(order.place.nodeId);
 }
 
@@ -72,7 +75,7 @@ Outcome moveAlone(HostContext& host, db::Connection& connection, const PageIdent
     const WebsiteLock lock(connection, order.loginId, websiteOf(from));
     if (!lock.isHeld()) return db::refuse(otherAtWork);
     Outcome outcome = db::tryInOwnTransaction(host, runOn(order), status::failed, [&](db::Connection& own) {
-        return move(own, target, word, order);
+        return move(host, own, target, word, order);
     });
     if (outcome.isCommitted)
         followUp(host.log, runOn(order), [&] { moveSnapshots(host, connection, from, outcome.value); });

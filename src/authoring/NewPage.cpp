@@ -17,6 +17,7 @@
 #include "records/PageKind.h"
 #include "records/PageRows.h"
 #include "records/SystemBranch.h"
+#include "search/designs/PageIndex.h"
 
 namespace torvex {
 
@@ -85,8 +86,9 @@ bool takeOrder(db::Connection& connection, PageBuffer& page, const SetupPlace& p
 }
 
 /// Part of a transaction; a refusal is a code.
-db::Outcome<std::string_view> create(db::Connection& connection, PageBuffer& page, const SetupPlace& place,
-                                     std::string_view insertIdent, const Actor& editor) {
+db::Outcome<std::string_view> create(HostContext& host, db::Connection& connection, PageBuffer& page,
+                                     const SetupPlace& place, std::string_view insertIdent,
+                                     const Actor& editor) {
     if (!place.parent.empty() && connection.execute(holdParent, {place.parent}) == 0)
         return db::refuse(setupCode::parentMissing);
     page.orderId = 0;
@@ -95,6 +97,7 @@ db::Outcome<std::string_view> create(db::Connection& connection, PageBuffer& pag
     insertSetup(connection, page, editor);
     page.pageId = pageIdOf(connection, page.nodeId);
     replaceGroups(connection, page.pageId, page.groups);
+    renewDesignIndex(host, connection, page.pageId);
     return db::commit(std::string_view());
 }
 
@@ -117,7 +120,7 @@ std::string cManager::saveNewPageSetup(const std::string& site, const std::strin
     if (!code.empty()) return std::string(code);
     const auto outcome = db::tryInOwnTransaction(
         host_, runOn(operationName, page_.nodeId), status::failed,
-        [&](db::Connection& own) { return create(own, page_, place, insertIdent, actor()); });
+        [&](db::Connection& own) { return create(host_, own, page_, place, insertIdent, actor()); });
     if (!outcome.isCommitted) return std::string(outcome.value);
     followUp(host_, operationName, page_.nodeId,
              [&] { addPageLine(page_.pageId, "new", "New page (node " + page_.nodeId + ")"); });

@@ -19,6 +19,7 @@
 #include "records/PageIdentity.h"
 #include "records/PageKind.h"
 #include "records/SystemBranch.h"
+#include "search/designs/PageIndex.h"
 #include "templates/DesignPath.h"
 
 namespace torvex {
@@ -93,6 +94,7 @@ db::Outcome<std::string_view> save(HostContext& host, db::Connection& connection
     replaceGroups(connection, page.pageId, page.groups);
     if (systemBranch::hasNumber(page.nodeId)) connection.execute(deleteMetaData, {page.pageId});
     const auto cause = dropBodies(host, connection, page);
+    if (cause.empty()) renewDesignIndex(host, connection, page.pageId);
     return cause.empty() ? db::commit(cause) : db::refuse(cause);
 }
 

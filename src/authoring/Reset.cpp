@@ -8,6 +8,7 @@
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "search/designs/PageIndex.h"
 
 namespace torvex {
 
@@ -85,6 +86,7 @@ db::Outcome<std::string> run(HostContext& host, PageId pageId, int loginId) {
         own.execute(updateDesign, {pageId, pageId});
         std::string result = statusText(own, pageId);
         for (const std::string_view statement : contentStatements) own.execute(statement, {pageId});
+        renewDesignIndex(host, own, pageId);
         return db::commit(std::move(result));
     };
     const std::string what = runOn(operationName, text::fromNumber(pageId));

@@ -23,6 +23,7 @@
 #include "platform/Keys.h"
 #include "platform/text/Text.h"
 #include "search/Search.h"
+#include "search/designs/PageIndex.h"
 
 namespace torvex::cli {
 
@@ -185,7 +186,8 @@ class Maker {
     Undo undo_;
 };
 
-/// The search of a site reads copies of its pages: with them there is something to be found from the start.
+/// The search of a site reads copies of its pages, and that of authors their words: with them there is something
+/// to be found from the start.
 void writeFirstSnapshots(const fs::path& folder, const Environment& environment) {
     OpenInstallation opened(Installation::open(folder.string(), environment));
     opened.runWithoutVisitor([&](HostContext& host) {
@@ -194,6 +196,7 @@ void writeFirstSnapshots(const fs::path& folder, const Environment& environment)
         Search search(host);
         search.connect(*connection);
         search.initializePages();
+        indexMissingPages(host, *connection);
     });
 }
 

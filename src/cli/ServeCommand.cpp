@@ -16,10 +16,12 @@
 #include "pages/Routes.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Keys.h"
+#include "platform/db/ConnectionSource.h"
 #include "platform/net/SmtpClient.h"
 #include "platform/text/Text.h"
 #include "search/StraySnapshots.h"
 #include "search/catalogue/Keeper.h"
+#include "search/designs/PageIndex.h"
 
 namespace torvex::cli {
 
@@ -124,6 +126,7 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
     opened.runWithoutVisitor([](HostContext& host) {
         Setup(host).initApplication();
         tidySnapshotFolders(host);
+        indexMissingPages(host, *db::openOwn(host));
     });
     server.uploadFolders = {opened.application.text(applicationKey::imagesUrl),
                             opened.application.text(applicationKey::documentsUrl)};

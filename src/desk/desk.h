@@ -46,6 +46,35 @@ class desk {
     /// "noRight".
     Value getBranch(const std::string& pageIdent);
 
+    // ---- What there is (desk/Find.cpp) ----
+
+    /// Pages, images and documents with these words, at most 30 of each kind from the line `from` (0) on; `kinds`
+    /// "" means all of them, else it is a list divided by commas. Pages in trees where the caller has an edit
+    /// right: the one that the words name by its number or node, then those with words in the title that begin
+    /// with all of them, then those with such words in title and bodies; each by title, then node (see
+    /// FoundPages.h, also for `filters`). Then files of the sites where she has one, or may look at the files:
+    /// those with all words anywhere in title, file name or alternative text, by title, site and file.
+    Value find(const std::string& words, const std::string& kinds = "", const std::string& site = "",
+               const std::string& lang = "", const std::string& filters = "", int from = 0);
+
+    // ---- Where texts lead (desk/DeadLinks.cpp, Uses.cpp, Impact.cpp) ----
+
+    /// Links and files in the designs of a tree that lead nowhere for visitors: "gone", "notLive" and "offline"
+    /// pages, "noFile", and links that are still "unchosen". By node, body (0 for meta data), target, reason; at
+    /// most 500, from the line `from` (0) on.
+    Value getDeadLinks(const std::string& site, const std::string& lang, int from = 0);
+    /// The pages that use something, in trees whose designs the caller may read: a "page" by its number or node;
+    /// an "image" or "document" by "SITE/PATH", where a path that ends in "/" is a folder with all in it; a
+    /// "template", "baseTemplate", "stylesheet", "application", "htmlFeed", "xmlFeed" or "group" by its number. By
+    /// node, twin ("D" before "L") and body, 0 for the setup and meta data; at most 500, from the line `from` on.
+    Value getUses(const std::string& kind, const std::string& id, int from = 0);
+    /// What would go with the page and all below it, and what would lose something: each "page" of the branch,
+    /// those that are "held" (by whom) and "notApproved"; outside of it each "link" to it (body 0: of the setup)
+    /// and each page whose "login" page is in it; pages in it that are a group's "entry" or "exit" page or have a
+    /// "menu". In this order of kinds, each by node, then body. Of pages that the caller may not read only that
+    /// they are.
+    Value getImpact(const std::string& pageIdent);
+
     // ---- A page (desk/Bodies.cpp, Compare.cpp, History.cpp, Hits.cpp) ----
 
     /// The bodies that have a row in the design or the live data, by their number: kind and feed of the

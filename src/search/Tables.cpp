@@ -8,6 +8,8 @@ std::span<const OwnedTable> searchTables() {
         {.name = "TORVEX_SEARCH_LOG", .page = "search_pageId", .turn = PageTurn::Search},
         // Files of what goes have to leave the catalogue.
         {.name = "TORVEX_SEARCH_QUEUE"},
+        {.name = "TORVEX_PAGE_WORDS", .page = "pageId", .turn = PageTurn::Search},
+        {.name = "TORVEX_LINKS", .page = "pageId", .turn = PageTurn::Bodies},
     };
     return tables;
 }

@@ -31,7 +31,7 @@ std::vector<Row<desk>> deskWorkRows() {
             "getBranch", &desk::getBranch, {argument("pageIdent")},
             "A page and all below it: whether each goes live, or goes, when the branch is published, and why "
             "not: \"held\", \"notApproved\", \"parentNotLive\", \"unchanged\" or \"noRight\".",
-            editRight("edit", "pageIdent"))
+            designOf("pageIdent"))
             .lists({{"pageId", Number},
                     {"nodeId", Text},
                     {"title", Text},
@@ -39,10 +39,73 @@ std::vector<Row<desk>> deskWorkRows() {
                     {"holder", Text},
                     {"goes", Boolean},
                     {"reason", Text}}),
+    };
+}
+
+std::vector<Row<desk>> deskFindRows() {
+    return {
+        reads("find", &desk::find,
+              {argument("words"), argument("kinds", ""), argument("site", ""), argument("lang", ""),
+               argument("filters", ""), argument("from", 0)},
+              "Pages where the caller may do something, images and documents with words that begin with "
+              "those given; 30 "
+              "of each kind. Filters for pages: \"state:changed\", \"type:P\", \"below:aa.en.01\".",
+              anyLogin())
+            .lists({{"kind", Text},
+                    {"pageId", Number},
+                    {"siteId", Text},
+                    {"lang", Text},
+                    {"nodeId", Text},
+                    {"title", Text},
+                    {"path", Text},
+                    {"state", Text},
+                    {"isLive", Boolean},
+                    {"excerpt", Text}}),
+        reads("getDeadLinks", &desk::getDeadLinks, {argument("site"), argument("lang"), argument("from", 0)},
+              "Links and files in the designs of a tree that lead nowhere: \"gone\", \"notLive\", "
+              "\"offline\", \"noFile\" "
+              "or \"unchosen\"; 500 at most.",
+              designIn("site", "lang"))
+            .lists({{"pageId", Number},
+                    {"nodeId", Text},
+                    {"title", Text},
+                    {"bodyId", Number},
+                    {"target", Text},
+                    {"reason", Text}}),
+        reads("getUses", &desk::getUses, {argument("kind"), argument("id"), argument("from", 0)},
+              "The pages that use something, as far as the caller may read them: a \"page\", an \"image\" or "
+              "\"document\" "
+              "(SITE/PATH, or a folder's SITE/PATH/), a \"template\", \"baseTemplate\", \"stylesheet\", "
+              "\"application\", "
+              "\"htmlFeed\", \"xmlFeed\" or \"group\"; 500 at most.",
+              anyLogin())
+            .lists({{"pageId", Number},
+                    {"siteId", Text},
+                    {"lang", Text},
+                    {"nodeId", Text},
+                    {"title", Text},
+                    {"bodyId", Number},
+                    {"twin", Text}}),
+        reads("getImpact", &desk::getImpact, {argument("pageIdent")},
+              "What the removal of a page and all below it takes along and breaks: \"page\", \"held\", "
+              "\"notApproved\", "
+              "\"link\", \"login\", \"entry\", \"exit\" and \"menu\".",
+              designOf("pageIdent"))
+            .lists({{"kind", Text},
+                    {"pageId", Number},
+                    {"nodeId", Text},
+                    {"title", Text},
+                    {"bodyId", Number},
+                    {"detail", Text}}),
+    };
+}
+
+std::vector<Row<desk>> deskPageRows() {
+    return {
         reads("getBodies", &desk::getBodies, {argument("pageIdent")},
               "The bodies of a page by number: what kind each is, its feed, its length, and whether visitors "
               "see another one.",
-              editRight("edit", "pageIdent"))
+              designOf("pageIdent"))
             .lists({{"bodyId", Number},
                     {"kind", Text},
                     {"feedId", Number},
@@ -50,10 +113,10 @@ std::vector<Row<desk>> deskWorkRows() {
                     {"characters", Number},
                     {"differs", Boolean}}),
         reads("compare", &desk::compare, {argument("pageIdent")},
-              "Where a page's design differs from what visitors see.", editRight("edit", "pageIdent"))
+              "Where a page's design differs from what visitors see.", designOf("pageIdent"))
             .lists({{"part", Text}, {"bodyId", Number}, {"design", Text}, {"live", Text}, {"name", Text}}),
         reads("getHistory", &desk::getHistory, {argument("pageIdent"), argument("from", 0)},
-              "What was done to a page, the latest first; 500 lines at most.", editRight("edit", "pageIdent"))
+              "What was done to a page, the latest first; 500 lines at most.", designOf("pageIdent"))
             .lists(
                 {{"moment", Date}, {"loginId", Number}, {"name", Text}, {"action", Text}, {"detail", Text}}),
         reads("getHits", &desk::getHits,

@@ -1,0 +1,178 @@
+// desk: links of a tree's designs that lead nowhere.
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+#include <vector>
+
+#include "desk/desk.h"
+#include "media/MediaKind.h"
+#include "platform/DateTime.h"
+#include "platform/Errors.h"
+#include "platform/HostContext.h"
+#include "platform/files/FileSystem.h"
+#include "platform/text/Text.h"
+#include "records/PageId.h"
+
+namespace torvex {
+
+namespace {
+
+constexpr int mostLines = 500;
+constexpr std::size_t deadLinkColumns = 6;
+
+// Targets are far fewer than links: those that are dead are found first, and then what leads to them. A folder
+// is never on line itself.
+
+constexpr std::string_view toPages =
+    "select k.pageId, d.nodeId, d.title, k.bodyId, k.linkPage as target, "
+    "case when t.pageId is null then 'gone' when l.pageId is null then 'notLive' else 'offline' end as "
+    "reason "
+    "from (select distinct linkPage from TORVEX_LINKS where linkPage > 0 and linkTwin = 'D') x "
+    "left outer join TORVEX_PAGES_DESIGN t on t.pageId = x.linkPage "
+    "left outer join TORVEX_PAGES_LIVE l on l.pageId = x.linkPage "
+    "inner join TORVEX_LINKS k on k.linkPage = x.linkPage and k.linkTwin = 'D' "
+    "inner join TORVEX_PAGES_DESIGN d on d.pageId = k.pageId "
+    "where d.site = ? and d.lang = ? and (t.pageId is null or l.pageId is null or (coalesce(l.type, '') <> "
+    "'F' "
+    "and (coalesce(l.online, 0) <> 1 or coalesce(l.onlineFrom, '') > ? "
+    "or coalesce(nullif(l.onlineTo, ''), '99999999') < ?))) order by d.nodeId, k.bodyId, k.linkPage limit ?";
+constexpr std::string_view toNodes =
+    "select k.pageId, d.nodeId, d.title, k.bodyId, x.linkTarget as target, "
+    "case when t.pageId is null then 'gone' when l.pageId is null then 'notLive' else 'offline' end as "
+    "reason "
+    "from (select distinct linkTarget from TORVEX_LINKS where linkKind = 'page' and linkTarget > '') x "
+    "left outer join TORVEX_PAGES_DESIGN t on t.nodeId = x.linkTarget "
+    "left outer join TORVEX_PAGES_LIVE l on l.pageId = t.pageId "
+    "inner join TORVEX_LINKS k on k.linkKind = 'page' and k.linkTarget = x.linkTarget and k.linkTwin = 'D' "
+    "inner join TORVEX_PAGES_DESIGN d on d.pageId = k.pageId "
+    "where d.site = ? and d.lang = ? and (t.pageId is null or l.pageId is null or (coalesce(l.type, '') <> "
+    "'F' "
+    "and (coalesce(l.online, 0) <> 1 or coalesce(l.onlineFrom, '') > ? "
+    "or coalesce(nullif(l.onlineTo, ''), '99999999') < ?))) order by d.nodeId, k.bodyId, x.linkTarget limit "
+    "?";
+
+constexpr std::string_view toImages =
+    "select k.pageId, d.nodeId, d.title, k.bodyId, x.linkSite as fileSite, x.linkTarget as target, "
+    "'noFile' as reason "
+    "from (select distinct linkSite, linkTarget from TORVEX_LINKS where linkKind = 'image') x "
+    "inner join TORVEX_LINKS k on k.linkKind = 'image' and k.linkTarget = x.linkTarget "
+    "and k.linkSite = x.linkSite and k.linkTwin = 'D' "
+    "inner join TORVEX_PAGES_DESIGN d on d.pageId = k.pageId "
+    "where d.site = ? and d.lang = ? and not exists (select 1 from TORVEX_IMAGES i "
+    "where i.img_site = x.linkSite and i.img_filename = x.linkTarget) "
+    "order by d.nodeId, k.bodyId, x.linkTarget limit ?";
+/// Of the page's own site where none is named, by file or by title.
+constexpr std::string_view toDocuments =
+    "select k.pageId, d.nodeId, d.title, k.bodyId, x.fileSite, x.linkTarget as target, 'noFile' as reason "
+    "from (select linkSite, linkTarget, coalesce(nullif(linkSite, ''), ?) as fileSite from TORVEX_LINKS "
+    "where linkKind = 'document' group by linkSite, linkTarget) x "
+    "inner join TORVEX_LINKS k on k.linkKind = 'document' and k.linkTarget = x.linkTarget "
+    "and k.linkSite = x.linkSite and k.linkTwin = 'D' "
+    "inner join TORVEX_PAGES_DESIGN d on d.pageId = k.pageId "
+    "where d.site = ? and d.lang = ? and not exists (select 1 from TORVEX_DOCUMENTS i "
+    "where i.doc_site = x.fileSite and i.doc_filename = x.linkTarget) "
+    "and not exists (select 1 from TORVEX_DOCUMENTS i "
+    "where i.doc_site = x.fileSite and i.doc_title = x.linkTarget) "
+    "order by d.nodeId, k.bodyId, x.linkTarget limit ?";
+constexpr std::string_view unchosen =
+    "select k.pageId, d.nodeId, d.title, k.bodyId, '' as target, 'unchosen' as reason from TORVEX_LINKS k "
+    "inner join TORVEX_PAGES_DESIGN d on d.pageId = k.pageId "
+    "where k.linkKind = 'unchosen' and k.linkTwin = 'D' and d.site = ? and d.lang = ? "
+    "order by d.nodeId, k.bodyId limit ?";
+
+/// A link as it is listed.
+struct DeadLink {
+    PageId pageId = 0;
+    std::string nodeId;
+    std::string title;
+    double bodyId = 0;
+    std::string target;
+    std::string reason;
+};
+
+/// What lies in a file system is a file even where no register knows it.
+class FilesOnDisk {
+  public:
+    FilesOnDisk(const HostContext& host, MediaKind kind) : host_(host), kind_(kind) {}
+
+    bool has(const std::string& site, const std::string& path) {
+        const auto [known, isNew] = known_.try_emplace({site, path}, false);
+        if (isNew && text::find(path, "..") == text::npos) {
+            known->second =
+                host_.files.fileExists(mediaDirectory(host_.application, kind_, site) + "/" + path);
+        }
+        return known->second;
+    }
+
+  private:
+    const HostContext& host_;
+    MediaKind kind_;
+    std::map<std::pair<std::string, std::string>, bool> known_;
+};
+
+/// The list in the making.
+class DeadLinks {
+  public:
+    void add(const db::Rows& row) {
+        links_.push_back({row.number("pageId"), row.text("nodeId"), row.text("title"),
+                          std::max(row.number("bodyId"), 0.0), row.text("target"), row.text("reason")});
+    }
+    void addAll(db::Rows rows) {
+        while (rows.next()) add(rows);
+    }
+    void addMissing(db::Rows rows, FilesOnDisk files) {
+        while (rows.next()) {
+            const std::string site = rows.text("fileSite");
+            const std::string path = rows.text("target");
+            if (files.has(site, path)) continue;
+            add(rows);
+            links_.back().target = site + "/" + path;
+        }
+    }
+    Value take(int from) {
+        std::sort(links_.begin(), links_.end(), [](const DeadLink& one, const DeadLink& other) {
+            const int order = text::compare(one.nodeId, other.nodeId);
+            if (order != 0) return order < 0;
+            return std::tie(one.bodyId, one.target, one.reason) <
+                   std::tie(other.bodyId, other.target, other.reason);
+        });
+        ResultGrid grid(deadLinkColumns);
+        const auto first = std::min(links_.size(), static_cast<std::size_t>(from));
+        const auto last = std::min(links_.size(), first + mostLines);
+        for (std::size_t i = first; i < last; ++i) {
+            const DeadLink& link = links_[i];
+            grid.add({link.pageId, link.nodeId, link.title, link.bodyId, link.target, link.reason});
+        }
+        return gridOrEmpty(std::move(grid));
+    }
+
+  private:
+    std::vector<DeadLink> links_;
+};
+
+}  // namespace
+
+Value desk::getDeadLinks(const std::string& site, const std::string& lang, int from) try {
+    if (from < 0) return {};
+    const std::string wantedSite = text::lowerTrim(site);
+    const std::string wantedLang = text::lowerTrim(lang);
+    const std::string_view s = wantedSite;
+    const std::string_view l = wantedLang;
+    const std::string today = host_.clock.today();
+    const std::string_view day = today;
+    const int most = from + mostLines;
+    db::Connection& connection = this->connection();
+    DeadLinks links;
+    links.addAll(connection.query(toPages, {s, l, day, day, most}));
+    links.addAll(connection.query(toNodes, {s, l, day, day, most}));
+    links.addMissing(connection.query(toImages, {s, l, most}), FilesOnDisk(host_, MediaKind::Images));
+    links.addMissing(connection.query(toDocuments, {s, s, l, most}),
+                     FilesOnDisk(host_, MediaKind::Documents));
+    links.addAll(connection.query(unchosen, {s, l, most}));
+    return links.take(from);
+} catch (...) {
+    raiseFrom("getDeadLinks !");
+}
+
+}  // namespace torvex
