@@ -8,7 +8,8 @@ namespace torvex::test {
 namespace {
 
 constexpr std::string_view sqliteTables =
-    "select name from sqlite_master where type = 'table' and name like 'TORVEX_%'";
+    "select name from sqlite_master where type = 'table' and name like 'TORVEX_%' "
+    "and name not like 'TORVEX_PAGE_WORDS_INDEX%'";
 constexpr std::string_view postgresTables =
     "select relname as name from pg_class where relnamespace = current_schema()::regnamespace "
     "and relkind = 'r' and relname like 'torvex_%' and relname <> 'torvex_audit_trail'";
