@@ -175,6 +175,7 @@ TEST(OwnedRows, ABranchGoesFromWhatHangsOnItToItsPages) {
                                                                      "TORVEX_PAGES_GROUPS_LIVE",
                                                                      "TORVEX_BODIES_DESIGN",
                                                                      "TORVEX_BODIES_LIVE",
+                                                                     "TORVEX_DRAFTS",
                                                                      "TORVEX_LINKS",
                                                                      "TORVEX_LOGGING",
                                                                      "TORVEX_PAGES_METADATA_DESIGN",
