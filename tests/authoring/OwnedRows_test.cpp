@@ -165,7 +165,9 @@ TEST(OwnedRows, ALanguageGoesInTheOrderThatItAlwaysWent) {
 }
 
 TEST(OwnedRows, ALoginGoesBeforeItsRolesAndSettings) {
-    EXPECT_THAT(statementsForLogin(), ElementsAreArray({"delete from TORVEX_LOGINS where loginId = ?",
+    EXPECT_THAT(statementsForLogin(), ElementsAreArray({"delete from TORVEX_API_TOKENS where loginId = ?",
+                                                        "delete from TORVEX_DRAFTS where loginId = ?",
+                                                        "delete from TORVEX_LOGINS where loginId = ?",
                                                         "delete from TORVEX_ROLES_LOGINS where loginId = ?",
                                                         "delete from TORVEX_SETUP where loginId = ?"}));
 }
