@@ -88,6 +88,28 @@ describe("the door", () => {
     assert.equal(await page.locator("html").getAttribute("lang"), "en");
   });
 
+  test("asks before it ends a session at another place", async () => {
+    const { context: other, violations: found } = await watched(site, { locale: "en-GB" });
+    const tab = await other.newPage();
+    const tryIt = async () => {
+      await tab.getByLabel(/User.name/).fill("heide");
+      await tab.locator("#password").fill(passwords.heide);
+      await tab.getByRole("button", { name: /Log.in/ }).click();
+      await tab.getByRole("alert").waitFor();
+    };
+    holdElsewhere(install, "heide");
+    await tab.goto(`${site.address}/torvex/login?to=%2Ftorvex%2Ferror.asp%3Ferror%3Din`);
+    await tryIt();
+    assert.match(await tab.getByRole("alert").innerText(), /from 10\.0\.0\.7 since 2026-01-02 9:12\. End that session/);
+    assert.doesNotMatch(await tab.content(), new RegExp(passwords.heide));
+    await tab.getByRole("link", { name: /Not.now/ }).click();
+    await tryIt();
+    await Promise.all([tab.waitForURL(/error\.asp/), tab.getByRole("button", { name: /End.that.session/ }).click()]);
+    assert.equal(new URL(tab.url()).search, "?error=in");
+    assert.deepEqual(found, []);
+    await other.close();
+  });
+
   test("counts down when there were too many tries", async () => {
     const { context: other } = await watched(site, { locale: "en-GB" });
     const tab = await other.newPage();

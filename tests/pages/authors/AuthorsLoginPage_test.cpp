@@ -142,6 +142,16 @@ TEST_P(AuthorsLoginPage, NobodyTakesOverWithoutHavingShownThePassword) {
     EXPECT_THAT(holder(anna), StartsWith("another|10.0.0.7"));
 }
 
+TEST_P(AuthorsLoginPage, OneClickEndsTheOtherSessionAndGoesOnHere) {
+    beHeldFrom("10.0.0.7");
+    logIn("anna", "Secret");
+    send({{"takeOver", "1"}, {"to", "/torvex/page.asp?pageId=12"}});
+    EXPECT_EQ(location(host), "/torvex/page.asp?pageId=12");
+    EXPECT_TRUE(isLoggedIn());
+    EXPECT_THAT(holder(anna), StartsWith(host.session.id() + "|10.0.0.5"));
+    EXPECT_TRUE(host.session.takeTokenRequest());
+}
+
 TEST_P(AuthorsLoginPage, WhatWasTypedIsForgottenWithTheNextRequest) {
     beHeldFrom("10.0.0.7");
     logIn("anna", "Secret");
