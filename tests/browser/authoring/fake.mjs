@@ -92,7 +92,10 @@ export async function openShell(browser, { path = "/torvex/", api = {}, lang = "
     if (!pathname.startsWith("/torvex/api/")) return route.fulfill({ contentType: "text/html", body: shellOf(lang), headers: { "content-security-policy": policy } });
     const name = pathname.slice("/torvex/api/".length);
     if (name === "labels") return json(200, words(searchParams.get("lang")));
-    if (name === "session") return json(200, { login: state.loggedIn ? { loginId: 2, username: "iris", name: "Iris Falk" } : null });
+    if (name === "session") return json(200, {
+      login: state.loggedIn ? { loginId: 2, username: "iris", name: "Iris Falk", isAdministrator: false } : null,
+      rights: { all: false, pages: [{ site: "bg", lang: "en", may: ["onOff", "move", "publish", "approve", "edit"] }], entries: [] },
+    });
     const args = request.postDataJSON() ?? {};
     state.sent.push({ name, args });
     state.tokens.push(request.headers()["x-torvex-token"]);

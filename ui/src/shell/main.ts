@@ -16,7 +16,6 @@ import { startSession, watchConnection } from "./session";
 import "./tvx-faces";
 import "./tvx-phone-nav";
 import { TvxShell } from "./tvx-shell";
-import { loadWebsites } from "./workplace";
 
 function logInFirst(): void {
   const here = location.pathname + location.search;
@@ -44,7 +43,6 @@ async function start(): Promise<void> {
   quietAboutTheLine();
   startAppearance();
   if (!(await startSession())) return logInFirst();
-  await loadWebsites();
   document.getElementById("loading")?.remove();
   startAddresses();
   startKeys();

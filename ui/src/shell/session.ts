@@ -1,52 +1,32 @@
-import { Batch } from "../api";
 import { connection } from "../api/connection";
-import { isProblem } from "../api/problem";
 import { requestNow } from "../api/request";
 import { loadWords } from "../labels";
-import type { Login } from "./workplace";
-import { workplace } from "./workplace";
+import { wishedLanguage } from "./language";
+import { type Login, loadWebsites, nothingAllowed, type SessionRights, workplace } from "./workplace";
 
 interface SessionAnswer {
   login?: (Partial<Login> & { language?: string }) | null;
   interfaceLanguage?: string;
+  rights?: SessionRights;
 }
 
-const isAdministrator = (username: string) => username.toLowerCase() === "sa";
+const asked = async () => (await requestNow("session", undefined)) as SessionAnswer;
 
-async function askedOfObject(): Promise<SessionAnswer> {
-  const work = new Batch();
-  const me = work.get("cManager", "loginId", "username", "Fullname");
-  await work.run({ noLogin: true });
-  const { loginId, username, Fullname } = me.value;
-  return { login: loginId ? { loginId, username, name: Fullname } : null };
-}
-
-async function asked(): Promise<SessionAnswer> {
-  try {
-    return (await requestNow("session", undefined)) as SessionAnswer;
-  } catch (error) {
-    if (isProblem(error) && error.status === 404) return askedOfObject();
-    throw error;
-  }
+function loginOf({ login }: SessionAnswer): Login | null {
+  if (!login?.loginId) return null;
+  const { loginId, username = "", name, isAdministrator = false } = login;
+  return { loginId, username, name: name || username, isAdministrator };
 }
 
 /** Whom the server takes us for, or null. */
-export async function whoAmI(): Promise<Login | null> {
-  const { login } = await asked();
-  if (!login?.loginId) return null;
-  const username = login.username ?? "";
-  return {
-    loginId: login.loginId,
-    username,
-    name: login.name || username,
-    isAdministrator: login.isAdministrator ?? isAdministrator(username),
-  };
-}
+export const whoAmI = async () => loginOf(await asked());
 
 /** Learns who works here, and in which words; false when nobody is logged in. */
 export async function startSession(): Promise<boolean> {
-  const [login] = await Promise.all([whoAmI(), loadWords(document.documentElement.lang || "en")]);
+  const [session] = await Promise.all([asked(), loadWords(wishedLanguage())]);
+  const login = loginOf(session);
   workplace.patch({ login });
+  if (login) await loadWebsites(session.rights ?? nothingAllowed);
   return login !== null;
 }
 

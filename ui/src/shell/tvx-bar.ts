@@ -4,14 +4,15 @@ import { TvxElement, Watch } from "../kit/element";
 import { icon } from "../kit/icon";
 import { initials } from "../kit/initials";
 import { type MenuEntry, openMenu, rule } from "../kit/tvx-menu";
-import { interfaceLanguage, L, loadWords, plural, t } from "../labels";
+import { interfaceLanguage, L, plural, t } from "../labels";
 import { shownKey } from "../labels/keys";
 import { go } from "./address";
 import { type Appearance, appearance } from "./appearance";
+import { useLanguage } from "./language";
 import { counters } from "./presence";
 import { commands } from "./registry";
 import "./tvx-bar.css";
-import { enter, kept, websiteAt, workplace } from "./workplace";
+import { enter, websiteAt, workplace } from "./workplace";
 
 const languages = [
   ["en", "English"],
@@ -23,11 +24,6 @@ const appearances: [Appearance, number][] = [
   ["light", L.appearanceLight],
   ["dark", L.appearanceDark],
 ];
-
-export async function useLanguage(lang: string): Promise<void> {
-  await loadWords(lang);
-  kept.set("language", lang);
-}
 
 export const logOut = () => location.assign("/torvex/logout");
 

@@ -1,4 +1,4 @@
-import { Batch, call } from "../api";
+import { call } from "../api";
 import { Store } from "../kit/store";
 
 export interface Login {
@@ -95,28 +95,36 @@ export const kept = {
   set: (name: string, value: string) => localStorage.setItem(keptAt(name), value),
 };
 
-const callsInABatch = 100;
-
-async function rightsIn(websites: { site: string; lang: string }[]): Promise<EditRights[]> {
-  const rights: EditRights[] = [];
-  for (let from = 0; from < websites.length; from += callsInABatch) {
-    const work = new Batch();
-    const steps = websites
-      .slice(from, from + callsInABatch)
-      .map(({ site, lang }) => work.do("cManager.getLoginEditRights", { site, lang }));
-    await work.run();
-    rights.push(...steps.map(({ value }) => editRights(String(value))));
-  }
-  return rights;
+/** What a login may do, in any branch; as `/torvex/api/session` tells it. */
+export interface SessionRights {
+  all: boolean;
+  pages: { site: string; lang: string; may: (keyof EditRights)[] }[];
+  entries: { entry: number; site: string; lang: string; view: boolean; edit: boolean }[];
 }
 
+export const nothingAllowed: SessionRights = { all: false, pages: [], entries: [] };
+const everything: EditRights = { onOff: true, move: true, publish: true, approve: true, edit: true };
+
+function rightsIn({ all, pages }: SessionRights, site: string, lang: string): EditRights {
+  if (all) return everything;
+  const may = pages.filter((one) => one.site === site && one.lang === lang).flatMap((one) => one.may);
+  return Object.fromEntries(
+    Object.keys(noRights).map((right) => [right, may.includes(right as keyof EditRights)]),
+  ) as unknown as EditRights;
+}
+
+/** Entries from here on are those of sites and languages. */
+const firstOfSites = 110;
+
+const hasEntry = ({ entries }: SessionRights, { site, lang }: { site: string; lang: string }) =>
+  entries.some((one) => one.entry >= firstOfSites && ["", site].includes(one.site) && ["", lang].includes(one.lang));
+
 /** The websites where this login can do something. */
-export async function loadWebsites(): Promise<void> {
+export async function loadWebsites(rights: SessionRights): Promise<void> {
   const all = await call("cManager.getWebsites", {});
-  const rights = await rightsIn(all);
-  const websites = all.map((row, at): Website => ({ ...row, rights: rights[at] ?? noRights }));
-  const mine = websites.filter(({ rights }) => hasAny(rights));
-  const offered = mine.length > 0 ? mine : websites;
+  const offered = all
+    .map((row): Website => ({ ...row, rights: rightsIn(rights, row.site, row.lang) }))
+    .filter((website) => hasAny(website.rights) || hasEntry(rights, website));
   const [site, lang] = kept.get("website").split(".");
   const first =
     offered.find((one) => one.site === site && one.lang === lang) ??

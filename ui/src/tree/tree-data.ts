@@ -3,7 +3,7 @@ import { isProblem } from "../api/problem";
 import { sitemapOf } from "../formats/sitemap";
 import { Store } from "../kit/store";
 import { place } from "../shell/address";
-import { type Change, hasAny, onPagesChanged, websiteAt, workplace } from "../shell/workplace";
+import { type Change, onPagesChanged, websiteAt, workplace } from "../shell/workplace";
 import { TreeModel } from "./model";
 
 /** The tree of the website where one works, and what is being fetched of it. */
@@ -131,8 +131,7 @@ function work(): void {
   if (site === tree.value.site && lang === tree.value.lang) return;
   tree.value = empty(site, lang);
   // A tree where one may do nothing isn't given out.
-  const website = websiteAt(site, lang);
-  if (website && hasAny(website.rights)) void load();
+  if (websiteAt(site, lang)) void load();
   else tree.patch({ phase: "ready" });
 }
 

@@ -1,0 +1,80 @@
+import assert from "node:assert/strict";
+import { describe, test } from "node:test";
+import { author, clickInto, edited, openPage, passwords, servedAuthors, treeRow } from "./support.mjs";
+
+const words = "The garden in an hour";
+const card = (page, name) => page.getByRole("region", { name });
+
+describe("authors together", () => {
+  const site = servedAuthors();
+
+  test("one checks in; the other sees it wait, looks at what changed, approves and publishes it in two clicks", async () => {
+    const reed = await author(site, "reed");
+    await openPage(reed.page, /What.s on/);
+    await clickInto(reed.page, words);
+    await reed.page.keyboard.type(" Reeds Wort.");
+    await reed.page.getByRole("main").getByRole("button", { name: "Check in" }).click();
+    await reed.page.getByRole("main").getByRole("button", { name: "Edit" }).waitFor();
+
+    const basil = await author(site, "basil");
+    const toApprove = card(basil.page, "To approve");
+    await toApprove.getByRole("link", { name: /What.s on/ }).waitFor();
+    await toApprove.getByRole("row", { name: /What.s on/ }).click();
+    await basil.page.getByRole("button", { name: "Compare" }).first().click();
+    await basil.page.getByText("Reeds Wort.").first().waitFor();
+    await basil.page.getByRole("main").getByRole("button", { name: /^(Publish|Approve)/ }).first().click();
+    await basil.page.getByRole("dialog").getByRole("button", { name: /^Publish/ }).click();
+    await basil.page.getByText("Published.").waitFor();
+    assert.match(await site.live(11), /Reeds Wort\./);
+    assert.deepEqual([...reed.faults, ...basil.faults], []);
+    await reed.close();
+    await basil.close();
+  });
+
+  test("whoever opens a page that another is in sees her name, can't type, and asks for it", async () => {
+    const basil = await author(site, "basil");
+    await openPage(basil.page, /What.s on/);
+    await clickInto(basil.page, words);
+    await basil.page.keyboard.type(" Basils Wort.");
+    await basil.page.waitForTimeout(800);
+
+    const iris = await author(site, "iris");
+    await treeRow(iris.page, /What.s on/).first().click();
+    const main = iris.page.getByRole("main");
+    await main.getByText(/Basil Crane/).first().waitFor();
+    await edited(iris.page).getByText(words).first().click();
+    await iris.page.keyboard.type("nicht");
+    assert.ok(!(await edited(iris.page).locator("body").innerText()).includes("nicht"));
+    await main.getByRole("button", { name: "Ask for it" }).click();
+    await basil.page.getByText(/Iris Falk asks for/).waitFor({ timeout: 40_000 });
+    await basil.page.locator("tvx-toasts").getByRole("button", { name: "Check in" }).click();
+    await basil.page.waitForTimeout(1500);
+    const [row] = site.query("select lockStatus from TORVEX_PAGES_DESIGN where pageId = 11");
+    assert.equal(Number(Object.values(row)[0]), 0);
+    assert.deepEqual([...basil.faults, ...iris.faults], []);
+    await basil.close();
+    await iris.close();
+  });
+
+  test("logging in elsewhere ends the first window, which keeps the sentence", async () => {
+    const first = await author(site, "heide", { path: "/torvex/page.asp?pageId=61" });
+    const row = site.query("select pageId from TORVEX_PAGES_DESIGN where nodeId = 'bg.de.03'")[0];
+    await first.page.goto(`${site.address}/torvex/page.asp?pageId=${Object.values(row)[0]}`);
+    await edited(first.page).locator("p").first().click();
+    await edited(first.page).locator("[contenteditable=true]").first().waitFor();
+    await first.page.keyboard.press("Control+End");
+    await first.page.keyboard.type(" Mein Satz.");
+    await first.page.waitForTimeout(600);
+    const second = await author(site, "heide");
+    await first.page.keyboard.press("Control+s");
+    const dialog = first.page.getByRole("dialog", { name: "Log in again" });
+    await dialog.waitFor({ timeout: 40_000 });
+    await second.close();
+    await first.page.getByLabel("Password").fill(passwords.heide);
+    await dialog.getByRole("button", { name: "Log in" }).click();
+    await dialog.waitFor({ state: "detached" });
+    assert.match(await edited(first.page).locator("body").innerText(), /Mein Satz\./);
+    assert.deepEqual(first.faults, []);
+    await first.close();
+  });
+});
