@@ -46,7 +46,7 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (4264, 'Line across', 'Trennlinie'),
   (4265, 'Insert', 'Einfügen'),
   (4266, 'Looks', 'Aussehen'),
-  (4267, 'Color', 'Farbe'),
+  (4267, 'Words', 'Wörter'),
   (4268, 'Background', 'Hintergrund'),
   (4269, 'Font', 'Schrift'),
   (4270, 'Size', 'Größe'),
@@ -109,5 +109,17 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (4327, 'The page has no description.', 'Die Seite hat keine Beschreibung.'),
   (4328, 'The page has no title.', 'Die Seite hat keinen Titel.'),
   (4329, 'A feed fails.', 'Ein Feed schlägt fehl.'),
-  (4330, 'A picture is heavy.', 'Ein Bild ist schwer.')
+  (4330, 'A picture is heavy.', 'Ein Bild ist schwer.'),
+  (4331, 'Font', 'Schrift'),
+  (4332, 'Color', 'Farbe'),
+  (4333, 'dark', 'dunkel'),
+  (4334, 'red', 'rot'),
+  (4335, 'amber', 'bernstein'),
+  (4336, 'green', 'grün'),
+  (4337, 'blue', 'blau'),
+  (4338, 'violet', 'violett'),
+  (4339, 'small', 'klein'),
+  (4340, 'usual', 'normal'),
+  (4341, 'large', 'groß'),
+  (4342, 'very large', 'sehr groß')
 on conflict (lang_label) do nothing;

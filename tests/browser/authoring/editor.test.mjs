@@ -15,6 +15,8 @@ const half = Array.from({ length: 235 }, (_, i) =>
 const crossed = "<b>one<p>two</b>three</p>";
 const odd = '<P CLASS=intro data-x=\'{"a":1}\'>Moss &amp; fern,\r\n  <FONT color="#900">oak</font>&nbsp;&copy 2026 <!--!marker!-->\n<table border=1><tr><td>one<td>two</table>\n<p>last';
 
+const faulty = '<p>See <a href="page(99999)">there</a>.</p><h5>Deep</h5><img src="/images/bg/palm-house.svg"><p style="color:#bbb;background:#fff">pale words</p>';
+
 const setBody = (body, page, text) => `update TORVEX_BODIES_DESIGN set bodyText = '${text.replaceAll("'", "''")}' where pageId = ${page} and bodyId = ${body}`;
 
 const program = process.env.TORVEX_PROGRAM ?? join(dirname(fileURLToPath(import.meta.url)), "../../../build/release/torvex");
@@ -30,12 +32,20 @@ function useInterface(install) {
   writeFileSync(file, readFileSync(file, "utf8").replace(/^\[authoring\]$/m, `[authoring]\ninterface = "${folder}"`));
 }
 
+// The template of page 23 shows its second body at another place as well.
+function showTwice(install) {
+  const path = join(install, "contentTemplates/bg/en/leaflet.html");
+  const tag = "<!--!torvex_body_2!-->";
+  writeFileSync(path, readFileSync(path, "utf8").replace(tag, `${tag}</div><div>${tag}`));
+}
+
 describe("a body is edited on its page", () => {
   let folder;
-  const site = servedDemo([setBody(3, 8, half), "update TORVEX_BODIES_DESIGN set bodyText = bodyText || bodyText where pageId = 8 and bodyId = 3", setBody(3, 9, crossed), setBody(3, 10, odd)], (install) => {
+  const site = servedDemo([setBody(3, 8, half), "update TORVEX_BODIES_DESIGN set bodyText = bodyText || bodyText where pageId = 8 and bodyId = 3", setBody(3, 9, crossed), setBody(3, 10, odd), setBody(3, 11, faulty)], (install) => {
     folder = install;
     givePasswords(install);
     useInterface(install);
+    showTwice(install);
   });
   let context;
   let page;
@@ -47,7 +57,7 @@ describe("a body is edited on its page", () => {
     await page.locator(".body-handle").first().waitFor();
   };
   const edit = async (body) => {
-    await page.getByRole("button", { name: `Body ${body}`, exact: true }).focus();
+    await page.getByRole("button", { name: `Body ${body}`, exact: true }).first().focus();
     await page.keyboard.press("Enter");
     await page.getByRole("menuitem", { name: "Edit", exact: true }).click();
     await page.getByRole("toolbar", { name: "Tools for text" }).waitFor();
@@ -70,7 +80,7 @@ describe("a body is edited on its page", () => {
   };
 
   before(async () => {
-    context = await site.browser.newContext({ viewport: { width: 1440, height: 900 } });
+    context = await site.browser.newContext({ viewport: { width: 1440, height: 900 }, reducedMotion: "reduce" });
     violations = [];
     page = await newPage();
     await logInAs(page, site, "iris");
@@ -195,7 +205,101 @@ describe("a body is edited on its page", () => {
     await page.keyboard.press("Escape");
   });
 
+  test("what comes from elsewhere keeps its structure and loses its looks", async () => {
+    await open(pageId);
+    await edit(2);
+    await page.keyboard.press("Control+End");
+    await frame().evaluate(() => {
+      const data = new DataTransfer();
+      data.setData("text/html", '<h2 style="color:red">Pasted</h2><p onclick="go()"><b style="x">bold</b> <a href="javascript:go()">no</a> <script>go()</script></p>');
+      document.activeElement.dispatchEvent(new ClipboardEvent("paste", { clipboardData: data, bubbles: true, cancelable: true }));
+    });
+    await save();
+    assert.match(stored(pageId, 2), /<h2>Pasted<\/h2>\s*<p><strong>bold<\/strong> no\s*<\/p>$/);
+    await page.keyboard.press("Escape");
+  });
+
+  test("a body that the template shows twice is the same at both places", async () => {
+    await open(23);
+    assert.equal(await page.getByRole("button", { name: "Body 2", exact: true }).count(), 2);
+    await edit(2);
+    await page.keyboard.type("Twice. ");
+    await frame().locator("td.bodycontent").filter({ hasText: "Twice." }).nth(1).waitFor();
+    await save();
+    await page.keyboard.press("Escape");
+  });
+
+  test("a body that was emptied is put back by Undo", async () => {
+    await open(pageId);
+    const before = stored(pageId, 2);
+    await page.getByRole("button", { name: "Body 2", exact: true }).focus();
+    await page.keyboard.press("Enter");
+    await page.getByRole("menuitem", { name: "Empty this body" }).click();
+    await page.getByText("Body 2 is empty now").waitFor();
+    assert.equal(site.query(`select count(*) as n from TORVEX_BODIES_DESIGN where pageId = ${pageId} and bodyId = 2`)[0].n, 0);
+    await page.getByRole("button", { name: "Undo" }).last().click();
+    await page.locator("tvx-page-frame .frame-stage[aria-busy=false]").waitFor();
+    await frame().getByText("Pasted").waitFor();
+    assert.equal(stored(pageId, 2), before);
+  });
+
+  test("a body becomes a feed, which the page shows before it is saved", async () => {
+    await page.getByRole("button", { name: "Body 3", exact: true }).focus();
+    await page.keyboard.press("Enter");
+    await page.getByRole("menuitem", { name: "Text or feed..." }).click();
+    await page.getByLabel("HTML feed").check();
+    await page.getByText("What it gives now is shown on the page.").waitFor();
+    assert.deepEqual(await findingsOfAxe(page, "tvx-dialog"), []);
+    await page.getByRole("dialog").getByRole("button", { name: "Save" }).click();
+    await page.getByRole("button", { name: "Feed 3", exact: true }).waitFor();
+    assert.equal(site.query(`select bodyType from TORVEX_BODIES_DESIGN where pageId = ${pageId} and bodyId = 3`)[0].bodyType, 2);
+  });
+
+  test("checks find what is wrong on a page and lead to it", async () => {
+    await open(11);
+    await page.getByRole("tab", { name: "Checks" }).click();
+    const list = page.getByRole("list", { name: "Checks" });
+    await list.getByText("A link leads nowhere.").waitFor();
+    await list.getByText("A picture has no alternative text.").waitFor();
+    await list.getByText("A heading leaves out a level.").waitFor();
+    await list.getByText("Words stand out too little.").waitFor();
+    assert.deepEqual(await findingsOfAxe(page, "tvx-checks"), []);
+    await page.emulateMedia({ colorScheme: "dark" });
+    assert.deepEqual(await findingsOfAxe(page, "tvx-checks"), []);
+    await page.emulateMedia({ colorScheme: "light" });
+    await list.getByRole("button", { name: "Show: A picture has no alternative text." }).click();
+  });
+
+  test("a page that somebody else holds is shown, and can't be typed into", async () => {
+    sql(folder, "update TORVEX_PAGES_DESIGN set lockStatus = 1, lockedBy = 3 where pageId = 13");
+    await open(13);
+    await page.getByRole("button", { name: "Body 2", exact: true }).focus();
+    await page.keyboard.press("Enter");
+    await page.getByRole("menuitem", { name: "Copy to the shelf" }).waitFor();
+    assert.equal(await page.getByRole("menuitem", { name: "Edit", exact: true }).count(), 0);
+    await page.keyboard.press("Escape");
+    await frame().locator("td.bodycontent").nth(1).click();
+    assert.equal(await frame().locator("[contenteditable=true]").count(), 0);
+  });
+
+  test("a page that somebody took while it was open refuses the typing, which is kept", async () => {
+    await open(14);
+    await edit(2);
+    sql(folder, "update TORVEX_PAGES_DESIGN set lockStatus = 1, lockedBy = 3 where pageId = 14");
+    const before = stored(14, 2);
+    await page.keyboard.type("Kept. ");
+    await page.locator(".edit-trouble").waitFor();
+    await page.getByText("Your text is kept.").waitFor();
+    assert.equal(stored(14, 2), before);
+    sql(folder, "update TORVEX_PAGES_DESIGN set lockStatus = 0, lockedBy = null where pageId = 14");
+    await page.getByRole("button", { name: "Save again" }).click();
+    await saved();
+    assert.ok(stored(14, 2).includes("Kept. "));
+    await page.keyboard.press("Escape");
+  });
+
   test("while there is no line the text stays, and is saved when it is back", async () => {
+    await open(pageId);
     await edit(2);
     await context.setOffline(true);
     await page.keyboard.type("Offline. ");

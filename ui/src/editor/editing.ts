@@ -7,6 +7,7 @@ import { type Draft, stateOf } from "./drafts";
 import { attributeOf, withAttribute } from "./model/tags";
 import { insertPicture } from "./pictures";
 import { BodySession, loadBody } from "./session";
+import { loadGroups } from "./settings";
 import { type SlashItem, SlashMenu } from "./slash";
 import { toolbar } from "./tools";
 import type { TvxPageFrame } from "./tvx-page-frame";
@@ -35,7 +36,7 @@ export class Editing {
 
   /** Opens a body where it stands; as source when it can't be edited there without a change to what isn't touched. */
   static async start(frame: TvxPageFrame, place: BodyPlace, draft: Draft | null): Promise<Editing | null> {
-    const source = await loadBody(frame.page, place.bodyId);
+    const [source] = await Promise.all([loadBody(frame.page, place.bodyId), loadGroups()]);
     const session = new BodySession(frame.page, place.bodyId, source, draft?.base ?? (await stateOf(source)));
     const editing = new Editing(frame, place, session);
     try {

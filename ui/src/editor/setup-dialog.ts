@@ -81,7 +81,7 @@ class Setup {
     const radio = ([kind, label]: [BodyKind, string]) =>
       html`<label class="inline"><input type="radio" name="body-kind" value=${kind} ?checked=${kind === this.kind} @change=${() => void this.choose(kind)} /> ${label}</label>`;
     return html`<div class="stack">
-      <fieldset class="field"><legend>${t(L.kindOfBody)}</legend>${kinds.map(radio)}</fieldset>
+      <fieldset class="field body-kinds"><legend>${t(L.kindOfBody)}</legend>${kinds.map(radio)}</fieldset>
       ${this.kind === "text" ? nothing : this.feedChoice()}
     </div>`;
   }

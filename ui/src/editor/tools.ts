@@ -20,10 +20,34 @@ interface Tool {
 const letter = (text: string, kind = "") => html`<span class="letter ${kind}" aria-hidden="true">${text}</span>`;
 const face = (name: IconName) => html`${icon(name)}`;
 
-const colors = ["#1d2733", "#b3261e", "#855600", "#1f6f54", "#1f5fa8", "#6a3fa0"];
-const backs = ["#fbefd5", "#dcefe6", "#e2edf9", "#fbe4e2"];
-const fonts = ["Georgia, serif", "Arial, sans-serif", "Verdana, sans-serif", "Courier New, monospace"];
-const sizes = ["0.85em", "1em", "1.25em", "1.5em"];
+type Named = [name: string, value: string];
+
+const colors = (): Named[] => [
+  [t(L.colorDark), "#1d2733"],
+  [t(L.colorRed), "#b3261e"],
+  [t(L.colorAmber), "#855600"],
+  [t(L.colorGreen), "#1f6f54"],
+  [t(L.colorBlue), "#1f5fa8"],
+  [t(L.colorViolet), "#6a3fa0"],
+];
+const backs = (): Named[] => [
+  [t(L.colorAmber), "#fbefd5"],
+  [t(L.colorGreen), "#dcefe6"],
+  [t(L.colorBlue), "#e2edf9"],
+  [t(L.colorRed), "#fbe4e2"],
+];
+const fonts = (): Named[] => [
+  ["Georgia", "Georgia, serif"],
+  ["Arial", "Arial, sans-serif"],
+  ["Verdana", "Verdana, sans-serif"],
+  ["Courier New", "'Courier New', monospace"],
+];
+const sizes = (): Named[] => [
+  [t(L.sizeSmall), "0.85em"],
+  [t(L.sizeUsual), "1em"],
+  [t(L.sizeLarge), "1.25em"],
+  [t(L.sizeHuge), "1.5em"],
+];
 
 function lineMenu(editing: Editing): MenuEntry[] {
   const now = commands.lineTag(editing.state);
@@ -45,49 +69,60 @@ function lineMenu(editing: Editing): MenuEntry[] {
   ];
 }
 
-/** Classes that the site's own style sheets name for paragraphs. */
+/** Classes for paragraphs: those that the site's own style sheets name so, and those that stand in its texts. */
 function classesOf(editing: Editing): string[] {
   const found = new Set<string>();
+  for (const line of editing.document.querySelectorAll("td.bodycontent p[class]"))
+    for (const name of line.classList) found.add(name);
   for (const sheet of editing.document.styleSheets) {
     try {
       for (const each of sheet.cssRules) {
-        const selector = (each as CSSStyleRule).selectorText ?? "";
-        for (const [, name] of selector.matchAll(/(?:^|[\s,>])(?:p)?\.([a-z][\w-]*)\s*(?=,|$)/gi)) found.add(name!);
+        for (const [, name] of ((each as CSSStyleRule).selectorText ?? "").matchAll(
+          /(?:^|[\s,>])p\.([a-z][\w-]*)\s*(?=,|$)/gi,
+        ))
+          found.add(name!);
       }
     } catch {
       // Sheets of other hosts don't show what is in them.
     }
   }
-  return [...found].slice(0, 24);
+  return [...found].slice(0, 16);
+}
+
+/** Choices of one property, of which the last takes it off. */
+function choices(editing: Editing, title: string, property: string, values: Named[]): MenuEntry[] {
+  const set = (value: string) => () => editing.run(commands.setStyle(property, value));
+  const entries = values.map(([name, value]) => ({ label: `${title}: ${name}`, run: set(value) }));
+  return [...entries, { label: `${title}: ${t(L.asTheSite)}`, run: set("") }];
+}
+
+const between = (one: MenuEntry[], other: MenuEntry[]) => [
+  ...one,
+  ...(one.length && other.length ? [rule] : []),
+  ...other,
+];
+
+function colorMenu(editing: Editing): MenuEntry[] {
+  const { fontcolor, backcolor } = groups.value;
+  const words = fontcolor ? choices(editing, t(L.colorOfText), "color", colors()) : [];
+  return between(words, backcolor ? choices(editing, t(L.colorBehind), "background-color", backs()) : []);
+}
+
+function fontMenu(editing: Editing): MenuEntry[] {
+  const { fontname, fontsize } = groups.value;
+  const names = fontname ? choices(editing, t(L.fontName), "font-family", fonts()) : [];
+  return between(names, fontsize ? choices(editing, t(L.fontSize), "font-size", sizes()) : []);
 }
 
 function looksMenu(editing: Editing): MenuEntry[] {
-  const { fontname, fontsize, fontcolor, backcolor, styles } = groups.value;
-  const set = (property: string, value: string) => () => editing.run(commands.setStyle(property, value));
-  const choices = (allowed: boolean, title: string, property: string, values: string[]): MenuEntry[] =>
-    allowed
-      ? [
-          ...values.map((value) => ({ label: `${title}: ${value.split(",")[0]}`, run: set(property, value) })),
-          { label: `${title}: ${t(L.asTheSite)}`, run: set(property, "") },
-          rule,
-        ]
-      : [];
   const now = commands.lineClass(editing.state);
-  const classes = styles
-    ? classesOf(editing).map((name) => ({
-        label: name,
-        checked: now === name,
-        run: () => editing.run(commands.setLineClass(now === name ? "" : name)),
-      }))
+  const choose = (name: string) => () => editing.run(commands.setLineClass(now === name ? "" : name));
+  const classes = groups.value.styles
+    ? classesOf(editing).map((name) => ({ label: name, checked: now === name, run: choose(name) }))
     : [];
-  return [
-    ...(classes.length ? [...classes, rule] : []),
-    ...choices(fontcolor, t(L.colorOfText), "color", colors),
-    ...choices(backcolor, t(L.colorBehind), "background-color", backs),
-    ...choices(fontname, t(L.fontName), "font-family", fonts),
-    ...choices(fontsize, t(L.fontSize), "font-size", sizes),
+  return between(classes, [
     { label: t(L.withoutLooks), icon: "eraser", key: "Ctrl+\\", run: () => editing.run(commands.clearLooks) },
-  ];
+  ]);
 }
 
 const tableMenu = (editing: Editing): MenuEntry[] => [
@@ -162,8 +197,19 @@ function toolsOf(editing: Editing): (Tool | typeof rule)[] {
       run: () => editing.run(commands.toggleList("ol")),
     },
     ...(tableHere(state) ? [menu(t(L.table), face("table"), () => tableMenu(editing))] : []),
-    menu(t(L.looks), face("palette"), () => looksMenu(editing)),
+    ...looksTools(editing, menu),
     source,
+  ];
+}
+
+type MakeMenu = (label: string, look: TemplateResult, entries: () => MenuEntry[]) => Tool;
+
+function looksTools(editing: Editing, menu: MakeMenu): Tool[] {
+  const { fontcolor, backcolor, fontname, fontsize } = groups.value;
+  return [
+    ...(fontcolor || backcolor ? [menu(t(L.colorTools), face("palette"), () => colorMenu(editing))] : []),
+    ...(fontname || fontsize ? [menu(t(L.fontTools), face("type"), () => fontMenu(editing))] : []),
+    menu(t(L.looks), face("eraser"), () => looksMenu(editing)),
   ];
 }
 

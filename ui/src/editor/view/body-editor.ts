@@ -73,10 +73,11 @@ export class BodyEditor {
           Object.keys(doc.type.schema.nodes).filter((name) => name !== "doc" && name !== "text"),
         ),
         dispatchTransaction: (tr) => this.apply(tr),
-        handlePaste: (_, event) => this.paste(event),
-        handleDrop: (_, event, slice, moved) => this.drop(event, slice, moved),
         handleDoubleClickOn: (_, __, node, at) => this.openIsland(node, at),
+        // Ahead of the library, which would parse what comes from elsewhere in the shell's document.
         handleDOMEvents: {
+          paste: (_, event) => this.paste(event),
+          drop: (_, event) => this.drop(event),
           copy: (_, event) => this.copy(event, false),
           cut: (_, event) => this.copy(event, true),
           click: (_, event) => void event.preventDefault(),
@@ -151,6 +152,7 @@ export class BodyEditor {
   private paste(event: ClipboardEvent): boolean {
     const data = event.clipboardData;
     if (!data) return false;
+    event.preventDefault();
     const files = [...data.files];
     const html = data.getData("text/html");
     if (files.length && !html) {
@@ -175,17 +177,16 @@ export class BodyEditor {
     this.view.dispatch(tr.scrollIntoView().setMeta("paste", true).setMeta("uiEvent", "paste"));
   }
 
-  private drop(event: DragEvent, slice: Slice, moved: boolean): boolean {
+  private drop(event: DragEvent): boolean {
     const files = [...(event.dataTransfer?.files ?? [])];
     const at =
       this.view.posAtCoords({ left: event.clientX, top: event.clientY })?.pos ?? this.view.state.selection.from;
-    if (moved || this.view.dragging) return false;
+    if (this.view.dragging) return false;
     event.preventDefault();
     if (files.length) {
       this.events.files(files, at);
       return true;
     }
-    if (slice.size === 0) return true;
     const html = event.dataTransfer?.getData("text/html");
     const { state } = this.view;
     const clean = html ? this.pastedHtml(html) : pastedText(event.dataTransfer?.getData("text/plain") ?? "");
