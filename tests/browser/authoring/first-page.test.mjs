@@ -60,7 +60,7 @@ describe("a site that was just made", () => {
     await page.keyboard.press("Enter");
     await click(page.getByRole("button", { name: /^New page/ }).first());
     const dialog = page.getByRole("dialog", { name: "New page" });
-    await dialog.getByLabel("Title").fill("My first page");
+    await dialog.getByLabel("Title", { exact: true }).fill("My first page");
     await click(dialog.getByRole("button", { name: /^Create/ }));
     await page.waitForURL((url) => url.pathname === "/torvex/page.asp" && url.searchParams.get("pageId") !== "1");
     assert.equal(clicks, 3);
