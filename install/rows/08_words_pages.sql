@@ -394,7 +394,8 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (4860, '{count} page', '{count} Seite'),
   (4861, '{count} pages', '{count} Seiten'),
   (4862, 'Only', 'Nur'),
-  (4863, 'Visitors will see the page as it stands here.', 'Besucher werden die Seite so sehen, wie sie hier steht.')
+  (4863, 'Visitors will see the page as it stands here.', 'Besucher werden die Seite so sehen, wie sie hier steht.'),
+  (4864, 'What goes along with it couldn''t be told: {why} All below it goes, and links to it will lead nowhere.', 'Was mit ihr geht, war nicht zu erfahren: {why} Alles darunter geht, und Verweise auf sie führen dann ins Leere.')
 on conflict (lang_label) do nothing;
 
 -- Media: folders, files, uploads.
@@ -469,5 +470,6 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (5567, 'Go on', 'Weiter'),
   (5568, 'Skip', 'Auslassen'),
   (5569, 'Keep both', 'Beide behalten'),
-  (5570, 'Replace', 'Ersetzen')
+  (5570, 'Replace', 'Ersetzen'),
+  (5571, 'Where it is used couldn''t be told.', 'Wo sie verwendet wird, war nicht zu erfahren.')
 on conflict (lang_label) do nothing;

@@ -90,11 +90,16 @@ function useList(uses: readonly Use[]): TemplateResult {
 
 export async function removeFilesDialog(site: string, files: readonly MediaFile[]): Promise<boolean> {
   let uses: Use[] | undefined;
+  let untold = false;
   let box: TvxDialog | undefined;
-  void Promise.all(files.map((file) => usesOf(site, file).catch(() => [] as Use[]))).then((found) => {
-    uses = found.flat();
-    box?.requestUpdate();
-  });
+  void Promise.all(files.map((file) => usesOf(site, file)))
+    .then((found) => {
+      uses = found.flat();
+    })
+    .catch(() => {
+      untold = true;
+    })
+    .then(() => box?.requestUpdate());
   const first = files[0];
   const title =
     files.length === 1 && first
@@ -104,6 +109,7 @@ export async function removeFilesDialog(site: string, files: readonly MediaFile[
     title,
     body: (opened) => {
       box = opened;
+      if (untold) return html`<p class="notice warn">${icon("triangle-alert")}<span>${t(L.usesUnknown)}</span></p>`;
       if (!uses) return html`<p class="soft" aria-busy="true">...</p>`;
       if (uses.length === 0) return html`<p>${t(L.notUsed)}</p>`;
       const pages = new Set(uses.map((use) => use.pageId)).size;
@@ -130,6 +136,7 @@ class FileSheet {
   private alt: string;
   private decoration: boolean;
   private uses: Use[] | undefined;
+  private untold = false;
   private box: TvxDialog | undefined;
 
   constructor(
@@ -144,11 +151,13 @@ class FileSheet {
 
   async open(): Promise<boolean> {
     void usesOf(this.site, this.file)
-      .catch(() => [] as Use[])
       .then((uses) => {
         this.uses = uses;
-        this.box?.requestUpdate();
-      });
+      })
+      .catch(() => {
+        this.untold = true;
+      })
+      .then(() => this.box?.requestUpdate());
     const { file } = this;
     const answer = await dialog({
       title: file.title || baseName(file.path),
@@ -180,8 +189,14 @@ class FileSheet {
         <p class="note">${baseName(file.path)} · ${file.width ? `${file.width} × ${file.height} · ` : ""}${sizeText(file.size, interfaceLanguage())}</p>
         <p class="inline"><a href=${address} target="_blank" rel="noopener">${t(L.openIt)}</a>${this.mayEdit ? this.replaceButton() : nothing}</p>
         <h3 class="dialog-part">${t(L.usedBy)}</h3>
-        ${this.uses ? (this.uses.length ? useList(this.uses) : html`<p class="soft">${t(L.notUsed)}</p>`) : html`<p class="soft" aria-busy="true">...</p>`}
+        ${this.useLines()}
       </div></div>`;
+  }
+
+  private useLines(): TemplateResult {
+    if (this.untold) return html`<p class="soft">${t(L.usesUnknown)}</p>`;
+    if (!this.uses) return html`<p class="soft" aria-busy="true">...</p>`;
+    return this.uses.length ? useList(this.uses) : html`<p class="soft">${t(L.notUsed)}</p>`;
   }
 
   private fields(): TemplateResult {

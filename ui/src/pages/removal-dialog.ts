@@ -43,6 +43,8 @@ class RemovalQuestion {
   private rows: readonly ImpactRow[] | undefined;
   private typed = "";
   private stopped = "";
+  /** What goes along couldn't be learned: then nothing is said about it, and the title is typed. */
+  private unknown = "";
   private box: TvxDialog | undefined;
 
   constructor(
@@ -67,8 +69,9 @@ class RemovalQuestion {
   private async load(): Promise<void> {
     try {
       this.rows = (await call("desk.getImpact", { pageIdent: String(this.page.pageId) })) as ImpactRow[];
+      this.unknown = "";
     } catch (error) {
-      this.stopped = error instanceof Error ? error.message : String(error);
+      this.unknown = error instanceof Error ? error.message : String(error);
       this.rows = [];
     }
     this.box?.requestUpdate();
@@ -79,20 +82,25 @@ class RemovalQuestion {
   }
 
   private get isLarge(): boolean {
-    return this.of("page").length > TYPED_ABOVE;
+    return this.unknown !== "" || this.of("page").length > TYPED_ABOVE;
   }
 
   private body(): TemplateResult {
     if (!this.rows) return html`<p class="soft" aria-busy="true">...</p>`;
     const pages = this.of("page");
+    if (this.unknown) return html`${this.warning(t(L.impactUnknown, { why: this.unknown }))}${this.title()}`;
     return html`
-      ${this.stopped ? html`<div class="notice warn" role="alert">${icon("triangle-alert")}<span>${this.stopped}</span></div>` : nothing}
+      ${this.stopped ? this.warning(this.stopped) : nothing}
       <p class="notice danger">${icon("trash-2")}<span>${plural(Math.max(1, pages.length), L.removalWhatOne, L.removalWhatMany)}</span></p>
       ${pages.length > 1 ? this.details(t(L.pages), pages, false) : nothing}
       ${this.of("link").length ? nothing : html`<p class="soft">${t(L.removalNoLinks)}</p>`}
       ${GROUPS.map(({ kind, label }) => (this.of(kind).length ? this.details(word(label), this.of(kind), kind === "link" || kind === "held") : nothing))}
       ${this.isLarge ? this.title() : nothing}
     `;
+  }
+
+  private warning(text: string): TemplateResult {
+    return html`<div class="notice warn" role="alert">${icon("triangle-alert")}<span>${text}</span></div>`;
   }
 
   private details(label: string, rows: readonly ImpactRow[], open: boolean): TemplateResult {

@@ -150,10 +150,9 @@ export class TvxSearchPage extends TvxElement {
         label: t(L.searchState),
         cell: (row) =>
           row.state
-            ? html`<span class="chip ${row.state}">${icon(STATE_ICONS[row.state])}${stateWord(row.state)}</span>`
+            ? html`<span class="chip ${row.state}">${icon(STATE_ICONS[row.state])}<span class="chip-word">${stateWord(row.state)}</span></span>`
             : nothing,
         by: (row) => row.state,
-        width: "150px",
       },
       {
         id: "path",
@@ -242,7 +241,7 @@ export class TvxSearchPage extends TvxElement {
       <header class="list-head"><h1>${t(L.search)}</h1></header>
       ${this.filters()}${this.keptList()}
       ${this.fault ? html`<p class="notice danger" role="alert">${icon("circle-alert")}<span>${this.fault}</span></p>` : nothing}
-      ${this.results()}
+      ${this.fault ? nothing : this.results()}
     </section>`;
   }
 }

@@ -157,9 +157,8 @@ export class TvxSitemap extends TvxElement {
         id: "state",
         label: t(L.searchState),
         cell: (row) =>
-          html`<span class="chip ${row.state}">${icon(STATE_ICONS[row.state])}${stateWord(row.state)}</span>`,
+          html`<span class="chip ${row.state}">${icon(STATE_ICONS[row.state])}<span class="chip-word">${stateWord(row.state)}</span></span>`,
         by: (row) => row.state,
-        width: "170px",
       },
       {
         id: "live",
@@ -175,7 +174,6 @@ export class TvxSitemap extends TvxElement {
         cell: (row) => html`<span class="soft">${row.nodeId}</span>`,
         by: (row) => row.nodeId,
         wide: true,
-        width: "150px",
       },
     ];
     if (!this.detailed) return columns;

@@ -389,6 +389,7 @@ export const pages = {
   pagesMany: 4861,
   onlyState: 4862,
   publishPlain: 4863,
+  impactUnknown: 4864,
   mediaPlace: 3110,
   images: 3111,
   documents: 3112,
@@ -463,4 +464,5 @@ export const pages = {
   skipIt: 5568,
   keepBothFiles: 5569,
   replaceIt: 5570,
+  usesUnknown: 5571,
 } as const;
