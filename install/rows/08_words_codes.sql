@@ -77,7 +77,7 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (5146, '{holder} has it open.', '{holder} hat es offen.'),
   (5147, 'Name or password is wrong, or this login isn''t valid today.', 'Name oder Passwort ist falsch, oder diese Anmeldung gilt heute nicht.'),
   (5148, 'Logging in isn''t allowed from this address.', 'Von dieser Adresse aus ist die Anmeldung nicht erlaubt.'),
-  (5149, 'Somebody is logged in as you from another address.', 'Jemand ist von einer anderen Adresse aus unter Ihrem Namen angemeldet.'),
+  (5149, 'Somebody is logged in as you from {address} since {since}.', 'Jemand ist von {address} aus seit {since} unter Ihrem Namen angemeldet.'),
   (5150, 'This login isn''t a program''s.', 'Diese Anmeldung gehört keinem Programm.'),
   (5151, 'The name, the operations, the addresses or the last day can''t be used.', 'Der Name, die Operationen, die Adressen oder der letzte Tag sind nicht brauchbar.')
 on conflict (lang_label) do nothing;

@@ -134,6 +134,11 @@ bool takeItem(db::Connection& connection, std::string_view item, std::string_vie
     throw db::DatabaseError("the lock is changed by others all the time");
 }
 
+std::string holderOfItem(db::Connection& connection, std::string_view item, std::string_view itemId) {
+    const auto found = findItem(item, itemId);
+    return found ? holderOf(connection, *found).value_or("") : std::string();
+}
+
 void releaseItem(db::Connection& connection, std::string_view item, std::string_view itemId,
                  std::string_view sessionId) {
     const auto found = findItem(item, itemId);

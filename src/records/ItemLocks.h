@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace torvex {
@@ -33,6 +34,9 @@ bool takeItem(db::Connection& connection, std::string_view item, std::string_vie
 /// its `itemId` here begins with the site and ends with the language.
 void releaseItem(db::Connection& connection, std::string_view item, std::string_view itemId,
                  std::string_view sessionId);
+
+/// The session that holds the record; "" when none does, and for a record or an item that isn't there.
+std::string holderOfItem(db::Connection& connection, std::string_view item, std::string_view itemId);
 
 /// The item "config", the settings of the installation, whose lock stands among the application's values.
 bool takeConfiguration(db::Connection& connection, ApplicationValues& application, const LockSeeker& seeker);

@@ -209,7 +209,8 @@ std::optional<Problem> Calls::refusedBecause(const Operation& operation, const G
     const std::string holder =
         told.holder.empty() ? shared_.words.sentence(language_, somebodyElse) : told.holder;
     made.detail = shared_.words.sentence(
-        language_, code->label.number, {{"holder", holder}, {"since", told.since}, {"parent", told.parent}});
+        language_, code->label.number,
+        {{"holder", holder}, {"since", told.since}, {"parent", told.parent}, {"address", told.address}});
     made.more["code"] = jsonOf(code->code);
     if (!told.holder.empty()) made.more["holder"] = text(told.holder);
     return made;

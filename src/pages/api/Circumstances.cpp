@@ -1,6 +1,7 @@
 #include "pages/api/Circumstances.h"
 
 #include <algorithm>
+#include <array>
 #include <fmt/format.h>
 
 #include "operations/register/CodeLabels.h"
@@ -8,6 +9,7 @@
 #include "platform/HostContext.h"
 #include "platform/db/ConnectionSource.h"
 #include "platform/text/Text.h"
+#include "records/ItemLocks.h"
 #include "records/PageIdentity.h"
 
 namespace torvex::api {
@@ -21,7 +23,27 @@ using operations::StatusCode;
 constexpr std::string_view selectHolder =
     "select b.name, a.lockingDate from TORVEX_PAGES_DESIGN a, TORVEX_LOGINS b "
     "where a.pageId = ? and a.lockStatus = 1 and b.loginId = a.lockedBy";
+constexpr std::string_view selectNameBySession = "select name from TORVEX_LOGINS where sessionId = ?";
+constexpr std::string_view selectHeldLogin =
+    "select ipAddress, date, time from TORVEX_LOGINS where username = ?";
 constexpr std::string_view selectTitle = "select title from TORVEX_PAGES_DESIGN where nodeId = ?";
+
+/// Which record the first argument of an operation names.
+struct Record {
+    std::string_view operation;
+    std::string_view item;
+};
+constexpr std::array<Record, 11> records{{{"deleteLogin", "login"},
+                                          {"deleteRole", "role"},
+                                          {"deleteGroup", "group"},
+                                          {"deleteUser", "user"},
+                                          {"deleteServer", "server"},
+                                          {"deleteHTMLfeed", "htmlFeed"},
+                                          {"deleteXMLfeed", "xmlFeed"},
+                                          {"delApplication", "application"},
+                                          {"delTemplate", "contentTemplate"},
+                                          {"delBaseTemplate", "baseTemplate"},
+                                          {"delStylesheet", "stylesheet"}}};
 
 std::string valueOf(const GivenValues& values, const std::string& name) {
     const auto found = std::find_if(values.begin(), values.end(),
@@ -64,6 +86,29 @@ void addParent(db::Connection& connection, const PageIdentity& page, Circumstanc
     if (rows.next()) found.parent = text::trim(rows.text("title"));
 }
 
+void addHolderOfRecord(db::Connection& connection, const Operation& operation, const GivenValues& arguments,
+                       Circumstances& found) {
+    const auto record = std::find_if(records.begin(), records.end(),
+                                     [&](const Record& one) { return one.operation == operation.name; });
+    if (record == records.end()) return;
+    const std::string id = valueOf(arguments, operation.arguments.front().name);
+    const std::string session = holderOfItem(connection, record->item, id);
+    if (session.empty()) return;
+    auto rows = connection.query(selectNameBySession, {session});
+    if (rows.next()) found.holder = text::trim(rows.text("name"));
+}
+
+/// Told to nobody but who knows the password.
+void addPlaceOfLogin(db::Connection& connection, const DateTime& now, const std::string& username,
+                     Circumstances& found) {
+    auto rows = connection.query(selectHeldLogin, {text::trim(username)});
+    if (!rows.next()) return;
+    found.address = text::trim(rows.text("ipAddress"));
+    const std::string day(text::trim(rows.text("date")));
+    found.since = text::trim(rows.text("time"));
+    if (!day.empty() && day != date8(now)) found.since = day + ' ' + found.since;
+}
+
 bool isOf(const StatusCode& code, const operations::CodeLabel& label) {
     return code.label.kind == label.kind;
 }
@@ -76,8 +121,12 @@ Circumstances circumstancesOf(HostContext& host, const Operation& operation, con
     Circumstances found;
     const bool isHeld = isOf(code, label::lockedByOther);
     const bool hasParent = isOf(code, label::parentNotLive);
-    if (!isHeld && !hasParent) return found;
+    const bool isOpen = isOf(code, label::openElsewhere) || isOf(code, label::goneOrOpen);
+    const bool isLoginHeld = isOf(code, label::heldElsewhere);
+    if (!isHeld && !hasParent && !isOpen && !isLoginHeld) return found;
     const auto connection = db::openOwn(host, db::Purpose::Everything);
+    if (isOpen) addHolderOfRecord(*connection, operation, arguments, found);
+    if (isLoginHeld) addPlaceOfLogin(*connection, host.clock.now(), valueOf(arguments, "username"), found);
     for (const PageIdentity& page : pagesOf(*connection, operation, arguments)) {
         if (isHeld) addHolder(host, *connection, page, found);
         if (hasParent) addParent(*connection, page, found);

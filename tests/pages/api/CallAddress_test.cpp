@@ -315,6 +315,40 @@ TEST_P(ApiCall, ARefusalSaysItsCodeItsSentenceAndWho) {
     EXPECT_EQ(reply.raw.field("Content-Type"), "application/problem+json");
 }
 
+TEST_P(ApiCall, ARefusalSaysWhoHasARecordOpen) {
+    author(8, "basil", "Basil Brook");
+    author(9, "reed", "Reed Marsh");
+    connection().execute("update TORVEX_LOGINS set sessionId = 'basils' where loginId = 8");
+    connection().execute("update TORVEX_LOGINS set lock = 'basils' where loginId = 9");
+    const ApiReply reply = loggedIn("sa").post("cManager/deleteLogin", R"({"loginId": 9})");
+    EXPECT_EQ(reply.kind(), "open-elsewhere");
+    EXPECT_EQ(reply.text("/holder"), "Basil Brook");
+    EXPECT_EQ(reply.text("/detail"), "Basil Brook has it open.");
+}
+
+TEST_P(ApiCall, ALoginThatIsHeldElsewhereSaysWhereToWhoKnowsThePassword) {
+    ApiClient first = loggedIn("anna", "127.0.0.3");
+    const ApiReply reply = visitor().login("anna", "secret");
+    EXPECT_EQ(reply.status(), 409);
+    EXPECT_EQ(reply.at("/code"), 3);
+    EXPECT_EQ(reply.text("/detail"), "Somebody is logged in as you from 127.0.0.3 since 12:00.");
+    EXPECT_EQ(visitor().login("anna", "wrong").text("/detail"),
+              "Name or password is wrong, or this login isn't valid today.");
+}
+
+TEST_P(ApiCall, AParentThatIsNotLiveIsNamed) {
+    page("aa.en.05").id(15).title("Programme").set("editStatus", "N").insertInDesignOnly();
+    page("aa.en.05.01")
+        .id(16)
+        .title("Evenings")
+        .set("editStatus", "N")
+        .set("approveStatus", 1)
+        .insertInDesignOnly();
+    const ApiReply reply = loggedIn("sa").post("cManager/publishPage", R"({"pageIdent": 16})");
+    EXPECT_EQ(reply.kind(), "parent-not-live") << reply.raw.body;
+    EXPECT_EQ(reply.text("/detail"), "Its parent “Programme” isn't live yet.");
+}
+
 TEST_P(ApiCall, AWrongPasswordIsARefusal) {
     ApiClient browser = visitor();
     const ApiReply reply = browser.login("anna", "wrong");

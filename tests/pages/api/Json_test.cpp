@@ -3,6 +3,7 @@
 #include <boost/json/serialize.hpp>
 #include <gtest/gtest.h>
 #include <limits>
+#include <random>
 
 #include "operations/register/PublicObject.h"
 
@@ -68,6 +69,30 @@ TEST(ApiJson, ANumberThatIsNotFiniteIsTold) {
     EXPECT_EQ(read("1e99999999999999999999"), "∞");
     EXPECT_EQ(read(std::string(400, '9')), "∞");
     EXPECT_EQ(read("1e-999"), "0E0");
+}
+
+/// What is read of texts that are nearly JSON can be written and read again.
+TEST(ApiJson, RandomChangesOfTextsAreReadOrNot) {
+    const std::vector<std::string> texts{
+        R"({"calls": [{"on": "a", "do": "b", "with": {"c": [1, -2.5e3, "\u00e4"]}}]})", nested(60),
+        R"({"a": "\ud83c\udf39", "b": [true, null, {"a": ""}]})"};
+    std::mt19937 random(1);
+    for (int i = 0; i < 60'000; ++i) {
+        std::string text = texts[random() % texts.size()];
+        for (unsigned changes = random() % 4 + 1; changes > 0; --changes) {
+            const std::size_t at = random() % text.size();
+            if (random() % 3 == 0) {
+                text.insert(at, text.substr(random() % text.size(), random() % 20));
+            } else {
+                text[at] = static_cast<char>(random() % 256);
+            }
+        }
+        const auto outcome = readJson(text);
+        const auto* value = std::get_if<json::value>(&outcome);
+        if (!value) continue;
+        const std::string written = json::serialize(*value);
+        ASSERT_NE(read(written), "?") << text;
+    }
 }
 
 TEST(ApiJson, ArgumentsAreSingleValues) {
