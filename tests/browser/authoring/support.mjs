@@ -124,7 +124,7 @@ export const treeRow = (page, name) => page.getByRole("treeitem", { name });
 export async function openPage(page, name) {
   await treeRow(page, name).first().click();
   await edited(page).locator("body").waitFor();
-  await page.getByRole("main").getByRole("button", { name: /^(Edit|Check in|Approve|Publish)/ }).first().waitFor();
+  await page.getByRole("main").getByRole("button", { name: /^(Edit|Check in|Approve|Publish|Bearbeiten|Einchecken)/ }).first().waitFor();
 }
 
 // Clicks into words of the edited page and goes to the end of their block.

@@ -57,21 +57,20 @@ describe("authors together", () => {
   });
 
   test("logging in elsewhere ends the first window, which keeps the sentence", async () => {
-    const first = await author(site, "heide", { path: "/torvex/page.asp?pageId=61" });
-    const row = site.query("select pageId from TORVEX_PAGES_DESIGN where nodeId = 'bg.de.03'")[0];
-    await first.page.goto(`${site.address}/torvex/page.asp?pageId=${Object.values(row)[0]}`);
-    await edited(first.page).locator("p").first().click();
+    const first = await author(site, "heide", { lang: "de" });
+    await openPage(first.page, "Programm");
+    await edited(first.page).getByText("für die man eine Jacke braucht").first().click();
     await edited(first.page).locator("[contenteditable=true]").first().waitFor();
     await first.page.keyboard.press("Control+End");
     await first.page.keyboard.type(" Mein Satz.");
     await first.page.waitForTimeout(600);
     const second = await author(site, "heide");
     await first.page.keyboard.press("Control+s");
-    const dialog = first.page.getByRole("dialog", { name: "Log in again" });
+    const dialog = first.page.getByRole("dialog", { name: "Erneut anmelden" });
     await dialog.waitFor({ timeout: 40_000 });
     await second.close();
-    await first.page.getByLabel("Password").fill(passwords.heide);
-    await dialog.getByRole("button", { name: "Log in" }).click();
+    await first.page.getByLabel("Passwort").fill(passwords.heide);
+    await dialog.getByRole("button", { name: "Anmelden" }).click();
     await dialog.waitFor({ state: "detached" });
     assert.match(await edited(first.page).locator("body").innerText(), /Mein Satz\./);
     assert.deepEqual(first.faults, []);

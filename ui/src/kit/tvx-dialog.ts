@@ -1,5 +1,6 @@
 import { html, nothing, type TemplateResult } from "lit";
 import { customElement, property, state } from "lit/decorators.js";
+import { repeat } from "lit/directives/repeat.js";
 import { isProblem } from "../api/problem";
 import { L, t } from "../labels";
 import { TvxElement } from "./element";
@@ -116,7 +117,11 @@ export class TvxDialog extends TvxElement {
         </div>
         <div class="dialog-body">${body(this)}</div>
         <div role="alert" class="dialog-fault">${this.fault ? html`<p class="notice danger">${icon("circle-alert")}<span>${this.fault}</span></p>` : nothing}</div>
-        <div class="dialog-foot">${this.actions.map((action) => this.button(action))}</div>
+        <div class="dialog-foot">${repeat(
+          this.actions,
+          ({ name }) => name,
+          (action) => this.button(action),
+        )}</div>
       </dialog>
     `;
   }
