@@ -395,7 +395,8 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (4861, '{count} pages', '{count} Seiten'),
   (4862, 'Only', 'Nur'),
   (4863, 'Visitors will see the page as it stands here.', 'Besucher werden die Seite so sehen, wie sie hier steht.'),
-  (4864, 'What goes along with it couldn''t be told: {why} All below it goes, and links to it will lead nowhere.', 'Was mit ihr geht, war nicht zu erfahren: {why} Alles darunter geht, und Verweise auf sie führen dann ins Leere.')
+  (4864, 'What goes along with it couldn''t be told: {why} All below it goes, and links to it will lead nowhere.', 'Was mit ihr geht, war nicht zu erfahren: {why} Alles darunter geht, und Verweise auf sie führen dann ins Leere.'),
+  (4865, 'a page that you may not read', 'eine Seite, die Sie nicht lesen dürfen')
 on conflict (lang_label) do nothing;
 
 -- Media: folders, files, uploads.

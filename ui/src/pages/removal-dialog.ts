@@ -107,7 +107,7 @@ class RemovalQuestion {
     return html`<details class="dialog-details" ?open=${open}><summary>${label} <span class="count">${rows.length}</span></summary>
       <ul class="pick-list" aria-label=${label} tabindex="0">${rows.map(
         (row) =>
-          html`<li><span class="cut">${titleOr(row.title)}</span><span class="soft note">${row.detail}</span></li>`,
+          html`<li><span class="cut">${row.pageId > 0 ? titleOr(row.title) : t(L.notForYou)}</span><span class="soft note">${row.detail}</span></li>`,
       )}</ul></details>`;
   }
 

@@ -36,6 +36,8 @@ interface Kept {
 }
 
 const PAUSE = 200;
+/** So many of each kind come at once. */
+const OF_EACH = 30;
 const KINDS: readonly { kind: string; label: Label }[] = [
   { kind: "", label: L.all },
   { kind: "page", label: L.pages },
@@ -58,6 +60,7 @@ export class TvxSearchPage extends TvxElement {
   private asked: AbortController | undefined;
   private timer: ReturnType<typeof setTimeout> | undefined;
   private last = "";
+  private from = 0;
 
   private get words(): string {
     return this.params.get("words") ?? "";
@@ -99,14 +102,17 @@ export class TvxSearchPage extends TvxElement {
     this.busy = true;
     const [site = "", lang = ""] = this.website.split(".");
     try {
-      const filters = this.state ? `state=${this.state}` : "";
+      const filters = this.state ? `state:${this.state}` : "";
       const found = (await call(
         "desk.find",
         { words: this.words, kinds: this.kinds, site, lang, filters, from },
         { signal: asked.signal },
       )) as Found[];
+      this.from = from;
       this.rows = from > 0 ? [...(this.rows ?? []), ...found] : found;
-      this.more = found.length > 0 && found.length % 10 === 0;
+      this.more = (["page", "image", "document"] as const).some(
+        (kind) => found.filter((row) => row.kind === kind).length === OF_EACH,
+      );
       this.fault = "";
       if (from === 0) this.selected = new Set();
     } catch (error) {
@@ -174,7 +180,8 @@ export class TvxSearchPage extends TvxElement {
 
   private address(row: Found): string {
     if (row.kind === "page") return pageAddress(row.pageId);
-    return `/torvex/${row.kind === "image" ? "images" : "documents"}.asp?site=${row.siteId}&file=${encodeURIComponent(row.path)}`;
+    const folder = row.path.split("/").slice(0, -1).join("");
+    return `/torvex/${row.kind === "image" ? "images" : "documents"}.asp?site=${row.siteId}&folder=${folder}&file=${encodeURIComponent(row.path)}`;
   }
 
   private link(row: Found): TemplateResult {
@@ -233,7 +240,7 @@ export class TvxSearchPage extends TvxElement {
         @tvx-select=${(event: CustomEvent<ReadonlySet<string>>) => {
           this.selected = event.detail;
         }} @tvx-open=${(event: CustomEvent<Found>) => void go(this.address(event.detail))}></tvx-table>
-      ${this.more ? html`<p><button class="button" ?disabled=${this.busy} @click=${() => this.search(this.rows?.length ?? 0)}>${t(L.showMore)}</button></p>` : nothing}`;
+      ${this.more ? html`<p><button class="button" ?disabled=${this.busy} @click=${() => this.search(this.from + OF_EACH)}>${t(L.showMore)}</button></p>` : nothing}`;
   }
 
   protected override render(): TemplateResult {

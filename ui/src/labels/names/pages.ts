@@ -390,6 +390,7 @@ export const pages = {
   onlyState: 4862,
   publishPlain: 4863,
   impactUnknown: 4864,
+  notForYou: 4865,
   mediaPlace: 3110,
   images: 3111,
   documents: 3112,
