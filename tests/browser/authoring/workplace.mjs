@@ -34,7 +34,7 @@ const ofTheShell = (text) => /Content Security Policy/.test(text) && !/script-sr
 export async function workAs(site, name, { width = 1280, height = 800, dark = false } = {}) {
   const context = await site.browser.newContext({ viewport: { width, height }, colorScheme: dark ? "dark" : "light", locale: "en" });
   const page = await context.newPage();
-  page.setDefaultTimeout(8000);
+  page.setDefaultTimeout(20_000);
   const faults = [];
   page.on("pageerror", (error) => faults.push(String(error)));
   page.on("console", (message) => {

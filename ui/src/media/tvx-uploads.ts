@@ -32,7 +32,7 @@ export class TvxUploads extends TvxElement {
     return html`<section class="card uploads" aria-label=${t(L.uploadsTitle)}>
       <header class="inline"><h2 class="grow">${t(L.uploadsTitle)}</h2><span class="note" role="status">${plural(progress.total, L.uploadedOne, L.uploadedMany, { done: progress.done })}</span>
         ${progress.open === 0 ? this.ended() : nothing}</header>
-      <ul>${items.map((item) => this.item(item))}</ul>
+      <ul tabindex="0" aria-label=${t(L.uploadsTitle)}>${items.map((item) => this.item(item))}</ul>
     </section>`;
   }
 
