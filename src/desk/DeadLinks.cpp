@@ -21,8 +21,8 @@ namespace {
 constexpr int mostLines = 500;
 constexpr std::size_t deadLinkColumns = 6;
 
-// Targets are far fewer than links: those that are dead are found first, and then what leads to them. A folder
-// is never on line itself.
+// Targets are far fewer than links: those that are dead are found first, and then what leads to them. These are
+// written as cross joins, since SQLite takes the tables of one in their order. A folder is never on line itself.
 
 constexpr std::string_view toPages =
     "select k.pageId, d.nodeId, d.title, k.bodyId, k.linkPage as target, "
@@ -31,9 +31,9 @@ constexpr std::string_view toPages =
     "from (select distinct linkPage from TORVEX_LINKS where linkPage > 0 and linkTwin = 'D') x "
     "left outer join TORVEX_PAGES_DESIGN t on t.pageId = x.linkPage "
     "left outer join TORVEX_PAGES_LIVE l on l.pageId = x.linkPage "
-    "inner join TORVEX_LINKS k on k.linkPage = x.linkPage and k.linkTwin = 'D' "
-    "inner join TORVEX_PAGES_DESIGN d on d.pageId = k.pageId "
-    "where d.site = ? and d.lang = ? and (t.pageId is null or l.pageId is null or (coalesce(l.type, '') <> "
+    "cross join TORVEX_LINKS k cross join TORVEX_PAGES_DESIGN d "
+    "where k.linkPage = x.linkPage and k.linkTwin = 'D' and d.pageId = k.pageId and d.site = ? and d.lang = "
+    "? and (t.pageId is null or l.pageId is null or (coalesce(l.type, '') <> "
     "'F' "
     "and (coalesce(l.online, 0) <> 1 or coalesce(l.onlineFrom, '') > ? "
     "or coalesce(nullif(l.onlineTo, ''), '99999999') < ?))) order by d.nodeId, k.bodyId, k.linkPage limit ?";
@@ -44,9 +44,10 @@ constexpr std::string_view toNodes =
     "from (select distinct linkTarget from TORVEX_LINKS where linkKind = 'page' and linkTarget > '') x "
     "left outer join TORVEX_PAGES_DESIGN t on t.nodeId = x.linkTarget "
     "left outer join TORVEX_PAGES_LIVE l on l.pageId = t.pageId "
-    "inner join TORVEX_LINKS k on k.linkKind = 'page' and k.linkTarget = x.linkTarget and k.linkTwin = 'D' "
-    "inner join TORVEX_PAGES_DESIGN d on d.pageId = k.pageId "
-    "where d.site = ? and d.lang = ? and (t.pageId is null or l.pageId is null or (coalesce(l.type, '') <> "
+    "cross join TORVEX_LINKS k cross join TORVEX_PAGES_DESIGN d "
+    "where k.linkKind = 'page' and k.linkTarget = x.linkTarget and k.linkTwin = 'D' "
+    "and d.pageId = k.pageId and d.site = ? and d.lang = ? and (t.pageId is null or l.pageId is null or "
+    "(coalesce(l.type, '') <> "
     "'F' "
     "and (coalesce(l.online, 0) <> 1 or coalesce(l.onlineFrom, '') > ? "
     "or coalesce(nullif(l.onlineTo, ''), '99999999') < ?))) order by d.nodeId, k.bodyId, x.linkTarget limit "
@@ -56,10 +57,10 @@ constexpr std::string_view toImages =
     "select k.pageId, d.nodeId, d.title, k.bodyId, x.linkSite as fileSite, x.linkTarget as target, "
     "'noFile' as reason "
     "from (select distinct linkSite, linkTarget from TORVEX_LINKS where linkKind = 'image') x "
-    "inner join TORVEX_LINKS k on k.linkKind = 'image' and k.linkTarget = x.linkTarget "
-    "and k.linkSite = x.linkSite and k.linkTwin = 'D' "
-    "inner join TORVEX_PAGES_DESIGN d on d.pageId = k.pageId "
-    "where d.site = ? and d.lang = ? and not exists (select 1 from TORVEX_IMAGES i "
+    "cross join TORVEX_LINKS k cross join TORVEX_PAGES_DESIGN d "
+    "where k.linkKind = 'image' and k.linkTarget = x.linkTarget "
+    "and k.linkSite = x.linkSite and k.linkTwin = 'D' and d.pageId = k.pageId and d.site = ? and d.lang = ? "
+    "and not exists (select 1 from TORVEX_IMAGES i "
     "where i.img_site = x.linkSite and i.img_filename = x.linkTarget) "
     "order by d.nodeId, k.bodyId, x.linkTarget limit ?";
 /// Of the page's own site where none is named, by file or by title.
@@ -67,10 +68,10 @@ constexpr std::string_view toDocuments =
     "select k.pageId, d.nodeId, d.title, k.bodyId, x.fileSite, x.linkTarget as target, 'noFile' as reason "
     "from (select linkSite, linkTarget, coalesce(nullif(linkSite, ''), ?) as fileSite from TORVEX_LINKS "
     "where linkKind = 'document' group by linkSite, linkTarget) x "
-    "inner join TORVEX_LINKS k on k.linkKind = 'document' and k.linkTarget = x.linkTarget "
-    "and k.linkSite = x.linkSite and k.linkTwin = 'D' "
-    "inner join TORVEX_PAGES_DESIGN d on d.pageId = k.pageId "
-    "where d.site = ? and d.lang = ? and not exists (select 1 from TORVEX_DOCUMENTS i "
+    "cross join TORVEX_LINKS k cross join TORVEX_PAGES_DESIGN d "
+    "where k.linkKind = 'document' and k.linkTarget = x.linkTarget "
+    "and k.linkSite = x.linkSite and k.linkTwin = 'D' and d.pageId = k.pageId and d.site = ? and d.lang = ? "
+    "and not exists (select 1 from TORVEX_DOCUMENTS i "
     "where i.doc_site = x.fileSite and i.doc_filename = x.linkTarget) "
     "and not exists (select 1 from TORVEX_DOCUMENTS i "
     "where i.doc_site = x.fileSite and i.doc_title = x.linkTarget) "

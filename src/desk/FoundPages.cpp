@@ -38,6 +38,8 @@ constexpr std::string_view byPostgresIndex =
     "inner join TORVEX_PAGES_DESIGN d on d.pageId = w.pageId ";
 constexpr std::string_view withLive = "left outer join TORVEX_PAGES_LIVE l on l.pageId = d.pageId where ";
 constexpr std::string_view inPlace = "(? = '' or d.site = ?) and (? = '' or d.lang = ?)";
+// By the index's own number, it gives no more pages than are read.
+constexpr std::string_view latestOfIndex = " order by w.pageId desc limit 1000";
 constexpr std::string_view latestFirst = " order by d.pageId desc limit 1000";
 
 constexpr std::string_view selectTitles = "select nodeId, title from TORVEX_PAGES_DESIGN where nodeId";
@@ -133,18 +135,18 @@ class PageFinder {
     void addNamed() {
         const PageIdentity page = identify(connection_, search_.words);
         if (!page.isValid()) return;
-        read("TORVEX_PAGES_DESIGN d ", "d.pageId = ? and ", page.pageId);
+        read("TORVEX_PAGES_DESIGN d ", "d.pageId = ? and ", page.pageId, latestFirst);
     }
     void addFound(pageWords::Place place) {
         const std::size_t before = found_.size();
         if (wanted_.beginnings.empty() && wanted_.trees.empty()) {
-            read("TORVEX_PAGES_DESIGN d ", "? = 0 and ", 0);
+            read("TORVEX_PAGES_DESIGN d ", "? = 0 and ", 0, latestFirst);
         } else if (connection_.engine() == db::Engine::Sqlite) {
             const std::string query = pageWords::sqliteQuery(wanted_, place);
-            read(bySqliteIndex, "", std::string_view(query));
+            read(bySqliteIndex, "", std::string_view(query), latestOfIndex);
         } else {
             const std::string query = pageWords::postgresQuery(wanted_, place);
-            read(byPostgresIndex, "", std::string_view(query));
+            read(byPostgresIndex, "", std::string_view(query), latestOfIndex);
         }
         std::sort(found_.begin() + static_cast<std::ptrdiff_t>(before), found_.end(),
                   [](const FoundPage& one, const FoundPage& other) {
@@ -154,7 +156,8 @@ class PageFinder {
     }
 
     /// `condition` or `source` has the place of `value`, ahead of all others.
-    void read(std::string_view source, std::string_view condition, const db::Parameter& value) {
+    void read(std::string_view source, std::string_view condition, const db::Parameter& value,
+              std::string_view order) {
         std::string statement(selectPages);
         statement.append(source).append(withLive).append(condition).append(inPlace);
         const std::string_view site = search_.site;
@@ -164,7 +167,7 @@ class PageFinder {
             statement.append(" and ").append(filter.condition);
             for (const std::string& bound : filter.values) values.emplace_back(std::string_view(bound));
         }
-        statement.append(latestFirst);
+        statement.append(order);
         auto rows = connection_.query(statement, values);
         while (rows.next()) add(rows);
     }
