@@ -219,6 +219,52 @@ describe("a body is edited on its page", () => {
     await page.keyboard.press("Escape");
   });
 
+  test("a link is found by words of its page", async () => {
+    await open(21);
+    await edit(2);
+    await page.keyboard.type("See ");
+    await page.keyboard.press("Control+l");
+    await page.getByRole("combobox", { name: "Where to?" }).fill("Alpine garden");
+    await page.getByRole("option", { name: /Alpine garden/ }).first().waitFor();
+    assert.deepEqual(await findingsOfAxe(page, "tvx-dialog"), []);
+    await page.keyboard.press("Enter");
+    await page.getByRole("dialog").waitFor({ state: "detached" });
+    await save();
+    assert.match(stored(21, 2), /See <a href="page\(9\)">Alpine garden<\/a>/);
+  });
+
+  test("a picture that is dropped into the text is uploaded, described and shown", async () => {
+    const pixel = "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9QDwADhgGAWjR9awAAAABJRU5ErkJggg==";
+    await frame().evaluate((base64) => {
+      const bytes = Uint8Array.from(atob(base64), (letter) => letter.charCodeAt(0));
+      const data = new DataTransfer();
+      data.items.add(new File([bytes], "dropped.png", { type: "image/png" }));
+      const { left, top } = document.querySelector(".ProseMirror p").getBoundingClientRect();
+      const options = { dataTransfer: data, bubbles: true, cancelable: true, clientX: left + 4, clientY: top + 8 };
+      document.querySelector(".ProseMirror p").dispatchEvent(new DragEvent("drop", options));
+    }, pixel);
+    const question = page.getByRole("dialog", { name: "What does this picture show?" });
+    await question.getByLabel("Alternative text").fill("A red dot");
+    assert.deepEqual(await findingsOfAxe(page, "tvx-dialog"), []);
+    await question.getByRole("button", { name: "Insert" }).click();
+    await question.waitFor({ state: "detached" });
+    await save();
+    assert.match(stored(21, 2), /<img src="\/images\/bg\/[^"]*dropped\.png" width="1" height="1" alt="A red dot">/);
+    assert.equal(await frame().locator('.ProseMirror img[alt="A red dot"]').evaluate((image) => image.naturalWidth), 1);
+  });
+
+  test("a picture of the library is chosen by keys, and its alternative text isn't asked twice", async () => {
+    await page.getByRole("button", { name: "Picture" }).click();
+    await page.getByLabel("Find a picture").fill("dropped");
+    await page.getByRole("option", { name: /dropped/ }).waitFor();
+    assert.deepEqual(await findingsOfAxe(page, "tvx-dialog"), []);
+    await page.getByRole("option", { name: /dropped/ }).press("Enter");
+    await page.getByRole("dialog").waitFor({ state: "detached" });
+    await save();
+    assert.equal(stored(21, 2).match(/alt="A red dot"/g).length, 2);
+    await page.keyboard.press("Escape");
+  });
+
   test("a body that the template shows twice is the same at both places", async () => {
     await open(23);
     assert.equal(await page.getByRole("button", { name: "Body 2", exact: true }).count(), 2);

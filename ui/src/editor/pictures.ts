@@ -28,6 +28,12 @@ export function imageTag(site: string, { path, width, height }: Picture, alt: st
 /** What a picture shows, for who can't see it; "" for decoration, null when the question was left. */
 export async function altDialog(address: string, proposal: string): Promise<string | null> {
   const field = createRef<HTMLTextAreaElement>();
+  let text = "";
+  // The field goes with the dialog.
+  const take = () => {
+    text = field.value?.value.trim() ?? "";
+    return text !== "";
+  };
   const answer = await dialog({
     title: t(L.altQuestion),
     body: () => html`<div class="stack">
@@ -36,11 +42,11 @@ export async function altDialog(address: string, proposal: string): Promise<stri
       <p class="note">${t(L.altHint)}</p></div></div>`,
     actions: () => [
       { name: "none", label: t(L.decoration) },
-      { name: "text", label: t(L.insert), kind: "primary", run: () => field.value!.value.trim() !== "" },
+      { name: "text", label: t(L.insert), kind: "primary", run: take },
     ],
   });
   if (answer === "none") return "";
-  return answer === "text" ? field.value!.value.trim() : null;
+  return answer === "text" ? text : null;
 }
 
 interface Stored {
