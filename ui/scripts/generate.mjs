@@ -26,7 +26,7 @@ const texts = (folder, ending) => filesOf(folder, ending).map((path) => readFile
 
 write("api/register.gen.ts", registerSource(JSON.parse(readFileSync(join(root, "docs/operations.json"), "utf8"))));
 
-const words = wordsOf(texts(join(root, "install/rows"), ".sql"));
+const words = wordsOf(texts(join(root, "install/rows"), ".sql"), faults);
 const names = numbersOf(texts(join(ui, "src/labels/names"), ".ts"), faults);
 write("labels/labels.gen.ts", placesSource(names, words, faults));
 

@@ -1,10 +1,18 @@
 // The words of the interface: where they stand, which the sources use, and which places they have to fill.
 const row = /^\s*\((\d+),\s*'((?:[^']|'')*)',\s*'((?:[^']|'')*)'\)/gm;
 
-export function wordsOf(sources) {
+// Other tables have rows of the same form.
+const rowsOf = (source) =>
+  source
+    .split(/insert into /i)
+    .filter((statement) => statement.startsWith("TORVEX_INTERFACE_VOCAB"))
+    .flatMap((statement) => [...statement.matchAll(row)]);
+
+export function wordsOf(sources, faults) {
   const words = new Map();
   for (const source of sources) {
-    for (const [, number, en, de] of source.matchAll(row)) {
+    for (const [, number, en, de] of rowsOf(source)) {
+      if (words.has(Number(number))) faults.push(`label ${number} stands in two places of install/rows`);
       words.set(
         Number(number),
         [en, de].map((text) => text.replaceAll("''", "'")),
