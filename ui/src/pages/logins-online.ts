@@ -111,7 +111,7 @@ export class TvxLoginsOnline extends TvxElement {
       },
       {
         id: "end",
-        label: "",
+        label: t(L.endLogin),
         cell: (row) =>
           row.loginId === me
             ? nothing
