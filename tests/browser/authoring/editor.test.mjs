@@ -344,6 +344,24 @@ describe("a body is edited on its page", () => {
     await page.keyboard.press("Escape");
   });
 
+  test("who can't save may leave, finds the text again, and may give it up", async () => {
+    await open(19);
+    await edit(2);
+    sql(folder, "update TORVEX_PAGES_DESIGN set lockStatus = 1, lockedBy = 3 where pageId = 19");
+    const before = stored(19, 2);
+    await page.keyboard.type("Later. ");
+    await page.locator(".edit-trouble").waitFor();
+    await page.getByRole("treeitem", { name: /Home/ }).first().click();
+    await page.waitForURL(/pageId=1$/);
+    sql(folder, "update TORVEX_PAGES_DESIGN set lockStatus = 0, lockedBy = null where pageId = 19");
+    await open(19);
+    await page.locator(".draft-notice").getByRole("button", { name: "Discard" }).click();
+    await page.locator(".draft-notice").waitFor({ state: "detached" });
+    assert.equal(stored(19, 2), before);
+    await open(19);
+    assert.equal(await page.locator(".draft-notice").count(), 0);
+  });
+
   test("while there is no line the text stays, and is saved when it is back", async () => {
     await open(pageId);
     await edit(2);

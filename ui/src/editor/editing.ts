@@ -286,7 +286,9 @@ export class Editing {
     const trouble = this.session.trouble.value;
     if (!trouble) return nothing;
     const again = html`<button class="button small" @click=${() => this.save()}>${t(L.saveAgain)}</button>`;
-    if (trouble.kind !== "changed") return this.noticeOf(html`${trouble.text} ${t(L.textIsKeptHere)}`, again);
+    const discard = html`<button class="button small" @click=${() => this.frame.discardEditing()}>${t(L.dropIt)}</button>`;
+    if (trouble.kind !== "changed")
+      return this.noticeOf(html`${trouble.text} ${t(L.textIsKeptHere)}`, html`${again}${discard}`);
     const { theirs } = trouble;
     return this.noticeOf(
       html`${t(L.changedBySomebody)}`,

@@ -46,7 +46,11 @@ export class TvxPageFrame extends TvxElement {
     document.addEventListener("visibilitychange", hide);
     window.addEventListener("message", this.message);
     this.forget.push(
-      beforeLeaving(() => this.save()),
+      // What couldn't be saved is kept as a draft: nobody has to stay for it.
+      beforeLeaving(async () => {
+        if (!(await this.save())) this.editing?.session.keepNow();
+        return true;
+      }),
       onPagesChanged((change) => this.changedElsewhere(change)),
       () => window.removeEventListener("pagehide", hide),
       () => document.removeEventListener("visibilitychange", hide),
@@ -187,7 +191,7 @@ export class TvxPageFrame extends TvxElement {
     switch (call.kind) {
       case "page":
         if (apart) window.open(pageAddress(call.page), "_blank", "noopener");
-        else if (await this.save()) void go(pageAddress(call.page));
+        else void go(pageAddress(call.page));
         return;
       case "link":
         return this.leadOutside(call.address);
@@ -311,6 +315,12 @@ export class TvxPageFrame extends TvxElement {
     if (this.unsaved) this.tell("tvx-unsaved", false);
     this.editing?.close();
     this.editing = null;
+  }
+
+  /** Gives up what was typed since it was saved. */
+  async discardEditing(): Promise<void> {
+    await this.editing?.session.forget();
+    this.reload();
   }
 
   /** Puts the handles where their bodies are, with the next picture. */
