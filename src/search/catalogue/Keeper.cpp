@@ -6,6 +6,7 @@
 #include "platform/OperatorLog.h"
 #include "search/catalogue/Catalogue.h"
 #include "search/catalogue/Queue.h"
+#include "search/extraction/TextExtractor.h"
 
 namespace torvex::catalogue {
 
@@ -47,6 +48,9 @@ void Keeper::work() {
             note("");
         } catch (const BusyError&) {
             // "torvex index" is at work, and does this work too.
+        } catch (const ReadingEnded&) {
+            // What is still to be read is found again at the next start.
+            upkeep_->rest();
         } catch (const DamagedError& error) {
             note(std::string(error.what()) + "; it is made anew");
             upkeep_.emplace(parts_);

@@ -145,6 +145,9 @@ Reading Upkeep::read(const std::string& path, const FileStamp& stamp) {
         const auto bytes = parts_.files.readBytes(parts_.holdings.absolute(path));
         if (!bytes) throw ExtractionError("it can't be read");
         return parts_.extractor.read(name, *bytes);
+    } catch (const ReadingEnded&) {
+        // With its name alone it would count as read.
+        throw;
     } catch (const Error& error) {
         parts_.log.warn(fmt::format("the text of {} is not in the catalogue: {}", forLog(path),
                                     chainForLog(error.what())));

@@ -14,12 +14,19 @@ class ExtractionError : public Error {
     using Error::Error;
 };
 
+/// Nothing is read any more, as the server is about to end. It says nothing of the file.
+class ReadingEnded : public Error {
+  public:
+    ReadingEnded() : Error("the server is about to end") {}
+};
+
 /// Reads the text out of files. Implementations are safe to share between threads.
 class TextExtractor {
   public:
     virtual ~TextExtractor() = default;
 
-    /// By the name's ending; nothing but the name for a kind that isn't known. Throws `ExtractionError`.
+    /// By the name's ending; nothing but the name for a kind that isn't known. Throws `ExtractionError`,
+    /// `ReadingEnded`.
     virtual Reading read(const std::string& fileName, std::string_view bytes) = 0;
 };
 

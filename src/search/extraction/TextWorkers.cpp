@@ -80,6 +80,7 @@ Reading TextWorkers::read(const std::string& fileName, std::string_view bytes) {
         return unpack(ask(head, bytes));
     } catch (const WorkerError& error) {
         drop();
+        if (isEnding()) throw ReadingEnded();
         throw ExtractionError(error.what());
     } catch (const WorkerLate&) {
         drop();
@@ -95,6 +96,7 @@ std::string TextWorkers::ask(const std::string& head, std::string_view bytes) {
             return asked->ask(head, bytes, longestAnswer, Deadline::in(patience_));
         } catch (const WorkerGone&) {
             drop();
+            if (isEnding()) throw ReadingEnded();
             // One that has served others may have come to its own end just now.
             if (isFresh) throw ExtractionError(tooMuch);
         }
@@ -103,9 +105,14 @@ std::string TextWorkers::ask(const std::string& head, std::string_view bytes) {
 
 std::shared_ptr<WorkerProcess> TextWorkers::worker() {
     const std::scoped_lock lock(mutex_);
-    if (isCancelled_) throw ExtractionError("the server is about to end");
+    if (isCancelled_) throw ReadingEnded();
     if (!worker_) worker_ = std::make_shared<WorkerProcess>(program_, textWorkerArgument);
     return worker_;
+}
+
+bool TextWorkers::isEnding() {
+    const std::scoped_lock lock(mutex_);
+    return isCancelled_;
 }
 
 void TextWorkers::drop() {

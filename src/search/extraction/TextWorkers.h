@@ -34,6 +34,7 @@ class TextWorkers final : public TextExtractor {
   private:
     std::string ask(const std::string& head, std::string_view bytes);
     std::shared_ptr<WorkerProcess> worker();
+    bool isEnding();
     void drop();
 
     const std::string program_;

@@ -146,6 +146,27 @@ TEST_P(UpkeepTest, ACatalogueThatWasJustFilledIsCompact) {
     workOff(upkeep);
     EXPECT_THAT(found("changed"), ElementsAre("ab.en.1000.html"));
 }
+TEST_P(UpkeepTest, AFileThatIsNotReadAsTheServerEndsIsReadAfterwards) {
+    class EndingExtractor final : public catalogue::TextExtractor {
+        catalogue::Reading read(const std::string&, std::string_view) override {
+            throw catalogue::ReadingEnded();
+        }
+    } ending;
+    write(page("ab.en.01"), "word");
+    const catalogue::UpkeepParts whole = parts();
+    {
+        catalogue::Upkeep upkeep(
+            {whole.folder, whole.holdings, whole.files, ending, whole.log, whole.clock, whole.openDatabase});
+        upkeep.plan(upkeep.compare());
+        EXPECT_THROW(upkeep.step(1s), catalogue::ReadingEnded);
+        upkeep.rest();
+    }
+    EXPECT_THAT(log.lines(), testing::IsEmpty());
+    catalogue::Upkeep upkeep(parts());
+    upkeep.plan(upkeep.compare());
+    workOff(upkeep);
+    EXPECT_THAT(found("word"), ElementsAre("ab.en.01.html"));
+}
 TEST_P(UpkeepTest, AComparisonTellsWhatHasChanged) {
     write(page("ab.en.01"), "one");
     write(page("ab.en.02"), "one");

@@ -273,7 +273,7 @@ TEST(TextWorkers, RefuseEverythingOnceCancelled) {
     catalogue::TextWorkers workers(programPath());
     workers.read("a.txt", "text");
     workers.cancel();
-    EXPECT_THROW(workers.read("a.txt", "text"), ExtractionError);
+    EXPECT_THROW(workers.read("a.txt", "text"), catalogue::ReadingEnded);
 }
 TEST(TextWorkers, AProgramThatIsNoneIsRefused) {
     catalogue::TextWorkers workers("/nowhere/torvex");
