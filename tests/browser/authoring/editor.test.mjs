@@ -132,6 +132,11 @@ describe("a body is edited on its page", () => {
 
   test("headings, lists and links are made by keys, and the slash offers what can be put in", async () => {
     await page.keyboard.press("Control+End");
+    // The browser tells of a moved cursor a moment later.
+    await page.waitForFunction(() => {
+      const { state } = document.querySelector("tvx-page-frame").editing;
+      return state.selection.to >= state.doc.content.size - 2;
+    });
     await page.keyboard.press("Enter");
     await page.keyboard.type("/heading 2");
     await page.getByRole("option", { name: "Heading 2" }).waitFor();
