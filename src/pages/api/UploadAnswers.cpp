@@ -214,7 +214,6 @@ void answerUpload(HostContext& host, UploadDesk& desk) {
     const Shared shared = desk.api->shared();
     Calls calls(shared, host, languageOf(host, desk.api->words));
     const Visit visit{host, desk, calls};
-    host.response.addHeader("Tus-Resumable", std::string(uploadVersion));
     if (methodOf(host) == "OPTIONS") return tellProtocol(visit);
     if (fieldOf(host, "http_tus_resumable") != uploadVersion) {
         host.response.addHeader("Tus-Version", std::string(uploadVersion));

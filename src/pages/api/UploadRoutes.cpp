@@ -78,7 +78,11 @@ RefusalHandler refusalsOf(const std::shared_ptr<UploadDesk>& desk) {
 
 std::vector<PageRoute> uploadRoutes(const std::shared_ptr<Api>& api, const UploadSettings& settings) {
     const auto desk = std::make_shared<UploadDesk>(api, settings);
-    const PageHandler handler = [desk](HostContext& host) { answerCaller(host, *desk); };
+    const PageHandler handler = [desk](HostContext& host) {
+        // In every answer, also in those that a caller gets before her upload is looked at.
+        host.response.addHeader("Tus-Resumable", std::string(uploadVersion));
+        answerCaller(host, *desk);
+    };
     PageRoute all{.path = std::string(uploadFolder.substr(0, uploadFolder.size() - 1)),
                   .handler = handler,
                   .methods = {Method::Post, Method::Options},
