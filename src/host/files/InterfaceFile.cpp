@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <array>
 
-#include "media/MediaTypes.h"
 #include "host/files/StaticFiles.h"
 #include "host/http/Ascii.h"
 #include "host/http/ErrorPages.h"
 #include "installation/BuiltInterface.h"
+#include "media/MediaTypes.h"
 
 namespace torvex {
 

@@ -6,9 +6,9 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include "media/MediaTypes.h"
 #include "host/http/Ascii.h"
 #include "host/http/ErrorPages.h"
+#include "media/MediaTypes.h"
 #include "platform/net/HttpDate.h"
 
 namespace torvex {

@@ -5,9 +5,9 @@
 #include <ctime>
 #include <fcntl.h>
 
-#include "media/MediaTypes.h"
 #include "host/files/PublicFile.h"
 #include "host/http/ErrorPages.h"
+#include "media/MediaTypes.h"
 
 namespace torvex {
 

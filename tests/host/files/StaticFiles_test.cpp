@@ -8,8 +8,8 @@
 #include <thread>
 #include <unistd.h>
 
-#include "media/MediaTypes.h"
 #include "host/files/PublicFile.h"
+#include "media/MediaTypes.h"
 #include "support/RunningServer.h"
 
 namespace torvex {

@@ -24,8 +24,7 @@ TEST(PageWords, AVeryLongTextIsCutBetweenWords) {
 }
 
 TEST(PageWords, TheTextOfABodyHasNoMarkUp) {
-    EXPECT_EQ(pageWords::textOf("<p>We <b>meet</b></p><script>x</script><p>at ten</p>"),
-              "We meet\nat ten");
+    EXPECT_EQ(pageWords::textOf("<p>We <b>meet</b></p><script>x</script><p>at ten</p>"), "We meet\nat ten");
 }
 
 TEST(PageWords, QueriesAskForAllBeginningsInOneOfTheTrees) {
