@@ -152,6 +152,8 @@ describe("a session that is lost", () => {
     const shell = await openShell(chromium.browser, { api: { "cManager/getSitemap": ({ flag }) => (flag ? record(7, "bg.en.01.01", "Getting here") : record(1, "bg.en", "Home", "1PP000") + record(2, "bg.en.01", "Visit", "1PP000")) } });
     const { page, context } = shell;
     await page.getByRole("searchbox", { name: "Filter pages" }).fill("i");
+    // What the first screen asks for is answered by then: the next question is that of the key.
+    await page.waitForLoadState("networkidle");
     shell.loggedIn = false;
     await row(page, "Visit").focus();
     await page.keyboard.press("ArrowRight");
@@ -178,6 +180,8 @@ describe("a line that is gone", () => {
   test("is said in the foot until it is back", async () => {
     const { page, context } = await openShell(chromium.browser);
     await row(page, "Home").waitFor();
+    // An answer that is still under way would tell that the line is there.
+    await page.waitForLoadState("networkidle");
     await context.setOffline(true);
     await page.getByRole("status").filter({ hasText: "Not connected; your text is kept here" }).waitFor();
     await context.setOffline(false);
