@@ -3,7 +3,7 @@
 import assert from "node:assert/strict";
 import { mkdirSync, writeFileSync } from "node:fs";
 import { dirname, join } from "node:path";
-import { after, before, describe, test } from "node:test";
+import { before, describe, test } from "node:test";
 import { fileURLToPath, pathToFileURL } from "node:url";
 import { author, clickInto, edited, findings, servedAuthors } from "./support.mjs";
 
@@ -66,7 +66,6 @@ describe("each screen", () => {
     site.call("cManager.checkIn", "pageIdent=11", "--login", "basil");
     site.call("cManager.checkOut", "pageIdent=9", "--login", "heide");
   });
-  after(() => writeSheet(site, taken));
 
   for (const [width, height] of widths) {
     for (const colorScheme of schemes) {
@@ -90,6 +89,8 @@ describe("each screen", () => {
       });
     }
   }
+
+  test("stands on one sheet", () => writeSheet(site, taken));
 });
 
 async function writeSheet(site, taken) {
