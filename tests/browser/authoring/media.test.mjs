@@ -1,6 +1,6 @@
 // The media library: folders, many files at once, names in one table, what uses a file.
 import assert from "node:assert/strict";
-import { suite, test } from "node:test";
+import { describe, test } from "node:test";
 import { deflateSync } from "node:zlib";
 import { assertAccessible, servedWorkplace, workAs } from "./workplace.mjs";
 
@@ -34,7 +34,7 @@ function png(size, shade) {
 
 const photo = (name, shade = 90) => ({ name, mimeType: "image/png", buffer: png(48, shade) });
 
-suite("the media library", () => {
+describe("the media library", () => {
   const site = servedWorkplace();
   const images = () => site.query("select img_title, img_filename from TORVEX_IMAGES where img_site = 'bg' order by img_filename").map((row) => Object.values(row));
 

@@ -1,6 +1,6 @@
 // Pages at work: setup, the workflow, new pages, copying and moving, and the lists of them.
 import assert from "node:assert/strict";
-import { suite, test } from "node:test";
+import { describe, test } from "node:test";
 import { assertAccessible, servedWorkplace, workAs } from "./workplace.mjs";
 
 const paperGardens = 12;
@@ -9,7 +9,7 @@ const paperGardens = 12;
 const pageOf = (site, title) =>
   JSON.parse(site.call("cManager.getPageList", "site=bg", "lang=en", "mode=D", "--login", "sa", "--json")).results[0].rows.find((row) => row[2] === title)?.[0];
 
-suite("the workflow of a page", () => {
+describe("the workflow of a page", () => {
   const site = servedWorkplace();
 
   test("a changed setup goes live in three clicks, and visitors see it", async () => {
@@ -106,7 +106,7 @@ suite("the workflow of a page", () => {
   });
 });
 
-suite("new pages, places and removal", () => {
+describe("new pages, places and removal", () => {
   const site = servedWorkplace();
   const idOf = (title) => pageOf(site, title);
   const whatsOn = () => idOf("What’s on");
@@ -232,7 +232,7 @@ suite("new pages, places and removal", () => {
   });
 });
 
-suite("screens of pages", () => {
+describe("screens of pages", () => {
   const site = servedWorkplace();
   const screens = [
     ["a page", "/torvex/page.asp?pageId=12", "tvx-page-view h1"],
