@@ -60,8 +60,10 @@ std::vector<PageRoute> pageRoutes(std::shared_ptr<const BuiltInterface> interfac
          [reports, posts](HostContext& host) { forumReactionPage(host, *reports, *posts); }, methods::form,
          postBody},
     };
-    std::ranges::move(authorsRoutes(throttle, std::move(interface)), std::back_inserter(routes));
     const auto programs = std::make_shared<api::Api>(throttle);
+    // One for all: objects that a register makes share what authors know of each other.
+    const std::shared_ptr<const operations::Register> classes(programs, &programs->classes);
+    std::ranges::move(authorsRoutes(classes, throttle, std::move(interface)), std::back_inserter(routes));
     std::ranges::move(api::routes(programs), std::back_inserter(routes));
     if (!uploads.folder.empty())
         std::ranges::move(api::uploadRoutes(programs, uploads), std::back_inserter(routes));

@@ -2,7 +2,6 @@
 
 #include "accounts/GuessThrottle.h"
 #include "installation/BuiltInterface.h"
-#include "operations/register/Register.h"
 #include "pages/authors/AuthorsPages.h"
 #include "platform/HostContext.h"
 #include "platform/Response.h"
@@ -16,10 +15,10 @@ constexpr std::uint64_t doorBody = 16 * 1024;
 
 /// What outlives every request.
 struct Kept {
+    std::shared_ptr<const operations::Register> classes;
     std::shared_ptr<GuessThrottle> throttle;
-    operations::Register classes = operations::makeRegister();
 
-    AuthorsShared shared() const { return {classes, *throttle}; }
+    AuthorsShared shared() const { return {*classes, *throttle}; }
 };
 
 void leadIn(HostContext& host) {
@@ -28,10 +27,11 @@ void leadIn(HostContext& host) {
 
 }  // namespace
 
-std::vector<PageRoute> authorsRoutes(std::shared_ptr<GuessThrottle> throttle,
+std::vector<PageRoute> authorsRoutes(std::shared_ptr<const operations::Register> classes,
+                                     std::shared_ptr<GuessThrottle> throttle,
                                      std::shared_ptr<const BuiltInterface> interface) {
     if (!interface) interface = std::make_shared<const BuiltInterface>(BuiltInterface::Files());
-    const auto kept = std::make_shared<const Kept>(Kept{std::move(throttle)});
+    const auto kept = std::make_shared<const Kept>(Kept{std::move(classes), std::move(throttle)});
     PageRoute shell{"/torvex/", [interface](HostContext& host) { shellPage(host, *interface); }};
     shell.reach = PageRoute::Reach::BelowButFiles;
     return {
