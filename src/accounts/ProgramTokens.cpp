@@ -27,9 +27,8 @@ constexpr std::string_view insertToken =
     "values (?, ?, ?, ?, ?, ?)";
 constexpr std::string_view selectToken =
     "select t.tokenId, t.loginId, t.operations, t.addresses, t.lastDay, t.lastUse, l.username, l.name, "
-    "l.kind, "
-    "l.validFrom, l.validTo from TORVEX_API_TOKENS t, TORVEX_LOGINS l where t.tokenHash = ? and l.loginId = "
-    "t.loginId";
+    "l.kind, l.validFrom, l.validTo from TORVEX_API_TOKENS t, TORVEX_LOGINS l "
+    "where t.tokenHash = ? and l.loginId = t.loginId";
 constexpr std::string_view noteUse = "update TORVEX_API_TOKENS set lastUse = ? where tokenId = ?";
 
 std::string newText() {

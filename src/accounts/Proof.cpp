@@ -11,7 +11,8 @@ namespace torvex {
 
 namespace {
 
-/// The row if it has this old form, or a hash that is still to be asked. Programs have tokens in place of passwords.
+/// The row if it has this old form, or a hash that is still to be asked. Programs have tokens in place of
+/// passwords.
 constexpr std::string_view selectStored =
     "select password, passwordHash from TORVEX_LOGINS where username = ? and (password = ? or password like "
     "?) and coalesce(kind, '') <> 'program' order by loginId";

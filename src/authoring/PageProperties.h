@@ -6,8 +6,8 @@
 
 namespace torvex {
 
-/// The page record that an object of `cManager` carries, under the names by which callers outside read and set it. What a
-/// name means is said in `PageBuffer`; what can't be set is found by reading a page.
+/// The page record that an object of `cManager` carries, under the names by which callers outside read and
+/// set it. What a name means is said in `PageBuffer`; what can't be set is found by reading a page.
 class PageProperties {
   public:
     // Which page, and its place

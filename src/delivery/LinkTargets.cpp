@@ -18,9 +18,8 @@ namespace {
 // tables of one in their order; it then runs through the numbers without putting them into a table first.
 constexpr std::string_view selectByNumber =
     "select d.pageId, d.nodeId, l.nodeId as liveNode, l.type, l.online, l.onlineFrom, l.onlineTo "
-    "from wanted w cross join TORVEX_PAGES_DESIGN d left outer join TORVEX_PAGES_LIVE l on l.pageId = "
-    "d.pageId "
-    "where d.pageId = w.pageId";
+    "from wanted w cross join TORVEX_PAGES_DESIGN d "
+    "left outer join TORVEX_PAGES_LIVE l on l.pageId = d.pageId where d.pageId = w.pageId";
 constexpr std::string_view selectNumbers = "select pageId, nodeId from TORVEX_PAGES_DESIGN where nodeId";
 constexpr std::string_view selectStates =
     "select nodeId, type, online, onlineFrom, onlineTo from TORVEX_PAGES_LIVE where nodeId";

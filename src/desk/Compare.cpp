@@ -20,9 +20,9 @@ namespace {
 constexpr std::string_view selectSetup =
     "select p.title, p.type, t.tpl_name as template, b.btpl_name as baseTemplate, s.ss_name as stylesheet, "
     "a.app_name as application, p.app_param_public as appParamPublic, p.app_param_admin as appParamAdmin, "
-    "p.app_system_folder as appSystemFolder, f.title as appSystemFolderTitle, f.nodeId as "
-    "appSystemFolderNode, "
-    "p.navigation, p.previous, q.title as previousTitle, q.nodeId as previousNode, "
+    "p.app_system_folder as appSystemFolder, f.title as appSystemFolderTitle, "
+    "f.nodeId as appSystemFolderNode, p.navigation, "
+    "p.previous, q.title as previousTitle, q.nodeId as previousNode, "
     "p.next, n.title as nextTitle, n.nodeId as nextNode, p.up, u.title as upTitle, u.nodeId as upNode, "
     "p.onlineFrom, p.onlineTo, p.breadcrumb, p.dynMenu, "
     "p.loginPage, l.title as loginPageTitle, l.nodeId as loginPageNode "

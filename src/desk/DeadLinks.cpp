@@ -26,32 +26,31 @@ constexpr std::size_t deadLinkColumns = 6;
 
 constexpr std::string_view toPages =
     "select k.pageId, d.nodeId, d.title, k.bodyId, k.linkPage as target, "
-    "case when t.pageId is null then 'gone' when l.pageId is null then 'notLive' else 'offline' end as "
-    "reason "
+    "case when t.pageId is null then 'gone' when l.pageId is null then 'notLive' else 'offline' end "
+    "as reason "
     "from (select distinct linkPage from TORVEX_LINKS where linkPage > 0 and linkTwin = 'D') x "
     "left outer join TORVEX_PAGES_DESIGN t on t.pageId = x.linkPage "
     "left outer join TORVEX_PAGES_LIVE l on l.pageId = x.linkPage "
     "cross join TORVEX_LINKS k cross join TORVEX_PAGES_DESIGN d "
-    "where k.linkPage = x.linkPage and k.linkTwin = 'D' and d.pageId = k.pageId and d.site = ? and d.lang = "
-    "? and (t.pageId is null or l.pageId is null or (coalesce(l.type, '') <> "
-    "'F' "
+    "where k.linkPage = x.linkPage and k.linkTwin = 'D' "
+    "and d.pageId = k.pageId and d.site = ? and d.lang = ? "
+    "and (t.pageId is null or l.pageId is null or (coalesce(l.type, '') <> 'F' "
     "and (coalesce(l.online, 0) <> 1 or coalesce(l.onlineFrom, '') > ? "
     "or coalesce(nullif(l.onlineTo, ''), '99999999') < ?))) order by d.nodeId, k.bodyId, k.linkPage limit ?";
 constexpr std::string_view toNodes =
     "select k.pageId, d.nodeId, d.title, k.bodyId, x.linkTarget as target, "
-    "case when t.pageId is null then 'gone' when l.pageId is null then 'notLive' else 'offline' end as "
-    "reason "
+    "case when t.pageId is null then 'gone' when l.pageId is null then 'notLive' else 'offline' end "
+    "as reason "
     "from (select distinct linkTarget from TORVEX_LINKS where linkKind = 'page' and linkTarget > '') x "
     "left outer join TORVEX_PAGES_DESIGN t on t.nodeId = x.linkTarget "
     "left outer join TORVEX_PAGES_LIVE l on l.pageId = t.pageId "
     "cross join TORVEX_LINKS k cross join TORVEX_PAGES_DESIGN d "
     "where k.linkKind = 'page' and k.linkTarget = x.linkTarget and k.linkTwin = 'D' "
-    "and d.pageId = k.pageId and d.site = ? and d.lang = ? and (t.pageId is null or l.pageId is null or "
-    "(coalesce(l.type, '') <> "
-    "'F' "
+    "and d.pageId = k.pageId and d.site = ? and d.lang = ? "
+    "and (t.pageId is null or l.pageId is null or (coalesce(l.type, '') <> 'F' "
     "and (coalesce(l.online, 0) <> 1 or coalesce(l.onlineFrom, '') > ? "
-    "or coalesce(nullif(l.onlineTo, ''), '99999999') < ?))) order by d.nodeId, k.bodyId, x.linkTarget limit "
-    "?";
+    "or coalesce(nullif(l.onlineTo, ''), '99999999') < ?))) "
+    "order by d.nodeId, k.bodyId, x.linkTarget limit ?";
 
 constexpr std::string_view toImages =
     "select k.pageId, d.nodeId, d.title, k.bodyId, x.linkSite as fileSite, x.linkTarget as target, "

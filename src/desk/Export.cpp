@@ -23,8 +23,7 @@ constexpr std::string_view selectHits =
     "yyyymmdd >= ? and yyyymmdd <= ? order by yyyymmdd, nodeId";
 constexpr std::string_view selectPages =
     "select nodeId, pageId, title, type, editStatus, lockStatus, deleteStatus, approveStatus, onlineFrom, "
-    "onlineTo, "
-    "editingDate from TORVEX_PAGES_DESIGN where site = ? and lang = ? order by nodeId";
+    "onlineTo, editingDate from TORVEX_PAGES_DESIGN where site = ? and lang = ? order by nodeId";
 constexpr std::string_view selectUsers =
     "select userId, username, firstname, lastname, validFrom, validTo from TORVEX_USERS order by username, "
     "userId";

@@ -27,8 +27,8 @@ constexpr std::size_t mostOfABody = 64 * 1024;
 // The pages found stand between these parts.
 constexpr std::string_view selectPages =
     "select d.pageId, d.site, d.lang, d.nodeId, d.title, d.type, d.editStatus, d.deleteStatus, "
-    "d.approveStatus, "
-    "l.online, l.onlineFrom, l.onlineTo, case when l.pageId is null then 0 else 1 end as isPublished from ";
+    "d.approveStatus, l.online, l.onlineFrom, l.onlineTo, "
+    "case when l.pageId is null then 0 else 1 end as isPublished from ";
 constexpr std::string_view bySqliteIndex =
     "(select rowid as pageId from TORVEX_PAGE_WORDS_INDEX where TORVEX_PAGE_WORDS_INDEX match ?) w "
     "cross join TORVEX_PAGES_DESIGN d on d.pageId = w.pageId ";

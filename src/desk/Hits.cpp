@@ -11,20 +11,19 @@ namespace {
 
 // Days are "yyyymmdd": their beginnings are months and years.
 constexpr std::string_view selectOfPage =
-    "select substr(yyyymmdd, 1, cast(? as integer)) as period, sum(hits) as views, sum(uniquehits) as "
-    "visitors "
-    "from TORVEX_LOGGING where nodeId = ? and yyyymmdd >= ? and yyyymmdd <= ? group by period order by "
-    "period";
+    "select substr(yyyymmdd, 1, cast(? as integer)) as period, sum(hits) as views, "
+    "sum(uniquehits) as visitors from TORVEX_LOGGING where nodeId = ? and yyyymmdd >= ? and yyyymmdd <= ? "
+    "group by period order by period";
 constexpr std::string_view selectOfBranch =
-    "select substr(yyyymmdd, 1, cast(? as integer)) as period, sum(hits) as views, sum(uniquehits) as "
-    "visitors "
-    "from TORVEX_LOGGING where nodeId >= ? and nodeId < ? and yyyymmdd >= ? and yyyymmdd <= ? "
+    "select substr(yyyymmdd, 1, cast(? as integer)) as period, sum(hits) as views, "
+    "sum(uniquehits) as visitors from TORVEX_LOGGING where nodeId >= ? and nodeId < ? "
+    "and yyyymmdd >= ? and yyyymmdd <= ? "
     "group by period order by period";
 /// By days, where a branch would be read whole.
 constexpr std::string_view selectOfTree =
-    "select substr(yyyymmdd, 1, cast(? as integer)) as period, sum(hits) as views, sum(uniquehits) as "
-    "visitors "
-    "from TORVEX_LOGGING where site = ? and lang = ? and yyyymmdd >= ? and yyyymmdd <= ? "
+    "select substr(yyyymmdd, 1, cast(? as integer)) as period, sum(hits) as views, "
+    "sum(uniquehits) as visitors from TORVEX_LOGGING where site = ? and lang = ? "
+    "and yyyymmdd >= ? and yyyymmdd <= ? "
     "group by period order by period";
 
 constexpr std::string_view firstDay = "00000000";

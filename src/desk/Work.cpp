@@ -27,8 +27,7 @@ constexpr std::chrono::days aheadOfDates{14};
 
 constexpr std::string_view selectPages =
     "select d.pageId, d.site, d.lang, d.nodeId, d.title, l.title as liveTitle, d.type, d.editStatus, "
-    "d.deleteStatus, d.approveStatus, e.name as editorName, d.editingDate, d.lockStatus, h.name as "
-    "holderName, "
+    "d.deleteStatus, d.approveStatus, e.name as editorName, d.editingDate, d.lockStatus, "
     "h.name as holderName, d.lockingDate, l.onlineFrom, l.onlineTo "
     "from TORVEX_PAGES_DESIGN d left outer join TORVEX_PAGES_LIVE l on l.pageId = d.pageId "
     "left outer join TORVEX_LOGINS e on e.loginId = d.editor "

@@ -123,10 +123,10 @@ class desk {
     // ---- Who is where (desk/Pulse.cpp, Online.cpp) ----
 
     /// Tells where the caller is ("looking", "typing" or "away"), and brings who else is in that site and
-    /// language ("here"), who would like a page that she holds ("asked"), and whether another one holds the
-    /// page that she had ("takenOver"), and how many pages wait for her to "approve" or "publish" there
-    /// ("count"). A page counts where it is; a place in which the caller doesn't work is
-    /// none. Who had left the site and language is in it again, unless she is away.
+    /// language ("here"), who would like a page that she holds ("asked"), whether another one holds the page
+    /// that she had ("takenOver"), and how many pages wait for her to "approve" or "publish" there ("count").
+    /// A page counts where it is; a place in which the caller doesn't work is none. Who had left the site and
+    /// language is in it again, unless she is away.
     Value pulse(const std::string& site, const std::string& lang, PageId pageId, const std::string& doing);
     /// Asks who holds a page for it: "0", or a code.
     std::string ask(const std::string& pageIdent);

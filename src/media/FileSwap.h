@@ -6,8 +6,7 @@ namespace torvex {
 class FileSystem;
 
 /// One file put in the place of another, until it is known whether the change stays: unless `keep` is called,
-/// both go back to where they were. At no moment is the place empty while the
-/// change is made.
+/// both go back to where they were. At no moment is the place empty while the change is made.
 class FileSwap {
   public:
     /// Nothing has changed when it throws.

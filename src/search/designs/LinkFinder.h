@@ -33,9 +33,9 @@ struct FilePrefixes {
 };
 FilePrefixes filePrefixes(const ApplicationValues& application);
 
-/// The links and files of a text as they are stored (see `LinkNotation.h`), each once and sorted: what its links lead to, and
-/// the files that it shows, wherever their addresses stand. Addresses that lead out of the installation aren't
-/// among them. Reads anything.
+/// The links and files of a text as they are stored (see `LinkNotation.h`), each once and sorted: what its
+/// links lead to, and the files that it shows, wherever their addresses stand. Addresses that lead out of the
+/// installation aren't among them. Reads anything.
 std::vector<FoundLink> linksIn(std::string_view html, const FilePrefixes& prefixes);
 
 }  // namespace torvex

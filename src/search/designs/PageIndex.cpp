@@ -41,8 +41,8 @@ constexpr std::string_view deleteLiveLinks = "delete from TORVEX_LINKS where lin
 constexpr std::string_view insertLinks =
     "insert into TORVEX_LINKS (pageId, linkTwin, bodyId, linkKind, linkPage, linkSite, linkTarget) values ";
 constexpr std::string_view selectLinks =
-    "select bodyId, linkKind, linkPage, linkSite, linkTarget from TORVEX_LINKS where pageId = ? and linkTwin "
-    "= 'D'";
+    "select bodyId, linkKind, linkPage, linkSite, linkTarget from TORVEX_LINKS "
+    "where pageId = ? and linkTwin = 'D'";
 
 constexpr std::string_view deleteLive = "delete from TORVEX_LINKS where pageId = ? and linkTwin = 'L'";
 constexpr std::string_view copyToLive =
