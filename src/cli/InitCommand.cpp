@@ -139,23 +139,25 @@ class Maker {
         for (const char* name : folders) makeFolder(folder() / name);
         layDown("files/", folder());
         if (options_.content == FirstContent::Demo) layDownDemo();
-        if (options_.content == FirstContent::Starter) layDownFor(options_.starter, "starter/");
+        if (options_.content == FirstContent::Starter) {
+            layDownFor("starter/", options_.starter, wordsForHtml(options_.starter));
+        }
     }
 
     void layDownDemo() {
         layDown("demo/", folder());
         for (const NewWebsite& website : websites()) {
-            layDownFor(website, "demo/shared/all/");
-            layDownFor(website, fmt::format("demo/shared/{}/", website.lang));
+            Words words = wordsOfLines(installFile(fmt::format("demo/shared/words/{}.txt", website.lang)));
+            for (Word& word : wordsForHtml(website)) words.push_back(std::move(word));
+            layDownFor("demo/shared/", website, words);
         }
     }
 
     /// For files that have no website of their own: "contentTemplates/page.html" and so on.
-    void layDownFor(const NewWebsite& website, std::string_view prefix) {
-        const Words words = wordsForHtml(website);
+    void layDownFor(std::string_view prefix, const NewWebsite& website, const Words& words) {
         for (const InstallFile& file : installFiles(prefix)) {
             const fs::path name(file.name().substr(prefix.size()));
-            if (*name.begin() == "rows") continue;
+            if (*name.begin() == "rows" || *name.begin() == "words") continue;
             const fs::path place = name.parent_path() / website.site / website.lang;
             writeNewFile(folder() / place / name.filename(), withWords(file.bytes(), words));
         }

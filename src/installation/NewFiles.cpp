@@ -1,5 +1,6 @@
 #include "installation/NewFiles.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <fmt/format.h>
@@ -7,6 +8,7 @@
 #include <unistd.h>
 
 #include "platform/Errors.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 
@@ -76,6 +78,19 @@ std::string withWords(std::string_view text, const Words& words) {
         text.remove_prefix(used);
     }
     return result;
+}
+
+Words wordsOfLines(std::string_view lines) {
+    Words words;
+    while (!lines.empty()) {
+        const std::string_view line = lines.substr(0, lines.find('\n'));
+        lines.remove_prefix(std::min(line.size() + 1, lines.size()));
+        const std::size_t colon = line.find(':');
+        if (colon == std::string_view::npos)
+            throw Error(fmt::format("a file of the program holds a line without a word: {}", line));
+        words.emplace_back(line.substr(0, colon), text::trim(line.substr(colon + 1)));
+    }
+    return words;
 }
 
 void layDown(std::string_view prefix, const fs::path& folder) {

@@ -19,9 +19,13 @@ void makeFolder(const std::filesystem::path& folder, Readers readers = Readers::
 void writeNewFile(const std::filesystem::path& file, std::string_view bytes, Readers readers = Readers::All);
 
 /// Words in braces that stand in a file for what an installation chooses, "{{title}}".
-using Words = std::vector<std::pair<std::string_view, std::string>>;
+using Word = std::pair<std::string_view, std::string>;
+using Words = std::vector<Word>;
 
 std::string withWords(std::string_view text, const Words& words);
+
+/// The words of a file that gives each a line, "name: text"; their names lie in `lines`.
+Words wordsOfLines(std::string_view lines);
 
 /// Writes the program's files below `prefix` to `folder`, under the same names. Those below `rows/` are for
 /// the database, those below `shared/` for several websites at once, and `README.md` is for whoever works on

@@ -32,5 +32,16 @@ TEST(NewFiles, UnknownWordIsAnError) {
     EXPECT_THROW(withWords("{{A}}", {{"a", "1"}}), Error);
 }
 
+TEST(NewFiles, WordsAreReadFromLines) {
+    const Words expected = {{"a", "one: two"}, {"b", ""}, {"c", "three"}};
+    EXPECT_EQ(wordsOfLines("a: one: two\nb:\nc: three\n"), expected);
+    EXPECT_EQ(wordsOfLines("c: three"), (Words{{"c", "three"}}));
+    EXPECT_EQ(wordsOfLines(""), Words{});
+}
+
+TEST(NewFiles, LineWithoutAWordIsAnError) {
+    EXPECT_THROW(wordsOfLines("a: one\n\nb: two"), Error);
+}
+
 }  // namespace
 }  // namespace torvex
