@@ -4,6 +4,7 @@
 
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
+#include "records/TwinTables.h"
 
 namespace torvex {
 
@@ -80,10 +81,6 @@ struct Stretch {
     std::string from;
     std::string end;
 };
-
-std::string onTwin(std::string_view statement, Twin twin) {
-    return text::replaceAll(statement, "_TWIN", twin == Twin::Design ? "_DESIGN" : "_LIVE");
-}
 
 /// Where what lies below a node begins in its text, counted from 1.
 int behind(std::string_view nodeId) {

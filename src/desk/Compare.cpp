@@ -10,6 +10,7 @@
 #include "platform/Errors.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "records/TwinTables.h"
 
 namespace torvex {
 
@@ -68,10 +69,6 @@ constexpr std::array<std::string_view, 18> setupParts{"title",
 constexpr std::array<std::string_view, 5> pageParts{"appSystemFolder", "previous", "next", "up", "loginPage"};
 
 constexpr std::size_t compareColumns = 5;
-
-std::string onTwin(std::string_view statement, Twin twin) {
-    return text::replaceAll(statement, "_TWIN", twin == Twin::Design ? "_DESIGN" : "_LIVE");
-}
 
 /// What a page is called: "Visit (aa.en.01)"; the number of one that is gone.
 std::string pageNamed(const db::Rows& row, const std::string& part) {

@@ -1,7 +1,7 @@
 // desk: what was done to a page.
 
+#include "desk/StoredMoment.h"
 #include "desk/desk.h"
-#include "platform/DateTime.h"
 #include "platform/Errors.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
@@ -16,12 +16,9 @@ constexpr std::string_view selectLines =
 constexpr int mostLines = 500;
 constexpr std::size_t historyColumns = 5;
 
-/// Nothing for a line whose day or time isn't one.
-Value momentOf(const std::string& day, const std::string& time) {
-    DateTime moment;
-    if (!isDate8(day)) return {};
-    const std::string iso = day.substr(0, 4) + "-" + day.substr(4, 2) + "-" + day.substr(6, 2) + "T" + time;
-    return parseIso(iso, moment) ? Value(moment) : Value();
+Value momentOf(const db::Rows& row) {
+    const auto moment = storedMoment(row.view("Date"), row.view("time"));
+    return moment ? Value(*moment) : Value();
 }
 
 }  // namespace
@@ -32,8 +29,8 @@ Value desk::getHistory(const std::string& pageIdent, int from) try {
     ResultGrid grid(historyColumns);
     auto rows = connection().query(selectLines, {pageId, mostLines, from});
     while (rows.next()) {
-        grid.add({momentOf(rows.text("Date"), rows.text("time")), rows.value("loginId"),
-                  rows.text("loginName"), rows.text("action"), rows.text("description")});
+        grid.add({momentOf(rows), rows.value("loginId"), rows.text("loginName"), rows.text("action"),
+                  rows.text("description")});
     }
     return gridOrEmpty(std::move(grid));
 } catch (...) {

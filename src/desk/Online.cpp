@@ -5,14 +5,15 @@
 #include <optional>
 
 #include "accounts/Actor.h"
+#include "accounts/ActorLine.h"
 #include "desk/Presence.h"
+#include "desk/StoredMoment.h"
 #include "desk/desk.h"
 #include "platform/Days.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
 #include "platform/text/Text.h"
-#include "records/AuditTrail.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {
@@ -39,16 +40,6 @@ struct OnlineLogin {
     std::chrono::seconds idle{0};
 };
 
-/// Rows keep the day as "yyyymmdd" and the time as "hh:mm".
-std::optional<DateTime> momentIn(std::string_view day, std::string_view time) {
-    if (!isDate8(day) || time.size() != 5) return std::nullopt;
-    const std::string text(day);
-    DateTime moment;
-    const std::string iso = text.substr(0, 4) + "-" + text.substr(4, 2) + "-" + text.substr(6, 2) + "T" +
-                            std::string(time) + ":00";
-    return parseIso(iso, moment) ? std::optional(moment) : std::nullopt;
-}
-
 std::chrono::seconds between(const DateTime& earlier, const DateTime& later) {
     return std::max(secondOf(later) - secondOf(earlier), std::chrono::seconds(0));
 }
@@ -68,7 +59,7 @@ std::vector<OnlineLogin> onlineIn(db::Connection& connection, const Presence& pr
     while (rows.next()) {
         OnlineLogin login{{static_cast<int>(rows.number("loginId")), rows.text("name")},
                           text::lower(rows.text("currentSite")),
-                          momentIn(rows.text("date"), rows.text("time")),
+                          storedMoment(rows.view("date"), rows.text("time") + ":00"),
                           {}};
         const auto told = presence.idle(login.who.loginId);
         if (told) {
@@ -126,13 +117,7 @@ int desk::freeIdle(const std::string& site, const std::string& lang) try {
 void desk::recordLeaving(const std::string& name, const std::string& website) {
     const Actor actor = actorOf(host_);
     followUp(host_.log, "audit of freeIdle", [&] {
-        const std::string description = name + " was idle and has left " + website;
-        AuditLine line;
-        line.loginId = actor.loginId;
-        line.loginName = actor.fullname;
-        line.action = "free idle";
-        line.description = description;
-        writeAuditLine(host_, line);
+        writeActorLine(host_, actor, 0, "free idle", name + " was idle and has left " + website);
     });
 }
 

@@ -3,9 +3,9 @@
 #include "desk/registers.h"
 
 #include "accounts/Actor.h"
+#include "accounts/ActorLine.h"
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
-#include "records/AuditTrail.h"
 
 namespace torvex {
 
@@ -17,15 +17,8 @@ void registers::recordChange(std::string_view operation, int advId, std::string_
                              const std::string& description) {
     if (advId <= 0) return;
     const Actor actor = actorOf(host_);
-    followUp(host_.log, std::string(operation) + " (" + description + ")", [&] {
-        AuditLine line;
-        line.loginId = actor.loginId;
-        line.loginName = actor.fullname;
-        line.advId = advId;
-        line.action = action;
-        line.description = description;
-        writeAuditLine(host_, line);
-    });
+    followUp(host_.log, std::string(operation) + " (" + description + ")",
+             [&] { writeActorLine(host_, actor, advId, action, description); });
 }
 
 }  // namespace torvex

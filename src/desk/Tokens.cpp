@@ -1,22 +1,21 @@
 // desk: the tokens by which programs call.
 
 #include "accounts/Actor.h"
+#include "accounts/ActorLine.h"
 #include "accounts/Logins.h"
 #include "accounts/ProgramTokens.h"
+#include "authoring/StatusCodes.h"
 #include "desk/desk.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/db/Grid.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
-#include "records/AuditTrail.h"
 
 namespace torvex {
 
 namespace {
 
-constexpr std::string_view notLoggedIn = "-10";
-constexpr std::string_view failed = "-99";
 constexpr std::string_view notThere = "-1";
 constexpr std::string_view isTheAdministrators = "-2";
 constexpr std::string_view isAPersons = "-2";
@@ -31,25 +30,15 @@ constexpr std::string_view selectTokens =
 constexpr std::string_view selectToken = "select loginId, name from TORVEX_API_TOKENS where tokenId = ?";
 constexpr std::string_view deleteToken = "delete from TORVEX_API_TOKENS where tokenId = ?";
 
-void audit(HostContext& host, int advId, std::string_view action, const std::string& description) {
-    const Actor actor = actorOf(host);
-    AuditLine line;
-    line.loginId = actor.loginId;
-    line.loginName = actor.fullname;
-    line.advId = advId;
-    line.action = action;
-    line.description = description;
-    writeAuditLine(host, line);
-}
-
 /// A change in a transaction of its own, of whoever is logged in; with a line in the trail that `describe` makes
 /// when it was made.
 template <typename Work, typename Describe>
 std::string change(HostContext& host, const std::string& name, int advId, std::string_view action,
                    Work&& work, Describe&& describe) {
-    if (!actorOf(host).isLoggedIn()) return std::string(notLoggedIn);
-    const auto outcome = db::tryInOwnTransaction(host, name, std::string(failed), work);
-    if (outcome.isCommitted) audit(host, advId, action, describe());
+    const Actor actor = actorOf(host);
+    if (!actor.isLoggedIn()) return std::string(status::notLoggedIn);
+    const auto outcome = db::tryInOwnTransaction(host, name, std::string(status::failed), work);
+    if (outcome.isCommitted) writeActorLine(host, actor, advId, action, describe());
     return outcome.value;
 }
 

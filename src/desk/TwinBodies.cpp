@@ -1,7 +1,7 @@
 #include "desk/TwinBodies.h"
 
 #include "platform/db/Connection.h"
-#include "platform/text/Text.h"
+#include "records/TwinTables.h"
 
 namespace torvex {
 
@@ -28,8 +28,8 @@ bool TwinBodies::differ() const {
 }
 
 BodiesById twinBodiesOf(db::Connection& connection, PageId pageId) {
-    static const std::string selectDesign = text::replaceAll(selectBodies, "_TWIN", "_DESIGN");
-    static const std::string selectLive = text::replaceAll(selectBodies, "_TWIN", "_LIVE");
+    static const std::string selectDesign = onTwin(selectBodies, Twin::Design);
+    static const std::string selectLive = onTwin(selectBodies, Twin::Live);
     BodiesById bodies;
     auto designs = connection.query(selectDesign, {pageId});
     while (designs.next()) {

@@ -4,9 +4,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
-#include <fmt/format.h>
 #include <fstream>
-#include <sodium.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -15,6 +13,7 @@
 #include "media/UploadNotes.h"
 #include "platform/files/AtomicFile.h"
 #include "platform/files/FileOperations.h"
+#include "platform/text/Hexadecimal.h"
 
 namespace torvex {
 
@@ -38,14 +37,6 @@ Descriptor openFile(const std::string& path, int flags) {
     Descriptor file(::open(path.c_str(), flags | O_CLOEXEC | O_NOFOLLOW, fileMode));
     if (!file) fail(path);
     return file;
-}
-
-std::string makeId() {
-    unsigned char bytes[idBytes];
-    ::randombytes_buf(bytes, sizeof bytes);
-    std::string id;
-    for (const unsigned char byte : bytes) id += fmt::format("{:02x}", byte);
-    return id;
 }
 
 bool isId(std::string_view text) {
@@ -147,7 +138,7 @@ void UploadStore::write(const Upload& upload) const {
 }
 
 std::optional<Upload> UploadStore::begin(const UploadPlan& plan, std::chrono::sys_seconds now) {
-    const Upload upload{makeId(), plan, 0, now};
+    const Upload upload{randomName(idBytes), plan, 0, now};
     {
         const std::lock_guard lock(mutex_);
         if (!hasRoom(plan)) return std::nullopt;

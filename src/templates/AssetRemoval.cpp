@@ -4,12 +4,12 @@
 #include <optional>
 
 #include "accounts/Actor.h"
+#include "accounts/ActorLine.h"
 #include "platform/ApplicationValues.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/WildCards.h"
 #include "platform/text/Text.h"
-#include "records/AuditTrail.h"
 #include "records/ItemLocks.h"
 #include "replication/SharedFiles.h"
 #include "templates/DesignPath.h"
@@ -77,14 +77,7 @@ class LeavingFile {
 };
 
 void record(HostContext& host, const Actor& actor, int advId, const std::string& description) {
-    if (advId <= 0) return;
-    AuditLine line;
-    line.loginId = actor.loginId;
-    line.loginName = actor.fullname;
-    line.advId = advId;
-    line.action = "delete";
-    line.description = description;
-    writeAuditLine(host, line);
+    if (advId > 0) writeActorLine(host, actor, advId, "delete", description);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "accounts/Actor.h"
+#include "accounts/ActorLine.h"
 #include "modules/forum/ForumPublishing.h"
 #include "modules/forum/ForumScript.h"
 #include "modules/forum/Moderation.h"
@@ -18,7 +19,6 @@
 #include "platform/db/Grid.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
-#include "records/AuditTrail.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {
@@ -152,15 +152,7 @@ std::string Forum::changePosts(const std::string& operation, Change change, int 
 void Forum::recordChange(int advId, std::string_view action, const std::string& description) {
     if (advId <= 0) return;
     const Actor actor = actorOf(host_);
-    followUp(host_.log, description, [&] {
-        AuditLine line;
-        line.loginId = actor.loginId;
-        line.loginName = actor.fullname;
-        line.advId = advId;
-        line.action = action;
-        line.description = description;
-        writeAuditLine(host_, line);
-    });
+    followUp(host_.log, description, [&] { writeActorLine(host_, actor, advId, action, description); });
 }
 
 }  // namespace torvex

@@ -11,6 +11,7 @@
 #include "platform/db/ValueList.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
+#include "records/TwinTables.h"
 #include "search/designs/PageWords.h"
 
 namespace torvex {
@@ -84,8 +85,8 @@ void insertRows(db::Connection& connection, std::string_view insert, std::string
     }
 }
 
-std::string onTwin(std::string_view statement, Twin twin) {
-    return db::withList(text::replaceAll(statement, "_TWIN", twin == Twin::Design ? "_DESIGN" : "_LIVE"));
+std::string listOnTwin(std::string_view statement, Twin twin) {
+    return db::withList(onTwin(statement, twin));
 }
 
 /// What stands in one twin of up to 32 pages.
@@ -94,8 +95,8 @@ class Texts {
     Texts(db::Connection& connection, const FilePrefixes& prefixes, const PageNumbers& pages, Twin twin)
         : prefixes_(prefixes) {
         static const std::string selects[] = {
-            onTwin(selectBodies, Twin::Design), onTwin(selectMetaData, Twin::Design),
-            onTwin(selectBodies, Twin::Live), onTwin(selectMetaData, Twin::Live)};
+            listOnTwin(selectBodies, Twin::Design), listOnTwin(selectMetaData, Twin::Design),
+            listOnTwin(selectBodies, Twin::Live), listOnTwin(selectMetaData, Twin::Live)};
         const std::size_t first = twin == Twin::Design ? 0 : 2;
         db::forEachRow(connection, selects[first], pages, [&](const db::Rows& row) {
             add(row);
