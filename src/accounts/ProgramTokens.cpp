@@ -7,6 +7,7 @@
 #include "accounts/AccessFilter.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Hexadecimal.h"
+#include "platform/text/RandomSecret.h"
 #include "platform/text/Text.h"
 #include "records/DateWindow.h"
 
@@ -30,16 +31,6 @@ constexpr std::string_view selectToken =
     "l.kind, l.validFrom, l.validTo from TORVEX_API_TOKENS t, TORVEX_LOGINS l "
     "where t.tokenHash = ? and l.loginId = t.loginId";
 constexpr std::string_view noteUse = "update TORVEX_API_TOKENS set lastUse = ? where tokenId = ?";
-
-std::string newText() {
-    std::array<unsigned char, 32> bytes{};
-    randombytes_buf(bytes.data(), bytes.size());
-    std::array<char, sodium_base64_ENCODED_LEN(bytes.size(), sodium_base64_VARIANT_URLSAFE_NO_PADDING)>
-        text{};
-    sodium_bin2base64(text.data(), text.size(), bytes.data(), bytes.size(),
-                      sodium_base64_VARIANT_URLSAFE_NO_PADDING);
-    return std::string(prefix) + text.data();
-}
 
 /// Of so many random bits a quick hash is as good as a slow one.
 std::string hashOf(std::string_view text) {
@@ -113,7 +104,7 @@ bool isUsable(const TokenWish& wish) {
 }
 
 std::string makeToken(db::Connection& transaction, const TokenWish& wish) {
-    const std::string made = newText();
+    const std::string made = std::string(prefix) + randomSecret();
     const std::string hash = hashOf(made);
     transaction.execute(insertToken, {wish.loginId, text::trim(wish.name), hash, text::trim(wish.operations),
                                       text::trim(wish.addresses), wish.lastDay});

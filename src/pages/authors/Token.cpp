@@ -1,10 +1,10 @@
 #include "pages/authors/Token.h"
 
-#include <array>
 #include <sodium.h>
 
 #include "platform/Keys.h"
 #include "platform/Session.h"
+#include "platform/text/RandomSecret.h"
 
 namespace torvex::pageToken {
 
@@ -29,22 +29,11 @@ std::shared_ptr<const Kept> keptBy(const Session& session) {
     return kept && kept->login == loginOf(session) ? kept : nullptr;
 }
 
-/// 256 bits as letters that need no escape anywhere.
-std::string newToken() {
-    std::array<unsigned char, 32> bytes{};
-    randombytes_buf(bytes.data(), bytes.size());
-    std::array<char, sodium_base64_ENCODED_LEN(bytes.size(), sodium_base64_VARIANT_URLSAFE_NO_PADDING)>
-        text{};
-    sodium_bin2base64(text.data(), text.size(), bytes.data(), bytes.size(),
-                      sodium_base64_VARIANT_URLSAFE_NO_PADDING);
-    return text.data();
-}
-
 }  // namespace
 
 std::string of(Session& session) {
     if (const auto kept = keptBy(session)) return kept->token;
-    auto made = std::make_shared<Kept>(newToken(), loginOf(session));
+    auto made = std::make_shared<Kept>(randomSecret(), loginOf(session));
     session.setObject(key, made);
     return made->token;
 }
