@@ -13,6 +13,7 @@
 #include "platform/Keys.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
+#include "records/ItemKinds.h"
 #include "records/ItemLocks.h"
 
 namespace torvex {
@@ -23,30 +24,26 @@ namespace {
 struct Register {
     std::string_view item;
     int entry;
-    std::string_view table;
-    std::string_view key;
-    bool isNumbered;
     std::string_view site = "''";
     std::string_view lang = "''";
 };
 
 constexpr std::array<Register, 15> knownRegisters{{
-    {"application", adminEntry::applications, "TORVEX_APPLICATIONS", "app_id", true},
-    {"baseTemplate", adminEntry::baseTemplates, "TORVEX_BASETEMPLATES", "btpl_id", true, "btpl_site",
-     "btpl_lang"},
-    {"contentTemplate", adminEntry::templates, "TORVEX_TEMPLATES", "tpl_id", true, "tpl_site", "tpl_lang"},
-    {"group", adminEntry::groups, "TORVEX_USERGROUPS", "groupId", true},
-    {"htmlFeed", adminEntry::htmlFeeds, "TORVEX_FEEDS_HTML", "feedId", true, "feedSite", "feedLang"},
-    {"interface", adminEntry::interfaceLanguages, "TORVEX_INTERFACE_LANGUAGES", "lang_id", false},
-    {"language", adminEntry::languages, "TORVEX_LANGUAGES", "lang", false},
-    {"login", adminEntry::logins, "TORVEX_LOGINS", "loginId", true},
-    {"metadata", adminEntry::metadata, "TORVEX_METADATA", "metaData_id", true, "metaData_site"},
-    {"role", adminEntry::roles, "TORVEX_ROLES", "roleId", true},
-    {"server", adminEntry::servers, "TORVEX_SERVERS", "serverId", true},
-    {"site", adminEntry::sites, "TORVEX_SITES", "site", false},
-    {"stylesheet", adminEntry::stylesheets, "TORVEX_STYLESHEETS", "ss_id", true, "ss_site", "ss_lang"},
-    {"user", adminEntry::users, "TORVEX_USERS", "userId", true},
-    {"xmlFeed", adminEntry::xmlFeeds, "TORVEX_FEEDS_XML", "feedId", true, "feedSite", "feedLang"},
+    {"application", adminEntry::applications},
+    {"baseTemplate", adminEntry::baseTemplates, "btpl_site", "btpl_lang"},
+    {"contentTemplate", adminEntry::templates, "tpl_site", "tpl_lang"},
+    {"group", adminEntry::groups},
+    {"htmlFeed", adminEntry::htmlFeeds, "feedSite", "feedLang"},
+    {"interface", adminEntry::interfaceLanguages},
+    {"language", adminEntry::languages},
+    {"login", adminEntry::logins},
+    {"metadata", adminEntry::metadata, "metaData_site"},
+    {"role", adminEntry::roles},
+    {"server", adminEntry::servers},
+    {"site", adminEntry::sites},
+    {"stylesheet", adminEntry::stylesheets, "ss_site", "ss_lang"},
+    {"user", adminEntry::users},
+    {"xmlFeed", adminEntry::xmlFeeds, "feedSite", "feedLang"},
 }};
 
 constexpr std::string_view selectLogin =
@@ -58,17 +55,17 @@ struct Place {
     std::string holder;  ///< a session's id
 };
 
-std::string placeStatement(const Register& known) {
+std::string placeStatement(const Register& known, const ItemKind& kind) {
     std::string statement("select ");
     statement.append(known.site).append(" as site, ").append(known.lang).append(" as lang, lock from ");
-    return statement.append(known.table).append(" where ").append(known.key).append(" = ?");
+    return statement.append(kind.table).append(" where ").append(kind.keyColumn).append(" = ?");
 }
 
 /// Nothing when there is no such record.
 std::optional<Place> placeOf(db::Connection& connection, const Register& known, std::string_view id) {
-    if (known.isNumbered && !text::isNumeric(id)) return std::nullopt;
-    const db::Parameter key = known.isNumbered ? db::Parameter(text::toNumber(id)) : db::Parameter(id);
-    auto rows = connection.query(placeStatement(known), {key});
+    const auto item = findItem(known.item, id);
+    if (!item) return std::nullopt;
+    auto rows = connection.query(placeStatement(known, item->kind), {item->key});
     if (!rows.next()) return std::nullopt;
     return Place{rows.text("site"), rows.text("lang"), rows.text("lock")};
 }

@@ -1,6 +1,5 @@
 #include "records/ItemLocks.h"
 
-#include <array>
 #include <optional>
 #include <string>
 
@@ -8,37 +7,11 @@
 #include "platform/Keys.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
+#include "records/ItemKinds.h"
 
 namespace torvex {
 
 namespace {
-
-enum class Key { Number, Code };
-
-struct ItemKind {
-    std::string_view word;
-    std::string_view table;
-    std::string_view keyColumn;
-    Key key;
-};
-
-constexpr std::array<ItemKind, 15> itemKinds = {{
-    {"application", "TORVEX_APPLICATIONS", "app_id", Key::Number},
-    {"baseTemplate", "TORVEX_BASETEMPLATES", "btpl_id", Key::Number},
-    {"contentTemplate", "TORVEX_TEMPLATES", "tpl_id", Key::Number},
-    {"group", "TORVEX_USERGROUPS", "groupId", Key::Number},
-    {"htmlFeed", "TORVEX_FEEDS_HTML", "feedId", Key::Number},
-    {"interface", "TORVEX_INTERFACE_LANGUAGES", "lang_id", Key::Code},
-    {"language", "TORVEX_LANGUAGES", "lang", Key::Code},
-    {"login", "TORVEX_LOGINS", "loginId", Key::Number},
-    {"metadata", "TORVEX_METADATA", "metaData_id", Key::Number},
-    {"role", "TORVEX_ROLES", "roleId", Key::Number},
-    {"server", "TORVEX_SERVERS", "serverId", Key::Number},
-    {"site", "TORVEX_SITES", "site", Key::Code},
-    {"stylesheet", "TORVEX_STYLESHEETS", "ss_id", Key::Number},
-    {"user", "TORVEX_USERS", "userId", Key::Number},
-    {"xmlFeed", "TORVEX_FEEDS_XML", "feedId", Key::Number},
-}};
 
 constexpr std::string_view selectOtherHolder =
     "select sessionId from TORVEX_LOGINS where sessionId = ? and loginId <> ?";
@@ -50,45 +23,26 @@ constexpr std::string_view configurationLock = applicationKey::configLock;
 /// Every attempt that fails is another session's success, so that this many in a row are no accident.
 constexpr int mostAttempts = 100;
 
-/// One record, by what its statements say about it.
-struct Item {
-    const ItemKind& kind;
-    db::Parameter key;
+std::string join(std::initializer_list<std::string_view> parts) {
+    std::string whole;
+    for (const std::string_view part : parts) whole += part;
+    return whole;
+}
 
-    std::string selectLock() const {
-        return join({"select lock from ", kind.table, " where ", kind.keyColumn, " = ?"});
-    }
-    std::string replaceLock() const {
-        return join({"update ", kind.table, " set lock = ? where ", kind.keyColumn,
-                     " = ? and coalesce(lock, '') = ?"});
-    }
-    std::string releaseLock() const {
-        return join({"update ", kind.table, " set lock = '' where ", kind.keyColumn, " = ? and lock = ?"});
-    }
-
-  private:
-    static std::string join(std::initializer_list<std::string_view> parts) {
-        std::string whole;
-        for (const std::string_view part : parts) whole += part;
-        return whole;
-    }
-};
-
-/// Nothing for an unknown word, and for a key that no record can have.
-std::optional<Item> findItem(std::string_view word, std::string_view itemId) {
-    for (const ItemKind& kind : itemKinds) {
-        if (!text::equals(kind.word, text::trim(word))) continue;
-        const std::string_view key = text::trim(itemId);
-        if (kind.key == Key::Code) return Item{kind, key};
-        if (!text::isNumeric(key)) return std::nullopt;
-        return Item{kind, text::toNumber(key)};
-    }
-    return std::nullopt;
+std::string selectLock(const ItemKind& kind) {
+    return join({"select lock from ", kind.table, " where ", kind.keyColumn, " = ?"});
+}
+std::string replaceLock(const ItemKind& kind) {
+    return join(
+        {"update ", kind.table, " set lock = ? where ", kind.keyColumn, " = ? and coalesce(lock, '') = ?"});
+}
+std::string releaseLock(const ItemKind& kind) {
+    return join({"update ", kind.table, " set lock = '' where ", kind.keyColumn, " = ? and lock = ?"});
 }
 
 /// Nothing when there is no such record.
 std::optional<std::string> holderOf(db::Connection& connection, const Item& item) {
-    auto rows = connection.query(item.selectLock(), {item.key});
+    auto rows = connection.query(selectLock(item.kind), {item.key});
     if (!rows.next()) return std::nullopt;
     return rows.text("lock");
 }
@@ -128,7 +82,7 @@ bool takeItem(db::Connection& connection, std::string_view item, std::string_vie
         const auto holder = holderOf(connection, *found);
         if (!holder || isKeptByOther(connection, *holder, seeker)) return false;
         const auto written =
-            connection.execute(found->replaceLock(), {seeker.sessionId, found->key, *holder});
+            connection.execute(replaceLock(found->kind), {seeker.sessionId, found->key, *holder});
         if (written > 0) return true;
     }
     throw db::DatabaseError("the lock is changed by others all the time");
@@ -147,7 +101,7 @@ void releaseItem(db::Connection& connection, std::string_view item, std::string_
         const std::string_view id = text::trim(itemId);
         connection.execute(releaseLanguageOfSite, {text::first(id, 2), text::last(id, 2), sessionId});
     } else {
-        connection.execute(found->releaseLock(), {found->key, sessionId});
+        connection.execute(releaseLock(found->kind), {found->key, sessionId});
     }
 }
 
