@@ -54,22 +54,13 @@ bool isWanted(const std::vector<std::string>& kinds, std::string_view kind) {
     return kinds.empty() || std::find(kinds.begin(), kinds.end(), kind) != kinds.end();
 }
 
-/// A pattern of `like` for a word anywhere.
-std::string anywhere(std::string_view word) {
-    std::string pattern = "%";
-    for (const char c : word) {
-        if (c == '%' || c == '_' || c == '\\') pattern += '\\';
-        pattern += c;
-    }
-    return pattern + "%";
-}
-
-/// Words as they were typed: files are looked for by any part of a name.
+/// Of `like`, for words as they were typed: files are looked for by any part of a name. Words are letters and
+/// digits, so that no sign of theirs means anything in a pattern.
 std::vector<std::string> patternsOf(const std::string& words) {
     std::vector<std::string> patterns;
     for (const catalogue::Word& word : catalogue::wordsOf(words)) {
-        if (patterns.size() < mostWords)
-            patterns.push_back(anywhere(std::string_view(words).substr(word.begin, word.end - word.begin)));
+        if (patterns.size() == mostWords) break;
+        patterns.push_back("%" + words.substr(word.begin, word.end - word.begin) + "%");
     }
     return patterns;
 }
@@ -139,17 +130,18 @@ Value desk::find(const std::string& words, const std::string& kinds, const std::
     const Actor actor = actorOf(host_);
     if (!actor.isLoggedIn() || from < 0) return {};
     const auto wanted = listOf(kinds);
+    const auto wantedFilters = listOf(filters);
     const std::string inSite = text::lowerTrim(site);
     const EditReach reach = editReachOf(connection(), actor, editTasks);
     ResultGrid grid(findColumns);
     if (isWanted(wanted, "page")) {
-        const PageSearch search{words, inSite, text::lowerTrim(lang), listOf(filters), from, mostOfAKind};
+        const PageSearch search{words, inSite, text::lowerTrim(lang), wantedFilters, from, mostOfAKind};
         addPages(grid, foundPages(connection(), actor, reach, search));
     }
     for (const auto& [kind, word] :
          {std::pair(MediaKind::Images, "image"), std::pair(MediaKind::Documents, "document")}) {
         // Filters are for pages: no file has what they ask for.
-        if (!isWanted(wanted, word) || !listOf(filters).empty()) continue;
+        if (!isWanted(wanted, word) || !wantedFilters.empty()) continue;
         addMedia(grid, connection(), kind,
                  {patternsOf(words), sitesFor(connection(), actor, reach, kind, inSite), from});
     }

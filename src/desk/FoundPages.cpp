@@ -46,7 +46,7 @@ constexpr std::string_view selectTitles = "select nodeId, title from TORVEX_PAGE
 constexpr std::string_view selectBodies =
     "select pageId, bodyId, bodyText from TORVEX_BODIES_DESIGN where coalesce(bodyType, 1) = 1 and pageId";
 
-/// A condition on the design's row, with at most one pair of bounds.
+/// A condition on the design's row, and the values of its places.
 struct Filter {
     std::string condition;
     std::vector<std::string> values;
@@ -81,7 +81,8 @@ std::optional<Filter> filterOf(const std::string& filter) {
 std::vector<std::string> beginningsOf(const std::string& words) {
     std::vector<std::string> beginnings;
     for (const catalogue::Word& word : catalogue::wordsOf(words)) {
-        if (beginnings.size() < mostWords) beginnings.push_back(word.folded);
+        if (beginnings.size() == mostWords) break;
+        beginnings.push_back(word.folded);
     }
     return beginnings;
 }

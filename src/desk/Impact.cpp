@@ -79,13 +79,13 @@ std::string linksStatement() {
 constexpr std::size_t rangesOfLinks = 11;
 constexpr std::size_t rangesOfLogins = 3;
 
-/// Of what was there with the page; "" for one that nobody holds.
+/// How a page of the branch stands.
 struct Standing {
     PageId pageId;
     std::string nodeId;
     std::string title;
     std::string state;
-    std::string holder;
+    std::string holder;  ///< "" for one that nobody holds
     bool isHeld;
     bool isApproved;
 };

@@ -1,6 +1,7 @@
 #include "search/designs/LinkFinder.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <set>
 
@@ -69,11 +70,9 @@ std::optional<FoundLink> pageNamed(std::string_view identifier) {
     const std::string wanted = text::lowerTrim(identifier);
     const bool isFilledInLater = text::contains(wanted, linkNotation::markerStart);
     if (wanted.empty() || wanted.size() > longestTarget || isFilledInLater) return std::nullopt;
-    if (!text::isNumeric(wanted)) return FoundLink{FoundLink::Kind::Page, 0, {}, wanted};
-    const PageId pageId = text::toNumber(wanted);
     constexpr PageId mostPages = 1e15;
-    const bool isNumber =
-        pageId > 0 && pageId < mostPages && pageId == static_cast<PageId>(static_cast<long long>(pageId));
+    const PageId pageId = text::isNumeric(wanted) ? text::toNumber(wanted) : 0;
+    const bool isNumber = pageId > 0 && pageId < mostPages && pageId == std::floor(pageId);
     if (!isNumber) return FoundLink{FoundLink::Kind::Page, 0, {}, wanted};
     return FoundLink{FoundLink::Kind::Page, pageId, {}, {}};
 }
