@@ -63,7 +63,7 @@ std::string placeStatement(const Register& known, const ItemKind& kind) {
 
 /// Nothing when there is no such record.
 std::optional<Place> placeOf(db::Connection& connection, const Register& known, std::string_view id) {
-    const auto item = findItem(known.item, id);
+    const auto item = findAdminItem(known.item, id);
     if (!item) return std::nullopt;
     auto rows = connection.query(placeStatement(known, item->kind), {item->key});
     if (!rows.next()) return std::nullopt;

@@ -28,13 +28,13 @@ constexpr std::array<ItemKind, 15> itemKinds = {{
 
 }  // namespace
 
-std::optional<Item> findItem(std::string_view word, std::string_view itemId) {
+std::optional<AdminItem> findAdminItem(std::string_view word, std::string_view itemId) {
     for (const ItemKind& kind : itemKinds) {
         if (!text::equals(kind.word, text::trim(word))) continue;
         const std::string_view key = text::trim(itemId);
-        if (kind.key == ItemKind::Key::Code) return Item{kind, key};
+        if (kind.key == ItemKind::Key::Code) return AdminItem{kind, key};
         if (!text::isNumeric(key)) return std::nullopt;
-        return Item{kind, text::toNumber(key)};
+        return AdminItem{kind, text::toNumber(key)};
     }
     return std::nullopt;
 }

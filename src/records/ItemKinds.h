@@ -18,12 +18,12 @@ struct ItemKind {
 };
 
 /// One record, by its row's key.
-struct Item {
+struct AdminItem {
     const ItemKind& kind;
     db::Parameter key;  ///< views the id that it was found by
 };
 
 /// Nothing for an unknown word, and for an id that no record can have. Whether there is a row isn't asked.
-std::optional<Item> findItem(std::string_view word, std::string_view itemId);
+std::optional<AdminItem> findAdminItem(std::string_view word, std::string_view itemId);
 
 }  // namespace torvex

@@ -41,7 +41,7 @@ std::string releaseLock(const ItemKind& kind) {
 }
 
 /// Nothing when there is no such record.
-std::optional<std::string> holderOf(db::Connection& connection, const Item& item) {
+std::optional<std::string> holderOf(db::Connection& connection, const AdminItem& item) {
     auto rows = connection.query(selectLock(item.kind), {item.key});
     if (!rows.next()) return std::nullopt;
     return rows.text("lock");
@@ -76,7 +76,7 @@ bool replaceHolder(ApplicationValues& application, std::string_view expected, st
 
 bool takeItem(db::Connection& connection, std::string_view item, std::string_view itemId,
               const LockSeeker& seeker) {
-    const auto found = findItem(item, itemId);
+    const auto found = findAdminItem(item, itemId);
     if (!found) return false;
     for (int attempt = 0; attempt < mostAttempts; ++attempt) {
         const auto holder = holderOf(connection, *found);
@@ -89,13 +89,13 @@ bool takeItem(db::Connection& connection, std::string_view item, std::string_vie
 }
 
 std::string holderOfItem(db::Connection& connection, std::string_view item, std::string_view itemId) {
-    const auto found = findItem(item, itemId);
+    const auto found = findAdminItem(item, itemId);
     return found ? holderOf(connection, *found).value_or("") : std::string();
 }
 
 void releaseItem(db::Connection& connection, std::string_view item, std::string_view itemId,
                  std::string_view sessionId) {
-    const auto found = findItem(item, itemId);
+    const auto found = findAdminItem(item, itemId);
     if (!found) return;
     if (found->kind.word == "language") {
         const std::string_view id = text::trim(itemId);
