@@ -13,7 +13,7 @@ import { currentPage, onPagesChanged } from "../shell/workplace";
 import { askFor, failed, release, stepAtOnce, takeBack } from "./actions";
 import { markPage } from "./commands";
 import { loadPage, type PageFacts, pageStateOf } from "./data";
-import { mayTakeBack, type NextStep, nextStep } from "./model/next-step";
+import { mayTakeBack, type NextStep, nextStep, onceSaved } from "./model/next-step";
 import { pageMenu } from "./page-menu";
 import { KIND_ICONS, kindWord, STATE_ICONS, stateWord, titleOr, whenText, word } from "./words";
 import "./compare-view";
@@ -47,6 +47,8 @@ export class TvxPageView extends TvxElement {
   @state() private loading = false;
   @state() private busy = false;
   @state() private width = 0;
+  /** Whether the frame holds text that isn't saved yet. */
+  @state() private unsaved = false;
   private asked: AbortController | undefined;
   private forgetChanges: (() => void) | undefined;
 
@@ -277,7 +279,7 @@ export class TvxPageView extends TvxElement {
   }
 
   private main(page: PageFacts): TemplateResult {
-    const next = nextStep(page.status, page.rights);
+    const next = nextStep(this.unsaved ? onceSaved(page.status) : page.status, page.rights);
     const label = this.mainLabel(next);
     return html`<div class="buttons">
       ${label ? html`<button type="button" class="button primary" ?disabled=${this.busy} aria-busy=${this.busy} @click=${() => this.goOn()}>${label}</button>` : nothing}
@@ -355,8 +357,13 @@ export class TvxPageView extends TvxElement {
   private centre(page: PageFacts): TemplateResult {
     if (this.look === "compare") return html`<tvx-compare .page=${page}></tvx-compare>`;
     return html`<tvx-page-frame .pageId=${page.pageId} .nodeId=${page.nodeId} mode=${this.look === "live" ? "L" : "D"}
-      .editable=${this.look === "design" && this.mayEdit(page)} .width=${this.width} @tvx-page-open=${this.opened}></tvx-page-frame>`;
+      .editable=${this.look === "design" && this.mayEdit(page)} .width=${this.width}
+      @tvx-page-open=${this.opened} @tvx-unsaved=${this.typed}></tvx-page-frame>`;
   }
+
+  private readonly typed = (event: CustomEvent<boolean>): void => {
+    this.unsaved = event.detail;
+  };
 
   private readonly opened = (event: CustomEvent<number>): void => void go(pageAddress(event.detail));
 }

@@ -1,6 +1,6 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { mayTakeBack, type NextStep, nextStep } from "./next-step";
+import { mayTakeBack, type NextStep, nextStep, onceSaved } from "./next-step";
 import { readRights, readStatus } from "./status";
 
 function offered(parameters: string, rights: string): NextStep {
@@ -61,6 +61,20 @@ for (const [parameters, rights, expected] of [
   ["FM0000", ALL, "publish: approve publish"],
 ] as const)
   test(`${parameters} with ${rights} offers ${expected}`, () => assert.equal(told(parameters, rights), expected));
+
+for (const [parameters, rights, expected] of [
+  ["PP0000", ALL, "publish"],
+  ["PP1000", ALL, "publish"],
+  ["PP1000", EDIT_APPROVE, "approve"],
+  ["PP0000", EDIT, "checkIn"],
+  ["PP0100", ALL, "publish"],
+  ["PP1001", ALL, "none"],
+  ["PP0010", EDIT, "none"],
+] as const)
+  test(`${parameters} with ${rights} offers ${expected} while text of it is being typed`, () => {
+    const status = readStatus(parameters) ?? assert.fail();
+    assert.equal(nextStep(onceSaved(status), readRights(rights)).goal, expected);
+  });
 
 test("an approval is taken back by who may approve, and only where there is one", () => {
   const status = (parameters: string) => readStatus(parameters) ?? assert.fail();

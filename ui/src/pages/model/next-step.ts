@@ -51,6 +51,11 @@ function ofUnapproved(status: PageStatus, rights: EditRights): NextStep {
   return { goal: status.marked ? "remove" : "publish", steps, stop: undefined };
 }
 
+/** How a page will stand once the text that is being typed is saved: held by its author, changed, and no longer marked. */
+export function onceSaved(status: PageStatus): PageStatus {
+  return { ...status, edit: "M", held: true, marked: false };
+}
+
 /** A page that was never saved can't be approved, unless its removal is. */
 function needsSetup(status: PageStatus): boolean {
   return status.edit === "N" && !status.marked;
