@@ -83,6 +83,12 @@ TEST_P(ApiDesk, DraftsAreEachAuthorsOwn) {
     EXPECT_EQ(rows(loggedIn("sa", "127.0.0.3").get("desk/getDrafts")), "[]");
 }
 
+TEST_P(ApiDesk, ARefusalHasItsSentence) {
+    const ApiReply reply = loggedIn().post("desk/ask", R"({"pageIdent": "11"})");
+    EXPECT_EQ(reply.kind(), "not-held") << reply.raw.body;
+    EXPECT_EQ(reply.text("/detail"), "Nobody else has this page.");
+}
+
 TEST_P(ApiDesk, WhatIsNotLiveIsClosedWhereOneDoesNotWork) {
     ApiClient hers = loggedIn();
     const std::string draft = R"({"pageIdent": "21", "bodyId": 1, "html": "x", "base": ""})";
