@@ -3,15 +3,11 @@
 #include <algorithm>
 #include <sodium.h>
 
+#include "platform/text/Text.h"
+
 namespace torvex::api {
 
 namespace {
-
-std::string_view trimmed(std::string_view text) {
-    while (text.starts_with(' ')) text.remove_prefix(1);
-    while (text.ends_with(' ')) text.remove_suffix(1);
-    return text;
-}
 
 std::optional<std::string> decoded(std::string_view encoded) {
     std::string bytes(encoded.size(), '\0');
@@ -32,7 +28,7 @@ bool isName(std::string_view text) {
 bool add(UploadMetadata& metadata, std::string_view pair) {
     const std::size_t blank = std::min(pair.find(' '), pair.size());
     const std::string_view name = pair.substr(0, blank);
-    auto value = decoded(trimmed(pair.substr(blank)));
+    auto value = decoded(text::trim(pair.substr(blank)));
     return value && isName(name) && metadata.emplace(name, std::move(*value)).second;
 }
 
@@ -40,10 +36,10 @@ bool add(UploadMetadata& metadata, std::string_view pair) {
 
 std::optional<UploadMetadata> readUploadMetadata(std::string_view field) {
     UploadMetadata metadata;
-    if (trimmed(field).empty()) return metadata;
+    if (text::trim(field).empty()) return metadata;
     for (;;) {
         const std::size_t comma = field.find(',');
-        if (!add(metadata, trimmed(field.substr(0, comma)))) return std::nullopt;
+        if (!add(metadata, text::trim(field.substr(0, comma)))) return std::nullopt;
         if (comma == std::string_view::npos) return metadata;
         field.remove_prefix(comma + 1);
     }
