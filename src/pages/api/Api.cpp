@@ -58,26 +58,12 @@ void answerUnlessTooFast(HostContext& host, Api& api, Answerer answerer) {
     if (!isTooFast(host, api)) answerer(host, api);
 }
 
-void answerBadToken(HostContext& host, Api& api) {
-    host.response.addHeader("WWW-Authenticate", "Bearer");
-    answer(host.response, problemFor(host, api, kind::badToken));
-}
-
-/// In the session of the program whose token it is.
-void answerProgram(HostContext& host, Api& api, Answerer answerer) {
-    std::optional<Session> session = sessionOfToken(host);
-    if (!session) return answerUnlessTooFast(host, api, answerBadToken);
-    HostContext own{host, host.request, host.response, *session};
-    own.scriptTimeout = host.scriptTimeout;
-    own.begin = host.begin;
-    answerUnlessTooFast(own, api, answerer);
-}
-
 PageHandler handler(const std::shared_ptr<Api>& api, Answerer answerer) {
     return [api, answerer](HostContext& host) {
         api->words.refresh(host);
-        const auto way = bringsToken(host.request) ? answerProgram : answerUnlessTooFast;
-        way(host, *api, answerer);
+        const bool isAnswered = answerInOwnSession(
+            host, [&](HostContext& caller) { answerUnlessTooFast(caller, *api, answerer); });
+        if (!isAnswered) answerUnlessTooFast(host, *api, answerBadToken);
     };
 }
 
@@ -110,6 +96,11 @@ bool isFromOwnDocument(const HostContext& host) {
     if (tokenScope(host.session)) return true;  // no browser sends one by itself
     return pageToken::isOf(host.session, host.request.serverVariable(pageToken::variable)) &&
            comesFromOwnPages(host);
+}
+
+void answerBadToken(HostContext& host, Api& api) {
+    host.response.addHeader("WWW-Authenticate", "Bearer");
+    answer(host.response, problemFor(host, api, kind::badToken));
 }
 
 Problem problemFor(const HostContext& host, const Api& api, const ProblemKind& kind,

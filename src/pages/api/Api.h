@@ -52,6 +52,9 @@ bool isTooFast(HostContext& host, Api& api);
 /// says of its origin, or by a program.
 bool isFromOwnDocument(const HostContext& host);
 
+/// Refuses the token that came.
+void answerBadToken(HostContext& host, Api& api);
+
 /// The problem in the language of whoever asks.
 Problem problemFor(const HostContext& host, const Api& api, const ProblemKind& kind,
                    std::initializer_list<Place> places = {});

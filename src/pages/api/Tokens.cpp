@@ -44,16 +44,6 @@ Session sessionFor(HostContext& host, db::Connection& connection, const ProgramT
     return session;
 }
 
-}  // namespace
-
-std::shared_ptr<const TokenScope> tokenScope(const Session& session) {
-    return std::dynamic_pointer_cast<const TokenScope>(session.object(scopeKey));
-}
-
-bool bringsToken(const Request& request) {
-    return text::startsWith(authorization(request), scheme);
-}
-
 std::optional<Session> sessionOfToken(HostContext& host) {
     const std::string field = authorization(host.request);
     const std::string_view shown = text::trim(std::string_view(field).substr(scheme.size()));
@@ -63,6 +53,26 @@ std::optional<Session> sessionOfToken(HostContext& host) {
     const auto token = useToken(*connection, shown, address, host.clock.now());
     if (!token) return std::nullopt;
     return sessionFor(host, *connection, *token);
+}
+
+}  // namespace
+
+std::shared_ptr<const TokenScope> tokenScope(const Session& session) {
+    return std::dynamic_pointer_cast<const TokenScope>(session.object(scopeKey));
+}
+
+bool answerInOwnSession(HostContext& host, const PageHandler& answer) {
+    if (!text::startsWith(authorization(host.request), scheme)) {
+        answer(host);
+        return true;
+    }
+    std::optional<Session> session = sessionOfToken(host);
+    if (!session) return false;
+    HostContext own{host, host.request, host.response, *session};
+    own.scriptTimeout = host.scriptTimeout;
+    own.begin = host.begin;
+    answer(own);
+    return true;
 }
 
 bool coversReading(const Session& session) {

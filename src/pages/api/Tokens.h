@@ -6,12 +6,12 @@
 #include <string_view>
 
 #include "operations/register/Register.h"
+#include "pages/PageRoute.h"
 #include "platform/Session.h"
 
 namespace torvex {
 struct HostContext;
-class Request;
-}  // namespace torvex
+}
 
 namespace torvex::api {
 
@@ -26,11 +26,9 @@ struct TokenScope final : SessionObject {
 /// Null for browsers.
 std::shared_ptr<const TokenScope> tokenScope(const Session& session);
 
-/// Whether the request says who calls by a token.
-bool bringsToken(const Request& request);
-
-/// A session of the program whose token it is, for this request alone; nothing when the token isn't valid.
-std::optional<Session> sessionOfToken(HostContext& host);
+/// Answers a request in the session of whoever calls: a program, which says by a token who it is, has one of its own
+/// for this request alone. False when the token isn't valid; then nothing is answered.
+bool answerInOwnSession(HostContext& host, const PageHandler& answer);
 
 /// Whether the caller's token, if she has one, covers it.
 bool isCovered(const Session& session, std::string_view className, const operations::Operation& operation);

@@ -6,19 +6,11 @@ namespace torvex::api {
 
 namespace {
 
-/// A program calls in a session of its own.
 void answerCaller(HostContext& host, UploadDesk& desk) {
     desk.api->words.refresh(host);
-    if (!bringsToken(host.request)) return answerUpload(host, desk);
-    std::optional<Session> session = sessionOfToken(host);
-    if (!session) {
-        host.response.addHeader("WWW-Authenticate", "Bearer");
-        return answer(host.response, problemFor(host, *desk.api, kind::badToken));
-    }
-    HostContext own{host, host.request, host.response, *session};
-    own.scriptTimeout = host.scriptTimeout;
-    own.begin = host.begin;
-    answerUpload(own, desk);
+    const bool isAnswered =
+        answerInOwnSession(host, [&desk](HostContext& caller) { answerUpload(caller, desk); });
+    if (!isAnswered) answerBadToken(host, *desk.api);
 }
 
 class Piece final : public BodySink {
