@@ -1,11 +1,8 @@
 #include <benchmark/benchmark.h>
-#include <sstream>
 #include <stdexcept>
 
-#include "Store.h"
+#include "DemoInstallation.h"
 #include "authoring/cManager.h"
-#include "cli/InitCommand.h"
-#include "cli/OpenInstallation.h"
 #include "installation/Setup.h"
 #include "pages/api/Api.h"
 #include "pages/authors/Token.h"
@@ -25,15 +22,6 @@ namespace {
 class Author {
   public:
     Author() {
-        const Environment environment = [](const std::string&) { return std::nullopt; };
-        std::istringstream in;
-        std::ostringstream out;
-        cli::InitOptions options;
-        options.folder = folder_.path() + "/site";
-        options.content = cli::FirstContent::Demo;
-        cli::init(options, environment, {in, out, out});
-        opened_ = std::make_unique<cli::OpenInstallation>(Installation::open(options.folder, environment));
-        opened_->runWithoutVisitor([](HostContext& host) { Setup(host).initApplication(); });
         api_->ofSessions = {1e9, 1e9};
         logIn();
     }
@@ -47,7 +35,7 @@ class Author {
                          {"remote_addr", "127.0.0.1"}},
                         body);
         Response response;
-        HostContext host{opened_->services(), request, response, session_};
+        HostContext host{demo_.opened().services(), request, response, session_};
         const bool isBatch = path == "batch";
         for (const PageRoute& route : routes_)
             if (isBatch ? route.path == "/torvex/api/batch" : route.path == "/torvex/api/")
@@ -59,7 +47,7 @@ class Author {
     void asOperation(Work&& work) {
         Request request;
         Response response;
-        HostContext host{opened_->services(), request, response, session_};
+        HostContext host{demo_.opened().services(), request, response, session_};
         cManager manager(host);
         work(manager);
     }
@@ -69,15 +57,14 @@ class Author {
     void logIn() {
         Request request;
         Response response;
-        HostContext host{opened_->services(), request, response, session_};
+        HostContext host{demo_.opened().services(), request, response, session_};
         Setup(host).initSession();
         session_.set(sessionKey::authorLoginId, 1);
         session_.set(sessionKey::authorName, "sa");
         session_.set(sessionKey::authorFullname, "System Administrator");
     }
 
-    bench::ScratchFolder folder_;
-    std::unique_ptr<cli::OpenInstallation> opened_;
+    bench::DemoInstallation demo_;
     Session session_{"bench"};
     std::shared_ptr<api::Api> api_ = std::make_shared<api::Api>(std::make_shared<GuessThrottle>());
     std::vector<PageRoute> routes_ = api::routes(api_);

@@ -3,12 +3,9 @@
 #include <memory>
 #include <spdlog/logger.h>
 #include <spdlog/sinks/null_sink.h>
-#include <sstream>
 #include <stdexcept>
 
-#include "Store.h"
-#include "cli/InitCommand.h"
-#include "cli/OpenInstallation.h"
+#include "DemoInstallation.h"
 #include "host/BufferedHits.h"
 #include "host/LineLog.h"
 #include "host/http/ResponseConversion.h"
@@ -28,28 +25,21 @@ namespace {
 class Demo {
   public:
     Demo() {
-        const Environment environment = [](const std::string&) { return std::nullopt; };
-        std::istringstream in;
-        std::ostringstream out;
-        cli::InitOptions options;
-        options.folder = folder_.path() + "/site";
-        options.content = cli::FirstContent::Demo;
-        cli::init(options, environment, {in, out, out});
-        opened_ = std::make_unique<cli::OpenInstallation>(Installation::open(options.folder, environment));
-        opened_->runWithoutVisitor([](HostContext& host) { Setup(host).initApplication(); });
         hits_ = std::make_unique<BufferedHits>(
-            [this] { return opened_->installation.openDatabase(*opened_->database, db::Purpose::Hits); },
+            [this] {
+                return demo_.opened().installation.openDatabase(*demo_.opened().database, db::Purpose::Hits);
+            },
             log_);
     }
 
-    void set(std::string_view key, bool value) { opened_->application.set(key, value); }
+    void set(std::string_view key, bool value) { demo_.opened().application.set(key, value); }
 
     Answer request(const PageHandler& page, const std::string& query) {
         Answer answer;
         sessions_.enter("", 0, [&](SessionLease lease) {
             Request request(query, {}, variables(query));
             Response response;
-            HostContext host{opened_->services().with(*hits_), request, response, lease.session()};
+            HostContext host{demo_.opened().services().with(*hits_), request, response, lease.session()};
             Setup(host).initSession();
             lease.keepAsDefaults();
             page(host);
@@ -69,10 +59,9 @@ class Demo {
                 {"content_length", "0"}};
     }
 
-    bench::ScratchFolder folder_;
+    bench::DemoInstallation demo_;
     spdlog::logger logger_{"bench", std::make_shared<spdlog::sinks::null_sink_mt>()};
     LineLog log_{logger_};
-    std::unique_ptr<cli::OpenInstallation> opened_;
     std::unique_ptr<BufferedHits> hits_;
     SessionStore sessions_{SessionLimits{}};
 };
