@@ -3,7 +3,8 @@
 #include "operations/register/Register.h"
 
 /// What refusals say to people: labels of the interface's vocabulary (install/rows/08_words_codes.sql), and names
-/// for programs. A sentence may have the places {holder}, {since}, {parent} and {address}, which are filled when it is told.
+/// for programs. A sentence may have the places {holder}, {since}, {parent} and {address}, which are filled when it
+/// is told.
 namespace torvex::operations::label {
 
 inline constexpr CodeLabel refused{5008, "refused"};

@@ -39,10 +39,9 @@ std::vector<Row<desk>> presence() {
     return {
         enters("pulse", &desk::pulse,
                {argument("site"), argument("lang"), argument("pageId"), argument("doing")},
-               "Tells every half minute where the caller is, \"looking\", \"typing\" or \"away\", and brings "
-               "who "
-               "else is \"here\", who \"asked\" for a page of hers, how many pages wait for her (\"count\"), "
-               "and whether her page was \"takenOver\".",
+               "Tells every half minute where the caller is, \"looking\", \"typing\" or \"away\", and "
+               "brings who else is \"here\", who \"asked\" for a page of hers, how many pages wait for her "
+               "(\"count\"), and whether her page was \"takenOver\".",
                anyLogin())
             .lists({{"kind", Text},
                     {"loginId", Number},

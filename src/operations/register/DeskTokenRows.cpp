@@ -16,8 +16,7 @@ std::vector<Row<desk>> deskTokenRows() {
                {argument("loginId"), argument("name"), argument("operations"), argument("addresses", ""),
                 argument("lastDay", ""), argument("advId", 0)},
                "A token by which a program calls in the name of its login: the token, told this once. "
-               "Operations "
-               "are \"reads\", or names like cManager.publishPage divided by commas.",
+               "Operations are \"reads\", or names like cManager.publishPage divided by commas.",
                editAccess(adminEntry::logins))
             .codes({notLoggedIn(), refusal(-1, "There is no such login.", label::loginGone),
                     refusal(-2, "The login is a person's.", label::noProgram),

@@ -63,8 +63,7 @@ std::vector<Row<desk>> deskFindRows() {
                     {"excerpt", Text}}),
         reads("getDeadLinks", &desk::getDeadLinks, {argument("site"), argument("lang"), argument("from", 0)},
               "Links and files in the designs of a tree that lead nowhere: \"gone\", \"notLive\", "
-              "\"offline\", \"noFile\" "
-              "or \"unchosen\"; 500 at most.",
+              "\"offline\", \"noFile\" or \"unchosen\"; 500 at most.",
               designIn("site", "lang"))
             .lists({{"pageId", Number},
                     {"nodeId", Text},
@@ -73,11 +72,9 @@ std::vector<Row<desk>> deskFindRows() {
                     {"target", Text},
                     {"reason", Text}}),
         reads("getUses", &desk::getUses, {argument("kind"), argument("id"), argument("from", 0)},
-              "The pages that use something, as far as the caller may read them: a \"page\", an \"image\" or "
-              "\"document\" "
-              "(SITE/PATH, or a folder's SITE/PATH/), a \"template\", \"baseTemplate\", \"stylesheet\", "
-              "\"application\", "
-              "\"htmlFeed\", \"xmlFeed\" or \"group\"; 500 at most.",
+              "The pages that use something, as far as the caller may read them: a \"page\", an \"image\" "
+              "or \"document\" (SITE/PATH, or a folder's SITE/PATH/), a \"template\", \"baseTemplate\", "
+              "\"stylesheet\", \"application\", \"htmlFeed\", \"xmlFeed\" or \"group\"; 500 at most.",
               anyLogin())
             .lists({{"pageId", Number},
                     {"siteId", Text},
@@ -88,8 +85,7 @@ std::vector<Row<desk>> deskFindRows() {
                     {"twin", Text}}),
         reads("getImpact", &desk::getImpact, {argument("pageIdent")},
               "What the removal of a page and all below it takes along and breaks: \"page\", \"held\", "
-              "\"notApproved\", "
-              "\"link\", \"login\", \"entry\", \"exit\" and \"menu\".",
+              "\"notApproved\", \"link\", \"login\", \"entry\", \"exit\" and \"menu\".",
               designOf("pageIdent"))
             .lists({{"kind", Text},
                     {"pageId", Number},
