@@ -2,10 +2,9 @@
 
 #include <boost/json/serialize.hpp>
 #include <boost/json/value.hpp>
-#include <cmath>
-#include <cstdint>
 #include <sodium.h>
 
+#include "operations/calls/ValueJson.h"
 #include "platform/text/Text.h"
 
 namespace torvex::operations {
@@ -13,20 +12,6 @@ namespace torvex::operations {
 namespace {
 
 namespace json = boost::json;
-
-/// Beyond this a double no longer holds every whole number.
-constexpr double largestWhole = 9007199254740992.0;
-
-json::value textJson(std::string_view content) {
-    return json::string(text::toValidUtf8(content));
-}
-
-json::value numberJson(double number) {
-    if (!std::isfinite(number)) return nullptr;
-    if (std::trunc(number) == number && std::abs(number) <= largestWhole)
-        return static_cast<std::int64_t>(number);
-    return number;
-}
 
 json::value valueJson(const Value& value);
 
@@ -45,11 +30,7 @@ json::value gridJson(const ResultGrid& grid) {
 }
 
 json::value valueJson(const Value& value) {
-    if (value.isEmpty()) return nullptr;
-    if (value.isBoolean()) return value.boolean();
-    if (value.isNumber()) return numberJson(value.number());
-    if (value.isGrid()) return gridJson(value.grid());
-    return textJson(value.toText());
+    return value.isGrid() ? gridJson(value.grid()) : singleJson(value);
 }
 
 json::value failureJson(const BatchFailure& failure) {

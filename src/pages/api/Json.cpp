@@ -5,17 +5,16 @@
 #include <boost/json/parse.hpp>
 #include <cmath>
 
+#include "operations/calls/ValueJson.h"
 #include "operations/register/PublicObject.h"
-#include "platform/text/Text.h"
 
 namespace torvex::api {
 
 namespace {
 
 namespace json = boost::json;
+using operations::textJson;
 
-/// Beyond this a double no longer holds every whole number.
-constexpr double largestWhole = 9007199254740992.0;
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 /// Looks for what the library's values can't show any more: a key that was there twice, a number too large.
@@ -88,17 +87,6 @@ std::optional<JsonFault> faultOf(std::string_view text) {
     return std::nullopt;
 }
 
-json::value textJson(std::string_view content) {
-    return json::string(text::toValidUtf8(content));
-}
-
-json::value numberJson(double number) {
-    if (!std::isfinite(number)) return nullptr;
-    if (std::trunc(number) == number && std::abs(number) <= largestWhole)
-        return static_cast<std::int64_t>(number);
-    return number;
-}
-
 json::array columnsJson(const std::vector<operations::Column>& columns) {
     json::array names;
     names.reserve(columns.size());
@@ -145,13 +133,10 @@ Value argumentOf(const json::value& given, const std::string& name) {
 }
 
 json::value jsonOf(const Value& value) {
-    if (value.isEmpty()) return nullptr;
-    if (value.isBoolean()) return value.boolean();
-    if (value.isNumber()) return numberJson(value.number());
     if (value.isGrid())
         return json::object{{"columns", json::array()},
                             {"rows", rowsJson(value.grid(), value.grid().columns())}};
-    return textJson(value.toText());
+    return operations::singleJson(value);
 }
 
 json::value jsonOf(const Value& value, const operations::Operation& operation) {
