@@ -157,7 +157,6 @@ std::optional<Answer> Pipeline::checkScheme(const Exchange& exchange) const {
 }
 
 void Pipeline::findResponsible(Exchange& exchange) const {
-    exchange.page = nullptr;
     exchange.guard = nullptr;
     exchange.page = pageAt(ascii::lowered(exchange.target.path));
     if (exchange.page) return;

@@ -29,10 +29,7 @@ bool accepts(std::string_view field, std::string_view coding) {
         const std::string_view item = field.substr(0, field.find(','));
         field.remove_prefix(std::min(field.size(), item.size() + 1));
         const std::size_t parameters = item.find(';');
-        std::string_view name = item.substr(0, parameters);
-        while (name.starts_with(' ')) name.remove_prefix(1);
-        while (name.ends_with(' ')) name.remove_suffix(1);
-        if (!ascii::equals(name, coding)) continue;
+        if (!ascii::equals(ascii::trimmed(item.substr(0, parameters)), coding)) continue;
         if (parameters == std::string_view::npos) return true;
         const std::string_view quality = item.substr(parameters);
         return quality.find_first_of("123456789") != std::string_view::npos;
