@@ -26,6 +26,34 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (5023, 'Somebody else', 'Jemand anderes')
 on conflict (lang_label) do nothing;
 
+-- What a value needs that doesn't fit.
+insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
+  (5024, 'It is missing.', 'Es fehlt.'),
+  (5025, 'Nothing of this name is expected here.', 'Unter diesem Namen wird hier nichts erwartet.'),
+  (5026, 'It is given twice.', 'Es ist zweimal angegeben.'),
+  (5027, 'It must be a number.', 'Es muss eine Zahl sein.'),
+  (5028, 'It must be a whole number from -32768 to 32767.', 'Es muss eine ganze Zahl von -32768 bis 32767 sein.'),
+  (5029, 'It must be true or false.', 'Es muss true oder false sein.'),
+  (5030, 'It must be a date (2026-06-15T12:00:00).', 'Es muss ein Datum sein (2026-06-15T12:00:00).'),
+  (5031, 'It must be -2 (the system''s encoding), -1 (Unicode) or 0 (ANSI).', 'Es muss -2 (Kodierung des Systems), -1 (Unicode) oder 0 (ANSI) sein.'),
+  (5032, 'It must be a text.', 'Es muss ein Text sein.'),
+  (5033, 'It must be a text, a number, true, false or null.', 'Es muss ein Text, eine Zahl, true, false oder null sein.'),
+  (5034, 'It must be a text in UTF-8 without NUL.', 'Es muss ein Text in UTF-8 ohne NUL sein.'),
+  (5035, 'A number is too large.', 'Eine Zahl ist zu groß.'),
+  (5036, 'It can only be read.', 'Es kann nur gelesen werden.'),
+  (5037, 'Days must be yyyymmdd.', 'Tage müssen die Form JJJJMMTT haben.'),
+  (5040, 'It must be an object.', 'Es muss ein Objekt sein.'),
+  (5041, 'It must be a list.', 'Es muss eine Liste sein.'),
+  (5042, 'It must be a text or a list of texts.', 'Es muss ein Text oder eine Liste von Texten sein.'),
+  (5043, 'One of "do", "get", "set" is missing.', 'Eines von "do", "get", "set" fehlt.'),
+  (5044, 'It must be {"is": value} or {"sha256": text}.', 'Es muss {"is": Wert} oder {"sha256": Text} sein.'),
+  (5050, 'It must be "images" or "documents".', 'Es muss "images" oder "documents" sein.'),
+  (5051, 'It must be the code of a site.', 'Es muss der Code einer Website sein.'),
+  (5052, 'It must be the number of a folder.', 'Es muss die Nummer eines Ordners sein.'),
+  (5053, 'It must be the name of a file without a path.', 'Es muss der Name einer Datei ohne Pfad sein.'),
+  (5054, 'The file must have something in it.', 'In der Datei muss etwas stehen.')
+on conflict (lang_label) do nothing;
+
 -- What operations refuse: pages.
 insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (5100, '{holder} has this page since {since}.', '{holder} hat diese Seite seit {since}.'),

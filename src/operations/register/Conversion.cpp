@@ -1,6 +1,6 @@
 #include "operations/register/Conversion.h"
 
-#include "platform/Errors.h"
+#include "operations/register/NeedLabels.h"
 #include "platform/ShortInteger.h"
 #include "platform/files/FileSystem.h"
 #include "platform/text/Text.h"
@@ -18,8 +18,8 @@ std::string shown(const Value& given) {
     return '"' + std::string(start) + (start.size() < whole.size() ? "...\"" : "\"");
 }
 
-[[noreturn]] void refuse(std::string_view needed, const Value& given) {
-    throw Error("must be " + std::string(needed) + ", not " + shown(given));
+[[noreturn]] void refuse(std::string_view needed, int label, const Value& given) {
+    throw ConversionError("must be " + std::string(needed) + ", not " + shown(given), label);
 }
 
 bool readsAsNumber(const Value& given) {
@@ -28,29 +28,30 @@ bool readsAsNumber(const Value& given) {
 }
 
 double number(const Value& given) {
-    if (!readsAsNumber(given)) refuse("a number", given);
+    if (!readsAsNumber(given)) refuse("a number", need::number, given);
     return given.toNumber();
 }
 
 double integer(const Value& given) {
     constexpr std::string_view needed = "a whole number from -32768 to 32767";
-    if (!readsAsNumber(given)) refuse(needed, given);
+    if (!readsAsNumber(given)) refuse(needed, need::wholeNumber, given);
     const auto whole = shortInteger(given.toNumber());
-    if (!whole) refuse(needed, given);
+    if (!whole) refuse(needed, need::wholeNumber, given);
     return *whole;
 }
 
 bool boolean(const Value& given) {
     if (given.isText() && text::equals(given.text(), "true")) return true;
     if (given.isText() && text::equals(given.text(), "false")) return false;
-    if (!readsAsNumber(given)) refuse("true or false", given);
+    if (!readsAsNumber(given)) refuse("true or false", need::boolean, given);
     return given.toNumber() != 0;
 }
 
 DateTime date(const Value& given) {
     if (given.isDate()) return given.date();
     DateTime moment;
-    if (!given.isText() || !parseIso(given.text(), moment)) refuse("a date (2026-06-15T12:00:00)", given);
+    if (!given.isText() || !parseIso(given.text(), moment))
+        refuse("a date (2026-06-15T12:00:00)", need::moment, given);
     return moment;
 }
 
@@ -59,7 +60,7 @@ double textFormat(const Value& given) {
     for (const auto known : {TextFormat::SystemDefault, TextFormat::Unicode, TextFormat::Ansi}) {
         if (format == static_cast<int>(known)) return format;
     }
-    refuse("-2 (the system's encoding), -1 (Unicode) or 0 (ANSI)", given);
+    refuse("-2 (the system's encoding), -1 (Unicode) or 0 (ANSI)", need::textFormat, given);
 }
 
 }  // namespace
@@ -67,7 +68,7 @@ double textFormat(const Value& given) {
 Value convert(const Value& given, ArgumentType type) {
     switch (type) {
         case ArgumentType::Text:
-            if (given.isGrid()) refuse("a text", given);
+            if (given.isGrid()) refuse("a text", need::text, given);
             return given.toText();
         case ArgumentType::Number:
             return number(given);

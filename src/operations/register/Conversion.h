@@ -3,8 +3,17 @@
 #include <string_view>
 
 #include "operations/register/Register.h"
+#include "platform/Errors.h"
 
 namespace torvex::operations {
+
+/// What is needed in place of a value, as text and by its label in NeedLabels.h.
+class ConversionError : public Error {
+  public:
+    ConversionError(const std::string& description, int label) : Error(description), need(label) {}
+
+    int need;
+};
 
 /// The value as the one alternative that stands for `type`: a text, a number, a boolean, or a moment. Empty
 /// is "", 0 and false.
@@ -16,7 +25,7 @@ namespace torvex::operations {
 /// - Date: a moment, or a text as `parseIso` reads it.
 /// - TextFormat: one of the numbers of `torvex::TextFormat`.
 ///
-/// Throws `Error` that says what is needed ("must be a number, not \"x\"") for anything else.
+/// Throws `ConversionError` that says what is needed ("must be a number, not \"x\"") for anything else.
 Value convert(const Value& given, ArgumentType type);
 
 /// The name of a type in messages and in the reference.

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "operations/register/Conversion.h"
-#include "platform/Errors.h"
+#include "operations/register/NeedLabels.h"
 #include "platform/text/Text.h"
 
 namespace torvex::operations {
@@ -24,14 +24,14 @@ std::size_t positionOf(const Operation& operation, const std::string& name) {
     if (found != arguments.end()) return static_cast<std::size_t>(found - arguments.begin());
     throw ArgumentError(
         operation.name + ": there is no argument \"" + name + "\"; the arguments are " + namesOf(arguments),
-        name);
+        name, need::knownName);
 }
 
 Value converted(const Operation& operation, const Argument& argument, const Value& given) try {
     return convert(given, argument.type);
-} catch (const Error& error) {
+} catch (const ConversionError& error) {
     throw ArgumentError(operation.name + ": argument \"" + argument.name + "\" " + error.what(),
-                        argument.name);
+                        argument.name, error.need);
 }
 
 }  // namespace
@@ -40,7 +40,9 @@ std::vector<Value> arrange(const Operation& operation, const GivenValues& given)
     std::vector<const Value*> sources(operation.arguments.size());
     for (const auto& [name, value] : given) {
         auto& source = sources[positionOf(operation, name)];
-        if (source) throw ArgumentError(operation.name + ": argument \"" + name + "\" is given twice", name);
+        if (source)
+            throw ArgumentError(operation.name + ": argument \"" + name + "\" is given twice", name,
+                                need::once);
         source = &value;
     }
     std::vector<Value> values;
@@ -49,7 +51,7 @@ std::vector<Value> arrange(const Operation& operation, const GivenValues& given)
         if (!sources[i] && argument.defaultValue) sources[i] = &*argument.defaultValue;
         if (!sources[i])
             throw ArgumentError(operation.name + ": argument \"" + argument.name + "\" is missing",
-                                argument.name);
+                                argument.name, need::given);
         values.push_back(converted(operation, argument, *sources[i]));
     }
     return values;
@@ -69,12 +71,13 @@ void PublicObject::set(std::string_view name, const Value& value) {
     const auto& property = propertyNamed(name);
     if (!property.set)
         throw ArgumentError("the property \"" + property.name + "\" of " + entry_.name + " is read-only",
-                            property.name);
+                            property.name, need::writable);
     Value wanted;
     try {
         wanted = convert(value, property.type);
-    } catch (const Error& error) {
-        throw ArgumentError("the property \"" + property.name + "\" " + error.what(), property.name);
+    } catch (const ConversionError& error) {
+        throw ArgumentError("the property \"" + property.name + "\" " + error.what(), property.name,
+                            error.need);
     }
     property.set(object_.get(), wanted);
 }

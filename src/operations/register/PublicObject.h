@@ -17,14 +17,17 @@ using GivenValues = std::vector<std::pair<std::string, Value>>;
 /// Arguments that don't fit an operation, or a value that doesn't fit a property.
 class ArgumentError : public Error {
   public:
-    /// `argument` is the name as the caller gave it, or the given name of one that she left out.
-    ArgumentError(const std::string& description, std::string argument)
-        : Error(description), argument_(std::move(argument)) {}
+    /// `argument` is the name as the caller gave it, or the given name of one that she left out; `need` is the label
+    /// of what it needs, from NeedLabels.h.
+    ArgumentError(const std::string& description, std::string argument, int need)
+        : Error(description), argument_(std::move(argument)), need_(need) {}
 
     const std::string& argument() const { return argument_; }
+    int need() const { return need_; }
 
   private:
     std::string argument_;
+    int need_;
 };
 
 /// An object of a public class, reached by names. Lives for one request; one thread uses it. A name that

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 
+#include "operations/register/NeedLabels.h"
 #include "pages/api/Answers.h"
 #include "pages/api/Api.h"
 #include "pages/api/BatchRequest.h"
@@ -110,9 +111,7 @@ Reply runAll(Calls& calls, const std::vector<BatchCall>& batch) {
 }
 
 Problem unfitting(const Calls& calls, const BatchError& error) {
-    Problem problem =
-        calls.problem(kind::notFitting, {{"argument", error.argument()}, {"needed", error.what()}});
-    problem.more["argument"] = json::string(error.argument());
+    Problem problem = calls.unfitting(error);
     if (error.call) return stopped(std::move(problem), *error.call, {});
     return problem;
 }
@@ -134,7 +133,8 @@ Reply replyTo(const HostContext& host, Calls& calls) {
     const bool isNumberTooLarge = !body && std::get<JsonFault>(read) == JsonFault::NotFinite;
     if (!isNumberTooLarge && !(body && body->is_object())) return calls.problem(kind::notUnderstood);
     try {
-        if (isNumberTooLarge) throw BatchError("a number is too large", "calls");
+        if (isNumberTooLarge)
+            throw BatchError("a number is too large", "calls", operations::need::smallerNumber);
         const auto batch = callsOf(body->get_object());
         if (!isFromOwnDocument(host)) return calls.foreign(needsLogin(calls, batch));
         if (batch.size() > mostCalls)

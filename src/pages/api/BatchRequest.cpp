@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <sodium.h>
 
+#include "operations/register/NeedLabels.h"
 #include "pages/api/Json.h"
 #include "platform/text/Hexadecimal.h"
 
@@ -13,6 +14,7 @@ namespace torvex::api {
 namespace {
 
 namespace json = boost::json;
+namespace need = operations::need;
 
 /// Reads one call; its faults name its place.
 class CallReader {
@@ -28,28 +30,28 @@ class CallReader {
     }
 
   private:
-    [[noreturn]] void refuse(const std::string& field, const std::string& needed) const {
-        throw BatchError('"' + field + "\" must be " + needed, field, index_);
+    [[noreturn]] void refuse(const std::string& field, const std::string& needed, int label) const {
+        throw BatchError('"' + field + "\" must be " + needed, field, label, index_);
     }
 
     const json::object& objectOf(const json::value& value, const std::string& field) const {
-        if (!value.is_object()) refuse(field, "an object");
+        if (!value.is_object()) refuse(field, "an object", need::object);
         return value.get_object();
     }
 
     std::string textOf(const json::value& value, const std::string& field) const {
-        if (!value.is_string()) refuse(field, "a text");
+        if (!value.is_string()) refuse(field, "a text", need::text);
         return std::string(value.get_string());
     }
 
     bool flagOf(const json::value& value, const std::string& field) const {
-        if (!value.is_bool()) refuse(field, "true or false");
+        if (!value.is_bool()) refuse(field, "true or false", need::boolean);
         return value.get_bool();
     }
 
     std::string textAt(const std::string& field) const {
         const auto* value = given_.if_contains(field);
-        if (!value) throw BatchError('"' + field + "\" is missing", field, index_);
+        if (!value) throw BatchError('"' + field + "\" is missing", field, need::given, index_);
         return textOf(*value, field);
     }
 
@@ -59,7 +61,7 @@ class CallReader {
             const std::string_view field(name.data(), name.size());
             if (std::find(known.begin(), known.end(), field) == known.end())
                 throw BatchError("there is no field \"" + std::string(field) + '"', std::string(field),
-                                 index_);
+                                 need::knownName, index_);
         }
     }
 
@@ -67,10 +69,10 @@ class CallReader {
         if (given_.contains("do")) return operation();
         if (given_.contains("get")) return reading();
         if (!given_.contains("set"))
-            throw BatchError(R"(one of "do", "get", "set" is missing)", "do", index_);
+            throw BatchError(R"(one of "do", "get", "set" is missing)", "do", need::deed, index_);
         allowOnly({"on", "set", "to", "expect", "goOn"});
         const auto* value = given_.if_contains("to");
-        if (!value) throw BatchError("\"to\" is missing", "to", index_);
+        if (!value) throw BatchError("\"to\" is missing", "to", need::given, index_);
         return Set{textAt("set"), *value};
     }
 
@@ -86,7 +88,7 @@ class CallReader {
         const json::value& asked = given_.at("get");
         if (asked.is_string() && asked.get_string() == "*") return GetAll{};
         if (asked.is_string()) return Get{textOf(asked, "get")};
-        if (!asked.is_array()) refuse("get", "a text or a list of texts");
+        if (!asked.is_array()) refuse("get", "a text or a list of texts", need::texts);
         GetSome some;
         for (const auto& one : asked.get_array()) some.properties.push_back(textOf(one, "get"));
         return some;
@@ -97,7 +99,7 @@ class CallReader {
         if (given.size() == 1 && given.contains("is")) return {.value = given.at("is")};
         if (given.size() == 1 && given.contains("sha256"))
             return {.sha256 = textOf(given.at("sha256"), "sha256")};
-        refuse("expect", R"({"is": value} or {"sha256": text})");
+        refuse("expect", R"({"is": value} or {"sha256": text})", need::expectation);
     }
 
     std::size_t index_;
@@ -137,11 +139,12 @@ bool isSame(const json::value& left, const json::value& right) {
 std::vector<BatchCall> callsOf(const json::object& batch) {
     for (const auto& [name, value] : batch) {
         if (name != "calls")
-            throw BatchError("a batch has no field \"" + std::string(name) + '"', std::string(name));
+            throw BatchError("a batch has no field \"" + std::string(name) + '"', std::string(name),
+                             need::knownName);
     }
     const auto* calls = batch.if_contains("calls");
-    if (!calls) throw BatchError("\"calls\" is missing", "calls");
-    if (!calls->is_array()) throw BatchError("\"calls\" must be a list", "calls");
+    if (!calls) throw BatchError("\"calls\" is missing", "calls", need::given);
+    if (!calls->is_array()) throw BatchError("\"calls\" must be a list", "calls", need::list);
     std::vector<BatchCall> read;
     for (const auto& one : calls->get_array()) read.push_back(CallReader(one, read.size()).read());
     return read;

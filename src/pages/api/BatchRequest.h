@@ -46,8 +46,9 @@ struct BatchCall {
 /// A batch that isn't of its form.
 class BatchError : public operations::ArgumentError {
   public:
-    BatchError(const std::string& description, std::string field, std::optional<std::size_t> at = {})
-        : ArgumentError(description, std::move(field)), call(at) {}
+    BatchError(const std::string& description, std::string field, int need,
+               std::optional<std::size_t> at = {})
+        : ArgumentError(description, std::move(field), need), call(at) {}
 
     std::optional<std::size_t> call;  ///< in which it is wrong
 };

@@ -193,7 +193,8 @@ Problem Calls::refusedBy(const Verdict& verdict) const {
 }
 
 Problem Calls::unfitting(const ArgumentError& error) const {
-    Problem made = problem(kind::notFitting, {{"argument", error.argument()}, {"needed", error.what()}});
+    const std::string needed = shared_.words.sentence(language_, error.need());
+    Problem made = problem(kind::notFitting, {{"argument", error.argument()}, {"needed", needed}});
     made.more["argument"] = text(error.argument());
     return made;
 }

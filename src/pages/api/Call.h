@@ -63,6 +63,8 @@ class Calls {
     Problem foreign(bool needsLogin);
     /// The same for one whose arguments can't even be read.
     Problem notFitting(const operations::Operation& operation, const operations::ArgumentError& error);
+    /// Told to everybody.
+    Problem unfitting(const operations::ArgumentError& error) const;
 
     /// Null for what isn't there or is out of reach.
     const operations::Operation* find(const std::string& className, const std::string& operation) const;
@@ -75,7 +77,6 @@ class Calls {
 
   private:
     Problem refusedBy(const operations::Verdict& verdict) const;
-    Problem unfitting(const operations::ArgumentError& error) const;
     std::optional<Problem> refusedBecause(const operations::Operation& operation,
                                           const operations::GivenValues& arguments, const Value& result);
     std::optional<Problem> lacksLogin();

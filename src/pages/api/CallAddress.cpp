@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "operations/register/NeedLabels.h"
 #include "pages/api/Answers.h"
 #include "pages/api/Api.h"
 #include "pages/api/Json.h"
@@ -95,7 +96,9 @@ Reply replyToBody(const HostContext& host, Calls& calls, const Asked& asked, con
     const bool isNumberTooLarge = !body && std::get<JsonFault>(read) == JsonFault::NotFinite;
     if (!isNumberTooLarge && !(body && body->is_object())) return calls.problem(kind::notUnderstood);
     if (!isFromOwnDocument(host)) return calls.foreign(operation);
-    if (isNumberTooLarge) return calls.notFitting(operation, ArgumentError("a number is too large", ""));
+    if (isNumberTooLarge)
+        return calls.notFitting(operation,
+                                ArgumentError("a number is too large", "", operations::need::smallerNumber));
     return run(calls, asked, operation, body->get_object());
 }
 

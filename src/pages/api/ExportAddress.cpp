@@ -4,6 +4,7 @@
 #include "accounts/Actor.h"
 #include "accounts/Logins.h"
 #include "desk/Export.h"
+#include "operations/register/NeedLabels.h"
 #include "pages/api/Answers.h"
 #include "pages/api/Api.h"
 #include "pages/api/Tokens.h"
@@ -42,8 +43,8 @@ std::optional<ExportChoice> choiceOf(const Request& request) {
 }
 
 Problem badDay(const HostContext& host, const Api& api) {
-    Problem problem = problemFor(host, api, kind::notFitting,
-                                 {{"argument", "from, to"}, {"needed", "days must be yyyymmdd"}});
+    const std::string needed = api.words.sentence(languageOf(host, api.words), operations::need::days);
+    Problem problem = problemFor(host, api, kind::notFitting, {{"argument", "from, to"}, {"needed", needed}});
     problem.more["argument"] = "from, to";
     return problem;
 }

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "operations/calls/ValueJson.h"
+#include "operations/register/NeedLabels.h"
 #include "operations/register/PublicObject.h"
 
 namespace torvex::api {
@@ -124,11 +125,12 @@ Value argumentOf(const json::value& given, const std::string& name) {
     if (given.is_bool()) return given.get_bool();
     if (given.is_number()) return given.to_number<double>();
     if (!given.is_string())
-        throw operations::ArgumentError('"' + name + "\" must be a text, a number, true, false or null",
-                                        name);
+        throw operations::ArgumentError('"' + name + "\" must be a text, a number, true, false or null", name,
+                                        operations::need::singleValue);
     const auto& text = given.get_string();
     if (text.find('\0') != json::string::npos)
-        throw operations::ArgumentError('"' + name + "\" must be a text without NUL", name);
+        throw operations::ArgumentError('"' + name + "\" must be a text without NUL", name,
+                                        operations::need::cleanText);
     return std::string_view(text.data(), text.size());
 }
 

@@ -4,6 +4,7 @@
 
 #include "accounts/Actor.h"
 #include "media/FileKinds.h"
+#include "operations/register/NeedLabels.h"
 #include "pages/api/UploadMetadata.h"
 #include "pages/api/UploadWish.h"
 #include "platform/Days.h"
@@ -77,7 +78,9 @@ void beginPlanned(const Visit& visit, const UploadPlan& plan, const UploadMetada
 
 UploadPlan planFrom(const Visit& visit, const UploadMetadata& metadata, std::uint64_t length) {
     UploadPlan plan = planOf(metadata);
-    if (length == 0) throw ArgumentError("a file with something in it is needed", "Upload-Length");
+    if (length == 0)
+        throw ArgumentError("a file with something in it is needed", "Upload-Length",
+                            operations::need::content);
     plan.loginId = actorOf(visit.host).loginId;
     plan.length = length;
     plan.metadata = fieldOf(visit.host, "http_upload_metadata");

@@ -2,6 +2,7 @@
 
 #include "media/FileNames.h"
 #include "media/MediaTypes.h"
+#include "operations/register/NeedLabels.h"
 #include "operations/register/PublicObject.h"
 #include "platform/text/Text.h"
 #include "records/SiteCodes.h"
@@ -11,6 +12,7 @@ namespace torvex::api {
 namespace {
 
 using operations::ArgumentError;
+namespace need = operations::need;
 
 constexpr std::size_t longestTitle = 50;
 
@@ -24,7 +26,7 @@ std::string textOf(const UploadMetadata& metadata, const std::string& name, cons
     const std::string* given = find(metadata, name);
     if (!given) return missing;
     if (!text::isValidUtf8(*given) || given->find('\0') != std::string::npos)
-        throw ArgumentError("a text in UTF-8 is needed", name);
+        throw ArgumentError("a text in UTF-8 is needed", name, need::cleanText);
     return std::string(text::trim(*given));
 }
 
@@ -32,25 +34,26 @@ MediaKind kindOf(const UploadMetadata& metadata) {
     const std::string given = textOf(metadata, "folderType", "");
     if (text::equals(given, "images")) return MediaKind::Images;
     if (text::equals(given, "documents")) return MediaKind::Documents;
-    throw ArgumentError("\"images\" or \"documents\" is needed", "folderType");
+    throw ArgumentError("\"images\" or \"documents\" is needed", "folderType", need::mediaKind);
 }
 
 std::string siteOf(const UploadMetadata& metadata) {
     std::string site = text::lower(textOf(metadata, "site", ""));
-    if (!isCode(site)) throw ArgumentError("the code of a site is needed", "site");
+    if (!isCode(site)) throw ArgumentError("the code of a site is needed", "site", need::siteCode);
     return site;
 }
 
 std::string folderOf(const UploadMetadata& metadata) {
     std::string folder = textOf(metadata, "folder", "");
-    if (!isFolderId(folder)) throw ArgumentError("the number of a folder is needed", "folder");
+    if (!isFolderId(folder))
+        throw ArgumentError("the number of a folder is needed", "folder", need::folderNumber);
     return folder;
 }
 
 std::string nameOf(const UploadMetadata& metadata) {
     const std::string* given = find(metadata, "filename");
     const auto kept = given ? keptFileName(*given) : std::nullopt;
-    if (!kept) throw ArgumentError("a file's name without a path is needed", "filename");
+    if (!kept) throw ArgumentError("a file's name without a path is needed", "filename", need::fileName);
     return *kept;
 }
 

@@ -386,6 +386,22 @@ TEST_P(ApiCall, AuthorsAreToldInTheLanguageOfTheirInterface) {
               "Dazu haben Sie nicht das Recht.");
 }
 
+TEST_P(ApiCall, WhatAnArgumentNeedsIsToldInTheLanguageOfTheInterface) {
+    row("TORVEX_SETUP",
+        {{"loginId", 7}, {"parameter", "torvex_interface_language"}, {"value", "de"}, {"dataType", "C"}});
+    ApiClient browser = loggedIn();
+    const auto detail = [&](const std::string& body) {
+        return browser.post("cManager/approvePage", body).text("/detail");
+    };
+    EXPECT_EQ(detail(R"({"pageIdent": 12})"), "„state“ passt nicht: Es fehlt.");
+    EXPECT_EQ(detail(R"({"pageIdent": 12, "state": "one"})"),
+              "„state“ passt nicht: Es muss eine ganze Zahl von -32768 bis 32767 sein.");
+    EXPECT_EQ(detail(R"({"pageIdent": [12], "state": 1})"),
+              "„pageIdent“ passt nicht: Es muss ein Text, eine Zahl, true, false oder null sein.");
+    EXPECT_EQ(browser.batch(R"({"on": 1, "do": "checkOut"})").text("/detail"),
+              "„on“ passt nicht: Es muss ein Text sein.");
+}
+
 // ---- 429 ----
 
 TEST_P(ApiCall, AHundredCallsAtOnceAreTooFastAndOneMoreIsToldToWait) {

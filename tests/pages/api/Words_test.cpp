@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "operations/register/NeedLabels.h"
 #include "operations/register/Register.h"
 #include "pages/api/Problem.h"
 #include "records/Vocabulary.h"
@@ -43,6 +44,17 @@ TEST_P(ApiWords, EachProblemHasItsSentenceInBothLanguages) {
         expectBoth(one.label);
     }
     for (const int label : {5016, 5023}) expectBoth(label);
+}
+
+TEST_P(ApiWords, WhatAValueNeedsHasItsSentenceInBothLanguages) {
+    namespace need = operations::need;
+    for (const int label :
+         {need::given,     need::knownName,     need::once,       need::number,      need::wholeNumber,
+          need::boolean,   need::moment,        need::textFormat, need::text,        need::singleValue,
+          need::cleanText, need::smallerNumber, need::writable,   need::days,        need::object,
+          need::list,      need::texts,         need::deed,       need::expectation, need::mediaKind,
+          need::siteCode,  need::folderNumber,  need::fileName,   need::content})
+        expectBoth(label);
 }
 
 }  // namespace
