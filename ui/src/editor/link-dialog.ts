@@ -3,9 +3,9 @@ import { html, nothing, type TemplateResult } from "lit";
 import { customElement, property, state } from "lit/decorators.js";
 import { ref } from "lit/directives/ref.js";
 import { call, isCancelled } from "../api";
+import { callOf, fileLink, pageLink } from "../formats/page-calls";
 import { dialog, icon, TvxElement } from "../kit";
 import { L, t } from "../labels";
-import { callOf, fileLink, pageLink } from "./model/calls";
 
 export interface ChosenLink {
   href: string;

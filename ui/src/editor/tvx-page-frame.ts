@@ -1,5 +1,6 @@
 import { html, nothing, type PropertyValues } from "lit";
 import { customElement, property, state } from "lit/decorators.js";
+import { callOf, type PageCall } from "../formats/page-calls";
 import { icon, openMenu, styles, TvxElement, toast } from "../kit";
 import { L, t } from "../labels";
 import { beforeLeaving, go, pageAddress } from "../shell/address";
@@ -10,7 +11,6 @@ import { onPagesChanged } from "../shell/workplace";
 import { bodyMenu } from "./body-menu";
 import { type Draft, newestDrafts } from "./drafts";
 import type { Editing } from "./editing";
-import { callOf, type PageCall } from "./model/calls";
 import { isOwnChange, type PageName } from "./session";
 import { styleFrame } from "./view/frame-styles";
 import { type BodyPlace, bodyPlaces, boxOf } from "./view/places";

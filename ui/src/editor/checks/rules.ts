@@ -1,6 +1,7 @@
 // What can be said of a page without knowing what it is about. Nothing here forbids anything.
+
+import { callOf } from "../../formats/page-calls";
 import { L } from "../../labels";
-import { callOf } from "../model/calls";
 import { type Color, colorOf, needed, over, ratio } from "./contrast";
 
 export interface Finding {

@@ -1,7 +1,7 @@
 // Where the bodies of a page stand in the document that shows it for editing.
 
+import { callOf, type PageCall } from "../../formats/page-calls";
 import type { Place } from "../model/body";
-import { callOf, type PageCall } from "../model/calls";
 
 export type BodyKind = "text" | "html" | "xml";
 
