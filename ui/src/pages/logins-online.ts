@@ -84,7 +84,7 @@ export class TvxLoginsOnline extends TvxElement {
         id: "name",
         label: t(L.whoColumn),
         cell: (row) =>
-          html`${row.name}${row.loginId === me ? html` <span class="note">(${t(L.thatsYou)})</span>` : nothing}`,
+          html`${row.name}${row.loginId === me ? html` <span class="note">(${t(L.thatsYou)})</span>` : nothing}<span class="note cut narrow">${this.whereText(row)}</span>`,
         by: (row) => row.name,
       },
       {
@@ -95,6 +95,7 @@ export class TvxLoginsOnline extends TvxElement {
             ? html`<a href=${pageAddress(row.pageId)}>${this.whereText(row) || row.pageId}</a>`
             : this.whereText(row),
         by: (row) => this.whereText(row),
+        wide: true,
       },
       {
         id: "since",
@@ -108,14 +109,16 @@ export class TvxLoginsOnline extends TvxElement {
         label: t(L.idleColumn),
         cell: (row) => (row.idleSeconds < 60 ? t(L.justNow) : t(L.agoText, { time: spanText(row.idleSeconds) })),
         by: (row) => row.idleSeconds,
+        width: "120px",
       },
       {
         id: "end",
-        label: t(L.endLogin),
+        label: "",
         cell: (row) =>
           row.loginId === me
             ? nothing
-            : html`<button class="button small" aria-label=${t(L.endLoginOf, { name: row.name })} @click=${() => this.end(row)}>${t(L.endLogin)}</button>`,
+            : html`<button class="button small" aria-label=${t(L.endLoginOf, { name: row.name })} @click=${() => this.end(row)}>${icon("log-out")}<span class="wide">${t(L.endLogin)}</span></button>`,
+        width: "164px",
       },
     ];
   }
