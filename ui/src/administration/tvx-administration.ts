@@ -10,9 +10,12 @@ import "../kit/tvx-tree";
 import type { TreeRow } from "../kit/tvx-tree";
 import { interfaceLanguage, L, onWords, t } from "../labels";
 import { go, place } from "../shell/address";
-import { screens } from "../shell/registry";
+import { screenAt } from "../shell/registry";
 import { websiteAt, workplace } from "../shell/workplace";
 import "./tvx-administration.css";
+
+/** What no screen answers isn't offered. */
+const hasScreen = (program: string) => program !== "" && screenAt({ path: program }) !== undefined;
 
 /** The administration menu of the left side, in three groups: installation, site, site and language. */
 @customElement("tvx-administration")
@@ -105,11 +108,10 @@ export class TvxAdministration extends TvxElement {
   }
 
   private group(level: number, name: string) {
-    // What no screen answers isn't offered.
     const reachable = (nodes: MenuNode[]): MenuNode[] =>
       nodes
         .map((node) => ({ ...node, children: reachable(node.children) }))
-        .filter(({ program, children }) => children.length > 0 || this.hasScreen(program));
+        .filter(({ program, children }) => children.length > 0 || hasScreen(program));
     const nodes = reachable(this.menu.filter((node) => node.level === level));
     if (nodes.length === 0) return nothing;
     const current = nodes
@@ -118,13 +120,5 @@ export class TvxAdministration extends TvxElement {
     return html`<section><h2 class="adv-level">${name}</h2>
       <tvx-tree .label=${name} .rows=${this.rows(nodes)} .current=${String(current?.advId ?? "")} @tvx-toggle=${(event: CustomEvent) => this.flip(event.detail)}
         @tvx-open=${(event: CustomEvent) => this.open(event.detail)}></tvx-tree></section>`;
-  }
-
-  private hasScreen(program: string): boolean {
-    const path = program.toLowerCase();
-    return (
-      path !== "" &&
-      screens.value.some((screen) => (typeof screen.path === "string" ? screen.path === path : screen.path.test(path)))
-    );
   }
 }

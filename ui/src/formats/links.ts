@@ -21,22 +21,3 @@ export function targetOf(href: string): LinkTarget {
   const ofSite = /^(..)\/(.+)$/.exec(path);
   return ofSite ? { kind: "file", site: ofSite[1]!, path: ofSite[2]! } : { kind: "file", site: "", path };
 }
-
-/** The value of an `href` for a target. */
-export function hrefOf(target: LinkTarget): string {
-  switch (target.kind) {
-    case "page":
-      return `page(${target.page})`;
-    case "file":
-      return `file(${target.site ? `${target.site}/` : ""}${target.path})`;
-    case "address":
-      return target.address;
-    case "open":
-      return "";
-  }
-}
-
-/** Addresses that run something, which no link of an author may hold. */
-export const isHarmful = (address: string) =>
-  // biome-ignore lint/suspicious/noControlCharactersInRegex: browsers skip them in front of a scheme.
-  /^(javascript|vbscript|data):/i.test(address.replace(/[\u0000-\u0020]/g, ""));

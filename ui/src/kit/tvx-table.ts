@@ -148,12 +148,11 @@ export class TvxTable<T = Any> extends TvxElement {
   private head(column: TableColumn<T>) {
     const is = this.sorted.id === column.id;
     const classes = `of-${column.id} ${column.wide ? "wide" : ""} ${column.numeric ? "numeric" : ""}`;
+    const width = styles(column.width ? { "--width": column.width } : {});
     // A column of buttons needs no word above it, and a heading without one would be read out as nothing.
-    if (!column.label)
-      return html`<td class=${classes} ${styles(column.width ? { "--width": column.width } : {})}></td>`;
-    if (!column.by)
-      return html`<th scope="col" class=${classes} ${styles(column.width ? { "--width": column.width } : {})}>${column.label}</th>`;
-    return html`<th scope="col" class=${classes} ${styles(column.width ? { "--width": column.width } : {})} aria-sort=${is ? (this.sorted.down ? "descending" : "ascending") : nothing}>
+    if (!column.label) return html`<td class=${classes} ${width}></td>`;
+    if (!column.by) return html`<th scope="col" class=${classes} ${width}>${column.label}</th>`;
+    return html`<th scope="col" class=${classes} ${width} aria-sort=${is ? (this.sorted.down ? "descending" : "ascending") : nothing}>
       <button class="sort" @click=${() => this.sortBy(column)}>${column.label}${is ? icon(this.sorted.down ? "arrow-down" : "arrow-up") : nothing}</button></th>`;
   }
 

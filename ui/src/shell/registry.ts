@@ -92,7 +92,7 @@ export const actions = new Registry<PageAction>();
 export const commands = new Registry<Command>();
 export const footNotes = new Registry<FootNote>();
 
-export function screenAt({ path }: Place): Screen | undefined {
+export function screenAt({ path }: Pick<Place, "path">): Screen | undefined {
   const small = path.toLowerCase();
   return screens.value.find((screen) =>
     typeof screen.path === "string" ? screen.path === small : screen.path.test(small),

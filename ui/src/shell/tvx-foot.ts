@@ -12,7 +12,7 @@ import "./tvx-foot.css";
 
 /** What became of what was typed. */
 export interface Keeping {
-  state: "" | "kept" | "saved" | "keeping" | "here";
+  state: "" | "kept" | "saved";
   at: Date | null;
 }
 

@@ -1,4 +1,5 @@
 import { call } from "../api";
+import { type EditFlags, editFlagsOf, type PageWord } from "../formats/status";
 import { Store } from "../kit/store";
 
 export interface Login {
@@ -8,23 +9,10 @@ export interface Login {
   isAdministrator: boolean;
 }
 
-/** The five edit rights, as `getLoginEditRights` gives them. */
-export interface EditRights {
-  onOff: boolean;
-  move: boolean;
-  publish: boolean;
-  approve: boolean;
-  edit: boolean;
-}
+const noRights = editFlagsOf("");
+const everything = editFlagsOf("11111");
 
-export const noRights: EditRights = { onOff: false, move: false, publish: false, approve: false, edit: false };
-
-export function editRights(flags: string): EditRights {
-  const has = (place: number) => flags[place] === "1";
-  return { onOff: has(0), move: has(1), publish: has(2), approve: has(3), edit: has(4) };
-}
-
-export const hasAny = (rights: EditRights) => Object.values(rights).some(Boolean);
+const hasAny = (rights: EditFlags) => Object.values(rights).some(Boolean);
 
 export interface Website {
   site: string;
@@ -32,7 +20,7 @@ export interface Website {
   siteName: string;
   langName: string;
   title: string;
-  rights: EditRights;
+  rights: EditFlags;
 }
 
 /** Who works, and where. */
@@ -41,7 +29,7 @@ export interface Workplace {
   websites: Website[];
   site: string;
   lang: string;
-  rights: EditRights;
+  rights: EditFlags;
   /** Somebody is moving pages here: nobody can come in until that is done. */
   closed: boolean;
 }
@@ -64,12 +52,12 @@ export interface PageState {
   title: string;
   /** "P", "A", "F", "N" (without a setup yet), "S". */
   type: string;
-  state: "new" | "changed" | "approved" | "marked" | "live";
+  state: PageWord;
   /** Who holds it: "" nobody, and whether that is me. */
   holder: string;
   heldByMe: boolean;
   heldByOther: boolean;
-  rights: EditRights;
+  rights: EditFlags;
 }
 
 export const currentPage = new Store<PageState | null>(null);
@@ -98,19 +86,18 @@ export const kept = {
 /** What a login may do, in any branch; as `/torvex/api/session` tells it. */
 export interface SessionRights {
   all: boolean;
-  pages: { site: string; lang: string; may: (keyof EditRights)[] }[];
+  pages: { site: string; lang: string; may: (keyof EditFlags)[] }[];
   entries: { entry: number; site: string; lang: string; view: boolean; edit: boolean }[];
 }
 
 export const nothingAllowed: SessionRights = { all: false, pages: [], entries: [] };
-const everything: EditRights = { onOff: true, move: true, publish: true, approve: true, edit: true };
 
-function rightsIn({ all, pages }: SessionRights, site: string, lang: string): EditRights {
+function rightsIn({ all, pages }: SessionRights, site: string, lang: string): EditFlags {
   if (all) return everything;
   const may = pages.filter((one) => one.site === site && one.lang === lang).flatMap((one) => one.may);
   return Object.fromEntries(
-    Object.keys(noRights).map((right) => [right, may.includes(right as keyof EditRights)]),
-  ) as unknown as EditRights;
+    Object.keys(noRights).map((right) => [right, may.includes(right as keyof EditFlags)]),
+  ) as unknown as EditFlags;
 }
 
 /** Entries from here on are those of sites and languages. */

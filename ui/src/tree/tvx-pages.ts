@@ -2,6 +2,7 @@ import { html, nothing, type PropertyValues } from "lit";
 import { customElement, query, state } from "lit/decorators.js";
 import { call } from "../api";
 import type { SitemapNode } from "../formats/sitemap";
+import { editFlagsOf } from "../formats/status";
 import { TvxElement, Watch } from "../kit/element";
 import { icon } from "../kit/icon";
 import { kindIcon, liveMark, liveWord, stateMark, stateWord } from "../kit/marks";
@@ -13,7 +14,7 @@ import { L, type Label, t } from "../labels";
 import { go, pageAddress, place } from "../shell/address";
 import { keyOf } from "../shell/keys";
 import { actions, moves } from "../shell/registry";
-import { editRights, type PageState, workplace } from "../shell/workplace";
+import { type PageState, workplace } from "../shell/workplace";
 import { hasState, hasWords, inScope, type ShownNode, type StateFilter } from "./model";
 import { collapse, expand, load, reveal, shownPage, tree } from "./tree-data";
 import "./tvx-pages.css";
@@ -130,7 +131,7 @@ export class TvxPages extends TvxElement {
       holder: "",
       heldByMe: locked && !heldByOther,
       heldByOther,
-      rights: editRights(flags),
+      rights: editFlagsOf(flags),
     };
   }
 
