@@ -43,32 +43,44 @@ async function startSite(statements, prepare) {
   const folder = mkdtempSync(join(tmpdir(), "torvex-browser-"));
   const install = join(folder, "site");
   execFileSync(program, ["init", install, "--demo"]);
-  for (const statement of [setPasswords, ...statements]) execFileSync(program, ["sql", "--install", install, statement]);
+  const sql = (statement) => execFileSync(program, ["sql", "--install", install, statement]);
+  for (const statement of [setPasswords, ...statements]) sql(statement);
   prepare(install);
   const port = freePort();
   const address = `http://127.0.0.1:${port}`;
-  const server = spawn(program, ["serve", "--install", install, "--listen", `127.0.0.1:${port}`], { stdio: "ignore" });
+  let server;
+  const serve = async () => {
+    server = spawn(program, ["serve", "--install", install, "--listen", `127.0.0.1:${port}`], { stdio: "ignore" });
+    await untilServed(`${address}/error.asp`);
+  };
+  const end = (signal) => new Promise((resolve) => {
+    server.once("exit", resolve);
+    server.kill(signal);
+  });
+  await serve();
   const browser = await chromium.launch(browserOptions);
-  await untilServed(`${address}/error.asp`);
   return {
     address,
     browser,
+    serve,
+    kill: () => end("SIGKILL"),
     open: (page, pageId) => page.goto(`${address}/tvx.asp?pageId=${pageId}`),
     call: (...request) => execFileSync(program, ["call", "--install", install, ...request], { encoding: "utf8", maxBuffer: 1e8 }),
     query: (statement) => execFileSync(program, ["sql", "--json", "--install", install, statement], { encoding: "utf8" })
-      .trim().split("\n").map((row) => JSON.parse(row)),
+      .trim().split("\n").filter(Boolean).map((row) => JSON.parse(row)),
+    sql,
+    // What visitors get of a page.
+    live: async (pageId) => (await fetch(`${address}/tvx.asp?pageId=${pageId}`)).text(),
     async stop() {
       await browser.close();
-      const ended = new Promise((resolve) => server.once("exit", resolve));
-      server.kill("SIGTERM");
-      await ended;
+      await end("SIGTERM");
       rmSync(folder, { recursive: true });
     },
   };
 }
 
 export async function untilServed(address) {
-  for (let i = 0; i < 200; ++i) {
+  for (let i = 0; i < 300; ++i) {
     try {
       await fetch(address, { redirect: "manual" });
       return;
@@ -90,7 +102,7 @@ export async function logIn(page, name, password) {
   await Promise.all([page.waitForNavigation(), sendLogin(page, name, password)]);
 }
 
-// What is wrong with the page as it shows, or with parts of it, for who can't see it, or hear, or use a mouse: a line for
+// What is wrong with the page as it shows, or with parts of it (a context of axe), for who can't see it, or hear, or use a mouse: a line for
 // each finding.
 export async function findingsOfAxe(page, parts = "html") {
   await page.evaluate(axe);

@@ -1,21 +1,43 @@
-// The way in for tests: authors with passwords that are known, and the door.
+// The way in for tests: a demo with authors whose passwords are known, and the door.
 import { execFileSync } from "node:child_process";
+import { readdirSync, readFileSync, writeFileSync } from "node:fs";
 import { dirname, join } from "node:path";
 import { fileURLToPath } from "node:url";
+import { servedDemo } from "../support.mjs";
 
 const root = join(dirname(fileURLToPath(import.meta.url)), "../../..");
 const program = process.env.TORVEX_PROGRAM ?? join(root, "build/release/torvex");
 
-export const passwords = { iris: "blue-flag", basil: "thyme-and-salt", heide: "calluna" };
-const loginIds = { iris: 2, basil: 3, heide: 4 };
+export const passwords = { iris: "blue-flag", basil: "thyme-and-salt", heide: "calluna", reed: "phragmites", clover: "four-leaves" };
+const loginIds = { iris: 2, basil: 3, heide: 4, reed: 5, clover: 6 };
 
-// What init gives the team is random. For `prepare` of a served demo.
-export function givePasswords(install) {
+// What init gives the team is random.
+function givePasswords(install) {
   for (const [name, password] of Object.entries(passwords)) {
     execFileSync(program, ["call", "cManager.saveLogin", "advId=0", `loginId=${loginIds[name]}`, "username=", `password=${password}`,
       "name=", "job=", "--install", install, "--login", "sa"]);
   }
 }
+
+// TORVEX_INTERFACE is the folder of a built interface that is to be served in place of the program's own, with the words
+// of this checkout.
+export function useInterface(install) {
+  const folder = process.env.TORVEX_INTERFACE;
+  if (!folder) return;
+  const rows = join(root, "install/rows");
+  for (const name of readdirSync(rows).filter((each) => each.startsWith("08_words_")))
+    execFileSync(program, ["sql", "--install", install], { input: readFileSync(join(rows, name)) });
+  const file = join(install, "torvex.toml");
+  writeFileSync(file, readFileSync(file, "utf8").replace(/^\[authoring\]$/m, `[authoring]\ninterface = ${JSON.stringify(folder)}`));
+}
+
+// The served demo for the tests of the suite around the call, where authors can log in.
+export const servedAuthors = (statements = [], prepare = () => {}) =>
+  servedDemo(statements, (install) => {
+    givePasswords(install);
+    useInterface(install);
+    prepare(install);
+  });
 
 // Changes a row behind the server's back.
 export const change = (install, statement) => execFileSync(program, ["sql", "--install", install, statement]);
@@ -40,10 +62,16 @@ export async function watched(site, options = {}) {
   return { context, violations };
 }
 
-// By the form of the door, which works without scripts too: a page of the interface may not work yet.
-export async function logInAs(page, site, name) {
-  await page.goto(`${site.address}/torvex/login?lang=en&to=${encodeURIComponent("/torvex/error.asp?error=in")}`);
+// By the form of the door to an address of the interface.
+export async function passDoor(page, site, name, to, lang = "en") {
+  await page.goto(`${site.address}/torvex/login?lang=${lang}&to=${encodeURIComponent(to)}`);
   await page.locator("#username").fill(name);
   await page.locator("#password").fill(passwords[name]);
-  await Promise.all([page.waitForURL(/error\.asp/), page.locator("button[type=submit]").click()]);
+  await page.locator("button[type=submit]").click();
+}
+
+// To a document without scripts: a page of the interface may not work yet.
+export async function logInAs(page, site, name) {
+  await passDoor(page, site, name, "/torvex/error.asp?error=in");
+  await page.waitForURL(/error\.asp/);
 }

@@ -3,8 +3,8 @@ import { mkdirSync } from "node:fs";
 import { dirname, join } from "node:path";
 import { after, before, describe, test } from "node:test";
 import { fileURLToPath } from "node:url";
-import { faultsOf, servedDemo } from "../support.mjs";
-import { givePasswords, holdElsewhere, passwords, watched } from "./door.mjs";
+import { faultsOf } from "../support.mjs";
+import { holdElsewhere, passwords, servedAuthors, watched } from "./door.mjs";
 
 const root = join(dirname(fileURLToPath(import.meta.url)), "../../..");
 const pictures = join(root, "build/pictures/door");
@@ -13,10 +13,7 @@ const sizes = [[360, 740], [768, 1024], [1440, 900]];
 
 describe("the door", () => {
   let install;
-  const site = servedDemo([], (folder) => {
-    install = folder;
-    givePasswords(folder);
-  });
+  const site = servedAuthors([], (folder) => { install = folder; });
   let context;
   let violations;
   let page;

@@ -1,11 +1,9 @@
 import assert from "node:assert/strict";
-import { execFileSync } from "node:child_process";
-import { readdirSync, readFileSync, writeFileSync } from "node:fs";
-import { dirname, join } from "node:path";
+import { readFileSync, writeFileSync } from "node:fs";
+import { join } from "node:path";
 import { after, before, describe, test } from "node:test";
-import { fileURLToPath } from "node:url";
-import { findingsOfAxe, servedDemo } from "../support.mjs";
-import { givePasswords, logInAs } from "./door.mjs";
+import { findingsOfAxe } from "../support.mjs";
+import { logInAs, servedAuthors } from "./door.mjs";
 
 // Opening hours and tickets: body 1 a heading, 2 and 3 text.
 const pageId = 4;
@@ -19,19 +17,6 @@ const faulty = '<p>See <a href="page(99999)">there</a>.</p><h5>Deep</h5><img src
 
 const setBody = (body, page, text) => `update TORVEX_BODIES_DESIGN set bodyText = '${text.replaceAll("'", "''")}' where pageId = ${page} and bodyId = ${body}`;
 
-const program = process.env.TORVEX_PROGRAM ?? join(dirname(fileURLToPath(import.meta.url)), "../../../build/release/torvex");
-const sql = (install, statement) => execFileSync(program, ["sql", "--install", install, statement]);
-
-// For who works at the interface: another folder of it than the one that the program holds, and its words.
-function useInterface(install) {
-  const folder = process.env.TORVEX_INTERFACE;
-  if (!folder) return;
-  const rows = join(folder, "../../install/rows");
-  for (const name of readdirSync(rows).filter((each) => each.startsWith("08_words_"))) sql(install, readFileSync(join(rows, name), "utf8"));
-  const file = join(install, "torvex.toml");
-  writeFileSync(file, readFileSync(file, "utf8").replace(/^\[authoring\]$/m, `[authoring]\ninterface = "${folder}"`));
-}
-
 // The template of page 23 shows its second body at another place as well.
 function showTwice(install) {
   const path = join(install, "contentTemplates/bg/en/leaflet.html");
@@ -41,10 +26,8 @@ function showTwice(install) {
 
 describe("a body is edited on its page", () => {
   let folder;
-  const site = servedDemo([setBody(3, 8, half), "update TORVEX_BODIES_DESIGN set bodyText = bodyText || bodyText where pageId = 8 and bodyId = 3", setBody(3, 9, crossed), setBody(3, 10, odd), setBody(3, 11, faulty)], (install) => {
+  const site = servedAuthors([setBody(3, 8, half), "update TORVEX_BODIES_DESIGN set bodyText = bodyText || bodyText where pageId = 8 and bodyId = 3", setBody(3, 9, crossed), setBody(3, 10, odd), setBody(3, 11, faulty)], (install) => {
     folder = install;
-    givePasswords(install);
-    useInterface(install);
     showTwice(install);
   });
   let context;

@@ -1,16 +1,15 @@
 // The interface's frame with answers that a test chooses: no server, the built files of ui/dist.
 import { existsSync, readFileSync } from "node:fs";
-import { createRequire } from "node:module";
 import { dirname, join } from "node:path";
 import { after, before } from "node:test";
 import { fileURLToPath } from "node:url";
 import { chromium } from "playwright-core";
+import { browserOptions } from "../support.mjs";
 
 const root = join(dirname(fileURLToPath(import.meta.url)), "../../..");
 const dist = join(root, "ui/dist");
 const origin = "http://127.0.0.1:1";
 const types = { js: "text/javascript", css: "text/css", svg: "image/svg+xml" };
-const axe = readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
 
 const policy = "default-src 'none'; script-src 'self'; style-src 'self' 'nonce-N'; img-src 'self' data: blob:; font-src 'self'; " +
   `connect-src 'self'; frame-src ${origin}/torvex/view.asp; form-action 'self'; base-uri 'none'; frame-ancestors 'none'`;
@@ -127,16 +126,8 @@ function serveFile(route, name) {
 export function aBrowser() {
   const holder = {};
   before(async () => {
-    holder.browser = await chromium.launch({ executablePath: process.env.CHROMIUM ?? "/usr/bin/chromium", args: ["--no-sandbox", "--disable-gpu"] });
+    holder.browser = await chromium.launch(browserOptions);
   });
   after(() => holder.browser?.close());
   return holder;
-}
-
-export async function findings(page) {
-  await page.evaluate(axe);
-  const { violations } = await page.evaluate(() => window.axe.run(document, {
-    runOnly: ["wcag2a", "wcag2aa", "wcag21a", "wcag21aa", "wcag22aa", "best-practice"],
-  }));
-  return violations.flatMap(({ id, nodes }) => nodes.map(({ html, failureSummary }) => `${id}: ${html.slice(0, 160)} (${failureSummary})`));
 }

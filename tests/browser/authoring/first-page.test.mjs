@@ -1,23 +1,16 @@
 import assert from "node:assert/strict";
 import { execFileSync, spawn } from "node:child_process";
-import { mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
+import { mkdtempSync, rmSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { dirname, join } from "node:path";
 import { after, before, describe, test } from "node:test";
 import { fileURLToPath } from "node:url";
 import { chromium } from "playwright-core";
 import { browserOptions, freePort, untilServed } from "../support.mjs";
-import { watched } from "./door.mjs";
+import { useInterface, watched } from "./door.mjs";
 
 const root = join(dirname(fileURLToPath(import.meta.url)), "../../..");
 const program = process.env.TORVEX_PROGRAM ?? join(root, "build/release/torvex");
-
-// TORVEX_INTERFACE names the folder of a built interface for a program that holds none.
-function useInterface(install) {
-  if (!process.env.TORVEX_INTERFACE) return;
-  const file = join(install, "torvex.toml");
-  writeFileSync(file, readFileSync(file, "utf8").replace('#interface = ""', `interface = "${process.env.TORVEX_INTERFACE}"`));
-}
 
 describe("a site that was just made", () => {
   let folder;

@@ -1,6 +1,7 @@
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
-import { aBrowser, findings, grid, openShell, record, refusal } from "./fake.mjs";
+import { findingsOfAxe } from "../support.mjs";
+import { aBrowser, grid, openShell, record, refusal } from "./fake.mjs";
 
 const workNames = ["pageId", "siteId", "lang", "nodeId", "title", "liveTitle", "pageType", "state", "editor", "since", "holder", "holderSince"];
 const workRow = (pageId, title, state = "changed") =>
@@ -302,19 +303,19 @@ describe("the frame", () => {
         const { page, context } = shell;
         await page.getByRole("heading", { name: "Hello, Iris" }).waitFor();
         await page.getByText("Walks").first().waitFor();
-        assert.deepEqual(await findings(page), []);
+        assert.deepEqual(await findingsOfAxe(page), []);
         assert.ok((await page.evaluate(() => document.documentElement.scrollWidth - window.innerWidth)) <= 0);
         await page.keyboard.press("Control+k");
         await page.getByRole("combobox").waitFor();
-        assert.deepEqual(await findings(page), []);
+        assert.deepEqual(await findingsOfAxe(page), []);
         await page.keyboard.press("Escape");
         await page.keyboard.press("?");
         await page.getByRole("dialog", { name: "Keys" }).waitFor();
-        assert.deepEqual(await findings(page), []);
+        assert.deepEqual(await findingsOfAxe(page), []);
         await page.keyboard.press("Escape");
         await page.getByRole("button", { name: /Iris Falk: settings/ }).click();
         await page.getByRole("menu").waitFor();
-        assert.deepEqual(await findings(page), []);
+        assert.deepEqual(await findingsOfAxe(page), []);
         assert.deepEqual(shell.violations, []);
         assert.deepEqual(shell.errors, []);
         await context.close();

@@ -1,6 +1,7 @@
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
-import { author, clickInto, edited, openPage, passwords, servedAuthors } from "./support.mjs";
+import { passwords, servedAuthors } from "./door.mjs";
+import { author, clickInto, edited, openPage } from "./support.mjs";
 
 const words = "The garden in an hour";
 const bodyOf = (site, pageId, bodyId) =>

@@ -2,7 +2,8 @@
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
 import { deflateSync } from "node:zlib";
-import { assertAccessible, servedWorkplace, workAs } from "./workplace.mjs";
+import { servedAuthors } from "./door.mjs";
+import { assertAccessible, workAs } from "./workplace.mjs";
 
 const crcTable = Array.from({ length: 256 }, (_, n) => {
   let c = n;
@@ -35,7 +36,7 @@ function png(size, shade) {
 const photo = (name, shade = 90) => ({ name, mimeType: "image/png", buffer: png(48, shade) });
 
 describe("the media library", () => {
-  const site = servedWorkplace();
+  const site = servedAuthors();
   const images = () => site.query("select img_title, img_filename from TORVEX_IMAGES where img_site = 'bg' order by img_filename").map((row) => Object.values(row));
 
   test("a folder is made, twelve photos arrive in it, and are named in one table by keyboard", async () => {

@@ -1,7 +1,8 @@
 // Pages at work: setup, the workflow, new pages, copying and moving, and the lists of them.
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
-import { assertAccessible, servedWorkplace, workAs } from "./workplace.mjs";
+import { servedAuthors } from "./door.mjs";
+import { assertAccessible, workAs } from "./workplace.mjs";
 
 const paperGardens = 12;
 
@@ -10,7 +11,7 @@ const pageOf = (site, title) =>
   JSON.parse(site.call("cManager.getPageList", "site=bg", "lang=en", "mode=D", "--login", "sa", "--json")).results[0].rows.find((row) => row[2] === title)?.[0];
 
 describe("the workflow of a page", () => {
-  const site = servedWorkplace();
+  const site = servedAuthors();
 
   test("a changed setup goes live in three clicks, and visitors see it", async () => {
     const work = await workAs(site, "iris");
@@ -107,7 +108,7 @@ describe("the workflow of a page", () => {
 });
 
 describe("new pages, places and removal", () => {
-  const site = servedWorkplace();
+  const site = servedAuthors();
   const idOf = (title) => pageOf(site, title);
   const whatsOn = () => idOf("What’s on");
 
@@ -233,7 +234,7 @@ describe("new pages, places and removal", () => {
 });
 
 describe("screens of pages", () => {
-  const site = servedWorkplace();
+  const site = servedAuthors();
   const screens = [
     ["a page", "/torvex/page.asp?pageId=12", "tvx-page-view h1"],
     ["a comparison", "/torvex/page.asp?pageId=12&look=compare", "tvx-compare .empty"],

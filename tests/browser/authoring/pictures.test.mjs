@@ -5,7 +5,8 @@ import { mkdirSync, writeFileSync } from "node:fs";
 import { dirname, join } from "node:path";
 import { before, describe, test } from "node:test";
 import { fileURLToPath, pathToFileURL } from "node:url";
-import { author, clickInto, edited, findings, servedAuthors } from "./support.mjs";
+import { servedAuthors } from "./door.mjs";
+import { author, clickInto, edited, findings } from "./support.mjs";
 
 const folder = join(dirname(fileURLToPath(import.meta.url)), "../../../build/pictures");
 const widths = [[1440, 900], [768, 1024], [360, 740]];

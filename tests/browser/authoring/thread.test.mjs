@@ -1,6 +1,7 @@
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
-import { author, clickInto, edited, openPage, servedAuthors, treeRow } from "./support.mjs";
+import { servedAuthors } from "./door.mjs";
+import { author, clickInto, edited, openPage, treeRow } from "./support.mjs";
 
 const lead = "a few evenings that need a coat";
 const mainButton = (page) => page.getByRole("main").locator(".button.primary").first();

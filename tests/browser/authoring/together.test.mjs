@@ -1,6 +1,7 @@
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
-import { author, clickInto, edited, openPage, passwords, servedAuthors, treeRow } from "./support.mjs";
+import { passwords, servedAuthors } from "./door.mjs";
+import { author, clickInto, edited, openPage, treeRow } from "./support.mjs";
 
 const words = "The garden in an hour";
 const card = (page, name) => page.getByRole("region", { name });

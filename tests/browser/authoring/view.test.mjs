@@ -2,8 +2,7 @@ import assert from "node:assert/strict";
 import { writeFileSync } from "node:fs";
 import { join } from "node:path";
 import { after, before, describe, test } from "node:test";
-import { servedDemo } from "../support.mjs";
-import { givePasswords, logInAs } from "./door.mjs";
+import { logInAs, servedAuthors } from "./door.mjs";
 
 // A page that anybody with edit rights could write: it tries to reach whoever looks at it.
 const attack = `<p id="text">Attack</p>
@@ -26,10 +25,9 @@ const pageId = 5;
 
 describe("the view of a page", () => {
   const quoted = attack.replaceAll("'", "''");
-  const site = servedDemo([
+  const site = servedAuthors([
     `update TORVEX_BODIES_DESIGN set bodyText = '${quoted}' where pageId = ${pageId} and bodyId = 3`,
   ], (install) => {
-    givePasswords(install);
     writeFileSync(join(install, "wwwroot/harness.html"), harness);
     writeFileSync(join(install, "wwwroot/harness.js"), harnessScript);
   });
@@ -129,8 +127,7 @@ describe("the view of a page", () => {
 });
 
 describe("a script in a public page", () => {
-  const site = servedDemo([], (install) => {
-    givePasswords(install);
+  const site = servedAuthors([], (install) => {
     writeFileSync(join(install, "wwwroot/harness.html"), harness);
     writeFileSync(join(install, "wwwroot/harness.js"), harnessScript);
     writeFileSync(join(install, "wwwroot/worker.js"), "self.answersInPlaceOfTheServer = true;");

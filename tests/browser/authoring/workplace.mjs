@@ -1,31 +1,7 @@
-// A demo with authors who are logged in, for tests of the interface's screens.
+// Authors who are logged in, for tests of the interface's screens.
 import assert from "node:assert/strict";
-import { execFileSync } from "node:child_process";
-import { readdirSync, readFileSync, writeFileSync } from "node:fs";
-import { dirname, join } from "node:path";
-import { fileURLToPath } from "node:url";
-import { findingsOfAxe, servedDemo, sidewaysScroll } from "../support.mjs";
-import { givePasswords, logInAs } from "./door.mjs";
-
-const root = join(dirname(fileURLToPath(import.meta.url)), "../../..");
-const program = process.env.TORVEX_PROGRAM ?? join(root, "build/release/torvex");
-
-// TORVEX_INTERFACE is the folder of a built interface that is to be served in place of the program's own, with its words.
-function useInterface(install) {
-  const folder = process.env.TORVEX_INTERFACE;
-  if (!folder) return;
-  const file = join(install, "torvex.toml");
-  const rows = join(root, "install/rows");
-  for (const name of readdirSync(rows).filter((each) => each.startsWith("08_words_")))
-    execFileSync(program, ["sql", "--install", install], { input: readFileSync(join(rows, name)) });
-  writeFileSync(file, readFileSync(file, "utf8").replace("[authoring]", `[authoring]\ninterface = ${JSON.stringify(folder)}`));
-}
-
-export const servedWorkplace = (statements = []) =>
-  servedDemo(statements, (install) => {
-    givePasswords(install);
-    useInterface(install);
-  });
+import { findingsOfAxe, sidewaysScroll } from "../support.mjs";
+import { logInAs } from "./door.mjs";
 
 // What a page's own document reports is the page's affair: a body may hold scripts, and the edit view runs none.
 const ofTheShell = (text) => /Content Security Policy/.test(text) && !/script-src 'none'|script-src-elem/.test(text);
