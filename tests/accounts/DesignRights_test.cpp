@@ -66,6 +66,18 @@ TEST_P(DesignRightsTest, NowhereIsNobodysTree) {
     EXPECT_FALSE(mayRead("", "en"));
 }
 
+TEST_P(DesignRightsTest, EachDesignIsReadByWhoReadsAllTreesThatThereAre) {
+    const auto readsEach = [&] { return mayReadEachDesign(connection(), actorOf(host.context())); };
+    page("aa.en").insert();
+    page("bb.de").insert();
+    EXPECT_FALSE(readsEach());
+    role(1);
+    editRights(1, "aa", "en", {"edit"});
+    EXPECT_FALSE(readsEach());
+    editRights(1, "bb", "de", {"publish"});
+    EXPECT_TRUE(readsEach());
+}
+
 TEST_P(DesignRightsTest, TheAdministratorReadsAll) {
     actAsSa();
     EXPECT_TRUE(mayRead("aa", "en"));

@@ -8,22 +8,19 @@ namespace {
 using testing::ElementsAre;
 using testing::StartsWith;
 
-constexpr int bert = 8;
-
 class DeskBranchTest : public DeskTest {
   protected:
     void SetUp() override {
         DeskTest::SetUp();
         if (HasFatalFailure()) return;
-        login(bert, "bert", "Bert Broker", "session-of-bert");
+        addBert();
         role(3);
         editRights(3, "aa", "en", {"publish"});
         page("aa.en").set("editStatus", "P").insert();
     }
+    /// One that is held is held by Bert.
     PageBuilder inState(const std::string& node, const std::string& statuses) {
-        PageBuilder builder = page(node);
-        builder.set("editStatus", statuses.substr(0, 1)).set("lockStatus", statuses.at(1) - '0');
-        builder.set("deleteStatus", statuses.at(2) - '0').set("approveStatus", statuses.at(3) - '0');
+        PageBuilder builder = DeskTest::inState(node, statuses);
         if (statuses.at(1) == '1') builder.set("lockedBy", bert);
         return builder;
     }

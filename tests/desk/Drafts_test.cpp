@@ -17,8 +17,8 @@ class DraftsTest : public DeskTest {
         DeskTest::SetUp();
         if (HasFatalFailure()) return;
         login(ben, "ben", "Ben Builder", "session-b");
-        row("TORVEX_ROLES_LOGINS", {{"roleId", 3}, {"loginId", anna}});
-        row("TORVEX_EDIT_RIGHTS", {{"roleId", 3}, {"site", "aa"}, {"lang", "en"}, {"edit", 1}});
+        role(3);
+        editRights(3, "aa", "en", {"edit"});
         page("aa.en.01").id(11).title("Walks").insert();
         page("aa.en.02").id(12).title("Seeds").insert();
     }

@@ -10,14 +10,12 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-constexpr int bert = 8;
-
 class DeskImpactTest : public DeskTest {
   protected:
     void SetUp() override {
         DeskTest::SetUp();
         if (HasFatalFailure()) return;
-        login(bert, "bert", "Bert Broker", "session-of-bert");
+        addBert();
         role(3);
         editRights(3, "aa", "en", {"edit"});
         page("aa.en").id(1).title("Home").set("editStatus", "P").insert();

@@ -11,7 +11,6 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-constexpr int bert = 8;
 constexpr std::size_t nodeColumn = 3;
 constexpr std::size_t stateColumn = 7;
 
@@ -20,16 +19,9 @@ class DeskWorkTest : public DeskTest {
     void SetUp() override {
         DeskTest::SetUp();
         if (HasFatalFailure()) return;
-        login(bert, "bert", "Bert Broker", "session-of-bert");
+        addBert();
         role(3);
         editRights(3, "aa", "en", {"onOff", "move", "publish", "approve", "edit"});
-    }
-    /// With these edit, lock, delete and approve statuses.
-    PageBuilder inState(const std::string& node, const std::string& statuses) {
-        PageBuilder builder = page(node);
-        builder.set("editStatus", statuses.substr(0, 1)).set("lockStatus", statuses.at(1) - '0');
-        builder.set("deleteStatus", statuses.at(2) - '0').set("approveStatus", statuses.at(3) - '0');
-        return builder;
     }
     PageBuilder changedBy(int loginId, const std::string& node, const DateTime& when,
                           const std::string& statuses = "M000") {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "desk/desk.h"
+#include "support/GridLines.h"
 #include "support/RightsTest.h"
 
 namespace torvex::test {
@@ -12,6 +13,8 @@ namespace torvex::test {
 /// The base of tests of what an author has on her desk: a `desk` that works for "anna", who has no role yet.
 class DeskTest : public RightsTest {
   protected:
+    static constexpr int bert = 8;
+
     /// A new object, as the next request would make.
     torvex::desk& desk() {
         desk_ = std::make_unique<torvex::desk>(host.context());
@@ -30,23 +33,15 @@ class DeskTest : public RightsTest {
                                      {"feedId", feedId},
                                      {"bodyText", text}});
     }
-    static std::string ident(PageId pageId) { return std::to_string(static_cast<int>(pageId)); }
-
-    /// A list's rows, their cells divided by "|", "-" for an empty one; none for a list without rows.
-    static std::vector<std::string> linesOf(const Value& list) {
-        std::vector<std::string> lines;
-        if (!list.isGrid()) return lines;
-        const ResultGrid& grid = list.grid();
-        for (std::size_t row = 0; row < grid.rows(); ++row) {
-            std::string line;
-            for (std::size_t column = 0; column < grid.columns(); ++column) {
-                const Value& cell = grid.at(column, row);
-                line += (column == 0 ? "" : "|") + (cell.isEmpty() ? "-" : cell.toText());
-            }
-            lines.push_back(line);
-        }
-        return lines;
+    void addBert() { login(bert, "bert", "Bert Broker", "session-of-bert"); }
+    /// A page with these edit, lock, delete and approve statuses.
+    PageBuilder inState(const std::string& node, const std::string& statuses) {
+        PageBuilder builder = page(node);
+        builder.set("editStatus", statuses.substr(0, 1)).set("lockStatus", statuses.at(1) - '0');
+        builder.set("deleteStatus", statuses.at(2) - '0').set("approveStatus", statuses.at(3) - '0');
+        return builder;
     }
+    static std::string ident(PageId pageId) { return std::to_string(static_cast<int>(pageId)); }
 
     /// Column of all lines.
     static std::vector<std::string> columnOf(const Value& list, std::size_t column) {
