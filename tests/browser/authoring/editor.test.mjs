@@ -25,11 +25,7 @@ function showTwice(install) {
 }
 
 describe("a body is edited on its page", () => {
-  let folder;
-  const site = servedAuthors([setBody(3, 8, half), "update TORVEX_BODIES_DESIGN set bodyText = bodyText || bodyText where pageId = 8 and bodyId = 3", setBody(3, 9, crossed), setBody(3, 10, odd), setBody(3, 11, faulty)], (install) => {
-    folder = install;
-    showTwice(install);
-  });
+  const site = servedAuthors([setBody(3, 8, half), "update TORVEX_BODIES_DESIGN set bodyText = bodyText || bodyText where pageId = 8 and bodyId = 3", setBody(3, 9, crossed), setBody(3, 10, odd), setBody(3, 11, faulty)], showTwice);
   let context;
   let page;
   let violations;
@@ -180,7 +176,7 @@ describe("a body is edited on its page", () => {
     await page.keyboard.type("Mine. ");
     const mine = await frame().locator(".ProseMirror").innerText();
     const theirs = "<p>Theirs.</p>";
-    sql(folder, setBody(2, pageId, theirs));
+    site.sql(setBody(2, pageId, theirs));
     await page.keyboard.press("Control+s");
     await page.getByText("Somebody else has saved another text here meanwhile").waitFor();
     assert.equal(stored(pageId, 2), theirs);
@@ -305,7 +301,7 @@ describe("a body is edited on its page", () => {
   });
 
   test("a page that somebody else holds is shown, and can't be typed into", async () => {
-    sql(folder, "update TORVEX_PAGES_DESIGN set lockStatus = 1, lockedBy = 3 where pageId = 13");
+    site.sql("update TORVEX_PAGES_DESIGN set lockStatus = 1, lockedBy = 3 where pageId = 13");
     await open(13);
     await page.getByRole("button", { name: "Body 2", exact: true }).focus();
     await page.keyboard.press("Enter");
@@ -319,13 +315,13 @@ describe("a body is edited on its page", () => {
   test("a page that somebody took while it was open refuses the typing, which is kept", async () => {
     await open(14);
     await edit(2);
-    sql(folder, "update TORVEX_PAGES_DESIGN set lockStatus = 1, lockedBy = 3 where pageId = 14");
+    site.sql("update TORVEX_PAGES_DESIGN set lockStatus = 1, lockedBy = 3 where pageId = 14");
     const before = stored(14, 2);
     await page.keyboard.type("Kept. ");
     await page.locator(".edit-trouble").waitFor();
     await page.getByText("Your text is kept.").waitFor();
     assert.equal(stored(14, 2), before);
-    sql(folder, "update TORVEX_PAGES_DESIGN set lockStatus = 0, lockedBy = null where pageId = 14");
+    site.sql("update TORVEX_PAGES_DESIGN set lockStatus = 0, lockedBy = null where pageId = 14");
     await page.getByRole("button", { name: "Save again" }).click();
     await saved();
     assert.ok(stored(14, 2).includes("Kept. "));
@@ -335,13 +331,13 @@ describe("a body is edited on its page", () => {
   test("who can't save may leave, finds the text again, and may give it up", async () => {
     await open(19);
     await edit(2);
-    sql(folder, "update TORVEX_PAGES_DESIGN set lockStatus = 1, lockedBy = 3 where pageId = 19");
+    site.sql("update TORVEX_PAGES_DESIGN set lockStatus = 1, lockedBy = 3 where pageId = 19");
     const before = stored(19, 2);
     await page.keyboard.type("Later. ");
     await page.locator(".edit-trouble").waitFor();
     await page.getByRole("treeitem", { name: /Home/ }).first().click();
     await page.waitForURL(/pageId=1$/);
-    sql(folder, "update TORVEX_PAGES_DESIGN set lockStatus = 0, lockedBy = null where pageId = 19");
+    site.sql("update TORVEX_PAGES_DESIGN set lockStatus = 0, lockedBy = null where pageId = 19");
     await open(19);
     await page.locator(".draft-notice").getByRole("button", { name: "Discard" }).click();
     await page.locator(".draft-notice").waitFor({ state: "detached" });
