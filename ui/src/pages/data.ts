@@ -11,7 +11,7 @@ import {
   readStatus,
   stateOf,
 } from "./model/status";
-import { UNTITLED } from "./model/workflow";
+import { titleFrom } from "./model/workflow";
 
 export interface LiveTwin {
   readonly title: string;
@@ -69,9 +69,6 @@ const LIVE = [
   "pgOnlineFrom",
   "pgOnlineTo",
 ] as const;
-
-/** The word in place of no title is none. */
-export const titleFrom = (given: string): string => (given === UNTITLED ? "" : given);
 
 /** A page by its number or node; nothing where there is none. */
 export async function loadPage(pageIdent: string, signal?: AbortSignal): Promise<PageFacts | undefined> {

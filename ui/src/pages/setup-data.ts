@@ -1,10 +1,10 @@
 /** All that the sheet of a page's setup shows: the page's own values, what it inherits, and what there is to choose. */
 
 import { Batch, call } from "../api";
-import { titleFrom } from "./data";
 import { isRoot, parentOf } from "./model/places";
 import { type MetaValue, SETUP_FIELDS, type SetupValues } from "./model/setup";
 import type { PageKind } from "./model/status";
+import { titleFrom } from "./model/workflow";
 
 export interface Choice {
   readonly id: number;

@@ -14,7 +14,6 @@ import {
   SETUP_FIELDS,
   saveWord,
   setupBatch,
-  titleOf,
   toDateField,
   toggleGroup,
 } from "./setup";
@@ -72,11 +71,6 @@ test("one batch reads the page, holds it against what was seen, sets every field
     inherited: false,
   });
   assert.ok(calls.length <= 100);
-});
-
-test("the word in place of an empty title is never a title", () => {
-  assert.equal(titleOf("[no title]", ["[no title]", "[ohne Titel]"]), "");
-  assert.equal(titleOf("[no title] really", ["[no title]"]), "[no title] really");
 });
 
 test("a title of 51 characters is told before it is cut, counted in characters", () => {

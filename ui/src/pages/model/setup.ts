@@ -80,11 +80,6 @@ export function fieldOfCode(code: string): SetupField | undefined {
 
 export const TITLE_LENGTH = 50;
 
-/** `getPage` gives a bracketed word where there is no title; that word must never be saved as one. */
-export function titleOf(given: string, noTitle: readonly string[]): string {
-  return noTitle.includes(given) ? "" : given;
-}
-
 export interface Fault {
   readonly field: SetupField;
   readonly kind: "titleTooLong" | "noDate" | "order" | "noApplication";

@@ -1,10 +1,15 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { mark, publishOutcome, stepAt, switchOnOff, workflowBatch } from "./workflow";
+import { mark, publishOutcome, stepAt, switchOnOff, titleFrom, workflowBatch } from "./workflow";
 
 const page = { pageIdent: "12", parameters: "PM1000", title: "Autumn walks" };
 const told = (calls: { do?: string; set?: string }[]): string =>
   calls.map((call) => call.do ?? `set ${call.set}`).join(" ");
+
+test("the word in place of an empty title is never a title", () => {
+  assert.equal(titleFrom("[no title]"), "");
+  assert.equal(titleFrom("[no title] really"), "[no title] really");
+});
 
 test("a batch begins with the state that its author saw, and stops unless it still holds", () => {
   const [guard] = workflowBatch(page, ["checkIn"]);

@@ -21,7 +21,10 @@ export function stillAs(pageIdent: string, parameters: string): BatchCall {
 }
 
 /** The word that `getPage` gives for an empty title. */
-export const UNTITLED = "[no title]";
+const UNTITLED = "[no title]";
+
+/** A title as `getPage` gives it: the word in place of none must never be saved as one. */
+export const titleFrom = (given: string): string => (given === UNTITLED ? "" : given);
 
 /** Which page goes on, and from which state. */
 export interface Subject {
