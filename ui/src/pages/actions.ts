@@ -4,7 +4,7 @@ import { isProblem } from "../api";
 import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
 import type { PageFacts } from "./data";
-import type { NextStep, Step } from "./model/next-step";
+import type { Step } from "./model/next-step";
 import {
   type BatchCall,
   publishOutcome,
@@ -15,7 +15,7 @@ import {
 } from "./model/workflow";
 import { changed } from "./pages-changed";
 import { type BatchEnd, runAll, runCalls } from "./run";
-import { dayText } from "./words";
+import { dayText, today } from "./words";
 
 export const subjectOf = (page: PageFacts): Subject => ({
   pageIdent: String(page.pageId),
@@ -23,7 +23,7 @@ export const subjectOf = (page: PageFacts): Subject => ({
   title: page.title,
 });
 
-/** Says what kept it from being done; true when it was nothing that a reader must know. */
+/** Says what kept it from being done, unless its reader herself did. */
 export function failed(error: unknown): void {
   if (error instanceof DOMException && error.name === "AbortError") return;
   toast(isProblem(error) ? error.message : String(error), { kind: "danger" });
@@ -73,8 +73,7 @@ export function outcomeText(page: PageFacts, answer: string): string {
 }
 
 function laterText(page: PageFacts): string {
-  const today = new Date().toISOString().slice(0, 10).replaceAll("-", "");
-  return page.onlineFrom > today
+  return page.onlineFrom > today()
     ? t(L.publishedFrom, { day: dayText(page.onlineFrom) })
     : t(L.publishedOver, { day: dayText(page.onlineTo) });
 }
@@ -94,19 +93,19 @@ export function tellOutcome(page: PageFacts, answer: string): void {
   else toast(text);
 }
 
-/** A step that needs no questions: checking in, approving. */
-export async function stepAtOnce(page: PageFacts, next: NextStep): Promise<void> {
+/** Steps that need no questions: checking in, approving. */
+export async function stepAtOnce(page: PageFacts, steps: readonly Step[]): Promise<void> {
   try {
-    const end = await runSteps(page, next.steps);
+    const end = await runSteps(page, steps);
     changed(page);
     if (end.problem) toast(end.problem.message, { kind: "warn" });
-    else toast(t(next.goal === "approve" ? L.approvedDone : L.checkedIn));
+    else toast(t(steps.includes("approve") ? L.approvedDone : L.checkedIn));
   } catch (error) {
     failed(error);
   }
 }
 
-/** Saves what never was, takes an approval back, lets a page go: one call and its sentence. */
+/** One call and the sentence that follows it. */
 export async function one(page: PageFacts, call: BatchCall, done: string): Promise<unknown> {
   try {
     const [answer] = await runAll([call]);

@@ -4,10 +4,10 @@ import { call } from "../api";
 import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
 import { go, pageAddress } from "../shell/address";
-import { doUndoable, failed, runSteps } from "./actions";
+import { doUndoable, failed } from "./actions";
 import { childrenOf } from "./children";
 import { loadPage, type PageFacts } from "./data";
-import { type NextStep, nextStep, type Step } from "./model/next-step";
+import { type NextStep, nextStep } from "./model/next-step";
 import {
   copyCall,
   landsBefore,
@@ -20,7 +20,7 @@ import {
   type TreePlace,
 } from "./model/places";
 import { mark, switchOnOff } from "./model/workflow";
-import { allChanged, changed } from "./pages-changed";
+import { allChanged } from "./pages-changed";
 import { runAll, runCalls } from "./run";
 
 /** Does something to a page as it is now. */
@@ -29,18 +29,6 @@ async function withPage(pageIdent: string, run: (page: PageFacts) => unknown): P
     const page = await loadPage(pageIdent);
     if (page) await run(page);
     else toast(t(L.pageGone), { kind: "warn" });
-  } catch (error) {
-    failed(error);
-  }
-}
-
-/** Some of the steps that the main button would do. */
-export async function runOnly(page: PageFacts, steps: readonly Step[]): Promise<void> {
-  try {
-    const end = await runSteps(page, steps);
-    changed(page);
-    if (end.problem) toast(end.problem.message, { kind: "warn" });
-    else toast(t(steps.includes("approve") ? L.approvedDone : L.checkedIn));
   } catch (error) {
     failed(error);
   }

@@ -3,8 +3,7 @@
 import { type MenuEntry, rule } from "../kit/tvx-menu";
 import { L, t } from "../labels";
 import { actions } from "../shell/registry";
-import { takeBack } from "./actions";
-import * as commands from "./commands";
+import { stepAtOnce, takeBack } from "./actions";
 import { type PageFacts, pageStateOf } from "./data";
 import { mayTakeBack, nextStep } from "./model/next-step";
 
@@ -22,13 +21,13 @@ function stepEntries(page: PageFacts, after: After): MenuEntry[] {
   const { steps } = nextStep(page.status, page.rights);
   const entries: MenuEntry[] = [];
   if (steps.length > 1 && steps[0] === "checkIn")
-    entries.push({ label: t(L.checkIn), icon: "check", run: after(() => commands.runOnly(page, ["checkIn"])) });
+    entries.push({ label: t(L.checkIn), icon: "check", run: after(() => stepAtOnce(page, ["checkIn"])) });
   if (steps.includes("approve") && steps.includes("publish")) {
     const approving = steps.filter((step) => step !== "publish");
     entries.push({
       label: t(L.approveOnly),
       icon: "clipboard-check",
-      run: after(() => commands.runOnly(page, approving)),
+      run: after(() => stepAtOnce(page, approving)),
     });
   }
   if (mayTakeBack(page.status, page.rights))

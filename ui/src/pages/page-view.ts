@@ -15,7 +15,7 @@ import { markPage } from "./commands";
 import { loadPage, type PageFacts, pageStateOf } from "./data";
 import { mayTakeBack, type NextStep, nextStep, onceSaved } from "./model/next-step";
 import { pageMenu } from "./page-menu";
-import { KIND_ICONS, kindWord, STATE_ICONS, stateWord, titleOr, whenText, word } from "./words";
+import { KIND_ICONS, kindWord, STATE_ICONS, stateWord, titleOr, today, whenText, word } from "./words";
 import "./compare-view";
 import "./chips.css";
 import "./page-view.css";
@@ -173,7 +173,7 @@ export class TvxPageView extends TvxElement {
       case "edit":
         return page.status.kind === "P" ? this.edit() : shell()?.showPanel("setup");
       case "checkIn":
-        return stepAtOnce(page, next);
+        return stepAtOnce(page, next.steps);
       case "approve":
       case "publish": {
         const { publishDialog } = await import("./publish-dialog");
@@ -231,9 +231,8 @@ export class TvxPageView extends TvxElement {
   }
 
   private offChip(page: PageFacts): TemplateResult {
-    const today = new Date().toISOString().slice(0, 10).replaceAll("-", "");
     const { onlineFrom = "", onlineTo = "" } = page.live ?? {};
-    const out = onlineFrom > today || (onlineTo !== "" && onlineTo < today);
+    const out = onlineFrom > today() || (onlineTo !== "" && onlineTo < today());
     return html`<span class="chip out">${icon(out ? "calendar-clock" : "power-off")}${t(out ? L.outOfDates : L.switchedOff)}</span>`;
   }
 

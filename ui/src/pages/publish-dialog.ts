@@ -15,7 +15,7 @@ import { parentOf } from "./model/places";
 import { type BatchCall, publishOutcome, stepAt, workflowBatch } from "./model/workflow";
 import { changed } from "./pages-changed";
 import { type BatchEnd, runCalls } from "./run";
-import { dayText, titleOr } from "./words";
+import { dayText, titleOr, today } from "./words";
 import "./dialogs.css";
 
 interface ParentInWay {
@@ -122,13 +122,13 @@ class PublishQuestion {
   }
 
   private obstacles(): TemplateResult {
-    const today = new Date().toISOString().slice(0, 10).replaceAll("-", "");
+    const now = today();
     const { onlineFrom, onlineTo, live } = this.page;
     return html`
       ${this.parent ? this.parentChoice(this.parent) : nothing}
-      ${onlineFrom > today ? this.note(t(L.datesFuture, { day: dayText(onlineFrom) })) : nothing}
-      ${onlineTo !== "" && onlineTo < today ? this.note(t(L.datesPast, { day: dayText(onlineTo) }), true) : nothing}
-      ${live && !live.online && onlineFrom <= today && (onlineTo === "" || onlineTo >= today) ? this.note(t(L.isOffNow)) : nothing}
+      ${onlineFrom > now ? this.note(t(L.datesFuture, { day: dayText(onlineFrom) })) : nothing}
+      ${onlineTo !== "" && onlineTo < now ? this.note(t(L.datesPast, { day: dayText(onlineTo) }), true) : nothing}
+      ${live && !live.online && onlineFrom <= now && (onlineTo === "" || onlineTo >= now) ? this.note(t(L.isOffNow)) : nothing}
     `;
   }
 
