@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "operations/register/CodeLabels.h"
+#include "pages/authors/HeldLogin.h"
 #include "platform/DateTime.h"
 #include "platform/HostContext.h"
 #include "platform/db/ConnectionSource.h"
@@ -24,8 +25,6 @@ constexpr std::string_view selectHolder =
     "select b.name, a.lockingDate from TORVEX_PAGES_DESIGN a, TORVEX_LOGINS b "
     "where a.pageId = ? and a.lockStatus = 1 and b.loginId = a.lockedBy";
 constexpr std::string_view selectNameBySession = "select name from TORVEX_LOGINS where sessionId = ?";
-constexpr std::string_view selectHeldLogin =
-    "select ipAddress, date, time from TORVEX_LOGINS where username = ?";
 constexpr std::string_view selectTitle = "select title from TORVEX_PAGES_DESIGN where nodeId = ?";
 
 /// Which record the first argument of an operation names.
@@ -101,12 +100,9 @@ void addHolderOfRecord(db::Connection& connection, const Operation& operation, c
 /// Told to nobody but who knows the password.
 void addPlaceOfLogin(db::Connection& connection, const DateTime& now, const std::string& username,
                      Circumstances& found) {
-    auto rows = connection.query(selectHeldLogin, {text::trim(username)});
-    if (!rows.next()) return;
-    found.address = text::trim(rows.text("ipAddress"));
-    const std::string day(text::trim(rows.text("date")));
-    found.since = text::trim(rows.text("time"));
-    if (!day.empty() && day != date8(now)) found.since = day + ' ' + found.since;
+    auto [address, since] = holderOf(connection, username, now);
+    found.address = std::move(address);
+    found.since = std::move(since);
 }
 
 bool isOf(const StatusCode& code, const operations::CodeLabel& label) {

@@ -10,7 +10,6 @@
 #include "platform/Session.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
-#include "records/DateWindow.h"
 #include "records/Vocabulary.h"
 
 namespace torvex {
@@ -35,21 +34,22 @@ struct KeptLogin final : SessionObject {
 };
 
 /// An address that a filter has looked at is kept as twelve digits.
-std::string readableAddress(const std::string& address) {
+std::string readableAddress(std::string_view address) {
     constexpr std::size_t digits = 12;
-    if (address.size() != digits || address.find_first_not_of("0123456789") != std::string::npos)
-        return address;
+    if (address.size() != digits || address.find_first_not_of("0123456789") != std::string_view::npos)
+        return std::string(address);
     std::string readable;
     for (std::size_t at = 0; at < digits; at += 3)
-        readable += fmt::format("{}{}", at > 0 ? "." : "", std::stoi(address.substr(at, 3)));
+        readable += fmt::format("{}{}", at > 0 ? "." : "", std::stoi(std::string(address.substr(at, 3))));
     return readable;
 }
 
 /// "9:12" for "09:12", with the day ahead unless it is today's.
-std::string moment(const HostContext& host, const std::string& day, std::string time) {
-    if (time.starts_with('0')) time.erase(0, 1);
+std::string readableMoment(std::string_view day, std::string_view time, const DateTime& now) {
+    if (time.empty()) return {};
+    if (time.starts_with('0')) time.remove_prefix(1);
     constexpr std::size_t lengthOfDay = 8;
-    if (day.size() != lengthOfDay || day == date8(host.clock.now())) return time;
+    if (day.size() != lengthOfDay || day == date8(now)) return std::string(time);
     return fmt::format("{}-{}-{} {}", day.substr(0, 4), day.substr(4, 2), day.substr(6), time);
 }
 
@@ -66,16 +66,19 @@ std::optional<TypedLogin> takeTyped(HostContext& host) {
     return kept->login;
 }
 
+LoginHolder holderOf(db::Connection& connection, std::string_view username, const DateTime& now) {
+    auto rows = connection.query(selectHolder, {text::lowerTrim(username)});
+    if (!rows.next()) return {};
+    return {readableAddress(text::trim(rows.text("ipAddress"))),
+            readableMoment(text::trim(rows.text("date")), text::trim(rows.text("time")), now)};
+}
+
 std::string holderSentence(HostContext& host, db::Connection& connection, std::string_view language,
                            std::string_view username) {
     const auto words = vocabularyTexts(connection, language, {heldFromLabel, heldLabel});
-    auto rows = connection.query(selectHolder, {text::lowerTrim(username)});
-    if (!rows.next()) return words.at(heldLabel);
-    const std::string address(text::trim(rows.text("ipAddress")));
-    const std::string time(text::trim(rows.text("time")));
-    if (address.empty() || time.empty()) return words.at(heldLabel);
-    const std::string sentence = filled(words.at(heldFromLabel), "address", readableAddress(address));
-    return filled(sentence, "time", moment(host, rows.text("date"), time));
+    const auto [address, since] = holderOf(connection, username, host.clock.now());
+    if (address.empty() || since.empty()) return words.at(heldLabel);
+    return filled(filled(words.at(heldFromLabel), "address", address), "time", since);
 }
 
 }  // namespace torvex

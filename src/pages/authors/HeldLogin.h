@@ -8,6 +8,7 @@ namespace torvex {
 namespace db {
 class Connection;
 }
+struct DateTime;
 struct HostContext;
 
 // Somebody has shown to know a login's password, but a session at another address has the login. She is asked
@@ -22,6 +23,13 @@ struct TypedLogin {
 void keepTyped(HostContext& host, TypedLogin typed);
 /// What is kept, which then is no more; nothing when it is too old.
 std::optional<TypedLogin> takeTyped(HostContext& host);
+
+/// From where somebody has a login, and since when: as people read it, "" what isn't known.
+struct LoginHolder {
+    std::string address{};
+    std::string since{};  ///< "9:12", or "2026-06-14 9:12" when that isn't today
+};
+LoginHolder holderOf(db::Connection& connection, std::string_view username, const DateTime& now);
 
 /// The question: who has the login, from where and since when.
 std::string holderSentence(HostContext& host, db::Connection& connection, std::string_view language,
