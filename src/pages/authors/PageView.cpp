@@ -5,6 +5,7 @@
 #include <cctype>
 #include <fmt/format.h>
 
+#include "delivery/StartTag.h"
 #include "pages/authors/AuthorsDocument.h"
 #include "platform/text/Text.h"
 
@@ -62,26 +63,15 @@ std::size_t endOfTag(std::string_view html, std::size_t at) {
 }
 
 /// The value of an attribute as it stands in the tag, still encoded.
-std::string_view attribute(std::string_view tag, std::string_view name) {
-    for (std::size_t at = text::find(tag, name); at != text::npos; at = text::find(tag, name, at + 1)) {
-        const bool isWhole = at > 0 && (endsName(tag[at - 1]) || tag[at - 1] == '"' || tag[at - 1] == '\'');
-        std::size_t value = at + name.size();
-        while (value < tag.size() && tag[value] == ' ') ++value;
-        if (!isWhole || value >= tag.size() || tag[value] != '=') continue;
-        ++value;
-        while (value < tag.size() && tag[value] == ' ') ++value;
-        if (value >= tag.size()) return {};
-        const char quote = tag[value];
-        if (quote == '"' || quote == '\'')
-            return tag.substr(value + 1, tag.find(quote, value + 1) - value - 1);
-        return tag.substr(value, tag.find_first_of(" \t\r\n>", value) - value);
-    }
-    return {};
+std::string valueIn(std::string_view text, std::string_view name) {
+    const StartTag tag{std::string(text)};
+    const auto attribute = tag.find(name);
+    return attribute ? std::string(tag.valueOf(*attribute)) : std::string();
 }
 
 std::string boxFor(std::string_view tag, const FrameKind& kind, std::string_view sentence) {
     // The address is HTML already, but for quotes that ended it.
-    std::string address = text::replaceAll(std::string(attribute(tag, kind.address)), "<", "&lt;");
+    std::string address = text::replaceAll(valueIn(tag, kind.address), "<", "&lt;");
     address = text::replaceAll(address, ">", "&gt;");
     const std::string words = filled(text::htmlEncode(sentence), "address", address);
     return fmt::format("<span class=\"torvexFrame\" style=\"{}\">{}</span>", boxStyle, words);
