@@ -26,8 +26,6 @@ namespace {
 
 /// In place of a subtitle: the page is built for editing.
 constexpr std::string_view editSwitch = "#edit#";
-/// Begins an answer that isn't a page but the address to go to.
-constexpr std::string_view errorMark = "error:";
 
 /// The answer for a page without a base template.
 constexpr std::string_view missingBase = "error:/torvex/error.asp?error=template_body_error&flag=0";

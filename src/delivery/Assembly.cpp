@@ -88,7 +88,8 @@ class VisitorsView final : public AssemblyView {
 
   private:
     std::string errorTarget(std::string_view error) const {
-        return "error:/error.asp?pageId=" + text::fromNumber(record_.pageId) + "&error=" + std::string(error);
+        return std::string(errorMark) + "/error.asp?pageId=" + text::fromNumber(record_.pageId) +
+               "&error=" + std::string(error);
     }
 
     HostContext& host_;

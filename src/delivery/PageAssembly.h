@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "records/PageId.h"
 #include "records/PageIdentity.h"
@@ -12,6 +13,9 @@ struct HostContext;
 namespace db {
 class Connection;
 }
+
+/// Begins the text of a page that is none: the address to go to instead stands behind it.
+inline constexpr std::string_view errorMark = "error:";
 
 /// The record of the page to be assembled.
 struct AssemblyPage {
@@ -49,7 +53,7 @@ class AssemblyView {
     virtual std::string breadcrumb() = 0;
     virtual std::string fillBodies(PageId pageId, std::string html) = 0;
 
-    // The addresses, behind "error:", that stand for a page without a template.
+    // The addresses, behind `errorMark`, that stand for a page without a template.
     virtual std::string missingTemplate() const = 0;
     virtual std::string missingBaseTemplate() const = 0;
 };

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "delivery/PageAssembly.h"
 #include "delivery/PageRecord.h"
 #include "modules/forum/ForumViews.h"
 #include "pages/ContentPolicy.h"

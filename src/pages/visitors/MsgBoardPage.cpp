@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "delivery/PageAssembly.h"
 #include "delivery/cServer.h"
 #include "modules/messageBoard/msgBoard.h"
 #include "pages/Pages.h"

@@ -1,5 +1,6 @@
 #include "pages/visitors/SitePage.h"
 
+#include "delivery/PageAssembly.h"
 #include "delivery/PageRecord.h"
 #include "delivery/ViewCount.h"
 #include "delivery/cServer.h"

@@ -14,9 +14,6 @@ namespace db {
 class Connection;
 }
 
-/// Begins the text of a page that is none: the address to go to instead stands behind it.
-inline constexpr std::string_view errorMark = "error:";
-
 /// The charset of the page's language; all text of one installation mostly shares one.
 std::string charsetOf(const HostContext& host, cServer& server);
 
