@@ -18,20 +18,16 @@ struct KnownError {
 
 constexpr double noTemplateLabel = 4912;
 constexpr double noBaseTemplateLabel = 4913;
-constexpr double noPageLabel = 4914;
-constexpr double notPublishedLabel = 4915;
-constexpr double noRightLabel = 4916;
-constexpr double unknownLabel = 4919;
 
 constexpr std::array knownErrors = {
     KnownError{"template_not_found", 404, noTemplateLabel},
     KnownError{"template_body_error", 404, noBaseTemplateLabel},
-    KnownError{"page_not_found", 404, noPageLabel},
-    KnownError{"page_not_published", 404, notPublishedLabel},
-    KnownError{"no_right", 403, noRightLabel},
+    KnownError{"page_not_found", 404, noticeLabel::noPage},
+    KnownError{"page_not_published", 404, noticeLabel::notPublished},
+    KnownError{"no_right", 403, noticeLabel::noRight},
 };
 
-constexpr KnownError anyOther{"unknown", 500, unknownLabel};
+constexpr KnownError anyOther{"unknown", 500, noticeLabel::unknown};
 
 const KnownError& errorOf(std::string_view value) {
     for (const auto& error : knownErrors) {

@@ -5,6 +5,7 @@
 #include "accounts/Logins.h"
 #include "operations/calls/CallRun.h"
 #include "pages/NoStore.h"
+#include "pages/Posted.h"
 #include "pages/SameSite.h"
 #include "pages/authors/AuthorsDocument.h"
 #include "pages/authors/AuthorsPages.h"
@@ -167,14 +168,14 @@ void answerForm(Visit& visit, const AuthorsShared& shared) {
 void authorsLoginPage(HostContext& host, const AuthorsShared& shared) {
     forbidStoring(host.response);
     const auto connection = db::openOwn(host, db::Purpose::Everything);
-    const bool isPosted = text::equals(host.request.serverVariable("request_method"), "POST");
+    const bool isForm = isPosted(host);
     const auto given = [&](const char* name) {
-        return isPosted ? host.request.formField(name) : host.request.queryString(name);
+        return isForm ? host.request.formField(name) : host.request.queryString(name);
     };
     auto languages = interfaceLanguages(*connection);
     const std::string chosen = knownCode(languages, given("lang"));
     Visit visit{host, *connection, std::move(languages), chosen, safeTarget(given("to"))};
-    if (isPosted) return answerForm(visit, shared);
+    if (isForm) return answerForm(visit, shared);
     if (ownsItsLogin(*connection, actorOf(host))) return host.response.redirect(visit.target);
     const bool isOut = !host.request.queryString("out").empty();
     draw(visit, {.label = isOut ? loggedOutLabel : 0});

@@ -25,9 +25,11 @@ std::string addressOf(const json::value& file) {
     return "/torvex/ui/" + textOf(file);
 }
 
-void addOnce(std::vector<std::string>& addresses, std::string address) {
-    if (std::find(addresses.begin(), addresses.end(), address) == addresses.end())
-        addresses.push_back(std::move(address));
+/// False when it is there already.
+bool addOnce(std::vector<std::string>& addresses, std::string address) {
+    if (std::find(addresses.begin(), addresses.end(), address) != addresses.end()) return false;
+    addresses.push_back(std::move(address));
+    return true;
 }
 
 /// A chunk's styles and those of what it imports, each once.
@@ -40,11 +42,8 @@ void collect(const json::object& chunks, const std::string& name, EntryFiles& fi
     if (!imports) return;
     for (const auto& import : imports->as_array()) {
         const std::string imported = textOf(import);
-        const std::string address = addressOf(chunks.at(imported).as_object().at("file"));
-        const bool isNew =
-            std::find(files.imports.begin(), files.imports.end(), address) == files.imports.end();
-        addOnce(files.imports, address);
-        if (isNew) collect(chunks, imported, files);
+        const json::value& file = chunks.at(imported).as_object().at("file");
+        if (addOnce(files.imports, addressOf(file))) collect(chunks, imported, files);
     }
 }
 

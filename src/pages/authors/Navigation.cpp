@@ -4,6 +4,7 @@
 
 #include "platform/HostContext.h"
 #include "platform/Request.h"
+#include "platform/Response.h"
 #include "platform/text/Text.h"
 
 namespace torvex {
@@ -37,10 +38,11 @@ std::string originOf(const HostContext& host) {
     return (isTls ? "https://" : "http://") + said(host, "http_host");
 }
 
-std::string askedAddress(const HostContext& host) {
+void leadToDoor(HostContext& host) {
     const std::string query = host.request.queryString();
     const std::string path = said(host, "script_name");
-    return query.empty() ? path : path + "?" + query;
+    const std::string asked = query.empty() ? path : path + "?" + query;
+    host.response.redirect("/torvex/login?to=" + text::urlEncode(asked));
 }
 
 std::string safeTarget(std::string_view target) {
@@ -48,7 +50,7 @@ std::string safeTarget(std::string_view target) {
         return static_cast<unsigned char>(c) > 0x20 && c != 0x7f && c != '\\';
     });
     const bool isBelow = text::startsWith(target, root);
-    // A door behind the door would lead in circles, and an upload is no place to be.
+    // A door behind the door would lead in circles.
     const std::string_view path = target.substr(0, target.find_first_of("?#"));
     const bool leadsOut = text::equals(path, "/torvex/login") || text::equals(path, "/torvex/logout");
     return isPlain && isBelow && !leadsOut && path.find("..") == std::string_view::npos ? std::string(target)

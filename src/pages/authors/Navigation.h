@@ -17,8 +17,8 @@ bool isForFrame(const HostContext& host);
 
 /// "https://www.site.test:8443", as this request names its place.
 std::string originOf(const HostContext& host);
-/// The address that was asked, without its scheme and host.
-std::string askedAddress(const HostContext& host);
+/// Answers with the way to the door, which leads back to the address that was asked.
+void leadToDoor(HostContext& host);
 
 /// `target` when it is an address below "/torvex/" of this server, or else that one itself: what comes in a
 /// request must not lead anywhere else.

@@ -1,5 +1,7 @@
 #include "pages/authors/Notice.h"
 
+#include <vector>
+
 #include "pages/NoStore.h"
 #include "pages/authors/AuthorsDocument.h"
 #include "pages/authors/InterfaceLanguage.h"

@@ -58,8 +58,7 @@ void shellPage(HostContext& host, const BuiltInterface& interface) {
     forbidStoring(host.response);
     if (!isNavigation(host)) return showNotice(host, {.status = 403, .message = notHereLabel});
     const auto connection = db::openOwn(host, db::Purpose::Everything);
-    if (!ownsItsLogin(*connection, actorOf(host)))
-        return host.response.redirect("/torvex/login?to=" + text::urlEncode(askedAddress(host)));
+    if (!ownsItsLogin(*connection, actorOf(host))) return leadToDoor(host);
     if (interface.isEmpty())
         return showNotice(
             host, {.status = 503, .title = noInterfaceLabel, .message = builtWithoutLabel, .link = 0});

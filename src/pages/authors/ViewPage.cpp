@@ -2,8 +2,10 @@
 
 #include "accounts/Actor.h"
 #include "accounts/Logins.h"
+#include "delivery/PageAssembly.h"
 #include "operations/calls/CallRun.h"
 #include "pages/NoStore.h"
+#include "pages/Posted.h"
 #include "pages/SameSite.h"
 #include "pages/authors/AuthorsDocument.h"
 #include "pages/authors/AuthorsPages.h"
@@ -31,9 +33,6 @@ using operations::Outcome;
 using operations::PropertyRead;
 using operations::Verdict;
 
-constexpr double noPageLabel = 4914;
-constexpr double notPublishedLabel = 4915;
-constexpr double noRightLabel = 4916;
 constexpr double loggedOutLabel = 4917;
 constexpr double askSaveLabel = 4920;
 constexpr double replacesLabel = 4921;
@@ -46,8 +45,6 @@ constexpr double frameLabel = 4929;
 constexpr double saveLabel = 5;
 constexpr double loginLabel = 23;
 
-/// Begins the address to go to in place of a page.
-constexpr std::string_view errorMark = "error:";
 constexpr std::string_view manager = "cManager";
 
 /// What is asked for: in a form or in the address.
@@ -73,21 +70,20 @@ Asked askedOf(const HostContext& host) {
 }
 
 void answerLoggedOut(HostContext& host) {
-    if (isNavigation(host))
-        return host.response.redirect("/torvex/login?to=" + text::urlEncode(askedAddress(host)));
+    if (isNavigation(host)) return leadToDoor(host);
     showNotice(host,
                {.status = 401, .error = "not_logged_in", .message = loggedOutLabel, .link = loginLabel});
 }
 
 void answerRefused(HostContext& host, const Verdict& verdict) {
     if (verdict.kind == Verdict::Kind::NotLoggedIn) return answerLoggedOut(host);
-    showNotice(host, {.status = 403, .error = "no_right", .message = noRightLabel});
+    showNotice(host, {.status = 403, .error = "no_right", .message = noticeLabel::noRight});
 }
 
 void answerMissing(HostContext& host, const Asked& asked) {
     showNotice(host, {.status = 404,
                       .error = asked.isDesign ? "page_not_found" : "page_not_published",
-                      .message = asked.isDesign ? noPageLabel : notPublishedLabel});
+                      .message = asked.isDesign ? noticeLabel::noPage : noticeLabel::notPublished});
 }
 
 std::string wordOf(HostContext& host, double label) {
@@ -159,7 +155,7 @@ double reasonOf(const Outcome& saved) {
     const std::string code = saved.result.toText();
     if (code == "-1") return heldLabel;
     if (code == "-2") return approvedLabel;
-    return code == "-3" ? noPageLabel : goBackLabel;
+    return code == "-3" ? noticeLabel::noPage : goBackLabel;
 }
 
 void save(HostContext& host, CallRun& run) {
@@ -189,8 +185,7 @@ void viewPage(HostContext& host, const AuthorsShared& shared) {
     forbidStoring(host.response);
     CallRun run(shared.classes, host, operations::Network{shared.throttle});
     try {
-        const bool isPosted = text::equals(host.request.serverVariable("request_method"), "POST");
-        if (!isPosted) return show(host, run, askedOf(host));
+        if (!isPosted(host)) return show(host, run, askedOf(host));
         if (!ownsItsLogin(*db::openOwn(host, db::Purpose::Everything), actorOf(host)))
             return answerLoggedOut(host);
         if (!comesFromOwnPages(host)) return answerRefused(host, {Verdict::Kind::NoRight, {}});

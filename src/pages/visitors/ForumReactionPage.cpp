@@ -4,6 +4,7 @@
 #include "modules/forum/PlainText.h"
 #include "modules/forum/PostDesk.h"
 #include "pages/Pages.h"
+#include "pages/Posted.h"
 #include "pages/SameSite.h"
 #include "pages/visitors/ForumVisit.h"
 #include "pages/visitors/PostNews.h"
@@ -18,10 +19,6 @@
 namespace torvex {
 
 namespace {
-
-bool isPost(const HostContext& host) {
-    return text::equals(host.request.serverVariable("request_method"), "POST");
-}
 
 PostForm typedIn(const HostContext& host) {
     return {.title = cleanLine(host.request.formField(formField::title)),
@@ -101,7 +98,7 @@ void forumReactionPage(HostContext& host, const PolicyReports& reports, PostDesk
     const auto forum = visit.forum();
     if (!forum) return showForums(host, visit, true);
     const PostTarget target{visit.number("topicId"), visit.number("reactionId")};
-    if (isPost(host)) return take(host, *connection, visit, desk, *forum, target);
+    if (isPosted(host)) return take(host, *connection, visit, desk, *forum, target);
     showForm(host, *connection, visit, desk, {.forum = *forum, .target = target});
 }
 

@@ -2,6 +2,7 @@
 #include "accounts/LoginAttempt.h"
 #include "delivery/cServer.h"
 #include "pages/Pages.h"
+#include "pages/Posted.h"
 #include "pages/SameSite.h"
 #include "pages/visitors/MessagePage.h"
 #include "platform/HostContext.h"
@@ -53,8 +54,7 @@ void reportFailure(HostContext& host, const LoginAttempt& attempt, std::string_v
 }  // namespace
 
 void loginPage(HostContext& host, GuessThrottle& throttle) {
-    if (!text::equals(host.request.serverVariable("request_method"), "POST"))
-        return answerUnposted(host.response);
+    if (!isPosted(host)) return answerUnposted(host.response);
     if (!comesFromOwnPages(host)) return answerForeign(host.response);
     const std::string username = text::lowerTrim(host.request.item("torvex_username"));
     LoginAttempt attempt(throttle, LoginAttempt::Kind::Visitor, host.request.serverVariable("remote_addr"),

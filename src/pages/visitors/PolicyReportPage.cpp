@@ -3,6 +3,7 @@
 
 #include "pages/Pages.h"
 #include "pages/PolicyReports.h"
+#include "pages/Posted.h"
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
 #include "platform/Request.h"
@@ -57,7 +58,7 @@ std::string lineOf(std::string_view body) {
 
 void policyReportPage(HostContext& host, PolicyReports& reports) {
     host.response.cacheControl = "no-store";
-    if (!text::equals(host.request.serverVariable("request_method"), "POST")) {
+    if (!isPosted(host)) {
         host.response.status = 405;
         host.response.addHeader("Allow", "POST");
         return;

@@ -1,6 +1,8 @@
+#include "delivery/PageAssembly.h"
 #include "delivery/cServer.h"
 #include "pages/NoStore.h"
 #include "pages/Pages.h"
+#include "pages/Posted.h"
 #include "pages/visitors/SitePage.h"
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
@@ -70,7 +72,7 @@ std::string filledPage(HostContext& host, cServer& server, db::Connection& conne
 }  // namespace
 
 void searchPage(HostContext& host, const PolicyReports& reports, const OpenCatalogue& open) {
-    if (text::equals(host.request.serverVariable("request_method"), "POST")) return redirectPosted(host);
+    if (isPosted(host)) return redirectPosted(host);
     if (text::trim(host.request.queryString("pageId")).empty()) return redirectToPage(host);
     answerSitePage(host, reports, folder, [&](cServer& server, db::Connection& connection) {
         return filledPage(host, server, connection, open);
@@ -78,7 +80,7 @@ void searchPage(HostContext& host, const PolicyReports& reports, const OpenCatal
 }
 
 void searchFolderPage(HostContext& host) {
-    if (text::equals(host.request.serverVariable("request_method"), "POST")) return redirectPosted(host);
+    if (isPosted(host)) return redirectPosted(host);
     redirectToPage(host);
 }
 
