@@ -1,8 +1,6 @@
 #include "accounts/ProgramTokens.h"
 
 #include <algorithm>
-#include <array>
-#include <sodium.h>
 
 #include "accounts/AccessFilter.h"
 #include "platform/db/Connection.h"
@@ -34,9 +32,7 @@ constexpr std::string_view noteUse = "update TORVEX_API_TOKENS set lastUse = ? w
 
 /// Of so many random bits a quick hash is as good as a slow one.
 std::string hashOf(std::string_view text) {
-    std::array<unsigned char, crypto_hash_sha256_BYTES> hash{};
-    crypto_hash_sha256(hash.data(), reinterpret_cast<const unsigned char*>(text.data()), text.size());
-    return hexadecimal(hash);
+    return sha256(text);
 }
 
 bool isLetter(char c) {

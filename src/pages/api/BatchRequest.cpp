@@ -1,9 +1,7 @@
 #include "pages/api/BatchRequest.h"
 
 #include <algorithm>
-#include <array>
 #include <initializer_list>
-#include <sodium.h>
 
 #include "operations/register/NeedLabels.h"
 #include "pages/api/Json.h"
@@ -106,12 +104,6 @@ class CallReader {
     const json::object& given_;
 };
 
-std::string sha256Of(const json::string& text) {
-    std::array<unsigned char, crypto_hash_sha256_BYTES> hash{};
-    crypto_hash_sha256(hash.data(), reinterpret_cast<const unsigned char*>(text.data()), text.size());
-    return hexadecimal(hash);
-}
-
 bool isSame(const json::value& left, const json::value& right);
 
 bool areSame(const json::array& left, const json::array& right) {
@@ -152,7 +144,7 @@ std::vector<BatchCall> callsOf(const json::object& batch) {
 
 bool isMet(const Expectation& expectation, const json::value& result) {
     if (expectation.value) return isSame(*expectation.value, result);
-    return result.is_string() && sha256Of(result.get_string()) == expectation.sha256;
+    return result.is_string() && sha256(result.get_string()) == expectation.sha256;
 }
 
 }  // namespace torvex::api
