@@ -33,6 +33,13 @@ class Uploads : public test::UploadTest {
         }
         return last;
     }
+    /// The head of a request that sends a whole file, for what is sent by hand.
+    static std::string headOf(const ApiClient& client, const std::string& location, std::size_t length) {
+        return "PATCH " + location + " HTTP/1.1\r\nHost: site.test\r\nCookie: " + client.cookie + "\r\n" +
+               ours(client) +
+               "Content-Type: application/offset+octet-stream\r\nUpload-Offset: 0\r\nContent-Length: " +
+               std::to_string(length) + "\r\n\r\n";
+    }
 };
 INSTANTIATE_TEST_SUITE_P(Engines, Uploads, test::bothEngines(), test::engineName);
 
@@ -307,11 +314,7 @@ TEST_P(Uploads, AnUploadGoesOnBehindABrokenLine) {
     ApiClient her = loggedIn();
     const std::string content = gif() + std::string(200000, 'x');
     const std::string location = begin(her, image("rose.gif"), content.size());
-    const std::string start = "PATCH " + location + " HTTP/1.1\r\nHost: site.test\r\nCookie: " + her.cookie +
-                              "\r\n" + ours(her) +
-                              "Content-Type: application/offset+octet-stream\r\nUpload-Offset: 0\r\n" +
-                              "Content-Length: " + std::to_string(content.size()) + "\r\n\r\n";
-    { running.client().send(start + content.substr(0, 120000)); }
+    { running.client().send(headOf(her, location, content.size()) + content.substr(0, 120000)); }
     EXPECT_EQ(offsetBecomes(her, location, "120000"), "120000");
     EXPECT_THAT(images(), IsEmpty());
     EXPECT_EQ(send(her, location, 120000, content.substr(120000)).status(), 200);
@@ -323,9 +326,7 @@ TEST_P(Uploads, AFurtherTryTakesThePlaceOfOneThatHangs) {
     ApiClient her = loggedIn();
     const std::string location = begin(her, image("rose.gif"), 13);
     RawHttpClient hanging = running.client();
-    hanging.send(
-        "PATCH " + location + " HTTP/1.1\r\nHost: site.test\r\nCookie: " + her.cookie + "\r\n" + ours(her) +
-        "Content-Type: application/offset+octet-stream\r\nUpload-Offset: 0\r\nContent-Length: 13\r\n\r\nGIF");
+    hanging.send(headOf(her, location, gif().size()) + "GIF");
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
     EXPECT_EQ(send(her, location, 0, gif()).status(), 200);
     EXPECT_EQ(contentOf("images/aa/001/rose.gif"), gif());
@@ -336,9 +337,7 @@ TEST_P(Uploads, OtherCallsDontWaitForAnUpload) {
     ApiClient her = loggedIn();
     const std::string location = begin(her, image("rose.gif"), 13);
     RawHttpClient slow = running.client();
-    slow.send(
-        "PATCH " + location + " HTTP/1.1\r\nHost: site.test\r\nCookie: " + her.cookie + "\r\n" + ours(her) +
-        "Content-Type: application/offset+octet-stream\r\nUpload-Offset: 0\r\nContent-Length: 13\r\n\r\nGIF");
+    slow.send(headOf(her, location, gif().size()) + "GIF");
     EXPECT_EQ(her.get("cManager/getLoginState?loginId=7").status(), 200);
     slow.send(gif().substr(3));
     EXPECT_EQ(slow.read().status, 200);
@@ -406,10 +405,7 @@ TEST_P(Uploads, AHundredMegabytesComeInBoundedMemory) {
     const std::uint64_t length = 100 * 1024 * 1024;
     const std::string location = begin(her, document("film.mp4"), length);
     RawHttpClient client = running.client();
-    client.send("PATCH " + location + " HTTP/1.1\r\nHost: site.test\r\nCookie: " + her.cookie + "\r\n" +
-                ours(her) +
-                "Content-Type: application/offset+octet-stream\r\nUpload-Offset: 0\r\nContent-Length: " +
-                std::to_string(length) + "\r\n\r\n");
+    client.send(headOf(her, location, length));
     client.send(std::string("\0\0\0\x18"
                             "ftypmp42",
                             12) +
