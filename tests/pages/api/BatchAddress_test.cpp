@@ -171,6 +171,31 @@ TEST_P(ApiBatch, ATextMayBeExpectedByItsHash) {
 
 // ---- What it isn't ----
 
+TEST_P(ApiBatch, ABodyThatIsNoJsonObjectIsRefused) {
+    ApiClient browser = loggedIn();
+    const std::string deep(10000, '[');
+    for (const std::string& body : {std::string("x"), std::string("[]"), std::string("null"),
+                                    std::string("{"), std::string(R"({"calls": [], "calls": []})"),
+                                    std::string("{\"calls\": \"\xff\"}"), R"({"calls": )" + deep + "}"}) {
+        const ApiReply reply = browser.post("batch", body);
+        EXPECT_EQ(reply.status(), 400) << body.substr(0, 40);
+        EXPECT_EQ(reply.kind(), "not-understood") << body.substr(0, 40);
+    }
+}
+
+TEST_P(ApiBatch, WhatTheHostRefusesIsAProblemToo) {
+    ApiClient browser = loggedIn();
+    const std::string fields = "X-Torvex-Token: " + browser.token + "\r\n";
+    const ApiReply form = browser.ask(
+        "POST", "batch", fields + "Content-Type: application/x-www-form-urlencoded\r\n", "calls=1");
+    EXPECT_EQ(form.status(), 415);
+    EXPECT_EQ(form.kind(), "other-type");
+    const ApiReply large = browser.ask(
+        "POST", "batch", fields + "Content-Type: application/json\r\nContent-Length: 104857600\r\n");
+    EXPECT_EQ(large.status(), 413);
+    EXPECT_EQ(large.kind(), "too-large");
+}
+
 TEST_P(ApiBatch, WhatIsNoBatchIsRefusedBeforeAnythingRuns) {
     ApiClient browser = loggedIn();
     const auto refused = [&](const std::string& body) {
@@ -233,6 +258,19 @@ TEST_P(ApiBatch, WithoutTheTokenNothingRuns) {
             .batch(R"({"on": "cManager", "do": "login", "with": {"username": "anna", "password": "secret"}})")
             .status(),
         403);
+}
+
+TEST_P(ApiBatch, NothingRunsForAnotherSiteOrWithAnothersToken) {
+    ApiClient browser = loggedIn();
+    const std::string type = "Content-Type: application/json\r\nX-Torvex-Token: ";
+    const std::string calls = R"({"calls": [)" + checkOut(12) + "]}";
+    const ApiReply foreign =
+        browser.ask("POST", "batch", type + browser.token + "\r\nOrigin: https://evil.test\r\n", calls);
+    EXPECT_EQ(foreign.status(), 403);
+    EXPECT_EQ(foreign.kind(), "foreign");
+    browser.token = loggedIn("sa", "127.0.0.2").token;
+    EXPECT_EQ(browser.batch(checkOut(12)).kind(), "foreign");
+    EXPECT_EQ(statuses(12), "P000");
 }
 
 TEST_P(ApiBatch, AVisitorMayLogInAndGoOn) {
