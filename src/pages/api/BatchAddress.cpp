@@ -45,8 +45,7 @@ class Run {
         if (!operation) return calls_.problem(kind::notThere);
         operations::GivenValues values;
         try {
-            for (const auto& [name, value] : what.with)
-                values.emplace_back(name, argumentOf(value, std::string(name)));
+            values = argumentsOf(what.with);
         } catch (const ArgumentError& error) {
             Problem problem = calls_.notFitting(*operation, error);
             problem.operation = calls_.nameOf(*on_, what.operation);
@@ -128,14 +127,12 @@ bool needsLogin(const Calls& calls, const std::vector<BatchCall>& batch) {
 }
 
 Reply replyTo(const HostContext& host, Calls& calls) {
-    const auto read = readJson(host.request.body());
-    const auto* body = std::get_if<json::value>(&read);
-    const bool isNumberTooLarge = !body && std::get<JsonFault>(read) == JsonFault::NotFinite;
-    if (!isNumberTooLarge && !(body && body->is_object())) return calls.problem(kind::notUnderstood);
+    const auto read = readJsonObject(host.request.body());
+    const auto* fault = std::get_if<JsonFault>(&read);
+    if (fault && *fault == JsonFault::NotJson) return calls.problem(kind::notUnderstood);
     try {
-        if (isNumberTooLarge)
-            throw BatchError("a number is too large", "calls", operations::need::smallerNumber);
-        const auto batch = callsOf(body->get_object());
+        if (fault) throw BatchError("a number is too large", "calls", operations::need::smallerNumber);
+        const auto batch = callsOf(std::get<json::object>(read));
         if (!isFromOwnDocument(host)) return calls.foreign(needsLogin(calls, batch));
         if (batch.size() > mostCalls)
             return calls.problem(kind::tooManyCalls, {{"most", std::to_string(mostCalls)}});

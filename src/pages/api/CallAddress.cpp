@@ -47,15 +47,6 @@ bool takes(const Operation& operation, const Request& request) {
     return request.serverVariable("request_method") == "POST";
 }
 
-GivenValues valuesOf(const json::object& members) {
-    GivenValues values;
-    for (const auto& [name, value] : members) {
-        const std::string key(name);
-        values.emplace_back(key, argumentOf(value, key));
-    }
-    return values;
-}
-
 GivenValues valuesOf(const NamedValues& items) {
     GivenValues values;
     for (const auto& [name, value] : items) values.emplace_back(name, argumentOf(json::string(value), name));
@@ -74,11 +65,12 @@ bool canBeRead(const Request& request) {
     return text::isValidUtf8(text::urlDecode(request.queryString())) && !hasTwice(request.queryItems());
 }
 
-template <typename Source>
-Reply run(Calls& calls, const Asked& asked, const Operation& operation, const Source& source) {
+/// `read` gives the arguments.
+template <typename Read>
+Reply run(Calls& calls, const Asked& asked, const Operation& operation, Read&& read) {
     GivenValues values;
     try {
-        values = valuesOf(source);
+        values = read();
     } catch (const ArgumentError& error) {
         return calls.notFitting(operation, error);
     }
@@ -87,19 +79,18 @@ Reply run(Calls& calls, const Asked& asked, const Operation& operation, const So
 
 Reply replyToQuery(const HostContext& host, Calls& calls, const Asked& asked, const Operation& operation) {
     if (!canBeRead(host.request)) return calls.problem(kind::notUnderstood);
-    return run(calls, asked, operation, host.request.queryItems());
+    return run(calls, asked, operation, [&host] { return valuesOf(host.request.queryItems()); });
 }
 
 Reply replyToBody(const HostContext& host, Calls& calls, const Asked& asked, const Operation& operation) {
-    const auto read = readJson(host.request.body());
-    const auto* body = std::get_if<json::value>(&read);
-    const bool isNumberTooLarge = !body && std::get<JsonFault>(read) == JsonFault::NotFinite;
-    if (!isNumberTooLarge && !(body && body->is_object())) return calls.problem(kind::notUnderstood);
+    const auto read = readJsonObject(host.request.body());
+    const auto* fault = std::get_if<JsonFault>(&read);
+    if (fault && *fault == JsonFault::NotJson) return calls.problem(kind::notUnderstood);
     if (!isFromOwnDocument(host)) return calls.foreign(operation);
-    if (isNumberTooLarge)
+    if (fault)
         return calls.notFitting(operation,
                                 ArgumentError("a number is too large", "", operations::need::smallerNumber));
-    return run(calls, asked, operation, body->get_object());
+    return run(calls, asked, operation, [&read] { return argumentsOf(std::get<json::object>(read)); });
 }
 
 void answerReply(Response& response, Reply reply, const std::string& operation) {

@@ -7,7 +7,6 @@
 
 #include "operations/calls/ValueJson.h"
 #include "operations/register/NeedLabels.h"
-#include "operations/register/PublicObject.h"
 
 namespace torvex::api {
 
@@ -120,6 +119,14 @@ std::variant<json::value, JsonFault> readJson(std::string_view text) {
     return value;
 }
 
+std::variant<json::object, JsonFault> readJsonObject(std::string_view text) {
+    auto read = readJson(text);
+    if (const auto* fault = std::get_if<JsonFault>(&read)) return *fault;
+    auto* object = std::get<json::value>(read).if_object();
+    if (!object) return JsonFault::NotJson;
+    return std::move(*object);
+}
+
 Value argumentOf(const json::value& given, const std::string& name) {
     if (given.is_null()) return {};
     if (given.is_bool()) return given.get_bool();
@@ -132,6 +139,15 @@ Value argumentOf(const json::value& given, const std::string& name) {
         throw operations::ArgumentError('"' + name + "\" must be a text without NUL", name,
                                         operations::need::cleanText);
     return std::string_view(text.data(), text.size());
+}
+
+operations::GivenValues argumentsOf(const json::object& members) {
+    operations::GivenValues values;
+    for (const auto& [name, value] : members) {
+        const std::string key(name);
+        values.emplace_back(key, argumentOf(value, key));
+    }
+    return values;
 }
 
 json::value jsonOf(const Value& value) {

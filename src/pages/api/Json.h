@@ -6,6 +6,7 @@
 #include <variant>
 #include <vector>
 
+#include "operations/register/PublicObject.h"
 #include "operations/register/Register.h"
 #include "platform/Value.h"
 
@@ -25,9 +26,15 @@ enum class JsonFault {
 /// of the text is passed over.
 std::variant<boost::json::value, JsonFault> readJson(std::string_view text);
 
+/// The same for a text that has to be an object; any other JSON is `NotJson`.
+std::variant<boost::json::object, JsonFault> readJsonObject(std::string_view text);
+
 /// Null, true or false, a number or a text as the value of an argument or a property, whose name is for the
 /// message. Throws `operations::ArgumentError` for a list, an object, and a text with a NUL in it.
 Value argumentOf(const boost::json::value& given, const std::string& name);
+
+/// The members of an object as values by their names. Throws as above.
+operations::GivenValues argumentsOf(const boost::json::object& members);
 
 /// A moment is "2026-06-15T12:00:00"; what isn't UTF-8 in a text becomes U+FFFD.
 boost::json::value jsonOf(const Value& value);
