@@ -52,6 +52,10 @@ bool isReadable(const Property& property) {
 
 }  // namespace
 
+const ProblemKind& lackOfLogin(const Session& session) {
+    return session.text(sessionKey::authorName).empty() ? kind::notLoggedIn : kind::loginLost;
+}
+
 Calls::Calls(const Shared& shared, HostContext& host, std::string language)
     : shared_(shared),
       host_(host),
@@ -173,8 +177,7 @@ Problem Calls::problem(const ProblemKind& kind, std::initializer_list<Place> pla
 Problem Calls::refusedBy(const Verdict& verdict) const {
     switch (verdict.kind) {
         case Verdict::Kind::NotLoggedIn:
-            return problem(host_.session.text(sessionKey::authorName).empty() ? kind::notLoggedIn
-                                                                              : kind::loginLost);
+            return problem(lackOfLogin(host_.session));
         case Verdict::Kind::NoRight:
             return problem(kind::noRight);
         case Verdict::Kind::Withheld: {

@@ -12,6 +12,7 @@
 
 namespace torvex {
 class GuessThrottle;
+class Session;
 struct HostContext;
 namespace operations {
 class Register;
@@ -20,14 +21,15 @@ class Register;
 
 namespace torvex::api {
 
-class Words;
-
 /// What the requests of all callers share.
 struct Shared {
     const operations::Register& classes;
     GuessThrottle& throttle;
     Words& words;
 };
+
+/// What is wrong where a login is needed: there was none, or the session has lost it.
+const ProblemKind& lackOfLogin(const Session& session);
 
 /// What came of a call: its result as programs get it, or why there is none.
 using Reply = std::variant<boost::json::value, Problem>;

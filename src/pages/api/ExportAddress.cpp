@@ -10,7 +10,6 @@
 #include "pages/api/Tokens.h"
 #include "platform/DateTime.h"
 #include "platform/HostContext.h"
-#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
 #include "platform/db/ConnectionSource.h"
@@ -68,10 +67,8 @@ void answerExport(HostContext& host, Api& api) {
     if (!list) return answer(host.response, problemFor(host, api, kind::notThere));
     const auto connection = db::openOwn(host, db::Purpose::Everything);
     const Actor actor = actorOf(host);
-    if (!ownsItsLogin(*connection, actor)) {
-        const bool isLost = !host.session.text(sessionKey::authorName).empty();
-        return answer(host.response, problemFor(host, api, isLost ? kind::loginLost : kind::notLoggedIn));
-    }
+    if (!ownsItsLogin(*connection, actor))
+        return answer(host.response, problemFor(host, api, lackOfLogin(host.session)));
     const auto choice = choiceOf(host.request);
     if (!choice) return answer(host.response, badDay(host, api));
     if (!coversReading(host.session)) return answer(host.response, problemFor(host, api, kind::notCovered));
