@@ -35,10 +35,6 @@ class DeskFindTest : public DeskTest {
                               {"img_filename", file},
                               {"img_alt", alt}});
     }
-    void document(const std::string& site, const std::string& title, const std::string& file) {
-        row("TORVEX_DOCUMENTS",
-            {{"doc_site", site}, {"doc_fldId", ""}, {"doc_title", title}, {"doc_filename", file}});
-    }
     Value find(const std::string& words, const std::string& kinds = "", const std::string& filters = "",
                const std::string& site = "", const std::string& lang = "", int from = 0) {
         indexMissingPages(host.context(), connection());

@@ -33,10 +33,6 @@ class DeskUsesTest : public DeskTest {
         }
         return lines;
     }
-    void document(const std::string& site, const std::string& title, const std::string& file) {
-        row("TORVEX_DOCUMENTS",
-            {{"doc_site", site}, {"doc_fldId", ""}, {"doc_title", title}, {"doc_filename", file}});
-    }
 };
 INSTANTIATE_TEST_SUITE_P(Engines, DeskUsesTest, bothEngines(), engineName);
 

@@ -41,6 +41,10 @@ class DeskTest : public RightsTest {
         builder.set("deleteStatus", statuses.at(2) - '0').set("approveStatus", statuses.at(3) - '0');
         return builder;
     }
+    void document(const std::string& site, const std::string& title, const std::string& file) {
+        row("TORVEX_DOCUMENTS",
+            {{"doc_site", site}, {"doc_fldId", ""}, {"doc_title", title}, {"doc_filename", file}});
+    }
     static std::string ident(PageId pageId) { return std::to_string(static_cast<int>(pageId)); }
 
     /// Column of all lines.
