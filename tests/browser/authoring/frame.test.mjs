@@ -117,6 +117,21 @@ describe("the search over everything", () => {
     await context.close();
   });
 
+  test("shows whole titles on a phone, and their long paths below them", async () => {
+    const path = "Plants › Trees and shrubs › Deciduous trees of the northern hemisphere";
+    const find = () => grid(names, [["page", 44, "bg", "en", "bg.en.05", "Autumn walks in the garden", path, "changed", true, ""]]);
+    const { page, context } = await openShell(chromium.browser, { viewport: { width: 360, height: 740 }, api: { "desk/find": find } });
+    await page.keyboard.press("Control+k");
+    await page.keyboard.type("autumn");
+    const option = page.getByRole("option", { name: /Autumn walks/ });
+    const title = option.getByText("Autumn walks in the garden", { exact: true });
+    await title.waitFor();
+    assert.ok(await title.evaluate((node) => node.scrollWidth <= node.clientWidth));
+    const [above, below] = [await title.boundingBox(), await option.getByText(path).boundingBox()];
+    assert.ok(below.y >= above.y + above.height - 1);
+    await context.close();
+  });
+
   test("never shows what an earlier word found", async () => {
     const slow = async ({ words }) => {
       if (words === "slow") await new Promise((resolve) => setTimeout(resolve, 500));
@@ -242,6 +257,26 @@ describe("the dashboard", () => {
   });
 });
 
+describe("the list of logins", () => {
+  const chromium = aBrowser();
+
+  test("shows whole names on a phone, with where they are, and can end a session", async () => {
+    const names = ["loginId", "name", "siteId", "lang", "pageId", "since", "idleSeconds"];
+    const online = () => grid(names, [[4, "Heide Lorenz", "bg", "en", 0, "2026-06-15T10:00:00", 840]]);
+    const { page, context } = await openShell(chromium.browser, { path: "/torvex/loginsOnline.asp", viewport: { width: 360, height: 740 }, api: { "desk/getOnline": online } });
+    const cell = page.getByRole("cell", { name: /Heide Lorenz/ }).first();
+    await cell.getByText("Botanic Garden · English").waitFor();
+    assert.ok(await cell.evaluate((node) => {
+      const name = new Range();
+      name.selectNode([...node.childNodes].find((one) => one.nodeType === Node.TEXT_NODE && one.data === "Heide Lorenz"));
+      return name.getBoundingClientRect().right <= node.getBoundingClientRect().right;
+    }));
+    const end = await page.getByRole("button", { name: "End the session of Heide Lorenz" }).boundingBox();
+    assert.ok(end.x + end.width <= 360);
+    await context.close();
+  });
+});
+
 describe("the frame", () => {
   const chromium = aBrowser();
 
@@ -296,7 +331,7 @@ describe("the frame", () => {
     await context.close();
   });
 
-  for (const [width, height] of [[1440, 900], [768, 1024], [360, 740]]) {
+  for (const [width, height] of [[2560, 1440], [1440, 900], [768, 1024], [360, 740]]) {
     for (const colorScheme of ["light", "dark"]) {
       test(`has nothing that axe finds, nor breaks its policy, ${width} wide and ${colorScheme}`, async () => {
         const shell = await openShell(chromium.browser, { viewport: { width, height }, colorScheme, api: { "desk/getWork": () => grid(workNames, [workRow(2, "Walks"), workRow(3, "Old prices", "marked")]) } });
