@@ -66,8 +66,7 @@ def ask(call):
 def run(operation, **arguments):
     return ask({"on": "desk" if operation[0] != ":" else "cManager", "do": operation.lstrip(":"), "with": arguments})
 
-def rows(answer):
-    result = answer
+def rows(result):
     return len(result.get("rows", [])) if isinstance(result, dict) else len(result) if isinstance(result, list) else repr(result)[:30]
 
 def used():

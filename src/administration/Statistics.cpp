@@ -12,6 +12,7 @@
 #include "platform/Keys.h"
 #include "platform/Session.h"
 #include "platform/text/Text.h"
+#include "records/DateWindow.h"
 #include "records/PageIdentity.h"
 #include "templates/HTMLTemplate.h"
 
@@ -30,9 +31,8 @@ constexpr std::string_view selectVisitors =
     "select yyyy, mm, dd, uniquehits as hits from TORVEX_LOGGING "
     "where nodeId = ? and yyyymmdd >= ? and yyyymmdd <= ? order by yyyymmdd desc";
 
-// Beyond any day.
+/// Before any day.
 constexpr std::string_view firstDay = "";
-constexpr std::string_view lastDay = "99999999";
 
 struct Day {
     std::string year;
@@ -145,7 +145,7 @@ std::string cManager::statistics(const std::string& pageIdent, const std::string
     HTMLTemplate report(host_);
     report.load(host_.session.text(sessionKey::adminTemplatesPath) + "statDetail.html");
     const std::string from = limit(fromYear, fromMonth, fromDay, firstDay);
-    const std::string to = limit(toYear, toMonth, toDay, lastDay);
+    const std::string to = limit(toYear, toMonth, toDay, lastOfDays);
     const auto days =
         daysOf(connection().query(statType == 0 ? selectVisitors : selectHits, {page.nodeId, from, to}));
     if (days.empty()) return {};

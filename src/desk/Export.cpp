@@ -5,6 +5,7 @@
 #include "accounts/DesignRights.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
+#include "records/DateWindow.h"
 
 namespace torvex {
 
@@ -12,8 +13,6 @@ namespace {
 
 using Columns = std::vector<std::string_view>;
 using Take = std::function<void(std::vector<Value>)>;
-
-constexpr std::string_view lastDayOfAll = "99999999";
 
 constexpr std::string_view selectAudit =
     "select Date, time, loginName, pageId, pageTitle, nodeId, advId, action, description from "
@@ -31,7 +30,7 @@ constexpr std::string_view selectWords =
     "select lang_label, lang_vocab1, lang_vocab2 from TORVEX_INTERFACE_VOCAB order by lang_label";
 
 std::string_view until(const ExportChoice& choice) {
-    return choice.to.empty() ? lastDayOfAll : std::string_view(choice.to);
+    return choice.to.empty() ? lastOfDays : std::string_view(choice.to);
 }
 
 void takeRows(db::Rows rows, std::size_t columns, const Take& take) {

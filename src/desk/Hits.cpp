@@ -3,6 +3,7 @@
 #include "desk/desk.h"
 #include "platform/Errors.h"
 #include "platform/text/Text.h"
+#include "records/DateWindow.h"
 #include "records/PageIdentity.h"
 
 namespace torvex {
@@ -27,7 +28,6 @@ constexpr std::string_view selectOfTree =
     "group by period order by period";
 
 constexpr std::string_view firstDay = "00000000";
-constexpr std::string_view lastDay = "99999999";
 
 int digitsOf(std::string_view by) {
     if (text::equals(by, "year")) return 4;
@@ -51,7 +51,7 @@ Value desk::getHits(const std::string& scope, const std::string& from, const std
     const PageIdentity page = identify(connection(), scope);
     if (!page.isValid()) return {};
     const std::string_view first = text::trim(from).empty() ? firstDay : text::trim(from);
-    const std::string_view last = text::trim(to).empty() ? lastDay : text::trim(to);
+    const std::string_view last = text::trim(to).empty() ? lastOfDays : text::trim(to);
     ResultGrid grid(3);
     auto rows = hitsOf(connection(), page, text::isNumeric(scope), digitsOf(text::trim(by)), first, last);
     while (rows.next()) {

@@ -16,6 +16,7 @@
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/text/Text.h"
+#include "records/DateWindow.h"
 
 namespace torvex {
 
@@ -95,7 +96,7 @@ std::optional<WorkList> workListOf(std::string_view kind, const Actor& actor, co
 
 /// A day that limits nothing is none.
 std::string_view dayOrNone(std::string_view day) {
-    return day == "00000000" || day == "99999999" ? std::string_view() : day;
+    return day == "00000000" || day == lastOfDays ? std::string_view() : day;
 }
 
 std::vector<Value> lineOf(const db::Rows& row) {

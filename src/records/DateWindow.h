@@ -6,6 +6,9 @@ namespace torvex {
 
 // Days are "yyyymmdd". What is limited by two of them holds on both themselves; an empty one doesn't limit.
 
+/// As a bound that doesn't limit.
+inline constexpr std::string_view lastOfDays = "99999999";
+
 bool isWithin(std::string_view day, std::string_view from, std::string_view to);
 
 /// Whether a page that is switched on (1) or off shows on a day.

@@ -47,7 +47,7 @@ class DeskTest : public RightsTest {
     }
     static std::string ident(PageId pageId) { return std::to_string(static_cast<int>(pageId)); }
 
-    /// Column of all lines.
+    /// One column of all lines.
     static std::vector<std::string> columnOf(const Value& list, std::size_t column) {
         std::vector<std::string> cells;
         if (!list.isGrid()) return cells;

@@ -7,6 +7,7 @@
 #include "platform/db/Connection.h"
 #include "platform/db/TrimmedText.h"
 #include "platform/text/Text.h"
+#include "records/DateWindow.h"
 
 namespace torvex {
 
@@ -46,9 +47,8 @@ constexpr std::string_view selectReaction =
     "from TORVEX_FORUM_REACTIONS where reaction_forumId = ? and reaction_topicId = ? and reaction_id = ? "
     "and reaction_online = 1";
 
-/// Every day lies between them.
+/// No day lies before it.
 constexpr std::string_view firstDay = "";
-constexpr std::string_view endOfDays = "99999999";
 
 /// The days of the last post of a topic of that age: from the first on, before the second.
 struct Days {
@@ -62,11 +62,11 @@ bool hasAge(const ForumRecord& forum) {
 
 Days daysOf(const ForumRecord& forum, TopicAge age, const DateTime& now) {
     if (!hasAge(forum)) {
-        const std::string_view none = age == TopicAge::Archived ? firstDay : endOfDays;
+        const std::string_view none = age == TopicAge::Archived ? firstDay : lastOfDays;
         return {std::string(firstDay), std::string(none)};
     }
     const std::string oldest = dayBefore(now, forum.archiveAfter);
-    if (age == TopicAge::Current) return {oldest, std::string(endOfDays)};
+    if (age == TopicAge::Current) return {oldest, std::string(lastOfDays)};
     return {std::string(firstDay), oldest};
 }
 
