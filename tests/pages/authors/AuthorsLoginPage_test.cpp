@@ -257,6 +257,7 @@ TEST_P(AuthorsLogoutPage, FreesTheLoginAndLeadsToTheDoor) {
     EXPECT_TRUE(host.session.isAbandoned());
     ask("out=1");
     authorsLoginPage(host.context(), shared);
+    EXPECT_THAT(html(), HasSubstr("You are logged out."));
 }
 
 TEST_P(AuthorsLogoutPage, IsNotCalledByPicturesOrOtherSites) {
