@@ -1,8 +1,8 @@
 #include "pages/api/Words.h"
 
 #include <array>
-#include <cstdlib>
 
+#include "pages/AcceptLanguage.h"
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
 #include "platform/Request.h"
@@ -36,21 +36,6 @@ std::vector<std::string> languageCodes(db::Connection& connection) {
     auto rows = connection.query(selectLanguages, {});
     while (rows.next()) codes.push_back(text::lowerTrim(rows.text("lang_id")));
     return codes;
-}
-
-struct Preference {
-    std::string language;  ///< without its region
-    double weight = 1;
-};
-
-Preference preferenceOf(std::string_view item) {
-    const std::size_t end = item.find(';');
-    const std::string_view tag = text::trim(item.substr(0, end));
-    Preference found{text::lower(tag.substr(0, tag.find('-'))), 1};
-    if (end == std::string_view::npos) return found;
-    const std::string_view weight = text::trim(item.substr(end + 1));
-    if (weight.starts_with("q=")) found.weight = std::strtod(std::string(weight.substr(2)).c_str(), nullptr);
-    return found;
 }
 
 }  // namespace
@@ -91,14 +76,9 @@ std::string Words::sentence(std::string_view language, int label, std::initializ
 
 std::string Words::languageFor(std::string_view acceptLanguage) const {
     const auto known = languages();
-    Preference best{std::string(english), 0};
-    while (!acceptLanguage.empty()) {
-        const std::size_t end = std::min(acceptLanguage.find(','), acceptLanguage.size());
-        Preference wish = preferenceOf(acceptLanguage.substr(0, end));
-        acceptLanguage.remove_prefix(std::min(end + 1, acceptLanguage.size()));
-        if (wish.weight > best.weight && known->contains(wish.language)) best = std::move(wish);
-    }
-    return best.language;
+    const std::string liked =
+        likedLanguage(acceptLanguage, [&](const std::string& language) { return known->contains(language); });
+    return liked.empty() ? std::string(english) : liked;
 }
 
 std::string languageOf(const HostContext& host, const Words& words) {

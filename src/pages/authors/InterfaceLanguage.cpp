@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "accounts/Actor.h"
+#include "pages/AcceptLanguage.h"
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
 #include "platform/Request.h"
@@ -24,12 +25,6 @@ const InterfaceLanguage* find(const std::vector<InterfaceLanguage>& languages, s
     return found == languages.end() ? nullptr : &*found;
 }
 
-/// "de-AT;q=0.8" is "de". Browsers name the languages in the order in which their people want them.
-std::string_view primaryTag(std::string_view range) {
-    range = text::trim(range.substr(0, range.find(';')));
-    return range.substr(0, range.find('-'));
-}
-
 }  // namespace
 
 std::vector<InterfaceLanguage> interfaceLanguages(db::Connection& connection) {
@@ -47,12 +42,10 @@ std::string knownCode(const std::vector<InterfaceLanguage>& languages, std::stri
 std::string languageFor(const HostContext& host, const std::vector<InterfaceLanguage>& languages,
                         std::string_view chosen) {
     if (const auto* language = find(languages, text::trim(chosen))) return language->code;
-    const std::string accepted = host.request.serverVariable("http_accept_language");
-    for (std::string_view rest = accepted; !rest.empty();) {
-        const std::string_view range = rest.substr(0, rest.find(','));
-        rest.remove_prefix(std::min(rest.size(), range.size() + 1));
-        if (const auto* language = find(languages, primaryTag(range))) return language->code;
-    }
+    const std::string liked =
+        likedLanguage(host.request.serverVariable("http_accept_language"),
+                      [&](const std::string& code) { return find(languages, code) != nullptr; });
+    if (!liked.empty()) return liked;
     return languages.empty() ? "en" : languages.front().code;
 }
 
