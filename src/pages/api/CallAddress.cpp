@@ -93,9 +93,9 @@ Reply replyToBody(const HostContext& host, Calls& calls, const Asked& asked, con
     return run(calls, asked, operation, [&read] { return argumentsOf(std::get<json::object>(read)); });
 }
 
-void answerReply(Response& response, Reply reply, const std::string& operation) {
+void answerReply(Response& response, const Calls& calls, const Asked& asked, Reply reply) {
     if (auto* problem = std::get_if<Problem>(&reply)) {
-        problem->operation = operation;
+        problem->operation = calls.nameOf(asked.className, asked.operation);
         return answer(response, *problem);
     }
     answer(response, json::object{{"result", std::move(std::get<json::value>(reply))}});
@@ -115,8 +115,7 @@ void answerCall(HostContext& host, Api& api) {
         return answer(host.response, problem);
     }
     const auto reply = isReading(host.request) ? replyToQuery : replyToBody;
-    answerReply(host.response, reply(host, calls, *asked, *operation),
-                calls.nameOf(asked->className, asked->operation));
+    answerReply(host.response, calls, *asked, reply(host, calls, *asked, *operation));
 }
 
 }  // namespace torvex::api

@@ -72,8 +72,9 @@ std::string momentText(const Value& moment, const DateTime& now) {
 
 void addHolder(HostContext& host, db::Connection& connection, const PageIdentity& page,
                Circumstances& found) {
+    if (!found.holder.empty()) return;
     auto rows = connection.query(selectHolder, {page.pageId});
-    if (!found.holder.empty() || !rows.next()) return;
+    if (!rows.next()) return;
     found.holder = text::trim(rows.text("name"));
     found.since = momentText(rows.value("lockingDate"), host.clock.now());
 }

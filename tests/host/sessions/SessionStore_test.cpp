@@ -1,54 +1,16 @@
-#include "host/sessions/SessionStore.h"
-
 #include <atomic>
-#include <gtest/gtest.h>
 #include <set>
 #include <thread>
 #include <vector>
+
+#include "host/sessions/SessionStoreTest.h"
 
 namespace torvex {
 
 namespace {
 
 using namespace std::chrono_literals;
-
-class SessionStoreTest : public testing::Test {
-  protected:
-    SessionStore& store() {
-        if (!store_) store_ = std::make_unique<SessionStore>(limits, [this] { return now; });
-        return *store_;
-    }
-
-    /// One request: runs `body` with the session and returns the token sent, "" when none is.
-    std::string request(std::string_view token, const std::function<void(SessionLease&)>& body = {}) {
-        std::string sent;
-        store().enter(token, origin, [&](SessionLease lease) {
-            if (body) body(lease);
-            const auto fresh = lease.finish();
-            if (fresh) sent = fresh->text();
-        });
-        return sent;
-    }
-
-    /// Whether the token leads to a session that was there before.
-    bool isKnown(std::string_view token) {
-        bool isNew = true;
-        store().enter(token, origin, [&](SessionLease lease) { isNew = lease.isNew(); });
-        return !isNew;
-    }
-
-    static auto set(const char* value) {
-        return [value](SessionLease& lease) { lease.session().set("key", Value(std::string(value))); };
-    }
-
-    /// Requests come from this address.
-    std::uint64_t origin = 1;
-    SessionLimits limits;
-    SessionStore::TimePoint now = SessionStore::TimePoint(1000h);
-
-  private:
-    std::unique_ptr<SessionStore> store_;
-};
+using test::SessionStoreTest;
 
 TEST_F(SessionStoreTest, AVisitorFindsTheSessionAgain) {
     const std::string token = request("", set("mine"));
@@ -330,16 +292,6 @@ TEST_F(SessionStoreTest, ALoginWithoutASessionGetsItsTokenOnce) {
 
 // ---- Who goes first ----
 
-void logIn(SessionLease& lease) {
-    lease.session().set("tvx_username", Value(std::string("flora")));
-    lease.session().renewToken();
-}
-
-void logInAsAuthor(SessionLease& lease) {
-    lease.session().set("torvex_username", Value(std::string("iris")));
-    lease.session().renewToken();
-}
-
 TEST_F(SessionStoreTest, StrangersDoNotPushOutSessionsThatSomebodyIsLoggedInTo) {
     limits.established = 160;
     const std::string visitor = request(request(""), logIn);
@@ -375,80 +327,6 @@ TEST_F(SessionStoreTest, ALoginLivesAsLongAsAnEstablishedSession) {
     now += 20min + 1s;
     store().sweep();
     EXPECT_EQ(store().size(), 0U);
-}
-
-// ---- Authors ----
-
-TEST_F(SessionStoreTest, AnAuthorsSessionLivesForATimeOfItsOwn) {
-    limits.authorIdle = 1h;
-    const std::string author = request("", logInAsAuthor);
-    const std::string visitor = request("", logIn);
-    now += 59min;
-    store().sweep();
-    EXPECT_FALSE(isKnown(visitor));
-    EXPECT_TRUE(isKnown(author));
-    now += 1h + 1s;
-    EXPECT_FALSE(isKnown(author));
-}
-
-TEST_F(SessionStoreTest, AnAuthorWhoIdlesKeepsNoVisitorsSessionAlive) {
-    limits.authorIdle = 10h;
-    request("", logInAsAuthor);
-    for (int i = 0; i < 100; ++i) request("", logIn);
-    now += 21min;
-    store().sweep();
-    EXPECT_EQ(store().size(), 1U);
-}
-
-TEST_F(SessionStoreTest, TheSessionsOfAuthorsThatHaveEndedAreTold) {
-    std::string id;
-    request("", [&](SessionLease& lease) {
-        logInAsAuthor(lease);
-        id = lease.session().id();
-    });
-    request("", logIn);
-    EXPECT_TRUE(store().takeEndedAuthors().empty());
-    now += 25h;
-    store().sweep();
-    EXPECT_EQ(store().takeEndedAuthors(), std::vector<std::string>{id});
-    EXPECT_TRUE(store().takeEndedAuthors().empty());
-}
-
-TEST_F(SessionStoreTest, AnEndIsToldHoweverItComes) {
-    const std::string idle = request("", logInAsAuthor);
-    now += 25h;
-    EXPECT_FALSE(isKnown(idle));
-    EXPECT_EQ(store().takeEndedAuthors().size(), 1U);
-    const std::string abandoned = request("", logInAsAuthor);
-    request(abandoned, [](SessionLease& lease) { lease.session().abandon(); });
-    EXPECT_EQ(store().takeEndedAuthors().size(), 1U);
-}
-
-TEST_F(SessionStoreTest, ANewTokenIsNoEnd) {
-    const std::string token = request("", logInAsAuthor);
-    EXPECT_FALSE(request(token, logInAsAuthor).empty());
-    EXPECT_TRUE(store().takeEndedAuthors().empty());
-}
-
-TEST_F(SessionStoreTest, AuthorsGoLastAndAreToldWhenTheyGo) {
-    limits.established = 160;
-    for (int i = 0; i < 50; ++i) request("", logInAsAuthor);
-    for (int i = 0; i < 2000; ++i) request("", logIn);
-    const std::size_t pushedOut = store().takeEndedAuthors().size();
-    EXPECT_LT(pushedOut, 15U);  // where a sixteenth of the store has got more authors than it holds
-    for (int i = 0; i < 1000; ++i) request("", logInAsAuthor);
-    EXPECT_GE(store().takeEndedAuthors().size() + pushedOut, 890U);
-}
-
-TEST_F(SessionStoreTest, ASessionThatIsPushedOutDuringItsRequestEndsWithIt) {
-    limits.established = 16;
-    std::string token = request("", logInAsAuthor);
-    request(token, [&](SessionLease&) {
-        for (int i = 0; i < 1000; ++i) request("", logInAsAuthor);
-        store().takeEndedAuthors();
-    });
-    EXPECT_EQ(store().takeEndedAuthors().size(), 1U);
-    EXPECT_FALSE(isKnown(token));
 }
 
 TEST_F(SessionStoreTest, OneAddressPushesOutNobodyElse) {
