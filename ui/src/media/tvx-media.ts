@@ -7,24 +7,15 @@ import { TvxElement, Watch } from "../kit/element";
 import { icon } from "../kit/icon";
 import { openMenu } from "../kit/tvx-menu";
 import "../kit/tvx-table";
-import type { TableColumn } from "../kit/tvx-table";
-import { interfaceLanguage, L, plural, t } from "../labels";
+import { L, plural, t } from "../labels";
 import { go, setQuery } from "../shell/address";
 import { kept } from "../shell/workplace";
-import { addressOf, loadFiles, loadFolders, type MediaRights, mediaRights } from "./data";
+import { loadFiles, loadFolders, type MediaRights, mediaRights } from "./data";
 import { fileDialog, newFolderDialog, removeFilesDialog, removeFolderDialog, renameFolderDialog } from "./dialogs";
+import { columnsOf, factsOf, nameOf, pictureOf } from "./file-faces";
 import { folderGroupsDialog } from "./folder-groups";
 import { foldersChanged, onFoldersChanged } from "./folders-changed";
-import {
-  baseName,
-  extensionOf,
-  filtered,
-  type MediaFile,
-  type MediaKind,
-  type Order,
-  sizeText,
-  sorted,
-} from "./model/files";
+import { baseName, filtered, type MediaFile, type MediaKind, type Order, sorted } from "./model/files";
 import { type Folder, filesBelow, namedOr, trailOf } from "./model/folders";
 import { titlesDialog } from "./titles-dialog";
 import "./tvx-uploads";
@@ -382,13 +373,13 @@ export class TvxMedia extends TvxElement {
       ${files.map(
         (
           file,
-        ) => html`<div class="media-tile" role="option" aria-selected=${this.selected.has(keyOf(file))} aria-label=${this.nameOf(file)} tabindex=${keyOf(file) === reachable ? 0 : -1}
+        ) => html`<div class="media-tile" role="option" aria-selected=${this.selected.has(keyOf(file))} aria-label=${nameOf(file)} tabindex=${keyOf(file) === reachable ? 0 : -1}
           @click=${(event: MouseEvent) => this.clicked(event, file)} @focus=${() => {
             this.at = keyOf(file);
           }}>
-          <span class="media-picture">${this.picture(file)}</span>
+          <span class="media-picture">${pictureOf(this.site, file)}</span>
           <span class="media-name cut">${file.title || baseName(file.path)}</span>
-          <span class="note cut">${this.facts(file)}</span>
+          <span class="note cut">${factsOf(file)}</span>
           ${file.kind === "images" && !file.asked ? html`<span class="media-flag" title=${t(L.noAltYet)}>${icon("triangle-alert")}</span>` : nothing}
           <span class="media-tick" @click=${(event: Event) => {
             event.stopPropagation();
@@ -398,71 +389,11 @@ export class TvxMedia extends TvxElement {
       )}</div>`;
   }
 
-  private nameOf(file: MediaFile): string {
-    return [
-      file.title || baseName(file.path),
-      this.facts(file),
-      file.kind === "images" && !file.asked ? t(L.noAltYet) : "",
-    ]
-      .filter(Boolean)
-      .join(", ");
-  }
-
-  private facts(file: MediaFile): string {
-    const size = sizeText(file.size, interfaceLanguage());
-    return file.width
-      ? `${file.width} × ${file.height} · ${size}`
-      : `${extensionOf(file.path).toUpperCase()} · ${size}`;
-  }
-
-  private picture(file: MediaFile): TemplateResult {
-    if (file.kind === "images")
-      return html`<img src=${addressOf(this.site, file)} alt="" loading="lazy" decoding="async" />`;
-    return html`<span class="media-type">${icon("file-text")}<span>${extensionOf(file.path).toUpperCase()}</span></span>`;
-  }
-
   private table(files: readonly MediaFile[]): TemplateResult {
-    const columns: TableColumn<MediaFile>[] = [
-      {
-        id: "title",
-        label: t(L.title),
-        cell: (file) =>
-          html`<span class="found-title">${this.small(file)}<span class="cut">${file.title || baseName(file.path)}</span></span>`,
-        by: (file) => file.title,
-      },
-      {
-        id: "name",
-        label: t(L.filename),
-        cell: (file) => html`<span class="soft">${baseName(file.path)}</span>`,
-        by: (file) => baseName(file.path),
-        wide: true,
-      },
-      ...(this.kind === "images"
-        ? [
-            {
-              id: "alt",
-              label: t(L.mediaAlt),
-              cell: (file: MediaFile) =>
-                file.asked
-                  ? file.alt || html`<span class="soft">${t(L.mediaDecoration)}</span>`
-                  : html`<span class="media-warn">${icon("triangle-alert")}${t(L.noAltYet)}</span>`,
-              by: (file: MediaFile) => file.alt,
-              wide: true,
-            },
-          ]
-        : []),
-      { id: "facts", label: t(L.bySize), cell: (file) => this.facts(file), by: (file) => file.size, numeric: true },
-    ];
-    return html`<tvx-table class="card" .label=${t(this.kind === "images" ? L.images : L.documents)} .columns=${columns} .rows=${files} .keyOf=${keyOf} .nameOf=${(file: MediaFile) => file.title} selectable .selected=${this.selected}
+    return html`<tvx-table class="card" .label=${t(this.kind === "images" ? L.images : L.documents)} .columns=${columnsOf(this.site, this.kind)} .rows=${files} .keyOf=${keyOf} .nameOf=${(file: MediaFile) => file.title} selectable .selected=${this.selected}
       @tvx-select=${(event: CustomEvent<ReadonlySet<string>>) => {
         this.selected = event.detail;
       }} @tvx-open=${(event: CustomEvent<MediaFile>) => void this.open(event.detail)}></tvx-table>`;
-  }
-
-  private small(file: MediaFile): TemplateResult {
-    return file.kind === "images"
-      ? html`<img class="media-small" src=${addressOf(this.site, file)} alt="" loading="lazy" />`
-      : icon("file-text");
   }
 }
 

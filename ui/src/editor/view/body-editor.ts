@@ -11,7 +11,7 @@ import { bodyText, openBody } from "../model/body";
 import { ownAddresses, pasted, pastedText, wordsOf } from "../model/paste";
 import { elementAttrs } from "../model/schema";
 import { write } from "../model/write";
-import * as commands from "./commands";
+import { keys, wordKeys } from "./keys";
 import { type BodyPlace, holderIn } from "./places";
 import { picture, viewsFor } from "./render";
 
@@ -97,7 +97,7 @@ export class BodyEditor {
     return [
       new Plugin({ props: { handleKeyDown: (_, event) => this.events.key(event) } }),
       keymap({ Enter: islands, Backspace: undoInputRule }),
-      keymap(words ? commands.wordKeys : commands.keys),
+      keymap(words ? wordKeys : keys),
       ...(words ? [] : [lineRules()]),
       history(),
       dropCursor({ color: "#0b57d0", width: 2 }),

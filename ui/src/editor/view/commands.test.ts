@@ -4,6 +4,7 @@ import type { Node } from "prosemirror-model";
 import { type Command, EditorState, TextSelection } from "prosemirror-state";
 import { bodyText, openBody } from "../model/body";
 import * as commands from "./commands";
+import { keys } from "./keys";
 
 /** The place of a mark "|" in the text, or what lies between two, is chosen; then the commands run. */
 function after(text: string, ...steps: Command[]): string {
@@ -35,7 +36,7 @@ const type =
     dispatch?.(state.tr.insertText(words));
     return true;
   };
-const enter = commands.keys.Enter!;
+const enter = keys.Enter!;
 
 test("Enter breaks a paragraph into two of its kind", () => {
   assert.equal(
@@ -71,11 +72,11 @@ test("Enter in an empty entry leaves the list", () => {
 
 test("Tab puts an entry below the one before it, Shift+Tab takes it out again", () => {
   assert.equal(
-    after("<ul><li>moss</li><li>fern|</li></ul>", commands.keys.Tab!),
+    after("<ul><li>moss</li><li>fern|</li></ul>", keys.Tab!),
     "<ul><li>moss<ul><li>fern</li></ul></li></ul>",
   );
   assert.equal(
-    after("<ul><li>moss<ul><li>fern|</li></ul></li></ul>", commands.keys["Shift-Tab"]!),
+    after("<ul><li>moss<ul><li>fern|</li></ul></li></ul>", keys["Shift-Tab"]!),
     "<ul><li>moss</li><li>fern</li></ul>",
   );
 });
