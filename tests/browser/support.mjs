@@ -39,6 +39,24 @@ export function servedDemo(statements = [], prepare = () => {}) {
   return site;
 }
 
+// The server of an installation: it can be killed, and served again at the same address.
+function serverOf(install) {
+  const port = freePort();
+  const address = `http://127.0.0.1:${port}`;
+  let server;
+  return {
+    address,
+    serve: async () => {
+      server = spawn(program, ["serve", "--install", install, "--listen", `127.0.0.1:${port}`], { stdio: "ignore" });
+      await untilServed(`${address}/error.asp`);
+    },
+    end: (signal) => new Promise((resolve) => {
+      server.once("exit", resolve);
+      server.kill(signal);
+    }),
+  };
+}
+
 async function startSite(statements, prepare) {
   const folder = mkdtempSync(join(tmpdir(), "torvex-browser-"));
   const install = join(folder, "site");
@@ -46,17 +64,7 @@ async function startSite(statements, prepare) {
   const sql = (statement) => execFileSync(program, ["sql", "--install", install, statement]);
   for (const statement of [setPasswords, ...statements]) sql(statement);
   prepare(install);
-  const port = freePort();
-  const address = `http://127.0.0.1:${port}`;
-  let server;
-  const serve = async () => {
-    server = spawn(program, ["serve", "--install", install, "--listen", `127.0.0.1:${port}`], { stdio: "ignore" });
-    await untilServed(`${address}/error.asp`);
-  };
-  const end = (signal) => new Promise((resolve) => {
-    server.once("exit", resolve);
-    server.kill(signal);
-  });
+  const { address, serve, end } = serverOf(install);
   await serve();
   const browser = await chromium.launch(browserOptions);
   return {

@@ -71,6 +71,44 @@ async function answerBatch(calls, { calls: wanted }) {
   return { status: 200, body: { results } };
 }
 
+const json = (route, status, body, headers = {}) =>
+  route.fulfill({ status, contentType: "application/json", body: JSON.stringify(body), headers });
+
+const sessionOf = ({ loggedIn }) => ({
+  login: loggedIn ? { loginId: 2, username: "iris", name: "Iris Falk", isAdministrator: false } : null,
+  rights: { all: false, pages: [{ site: "bg", lang: "en", may: ["onOff", "move", "publish", "approve", "edit"] }], entries: [] },
+});
+
+async function serveCall(route, state, calls, name) {
+  const request = route.request();
+  const args = request.postDataJSON() ?? {};
+  state.sent.push({ name, args });
+  state.tokens.push(request.headers()["x-torvex-token"]);
+  if (name === "cManager/login") {
+    if (args.password !== "blue-flag") return json(route, 409, { status: 409, code: 1, detail: "Name or password is wrong, or this login isn't valid today." });
+    state.loggedIn = true;
+    return json(route, 200, { result: 0 }, { "X-Torvex-Token": "third" });
+  }
+  if (!state.loggedIn) return json(route, 401, { status: 401, title: "not logged in" });
+  if (name === "batch") {
+    const { status, body } = await answerBatch(calls, args);
+    return json(route, status, body);
+  }
+  const { status, problem, result } = await answerOf(calls, name, args);
+  return json(route, status, problem ?? { result }, problem?.headers);
+}
+
+function serve(route, state, calls, lang) {
+  const { pathname, searchParams } = new URL(route.request().url());
+  if (pathname.startsWith("/torvex/ui/")) return serveFile(route, pathname.slice("/torvex/ui/".length));
+  if (pathname === "/torvex/login") return route.fulfill({ contentType: "text/html", body: '<meta name="torvex-token" content="second">' });
+  if (!pathname.startsWith("/torvex/api/")) return route.fulfill({ contentType: "text/html", body: shellOf(lang), headers: { "content-security-policy": policy } });
+  const name = pathname.slice("/torvex/api/".length);
+  if (name === "labels") return json(route, 200, words(searchParams.get("lang")));
+  if (name === "session") return json(route, 200, sessionOf(state));
+  return serveCall(route, state, calls, name);
+}
+
 // A page with the shell at an address. `api` has answers by "class/operation"; `sent` collects what was asked.
 export async function openShell(browser, { path = "/torvex/", api = {}, lang = "en", ...options } = {}) {
   const context = await browser.newContext({ viewport: { width: 1440, height: 900 }, reducedMotion: "reduce", ...options });
@@ -82,35 +120,7 @@ export async function openShell(browser, { path = "/torvex/", api = {}, lang = "
   await page.addInitScript(() => document.addEventListener("securitypolicyviolation", (event) => {
     window.tellViolation(`${event.effectiveDirective} ${event.blockedURI} ${event.sample}`);
   }));
-  await page.route(`${origin}/**`, async (route) => {
-    const request = route.request();
-    const { pathname, searchParams } = new URL(request.url());
-    const json = (status, body, headers = {}) => route.fulfill({ status, contentType: "application/json", body: JSON.stringify(body), headers });
-    if (pathname.startsWith("/torvex/ui/")) return serveFile(route, pathname.slice("/torvex/ui/".length));
-    if (pathname === "/torvex/login") return route.fulfill({ contentType: "text/html", body: '<meta name="torvex-token" content="second">' });
-    if (!pathname.startsWith("/torvex/api/")) return route.fulfill({ contentType: "text/html", body: shellOf(lang), headers: { "content-security-policy": policy } });
-    const name = pathname.slice("/torvex/api/".length);
-    if (name === "labels") return json(200, words(searchParams.get("lang")));
-    if (name === "session") return json(200, {
-      login: state.loggedIn ? { loginId: 2, username: "iris", name: "Iris Falk", isAdministrator: false } : null,
-      rights: { all: false, pages: [{ site: "bg", lang: "en", may: ["onOff", "move", "publish", "approve", "edit"] }], entries: [] },
-    });
-    const args = request.postDataJSON() ?? {};
-    state.sent.push({ name, args });
-    state.tokens.push(request.headers()["x-torvex-token"]);
-    if (name === "cManager/login") {
-      if (args.password !== "blue-flag") return json(409, { status: 409, code: 1, detail: "Name or password is wrong, or this login isn't valid today." });
-      state.loggedIn = true;
-      return json(200, { result: 0 }, { "X-Torvex-Token": "third" });
-    }
-    if (!state.loggedIn) return json(401, { status: 401, title: "not logged in" });
-    if (name === "batch") {
-      const { status, body } = await answerBatch(calls, args);
-      return json(status, body);
-    }
-    const { status, problem, result } = await answerOf(calls, name, args);
-    return json(status, problem ?? { result }, problem?.headers);
-  });
+  await page.route(`${origin}/**`, (route) => serve(route, state, calls, lang));
   await page.goto(origin + path);
   await page.getByRole("banner").waitFor();
   return Object.assign(state, { page, context, calls });

@@ -35,6 +35,16 @@ async function logIn(username: string, password: string, takeOver: boolean): Pro
 
 let asking = false;
 
+const form = (username: string, password: Ref<HTMLInputElement>) => html`
+  <p class="notice">${icon("info")}<span>${t(L.sessionEnded)} ${t(L.textIsKept)}</span></p>
+  <form class="stack" @submit=${(event: Event) => event.preventDefault()}>
+    <div class="field"><label for="again-name">${t(L.userName)}</label><input id="again-name" class="input" autocomplete="username" readonly .value=${username} /></div>
+    <div class="field"><label for="again-password">${t(L.password)}</label>
+      <input id="again-password" class="input" type="password" autocomplete="current-password" autofocus ${ref(password)}
+        @keydown=${(event: KeyboardEvent) => event.key === "Enter" && (event.target as HTMLElement).closest("dialog")?.querySelector<HTMLElement>(".primary")?.click()} /></div>
+  </form>
+`;
+
 /** Lies over the screen until somebody has logged in again; what is below stays as it is. */
 async function askAgain(): Promise<void> {
   if (asking) return;
@@ -53,16 +63,7 @@ async function askAgain(): Promise<void> {
   await dialog({
     title: t(L.logInAgain),
     stays: true,
-    body: () => html`
-      <p class="notice">${icon("info")}<span>${t(L.sessionEnded)} ${t(L.textIsKept)}</span></p>
-      <form class="stack" @submit=${(event: Event) => event.preventDefault()}>
-        <div class="field"><label for="again-name">${t(L.userName)}</label><input id="again-name" class="input" autocomplete="username" readonly .value=${username} /></div>
-        <div class="field"><label for="again-password">${t(L.password)}</label>
-          <input id="again-password" class="input" type="password" autocomplete="current-password" autofocus ${ref(password)}
-            @keydown=${(event: KeyboardEvent) => event.key === "Enter" && (event.target as HTMLElement).closest("dialog")?.querySelector<HTMLElement>(".primary")?.click()} /></div>
-      </form>
-      ${held ? html`<p>${t(L.takeOverQuestion)}</p>` : nothing}
-    `,
+    body: () => html`${form(username, password)}${held ? html`<p>${t(L.takeOverQuestion)}</p>` : nothing}`,
     actions: () => [{ name: "login", label: held ? t(L.takeOver) : t(L.logIn), kind: "primary", run }],
   });
   asking = false;
