@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/text/Text.h"
+#include "support/ThreadTime.h"
 
 namespace torvex {
 namespace {
@@ -223,17 +224,15 @@ TEST(LinkScan, TenThousandLinksAreAllRewritten) {
 TEST(LinkScan, AnchorsWithoutAnEndCostNoMoreThanOneSearch) {
     std::string html;
     for (int i = 0; i < 300'000; ++i) html += "<a x>";
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(rewritten(html), html);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    const auto taken = test::threadTimeOf([&] { EXPECT_EQ(rewritten(html), html); });
+    EXPECT_LT(taken, std::chrono::seconds(5));
 }
 
 TEST(LinkScan, ATagFullOfCommentEndsCostsNoMoreThanOneSearch) {
     std::string html;
     for (int i = 0; i < 100'000; ++i) html += "<a -->";
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(rewritten(html), html);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    const auto taken = test::threadTimeOf([&] { EXPECT_EQ(rewritten(html), html); });
+    EXPECT_LT(taken, std::chrono::seconds(5));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "support/TestHost.h"
+#include "support/ThreadTime.h"
 #include "templates/HTMLTemplate.h"
 
 namespace torvex {
@@ -99,11 +100,12 @@ TEST(EmailLinks, LongRunsTakeNoSquareTime) {
     std::string many;
     for (int i = 0; i < 100'000; ++i) many += "a@b-c.";
     std::string run = "a@" + std::string(1'000'000, '-') + "@b.cd";
-    const auto begin = std::chrono::steady_clock::now();
-    linkEmailAddresses(many);
-    linkEmailAddresses(std::string(500'000, '@'));
-    EXPECT_EQ(linkEmailAddresses(run), run);
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+    const auto taken = test::threadTimeOf([&] {
+        linkEmailAddresses(many);
+        linkEmailAddresses(std::string(500'000, '@'));
+        EXPECT_EQ(linkEmailAddresses(run), run);
+    });
+    EXPECT_LT(taken, std::chrono::seconds(20));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "support/TestHost.h"
+#include "support/ThreadTime.h"
 #include "templates/HTMLTemplate.h"
 
 namespace torvex {
@@ -123,13 +124,14 @@ TEST_F(HtmlTemplateTags, ThousandsOfPlacesTakeNoSquareTime) {
         text += "<!--!x!-->.";
         expected += "y.";
     }
-    const auto begin = std::chrono::steady_clock::now();
-    EXPECT_EQ(replaced(text, "y"), expected);
-    EXPECT_EQ(cleared(text), std::string(200'000, '.'));
-    std::string odd;
-    for (int i = 0; i < 100'000; ++i) odd += "<!--!x_0" + std::to_string(i % 30000) + "!-->";
-    EXPECT_EQ(with(odd).iTagExists("x"), 0);
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+    const auto taken = test::threadTimeOf([&] {
+        EXPECT_EQ(replaced(text, "y"), expected);
+        EXPECT_EQ(cleared(text), std::string(200'000, '.'));
+        std::string odd;
+        for (int i = 0; i < 100'000; ++i) odd += "<!--!x_0" + std::to_string(i % 30000) + "!-->";
+        EXPECT_EQ(with(odd).iTagExists("x"), 0);
+    });
+    EXPECT_LT(taken, std::chrono::seconds(20));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "platform/text/Text.h"
 #include "support/TestHost.h"
+#include "support/ThreadTime.h"
 #include "templates/HTMLTemplate.h"
 
 namespace torvex {
@@ -130,10 +131,11 @@ TEST_F(ReplaceAllBlocks, ThousandsOfBlocksTakeNoSquareTime) {
         plain += block("row");
         family += block("row_" + std::to_string(i));
     }
-    const auto begin = std::chrono::steady_clock::now();
-    EXPECT_EQ(replaced(plain, "row", "x"), std::string(50'000, 'x'));
-    EXPECT_EQ(replaced(family, "row_i", "x"), std::string(50'000, 'x'));
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+    const auto taken = test::threadTimeOf([&] {
+        EXPECT_EQ(replaced(plain, "row", "x"), std::string(50'000, 'x'));
+        EXPECT_EQ(replaced(family, "row_i", "x"), std::string(50'000, 'x'));
+    });
+    EXPECT_LT(taken, std::chrono::seconds(20));
 }
 
 TEST(Markers, MarkersOfBlocksThatOverlapLeaveNothingBetweenThem) {
