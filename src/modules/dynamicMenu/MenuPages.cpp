@@ -59,7 +59,7 @@ const std::string designChildren = joined(Twin::Design, {opening, select, fromOp
 const std::string children = joined(Twin::Live, {opening, select, fromOpened});
 const std::string childrenWithGroups =
     joined(Twin::Live, {opening, select, selectGroup, fromOpened, fromGroups});
-const std::string ways = joined(Twin::Live, {opening, leading, select, fromWays});
+const std::string waysWithoutGroups = joined(Twin::Live, {opening, leading, select, fromWays});
 const std::string waysWithGroups =
     joined(Twin::Live, {opening, leading, select, selectGroup, fromWays, fromGroups});
 
@@ -87,7 +87,7 @@ MenuPages::MenuPages(db::Connection& connection, const MenuPlace& place)
     : connection_(connection), place_(place), currentNode_(text::lower(place.currentNode)) {
     children_ = read(childrenFor(place));
     if (place.twin == Twin::Live && hasClosedFolders())
-        ways_ = read(place.withGroups ? waysWithGroups : ways);
+        ways_ = read(place.withGroups ? waysWithGroups : waysWithoutGroups);
     std::sort(groups_.begin(), groups_.end());
 }
 

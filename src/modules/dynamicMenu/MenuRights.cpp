@@ -16,7 +16,8 @@ MenuRights::MenuRights(db::Connection& connection, PageIdentity root, Visitor vi
                        pageAccess::open) {}
 
 bool MenuRights::letThrough(const MenuPage& page, std::span<const PageGroup> groups) {
-    const auto [first, last] = std::ranges::equal_range(groups, page.pageId, {}, &PageGroup::pageId);
+    const auto first = std::ranges::lower_bound(groups, page.pageId, {}, &PageGroup::pageId);
+    const auto last = std::ranges::upper_bound(groups, page.pageId, {}, &PageGroup::pageId);
     if (first == last) return false;
     if (first->group == inheritedGroup)
         return rootLetsThrough_ || !text::equals(parentOf(page.nodeId), root_.nodeId);
