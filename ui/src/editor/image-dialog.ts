@@ -47,8 +47,12 @@ export class TvxImagePicker extends TvxElement {
           site: this.site,
           folderType: "images",
         })) as unknown as Folder[];
-      const from = { site: this.site, folderType: "images", folder: this.folder, words: this.words, from: 0 };
-      this.pictures = (await call("registers.getMedia", from)) as unknown as Picture[];
+      const { folder, words } = this;
+      const from = { site: this.site, folderType: "images", folder, words, from: 0 };
+      const found = (await call("registers.getMedia", from)) as unknown as Picture[];
+      // What other words were asked for since comes behind this.
+      if (folder !== this.folder || words !== this.words) return;
+      this.pictures = found;
       this.at = 0;
       this.fault = "";
     } catch (error) {
@@ -107,7 +111,9 @@ export class TvxImagePicker extends TvxElement {
   }
 
   private one({ path, title, width, height }: Picture, i: number) {
-    return html`<button type="button" role="option" aria-selected=${i === this.at} tabindex=${i === this.at ? 0 : -1} @click=${() => {
+    return html`<button type="button" role="option" aria-selected=${i === this.at} tabindex=${i === this.at ? 0 : -1} @focus=${() => {
+      this.at = i;
+    }} @click=${() => {
       this.at = i;
     }} @dblclick=${() => this.tell("tvx-chosen")}>
       <img src=${addressOf(this.site, path)} alt="" loading="lazy"><span class="cut">${title || path}${width ? html` <span class="note">${width} × ${height}</span>` : nothing}</span></button>`;

@@ -104,6 +104,7 @@ export class BodySession {
 
   changed(): void {
     this.unsaved.value = true;
+    if (keeping.value.state === "saved") keeping.value = { state: "", at: null };
     typing();
     this.keeper.typed(() => this.edited.draft);
     void this.take();

@@ -26,6 +26,12 @@ export interface EditorEvents {
   island(at: number, raw: string): void;
 }
 
+/** What the library's view knows and doesn't offer. */
+interface Internals {
+  domObserver: { flush(): void };
+  input: { shiftKey: boolean };
+}
+
 /** Not all of the body can be shown without changing it. */
 export class NotExact extends Error {}
 
@@ -76,6 +82,7 @@ export class BodyEditor {
         handleDoubleClickOn: (_, __, node, at) => this.openIsland(node, at),
         // Ahead of the library, which would parse what comes from elsewhere in the shell's document.
         handleDOMEvents: {
+          keydown: () => this.catchUp(),
           paste: (_, event) => this.paste(event),
           drop: (_, event) => this.drop(event),
           copy: (_, event) => this.copy(event, false),
@@ -127,8 +134,17 @@ export class BodyEditor {
     return true;
   }
 
+  /**
+   * The browser tells of a moved cursor a moment later, behind the next key of whoever types fast: what depends on the
+   * cursor asks where it is.
+   */
+  private catchUp(): void {
+    if (!this.view.composing) (this.view as unknown as Internals).domObserver.flush();
+  }
+
   /** The clipboard gets what is stored, not how it is shown. */
   private copy(event: ClipboardEvent, cut: boolean): boolean {
+    this.catchUp();
     const { selection } = this.view.state;
     if (selection.empty || !event.clipboardData) return false;
     const slice = selection.content();
@@ -152,6 +168,7 @@ export class BodyEditor {
   private paste(event: ClipboardEvent): boolean {
     const data = event.clipboardData;
     if (!data) return false;
+    this.catchUp();
     event.preventDefault();
     const files = [...data.files];
     const html = data.getData("text/html");
@@ -159,7 +176,7 @@ export class BodyEditor {
       this.events.files(files, this.view.state.selection.from);
       return true;
     }
-    const plain = (this.view as unknown as { input: { shiftKey: boolean } }).input.shiftKey;
+    const plain = (this.view as unknown as Internals).input.shiftKey;
     const slice = html && !plain ? this.pastedHtml(html) : pastedText(data.getData("text/plain"));
     this.insert(slice);
     return true;
@@ -211,6 +228,7 @@ export class BodyEditor {
   }
 
   run(command: Command): boolean {
+    this.catchUp();
     const done = command(this.view.state, this.view.dispatch, this.view);
     this.view.focus();
     return done;
