@@ -1,9 +1,10 @@
 import assert from "node:assert/strict";
 import { readFileSync, writeFileSync } from "node:fs";
 import { join } from "node:path";
-import { after, before, describe, test } from "node:test";
+import { afterEach, before, beforeEach, describe, test } from "node:test";
 import { findingsOfAxe } from "../support.mjs";
 import { logInAs, servedAuthors } from "./door.mjs";
+import { chooseWord, followed, keptHere, move, toEnd } from "./support.mjs";
 
 // Opening hours and tickets: body 1 a heading, 2 and 3 text.
 const pageId = 4;
@@ -26,6 +27,7 @@ function showTwice(install) {
 
 describe("a body is edited on its page", () => {
   const site = servedAuthors([setBody(3, 8, half), "update TORVEX_BODIES_DESIGN set bodyText = bodyText || bodyText where pageId = 8 and bodyId = 3", setBody(3, 9, crossed), setBody(3, 10, odd), setBody(3, 11, faulty)], showTwice);
+  let cookies;
   let context;
   let page;
   let violations;
@@ -40,6 +42,7 @@ describe("a body is edited on its page", () => {
     await page.keyboard.press("Enter");
     await page.getByRole("menuitem", { name: "Edit", exact: true }).click();
     await page.getByRole("toolbar", { name: "Tools for text" }).waitFor();
+    await followed(page);
   };
   const saved = () => page.locator("tvx-foot").getByText("Saved").waitFor();
   const save = async () => {
@@ -59,14 +62,22 @@ describe("a body is edited on its page", () => {
   };
 
   before(async () => {
-    context = await site.browser.newContext({ viewport: { width: 1440, height: 900 }, reducedMotion: "reduce" });
-    violations = [];
-    page = await newPage();
-    await logInAs(page, site, "iris");
+    const door = await site.browser.newContext();
+    await logInAs(await door.newPage(), site, "iris");
+    cookies = await door.cookies();
+    await door.close();
   });
-  after(async () => {
-    assert.deepEqual(violations, []);
+  // Each test has a window of its own: what one that fails leaves unsaved doesn't meet the next.
+  beforeEach(async () => {
+    site.sql("delete from TORVEX_DRAFTS");
+    violations = [];
+    context = await site.browser.newContext({ viewport: { width: 1440, height: 900 }, reducedMotion: "reduce" });
+    await context.addCookies(cookies);
+    page = await newPage();
+  });
+  afterEach(async () => {
     await context.close();
+    assert.deepEqual(violations, []);
   });
 
   test("a click into the text, a word, Ctrl+S: only that word is another", async () => {
@@ -74,7 +85,7 @@ describe("a body is edited on its page", () => {
     const before = stored(pageId, 2);
     await frame().getByText("The garden is open every day").click({ position: { x: 3, y: 8 } });
     await page.getByRole("toolbar", { name: "Tools for text" }).waitFor();
-    await page.keyboard.press("Home");
+    await move(page, "Home");
     await page.keyboard.type("Truly: ");
     await save();
     assert.equal(stored(pageId, 2), before.replace("The garden", "Truly: The garden"));
@@ -83,39 +94,38 @@ describe("a body is edited on its page", () => {
   });
 
   test("Escape saves and ends the typing", async () => {
+    await open(pageId);
+    await edit(2);
     await page.keyboard.type("Really. ");
     await page.keyboard.press("Escape");
     await page.getByRole("toolbar", { name: "Tools for text" }).waitFor({ state: "detached" });
-    assert.ok(stored(pageId, 2).includes("Truly: Really. The garden"));
+    assert.ok(stored(pageId, 2).startsWith("<p>Really. "));
     assert.equal(await frame().locator("[contenteditable=true]").count(), 0);
   });
 
   test("a body in a heading takes words and nothing else", async () => {
+    await open(pageId);
     await edit(1);
-    await page.keyboard.press("End");
+    await move(page, "End");
     await page.keyboard.type(" & more");
     await page.keyboard.press("Enter");
     await save();
-    await page.keyboard.press("Escape");
     assert.equal(stored(pageId, 1), "Opening hours and tickets &amp; more");
   });
 
   test("what a body holds beside the changed word stays byte for byte, islands, entities and line ends too", async () => {
     await open(10);
     await edit(3);
-    await frame().locator(".ProseMirror").getByText("oak").dblclick();
+    await chooseWord(page, "oak");
     await page.keyboard.type("birch");
     await save();
     assert.equal(stored(10, 3), odd.replace("oak", "birch"));
   });
 
   test("headings, lists and links are made by keys, and the slash offers what can be put in", async () => {
-    await page.keyboard.press("Control+End");
-    // The browser tells of a moved cursor a moment later.
-    await page.waitForFunction(() => {
-      const { state } = document.querySelector("tvx-page-frame").editing;
-      return state.selection.to >= state.doc.content.size - 2;
-    });
+    await open(10);
+    await edit(3);
+    await toEnd(page);
     await page.keyboard.press("Enter");
     await page.keyboard.type("/heading 2");
     await page.getByRole("option", { name: "Heading 2" }).waitFor();
@@ -126,14 +136,13 @@ describe("a body is edited on its page", () => {
     await page.keyboard.type("first");
     await page.keyboard.press("Enter");
     await page.keyboard.type("second");
-    await page.keyboard.press("Shift+Home");
+    await move(page, "Shift+Home");
     await page.keyboard.press("Control+l");
     await page.getByRole("combobox", { name: "Where to?" }).fill("https://example.org/");
     await page.keyboard.press("Enter");
     await page.getByRole("dialog").waitFor({ state: "detached" });
     await save();
     assert.match(stored(10, 3), /<h2>Plan<\/h2>\s*<ul>\s*<li>first<\/li>\s*<li><a href="https:\/\/example\.org\/" target="_blank">second<\/a><\/li>\s*<\/ul>/);
-    await page.keyboard.press("Escape");
   });
 
   test("a text that can't be edited on the page opens as source and says so", async () => {
@@ -156,7 +165,7 @@ describe("a body is edited on its page", () => {
     const before = stored(pageId, 2);
     await edit(2);
     await page.keyboard.type("Not saved yet. ");
-    await page.waitForTimeout(300);
+    await keptHere(page, "Not saved yet. ");
     await page.close();
     assert.equal(stored(pageId, 2), before);
     page = await newPage();
@@ -165,13 +174,15 @@ describe("a body is edited on its page", () => {
     await page.locator(".draft-notice").getByRole("button", { name: "Keep it" }).click();
     await page.getByRole("toolbar", { name: "Tools for text" }).waitFor();
     await save();
-    assert.equal(stored(pageId, 2), before.replace("Truly:", "Not saved yet. Truly:"));
+    assert.equal(stored(pageId, 2), before.replace("<p>", "<p>Not saved yet. "));
     await page.keyboard.press("Escape");
+    await page.getByRole("toolbar", { name: "Tools for text" }).waitFor({ state: "detached" });
     await open(pageId);
     assert.equal(await page.locator(".draft-notice").count(), 0);
   });
 
   test("what somebody else has saved meanwhile isn't written over unknowingly", async () => {
+    await open(pageId);
     await edit(2);
     await page.keyboard.type("Mine. ");
     const mine = await frame().locator(".ProseMirror").innerText();
@@ -186,13 +197,12 @@ describe("a body is edited on its page", () => {
     await saved();
     assert.ok(stored(pageId, 2).includes("Mine. "));
     assert.ok(mine.includes("Mine. "));
-    await page.keyboard.press("Escape");
   });
 
   test("what comes from elsewhere keeps its structure and loses its looks", async () => {
     await open(pageId);
     await edit(2);
-    await page.keyboard.press("Control+End");
+    await toEnd(page);
     await frame().evaluate(() => {
       const data = new DataTransfer();
       data.setData("text/html", '<h2 style="color:red">Pasted</h2><p onclick="go()"><b style="x">bold</b> <a href="javascript:go()">no</a> <script>go()</script></p>');
@@ -200,7 +210,26 @@ describe("a body is edited on its page", () => {
     });
     await save();
     assert.match(stored(pageId, 2), /<h2>Pasted<\/h2>\s*<p><strong>bold<\/strong> no\s*<\/p>$/);
-    await page.keyboard.press("Escape");
+  });
+
+  test("what comes right behind a moved cursor goes to where the cursor is", async () => {
+    await open(12);
+    await edit(2);
+    // All in one go, before the browser has told anybody.
+    await frame().evaluate(() => {
+      const body = document.activeElement;
+      const toEnd = () => getSelection().modify("move", "forward", "documentboundary");
+      const data = new DataTransfer();
+      data.setData("text/plain", "Pasted.");
+      toEnd();
+      body.dispatchEvent(new ClipboardEvent("paste", { clipboardData: data, bubbles: true, cancelable: true }));
+      getSelection().modify("move", "backward", "documentboundary");
+      toEnd();
+      body.dispatchEvent(new KeyboardEvent("keydown", { key: "Enter", keyCode: 13, bubbles: true, cancelable: true }));
+    });
+    await page.keyboard.type("Typed.");
+    await save();
+    assert.match(stored(12, 2), /Pasted\.<\/p>\s*<p>Typed\.<\/p>\s*$/);
   });
 
   test("a link is found by words of its page", async () => {
@@ -219,6 +248,8 @@ describe("a body is edited on its page", () => {
 
   test("a picture that is dropped into the text is uploaded, described and shown", async () => {
     const pixel = "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9QDwADhgGAWjR9awAAAABJRU5ErkJggg==";
+    await open(21);
+    await edit(2);
     await frame().evaluate((base64) => {
       const bytes = Uint8Array.from(atob(base64), (letter) => letter.charCodeAt(0));
       const data = new DataTransfer();
@@ -238,15 +269,17 @@ describe("a body is edited on its page", () => {
   });
 
   test("a picture of the library is chosen by keys, and its alternative text isn't asked twice", async () => {
+    await open(22);
+    await edit(2);
     await page.getByRole("button", { name: "Picture" }).click();
-    await page.getByLabel("Find a picture").fill("dropped");
-    await page.getByRole("option", { name: /dropped/ }).waitFor();
+    await page.getByLabel("Find a picture").fill("gallery");
+    const option = page.getByRole("option", { name: /from the gallery/ });
+    await option.waitFor();
     assert.deepEqual(await findingsOfAxe(page, "tvx-dialog"), []);
-    await page.getByRole("option", { name: /dropped/ }).press("Enter");
+    await option.press("Enter");
     await page.getByRole("dialog").waitFor({ state: "detached" });
     await save();
-    assert.equal(stored(21, 2).match(/alt="A red dot"/g).length, 2);
-    await page.keyboard.press("Escape");
+    assert.match(stored(22, 2), /palm-house\.jpg" width="900" height="540" alt="The crown of a palm under a glass roof, between two ferns">/);
   });
 
   test("a body that the template shows twice is the same at both places", async () => {
@@ -256,24 +289,24 @@ describe("a body is edited on its page", () => {
     await page.keyboard.type("Twice. ");
     await frame().locator("td.bodycontent").filter({ hasText: "Twice." }).nth(1).waitFor();
     await save();
-    await page.keyboard.press("Escape");
   });
 
   test("a body that was emptied is put back by Undo", async () => {
-    await open(pageId);
-    const before = stored(pageId, 2);
+    await open(12);
+    const before = stored(12, 2);
+    const words = await frame().locator("td.bodycontent").nth(1).innerText();
     await page.getByRole("button", { name: "Body 2", exact: true }).focus();
     await page.keyboard.press("Enter");
     await page.getByRole("menuitem", { name: "Empty this body" }).click();
     await page.getByText("Body 2 is empty now").waitFor();
-    assert.equal(site.query(`select count(*) as n from TORVEX_BODIES_DESIGN where pageId = ${pageId} and bodyId = 2`)[0].n, 0);
+    assert.equal(site.query(`select count(*) as n from TORVEX_BODIES_DESIGN where pageId = 12 and bodyId = 2`)[0].n, 0);
     await page.getByRole("button", { name: "Undo" }).last().click();
-    await page.locator("tvx-page-frame .frame-stage[aria-busy=false]").waitFor();
-    await frame().getByText("Pasted").waitFor();
-    assert.equal(stored(pageId, 2), before);
+    await frame().getByText(words.trim().split("\n")[0]).waitFor();
+    assert.equal(stored(12, 2), before);
   });
 
   test("a body becomes a feed, which the page shows before it is saved", async () => {
+    await open(pageId);
     await page.getByRole("button", { name: "Body 3", exact: true }).focus();
     await page.keyboard.press("Enter");
     await page.getByRole("menuitem", { name: "Text or feed..." }).click();
@@ -325,7 +358,6 @@ describe("a body is edited on its page", () => {
     await page.getByRole("button", { name: "Save again" }).click();
     await saved();
     assert.ok(stored(14, 2).includes("Kept. "));
-    await page.keyboard.press("Escape");
   });
 
   test("who can't save may leave, finds the text again, and may give it up", async () => {
@@ -352,21 +384,22 @@ describe("a body is edited on its page", () => {
     await context.setOffline(true);
     await page.keyboard.type("Offline. ");
     await page.keyboard.press("Control+s");
-    await page.waitForTimeout(300);
+    await page.locator("tvx-foot").getByText("Not connected").waitFor();
     await context.setOffline(false);
+    await page.locator("tvx-foot").getByText("Not connected").waitFor({ state: "detached" });
     await page.keyboard.type("Online. ");
     await save();
     assert.ok(stored(pageId, 2).includes("Offline. Online. "));
-    await page.keyboard.press("Escape");
   });
 
   test("a key in a body of 200 KB takes a frame", async (t) => {
     await open(8);
     await edit(3);
     assert.ok(stored(8, 3).length > 200_000);
-    await page.keyboard.press("Control+End");
+    await toEnd(page);
     await page.keyboard.type("Now ");
-    await page.waitForTimeout(3000);
+    // What the first key brings about is done then.
+    await page.locator("tvx-foot").getByText("Draft kept").waitFor();
     // Processor time of the document's thread, as others may keep this machine busy meanwhile.
     const devtools = await context.newCDPSession(page);
     await devtools.send("Performance.enable", { timeDomain: "threadTicks" });
@@ -386,6 +419,5 @@ describe("a body is edited on its page", () => {
     const median = each("TaskDuration");
     await save();
     assert.ok(median <= 40, `${median} ms`);
-    await page.keyboard.press("Escape");
   });
 });

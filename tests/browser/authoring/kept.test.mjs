@@ -1,7 +1,7 @@
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
 import { passwords, servedAuthors } from "./door.mjs";
-import { author, clickInto, edited, openPage } from "./support.mjs";
+import { author, clickInto, edited, openPage, toEnd, untilRow } from "./support.mjs";
 
 const words = "The garden in an hour";
 const bodyOf = (site, pageId, bodyId) =>
@@ -14,6 +14,9 @@ async function typesIn(site, text, name = "basil", pageName = /What.s on/) {
   await one.page.keyboard.type(text);
   return one;
 }
+
+// The first key takes the page.
+const untilTaken = (site) => untilRow(site, "select pageId from TORVEX_PAGES_DESIGN where pageId = 11 and lockStatus = 1");
 
 async function logInAgain(page, name) {
   const dialog = page.getByRole("dialog", { name: "Log in again" });
@@ -33,7 +36,6 @@ describe("what an author types is never lost", () => {
 
   test("when the server is killed while she types", async () => {
     const { page, faults, close } = await typesIn(site, " eins");
-    await page.waitForTimeout(300);
     await site.kill();
     await page.keyboard.type(" zwei");
     await page.getByRole("status").filter({ hasText: "Not connected" }).waitFor({ timeout: 20_000 });
@@ -41,7 +43,7 @@ describe("what an author types is never lost", () => {
     await site.serve();
     await logInAgain(page, "basil");
     await edited(page).locator("[contenteditable=true]").first().focus();
-    await page.keyboard.press("Control+End");
+    await toEnd(page);
     await page.keyboard.type(" vier");
     await save(page);
     assert.match(bodyOf(site, 11, 3), /eins zwei drei vier/);
@@ -51,7 +53,7 @@ describe("what an author types is never lost", () => {
 
   test("when her session is ended while she types", async () => {
     const { page, faults, close } = await typesIn(site, " fünf");
-    await page.waitForTimeout(300);
+    await untilTaken(site);
     site.sql("update TORVEX_LOGINS set sessionId = 'gone' where username = 'basil'");
     await page.keyboard.type(" sechs");
     await edited(page).locator("[contenteditable=true]").first().press("Control+s");
@@ -67,7 +69,6 @@ describe("what an author types is never lost", () => {
     await context.setOffline(true);
     await page.keyboard.type(" acht");
     await page.getByRole("status").filter({ hasText: "Not connected" }).waitFor();
-    await page.waitForTimeout(3000);
     await page.keyboard.type(" neun");
     await context.setOffline(false);
     await page.getByText("Not connected").waitFor({ state: "detached", timeout: 20_000 });
@@ -79,10 +80,10 @@ describe("what an author types is never lost", () => {
 
   test("when another author saved meanwhile", async () => {
     const { page, close } = await typesIn(site, " zehn");
-    await page.waitForTimeout(600);
-    site.call("cManager.saveBody", "pageIdent=11", "bodyId=3", "bodyContent=<p>Theirs</p>", "--login", "basil");
+    await untilTaken(site);
+    site.sql("update TORVEX_BODIES_DESIGN set bodyText = '<p>Theirs</p>' where pageId = 11 and bodyId = 3");
     await edited(page).locator("[contenteditable=true]").first().press("Control+s");
-    await page.waitForTimeout(1500);
+    await page.getByText("Somebody else has saved another text here meanwhile").waitFor();
     assert.match(bodyOf(site, 11, 3), /Theirs/);
     assert.match(await edited(page).locator("body").innerText(), /zehn/);
     await close();

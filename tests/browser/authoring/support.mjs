@@ -32,11 +32,59 @@ export async function openPage(page, name) {
   await page.getByRole("main").getByRole("button", { name: /^(Edit|Check in|Approve|Publish|Bearbeiten|Einchecken)/ }).first().waitFor();
 }
 
-// Clicks into words of the edited page and goes to the end of their block.
+// The browser tells the editor of a moved cursor a moment later: waits until the editor is where the cursor is.
+export const followed = (page) => page.waitForFunction(() => {
+  const { view } = document.querySelector("tvx-page-frame").editing?.editor ?? {};
+  return view?.hasFocus() && view.domObserver.currentSelection.eq(view.domSelectionRange());
+});
+
+// Keys that move the cursor of the editor.
+export async function move(page, ...keys) {
+  for (const key of keys) {
+    await page.keyboard.press(key);
+    await followed(page);
+  }
+}
+
+export const toEnd = (page) => move(page, "Control+End");
+
+// Chooses a word of the body that is being edited.
+export async function chooseWord(page, word) {
+  await edited(page).locator(".ProseMirror").getByText(word).dblclick();
+  await page.waitForFunction((wanted) => {
+    const { doc, selection } = document.querySelector("tvx-page-frame").editing.state;
+    return doc.textBetween(selection.from, selection.to).trim() === wanted;
+  }, word);
+  await followed(page);
+}
+
+// Clicks into words of the edited page and goes to the end of their body.
 export async function clickInto(page, words) {
   await edited(page).getByText(words).first().click();
   await edited(page).locator("[contenteditable=true]").first().waitFor();
-  await page.keyboard.press("Control+End");
+  await followed(page);
+  await toEnd(page);
+}
+
+// What was typed is kept in this browser: it outlives the tab.
+export const keptHere = (page, text) => page.waitForFunction(async (wanted) => {
+  // Opening a database that isn't there would make an empty one.
+  if (!(await indexedDB.databases()).some(({ name }) => name === "torvex")) return false;
+  const done = (request) => new Promise((resolve, reject) => Object.assign(request, { onsuccess: () => resolve(request.result), onerror: () => reject(request.error) }));
+  const database = await done(indexedDB.open("torvex"));
+  const drafts = await done(database.transaction("drafts").objectStore("drafts").getAll());
+  database.close();
+  return drafts.some(({ html }) => html.includes(wanted));
+}, text);
+
+// Waits until the database has a row for the statement.
+export async function untilRow(site, statement, seconds = 15) {
+  for (const end = Date.now() + seconds * 1000; Date.now() < end; ) {
+    const [row] = site.query(statement);
+    if (row) return row;
+    await new Promise((resolve) => setTimeout(resolve, 50));
+  }
+  throw new Error(`no row: ${statement}`);
 }
 
 // What axe finds in the interface: the page in the frame is its author's.

@@ -1,7 +1,7 @@
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
 import { servedAuthors } from "./door.mjs";
-import { author, clickInto, edited, openPage, treeRow } from "./support.mjs";
+import { author, clickInto, edited, followed, keptHere, openPage, toEnd, treeRow } from "./support.mjs";
 
 const lead = "a few evenings that need a coat";
 const mainButton = (page) => page.getByRole("main").locator(".button.primary").first();
@@ -20,7 +20,8 @@ describe("an author's day, from login to publishing", () => {
     await edited(page).getByText(lead).waitFor();
     await click(edited(page).getByText(lead));
     await edited(page).locator("[contenteditable=true]").first().waitFor();
-    await page.keyboard.press("Control+End");
+    await followed(page);
+    await toEnd(page);
     await page.keyboard.type(" Bring a lamp.");
     await click(mainButton(page));
     const confirm = page.getByRole("dialog").getByRole("button", { name: /^Publish/ });
@@ -40,7 +41,7 @@ describe("an author's day, from login to publishing", () => {
     await openPage(page, /What.s on/);
     await clickInto(page, "The garden in an hour");
     await page.keyboard.type(" zwischenruf");
-    await page.waitForTimeout(400);
+    await keptHere(page, "zwischenruf");
     await page.close();
     const again = await context.newPage();
     await again.goto(`${site.address}/torvex/page.asp?pageId=11`);

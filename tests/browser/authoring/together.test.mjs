@@ -1,7 +1,7 @@
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
 import { passwords, servedAuthors } from "./door.mjs";
-import { author, clickInto, edited, openPage, treeRow } from "./support.mjs";
+import { author, clickInto, edited, openPage, treeRow, untilRow } from "./support.mjs";
 
 const words = "The garden in an hour";
 const card = (page, name) => page.getByRole("region", { name });
@@ -37,7 +37,7 @@ describe("authors together", () => {
     await openPage(basil.page, /What.s on/);
     await clickInto(basil.page, words);
     await basil.page.keyboard.type(" Basils Wort.");
-    await basil.page.waitForTimeout(800);
+    await untilRow(site, "select pageId from TORVEX_PAGES_DESIGN where pageId = 11 and lockStatus = 1");
 
     const iris = await author(site, "iris");
     await treeRow(iris.page, /What.s on/).first().click();
@@ -49,9 +49,7 @@ describe("authors together", () => {
     await main.getByRole("button", { name: "Ask for it" }).click();
     await basil.page.getByText(/Iris Falk asks for/).waitFor({ timeout: 40_000 });
     await basil.page.locator("tvx-toasts").getByRole("button", { name: "Check in" }).click();
-    await basil.page.waitForTimeout(1500);
-    const [row] = site.query("select lockStatus from TORVEX_PAGES_DESIGN where pageId = 11");
-    assert.equal(Number(Object.values(row)[0]), 0);
+    await untilRow(site, "select pageId from TORVEX_PAGES_DESIGN where pageId = 11 and lockStatus = 0");
     assert.deepEqual([...basil.faults, ...iris.faults], []);
     await basil.close();
     await iris.close();
@@ -60,11 +58,8 @@ describe("authors together", () => {
   test("logging in elsewhere ends the first window, which keeps the sentence", async () => {
     const first = await author(site, "heide", { lang: "de" });
     await openPage(first.page, "Programm");
-    await edited(first.page).getByText("für die man eine Jacke braucht").first().click();
-    await edited(first.page).locator("[contenteditable=true]").first().waitFor();
-    await first.page.keyboard.press("Control+End");
+    await clickInto(first.page, "für die man eine Jacke braucht");
     await first.page.keyboard.type(" Mein Satz.");
-    await first.page.waitForTimeout(600);
     const second = await author(site, "heide");
     await first.page.keyboard.press("Control+s");
     const dialog = first.page.getByRole("dialog", { name: "Erneut anmelden" });
