@@ -75,7 +75,7 @@ class AuthorsPagesTest : public DoorTest {
                                 {"https", "off"}};
         for (const auto& [name, value] : usual) {
             const bool isGiven = std::any_of(variables.begin(), variables.end(),
-                                             [&](const auto& one) { return one.first == name; });
+                                             [&named = name](const auto& one) { return one.first == named; });
             if (!isGiven) variables.emplace_back(name, value);
         }
         return variables;

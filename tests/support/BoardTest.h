@@ -91,7 +91,7 @@ class BoardTest : public RecordsTest {
                 const bool onlyDesign =
                     table.starts_with("TORVEX_MSGB") && (name == "msgB_deleted" || name == "msgB_modified");
                 if (onlyDesign && !isDesign) continue;
-                std::erase_if(all, [&](const auto& column) { return column.first == name; });
+                std::erase_if(all, [&named = name](const auto& column) { return column.first == named; });
                 all.emplace_back(name, value);
             }
             return all;

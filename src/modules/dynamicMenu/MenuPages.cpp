@@ -56,7 +56,7 @@ std::string joined(Twin twin, std::initializer_list<std::string_view> parts) {
 }
 
 const std::string designChildren = joined(Twin::Design, {opening, select, fromOpened});
-const std::string children = joined(Twin::Live, {opening, select, fromOpened});
+const std::string childrenWithoutGroups = joined(Twin::Live, {opening, select, fromOpened});
 const std::string childrenWithGroups =
     joined(Twin::Live, {opening, select, selectGroup, fromOpened, fromGroups});
 const std::string waysWithoutGroups = joined(Twin::Live, {opening, leading, select, fromWays});
@@ -65,7 +65,7 @@ const std::string waysWithGroups =
 
 const std::string& childrenFor(const MenuPlace& place) {
     if (place.twin == Twin::Design) return designChildren;
-    return place.withGroups ? childrenWithGroups : children;
+    return place.withGroups ? childrenWithGroups : childrenWithoutGroups;
 }
 
 /// Only "0" takes a page out of menus; the column holds a text.
