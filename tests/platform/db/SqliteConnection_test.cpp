@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <random>
 
 #include "platform/db/SqliteFunctions.h"
 #include "platform/db/SqliteStore.h"
@@ -189,6 +190,28 @@ TEST(SqliteLike, MatchesAsSqlDoesIgnoringCase) {
         EXPECT_EQ(matchesLike(each.text, each.pattern, defaultEscape), each.matches)
             << each.text << " like " << each.pattern;
     }
+}
+
+TEST(SqliteLike, OnePartAnywhereMatchesLikeAnyOtherPattern) {
+    constexpr std::string_view pieces[] = {
+        "a",        "B",    "k",    "\xE2\x84\xAA", "s",        "\xC5\xBF", "\xC3\xA9",
+        "\xC3\x89", "\xFF", "\xC3", "\xCE\xA3",     "\xCF\x82", "1",        " "};
+    std::mt19937 random(7);
+    const auto made = [&](std::size_t most) {
+        std::string text;
+        for (std::size_t i = random() % (most + 1); i > 0; --i) text += pieces[random() % std::size(pieces)];
+        return text;
+    };
+    int matched = 0;
+    for (int i = 0; i < 20'000; ++i) {
+        const std::string text = made(12);
+        const std::string part = made(3);
+        // A second wildcard changes nothing but the way it is matched.
+        const bool expected = matchesLike(text, "%%" + part + "%", defaultEscape);
+        EXPECT_EQ(matchesLike(text, "%" + part + "%", defaultEscape), expected) << text << " and " << part;
+        matched += expected ? 1 : 0;
+    }
+    EXPECT_GT(matched, 1000);
 }
 
 TEST(SqliteLike, ManyWildcardsDoNotTakeForever) {
