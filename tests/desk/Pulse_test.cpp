@@ -184,6 +184,38 @@ TEST_P(PulseTest, WhatWaitsForTheAuthorIsCounted) {
     EXPECT_THAT(pulse(anna, 0, "looking", "bb"), IsEmpty());
 }
 
+TEST_P(PulseTest, APageInTwoBranchesOfTheAuthorIsCountedOnce) {
+    connection().execute(
+        "update TORVEX_EDIT_RIGHTS set publish = 1, scope = 'aa.en.02.01, aa.en.01, aa.en.01.01, bb.en.01'");
+    for (const auto* node : {"aa.en.01.01", "aa.en.01.01.01", "aa.en.02", "aa.en.02.01"}) {
+        page(node).insertInDesignOnly();
+    }
+    connection().execute("update TORVEX_PAGES_DESIGN set approveStatus = 1");
+    EXPECT_THAT(pulse(anna, 0), ElementsAre("count|0||0||-|publish|4"));
+    connection().execute("update TORVEX_PAGES_DESIGN set lockStatus = 1 where nodeId = 'aa.en.01'");
+    EXPECT_THAT(pulse(anna, 0), ElementsAre("count|0||0||-|publish|3"));
+}
+
+TEST_P(PulseTest, FiveHundredPagesAreCountedAtMost) {
+    connection().execute("update TORVEX_EDIT_RIGHTS set approve = 1, scope = 'aa.en.02,aa.en.03'");
+    db::Transaction many(connection());
+    for (int i = 1; i <= 340; ++i) {
+        page("aa.en.02." + std::to_string(1000 + i)).set("deleteStatus", 1).insertInDesignOnly();
+        page("aa.en.03." + std::to_string(1000 + i)).set("editStatus", "M").insertInDesignOnly();
+    }
+    many.commit();
+    EXPECT_THAT(pulse(anna, 0), ElementsAre("count|0||0||-|approve|500"));
+}
+
+TEST_P(PulseTest, WhatTheAdministratorMayDoIsCountedInTheWholeTree) {
+    page("aa.en.02").set("approveStatus", 1).insertInDesignOnly();
+    page("bb.en.02").set("approveStatus", 1).insertInDesignOnly();
+    actAsSa();
+    torvex::desk made(host.context(), presence);
+    made.connect(connection());
+    EXPECT_THAT(linesOf(made.pulse("AA", "EN", 0, "looking")), ElementsAre("count|0||0||-|publish|1"));
+}
+
 TEST_P(PulseTest, FailuresNameTheOperation) {
     drop("TORVEX_PAGES_DESIGN");
     EXPECT_THAT([&] { pulse(anna, 11); }, testing::ThrowsMessage<Error>(testing::HasSubstr("pulse !")));
