@@ -21,14 +21,18 @@ namespace {
 constexpr int mostLines = 500;
 constexpr std::size_t deadLinkColumns = 6;
 
-// Targets are far fewer than links: those that are dead are found first, and then what leads to them. These are
-// written as cross joins, since SQLite takes the tables of one in their order. A folder is never on line itself.
+// Targets are far fewer than links, and those that may be dead are few of them: they are found first, and then what
+// leads to them. These are written as cross joins, since SQLite takes the tables of one in their order. A folder is
+// never on line itself.
 
 constexpr std::string_view toPages =
     "select k.pageId, d.nodeId, d.title, k.bodyId, k.linkPage as target, "
     "case when t.pageId is null then 'gone' when l.pageId is null then 'notLive' else 'offline' end "
     "as reason "
-    "from (select distinct linkPage from TORVEX_LINKS where linkPage > 0 and linkTwin = 'D') x "
+    "from (select linkPage from TORVEX_MISSING_PAGES "
+    "union select pageId from TORVEX_PAGES_LIVE where coalesce(online, 0) <> 1 "
+    "union select pageId from TORVEX_PAGES_LIVE where onlineFrom > ? "
+    "union select pageId from TORVEX_PAGES_LIVE where onlineTo > '' and onlineTo < ?) x "
     "left outer join TORVEX_PAGES_DESIGN t on t.pageId = x.linkPage "
     "left outer join TORVEX_PAGES_LIVE l on l.pageId = x.linkPage "
     "cross join TORVEX_LINKS k cross join TORVEX_PAGES_DESIGN d "
@@ -53,9 +57,8 @@ constexpr std::string_view toNodes =
     "order by d.nodeId, k.bodyId, x.linkTarget limit ?";
 
 constexpr std::string_view toImages =
-    "select k.pageId, d.nodeId, d.title, k.bodyId, x.linkSite as fileSite, x.linkTarget as target, "
-    "'noFile' as reason "
-    "from (select distinct linkSite, linkTarget from TORVEX_LINKS where linkKind = 'image') x "
+    "select k.pageId, d.nodeId, d.title, k.bodyId, k.linkSite as fileSite, k.linkTarget as target, "
+    "'noFile' as reason from TORVEX_MISSING_IMAGES x "
     "cross join TORVEX_LINKS k cross join TORVEX_PAGES_DESIGN d "
     "where k.linkKind = 'image' and k.linkTarget = x.linkTarget "
     "and k.linkSite = x.linkSite and k.linkTwin = 'D' and d.pageId = k.pageId and d.site = ? and d.lang = ? "
@@ -164,7 +167,7 @@ Value desk::getDeadLinks(const std::string& site, const std::string& lang, int f
     const int most = from + mostLines;
     db::Connection& connection = this->connection();
     DeadLinks links;
-    links.addAll(connection.query(toPages, {s, l, day, day, most}));
+    links.addAll(connection.query(toPages, {day, day, s, l, day, day, most}));
     links.addAll(connection.query(toNodes, {s, l, day, day, most}));
     links.addMissing(connection.query(toImages, {s, l, most}), FilesOnDisk(host_, MediaKind::Images));
     links.addMissing(connection.query(toDocuments, {s, s, l, most}),

@@ -10,6 +10,9 @@ std::span<const OwnedTable> searchTables() {
         {.name = "TORVEX_SEARCH_QUEUE"},
         {.name = "TORVEX_PAGE_WORDS", .page = "pageId", .turn = PageTurn::Search},
         {.name = "TORVEX_LINKS", .page = "pageId", .turn = PageTurn::Bodies},
+        // What is missing stays so when those that link to it go.
+        {.name = "TORVEX_MISSING_PAGES"},
+        {.name = "TORVEX_MISSING_IMAGES"},
     };
     return tables;
 }

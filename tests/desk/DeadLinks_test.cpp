@@ -104,6 +104,68 @@ TEST_P(DeskDeadLinksTest, OnlyTheDesignsOfTheTreeCount) {
     EXPECT_TRUE(list("aa", "de", -1).isEmpty());
 }
 
+// ---- Whatever makes a link dead or mends it: the program, a statement, another program ----
+
+TEST_P(DeskDeadLinksTest, APageThatGoesAndComesBackTakesItsLinksAlong) {
+    page("aa.en.02").id(20).insert();
+    designBody(12, 1, R"~(<a href="page(20)">)~");
+    EXPECT_THAT(dead(), IsEmpty());
+    connection().execute("delete from TORVEX_PAGES_LIVE where pageId = 20");
+    EXPECT_THAT(dead(), ElementsAre("aa.en.01 1 20 notLive"));
+    connection().execute("delete from TORVEX_PAGES_DESIGN where pageId = 20");
+    EXPECT_THAT(dead(), ElementsAre("aa.en.01 1 20 gone"));
+    connection().execute("insert into TORVEX_PAGES_LIVE (pageId, nodeId) values (20, 'aa.en.02')");
+    EXPECT_THAT(dead(), ElementsAre("aa.en.01 1 20 gone"));
+    connection().execute("insert into TORVEX_PAGES_DESIGN (pageId, nodeId) values (20, 'aa.en.02')");
+    EXPECT_THAT(dead(), IsEmpty());
+}
+
+TEST_P(DeskDeadLinksTest, APageThatIsSwitchedOffIsDead) {
+    page("aa.en.02").id(20).insert();
+    designBody(12, 1, R"~(<a href="page(20)">)~");
+    EXPECT_THAT(dead(), IsEmpty());
+    for (const auto* change : {"online = 0", "online = null", "online = 1, onlineFrom = '20260616'",
+                               "onlineFrom = '', onlineTo = '20260614'"}) {
+        connection().execute(std::string("update TORVEX_PAGES_LIVE set ") + change + " where pageId = 20");
+        EXPECT_THAT(dead(), ElementsAre("aa.en.01 1 20 offline")) << change;
+    }
+    connection().execute("update TORVEX_PAGES_LIVE set onlineTo = null where pageId = 20");
+    EXPECT_THAT(dead(), IsEmpty());
+}
+
+TEST_P(DeskDeadLinksTest, AnImageThatIsRegisteredRenamedAndRemoved) {
+    designBody(12, 1, R"~(<img src="/images/aa/rose.jpg">)~");
+    EXPECT_THAT(dead(), ElementsAre("aa.en.01 1 aa/rose.jpg noFile"));
+    row("TORVEX_IMAGES", {{"img_site", "AA"}, {"img_title", "Rose"}, {"img_filename", "Rose.jpg"}});
+    EXPECT_THAT(dead(), IsEmpty());
+    connection().execute("update TORVEX_IMAGES set img_filename = 'rose.JPG'");
+    EXPECT_THAT(dead(), IsEmpty());
+    connection().execute("update TORVEX_IMAGES set img_filename = 'tulip.jpg'");
+    EXPECT_THAT(dead(), ElementsAre("aa.en.01 1 aa/rose.jpg noFile"));
+    connection().execute("update TORVEX_IMAGES set img_filename = 'rose.jpg'");
+    EXPECT_THAT(dead(), IsEmpty());
+    connection().execute("delete from TORVEX_IMAGES");
+    EXPECT_THAT(dead(), ElementsAre("aa.en.01 1 aa/rose.jpg noFile"));
+}
+
+TEST_P(DeskDeadLinksTest, OnlyWhatIsMissingIsKeptAsMissing) {
+    page("aa.en.02").id(20).insert();
+    row("TORVEX_IMAGES", {{"img_site", "aa"}, {"img_title", "Rose"}, {"img_filename", "rose.jpg"}});
+    designBody(12, 1,
+               R"~(<a href="page(20)"><a href="page(90)"><img src="/images/aa/rose.jpg">)~"
+               R"~(<img src="/images/aa/no.jpg"><a href="page(90)">)~");
+    body(12, 1, R"~(<a href="page(91)"><img src="/images/aa/live.jpg">)~");
+    list();
+    EXPECT_EQ(cell("select max(linkPage) || ' ' || count(*) from TORVEX_MISSING_PAGES"), "90 1");
+    EXPECT_EQ(cell("select max(linkTarget) || ' ' || count(*) from TORVEX_MISSING_IMAGES"), "no.jpg 1");
+}
+
+TEST_P(DeskDeadLinksTest, AFileIsNamedAsItsLinkNamesIt) {
+    designBody(12, 1, R"~(<img src="/images/aa/No.jpg">)~");
+    designBody(12, 2, R"~(<img src="/images/aa/no.JPG">)~");
+    EXPECT_THAT(dead(), ElementsAre("aa.en.01 1 aa/No.jpg noFile", "aa.en.01 2 aa/no.JPG noFile"));
+}
+
 TEST_P(DeskDeadLinksTest, LongListsComeInParts) {
     std::string text;
     for (int i = 0; i < 510; ++i) text += fmt::format(R"~(<a href="page({})">)~", 5000 + i);

@@ -1,0 +1,168 @@
+// Schema: what the words in braces of its steps mean to each engine.
+
+#include <array>
+
+#include "installation/Schema.h"
+#include "platform/db/Connection.h"
+#include "platform/text/Text.h"
+
+namespace torvex {
+
+namespace {
+
+struct Word {
+    std::string_view word;
+    std::string_view sqlite;
+    std::string_view postgres;
+};
+
+/// The two engines have no index of words in common. On SQLite it is a table of its own, which follows the rows
+/// of the one that it indexes.
+constexpr std::string_view wordsIndexSqlite = R"sql(
+create virtual table TORVEX_PAGE_WORDS_INDEX using fts5 (words, content = 'TORVEX_PAGE_WORDS', content_rowid = 'pageId',
+  tokenize = 'ascii', detail = none, prefix = '2 3 4');
+create trigger torvex_page_words_insert after insert on TORVEX_PAGE_WORDS begin
+  insert into TORVEX_PAGE_WORDS_INDEX (rowid, words) values (new.pageId, new.words);
+end;
+create trigger torvex_page_words_delete after delete on TORVEX_PAGE_WORDS begin
+  insert into TORVEX_PAGE_WORDS_INDEX (TORVEX_PAGE_WORDS_INDEX, rowid, words) values ('delete', old.pageId, old.words);
+end;
+create trigger torvex_page_words_update after update on TORVEX_PAGE_WORDS begin
+  insert into TORVEX_PAGE_WORDS_INDEX (TORVEX_PAGE_WORDS_INDEX, rowid, words) values ('delete', old.pageId, old.words);
+  insert into TORVEX_PAGE_WORDS_INDEX (rowid, words) values (new.pageId, new.words);
+end;
+)sql";
+constexpr std::string_view wordsIndexPostgres =
+    "create index idx_torvex_page_words_words on TORVEX_PAGE_WORDS "
+    "using gin (array_to_tsvector(string_to_array(cast(words as text), ' ')));";
+
+/// What is missing: a link adds it, a row of what it leads to takes it out, and without that row it is back. Those
+/// who take a row away don't see the links that others write meanwhile, so they don't ask for any.
+constexpr std::string_view missingTargetsSqlite = R"sql(
+create trigger torvex_links_missing_page after insert on TORVEX_LINKS
+when new.linkPage > 0 and new.linkTwin = 'D'
+  and not (exists (select 1 from TORVEX_PAGES_LIVE where pageId = new.linkPage)
+    and exists (select 1 from TORVEX_PAGES_DESIGN where pageId = new.linkPage)) begin
+  insert or ignore into TORVEX_MISSING_PAGES (linkPage) values (new.linkPage);
+end;
+create trigger torvex_pages_live_there after insert on TORVEX_PAGES_LIVE begin
+  delete from TORVEX_MISSING_PAGES where linkPage = new.pageId
+    and exists (select 1 from TORVEX_PAGES_DESIGN where pageId = new.pageId);
+end;
+create trigger torvex_pages_design_there after insert on TORVEX_PAGES_DESIGN begin
+  delete from TORVEX_MISSING_PAGES where linkPage = new.pageId
+    and exists (select 1 from TORVEX_PAGES_LIVE where pageId = new.pageId);
+end;
+create trigger torvex_pages_live_missing after delete on TORVEX_PAGES_LIVE begin
+  insert or ignore into TORVEX_MISSING_PAGES (linkPage) values (old.pageId);
+end;
+create trigger torvex_pages_design_missing after delete on TORVEX_PAGES_DESIGN begin
+  insert or ignore into TORVEX_MISSING_PAGES (linkPage) values (old.pageId);
+end;
+create trigger torvex_links_missing_image after insert on TORVEX_LINKS
+when new.linkKind = 'image' and new.linkTwin = 'D'
+  and not exists (select 1 from TORVEX_IMAGES where img_site = new.linkSite and img_filename = new.linkTarget) begin
+  insert or ignore into TORVEX_MISSING_IMAGES (linkSite, linkTarget) values (new.linkSite, new.linkTarget);
+end;
+create trigger torvex_images_there after insert on TORVEX_IMAGES begin
+  delete from TORVEX_MISSING_IMAGES where linkSite = new.img_site and linkTarget = new.img_filename;
+end;
+create trigger torvex_images_missing after delete on TORVEX_IMAGES
+when old.img_site is not null and old.img_filename is not null begin
+  insert or ignore into TORVEX_MISSING_IMAGES (linkSite, linkTarget) values (old.img_site, old.img_filename);
+end;
+create trigger torvex_images_renamed after update of img_site, img_filename on TORVEX_IMAGES begin
+  insert or ignore into TORVEX_MISSING_IMAGES (linkSite, linkTarget)
+    select old.img_site, old.img_filename where old.img_site is not null and old.img_filename is not null;
+  delete from TORVEX_MISSING_IMAGES where linkSite = new.img_site and linkTarget = new.img_filename;
+end;
+)sql";
+/// Triggers of one event run in the order of their names.
+constexpr std::string_view missingTargetsPostgres = R"sql(
+create function torvex_link_added() returns trigger language plpgsql as $body$
+begin
+  if new.linkPage > 0 and not (exists (select 1 from TORVEX_PAGES_LIVE where pageId = new.linkPage)
+    and exists (select 1 from TORVEX_PAGES_DESIGN where pageId = new.linkPage)) then
+    insert into TORVEX_MISSING_PAGES (linkPage) values (new.linkPage) on conflict do nothing;
+  end if;
+  if new.linkKind = 'image' and not exists
+    (select 1 from TORVEX_IMAGES where img_site = new.linkSite and img_filename = new.linkTarget) then
+    insert into TORVEX_MISSING_IMAGES (linkSite, linkTarget) values (new.linkSite, new.linkTarget)
+      on conflict do nothing;
+  end if;
+  return null;
+end
+$body$;
+create trigger torvex_links_missing after insert on TORVEX_LINKS for each row when (new.linkTwin = 'D')
+  execute function torvex_link_added();
+
+create function torvex_page_there() returns trigger language plpgsql as $body$
+begin
+  delete from TORVEX_MISSING_PAGES where linkPage = new.pageId
+    and exists (select 1 from TORVEX_PAGES_LIVE where pageId = new.pageId)
+    and exists (select 1 from TORVEX_PAGES_DESIGN where pageId = new.pageId);
+  return null;
+end
+$body$;
+create trigger torvex_pages_live_there after insert on TORVEX_PAGES_LIVE for each row
+  execute function torvex_page_there();
+create trigger torvex_pages_design_there after insert on TORVEX_PAGES_DESIGN for each row
+  execute function torvex_page_there();
+
+create function torvex_page_missing() returns trigger language plpgsql as $body$
+begin
+  insert into TORVEX_MISSING_PAGES (linkPage) values (old.pageId) on conflict do nothing;
+  return null;
+end
+$body$;
+create trigger torvex_pages_live_missing after delete on TORVEX_PAGES_LIVE for each row
+  execute function torvex_page_missing();
+create trigger torvex_pages_design_missing after delete on TORVEX_PAGES_DESIGN for each row
+  execute function torvex_page_missing();
+
+create function torvex_image_there() returns trigger language plpgsql as $body$
+begin
+  delete from TORVEX_MISSING_IMAGES where linkSite = new.img_site and linkTarget = new.img_filename;
+  return null;
+end
+$body$;
+create trigger torvex_images_there after insert or update of img_site, img_filename on TORVEX_IMAGES for each row
+  execute function torvex_image_there();
+
+create function torvex_image_missing() returns trigger language plpgsql as $body$
+begin
+  if old.img_site is not null and old.img_filename is not null then
+    insert into TORVEX_MISSING_IMAGES (linkSite, linkTarget) values (old.img_site, old.img_filename)
+      on conflict do nothing;
+  end if;
+  return null;
+end
+$body$;
+create trigger torvex_images_missing after delete or update of img_site, img_filename on TORVEX_IMAGES for each row
+  execute function torvex_image_missing();
+)sql";
+
+constexpr std::array<Word, 7> words = {{
+    {"{identity}", "integer primary key autoincrement",
+     "bigint generated by default as identity primary key"},
+    {"{number}", "integer", "bigint"},
+    {"{flag}", "integer", "bigint"},
+    {"{text}", "text collate torvex", "citext collate torvex"},
+    {"{date}", "timestamp", "timestamp(0)"},
+    {"{index of TORVEX_PAGE_WORDS}", wordsIndexSqlite, wordsIndexPostgres},
+    {"{upkeep of TORVEX_MISSING_PAGES and TORVEX_MISSING_IMAGES}", missingTargetsSqlite,
+     missingTargetsPostgres},
+}};
+
+}  // namespace
+
+std::string Schema::wordsOf(db::Engine engine, std::string_view sql) {
+    std::string result(sql);
+    for (const Word& word : words) {
+        result =
+            text::replaceAll(result, word.word, engine == db::Engine::Sqlite ? word.sqlite : word.postgres);
+    }
+    return result;
+}
+
+}  // namespace torvex
