@@ -1,6 +1,7 @@
 #include "search/ResultList.h"
 
 #include <algorithm>
+#include <limits>
 #include <set>
 
 #include "delivery/AccessOfMany.h"
@@ -23,6 +24,7 @@ constexpr std::string_view selectLive = "select pageId from TORVEX_PAGES_LIVE wh
 constexpr std::size_t snapshotFolders = 6;
 constexpr std::size_t smallestBatch = 32;
 constexpr std::size_t largestBatch = 256;
+constexpr std::size_t anyRow = std::numeric_limits<std::size_t>::max();
 
 std::string folderOf(const HostContext& host, const FoundFile& file) {
     const std::size_t end = file.document.rfind('/') + 1;
@@ -41,7 +43,7 @@ class TestedRows {
           targets_(connection, host.clock.today()),
           access_(host, connection) {}
 
-    /// The next row from `row` on that may be seen; nothing at the end, or before `end`.
+    /// The next row from `row` on, before `end`, that may be seen.
     std::optional<ShownResult> nextVisible(std::size_t row, std::size_t end, std::size_t batch);
 
   private:
@@ -63,7 +65,7 @@ class TestedRows {
 };
 
 std::optional<ShownResult> TestedRows::nextVisible(std::size_t row, std::size_t end, std::size_t batch) {
-    for (; row < end; ++row) {
+    for (; row < end && results_.has(row); ++row) {
         if (row < begin_ || row >= begin_ + files_.size()) learn(row, std::min(batch, end - row));
         const FoundFile& file = files_[row - begin_];
         if (isVisible(file)) return ShownResult{row, file};
@@ -75,7 +77,7 @@ void TestedRows::learn(std::size_t from, std::size_t count) {
     host_.deadline().check();
     begin_ = from;
     files_.clear();
-    for (std::size_t row = from; row < from + count; ++row)
+    for (std::size_t row = from; row < from + count && results_.has(row); ++row)
         files_.push_back(foundFile(host_, search_.rootPath, text::trim(results_.path(row))));
     learnPages();
     if (!search_.security.forDocuments) return;
@@ -160,7 +162,7 @@ ResultList listedResults(HostContext& host, db::Connection& connection, const Se
     ResultList list;
     std::size_t row = run.firstRow;
     while (earlier + list.shown.size() < most) {
-        const auto visible = rows.nextVisible(row, run.results().size(), batch);
+        const auto visible = rows.nextVisible(row, anyRow, batch);
         if (!visible) break;
         if (list.shown.size() == perPage) {
             list.next = visible->row;
@@ -175,7 +177,7 @@ ResultList listedResults(HostContext& host, db::Connection& connection, const Se
 bool hasVisibleResult(HostContext& host, db::Connection& connection, const SearchParameters& search,
                       const catalogue::Results& results, std::size_t most) {
     TestedRows rows(host, connection, search, results);
-    return rows.nextVisible(0, std::min(most, results.size()), smallestBatch).has_value();
+    return rows.nextVisible(0, most, smallestBatch).has_value();
 }
 
 }  // namespace torvex

@@ -80,7 +80,7 @@ SearchRun resumeSearch(HostContext& host, db::Connection& connection) {
     run.search.security = stricter(host, connection, run.search);
     run.page = static_cast<int>(text::toNumber(pageTo));
     run.firstRow = *session.bookmark(pageTo);
-    if (run.firstRow >= run.results().size()) throw SearchError("Error recordset positioning !");
+    if (!run.results().has(run.firstRow)) throw SearchError("Error recordset positioning !");
     return run;
 }
 

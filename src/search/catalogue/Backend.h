@@ -20,8 +20,8 @@ struct Hit {
 struct Found {
     std::string database;    ///< which one was asked: entries of others have other numbers
     std::uint32_t last = 0;  ///< the highest number of an entry then
-    std::size_t total = 0;
-    std::vector<Hit> hits;  ///< the first ones, in their order
+    bool isAll = true;       ///< whether there are no further ones
+    std::vector<Hit> hits;   ///< the first ones, in their order
 };
 
 /// Where queries are answered: here, or on another server. Paths in what is asked and answered lie below the
@@ -32,7 +32,9 @@ class Backend {
 
     /// Throws `UnavailableError` when there is no catalogue that can be read.
     virtual void check() const = 0;
-    /// At least the first `most` results, or all of them; 0: all.
+    /// The first results, `most` or fewer, or all of them; 0: all. How many there are isn't counted, as that
+    /// would mean to look at each. Those whose order would be known only from later ones are left out, so that
+    /// more must be asked for where they are needed.
     virtual Found find(const Query& query, std::size_t most) const = 0;
     /// A row for each hit, in their order. Those of another database, and those that are gone, have an empty
     /// path.

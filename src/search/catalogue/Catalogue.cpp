@@ -15,8 +15,9 @@ namespace torvex::catalogue {
 
 namespace {
 
-/// Enough for what most visitors look at; all others are found when somebody goes on so far.
+/// Enough for what most visitors look at. Who goes on beyond that gets so many times more.
 constexpr std::size_t firstHits = 120;
+constexpr std::size_t growth = 8;
 /// Rows are read together, as those of a page are asked for one after the other.
 constexpr std::size_t rowsTogether = 25;
 /// Many rows are tested before one is shown.
@@ -63,11 +64,20 @@ class FoundResults final : public Results {
           query_(std::move(query)),
           found_(backend_->find(query_, firstHits)) {}
 
-    std::size_t size() const override { return found_.total; }
+    std::size_t size() const override {
+        const std::scoped_lock lock(mutex_);
+        if (!found_.isAll) readMore(0);
+        return found_.hits.size();
+    }
+
+    bool has(std::size_t index) const override {
+        const std::scoped_lock lock(mutex_);
+        return reaches(index);
+    }
 
     Row row(std::size_t index) const override {
         const std::scoped_lock lock(mutex_);
-        if (index >= found_.hits.size()) readAll();
+        reaches(index);
         if (index < firstRow_ || index >= firstRow_ + rows_.size()) readRows(index);
         Row row = rows_.at(index - firstRow_);
         if (!row.path.empty()) row.path = root_.outside(row.path);
@@ -77,7 +87,7 @@ class FoundResults final : public Results {
 
     std::string path(std::size_t index) const override {
         const std::scoped_lock lock(mutex_);
-        if (index >= found_.hits.size()) readAll();
+        reaches(index);
         if (index < firstPath_ || index >= firstPath_ + paths_.size()) {
             paths_ = backend_->paths(query_, found_.database, hitsFrom(index, pathsTogether));
             firstPath_ = index;
@@ -91,18 +101,26 @@ class FoundResults final : public Results {
         return std::find(query_.columns.begin(), query_.columns.end(), column) != query_.columns.end();
     }
 
+    bool reaches(std::size_t index) const {
+        while (index >= found_.hits.size() && !found_.isAll) {
+            asked_ = growth * std::max(asked_, index);
+            readMore(asked_);
+        }
+        return index < found_.hits.size();
+    }
+
     /// Those that were put in since aren't taken, and none is named twice.
-    void readAll() const {
-        const Found all = backend_->find(query_, 0);
+    void readMore(std::size_t most) const {
+        const Found more = backend_->find(query_, most);
         std::vector<std::uint32_t> known;
         for (const Hit& hit : found_.hits) known.push_back(hit.id);
         std::sort(known.begin(), known.end());
-        for (const Hit& hit : all.hits) {
-            const bool isNew = all.database != found_.database || hit.id > found_.last;
+        for (const Hit& hit : more.hits) {
+            const bool isNew = more.database != found_.database || hit.id > found_.last;
             if (isNew || std::binary_search(known.begin(), known.end(), hit.id)) continue;
             found_.hits.push_back(hit);
         }
-        found_.hits.resize(found_.total, Hit{0, 1});
+        found_.isAll = more.isAll || more.database != found_.database;
     }
 
     void readRows(std::size_t index) const {
@@ -121,6 +139,7 @@ class FoundResults final : public Results {
     const Query query_;
     mutable std::mutex mutex_;
     mutable Found found_;
+    mutable std::size_t asked_ = firstHits;
     mutable std::vector<Row> rows_;
     mutable std::size_t firstRow_ = 0;
     mutable std::vector<std::string> paths_;

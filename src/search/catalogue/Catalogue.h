@@ -72,7 +72,10 @@ struct Row {
 class Results {
   public:
     virtual ~Results() = default;
+    /// How many there are, which takes looking at each: who wants some of them asks for those.
     virtual std::size_t size() const = 0;
+    /// Whether there is a row at `index`. May read the catalogue again; throws UnavailableError.
+    virtual bool has(std::size_t index) const { return index < size(); }
     /// The row at `index` < size(). Reads the catalogue again; throws UnavailableError.
     virtual Row row(std::size_t index) const = 0;
     /// Its path alone, which is all that is needed of a row that isn't shown.

@@ -13,6 +13,8 @@ namespace torvex::catalogue {
 namespace {
 
 constexpr int highestRank = 1000;
+/// So many times more are looked at when what was asked for is all alike.
+constexpr std::size_t growth = 8;
 
 /// A query without words has no weights: all that it finds is all that it asks for.
 int rankOf(double weight, double best) {
@@ -93,10 +95,12 @@ Found Order::run(const Xapian::Database& database, Xapian::Enquire& enquire, std
         most == 0 ? all : static_cast<Xapian::doccount>(std::min<std::size_t>(most, all));
     Xapian::MultiValueKeyMaker maker;
     setFor(enquire, maker);
-    const Xapian::MSet set = enquire.get_mset(0, wanted, all);
+    // One more tells whether these are all.
+    const Xapian::MSet set = enquire.get_mset(0, wanted, wanted + 1);
     const double best = set.get_max_possible();
-    const std::size_t total = set.get_matches_estimated();
-    if (beginsWithRank() && best <= 0 && set.size() < total) {
+    Found found;
+    found.isAll = set.get_matches_lower_bound() <= set.size();
+    if (beginsWithRank() && best <= 0 && !found.isAll) {
         Order others = *this;
         std::erase_if(others.keys_, [](const Key& key) { return key.isRank; });
         others.leading_ = others.keys_.size();
@@ -107,15 +111,13 @@ Found Order::run(const Xapian::Database& database, Xapian::Enquire& enquire, std
     for (auto at = set.begin(); at != set.end(); ++at)
         items.push_back({{*at, rankOf(at.get_weight(), best)}, at, {}});
     sort(items);
-    if (items.size() < total && leading_ < keys_.size()) {
+    if (!found.isAll && leading_ < keys_.size()) {
         // Some that are alike with the last ones may be missing.
         const std::size_t sorted = beginsWithRank() ? 1 : leading_;
         const Item last = items.back();
         while (!items.empty() && compare(items.back(), last, sorted) == 0) items.pop_back();
-        if (items.empty()) return run(database, enquire, 0);
+        if (items.empty()) return run(database, enquire, growth * wanted);
     }
-    Found found;
-    found.total = total;
     found.hits.reserve(items.size());
     for (const Item& item : items) found.hits.push_back(item.hit);
     return found;

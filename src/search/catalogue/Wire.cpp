@@ -75,7 +75,7 @@ Row readRow(Unpacking& unpacking) {
 void answerFind(const Backend& backend, Unpacking& asked, Packing& to) {
     const Query query = readQuery(asked);
     const Found found = backend.find(query, static_cast<std::size_t>(asked.number()));
-    to.text(found.database).number(found.last).number(found.total);
+    to.text(found.database).number(found.last).number(found.isAll ? 1 : 0);
     pack(to, found.hits);
 }
 
@@ -181,7 +181,7 @@ Found readFound(std::string_view answer) {
         Found found;
         found.database = unpacking.text();
         found.last = static_cast<std::uint32_t>(unpacking.number());
-        found.total = unpacking.number();
+        found.isAll = unpacking.number() == 1;
         found.hits = readHits(unpacking);
         return found;
     });

@@ -10,7 +10,7 @@
 /// answer, each as four bytes with its length (the lowest first) and as many bytes.
 namespace torvex::catalogue::wire {
 
-inline constexpr std::uint64_t version = 1;
+inline constexpr std::uint64_t version = 2;
 inline constexpr std::size_t lengthSize = 4;
 inline constexpr std::size_t longestRequest = 4u << 20;
 inline constexpr std::size_t longestAnswer = 64u << 20;

@@ -299,6 +299,29 @@ TEST_F(QueryTest, ManyResultsAreAllThereOnceEach) {
     EXPECT_EQ(paths.size(), 900);
     EXPECT_FALSE(paths.contains("\\root\\search\\html\\en\\ab\\ab.en.09.html"));
 }
+TEST_F(QueryTest, WhoGoesOnFindsAllOfThemOnceEach) {
+    for (int n = 0; n < 900; ++n) document("many/" + std::to_string(n) + ".txt", "common word");
+    const auto results = find(query("common"));
+    std::set<std::string> paths;
+    std::size_t count = 0;
+    for (; results->has(count); ++count) paths.insert(results->path(count));
+    EXPECT_EQ(count, 900);
+    EXPECT_EQ(paths.size(), 900);
+    EXPECT_FALSE(results->has(5'000));
+    EXPECT_EQ(results->size(), 900);
+}
+TEST_F(QueryTest, WhatIsPutInLaterIsNotAmongThoseThatFollow) {
+    for (int n = 0; n < 900; ++n)
+        document("many/" + std::to_string(n) + ".txt", n % 2 == 0 ? "common word" : "common common word");
+    const auto results = find(query("common"));
+    ASSERT_TRUE(results->has(0));
+    page("ab.en.09", "common");
+    commit();
+    std::set<std::string> paths;
+    for (std::size_t n = 0; results->has(n); ++n) paths.insert(results->path(n));
+    EXPECT_EQ(paths.size(), 900);
+    EXPECT_FALSE(paths.contains("\\root\\search\\html\\en\\ab\\ab.en.09.html"));
+}
 TEST_F(QueryTest, ManyResultsOfEqualRankComeByPath) {
     for (int n = 999; n >= 100; --n) document("many/" + std::to_string(n) + ".txt", "common word");
     const auto found = names("common");
