@@ -9,13 +9,15 @@ namespace torvex::catalogue {
 
 /// Changes with what entries are made of: a catalogue of an earlier one is made anew, one of a later one is
 /// left alone.
-inline constexpr int currentFormat = 2;
+inline constexpr int currentFormat = 3;
 
 namespace metadata {
 inline constexpr std::string_view format = "format";
 inline constexpr std::string_view generation = "generation";  ///< of rebuildings
 /// Entries keep their numbers as long as this is the same.
 inline constexpr std::string_view identity = "identity";
+/// Divided by blanks; not there before they are chosen. See `FrequentWords`.
+inline constexpr std::string_view frequentWords = "frequent";
 inline constexpr std::string_view queue = "queue";  ///< up to where the queue is worked off
 }  // namespace metadata
 

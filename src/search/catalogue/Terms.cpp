@@ -64,6 +64,24 @@ void addText(Xapian::Document& document, const Field& field, std::string_view te
     writer.finish();
 }
 
+/// Told apart from the text's words, as no word's weight is to depend on them.
+void addFrequentPairs(Xapian::Document& document, std::string_view text, const FrequentWords& frequent) {
+    if (frequent.areNone()) return document.add_boolean_term(FrequentWords::untoldTerm());
+    std::vector<std::uint16_t> pairs;
+    std::uint8_t before = 0;
+    for (WordReader reader(text); reader.next();) {
+        const std::uint8_t code = frequent.codeOf(reader.word().folded);
+        if (before != 0 && code != 0) pairs.push_back(static_cast<std::uint16_t>(before << 8 | code));
+        before = code;
+    }
+    std::sort(pairs.begin(), pairs.end());
+    pairs.erase(std::unique(pairs.begin(), pairs.end()), pairs.end());
+    for (const std::uint16_t pair : pairs) {
+        document.add_boolean_term(FrequentWords::pairTerm(static_cast<std::uint8_t>(pair >> 8),
+                                                          static_cast<std::uint8_t>(pair & 0xFF)));
+    }
+}
+
 void addColumns(Xapian::Document& document, const Columns& columns) {
     FieldWriter any(document, anyColumnField());
     for (const auto& [name, value] : columns) {
@@ -159,12 +177,13 @@ std::string stampValue(const FileStamp& stamp, std::string_view generation) {
     return fmt::format("{:x} {:x} {}", stamp.size, stamp.modified, generation);
 }
 
-Xapian::Document documentOf(const Entry& entry, std::string_view generation) {
+Xapian::Document documentOf(const Entry& entry, std::string_view generation, const FrequentWords& frequent) {
     Xapian::Document document;
     document.add_boolean_term(pathTerm(entry.path));
     addFolders(document, text::lower(entry.path));
     addName(document, entry);
     addText(document, textField(), entry.reading.text);
+    addFrequentPairs(document, entry.reading.text, frequent);
     addColumns(document, entry.reading.columns);
     document.add_value(slot::path, entry.path);
     document.add_value(slot::stamp, stampValue(entry.stamp, generation));

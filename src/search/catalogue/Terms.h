@@ -6,13 +6,15 @@
 #include <xapian.h>
 
 #include "search/catalogue/Entry.h"
+#include "search/catalogue/FrequentWords.h"
 
 /// How entries stand in the database: which terms they are found by, and what its numbered values hold.
 ///
 /// Words are folded, so that a term that begins with a capital letter is never a word of a text. A word in the
 /// text is a term as it is. "A" stands before words of any column of documents, and "X", a column's name and
 /// ":" before those of one column. Further terms: "Q" path, "D" each folder that a file lies in or below, "H"
-/// the folder that it lies in, "F" file name, "E" its ending, all in small letters but for the path.
+/// the folder that it lies in, "F" file name, "E" its ending, all in small letters but for the path; "P" two
+/// frequent words that follow each other in the text (see `FrequentWords`).
 ///
 /// There are no positions: half of the database would be made of them. Phrases are told by traces: a trace is
 /// three bytes of each word's hash in their order. Words that follow each other in a text other than the one
@@ -65,7 +67,7 @@ std::string pairOf(std::string_view first, std::string_view second);
 std::string stampValue(const FileStamp& stamp, std::string_view generation);
 
 /// All that is kept of an entry.
-Xapian::Document documentOf(const Entry& entry, std::string_view generation);
+Xapian::Document documentOf(const Entry& entry, std::string_view generation, const FrequentWords& frequent);
 /// The words of an entry by which others are corrected: those of its text, in small letters.
 std::vector<std::string> spellingsOf(const Entry& entry);
 

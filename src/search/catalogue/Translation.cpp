@@ -27,7 +27,7 @@ Terms filter(const Terms& query) {
     return {Terms::OP_SCALE_WEIGHT, query, 0.0};
 }
 
-Terms anyTerm(Terms::op how, const std::vector<std::string>& terms) {
+Terms termsOf(Terms::op how, const std::vector<std::string>& terms) {
     return {how, terms.begin(), terms.end()};
 }
 
@@ -167,8 +167,27 @@ Terms Translation::phrase(const std::vector<std::string>& words, const std::vect
     }
     const Terms all(Terms::OP_AND, terms.begin(), terms.end());
     if (words.size() == 1 || (words.size() == 2 && areSigns)) return all;
-    auto* source = (new PhraseSource(field.trace, traces))->release();
-    return {Terms::OP_FILTER, all, Terms(source)};
+    const auto traced = [&] { return Terms((new PhraseSource(field.trace, traces))->release()); };
+    const std::vector<std::string> pairs = frequentPairs(words, field);
+    if (pairs.empty()) return {Terms::OP_FILTER, all, traced()};
+    const Terms told = termsOf(Terms::OP_AND, pairs);
+    const Terms untold(Terms::OP_AND, Terms(FrequentWords::untoldTerm()), traced());
+    const Terms there = words.size() == 2 ? told : Terms(Terms::OP_AND, told, traced());
+    return {Terms::OP_FILTER, all, Terms(Terms::OP_OR, there, untold)};
+}
+
+/// Entries with them are fewer still, and hold a phrase of two for certain.
+std::vector<std::string> Translation::frequentPairs(const std::vector<std::string>& words,
+                                                    const Field& field) {
+    if (field.trace != slot::textTrace) return {};
+    if (!frequent_) frequent_ = FrequentWords::in(database_);
+    std::vector<std::string> terms;
+    for (std::size_t n = 1; n < words.size(); ++n) {
+        const std::uint8_t first = frequent_->codeOf(words[n - 1]);
+        const std::uint8_t second = frequent_->codeOf(words[n]);
+        if (first != 0 && second != 0) terms.push_back(FrequentWords::pairTerm(first, second));
+    }
+    return terms;
 }
 
 /// What stands before the last word, as in "e-mai*", has to be there as well.
@@ -185,7 +204,7 @@ Terms Translation::beginning(const std::string& text, const Field& field) {
         }
         terms.push_back(*at);
     }
-    Terms query = terms.empty() ? Terms::MatchNothing : anyTerm(Terms::OP_SYNONYM, terms);
+    Terms query = terms.empty() ? Terms::MatchNothing : termsOf(Terms::OP_SYNONYM, terms);
     for (const Word& word : words) {
         note(word.folded);
         query = Terms(Terms::OP_AND, query, Terms(termOf(field.prefix, word.folded)));
@@ -255,7 +274,7 @@ Terms Translation::fileNames(const std::vector<std::string>& patterns) {
         }
     }
     std::vector<Terms> queries;
-    if (!terms.empty()) queries.push_back(anyTerm(Terms::OP_OR, terms));
+    if (!terms.empty()) queries.push_back(termsOf(Terms::OP_OR, terms));
     if (!wide.empty()) queries.emplace_back((new FileNameSource(wide))->release());
     if (queries.empty()) return Terms::MatchNothing;
     return filter(Terms(Terms::OP_OR, queries.begin(), queries.end()));

@@ -54,6 +54,7 @@ class Translation {
     Xapian::Query inField(const QueryNode& node, const Field& field);
     Xapian::Query phrase(const std::vector<std::string>& words, const std::vector<bool>& joins,
                          const Field& field);
+    std::vector<std::string> frequentPairs(const std::vector<std::string>& words, const Field& field);
     Xapian::Query phraseOf(const std::string& text, const Field& field);
     Xapian::Query beginning(const std::string& text, const Field& field);
     Xapian::Query formsOf(const std::string& text, const Field& field);
@@ -64,6 +65,7 @@ class Translation {
     const Xapian::Database& database_;
     Xapian::Stem stem_;
     TranslationLimits limits_;
+    std::optional<FrequentWords> frequent_;
     FoundWords found_;
     std::size_t beginnings_ = 0;
     bool isNegated_ = false;

@@ -27,6 +27,20 @@ constexpr std::size_t queuedTogether = 200;
 constexpr std::int64_t lookedBack = 50;
 constexpr std::uint64_t longestFile = 64u << 20;
 
+/// By the first ones it is settled which words are frequent: they come from all folders, not from the first
+/// site and language.
+void sampleFirst(std::vector<std::string>& paths) {
+    constexpr std::size_t sample = 3'000;
+    const std::size_t each = std::max<std::size_t>(paths.size() / sample, 1);
+    std::vector<std::string> sorted;
+    sorted.reserve(paths.size());
+    for (std::size_t n = 0; n < paths.size(); n += each) sorted.push_back(std::move(paths[n]));
+    for (std::size_t n = 0; n < paths.size(); ++n) {
+        if (n % each != 0) sorted.push_back(std::move(paths[n]));
+    }
+    paths = std::move(sorted);
+}
+
 }  // namespace
 
 Writer& Upkeep::writer() {
@@ -55,9 +69,10 @@ void Upkeep::beginAnew() {
 void Upkeep::plan(Differences differences) {
     planned_.clear();
     planned_.insert(planned_.end(), differences.gone.begin(), differences.gone.end());
-    planned_.insert(planned_.end(), differences.changed.begin(), differences.changed.end());
     const std::size_t added = differences.changed.size();
     isFilling_ = added >= manyEntries && 2 * added >= writer().count();
+    if (isFilling_) sampleFirst(differences.changed);
+    planned_.insert(planned_.end(), differences.changed.begin(), differences.changed.end());
 }
 
 bool Upkeep::step(std::chrono::milliseconds most) {

@@ -38,7 +38,8 @@ constexpr std::size_t bytesOfEntry = 2'000;
 
 }  // namespace
 
-Writer::Writer(const std::string& folder) : folder_(folder) {
+Writer::Writer(const std::string& folder, std::size_t tellingEntries)
+    : folder_(folder), tellingEntries_(tellingEntries) {
     translated([&] { open(folder); });
 }
 
@@ -61,6 +62,7 @@ void Writer::open(const std::string& folder) {
         begin();
     }
     generation_ = database_.get_metadata(std::string(metadata::generation));
+    frequent_ = FrequentWords::in(database_);
 }
 
 void Writer::begin() {
@@ -141,7 +143,7 @@ void Writer::put(const Entry& entry) {
     translated([&] {
         const std::string term = pathTerm(entry.path);
         renewSpellings(term, spellingsOf(entry));
-        database_.replace_document(term, documentOf(entry, generation_));
+        database_.replace_document(term, documentOf(entry, generation_, frequent_));
     });
     waiting_ += entry.reading.text.size() + bytesOfEntry;
 }
@@ -164,8 +166,20 @@ void Writer::setMetadata(std::string_view key, std::string_view value) {
 }
 
 void Writer::commit() {
-    translated([&] { database_.commit(); });
+    translated([&] {
+        database_.commit();
+        if (frequent_.areNone() && database_.get_doccount() >= tellingEntries_ &&
+            !FrequentWords::areSettledIn(database_)) {
+            chooseFrequentWords();
+        }
+    });
     waiting_ = 0;
+}
+
+void Writer::chooseFrequentWords() {
+    frequent_ = FrequentWords::chosenFrom(database_);
+    frequent_.storeIn(database_);
+    database_.commit();
 }
 
 std::size_t Writer::count() const {

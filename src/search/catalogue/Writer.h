@@ -10,6 +10,7 @@
 
 #include "platform/Errors.h"
 #include "search/catalogue/Entry.h"
+#include "search/catalogue/FrequentWords.h"
 
 namespace torvex::catalogue {
 
@@ -29,8 +30,9 @@ class DamagedError : public Error {
 /// `UnavailableError` for a folder that can't be written, a full disk, or a catalogue of a newer version.
 class Writer {
   public:
-    /// Makes what isn't there, and makes anew what is of an earlier format.
-    explicit Writer(const std::string& folder);
+    /// Makes what isn't there, and makes anew what is of an earlier format. By the first `tellingEntries` it is
+    /// settled which words are frequent.
+    explicit Writer(const std::string& folder, std::size_t tellingEntries = 2'000);
 
     const std::string& generation() const { return generation_; }
     /// From now on all entries are out of date.
@@ -61,12 +63,15 @@ class Writer {
   private:
     void open(const std::string& folder);
     void begin();
+    void chooseFrequentWords();
     std::set<std::string> wordsUnder(const std::string& pathTerm) const;
     void renewSpellings(const std::string& pathTerm, const std::vector<std::string>& spellings);
 
     Xapian::WritableDatabase database_;
     std::string folder_;
     std::string generation_;
+    std::size_t tellingEntries_;
+    FrequentWords frequent_;
     std::size_t waiting_ = 0;
 };
 
