@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <limits>
 #include <map>
 
 #include "platform/text/Text.h"
@@ -32,6 +33,11 @@ struct Occurrence {
     std::size_t begin;
 };
 
+/// No window has more different words.
+std::size_t allOf(const FoundWords& found) {
+    return found.beginnings.empty() ? found.words.size() : std::numeric_limits<std::size_t>::max();
+}
+
 /// Where the window with the most different words begins; `npos` without any.
 std::size_t bestPlace(std::string_view text, const FoundWords& found) {
     std::deque<Occurrence> window;
@@ -51,6 +57,7 @@ std::size_t bestPlace(std::string_view text, const FoundWords& found) {
         if (counts.size() > most) {
             most = counts.size();
             best = window.front().begin;
+            if (most >= allOf(found)) break;
         }
     }
     return best;

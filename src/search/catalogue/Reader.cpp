@@ -125,7 +125,9 @@ Found Reader::find(const Query& query, std::size_t most) const {
     read([&](const Xapian::Database& database) {
         found = {};
         if (!query.scopes.empty()) {
-            Xapian::Query asked = Translation(database, query.language).of(tree);
+            Translation translation(database, query.language);
+            Xapian::Query asked = translation.of(tree);
+            keepWords(query, translation.foundWords());
             if (const auto scopes = scopeFilter(database, query.scopes)) {
                 asked = Xapian::Query(Xapian::Query::OP_FILTER, asked, *scopes);
             }
@@ -139,22 +141,38 @@ Found Reader::find(const Query& query, std::size_t most) const {
     return found;
 }
 
+void Reader::keepWords(const Query& query, const FoundWords& words) const {
+    const std::scoped_lock lock(mutex_);
+    keptText_ = query.text;
+    keptLanguage_ = query.language;
+    keptWords_ = words;
+}
+
+FoundWords Reader::wordsOf(const Query& query, const Xapian::Database& database) const {
+    {
+        const std::scoped_lock lock(mutex_);
+        if (keptWords_ && keptText_ == query.text && keptLanguage_ == query.language) return *keptWords_;
+    }
+    Translation translation(database, query.language);
+    translation.of(parseQuery(query.text));
+    keepWords(query, translation.foundWords());
+    return translation.foundWords();
+}
+
 std::vector<Row> Reader::rows(const Query& query, const std::string& databaseName,
                               const std::vector<Hit>& hits) const {
-    const QueryNode tree = parseQuery(query.text);
     const ShownTexts texts(installPath_);
     std::vector<Row> rows;
     read([&](const Xapian::Database& database) {
         rows.clear();
-        Translation translation(database, query.language);
-        translation.of(tree);
+        const FoundWords words = wordsOf(query, database);
         const bool isSame = identityOf(database) == databaseName;
         for (const Hit& hit : hits) {
             Row row;
             try {
                 if (isSame) {
                     const Xapian::Document document = database.get_document(hit.id);
-                    row = rowOf(unpackEntry(document.get_data()), texts, translation.foundWords());
+                    row = rowOf(unpackEntry(document.get_data()), texts, words);
                 }
             } catch (const Xapian::DocNotFoundError&) {
             }

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <functional>
+#include <mutex>
 #include <string>
 #include <xapian.h>
 
 #include "search/catalogue/Backend.h"
+#include "search/catalogue/Translation.h"
 
 namespace torvex::catalogue {
 
@@ -27,8 +29,17 @@ class Reader final : public Backend {
     void read(const std::function<void(const Xapian::Database&)>& work) const;
 
   private:
+    /// What the rows of a query are to show. Its own words are kept from the finding: telling all forms of a
+    /// word takes as long as finding it.
+    FoundWords wordsOf(const Query& query, const Xapian::Database& database) const;
+    void keepWords(const Query& query, const FoundWords& words) const;
+
     std::string installPath_;
     std::string folder_;  ///< of the database
+    mutable std::mutex mutex_;
+    mutable std::string keptText_;
+    mutable std::string keptLanguage_;
+    mutable std::optional<FoundWords> keptWords_;
 };
 
 }  // namespace torvex::catalogue

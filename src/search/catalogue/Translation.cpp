@@ -228,13 +228,19 @@ Terms Translation::formsOf(const std::string& text, const Field& field) {
         for (auto at = database_.allterms_begin(prefix); at != database_.allterms_end(prefix); ++at) {
             if (++read > limits_.formsRead || terms.size() >= limits_.forms) break;
             const std::string form = (*at).substr(field.prefix.size());
-            if (form.size() > word.size() + longestEnding || !stems.contains(folded(stem_(form)))) continue;
+            if (form.size() > word.size() + longestEnding || !hasStem(form, stems)) continue;
             terms.insert(*at);
             note(form);
         }
     }
     if (terms.size() == 1) return Terms(*terms.begin());
     return {Terms::OP_SYNONYM, terms.begin(), terms.end()};
+}
+
+bool Translation::hasStem(const std::string& form, const std::set<std::string>& stems) {
+    const auto [known, isNew] = stems_.try_emplace(form);
+    if (isNew) known->second = folded(stem_(form));
+    return stems.contains(known->second);
 }
 
 /// The names in place of a pattern when they are few.

@@ -3,6 +3,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 #include <xapian.h>
 
@@ -59,6 +60,7 @@ class Translation {
     Xapian::Query beginning(const std::string& text, const Field& field);
     Xapian::Query formsOf(const std::string& text, const Field& field);
     Xapian::Query fileNames(const std::vector<std::string>& patterns);
+    bool hasStem(const std::string& form, const std::set<std::string>& stems);
     std::optional<std::vector<std::string>> namesLike(const std::string& pattern) const;
     void note(const std::string& word);
 
@@ -66,6 +68,7 @@ class Translation {
     Xapian::Stem stem_;
     TranslationLimits limits_;
     std::optional<FrequentWords> frequent_;
+    std::unordered_map<std::string, std::string> stems_;  ///< by form: fields have the same words
     FoundWords found_;
     std::size_t beginnings_ = 0;
     bool isNegated_ = false;
