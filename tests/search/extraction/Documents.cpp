@@ -58,6 +58,30 @@ std::string pdfOf(const std::string& line, const std::string& trailer) {
            trailer + ">>\n%%EOF\n";
 }
 
+std::string mappedPdf(const std::string& signs, const std::string& map) {
+    const auto stream = [](const std::string& text) {
+        return "<</Length " + std::to_string(text.size()) + ">>stream\n" + text + "\nendstream\nendobj\n";
+    };
+    return "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n"
+           "2 0 obj<</Type/Pages/Kids[3 0 R]/Count 1>>endobj\n"
+           "3 0 obj<</Type/Page/Parent 2 0 R/MediaBox[0 0 400 200]/Contents 4 0 R/Resources<</Font<</F 5 0 "
+           "R>>>>>>endobj\n"
+           "4 0 obj" +
+           stream("BT /F 12 Tf 20 100 Td <" + signs + "> Tj ET") +
+           "5 0 obj<</Type/Font/Subtype/Type0/BaseFont/ABCDEF+Cut/Encoding/Identity-H/DescendantFonts[6 0 R]"
+           "/ToUnicode 8 0 R>>endobj\n"
+           "6 0 obj<</Type/Font/Subtype/CIDFontType2/BaseFont/ABCDEF+Cut/CIDSystemInfo<</Registry(Adobe)"
+           "/Ordering(Identity)/Supplement 0>>/FontDescriptor 7 0 R/DW 600>>endobj\n"
+           "7 0 obj<</Type/FontDescriptor/FontName/ABCDEF+Cut/Flags 4/FontBBox[0 0 600 800]/ItalicAngle 0"
+           "/Ascent 800/Descent 0/CapHeight 700/StemV 80>>endobj\n"
+           "8 0 obj" +
+           stream(
+               "/CIDInit /ProcSet findresource begin 12 dict begin begincmap\n"
+               "1 begincodespacerange <0000> <FFFF> endcodespacerange\n" +
+               map + "\nendcmap end end") +
+           "trailer<</Root 1 0 R>>\n%%EOF\n";
+}
+
 std::string lockedPdf() {
     const std::string key(64, 'a');
     return pdfOf("secret", "/ID[<" + key + "><" + key + ">]/Encrypt<</Filter/Standard/V 1/R 2/P -4/O<" + key +

@@ -125,6 +125,28 @@ TEST(PdfText, IsReadWithWhatItSaysOfItself) {
                 UnorderedElementsAre(Pair("doctitle", "The Title"), Pair("docauthor", "Mary"),
                                      Pair("dockeywords", "a, b"), Pair("docsubject", "S")));
 }
+TEST(PdfText, SignsAreReadByTheirCharacterMap) {
+    const std::string map =
+        "3 beginbfchar <0001> <0054> <0002> <00E9> <0003> <0020> endbfchar\n"
+        "1 beginbfrange <0010> <0012> <0061> endbfrange";
+    EXPECT_EQ(read("a.pdf", mappedPdf("0001000200030010001100120001", map)).text, "T\xC3\xA9 abcT");
+}
+TEST(PdfText, ASignMayBeSeveralLetters) {
+    const std::string map =
+        "3 beginbfchar <0001> <00660066> <0002> <006F> <0003> <0063> endbfchar\n"
+        "1 beginbfrange <0004> <0005> [<0065> <D83DDE00>] endbfrange";
+    EXPECT_EQ(read("a.pdf", mappedPdf("00020001000400050003", map)).text,
+              "offe\xF0\x9F\x98\x80"
+              "c");
+}
+TEST(PdfText, AMapThatIsBrokenIsNoHarm) {
+    for (const auto* map :
+         {"", "9 beginbfchar <0001> <", "1 beginbfrange <0001> <FFFFFFFF> <0000> endbfrange",
+          "1 beginbfchar <00010203040506070809> <D800> endbfchar"}) {
+        SCOPED_TRACE(map);
+        EXPECT_NO_THROW(read("a.pdf", mappedPdf("00010002", map)));
+    }
+}
 TEST(PdfText, AnEncryptedOneIsRefused) {
     EXPECT_EQ(refusal("a.pdf", lockedPdf()), "it is encrypted");
 }
