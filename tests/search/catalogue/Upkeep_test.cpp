@@ -1,9 +1,12 @@
 #include "search/catalogue/Upkeep.h"
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <thread>
+#include <xapian.h>
 
 #include "platform/files/DiskFileSystem.h"
 #include "platform/files/WatchedFileSystem.h"
@@ -22,6 +25,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -381,6 +385,59 @@ TEST_P(UpkeepTest, TheKeeperGoesOnWhenTheFolderCanBeMadeAgain) {
     // It is said once all is done.
     for (int n = 0; n < 500 && log.lines().size() < 2; ++n) std::this_thread::sleep_for(20ms);
     EXPECT_THAT(log.lines(), ElementsAre(testing::_, HasSubstr("kept up to date again")));
+}
+/// As on a full disk: while this lives, no file of this process grows beyond so many bytes.
+class NoRoom {
+  public:
+    explicit NoRoom(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        ::getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit{bytes, before_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    NoRoom(const NoRoom&) = delete;
+    NoRoom& operator=(const NoRoom&) = delete;
+    ~NoRoom() {
+        ::setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+
+  private:
+    rlimit before_{};
+    void (*handler_)(int);
+};
+
+std::string manyWords(int seed) {
+    std::string text = "many";
+    for (int n = 0; n < 3'000; ++n) text += " w" + std::to_string(seed * 3'000 + n);
+    return text;
+}
+
+TEST_P(UpkeepTest, ACatalogueThatFindsNoRoomStaysWholeAndGoesOn) {
+    write(document("before.txt"), "word");
+    catalogue::ChangedFiles changes({root(), "documents"});
+    const catalogue::Keeper keeper(parts(), changes, {.look = 20ms, .afterFailure = 20ms});
+    ASSERT_TRUE(isFoundInTime("word", 1));
+    std::vector<std::string> queued;
+    for (int n = 0; n < 60; ++n) {
+        queued.push_back(document(std::to_string(n) + ".txt"));
+        write(queued.back(), manyWords(n));
+    }
+    {
+        // The queue's own files are smaller than this, what is to be taken in is larger.
+        const NoRoom full(2'000'000);
+        queue(queued);
+        for (int n = 0; n < 1'000 && log.lines().empty(); ++n) std::this_thread::sleep_for(20ms);
+        std::this_thread::sleep_for(300ms);
+        EXPECT_THAT(log.lines(), ElementsAre(AllOf(HasSubstr("site search: the catalogue can't be written: "),
+                                                   HasSubstr("File too large"))));
+        EXPECT_EQ(found("word").size(), 1);
+        EXPECT_EQ(found("many").size(), 0);
+    }
+    EXPECT_TRUE(isFoundInTime("many", 60));
+    EXPECT_EQ(found("word").size(), 1);
+    for (int n = 0; n < 500 && log.lines().size() < 2; ++n) std::this_thread::sleep_for(20ms);
+    EXPECT_THAT(log.lines(), ElementsAre(testing::_, HasSubstr("kept up to date again")));
+    EXPECT_EQ(Xapian::Database::check(database(), 0, nullptr), 0U);
 }
 TEST_P(UpkeepTest, SearchingGoesOnWhileFilesAreTakenIn) {
     for (int n = 0; n < 300; ++n) write(document(std::to_string(n) + ".txt"), "word number");
