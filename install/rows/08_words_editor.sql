@@ -121,5 +121,7 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (4339, 'small', 'klein'),
   (4340, 'usual', 'normal'),
   (4341, 'large', 'groß'),
-  (4342, 'very large', 'sehr groß')
+  (4342, 'very large', 'sehr groß'),
+  (4391, 'Body {number} is open in another tab of yours.', 'Textbereich {number} ist in einem anderen Ihrer Tabs offen.'),
+  (4392, 'Go on here', 'Hier weiterschreiben')
 on conflict (lang_label) do nothing;

@@ -1,7 +1,7 @@
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
 import { passwords, servedAuthors } from "./door.mjs";
-import { author, clickInto, edited, openPage, toEnd, untilRow } from "./support.mjs";
+import { author, clickInto, edited, keptHere, openPage, toEnd, untilRow } from "./support.mjs";
 
 const words = "The garden in an hour";
 const bodyOf = (site, pageId, bodyId) =>
@@ -74,6 +74,100 @@ describe("what an author types is never lost", () => {
     await page.getByText("Not connected").waitFor({ state: "detached", timeout: 20_000 });
     await save(page);
     assert.match(bodyOf(site, 11, 3), /sieben acht neun/);
+    assert.deepEqual(faults, []);
+    await close();
+  });
+
+  test("when she goes to and fro between two tabs", async () => {
+    const { page, context, faults, close } = await typesIn(site, " Eins");
+    const second = await context.newPage();
+    await second.goto(`${site.address}/torvex/page.asp?pageId=11`);
+    const elsewhere = (one) => one.getByText("is open in another tab of yours");
+    await elsewhere(second).waitFor();
+    // The tab that she clicks into has the newest text, the other one lets go of it and says where it is.
+    await clickInto(second, words);
+    await edited(second).getByText("Eins").waitFor();
+    await second.keyboard.type(" Zwei");
+    await elsewhere(page).waitFor();
+    assert.equal(await edited(page).locator("[contenteditable=true]").count(), 0);
+    await page.getByRole("button", { name: "Go on here" }).click();
+    await edited(page).getByText("Eins Zwei").waitFor();
+    await toEnd(page);
+    await page.keyboard.type(" Drei");
+    await elsewhere(second).waitFor();
+    await save(page);
+    // What one saves the other shows; nothing is left that could be taken for a newer text.
+    await edited(second).getByText("Eins Zwei Drei").waitFor();
+    await clickInto(second, words);
+    await second.keyboard.type(" Vier");
+    await save(second);
+    assert.match(bodyOf(site, 11, 3), /Eins Zwei Drei Vier/);
+    assert.equal(await page.getByText("isn't saved").count() + await second.getByText("isn't saved").count(), 0);
+    assert.equal(await page.getByText("Somebody else has saved").count(), 0);
+    assert.deepEqual(faults, []);
+    await close();
+  });
+
+  test("when the other tab doesn't answer any more", async () => {
+    const { page, context, close } = await typesIn(site, " Fünf");
+    const second = await context.newPage();
+    await second.goto(`${site.address}/torvex/page.asp?pageId=11`);
+    await second.getByText("is open in another tab of yours").waitFor();
+    await keptHere(page, "Fünf");
+    await page.evaluate(() => document.querySelector("tvx-page-frame").tabs.stop());
+    await second.getByRole("button", { name: "Go on here" }).click();
+    await edited(second).getByText("Fünf").waitFor();
+    await toEnd(second);
+    await second.keyboard.type(" Sechs");
+    await save(second);
+    assert.match(bodyOf(site, 11, 3), /Fünf Sechs/);
+    await close();
+  });
+
+  test("when the line is gone for an hour, and her session with it", async () => {
+    const one = await author(site, "basil");
+    const { page, context, faults, close } = one;
+    await page.clock.install();
+    await openPage(page, /What.s on/);
+    await clickInto(page, words);
+    await page.keyboard.type(" Neun");
+    await untilTaken(site);
+    let asked = 0;
+    page.on("request", (request) => { asked += request.url().endsWith("/api/session") ? 1 : 0; });
+    await context.setOffline(true);
+    const foot = page.getByRole("status").filter({ hasText: "Not connected; your text is kept here" });
+    for (let minutes = 0; minutes < 60; minutes += 10) {
+      await page.keyboard.type(` nach${minutes}`);
+      await page.clock.runFor("10:00");
+      await foot.waitFor();
+    }
+    assert.ok(asked > 55 && asked < 75, `asked ${asked} times in an hour`);
+    assert.doesNotMatch(bodyOf(site, 11, 3), /nach/);
+    site.sql("update TORVEX_LOGINS set sessionId = '' where username = 'basil'");
+    await context.setOffline(false);
+    await page.clock.runFor(60_000);
+    await page.clock.resume();
+    await logInAgain(page, "basil");
+    // No key is needed: all that she typed is at the server.
+    await untilRow(site, "select html from TORVEX_DRAFTS where html like '%Neun nach0 nach10 nach20 nach30 nach40 nach50%'");
+    await edited(page).locator("[contenteditable=true]").first().focus();
+    await toEnd(page);
+    await page.keyboard.type(" zehn");
+    await save(page);
+    assert.match(bodyOf(site, 11, 3), /Neun nach0 nach10 nach20 nach30 nach40 nach50 zehn/);
+    assert.deepEqual(faults, []);
+    await close();
+  });
+
+  test("when she saves without a line: that is done when it is back", async () => {
+    const { page, context, faults, close } = await typesIn(site, " elf");
+    await context.setOffline(true);
+    await page.keyboard.press("Control+s");
+    await page.getByRole("status").filter({ hasText: "Not connected" }).waitFor();
+    await page.keyboard.type(" zwölf");
+    await context.setOffline(false);
+    await page.getByRole("status").filter({ hasText: "Saved" }).waitFor();
+    assert.match(bodyOf(site, 11, 3), /elf zwölf/);
     assert.deepEqual(faults, []);
     await close();
   });

@@ -40,6 +40,8 @@ async function sent(path: string, body: unknown, signal?: AbortSignal): Promise<
 }
 
 const pause = (milliseconds: number) => new Promise((resolve) => setTimeout(resolve, milliseconds));
+/** Not logged in any more, or logged in anew in another tab, by which the token of this one is void. */
+const isStranger = ({ status, kind }: Problem) => status === 401 || (status === 403 && kind === "foreign");
 const isBusy = (response: Response) => response.status === 429 || response.status === 503;
 
 function waitOf(response: Response, tries: number): number {
@@ -53,13 +55,14 @@ async function answered(path: string, body: unknown, { signal, noLogin }: CallOp
     const response = await sent(path, body, signal);
     if (connection.state === "offline") connection.state = "online";
     if (response.ok) return response.status === 204 ? null : response.json();
-    if (response.status === 401 && !noLogin) {
+    const wait = waitOf(response, tries);
+    if (!isBusy(response) || tries >= triesWhenBusy || wait > longestPause) {
+      const problem = await problemOf(response);
+      if (noLogin || !isStranger(problem)) throw problem;
       connection.state = "loggedOut";
       await connection.untilOnline(signal);
       continue;
     }
-    const wait = waitOf(response, tries);
-    if (!isBusy(response) || tries >= triesWhenBusy || wait > longestPause) throw await problemOf(response);
     await pause(wait);
   }
 }

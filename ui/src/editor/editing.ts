@@ -37,7 +37,10 @@ export class Editing {
   /** Opens a body where it stands; as source when it can't be edited there without a change to what isn't touched. */
   static async start(frame: TvxPageFrame, place: BodyPlace, draft: Draft | null): Promise<Editing | null> {
     const [source] = await Promise.all([loadBody(frame.page, place.bodyId), loadGroups()]);
-    const session = new BodySession(frame.page, place.bodyId, source, draft?.base ?? (await stateOf(source)));
+    const base = draft?.base ?? (await stateOf(source));
+    const session = new BodySession(frame.page, place.bodyId, source, base, () =>
+      frame.tabs.tell("saved", place.bodyId),
+    );
     const editing = new Editing(frame, place, session);
     try {
       editing.open(source, draft?.html ?? null);
@@ -114,6 +117,12 @@ export class Editing {
     clearTimeout(this.drawing);
     this.session.close();
     this.editor.close();
+  }
+
+  /** Lets another tab go on with it. */
+  async handOver(): Promise<void> {
+    this.editor.setEditable(false);
+    await this.session.handOver();
   }
 
   async dropDraft(): Promise<void> {

@@ -1,7 +1,8 @@
 // One body between its first key and its saving.
 import { Batch, call, type Expect, isProblem, type Problem } from "../api";
+import { connection } from "../api/connection";
 import { Store } from "../kit/store";
-import { DraftKeeper } from "../shell/drafts";
+import { DraftKeeper, keptOf } from "../shell/drafts";
 import { doing } from "../shell/presence";
 import { keeping } from "../shell/tvx-foot";
 import { currentPage, pagesChanged } from "../shell/workplace";
@@ -51,6 +52,7 @@ export function tellChange({ pageId, nodeId }: PageName): void {
 export const isOwnChange = () => telling;
 
 const typingFor = 5000;
+const waitsForSaving = 1000;
 let typingTimer: ReturnType<typeof setTimeout> | undefined;
 
 function typing(): void {
@@ -68,6 +70,8 @@ export class BodySession {
   private savedVersion: unknown;
   private taken: Promise<boolean> | null = null;
   private saving: Promise<boolean> | null = null;
+  private waits = false;
+  private closed = false;
   private keeper: DraftKeeper;
   private edited!: Edited;
 
@@ -78,16 +82,17 @@ export class BodySession {
     public source: string,
     /** and the name of its state. */
     private base: string,
+    private readonly saved: () => void = () => {},
   ) {
-    this.keeper = this.newKeeper();
+    this.keeper = this.newKeeper(keptOf(page.pageId, bodyId));
   }
 
   /** A draft names the state that it started from: each has a keeper of its own. */
-  private newKeeper(): DraftKeeper {
+  private newKeeper(before?: ReturnType<typeof keptOf>): DraftKeeper {
     const { pageId, nodeId } = this.page;
     const [site = "", lang = ""] = nodeId.split(".");
     const title = currentPage.value?.title ?? nodeId;
-    return new DraftKeeper({ pageId, bodyId: this.bodyId, site, lang, nodeId, title }, this.base);
+    return new DraftKeeper({ pageId, bodyId: this.bodyId, site, lang, nodeId, title }, this.base, before);
   }
 
   /** Says what is edited. A draft that was taken up counts as changed from the start. */
@@ -95,7 +100,9 @@ export class BodySession {
     this.edited = edited;
     this.savedVersion = fromDraft ? null : edited.version;
     this.unsaved.value = fromDraft;
-    if (fromDraft) void this.take();
+    if (!fromDraft) return;
+    this.keeper.typed(() => edited.draft);
+    void this.take();
   }
 
   get dirty(): boolean {
@@ -116,7 +123,7 @@ export class BodySession {
 
   /** The first key takes the page. */
   private take(): Promise<boolean> {
-    this.taken ??= this.checkOut();
+    this.taken ??= connection.untilOnline().then(() => this.checkOut());
     return this.taken;
   }
 
@@ -129,6 +136,7 @@ export class BodySession {
       this.fail(error);
       // Later it may be free, or there may be a line again.
       this.taken = null;
+      if (isProblem(error) && error.offline) void this.take();
       return false;
     }
   }
@@ -168,11 +176,21 @@ export class BodySession {
     try {
       await work.run();
     } catch (error) {
+      if (isProblem(error) && error.offline) void this.saveWhenOnline();
       return this.notStored(error, text);
     }
     await this.stored(version, String(now.value));
     this.told();
     return true;
+  }
+
+  /** Who wanted it saved while there was no line needn't ask again. */
+  private async saveWhenOnline(): Promise<void> {
+    if (this.waits) return;
+    this.waits = true;
+    await connection.untilOnline();
+    this.waits = false;
+    if (!this.closed) await this.save();
   }
 
   private async notStored(error: unknown, text: string): Promise<boolean> {
@@ -199,6 +217,7 @@ export class BodySession {
     keeper.close();
     if (this.dirty) this.keeper.typed(() => this.edited.draft);
     else keeping.value = { state: "saved", at: new Date() };
+    this.saved();
     return true;
   }
 
@@ -219,7 +238,15 @@ export class BodySession {
     return this.keeper.drop();
   }
 
+  /** Another tab goes on with it: waits for what is on its way, and leaves the text among the drafts. */
+  async handOver(): Promise<void> {
+    const patience = new Promise((resolve) => setTimeout(resolve, waitsForSaving));
+    await Promise.race([this.saving, patience]);
+    await Promise.race([this.dirty ? this.keeper.handOver() : null, patience]);
+  }
+
   close(): void {
+    this.closed = true;
     this.keeper.close();
     clearTimeout(typingTimer);
     if (doing.value === "typing") doing.value = "looking";

@@ -11,6 +11,7 @@ import { onPagesChanged } from "../shell/workplace";
 import { bodyMenu } from "./body-menu";
 import { type Draft, newestDrafts } from "./drafts";
 import type { Editing } from "./editing";
+import { OtherTabs } from "./other-tabs";
 import { isOwnChange, type PageName } from "./session";
 import { styleFrame } from "./view/frame-styles";
 import { type BodyPlace, bodyPlaces, boxOf } from "./view/places";
@@ -38,6 +39,7 @@ export class TvxPageFrame extends TvxElement {
   private wanted: number | null = null;
   private frameRequest = 0;
   private readonly forget: (() => void)[] = [];
+  readonly tabs = new OtherTabs(this);
 
   override connectedCallback(): void {
     super.connectedCallback();
@@ -45,7 +47,9 @@ export class TvxPageFrame extends TvxElement {
     window.addEventListener("pagehide", hide);
     document.addEventListener("visibilitychange", hide);
     window.addEventListener("message", this.message);
+    this.tabs.start();
     this.forget.push(
+      () => this.tabs.stop(),
       // What couldn't be saved is kept as a draft: nobody has to stay for it.
       beforeLeaving(async () => {
         if (!(await this.save())) this.editing?.session.keepNow();
@@ -122,6 +126,7 @@ export class TvxPageFrame extends TvxElement {
     this.listen(doc);
     doc.defaultView?.scrollTo({ top: this.scrolledTo, behavior: "instant" });
     this.tell("tvx-frame-loaded");
+    this.tabs.look();
     if (this.wanted !== null) void this.edit(this.wanted);
     if (this.editable) await this.findDrafts();
   }
@@ -146,7 +151,10 @@ export class TvxPageFrame extends TvxElement {
     const found = await newestDrafts(this.pageId);
     const open = this.editing?.bodyId;
     this.drafts = found.filter(
-      ({ bodyId }) => bodyId !== open && this.places.some((place) => place.bodyId === bodyId && place.kind === "text"),
+      ({ bodyId }) =>
+        bodyId !== open &&
+        !this.tabs.has(bodyId) &&
+        this.places.some((place) => place.bodyId === bodyId && place.kind === "text"),
     );
   }
 
@@ -274,16 +282,37 @@ export class TvxPageFrame extends TvxElement {
     if (!chosen) return;
     if (this.editing?.bodyId === chosen.bodyId) return this.editing.focus(at);
     if (this.editing && !(await this.leave())) return;
+    const handed = this.tabs.has(chosen.bodyId);
+    if (handed) {
+      await this.tabs.take(chosen.bodyId);
+      await this.findDrafts();
+    }
     const draft = this.drafts.find((one) => one.bodyId === chosen.bodyId);
-    await this.open(chosen, at, draft ?? null);
+    await this.open(chosen, at, draft ?? null, handed);
   }
 
-  private async open(place: BodyPlace, at: Point | "start", draft: Draft | null): Promise<void> {
+  get openBody(): number | undefined {
+    return this.editing?.bodyId;
+  }
+
+  async yieldBody(): Promise<void> {
+    const { editing } = this;
+    await editing?.handOver();
+    if (this.editing === editing) this.stopEditing();
+  }
+
+  othersChanged(): void {
+    this.requestUpdate();
+    if (this.editable) void this.findDrafts();
+  }
+
+  private async open(place: BodyPlace, at: Point | "start", draft: Draft | null, handed: boolean): Promise<void> {
     const { Editing } = await import("./editing");
     this.drafts = this.drafts.filter((one) => one !== draft);
     this.editing = await Editing.start(this, place, draft);
     this.editing?.focus(at);
-    if (draft)
+    if (this.editing) this.tabs.tell("opened", place.bodyId);
+    if (draft && !handed)
       toast(t(L.draftTakenUp, { time: clock(new Date(draft.moment)) }), { undo: () => this.editing?.dropDraft() });
   }
 
@@ -314,6 +343,7 @@ export class TvxPageFrame extends TvxElement {
   stopEditing(): void {
     if (this.unsaved) this.tell("tvx-unsaved", false);
     this.editing?.close();
+    if (this.editing) this.tabs.tell("closed", this.editing.bodyId);
     this.editing = null;
   }
 
@@ -380,6 +410,7 @@ export class TvxPageFrame extends TvxElement {
     return html`<div class="frame-column">
       ${this.drafts.map((draft) => this.draftNotice(draft))}
       ${this.editing?.notice() ?? nothing}
+      ${this.tabs.open.map((bodyId) => this.otherTabNotice(bodyId))}
       <div class="frame-stage" aria-busy=${this.loading}>
         <div class="frame-box" ${styles({ "max-width": width ? `${width}px` : "none" })}>
           ${this.pageId ? html`<iframe src=${this.address} title=${t(L.pagePreview)} @load=${this.loaded}></iframe>` : nothing}
@@ -395,6 +426,13 @@ export class TvxPageFrame extends TvxElement {
     const open = (event: Event) => openMenu(event.currentTarget as HTMLElement, bodyMenu(this, place), name);
     const show = () => this.bringIntoView(place.cell);
     return html`<button type="button" class="body-handle ${this.editing?.bodyId === bodyId ? "is-open" : ""}" aria-haspopup="menu" aria-label=${name} title=${name} @focus=${show} @click=${open}>${bodyId}${icon("ellipsis-vertical")}</button>`;
+  }
+
+  private otherTabNotice(bodyId: number) {
+    const goOn = () => void this.edit(bodyId);
+    return html`<div class="notice page-banner other-tab" role="status">${icon("info")}
+      <span class="grow">${t(L.openInOtherTab, { number: bodyId })}</span>
+      ${this.editable ? html`<span class="inline"><button class="button small" @click=${goOn}>${t(L.goOnHere)}</button></span>` : nothing}</div>`;
   }
 
   private draftNotice(draft: Draft) {

@@ -79,3 +79,9 @@ export async function remove(key: string): Promise<void> {
   localStorage.removeItem(spare + key);
   await run("readwrite", (store) => store.delete(key));
 }
+
+/** Not when it has gone on since. */
+export async function removeAsItWas({ key, moment }: LocalDraft): Promise<void> {
+  const now = (await run<LocalDraft | undefined>("readonly", (store) => store.get(key))) ?? { moment };
+  if (now.moment === moment) await remove(key);
+}

@@ -2,6 +2,7 @@ import { call } from "../api";
 import { connection } from "../api/connection";
 import { isProblem } from "../api/problem";
 import * as local from "./draft-store";
+import { tab } from "./tabs";
 import { keeping } from "./tvx-foot";
 import { workplace } from "./workplace";
 
@@ -27,7 +28,6 @@ export interface Draft extends DraftPlace {
 const hereAfter = 250;
 const thereAfter = 2000;
 const triesAgainAfter = 5000;
-const tab = Math.random().toString(36).slice(2, 10);
 
 const me = () => workplace.value.login?.loginId ?? 0;
 
@@ -44,11 +44,14 @@ export class DraftKeeper {
   private read: (() => string) | undefined;
   private sending: Promise<unknown> = Promise.resolve();
   private dropped = false;
+  private waits = false;
   private readonly onHide = () => this.hide();
 
   constructor(
     private readonly place: DraftPlace,
     private readonly base: string,
+    /** What was kept of this body when it was opened: saving it settles these as well. */
+    private readonly before: Promise<local.LocalDraft[]> = Promise.resolve([]),
   ) {
     window.addEventListener("pagehide", this.onHide);
     document.addEventListener("visibilitychange", this.onHide);
@@ -80,7 +83,21 @@ export class DraftKeeper {
     this.read = undefined;
     this.clear();
     await this.sending.catch(() => {});
-    await dropDraft(this.place.pageId, this.place.bodyId);
+    const { pageId, bodyId } = this.place;
+    const before = await this.before.catch(() => []);
+    await Promise.all([
+      local.remove(this.key).catch(() => {}),
+      ...before.map((draft) => local.removeAsItWas(draft).catch(() => {})),
+      dropThere(pageId, bodyId),
+    ]);
+  }
+
+  /** Another tab goes on with it: what is kept here is its now. */
+  async handOver(): Promise<void> {
+    await this.keepHere();
+    this.clear();
+    this.read = undefined;
+    await this.sending.catch(() => {});
   }
 
   /** No more is typed here; what is kept stays kept. */
@@ -126,6 +143,7 @@ export class DraftKeeper {
   private async keepThere(): Promise<void> {
     const draft = this.draft();
     if (!draft) return;
+    if (connection.state !== "online") return this.tryAgain();
     const { pageId, bodyId, html, base } = draft;
     const sent = call("desk.saveDraft", { pageIdent: String(pageId), bodyId, html, base }, { background: true });
     this.sending = sent;
@@ -140,7 +158,16 @@ export class DraftKeeper {
   private tryAgain(): void {
     clearTimeout(this.thereTimer);
     if (connection.state === "online") this.thereTimer = setTimeout(() => void this.keepThere(), triesAgainAfter);
-    else void connection.untilOnline().then(() => this.keepThere());
+    else void this.keepWhenOnline();
+  }
+
+  /** Once, however much is typed until then. */
+  private async keepWhenOnline(): Promise<void> {
+    if (this.waits) return;
+    this.waits = true;
+    await connection.untilOnline();
+    this.waits = false;
+    await this.keepThere();
   }
 }
 
@@ -180,12 +207,18 @@ export async function draftsOf(pageId = 0): Promise<Draft[]> {
   return [...here, ...there.filter((draft) => !known.has(place(draft)))];
 }
 
+/** What this browser keeps of a body. */
+export async function keptOf(pageId: number, bodyId: number): Promise<local.LocalDraft[]> {
+  const mine = await local.all(me()).catch(() => []);
+  return mine.filter((draft) => draft.pageId === pageId && draft.bodyId === bodyId);
+}
+
+async function dropThere(pageId: number, bodyId: number): Promise<void> {
+  await call("desk.dropDraft", { pageIdent: String(pageId), bodyId }, { background: true }).catch(() => {});
+}
+
 /** Forgets what isn't saved of a body, at both places. */
 export async function dropDraft(pageId: number, bodyId: number): Promise<void> {
-  const mine = await local.all(me()).catch(() => []);
-  const keys = mine.filter((draft) => draft.pageId === pageId && draft.bodyId === bodyId).map(({ key }) => key);
-  await Promise.all([
-    ...keys.map(local.remove),
-    call("desk.dropDraft", { pageIdent: String(pageId), bodyId }, { background: true }).catch(() => {}),
-  ]);
+  const kept = await keptOf(pageId, bodyId);
+  await Promise.all([...kept.map(({ key }) => local.remove(key)), dropThere(pageId, bodyId)]);
 }

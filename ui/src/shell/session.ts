@@ -30,15 +30,18 @@ export async function startSession(): Promise<boolean> {
   return login !== null;
 }
 
-const pulseWhenOffline = 3000;
+const firstPause = 2000;
+const longestPause = 60_000;
 
-/** While nobody answers, asks again and again until somebody does, and then whether he knows us. */
+/** While nobody answers, asks again and again, ever more rarely, until somebody does, and then whether he knows us. */
 export function watchConnection(): void {
   let timer: ReturnType<typeof setTimeout> | undefined;
   let wasOffline = false;
+  let wait = firstPause;
   const again = () => {
     clearTimeout(timer);
-    timer = setTimeout(ask, pulseWhenOffline);
+    timer = setTimeout(ask, wait);
+    wait = Math.min(2 * wait, longestPause);
   };
   async function ask(): Promise<void> {
     try {
@@ -49,8 +52,9 @@ export function watchConnection(): void {
     }
   }
   connection.watch((state) => {
+    clearTimeout(timer);
+    wait = firstPause;
     if (state === "offline") again();
-    else clearTimeout(timer);
     // Any answer tells that the line is back; a server that was started anew has forgotten its sessions.
     if (state === "online" && wasOffline) void ask();
     wasOffline = state === "offline";

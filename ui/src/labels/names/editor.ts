@@ -9,6 +9,8 @@ export const editor = {
   draftTakenUp: 4227,
   unsavedText: 4228,
   keepDraft: 4229,
+  openInOtherTab: 4391,
+  goOnHere: 4392,
   compareDraft: 4230,
   dropIt: 4231,
   yourDraft: 4232,
