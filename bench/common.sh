@@ -37,6 +37,11 @@ init_demo() {
     "$torvex" init "$folder/site" --demo >/dev/null
 }
 
+# grow_demo PAGES IMAGES: makes the demo in `$folder/site` that large. Its words and links are taken in by `migrate`.
+grow_demo() {
+    sed "s/:pages/$1/g; s/:images/$2/g" bench/grow.sql | "$torvex" sql --install "$folder/site" >/dev/null
+}
+
 # serve PROGRAM INSTALLATION PORT LOG: sets `server` to the process, and comes back when it answers.
 serve() {
     "$1" serve --install "$2" --listen "127.0.0.1:$3" 2>"$4" &
