@@ -15,13 +15,17 @@ import { BodyEditor, NotExact } from "./view/body-editor";
 import * as commands from "./view/commands";
 import type { BodyPlace } from "./view/places";
 
+/** How long the tools wait after the selection has moved; after something was typed, and while more is typed at most. */
 const toolsAfter = 80;
+const toolsAfterTyping = 200;
+const toolsWait = 600;
 
 /** A body of a page that is being edited, with the tools around it. */
 export class Editing {
   private editor!: BodyEditor;
   readonly slash = new SlashMenu();
   private drawing: ReturnType<typeof setTimeout> | undefined;
+  private waitsSince = 0;
 
   private constructor(
     private readonly frame: TvxPageFrame,
@@ -57,7 +61,7 @@ export class Editing {
     const others = this.frame.placesOf(this.bodyId).filter((place) => place !== this.place);
     const events = {
       changed: () => this.session.changed(),
-      moved: () => this.moved(),
+      moved: (typed: boolean) => this.moved(typed),
       key: (event: KeyboardEvent) => this.key(event),
       files: (files: File[], at: number) => void this.files(files, at),
       island: (at: number, raw: string) => void this.island(at, raw),
@@ -130,14 +134,22 @@ export class Editing {
     this.editor.replace(this.session.source);
   }
 
-  private moved(): void {
+  private moved(typed: boolean): void {
     const wasOpen = this.slash.open;
     this.slash.follow(this.state, this.onlyWords);
     if (this.slash.open || wasOpen) this.drawTools();
-    else this.drawing ??= setTimeout(() => this.drawTools(), toolsAfter);
+    else this.drawSoon(typed);
   }
 
-  /** Not with each key: the tools follow when there is time. */
+  /** Not with each key: the tools follow when there is time, and what was typed lets them wait longer. */
+  private drawSoon(typed: boolean): void {
+    const [after, atMost] = typed ? [toolsAfterTyping, toolsWait] : [toolsAfter, toolsAfter];
+    const now = performance.now();
+    if (this.drawing === undefined) this.waitsSince = now;
+    clearTimeout(this.drawing);
+    this.drawing = setTimeout(() => this.drawTools(), Math.min(after, Math.max(0, this.waitsSince + atMost - now)));
+  }
+
   private drawTools(): void {
     clearTimeout(this.drawing);
     this.drawing = undefined;
@@ -268,11 +280,20 @@ export class Editing {
     openMenu(anchor, entries, label);
   }
 
-  /** Puts the tools above what is chosen, or above the body. */
-  arrange(): void {
+  /** Where the tools go, above what is chosen or above the body; what is given back puts them there. */
+  measured(): (() => void) | undefined {
     const tools = this.frame.querySelector<HTMLElement>(".edit-tools");
     const box = this.frame.querySelector<HTMLElement>(".frame-layer");
-    if (!tools || !box || !this.editor) return;
+    if (!tools || !box || !this.editor) return undefined;
+    const { left, top } = this.toolsAt(tools, box);
+    const moveSlash = this.slash.measured(this.frame, this.editor.view);
+    return () => {
+      tools.style.transform = `translate(${Math.round(left)}px, ${Math.round(top)}px)`;
+      moveSlash?.();
+    };
+  }
+
+  private toolsAt(tools: HTMLElement, box: HTMLElement): { left: number; top: number } {
     const { selection } = this.state;
     const { view } = this.editor;
     const body = this.editor.holder.getBoundingClientRect();
@@ -287,8 +308,7 @@ export class Editing {
       : above;
     const hidden = selection.empty && covers && start.top < tools.offsetHeight + 12;
     const left = Math.max(8, Math.min(line.left, box.clientWidth - tools.offsetWidth - 8));
-    tools.style.transform = `translate(${Math.round(left)}px, ${Math.round(hidden ? start.bottom + 10 : top)}px)`;
-    this.slash.place(this.frame, view);
+    return { left, top: hidden ? start.bottom + 10 : top };
   }
 
   notice(): TemplateResult | typeof nothing {

@@ -88,15 +88,19 @@ export class SlashMenu {
     return "taken";
   }
 
-  place(host: HTMLElement, view: EditorView): void {
+  /** Where the list goes; what is given back puts it there. */
+  measured(host: HTMLElement, view: EditorView): (() => void) | undefined {
     const list = host.querySelector<HTMLElement>(".slash-menu");
     const layer = host.querySelector<HTMLElement>(".frame-layer");
-    if (!list || !layer) return;
+    if (!list || !layer) return undefined;
     const { left, top, bottom } = view.coordsAtPos(view.state.selection.from);
     const below = bottom + 6 + list.offsetHeight <= layer.clientHeight;
     const y = below ? bottom + 6 : Math.max(4, top - list.offsetHeight - 6);
-    list.style.transform = `translate(${Math.round(Math.min(left, layer.clientWidth - list.offsetWidth - 8))}px, ${Math.round(y)}px)`;
-    list.querySelector("[aria-selected=true]")?.scrollIntoView({ block: "nearest" });
+    const x = Math.min(left, layer.clientWidth - list.offsetWidth - 8);
+    return () => {
+      list.style.transform = `translate(${Math.round(x)}px, ${Math.round(y)}px)`;
+      list.querySelector("[aria-selected=true]")?.scrollIntoView({ block: "nearest" });
+    };
   }
 
   render(choose: (item: SlashItem) => void): TemplateResult | typeof nothing {

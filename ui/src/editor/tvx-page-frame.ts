@@ -359,17 +359,25 @@ export class TvxPageFrame extends TvxElement {
     this.frameRequest = requestAnimationFrame(() => this.place());
   }
 
+  /** All is measured before anything moves: each move would have the page laid out anew for what is measured next. */
   private place(): void {
-    const handles = this.querySelectorAll<HTMLElement>(".body-handle");
-    this.places.forEach(({ cell }, i) => {
-      const handle = handles[i];
-      if (!handle || !cell.isConnected) return;
-      const { top, right, bottom } = boxOf(cell);
-      handle.hidden = bottom < 0;
-      const left = Math.min(right + 6, (this.frame?.clientWidth ?? 0) - handle.offsetWidth - 6);
-      handle.style.transform = `translate(${Math.round(left)}px, ${Math.round(Math.max(top, 4))}px)`;
+    const handles = this.placedHandles();
+    for (const { handle, box } of handles) handle.hidden = box.bottom < 0;
+    const width = this.frame?.clientWidth ?? 0;
+    const lefts = handles.map(({ handle, box }) => Math.min(box.right + 6, width - handle.offsetWidth - 6));
+    const moveTools = this.editing?.measured();
+    handles.forEach(({ handle, box }, i) => {
+      handle.style.transform = `translate(${Math.round(lefts[i]!)}px, ${Math.round(Math.max(box.top, 4))}px)`;
     });
-    this.editing?.arrange();
+    moveTools?.();
+  }
+
+  private placedHandles(): { handle: HTMLElement; box: DOMRect }[] {
+    const handles = this.querySelectorAll<HTMLElement>(".body-handle");
+    return this.places.flatMap(({ cell }, i) => {
+      const handle = handles[i];
+      return handle && cell.isConnected ? [{ handle, box: boxOf(cell) }] : [];
+    });
   }
 
   /** A handle that gets the focus brings its body along. */

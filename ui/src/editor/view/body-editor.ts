@@ -18,8 +18,8 @@ import { picture, viewsFor } from "./render";
 export interface EditorEvents {
   /** Something was typed: the first time before anything is sent. */
   changed(): void;
-  /** The selection or the text is another; tools follow it. */
-  moved(): void;
+  /** The selection is another, or the text when it was typed; tools follow it. */
+  moved(typed: boolean): void;
   /** A key that the editor has no use for; true when somebody had. */
   key(event: KeyboardEvent): boolean;
   files(files: File[], at: number): void;
@@ -121,7 +121,7 @@ export class BodyEditor {
         this.mirrorTimer = setTimeout(() => this.mirror(), 120);
       }
     }
-    this.events.moved();
+    this.events.moved(tr.docChanged);
   }
 
   private mirror(): void {
