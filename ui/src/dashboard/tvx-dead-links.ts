@@ -49,7 +49,7 @@ export class TvxDeadLinks extends TvxElement {
     const website = `${site}.${lang}`;
     if (!site || (website === this.website && !again)) return;
     this.website = website;
-    this.rows = (await call("desk.getDeadLinks", { site, lang }).catch(() => [])) as DeadLink[];
+    this.rows = (await call("desk.getDeadLinks", { site, lang }, { background: true }).catch(() => [])) as DeadLink[];
   }
 
   private readonly keyOf = ({ pageId, bodyId, target }: DeadLink) => `${pageId}.${bodyId}.${target}`;

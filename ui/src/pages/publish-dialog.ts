@@ -31,6 +31,7 @@ class PublishQuestion {
   private untold = false;
   private parent: ParentInWay | undefined;
   private deadLinks = 0;
+  private readonly ended = new AbortController();
   private both = true;
   private stopped = "";
   private box: TvxDialog | undefined;
@@ -50,28 +51,32 @@ class PublishQuestion {
       },
       actions: () => this.actions(),
     });
+    this.ended.abort();
     return answer === "go" ? "done" : answer === "compare" ? "compare" : "";
   }
 
   private async load(): Promise<void> {
     const pageIdent = String(this.page.pageId);
-    const [differences, parent, deadLinks] = await Promise.all([
+    const [differences, parent] = await Promise.all([
       this.page.live
         ? (call("desk.compare", { pageIdent }) as Promise<Difference[]>).catch(() => undefined)
         : undefined,
       this.loadParent().catch(() => undefined),
-      this.countDeadLinks().catch(() => 0),
     ]);
-    this.deadLinks = deadLinks;
     this.differences = differences;
     this.untold = differences === undefined;
     this.parent = parent;
+    this.box?.requestUpdate();
+    // They are looked for in the whole website: nothing here waits for that.
+    this.deadLinks = await this.countDeadLinks().catch(() => 0);
     this.box?.requestUpdate();
   }
 
   private async countDeadLinks(): Promise<number> {
     const { site, lang, pageId } = this.page;
-    const rows = (await call("desk.getDeadLinks", { site, lang }, { background: true })) as { pageId: number }[];
+    const rows = (await call("desk.getDeadLinks", { site, lang }, { background: true, signal: this.ended.signal })) as {
+      pageId: number;
+    }[];
     return rows.filter((row) => row.pageId === pageId).length;
   }
 
