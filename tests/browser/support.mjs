@@ -1,6 +1,6 @@
 // A demo installation that is served for the tests of one file, and a browser to look at it.
 import { execFileSync, spawn } from "node:child_process";
-import { mkdtempSync, readFileSync, rmSync } from "node:fs";
+import { mkdtempSync, readFileSync, readdirSync, rmSync } from "node:fs";
 import { createRequire } from "node:module";
 import { tmpdir } from "node:os";
 import { dirname, join } from "node:path";
@@ -54,6 +54,9 @@ function serverOf(install) {
       server.once("exit", resolve);
       server.kill(signal);
     }),
+    // The server's processor time so far, in milliseconds.
+    processor: () => readdirSync(`/proc/${server.pid}/task`)
+      .reduce((sum, task) => sum + Number(readFileSync(`/proc/${server.pid}/task/${task}/schedstat`, "utf8").split(" ")[0]), 0) / 1e6,
   };
 }
 
@@ -64,25 +67,37 @@ async function startSite(statements, prepare) {
   const sql = (statement) => execFileSync(program, ["sql", "--install", install, statement]);
   for (const statement of [setPasswords, ...statements]) sql(statement);
   prepare(install);
-  const { address, serve, end } = serverOf(install);
+  const site = await siteOf(install);
+  return {
+    ...site,
+    stop: async () => {
+      await site.stop();
+      rmSync(folder, { recursive: true });
+    },
+  };
+}
+
+// An installation, served, with a browser.
+export async function siteOf(install) {
+  const { address, serve, end, processor } = serverOf(install);
   await serve();
   const browser = await chromium.launch(browserOptions);
   return {
     address,
     browser,
     serve,
+    processor,
     kill: () => end("SIGKILL"),
     open: (page, pageId) => page.goto(`${address}/tvx.asp?pageId=${pageId}`),
     call: (...request) => execFileSync(program, ["call", "--install", install, ...request], { encoding: "utf8", maxBuffer: 1e8 }),
     query: (statement) => execFileSync(program, ["sql", "--json", "--install", install, statement], { encoding: "utf8" })
       .trim().split("\n").filter(Boolean).map((row) => JSON.parse(row)),
-    sql,
+    sql: (statement) => execFileSync(program, ["sql", "--install", install], { input: statement }),
     // What visitors get of a page.
     live: async (pageId) => (await fetch(`${address}/tvx.asp?pageId=${pageId}`)).text(),
     async stop() {
       await browser.close();
       await end("SIGTERM");
-      rmSync(folder, { recursive: true });
     },
   };
 }

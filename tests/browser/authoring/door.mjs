@@ -12,7 +12,7 @@ export const passwords = { iris: "blue-flag", basil: "thyme-and-salt", heide: "c
 const loginIds = { iris: 2, basil: 3, heide: 4, reed: 5, clover: 6 };
 
 // What init gives the team is random.
-function givePasswords(install) {
+export function givePasswords(install) {
   for (const [name, password] of Object.entries(passwords)) {
     execFileSync(program, ["call", "cManager.saveLogin", "advId=0", `loginId=${loginIds[name]}`, "username=", `password=${password}`,
       "name=", "job=", "--install", install, "--login", "sa"]);

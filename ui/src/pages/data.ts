@@ -1,7 +1,7 @@
 /** What the screens of a page know of it: its design, its live twin, and what its reader may do. */
 
-import { Batch, call } from "../api";
-import type { PageState as PageInShell } from "../shell/workplace";
+import { Batch, call, isProblem } from "../api";
+import { type PageState as PageInShell, workplace } from "../shell/workplace";
 import {
   type EditRights,
   NO_RIGHTS,
@@ -72,16 +72,32 @@ const LIVE = [
 
 /** A page by its number or node; nothing where there is none. */
 export async function loadPage(pageIdent: string, signal?: AbortSignal): Promise<PageFacts | undefined> {
+  const { site, lang } = workplace.value;
+  if (/^\d+$/.test(pageIdent)) {
+    // A number doesn't tell where the page stands. Most are in the website where one works, and need no question more.
+    const page = await loadIn(site, lang, pageIdent, signal).catch(unlessGivenUp);
+    if (page?.site === site && page.lang === lang) return page;
+  }
   const nodeId = /^\d+$/.test(pageIdent) ? await nodeOf(Number(pageIdent), signal) : pageIdent;
-  if (nodeId === "") return undefined;
-  const site = nodeId.slice(0, 2);
-  const lang = nodeId.slice(3, 5);
+  return nodeId === "" ? undefined : loadIn(nodeId.slice(0, 2), nodeId.slice(3, 5), nodeId, signal);
+}
+
+function unlessGivenUp(error: unknown): undefined {
+  if (!isProblem(error) || error.offline) throw error;
+}
+
+async function loadIn(
+  site: string,
+  lang: string,
+  pageIdent: string,
+  signal?: AbortSignal,
+): Promise<PageFacts | undefined> {
   const batch = new Batch();
-  batch.do("cManager.getPage", { pageIdent: nodeId, mode: "D" });
+  batch.do("cManager.getPage", { pageIdent, mode: "D" });
   const design = batch.get("cManager", ...DESIGN);
-  const parameters = batch.do("cManager.getPageParameters", { pageIdent: nodeId });
-  const rights = batch.do("cManager.getLoginEditRights", { site, lang, pageIdent: nodeId });
-  batch.do("cManager.getPage", { pageIdent: nodeId, mode: "L" });
+  const parameters = batch.do("cManager.getPageParameters", { pageIdent });
+  const rights = batch.do("cManager.getLoginEditRights", { site, lang, pageIdent });
+  batch.do("cManager.getPage", { pageIdent, mode: "L" });
   const live = batch.get("cManager", ...LIVE);
   await batch.run(signal ? { signal } : {});
   const status = readStatus(parameters.value);
@@ -89,9 +105,9 @@ export async function loadPage(pageIdent: string, signal?: AbortSignal): Promise
   const page = design.value;
   return {
     pageId: page.pgPageId,
-    nodeId,
-    site,
-    lang,
+    nodeId: page.pgNodeId,
+    site: page.pgNodeId.slice(0, 2),
+    lang: page.pgNodeId.slice(3, 5),
     title: titleFrom(page.pgTitle),
     parameters: parameters.value,
     status,

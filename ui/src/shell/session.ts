@@ -2,7 +2,7 @@ import { connection } from "../api/connection";
 import { requestNow } from "../api/request";
 import { loadWords } from "../labels";
 import { wishedLanguage } from "./language";
-import { type Login, loadWebsites, nothingAllowed, type SessionRights, workplace } from "./workplace";
+import { allWebsites, type Login, nothingAllowed, type SessionRights, takeWebsites, workplace } from "./workplace";
 
 interface SessionAnswer {
   login?: (Partial<Login> & { language?: string }) | null;
@@ -23,10 +23,10 @@ export const whoAmI = async () => loginOf(await asked());
 
 /** Learns who works here, and in which words; false when nobody is logged in. */
 export async function startSession(): Promise<boolean> {
-  const [session] = await Promise.all([asked(), loadWords(wishedLanguage())]);
+  const [session, websites] = await Promise.all([asked(), allWebsites(), loadWords(wishedLanguage())]);
   const login = loginOf(session);
   workplace.patch({ login });
-  if (login) await loadWebsites(session.rights ?? nothingAllowed);
+  if (login) takeWebsites(websites, session.rights ?? nothingAllowed);
   return login !== null;
 }
 

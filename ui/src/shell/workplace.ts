@@ -1,4 +1,6 @@
-import { call } from "../api";
+import { rowsOf } from "../api/answer";
+import { isProblem } from "../api/problem";
+import { requestNow } from "../api/request";
 import { type EditFlags, editFlagsOf, type PageWord } from "../formats/status";
 import { Store } from "../kit/store";
 
@@ -106,9 +108,20 @@ const firstOfSites = 110;
 const hasEntry = ({ entries }: SessionRights, { site, lang }: { site: string; lang: string }) =>
   entries.some((one) => one.entry >= firstOfSites && ["", site].includes(one.site) && ["", lang].includes(one.lang));
 
-/** The websites where this login can do something. */
-export async function loadWebsites(rights: SessionRights): Promise<void> {
-  const all = await call("cManager.getWebsites", {});
+type WebsiteRow = Omit<Website, "rights">;
+
+/** All websites; past the queue, and without a login to wait for. None for who isn't logged in. */
+export async function allWebsites(): Promise<WebsiteRow[]> {
+  try {
+    return rowsOf(((await requestNow("cManager/getWebsites", {})) as { result: unknown }).result) as WebsiteRow[];
+  } catch (error) {
+    if (isProblem(error) && error.status === 401) return [];
+    throw error;
+  }
+}
+
+/** Those of them where this login can do something. */
+export function takeWebsites(all: WebsiteRow[], rights: SessionRights): void {
   const offered = all
     .map((row): Website => ({ ...row, rights: rightsIn(rights, row.site, row.lang) }))
     .filter((website) => hasAny(website.rights) || hasEntry(rights, website));
