@@ -1,7 +1,7 @@
 -- Grows the demo to :pages pages and :images images; grow_demo of common.sh runs it. Three levels of 46 below bg.en.40
 -- and its neighbours; each page has the title and the bodies of one of the demo's and links to two others, so that all
--- words and links of the demo stand on thousands of pages. bg.en.40 is as wide as a branch can be, with 98 pages: the
--- last 52 of all stand there.
+-- words and links of the demo stand on thousands of pages. Menus show the highest of them alone. bg.en.40 is as wide as
+-- a branch can be, with 98 pages: the last 52 of all stand there.
 create table grown as with recursive n (x) as (select 0 union all select x + 1 from n where x < :pages - 1),
   level as (select x, x / 2163 as a, (x % 2163 - 1) / 47 as b, (x % 2163 - 1) % 47 as c, x % 2163 = 0 as top from n)
 select 1000000 + x as pageId, case when top then 'bg.en.' || (40 + a)
@@ -13,7 +13,8 @@ create table model as select pageId, title, row_number() over (order by pageId) 
   where type = 'P' and site = 'bg' and lang = 'en';
 insert into TORVEX_PAGES_DESIGN (pageId, nodeId, orderId, site, lang, parent, type, title, navigation, editStatus, editor, editingDate,
   onlineFrom, onlineTo, approveStatus)
-select g.pageId, g.nodeId, g.x % 47 + 1, 'bg', 'en', substr(g.nodeId, 1, length(g.nodeId) - 3), 'P', m.title || ' ' || g.x, 'A',
+select g.pageId, g.nodeId, g.x % 47 + 1, 'bg', 'en', substr(g.nodeId, 1, length(g.nodeId) - 3), 'P', m.title || ' ' || g.x,
+  case when length(g.nodeId) = 8 then 'A' else '' end,
   case when g.x % 200 < 2 then 'M' else 'P' end, g.x % 5 + 1, '2026-01-01 00:00:00', '', '', case when g.x % 200 = 1 then 1 else 0 end
 from grown g inner join model m on m.i = g.x % (select count(*) from model);
 insert into TORVEX_PAGES_LIVE (pageId, nodeId, orderId, site, lang, parent, type, title, navigation, onlineFrom, onlineTo, online)

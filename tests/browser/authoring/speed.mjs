@@ -1,0 +1,352 @@
+// What an author waits for on a large site, printed with the goals: bench/authors.sh grows the site and runs this with
+// its folder. Each figure is the median of several turns: in milliseconds from the key or click to the painted answer, on
+// this machine and on a line of 50 ms, and beside it what processors worked for it: the document's thread and the server.
+import { cpus, loadavg } from "node:os";
+import { givePasswords, logInAs, useInterface } from "./door.mjs";
+import { siteOf } from "../support.mjs";
+import { heapOf, median, threadOf, timeOf } from "./watch.mjs";
+
+const install = process.argv[2];
+const turns = Number(process.env.TURNS ?? 5);
+const only = process.env.ONLY ? new RegExp(process.env.ONLY) : /./;
+const lineOf = 50;
+const longBody = 8;
+const firstGrown = 1_000_000;
+
+const half = Array.from({ length: 235 }, (_, i) =>
+  `<h2>Section ${i}</h2>\n<p>Paragraph ${i} with <strong>bold</strong> words and <a href="page(7)">a link</a>, ${"the garden by the river has been open to everyone since 1887, ".repeat(5)}caf&eacute;.\n  A second line.</p>\n`).join("");
+
+givePasswords(install);
+useInterface(install);
+const site = await siteOf(install);
+site.sql(`update TORVEX_BODIES_DESIGN set bodyText = '${half}${half}' where pageId = ${longBody} and bodyId = 3;`);
+const rows = [];
+
+function row(what, goal, cells) {
+  rows.push({ what, ...cells, goal });
+  console.log(`${what}: ${Object.entries(cells).map(([name, value]) => `${name} ${value}`).join(", ")} (goal ${goal})`);
+}
+
+async function workAt(name, path) {
+  const context = await site.browser.newContext({ viewport: { width: 1440, height: 900 }, reducedMotion: "reduce", locale: "en" });
+  const page = await context.newPage();
+  page.setDefaultTimeout(30_000);
+  await logInAs(page, site, name);
+  await page.goto(`${site.address}${path}`);
+  await page.locator("[role=treeitem]").first().waitFor();
+  return { page, context };
+}
+
+// Calls of a session are counted: who asks for too much in a second waits, and that isn't to be measured.
+const rest = (page, milliseconds = 1500) => page.waitForTimeout(milliseconds);
+
+async function line(page, latency) {
+  const devtools = await page.context().newCDPSession(page);
+  await devtools.send("Network.enable");
+  await devtools.send("Network.emulateNetworkConditions", { offline: false, latency, downloadThroughput: -1, uploadThroughput: -1 });
+}
+
+/** `turn` does it once and gives the milliseconds. */
+async function measured(page, what, goal, turn) {
+  if (!only.test(what)) return;
+  const thread = await threadOf(page);
+  const [here, worked, there] = [[], [], []];
+  for (let i = 0; i <= turns; ++i) {
+    await rest(page);
+    const [before, served] = [await thread(), site.processor()];
+    const time = await turn(i);
+    if (i === 0) continue;
+    here.push(time);
+    worked.push((await thread()).all - before.all + site.processor() - served);
+  }
+  await line(page, lineOf);
+  for (let i = 0; i < turns; ++i) {
+    await rest(page);
+    there.push(await turn(turns + 1 + i));
+  }
+  await line(page, 0);
+  const [a, b, c] = [here, there, worked].map((times) => Math.round(median(times)));
+  row(what, `${goal} ms`, { here: `${a} ms`, "on a line of 50 ms": `${b} ms`, "processor time": `${c} ms` });
+}
+
+// ---- The first load.
+
+// The tree has its pages and the dashboard its cards: all of them can be used, while lists may still fill.
+const isReady = (document) => document.querySelector("[role=treeitem]") !== null && document.querySelector("main .card") !== null;
+
+async function load(context, path, page) {
+  await page.addInitScript((seen) => {
+    const isSeen = new Function(`return (${seen})(document)`);
+    window.ready = new Promise((resolve) => {
+      const look = () => {
+        if (!isSeen()) return;
+        observer.disconnect();
+        requestAnimationFrame(() => {
+          const channel = new MessageChannel();
+          channel.port1.onmessage = () => resolve(performance.now());
+          channel.port2.postMessage(null);
+        });
+      };
+      const observer = new MutationObserver(look);
+      observer.observe(document, { subtree: true, childList: true, attributes: true });
+    });
+  }, String(isReady));
+  await page.goto(`${site.address}${path}`);
+  return page.evaluate(() => window.ready);
+}
+
+async function firstLoads() {
+  if (!only.test("load")) return;
+  const [cold, warm, bytes, worked] = [[], [], [], []];
+  for (let i = 0; i < turns; ++i) {
+    const context = await site.browser.newContext({ viewport: { width: 1440, height: 900 }, reducedMotion: "reduce", locale: "en" });
+    const door = await context.newPage();
+    await logInAs(door, site, "iris");
+    await door.close();
+    let page = await context.newPage();
+    const devtools = await context.newCDPSession(page);
+    await devtools.send("Network.enable");
+    let sum = 0;
+    devtools.on("Network.loadingFinished", ({ encodedDataLength }) => { sum += encodedDataLength; });
+    const thread = await threadOf(page);
+    cold.push(await load(context, "/torvex/", page));
+    worked.push((await thread()).all);
+    await rest(page, 500);
+    bytes.push(sum / 1024);
+    await page.close();
+    page = await context.newPage();
+    warm.push(await load(context, "/torvex/", page));
+    await context.close();
+  }
+  row("first load, with all that the dashboard asks for", "250 KiB, wished 120", { here: `${median(bytes).toFixed(0)} KiB` });
+  row("at work from a cold cache", "1000 ms", { here: `${Math.round(median(cold))} ms`, "processor time": `${Math.round(median(worked))} ms` });
+  row("at work from a warm cache", "300 ms", { here: `${Math.round(median(warm))} ms` });
+}
+
+// ---- An author's day.
+
+const frameShows = (document) => !document.querySelector("tvx-page-view .skeleton") && document.querySelector(".frame-stage")?.getAttribute("aria-busy") === "false";
+const isTyping = (document) => document.querySelector("iframe")?.contentDocument?.querySelector("[contenteditable=true]") != null;
+const isTold = (document) => document.querySelector("tvx-toasts .toast") !== null;
+
+async function show(page, pageId) {
+  await page.goto(`${site.address}/torvex/page.asp?pageId=${pageId}`);
+  await page.waitForFunction(`(${frameShows})(document)`);
+  await rest(page);
+}
+
+async function finding(page) {
+  const words = ["walks", "palms", "orchid", "snow", "shop", "volunteers", "garden", "press", "notices", "gardens", "hours"];
+  const ask = async (word) => {
+    await page.keyboard.press("Control+k");
+    await page.locator("tvx-palette input").waitFor();
+    await page.keyboard.type(word);
+    await rest(page, 1000);
+  };
+  // Titles that are known here stand at once: this is when the server's have come.
+  await measured(page, "find a page by a word of its title: the list", 150, async (i) => {
+    const word = words[i % words.length];
+    await ask(word.slice(0, -1));
+    await page.evaluate(() => { performance.clearResourceTimings(); });
+    const time = await timeOf(page, {
+      act: () => page.keyboard.press(word.at(-1)),
+      seen: (document) => performance.getEntriesByName(`${location.origin}/torvex/api/desk/find`).length > 0 && document.querySelector("tvx-palette .palette-entry") !== null,
+    });
+    await page.keyboard.press("Escape");
+    return time;
+  });
+  await measured(page, "find a page by a word of its title: the page", 600, async (i) => {
+    await ask(`word${40_000 + i}`);
+    return timeOf(page, {
+      act: () => page.keyboard.press("Enter"),
+      seen: (document) => !document.querySelector("tvx-palette") && !document.querySelector("tvx-page-view .skeleton") && document.querySelector(".frame-stage")?.getAttribute("aria-busy") === "false",
+    });
+  });
+}
+
+// bg.en.40 is as wide as a branch can be.
+async function branches(page) {
+  const wide = '[role=treeitem][data-id="bg.en.40"]';
+  await measured(page, "open a branch of 98 pages", 100, async (i) => {
+    if (i === 0) await page.locator(wide).click();
+    await page.locator(wide).evaluate((element) => element.focus());
+    if ((await page.locator(wide).getAttribute("aria-expanded")) === "true") {
+      await page.keyboard.press("ArrowLeft");
+      await page.locator(`${wide}[aria-expanded=false]`).waitFor();
+    }
+    return timeOf(page, { act: () => page.keyboard.press("ArrowRight"), seen: (document) => document.querySelector('[data-id="bg.en.40.01"]') !== null });
+  });
+}
+
+async function correcting(page) {
+  let next = firstGrown + 50_010;
+  const type = async () => {
+    await show(page, (next += 10));
+    await page.keyboard.press("e");
+    await page.waitForFunction(`(${isTyping})(document)`);
+    await page.keyboard.type("eleven ");
+    await page.waitForFunction(() => document.querySelector("tvx-page-frame").unsaved);
+    await rest(page, 500);
+  };
+  const save = () => timeOf(page, { act: () => page.keyboard.press("Control+s"), seen: (document) => !document.querySelector("tvx-page-frame").unsaved });
+  await measured(page, "save a corrected word", 300, async () => {
+    await type();
+    return save();
+  });
+  await measured(page, "put it online: from the confirmation (4 clicks)", 1000, async () => {
+    await type();
+    await save();
+    await page.getByRole("main").locator(".button.primary").first().click();
+    await page.getByRole("dialog").getByRole("button", { name: /^Publish/ }).waitFor();
+    await rest(page);
+    return timeOf(page, { event: "click", act: () => page.getByRole("dialog").getByRole("button", { name: /^Publish/ }).click(), seen: isTold });
+  });
+}
+
+async function approving(page) {
+  await measured(page, "approve what waits (2 clicks)", 500, async () => {
+    await page.goto(`${site.address}/torvex/`);
+    const card = page.getByRole("region", { name: "To approve" });
+    await card.getByRole("checkbox").nth(1).waitFor();
+    await rest(page, 4000);
+    await card.getByRole("checkbox").nth(1).click();
+    return timeOf(page, { event: "click", act: () => card.getByRole("button", { name: "Approve" }).click(), seen: isTold });
+  });
+  let next = firstGrown + 60_010;
+  await measured(page, "see who changed what on a page (1 click)", 300, async () => {
+    await show(page, (next += 10));
+    await page.getByRole("tab", { name: "Setup", exact: true }).click();
+    await rest(page, 500);
+    return timeOf(page, {
+      event: "click",
+      act: () => page.getByRole("tab", { name: "History", exact: true }).click(),
+      seen: (document) => document.querySelector("tvx-page-history .history li, tvx-page-history .empty") !== null,
+    });
+  });
+}
+
+async function making(page) {
+  let turn = 0;
+  await measured(page, "a new page below this one, ready to type (3 clicks)", 1000, async () => {
+    await show(page, firstGrown + 70_001);
+    await page.getByRole("button", { name: "More for this page" }).click();
+    await page.getByRole("menuitem").filter({ has: page.getByText("New page below...", { exact: true }) }).click();
+    await page.getByRole("dialog").getByLabel("Title", { exact: true }).fill(`Seed swap ${Date.now()}.${++turn}`);
+    await rest(page, 1000);
+    return timeOf(page, { event: "click", act: () => page.getByRole("dialog").getByRole("button", { name: /^Create/ }).click(), seen: isTyping });
+  });
+}
+
+// A picture of one pixel, so that its way over the line counts for nothing.
+const pixel = "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9QDwADhgGAWjR9awAAAABJRU5ErkJggg==";
+
+function drop(page, name) {
+  return page.frames().find((one) => one.url().includes("/torvex/view.asp")).evaluate(({ pixel, name }) => {
+    const bytes = Uint8Array.from(atob(pixel), (letter) => letter.charCodeAt(0));
+    const data = new DataTransfer();
+    data.items.add(new File([bytes], name, { type: "image/png" }));
+    const place = document.querySelector(".ProseMirror");
+    const { left, top } = place.getBoundingClientRect();
+    place.dispatchEvent(new DragEvent("drop", { dataTransfer: data, bubbles: true, cancelable: true, clientX: left + 4, clientY: top + 8 }));
+  }, { pixel, name });
+}
+
+async function picturing(page) {
+  let next = firstGrown + 80_010;
+  const open = async () => {
+    await show(page, (next += 10));
+    await page.keyboard.press("e");
+    await page.waitForFunction(`(${isTyping})(document)`);
+    await rest(page, 500);
+  };
+  const question = (document) => document.querySelector("tvx-dialog dialog[open]") !== null || document.querySelector("dialog[open]") !== null;
+  await measured(page, "a picture dropped into the text: sent, and its question asked (1 drag)", 300, async () => {
+    await open();
+    return timeOf(page, { event: "drop", act: () => drop(page, `dropped${Date.now()}.png`), seen: question });
+  });
+  await measured(page, "a picture dropped into the text: shown after the answer", 300, async () => {
+    await open();
+    await drop(page, `shown${Date.now()}.png`);
+    await page.getByLabel("Alternative text").fill("A red dot");
+    return timeOf(page, {
+      event: "click",
+      act: () => page.getByRole("dialog").getByRole("button", { name: "Insert" }).click(),
+      seen: (document) => document.querySelector("iframe").contentDocument.querySelector('.ProseMirror img[alt="A red dot"]')?.complete,
+    });
+  });
+}
+
+// ---- Typing, and a day of it.
+
+async function typing(page) {
+  if (!only.test("a key")) return;
+  await show(page, longBody);
+  await page.getByRole("button", { name: "Body 3", exact: true }).first().focus();
+  await page.keyboard.press("Enter");
+  await page.getByRole("menuitem", { name: "Edit", exact: true }).click();
+  await page.waitForFunction(`(${isTyping})(document)`);
+  const thread = await threadOf(page);
+  for (const [place, key] of [["start", "Control+Home"], ["end", "Control+End"]]) {
+    await page.keyboard.press(key);
+    await page.keyboard.type("Now ");
+    await rest(page, 3000);
+    const spent = [];
+    for (let i = 0; i < 2 * turns; ++i) {
+      const before = await thread();
+      for (const letter of "the garden is open ") {
+        await page.keyboard.press(letter === " " ? "Space" : letter);
+        await rest(page, 50);
+      }
+      const after = await thread();
+      spent.push([after.all - before.all, after.script - before.script].map((time) => time / 19));
+    }
+    const [all, script] = [0, 1].map((i) => median(spent.map((one) => one[i])).toFixed(1));
+    const least = Math.min(...spent.map(([time]) => time)).toFixed(1);
+    row(`a key at the ${place} of a body of 200 KB`, "16 ms", { "processor time": `${all} ms (least ${least}; scripts ${script})` });
+  }
+  await page.keyboard.press("Control+s");
+  await rest(page, 3000);
+}
+
+const opened = 500;
+
+async function heaping() {
+  if (!only.test("heap")) return;
+  const { page, context } = await workAt("basil", `/torvex/page.asp?pageId=${longBody}`);
+  const heap = await heapOf(page);
+  // As a link of the interface leads there.
+  const open = async (pageId) => {
+    await page.evaluate((id) => {
+      const link = Object.assign(document.createElement("a"), { href: `/torvex/page.asp?pageId=${id}` });
+      document.body.append(link);
+      link.click();
+      link.remove();
+    }, pageId);
+    await page.waitForFunction((id) => document.querySelector("tvx-page-frame")?.pageId === id && document.querySelector(".frame-stage")?.getAttribute("aria-busy") === "false", pageId, { polling: 50 });
+  };
+  // What is kept once, as the scripts of late parts, isn't growth.
+  const warm = 20;
+  let before;
+  for (let i = 0; i < warm + opened; ++i) {
+    if (i === warm) before = await heap();
+    await open(firstGrown + 1 + i * 37);
+  }
+  await rest(page, 3000);
+  const after = await heap();
+  const grown = (after.used - before.used) / 1024 / 1024;
+  row(`heap after ${opened} pages, opened one after another`, "20 MB", { here: `${grown.toFixed(1)} MB (${after.nodes - before.nodes} nodes, ${after.jsEventListeners - before.jsEventListeners} listeners)` });
+  await context.close();
+}
+
+const started = Date.now();
+try {
+  await firstLoads();
+  const { page, context } = await workAt("iris", "/torvex/");
+  for (const part of [finding, branches, correcting, approving, making, picturing, typing]) await part(page);
+  await context.close();
+  await heaping();
+} finally {
+  console.table(Object.fromEntries(rows.map(({ what, ...cells }) => [what, cells])));
+  console.log(`${cpus().length} processors, on average ${loadavg().map((load) => load.toFixed(1)).join(", ")} at work for all programs; ${Math.round((Date.now() - started) / 1000)} s`);
+  await site.stop();
+}
