@@ -12,5 +12,7 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (5389, 'Another file of this folder has this title.', 'Eine andere Datei dieses Ordners hat diesen Titel.'),
   (5390, 'A title is missing.', 'Es fehlt ein Titel.'),
   (5391, 'The two files are of different types.', 'Die beiden Dateien sind von verschiedener Art.'),
-  (5392, 'A file of this name is there already.', 'Eine Datei dieses Namens gibt es schon.')
+  (5392, 'A file of this name is there already.', 'Eine Datei dieses Namens gibt es schon.'),
+  (5393, 'The file or the folder is gone.', 'Die Datei oder den Ordner gibt es nicht mehr.'),
+  (5394, 'A file of that folder has this title; give it another one first.', 'Eine Datei jenes Ordners hat diesen Titel; geben Sie ihr erst einen anderen.')
 on conflict (lang_label) do nothing;

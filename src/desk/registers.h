@@ -21,7 +21,7 @@ class registers {
 
     void connect(db::ConnectionSource connection) { connection_ = std::move(connection); }
 
-    // ---- Media (desk/Media.cpp, desk/MediaChanges.cpp) ----
+    // ---- Media (desk/Media.cpp, desk/MediaChanges.cpp, desk/MediaMove.cpp) ----
     // `folderType` is "images" or "documents"; a `path` is a file's as the register has it: "001/rose.gif".
 
     /// Every folder of a site: id, name, parent, level, how many files lie in it; by id.
@@ -47,6 +47,10 @@ class registers {
     /// there, "-2" the two are not of one type.
     std::string replaceMedia(const std::string& site, const std::string& folderType, const std::string& path,
                              const std::string& by = "", int advId = 0);
+    /// Brings the file into another folder of the site; the pages that show it or lead to it follow, in design
+    /// and live. "-1" file or folder are gone, "-2" a file there has its title, "exists" one has its name.
+    std::string moveMedia(const std::string& site, const std::string& folderType, const std::string& path,
+                          const std::string& folder, int advId = 0);
     /// "-1" gone.
     std::string deleteMedia(const std::string& site, const std::string& folderType, const std::string& path,
                             int advId = 0);

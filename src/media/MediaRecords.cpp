@@ -28,6 +28,10 @@ constexpr std::string_view byTitle = " order by {prefix}_fldId, {prefix}_title, 
 constexpr std::string_view selectOfTitle =
     "select {prefix}Id from {files} where {prefix}_site = ? and {prefix}_fldId = ? and {prefix}_title = ? "
     "and {prefix}Id <> ?";
+constexpr std::string_view selectTitleThere =
+    "select a.{prefix}Id from {files} a inner join {files} b on b.{prefix}_title = a.{prefix}_title "
+    "where a.{prefix}_site = ? and a.{prefix}_filename = ? and b.{prefix}_site = a.{prefix}_site "
+    "and b.{prefix}_fldId = ?";
 constexpr std::string_view updateTitle = "update {files} set {prefix}_title = ? where {prefix}Id = ?";
 constexpr std::string_view updateAlt =
     "update {files} set {prefix}_alt = ? where {prefix}_site = ? and {prefix}_filename = ?";
@@ -36,6 +40,9 @@ constexpr std::string_view updateImageFacts =
     "where img_site = ? and img_filename = ?";
 constexpr std::string_view updateDocumentFacts =
     "update TORVEX_DOCUMENTS set doc_size = ? where doc_site = ? and doc_filename = ?";
+constexpr std::string_view updateFolder =
+    "update {files} set {prefix}_filename = ?, {prefix}_fldId = ? where {prefix}_site = ? and "
+    "{prefix}_filename = ?";
 constexpr std::string_view deleteFile =
     "delete from {files} where {prefix}_site = ? and {prefix}_filename = ?";
 
@@ -126,6 +133,11 @@ bool isMediaTitleTaken(db::Connection& connection, const MediaFolder& folder, st
     return connection.query(statement, {folder.site, folder.id, title, exceptId}).next();
 }
 
+bool isMediaTitleTakenIn(db::Connection& connection, const MediaPath& file, const MediaFolder& folder) {
+    const std::string statement = statementFor(folder.kind, selectTitleThere);
+    return connection.query(statement, {folder.site, file.relative(), folder.id}).next();
+}
+
 void writeMediaTexts(db::Connection& transaction, const MediaPath& file, double id, std::string_view title,
                      std::optional<std::string_view> alt) {
     transaction.execute(statementFor(file.folder.kind, updateTitle), {title, id});
@@ -141,6 +153,12 @@ void writeMediaFacts(db::Connection& transaction, const MediaPath& file, const M
     } else {
         transaction.execute(updateDocumentFacts, {facts.size, file.folder.site, path});
     }
+}
+
+void moveMediaRows(db::Connection& transaction, const MediaPath& file, const MediaFolder& into) {
+    const std::string to = MediaPath{into, file.name}.relative();
+    transaction.execute(statementFor(into.kind, updateFolder),
+                        {to, into.id, file.folder.site, file.relative()});
 }
 
 bool removeMediaRows(db::Connection& transaction, const MediaPath& file) {

@@ -52,10 +52,14 @@ std::vector<Value> cellsOf(const MediaRecord& record);
 /// Whether another file of the folder has the title.
 bool isMediaTitleTaken(db::Connection& connection, const MediaFolder& folder, std::string_view title,
                        double exceptId);
+/// Whether one of the file's titles is that of a file of another folder.
+bool isMediaTitleTakenIn(db::Connection& connection, const MediaPath& file, const MediaFolder& folder);
 /// The title is of one entry; the alternative text, where one is given, of the file. For a transaction.
 void writeMediaTexts(db::Connection& transaction, const MediaPath& file, double id, std::string_view title,
                      std::optional<std::string_view> alt);
 void writeMediaFacts(db::Connection& transaction, const MediaPath& file, const MediaFacts& facts);
+/// All entries of the file come into another folder of its site. For a transaction.
+void moveMediaRows(db::Connection& transaction, const MediaPath& file, const MediaFolder& into);
 /// All entries of the file; false when there is none. For a transaction.
 bool removeMediaRows(db::Connection& transaction, const MediaPath& file);
 

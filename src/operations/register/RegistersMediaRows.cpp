@@ -14,6 +14,8 @@ inline constexpr CodeLabel titleTaken{5389, "title-taken"};
 inline constexpr CodeLabel titleMissing{5390, "title-missing"};
 inline constexpr CodeLabel otherType{5391, "other-type"};
 inline constexpr CodeLabel fileExists{5392, "exists"};
+inline constexpr CodeLabel moveGone{5393, "gone"};
+inline constexpr CodeLabel titleTakenThere{5394, "title-taken"};
 }  // namespace label
 
 Right editMedia() {
@@ -72,6 +74,14 @@ std::vector<Row<registers>> changes() {
                editMedia())
             .codes({code(0, "It is replaced."), refusal(-1, "One of the files is gone.", label::fileGone),
                     refusal(-2, "The two files are not of one type.", label::otherType), notLoggedIn(),
+                    failed()}),
+        writes("moveMedia", &registers::moveMedia,
+               {argument("site"), argument("folderType"), argument("path"), argument("folder"),
+                argument("advId", 0)},
+               "Brings a file into another folder; the pages that show it or lead to it follow.", editMedia())
+            .codes({code(0, "It is there."), refusal(-1, "File or folder are gone.", label::moveGone),
+                    refusal(-2, "A file of the folder has its title.", label::titleTakenThere),
+                    refusal("exists", "A file of its name is there.", label::fileExists), notLoggedIn(),
                     failed()}),
         writes("deleteMedia", &registers::deleteMedia,
                {argument("site"), argument("folderType"), argument("path"), argument("advId", 0)},

@@ -113,10 +113,11 @@ std::string_view addressBehind(char before, std::string_view rest) {
     return rest.substr(0, rest.find_first_of(" \t\r\n\"'<>);,"));
 }
 
-/// One text on its way.
+/// One text on its way: tells each link, and where its target or address stands.
+template <typename See>
 class LinkFinder {
   public:
-    explicit LinkFinder(std::string_view html) : html_(html) {}
+    LinkFinder(std::string_view html, See see) : html_(html), see_(see) {}
 
     void findTargets() {
         for (std::size_t at = 0; (at = text::find(html_, attribute, at)) != text::npos;) {
@@ -125,10 +126,11 @@ class LinkFinder {
             const bool isMarked = at < html_.size() && (html_[at] == ']' || html_[at] == '}');
             if (begin > 0 && isNameSign(html_[begin - 1])) continue;
             if (isMarked && html_[at] == ']') {
-                found_.insert(FoundLink{FoundLink::Kind::Unchosen, 0, {}, {}});
+                see_(FoundLink{FoundLink::Kind::Unchosen, 0, {}, {}}, std::string_view());
                 continue;
             }
-            keep(linkOf(valueBehind(html_, at + (isMarked ? 1 : 0))));
+            const std::string_view value = valueBehind(html_, at + (isMarked ? 1 : 0));
+            tell(linkOf(value), value);
         }
     }
     void findFiles(FoundLink::Kind kind, std::string_view prefix) {
@@ -138,19 +140,67 @@ class LinkFinder {
             at += prefix.size();
             // Behind a name it is the address of another host.
             if (isNameSign(before) || before == '.') continue;
-            keep(fileOf(kind, addressBehind(before, html_.substr(at))));
+            const std::string_view address = addressBehind(before, html_.substr(at));
+            tell(fileOf(kind, address), address);
         }
     }
-    std::vector<FoundLink> take() const { return {found_.begin(), found_.end()}; }
 
   private:
-    void keep(std::optional<FoundLink> link) {
-        if (link) found_.insert(std::move(*link));
+    void tell(std::optional<FoundLink> link, std::string_view where) {
+        if (link) see_(std::move(*link), where);
     }
 
     std::string_view html_;
-    std::set<FoundLink> found_;
+    See see_;
 };
+
+template <typename See>
+void forEachLink(std::string_view html, const FilePrefixes& prefixes, See see) {
+    LinkFinder<See> finder(html, see);
+    finder.findTargets();
+    finder.findFiles(FoundLink::Kind::Image, prefixes.images);
+    finder.findFiles(FoundLink::Kind::Document, prefixes.documents);
+}
+
+/// A link without a site leads into the page's own.
+bool leadsTo(const MovedFile& file, const FoundLink& link, std::string_view pageSite) {
+    return link.kind == file.kind && text::equals(link.target, file.fromFolders + file.name) &&
+           text::equals(link.site.empty() ? pageSite : std::string_view(link.site), file.site);
+}
+
+/// How many signs of `written` are the path, some of them perhaps as "%20"; nothing when it begins otherwise.
+std::optional<std::size_t> lengthOfPath(std::string_view written, std::string_view path) {
+    constexpr std::size_t encodedSign = 3;
+    std::size_t at = 0;
+    for (const char sign : path) {
+        if (at == written.size()) return std::nullopt;
+        const bool isEncoded = written[at] == '%';
+        const std::string_view one = written.substr(at, isEncoded ? encodedSign : 1);
+        if (!text::equals(isEncoded ? text::urlDecode(one) : std::string(one), std::string_view(&sign, 1)))
+            return std::nullopt;
+        at += one.size();
+    }
+    return at;
+}
+
+/// A part of a text.
+struct Place {
+    std::size_t begin = 0;
+    std::size_t length = 0;
+
+    auto operator<=>(const Place&) const = default;
+};
+
+/// The folders of the file's path in what a link stands in.
+std::optional<Place> foldersIn(std::string_view html, std::string_view where, const MovedFile& file) {
+    for (std::size_t at = 0; at < where.size(); ++at) {
+        const std::string_view rest = where.substr(at);
+        if (!lengthOfPath(rest, file.fromFolders + file.name)) continue;
+        const auto begin = static_cast<std::size_t>(rest.data() - html.data());
+        return Place{begin, lengthOfPath(rest, file.fromFolders).value_or(0)};
+    }
+    return std::nullopt;
+}
 
 }  // namespace
 
@@ -173,11 +223,25 @@ FilePrefixes filePrefixes(const ApplicationValues& application) {
 }
 
 std::vector<FoundLink> linksIn(std::string_view html, const FilePrefixes& prefixes) {
-    LinkFinder finder(html);
-    finder.findTargets();
-    finder.findFiles(FoundLink::Kind::Image, prefixes.images);
-    finder.findFiles(FoundLink::Kind::Document, prefixes.documents);
-    return finder.take();
+    std::set<FoundLink> found;
+    forEachLink(html, prefixes, [&](FoundLink link, std::string_view) { found.insert(std::move(link)); });
+    return {found.begin(), found.end()};
+}
+
+std::string withFileMoved(std::string_view html, const FilePrefixes& prefixes, std::string_view pageSite,
+                          const MovedFile& file) {
+    std::set<Place> places;
+    forEachLink(html, prefixes, [&](const FoundLink& link, std::string_view where) {
+        if (!leadsTo(file, link, pageSite)) return;
+        if (const auto place = foldersIn(html, where, file)) places.insert(*place);
+    });
+    std::string moved;
+    std::size_t done = 0;
+    for (const auto& [begin, length] : places) {
+        moved.append(html.substr(done, begin - done)).append(file.toFolders);
+        done = begin + length;
+    }
+    return moved.append(html.substr(done));
 }
 
 }  // namespace torvex

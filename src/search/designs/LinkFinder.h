@@ -38,4 +38,17 @@ FilePrefixes filePrefixes(const ApplicationValues& application);
 /// installation aren't among them. Reads anything.
 std::vector<FoundLink> linksIn(std::string_view html, const FilePrefixes& prefixes);
 
+/// An image or a document of a site that has come into another folder.
+struct MovedFile {
+    FoundLink::Kind kind = FoundLink::Kind::Image;
+    std::string site;
+    std::string name;
+    std::string fromFolders;  ///< as they stand before the name: "001/002/"
+    std::string toFolders;
+};
+
+/// The text of a page with all that leads to the file leading to its new place; the rest stays as it is.
+std::string withFileMoved(std::string_view html, const FilePrefixes& prefixes, std::string_view pageSite,
+                          const MovedFile& file);
+
 }  // namespace torvex

@@ -76,5 +76,45 @@ TEST(LinkFinder, ReadsAnything) {
     EXPECT_THAT(found("href=\"page(99999999999999999999)\""), ElementsAre("page 0||99999999999999999999"));
 }
 
+/// A text after "rose.jpg" (an image) or "plan a.pdf" of site "aa" has come from folder 001 into 002003.
+std::string afterMove(std::string_view html, FoundLink::Kind kind, const std::string& name,
+                      const std::string& from = "001/", const std::string& to = "002/003/") {
+    return withFileMoved(html, {"/images/", "/documents/"}, "aa", {kind, "aa", name, from, to});
+}
+
+TEST(LinkFinder, AnImageThatHasMovedIsFoundWhereverItsAddressStands) {
+    EXPECT_EQ(
+        afterMove(
+            R"~(<img src="/images/AA/001/Rose.jpg?1"><p style="background: url(/images/aa/001/rose.jpg)">)~"
+            R"~(<img src=/images/aa/001/rose.jpg alt="001/rose.jpg"> 001/rose.jpg)~",
+            FoundLink::Kind::Image, "rose.jpg"),
+        R"~(<img src="/images/AA/002/003/Rose.jpg?1"><p style="background: url(/images/aa/002/003/rose.jpg)">)~"
+        R"~(<img src=/images/aa/002/003/rose.jpg alt="001/rose.jpg"> 001/rose.jpg)~");
+}
+
+TEST(LinkFinder, WhatLeadsElsewhereStaysWhenAFileMoves) {
+    const std::string html =
+        R"~(<img src="/images/bb/001/rose.jpg"><img src="/images/aa/001/rose.jpg.bak"><img src="/images/aa/001/1/rose.jpg">)~"
+        R"~(<img src="http://example.com/images/aa/001/rose.jpg"><a href="/documents/aa/001/rose.jpg">)~"
+        R"~(<a href="file(001/rose.jpg)"><a href="page(1)"><a [href]="001/rose.jpg">)~";
+    EXPECT_EQ(afterMove(html, FoundLink::Kind::Image, "rose.jpg"), html);
+}
+
+TEST(LinkFinder, ADocumentThatHasMovedIsFoundInEachNotation) {
+    EXPECT_EQ(
+        afterMove(R"~(<a href="file(001/plan a.pdf)"><a href='file("AA/001/plan%20a.pdf")'>)~"
+                  R"~(<a href="/documents/aa/001/plan%20a.pdf#page=2"><a href="file(bb/001/plan a.pdf)">)~",
+                  FoundLink::Kind::Document, "plan a.pdf"),
+        R"~(<a href="file(002/003/plan a.pdf)"><a href='file("AA/002/003/plan%20a.pdf")'>)~"
+        R"~(<a href="/documents/aa/002/003/plan%20a.pdf#page=2"><a href="file(bb/001/plan a.pdf)">)~");
+}
+
+TEST(LinkFinder, AFileMovesOutOfAllFoldersAndBack) {
+    const std::string inFolder = R"~(<a href="file(001/p.pdf)"><a href="file(aa/001/p.pdf)">)~";
+    const std::string without = R"~(<a href="file(p.pdf)"><a href="file(aa/p.pdf)">)~";
+    EXPECT_EQ(afterMove(inFolder, FoundLink::Kind::Document, "p.pdf", "001/", ""), without);
+    EXPECT_EQ(afterMove(without, FoundLink::Kind::Document, "p.pdf", "", "001/"), inFolder);
+}
+
 }  // namespace
 }  // namespace torvex::test
