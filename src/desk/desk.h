@@ -61,7 +61,8 @@ class desk {
 
     /// Links and files in the designs of a tree that lead nowhere for visitors: "gone", "notLive" and "offline"
     /// pages, "noFile", and links that are still "unchosen". By node, body (0 for meta data), target, reason; at
-    /// most 500, from the line `from` (0) on.
+    /// most 500, from the line `from` (0) on. A target that is a page has its title, of one that is gone the
+    /// last that the audit trail knows.
     Value getDeadLinks(const std::string& site, const std::string& lang, int from = 0);
     /// The pages that use something, in trees whose designs the caller may read: a "page" by its number or node;
     /// an "image" or "document" by "SITE/PATH", where a path that ends in "/" is a folder with all in it; a

@@ -39,7 +39,7 @@ INSTANTIATE_TEST_SUITE_P(Engines, DeskDeadLinksTest, bothEngines(), engineName);
 
 TEST_P(DeskDeadLinksTest, ALineSaysWhereTheLinkIs) {
     designBody(12, 3, R"~(<a href="page(4711)">x</a>)~");
-    EXPECT_THAT(linesOf(list()), ElementsAre("12|aa.en.01|Walks|3|4711|gone"));
+    EXPECT_THAT(linesOf(list()), ElementsAre("12|aa.en.01|Walks|3|4711|gone|"));
 }
 
 TEST_P(DeskDeadLinksTest, APageIsDeadThatVisitorsCantSee) {
@@ -55,6 +55,25 @@ TEST_P(DeskDeadLinksTest, APageIsDeadThatVisitorsCantSee) {
                R"~(<a href="page(60)"><a href="page(70)"><a href="page(80)"><a href="page(90)">)~");
     EXPECT_THAT(dead(), ElementsAre("aa.en.01 1 20 notLive", "aa.en.01 1 30 offline", "aa.en.01 1 40 offline",
                                     "aa.en.01 1 50 offline", "aa.en.01 1 90 gone"));
+}
+
+TEST_P(DeskDeadLinksTest, ATargetHasItsTitle) {
+    page("aa.en.02").id(20).title("Tulips").insertInDesignOnly();
+    page("aa.en.03").title("Asters").offline().insert();
+    designBody(12, 1, R"~(<a href="page(20)"><a href="page(aa.en.03)"><img src="/images/aa/no.jpg">)~");
+    EXPECT_THAT(columnOf(list(), 6), ElementsAre("Tulips", "Asters", ""));
+}
+
+TEST_P(DeskDeadLinksTest, APageThatIsGoneHasTheTitleThatTheTrailKnowsLast) {
+    const auto wasCalled = [&](PageId pageId, const std::string& title) {
+        row("TORVEX_AUDIT_TRAIL", {{"pageId", pageId}, {"pageTitle", title}, {"nodeId", "aa.en.09"}});
+    };
+    wasCalled(4711, "Old prices");
+    wasCalled(4711, "Prices");
+    wasCalled(4711, "");
+    wasCalled(4713, "Another");
+    designBody(12, 1, R"~(<a href="page(4711)"><a href="page(4712)"><a href="page(aa.en.09)">)~");
+    EXPECT_THAT(columnOf(list(), 6), ElementsAre("Prices", "", ""));
 }
 
 TEST_P(DeskDeadLinksTest, NodesAreLookedUpAsNumbersAre) {

@@ -63,14 +63,16 @@ std::vector<Row<desk>> deskFindRows() {
                     {"excerpt", Text}}),
         reads("getDeadLinks", &desk::getDeadLinks, {argument("site"), argument("lang"), argument("from", 0)},
               "Links and files in the designs of a tree that lead nowhere: \"gone\", \"notLive\", "
-              "\"offline\", \"noFile\" or \"unchosen\"; 500 at most.",
+              "\"offline\", \"noFile\" or \"unchosen\"; 500 at most. The title of a page that is gone is its "
+              "last.",
               designIn("site", "lang"))
             .lists({{"pageId", Number},
                     {"nodeId", Text},
                     {"title", Text},
                     {"bodyId", Number},
                     {"target", Text},
-                    {"reason", Text}}),
+                    {"reason", Text},
+                    {"targetTitle", Text}}),
         reads("getUses", &desk::getUses, {argument("kind"), argument("id"), argument("from", 0)},
               "The pages that use something, as far as the caller may read them: a \"page\", an \"image\" "
               "or \"document\" (SITE/PATH, or a folder's SITE/PATH/), a \"template\", \"baseTemplate\", "
