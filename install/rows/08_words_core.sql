@@ -69,7 +69,7 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (4082, 'To approve', 'Freizugeben'),
   (4083, 'To publish', 'Zu veröffentlichen'),
   (4084, 'My pages', 'Meine Seiten'),
-  (4085, 'Marked for deletion', 'Zum Löschen markiert'),
+  (4085, 'Marked for removal', 'Zum Entfernen vorgemerkt'),
   (4086, 'On or off line within 14 days', 'In 14 Tagen an oder aus'),
   (4087, 'Changed lately', 'Zuletzt geändert'),
   (4088, 'Unsaved drafts', 'Nicht gespeicherte Entwürfe'),

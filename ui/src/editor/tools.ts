@@ -69,6 +69,12 @@ function lineMenu(editing: Editing): MenuEntry[] {
   ];
 }
 
+function lineWord(tag: string): string {
+  const level = /^h([1-6])$/.exec(tag)?.[1];
+  if (level) return t(L.headingOfLevel, { level });
+  return tag === "pre" ? t(L.preformatted) : t(L.paragraph);
+}
+
 /** Classes for paragraphs: those that the site's own style sheets name so, and those that stand in its texts. */
 function classesOf(editing: Editing): string[] {
   const found = new Set<string>();
@@ -173,7 +179,7 @@ function toolsOf(editing: Editing): (Tool | typeof rule)[] {
       ? { label: t(L.altText), face: html`ALT`, on: true, run: () => void editing.describe() }
       : { label: t(L.picture), face: face("image"), run: () => void editing.image() };
   return [
-    menu(t(L.kindOfLine), html`<span>${commands.lineTag(state) || "p"}</span>${icon("chevron-down")}`, () =>
+    menu(t(L.kindOfLine), html`<span>${lineWord(commands.lineTag(state))}</span>${icon("chevron-down")}`, () =>
       lineMenu(editing),
     ),
     rule,

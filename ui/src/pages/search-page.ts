@@ -49,6 +49,13 @@ const STATES: readonly PageState[] = ["new", "changed", "approved", "marked", "l
 
 const keyOf = (row: Found): string => `${row.kind} ${row.pageId} ${row.siteId} ${row.path}`;
 
+/** Media have no language. */
+function whereText({ siteId, lang }: Found): string {
+  const known = workplace.value.websites.find((one) => one.site === siteId && (lang === "" || one.lang === lang));
+  if (!known) return lang ? `${siteId} · ${lang}` : siteId;
+  return lang ? `${known.siteName} · ${known.langName}` : known.siteName;
+}
+
 @customElement("tvx-search-page")
 export class TvxSearchPage extends TvxElement {
   @property({ attribute: false }) params = new URLSearchParams();
@@ -159,6 +166,7 @@ export class TvxSearchPage extends TvxElement {
             ? html`<span class="chip ${row.state}">${icon(STATE_ICONS[row.state])}<span class="chip-word">${stateWord(row.state)}</span></span>`
             : nothing,
         by: (row) => row.state,
+        width: "172px",
       },
       {
         id: "path",
@@ -170,10 +178,10 @@ export class TvxSearchPage extends TvxElement {
       {
         id: "where",
         label: t(L.searchWhere),
-        cell: (row) => html`<span class="soft">${row.siteId}${row.lang ? ` · ${row.lang}` : ""}</span>`,
+        cell: (row) => html`<span class="soft" title=${whereText(row)}>${whereText(row)}</span>`,
         by: (row) => `${row.siteId}.${row.lang}`,
         wide: true,
-        width: "90px",
+        width: "150px",
       },
     ];
   }

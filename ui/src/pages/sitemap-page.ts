@@ -159,6 +159,7 @@ export class TvxSitemap extends TvxElement {
         cell: (row) =>
           html`<span class="chip ${row.state}">${icon(STATE_ICONS[row.state])}<span class="chip-word">${stateWord(row.state)}</span></span>`,
         by: (row) => row.state,
+        width: "172px",
       },
       {
         id: "live",
@@ -166,7 +167,7 @@ export class TvxSitemap extends TvxElement {
         cell: (row) => t(row.live === "none" ? L.liveNo : L.liveYes),
         by: (row) => (row.live === "none" ? 0 : 1),
         wide: true,
-        width: "130px",
+        width: "112px",
       },
       {
         id: "node",
@@ -174,6 +175,7 @@ export class TvxSitemap extends TvxElement {
         cell: (row) => html`<span class="soft">${row.nodeId}</span>`,
         by: (row) => row.nodeId,
         wide: true,
+        width: "124px",
       },
     ];
     if (!this.detailed) return columns;
