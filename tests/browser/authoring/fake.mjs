@@ -1,5 +1,5 @@
 // The interface's frame with answers that a test chooses: no server, the built files of ui/dist.
-import { existsSync, readFileSync } from "node:fs";
+import { existsSync, readFileSync, readdirSync } from "node:fs";
 import { dirname, join } from "node:path";
 import { after, before } from "node:test";
 import { fileURLToPath } from "node:url";
@@ -17,8 +17,9 @@ const policy = "default-src 'none'; script-src 'self'; style-src 'self' 'nonce-N
 export function words(lang) {
   const place = lang === "de" ? 3 : 2;
   const row = /^\s*\((\d+),\s*'((?:[^']|'')*)',\s*'((?:[^']|'')*)'\)/gm;
-  const files = ["05_vocabulary", "08_words_core", "08_words_pages", "08_words_editor"].map((name) => join(root, `install/rows/${name}.sql`));
-  const rows = files.filter(existsSync).flatMap((file) => [...readFileSync(file, "utf8").matchAll(row)]);
+  const folder = join(root, "install/rows");
+  const files = readdirSync(folder).filter((name) => /^(05_vocabulary|08_words_)/.test(name)).map((name) => join(folder, name));
+  const rows = files.flatMap((file) => [...readFileSync(file, "utf8").matchAll(row)]);
   return Object.fromEntries(rows.map((match) => [match[1], match[place].replaceAll("''", "'")]));
 }
 
@@ -74,9 +75,9 @@ async function answerBatch(calls, { calls: wanted }) {
 const json = (route, status, body, headers = {}) =>
   route.fulfill({ status, contentType: "application/json", body: JSON.stringify(body), headers });
 
-const sessionOf = ({ loggedIn }) => ({
+const sessionOf = ({ loggedIn, entries }) => ({
   login: loggedIn ? { loginId: 2, username: "iris", name: "Iris Falk", isAdministrator: false } : null,
-  rights: { all: false, pages: [{ site: "bg", lang: "en", may: ["onOff", "move", "publish", "approve", "edit"] }], entries: [] },
+  rights: { all: false, pages: [{ site: "bg", lang: "en", may: ["onOff", "move", "publish", "approve", "edit"] }], entries },
 });
 
 async function serveCall(route, state, calls, name) {
@@ -109,11 +110,12 @@ function serve(route, state, calls, lang) {
   return serveCall(route, state, calls, name);
 }
 
-// A page with the shell at an address. `api` has answers by "class/operation"; `sent` collects what was asked.
-export async function openShell(browser, { path = "/torvex/", api = {}, lang = "en", ...options } = {}) {
+// A page with the shell at an address. `api` has answers by "class/operation", `entries` are those of the menu that the
+// login may use; `sent` collects what was asked.
+export async function openShell(browser, { path = "/torvex/", api = {}, lang = "en", entries = [], ...options } = {}) {
   const context = await browser.newContext({ viewport: { width: 1440, height: 900 }, reducedMotion: "reduce", ...options });
   const page = await context.newPage();
-  const state = { sent: [], tokens: [], loggedIn: true, violations: [], errors: [] };
+  const state = { sent: [], tokens: [], loggedIn: true, entries, violations: [], errors: [] };
   const calls = { ...usual, ...api };
   page.on("pageerror", (error) => state.errors.push(error.message));
   await page.exposeBinding("tellViolation", (_, text) => state.violations.push(text));

@@ -250,6 +250,59 @@ describe("the dashboard", () => {
     await context.close();
   });
 
+  test("says where a dead link leads, as far as that is known", async () => {
+    const names = ["pageId", "nodeId", "title", "bodyId", "target", "reason", "targetTitle"];
+    const links = [
+      [2, "bg.en.01", "Visit", 1, "99999", "gone", ""],
+      [2, "bg.en.01", "Visit", 2, "4711", "gone", "Old prices"],
+      [3, "bg.en.02", "Plants", 1, "12", "offline", "Night walks"],
+      [3, "bg.en.02", "Plants", 1, "13", "notLive", "Seed swap"],
+      [3, "bg.en.02", "Plants", 1, "bg/001/map.pdf", "noFile", ""],
+      [3, "bg.en.02", "Plants", 1, "", "unchosen", ""],
+    ];
+    const { page, context } = await openShell(chromium.browser, { api: { "desk/getDeadLinks": () => grid(names, links) } });
+    const dead = card(page, "Links that lead nowhere");
+    for (const text of ["page 99999, which is gone", '"Old prices" (page 4711), which is gone', '"Night walks", which is off line',
+      '"Seed swap", which isn\'t live yet', "the file bg/001/map.pdf, which is gone", "nowhere: its target is still to be chosen"])
+      await dead.getByText(text, { exact: true }).waitFor();
+    await context.close();
+  });
+
+  test("says when a page comes or goes", async () => {
+    const next = new Date().getFullYear() + 1;
+    const names = [...workNames, "onlineFrom", "onlineTo"];
+    const dates = [[...workRow(2, "Walks"), `${next}0503`, ""], [...workRow(3, "Bonsai"), "20200101", `${next}0509`]];
+    const { page, context } = await openShell(chromium.browser, { api: { "desk/getWork": ({ kind }) => grid(names, kind === "dates" ? dates : []) } });
+    const soon = card(page, "On or off line within 14 days");
+    await soon.getByRole("row", { name: /Walks/ }).getByText(`on line from 3 May ${next}`).waitFor();
+    await soon.getByRole("row", { name: /Bonsai/ }).getByText(`off line after 9 May ${next}`).waitFor();
+    await context.close();
+  });
+
+  test("shows visits to whoever may see them, drawn and as a table", async () => {
+    const today = new Date();
+    const daysAgo = (days) => {
+      const day = new Date(today.getFullYear(), today.getMonth(), today.getDate() - days);
+      return `${day.getFullYear()}${String(day.getMonth() + 1).padStart(2, "0")}${String(day.getDate()).padStart(2, "0")}`;
+    };
+    const hits = () => grid(["period", "views", "visitors"], [[daysAgo(20), 5, 2], [daysAgo(3), 40, 12], [daysAgo(0), 2, 1]]);
+    const entries = [{ entry: 213, site: "bg", lang: "en", view: true, edit: false }];
+    const { page, sent, errors, context } = await openShell(chromium.browser, { api: { "desk/getHits": hits }, entries });
+    const visits = card(page, "Visits");
+    await visits.getByText("42 views").waitFor();
+    await visits.getByText("13 visitors").waitFor();
+    await visits.getByText("5 views in the 14 days before").waitFor();
+    await visits.getByText("Details").click();
+    assert.equal(await visits.getByRole("row").count(), 3);
+    assert.equal(sent.find(({ name }) => name === "desk/getHits").args.scope, "bg.en");
+    assert.deepEqual(errors, []);
+    await context.close();
+    const other = await openShell(chromium.browser);
+    await card(other.page, "Changed lately").waitFor();
+    assert.equal(await card(other.page, "Visits").count(), 0);
+    await other.context.close();
+  });
+
   test("says that nothing waits", async () => {
     const { page, context } = await openShell(chromium.browser);
     await card(page, "To approve").getByText("Nothing waits for you.").waitFor();

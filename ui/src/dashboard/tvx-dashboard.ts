@@ -10,10 +10,13 @@ import { full, when } from "../labels/moments";
 import { pageAddress } from "../shell/address";
 import { type Draft, draftsOf, dropDraft } from "../shell/drafts";
 import { commands } from "../shell/registry";
-import { workplace } from "../shell/workplace";
+import { maySee, workplace } from "../shell/workplace";
 import "./tvx-dashboard.css";
 import "./tvx-dead-links";
+import "./tvx-visits";
 import "./tvx-work-card";
+import type { TableColumn } from "../kit/tvx-table";
+import { nextDate, nextDay } from "./dates";
 import type { CardAction } from "./tvx-work-card";
 import { approveAll, releaseAll, runEach, type WorkRow, workOf } from "./work";
 
@@ -37,6 +40,17 @@ const releasing = (): CardAction => ({
   icon: "check",
   run: (rows) => releaseAll(rows),
   done: (count) => plural(count, L.oneCheckedIn, L.manyCheckedIn),
+});
+
+/** The entry of the menu that lets see how often pages are looked at. */
+const statistics = 213;
+
+const datesColumn = (): TableColumn<WorkRow> => ({
+  id: "dates",
+  label: t(L.whenColumn),
+  cell: (row) => nextDate(row),
+  by: (row) => nextDay(row),
+  width: "180px",
 });
 
 /** What waits for whoever is logged in. */
@@ -67,7 +81,7 @@ export class TvxDashboard extends TvxElement {
   }
 
   protected override render() {
-    const { login } = this.workplace.value;
+    const { login, site, lang } = this.workplace.value;
     const create = this.commands.value.find(({ id, when: may }) => id === "pages.new" && (may?.() ?? true));
     return html`
       <div class="screen dashboard">
@@ -81,8 +95,9 @@ export class TvxDashboard extends TvxElement {
           ${this.has("publish") ? this.card("publish", t(L.toPublish), "rocket", t(L.nothingWaits), publishing()) : nothing}
           ${this.card("mine", t(L.myPages), "pen-line", t(L.noPagesOfMine), releasing())}
           ${this.card("marked", t(L.markedPages), "trash-2", t(L.nothingMarked), this.has("approve") ? approving() : undefined)}
-          ${this.card("dates", t(L.onOrOffSoon), "calendar-clock", t(L.noDates))}
+          <tvx-work-card class="dates" .heading=${t(L.onOrOffSoon)} .icon=${"calendar-clock"} .empty=${t(L.noDates)} .fetch=${() => workOf("dates")} .instead=${datesColumn()}></tvx-work-card>
           <tvx-dead-links></tvx-dead-links>
+          ${maySee(statistics, site, lang) ? html`<tvx-visits></tvx-visits>` : nothing}
           ${this.recent()}
         </div>
       </div>

@@ -1,7 +1,6 @@
 import { html, nothing } from "lit";
 import { customElement, state } from "lit/decorators.js";
 import { call } from "../api";
-import { targetOf } from "../formats/links";
 import { TvxElement, Watch } from "../kit/element";
 import { icon } from "../kit/icon";
 import "../kit/tvx-table";
@@ -16,13 +15,25 @@ interface DeadLink {
   title: string;
   bodyId: number;
   target: string;
-  reason: string;
+  reason: "gone" | "notLive" | "offline" | "noFile" | "unchosen";
+  /** Of a page; of one that is gone the last that is known, or nothing. */
+  targetTitle?: string;
 }
 
-function targetWord(href: string): string {
-  const target = targetOf(href);
-  if (target.kind === "page") return t(L.pageNumber, { id: target.page });
-  return target.kind === "file" ? target.path : href;
+/** Where a link leads, and why that is nowhere. */
+function targetWord({ target, reason, targetTitle: title }: DeadLink): string {
+  switch (reason) {
+    case "unchosen":
+      return t(L.linkUnchosen);
+    case "noFile":
+      return t(L.linkNoFile, { path: target });
+    case "gone":
+      return title ? t(L.linkGoneTitled, { title, id: target }) : t(L.linkGone, { id: target });
+    default:
+      return t(reason === "offline" ? L.linkOffline : L.linkNotLive, {
+        title: title || t(L.pageNumber, { id: target }),
+      });
+  }
 }
 
 /** Links of this website that lead nowhere. */
@@ -66,9 +77,9 @@ export class TvxDeadLinks extends TvxElement {
       {
         id: "target",
         label: t(L.leadsTo),
-        cell: ({ target }) => targetWord(target),
-        by: ({ target }) => target,
-        width: "45%",
+        cell: (link) => html`<span title=${targetWord(link)}>${targetWord(link)}</span>`,
+        by: targetWord,
+        width: "60%",
       },
     ];
     return html`

@@ -34,6 +34,8 @@ export class TvxWorkCard extends TvxElement {
   @property({ attribute: false }) empty = "";
   @property({ attribute: false }) fetch!: () => Promise<WorkRow[]>;
   @property({ attribute: false }) action?: CardAction;
+  /** Stands in place of who changed a page, and since when. */
+  @property({ attribute: false }) instead?: TableColumn<WorkRow>;
   @state() private rows: WorkRow[] | null = null;
   @state() private fault = "";
   @state() private selected: ReadonlySet<string> = new Set();
@@ -109,6 +111,12 @@ export class TvxWorkCard extends TvxElement {
         by: (row) => row.state,
         width: "108px",
       },
+      ...(this.instead ? [this.instead] : this.who),
+    ];
+  }
+
+  private get who(): TableColumn<WorkRow>[] {
+    return [
       {
         id: "editor",
         label: t(L.who),

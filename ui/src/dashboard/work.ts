@@ -20,6 +20,9 @@ export interface WorkRow {
   since: string | null;
   holder: string;
   holderSince: string | null;
+  /** "yyyymmdd", or nothing. */
+  onlineFrom?: string;
+  onlineTo?: string;
 }
 
 export const keyOf = ({ pageId }: { pageId: number }) => String(pageId);

@@ -2,9 +2,10 @@ import type { Places } from "./labels.gen";
 import { core } from "./names/core";
 import { editor } from "./names/editor";
 import { pages } from "./names/pages";
+import { screens } from "./names/screens";
 
 /** The words of the interface by name: their numbers in the vocabulary. */
-export const L = { ...core, ...editor, ...pages } as const;
+export const L = { ...core, ...editor, ...pages, ...screens } as const;
 
 export type Label = (typeof L)[keyof typeof L];
 type PlacesOf<N> = N extends keyof Places

@@ -47,3 +47,23 @@ export function full(text: string | null | undefined): string {
   const moment = momentOf(text);
   return moment ? new Intl.DateTimeFormat(locale(), { dateStyle: "full", timeStyle: "short" }).format(moment) : "";
 }
+
+const digitsOf = (moment: Date) =>
+  [moment.getFullYear(), moment.getMonth() + 1, moment.getDate()].map((part) => String(part).padStart(2, "0")).join("");
+
+/** Days as pages name those between which they are on line: "20260503". */
+export const todayAsDigits = (now = new Date()) => digitsOf(now);
+export const daysBefore = (days: number, now = new Date()) =>
+  digitsOf(new Date(now.getFullYear(), now.getMonth(), now.getDate() - days));
+
+/** Such a day for people, "3 May", with its year when that is another. */
+export function day(digits: string, now = new Date()): string {
+  if (!/^\d{8}$/.test(digits)) return "";
+  const date = new Date(Number(digits.slice(0, 4)), Number(digits.slice(4, 6)) - 1, Number(digits.slice(6)));
+  const isThisYear = date.getFullYear() === now.getFullYear();
+  return new Intl.DateTimeFormat(locale(), {
+    day: "numeric",
+    month: "short",
+    ...(isThisYear ? {} : { year: "numeric" }),
+  }).format(date);
+}

@@ -1,12 +1,14 @@
 /** What can be done to a page at once: each runs, says what came of it, and knows its way back. */
 
-import { isProblem } from "../api";
-import { toast } from "../kit/tvx-toast";
+import { isProblem, type Problem } from "../api";
+import { type Toast, toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
+import { go, pageAddress } from "../shell/address";
 import type { PageFacts } from "./data";
 import type { Step } from "./model/next-step";
 import {
   type BatchCall,
+  mark,
   publishOutcome,
   type Subject,
   switchOnOff,
@@ -23,28 +25,66 @@ export const subjectOf = (page: PageFacts): Subject => ({
   title: page.title,
 });
 
+/** A page that something was to be done to, and what its reader may do with it. */
+export interface Doing {
+  readonly pageId: number;
+  readonly nodeId: string;
+  readonly rights?: { readonly edit: boolean; readonly approve: boolean };
+}
+
+const callOn = (page: Doing, name: string, args: Record<string, unknown> = {}): BatchCall => ({
+  on: "cManager",
+  do: name,
+  with: { pageIdent: String(page.pageId), ...args },
+});
+
+/** What can be done about a refusal, as far as its reader may; nothing where the page's own state says it. */
+export function nextMove({ kind, holder }: Problem, page: Doing, again: () => unknown): Toast["action"] {
+  switch (kind) {
+    case "locked-by-other":
+      return { label: t(L.askForIt), run: () => askFor({ ...page, holder }) };
+    case "approved":
+      return page.rights?.approve ? { label: t(L.takeBackApproval), run: () => takeBack(page) } : undefined;
+    case "not-approved":
+      return page.rights?.approve ? { label: t(L.approve), run: () => approve(page) } : undefined;
+    case "never-published":
+      return page.rights?.edit ? { label: t(L.mark), run: () => markForRemoval(page) } : undefined;
+    case "parent-not-live":
+      return { label: t(L.openParent), run: () => go(pageAddress(page.nodeId.slice(0, -3))) };
+    case "gone":
+      return { label: t(L.toTheDashboard), run: () => go("/torvex/") };
+    case "failed":
+      return { label: t(L.tryAgain), run: again };
+    default:
+      return undefined;
+  }
+}
+
+/** Says what a refusal says, with the next step beside it. */
+export function refused(problem: Problem, page: Doing, again: () => unknown): void {
+  const action = nextMove(problem, page, again);
+  toast(problem.message, { kind: problem.status === 409 ? "warn" : "danger", ...(action ? { action } : {}) });
+}
+
 /** Says what kept it from being done, unless its reader herself did. */
 export function failed(error: unknown): void {
   if (error instanceof DOMException && error.name === "AbortError") return;
   toast(isProblem(error) ? error.message : String(error), { kind: "danger" });
 }
 
+const failedFor = (error: unknown, page: Doing, again: () => unknown): void =>
+  isProblem(error) ? refused(error, page, again) : failed(error);
+
 /** Does something with Undo beside it. */
-export async function doUndoable(
-  page: { readonly pageId: number; readonly nodeId: string },
-  what: Undoable,
-  done: string,
-  undone: string,
-): Promise<void> {
+export async function doUndoable(page: Doing, what: Undoable, done: string, undone: string): Promise<void> {
   const run = async (call: BatchCall, text: string, undo?: () => unknown): Promise<void> => {
     try {
       await runAll([call]);
-      changed(page);
       toast(text, undo ? { undo } : {});
     } catch (error) {
-      failed(error);
-      changed(page);
+      failedFor(error, page, () => run(call, text, undo));
     }
+    changed(page);
   };
   await run(what.does, done, () => run(what.undoes, undone));
 }
@@ -95,38 +135,40 @@ export function tellOutcome(page: PageFacts, answer: string): void {
 
 /** Steps that need no questions: checking in, approving. */
 export async function stepAtOnce(page: PageFacts, steps: readonly Step[]): Promise<void> {
+  const again = () => stepAtOnce(page, steps);
   try {
     const end = await runSteps(page, steps);
     changed(page);
-    if (end.problem) toast(end.problem.message, { kind: "warn" });
+    if (end.problem) refused(end.problem, page, again);
     else toast(t(steps.includes("approve") ? L.approvedDone : L.checkedIn));
   } catch (error) {
-    failed(error);
+    failedFor(error, page, again);
   }
 }
 
 /** One call and the sentence that follows it. */
-export async function one(page: PageFacts, call: BatchCall, done: string): Promise<unknown> {
+export async function one(page: Doing, call: BatchCall, done: string): Promise<unknown> {
   try {
     const [answer] = await runAll([call]);
     changed(page);
     toast(done);
     return answer;
   } catch (error) {
-    failed(error);
+    failedFor(error, page, () => one(page, call, done));
     changed(page);
     return undefined;
   }
 }
 
-export const takeBack = (page: PageFacts): Promise<unknown> =>
-  one(
-    page,
-    { on: "cManager", do: "approvePage", with: { pageIdent: String(page.pageId), state: 0 } },
-    t(L.approvalTakenBack),
-  );
+const approve = (page: Doing) => one(page, callOn(page, "approvePage", { state: 1 }), t(L.approvedDone));
 
-export const askFor = (page: PageFacts): Promise<unknown> =>
+const markForRemoval = (page: Doing) =>
+  doUndoable(page, mark(String(page.pageId), true), t(L.markedDone), t(L.unmarkedDone));
+
+export const takeBack = (page: Doing): Promise<unknown> =>
+  one(page, callOn(page, "approvePage", { state: 0 }), t(L.approvalTakenBack));
+
+export const askFor = (page: Doing & { readonly holder: string }): Promise<unknown> =>
   one(
     page,
     { on: "desk", do: "ask", with: { pageIdent: String(page.pageId) } },

@@ -1,10 +1,10 @@
 /** What can be done to pages from anywhere: tree, page, Ctrl+K. Dialogs come when they are needed. */
 
-import { call } from "../api";
+import { call, type Problem } from "../api";
 import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
 import { go, pageAddress } from "../shell/address";
-import { doUndoable, failed } from "./actions";
+import { type Doing, doUndoable, failed } from "./actions";
 import { childrenOf } from "./children";
 import { loadPage, type PageFacts } from "./data";
 import { type NextStep, nextStep } from "./model/next-step";
@@ -65,9 +65,7 @@ export const publishBranch = (pageIdent: string): Promise<void> =>
 export const resetPage = (pageIdent: string): Promise<void> =>
   withPage(pageIdent, async (page) => (await import("./reset-dialog")).resetDialog(page));
 
-type Place = { readonly pageId: number; readonly nodeId: string };
-
-export const markPage = (page: Place, on: boolean): Promise<void> =>
+export const markPage = (page: Doing, on: boolean): Promise<void> =>
   doUndoable(
     page,
     mark(String(page.pageId), on),
@@ -75,7 +73,7 @@ export const markPage = (page: Place, on: boolean): Promise<void> =>
     t(on ? L.unmarkedDone : L.markedDone),
   );
 
-export const switchPage = (page: Place, on: boolean, branch = false): Promise<void> =>
+export const switchPage = (page: Doing, on: boolean, branch = false): Promise<void> =>
   doUndoable(
     page,
     switchOnOff(String(page.pageId), on, branch),
@@ -123,15 +121,23 @@ async function bringTo(page: number, parent: string, to: string, side: Side): Pr
   if (calls.length) await runAll(calls);
 }
 
+/** Offers another place after a refusal; null where one can be chosen anyhow. */
+type Elsewhere = (() => unknown) | null;
+
 /** Moves a page without a question; a refusal is told, with who is in the way. */
-export async function movePlace(from: string, to: string, side: Side): Promise<boolean> {
+export async function movePlace(
+  from: string,
+  to: string,
+  side: Side,
+  elsewhere: Elsewhere = () => movePages([from]),
+): Promise<boolean> {
   try {
     const parent = landsIn(to, side);
     const pageId = await call("cManager.getPageId", { nodeId: from });
     if (parent !== parentOf(from)) {
       const parentId = await call("cManager.getPageId", { nodeId: parent });
       const end = await runCalls([moveCall(String(pageId), String(parentId))]);
-      if (end.problem) return refusedMove(end.problem.code, end.problem.message, from, to, side);
+      if (end.problem) return refusedMove(end.problem, [from, to, side, elsewhere]);
     }
     await bringTo(pageId, parent, to, side);
     allChanged();
@@ -144,13 +150,14 @@ export async function movePlace(from: string, to: string, side: Side): Promise<b
   }
 }
 
-async function refusedMove(code: string, sentence: string, from: string, to: string, side: Side): Promise<boolean> {
-  if (code !== "-1") {
-    toast(sentence, { kind: "warn" });
+async function refusedMove(problem: Problem, move: Parameters<typeof movePlace>): Promise<boolean> {
+  const [from, , , elsewhere] = move;
+  if (problem.code !== "-1") {
+    toast(problem.message, { kind: "warn", ...(elsewhere ? { action: { label: t(L.moveTo), run: elsewhere } } : {}) });
     return false;
   }
   const { inTheWay } = await import("./in-the-way");
-  return (await inTheWay(from.slice(0, 2), from.slice(3, 5))) ? movePlace(from, to, side) : false;
+  return (await inTheWay(from.slice(0, 2), from.slice(3, 5))) ? movePlace(...move) : false;
 }
 
 /** Copies a page without a question, with all below it. */

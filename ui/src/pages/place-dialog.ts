@@ -187,7 +187,7 @@ class PlaceQuestion {
   private async go(): Promise<boolean> {
     if (!this.target) return false;
     const { nodeId } = this.page;
-    if (this.job === "move") return movePlace(nodeId, this.target.nodeId, this.side);
+    if (this.job === "move") return movePlace(nodeId, this.target.nodeId, this.side, null);
     return (await copyPlace(nodeId, this.target.nodeId, this.side, this.branch, this.live ? "L" : "D")) !== "";
   }
 }

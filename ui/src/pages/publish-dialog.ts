@@ -4,9 +4,10 @@ import { html, nothing, type TemplateResult } from "lit";
 import { call, isProblem } from "../api";
 import { icon } from "../kit/icon";
 import { type DialogAction, dialog, type TvxDialog } from "../kit/tvx-dialog";
-import { toast } from "../kit/tvx-toast";
+import { type Toast, toast } from "../kit/tvx-toast";
 import { L, plural, t } from "../labels";
-import { outcomeText, runSteps, subjectOf, tellOutcome } from "./actions";
+import { nextMove, outcomeText, runSteps, subjectOf, tellOutcome } from "./actions";
+import { whyNot } from "./commands";
 import { loadPage, type PageFacts } from "./data";
 import { type Difference, differenceRow } from "./differences";
 import { imagesWithoutAlt } from "./model/changes";
@@ -34,6 +35,8 @@ class PublishQuestion {
   private readonly ended = new AbortController();
   private both = true;
   private stopped = "";
+  /** What can be done about what stopped it. */
+  private move: Toast["action"];
   private box: TvxDialog | undefined;
 
   constructor(
@@ -93,12 +96,22 @@ class PublishQuestion {
 
   private body(): TemplateResult {
     return html`
-      ${this.stopped ? html`<div class="notice warn" role="alert">${icon("triangle-alert")}<span>${this.stopped}</span></div>` : nothing}
+      ${this.stopped ? html`<div class="notice warn" role="alert">${icon("triangle-alert")}<span class="grow">${this.stopped}</span>${this.moveButton()}</div>` : nothing}
       ${this.changes()}
       ${this.next.steps.includes("saveSetup") ? this.note(t(L.setupFirst)) : nothing}
       ${this.next.steps.includes("publish") ? this.obstacles() : nothing}
       ${this.checks()}
     `;
+  }
+
+  private moveButton(): TemplateResult | typeof nothing {
+    const { move } = this;
+    if (!move) return nothing;
+    const run = () => {
+      this.box?.close();
+      move.run();
+    };
+    return html`<button type="button" class="button small" @click=${run}>${move.label}</button>`;
   }
 
   /** What a reader would stumble over; none of it forbids. */
@@ -164,7 +177,7 @@ class PublishQuestion {
     return [
       ...compare,
       { name: "cancel", label: t(L.notNow) },
-      { name: "go", label: this.goLabel, kind: "primary", run: () => this.go() },
+      { name: "go", label: this.goLabel, kind: "primary", disabled: this.hindrance, run: () => this.go() },
     ];
   }
 
@@ -175,6 +188,11 @@ class PublishQuestion {
   private get goLabel(): string {
     if (this.next.goal === "approve" || this.waits) return t(L.approveOnly);
     return this.parent ? t(L.publishTwo) : t(L.publish);
+  }
+
+  /** A refusal may have left nothing to do. */
+  private get hindrance(): string {
+    return this.next.steps.length ? "" : whyNot(this.page, this.next);
   }
 
   private async go(): Promise<boolean> {
@@ -212,6 +230,7 @@ class PublishQuestion {
     if (!isProblem(problem)) return;
     if (problem.changed) this.stopped = t(L.changedMeanwhile);
     else this.stopped = t(L.stoppedAt, { why: this.whyAt(end, problem.message) });
+    this.move = nextMove(problem, this.page, () => publishDialog(this.page));
     const page = await loadPage(String(this.page.pageId));
     if (page) {
       this.page = page;

@@ -1,10 +1,11 @@
 /** Back to the live page: what will be lost is told first. */
 
 import { html, type TemplateResult } from "lit";
-import { call } from "../api";
+import { call, isProblem } from "../api";
 import { dialog, type TvxDialog } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
+import { refused } from "./actions";
 import type { PageFacts } from "./data";
 import { type Difference, differenceRow } from "./differences";
 import { changed } from "./pages-changed";
@@ -27,9 +28,14 @@ export async function resetDialog(page: PageFacts): Promise<void> {
     return html`<p>${t(L.resetWhat, { title: titleOr(page.title) })}</p><dl class="changes">${rows.map((row) => differenceRow({ ...row, design: row.live, live: row.design }))}</dl>`;
   };
   const run = async (): Promise<void> => {
-    await call("cManager.resetPage", { pageIdent });
+    try {
+      await call("cManager.resetPage", { pageIdent });
+      toast(t(L.resetDone));
+    } catch (error) {
+      if (!isProblem(error)) throw error;
+      refused(error, page, () => resetDialog(page));
+    }
     changed(page);
-    toast(t(L.resetDone));
   };
   await dialog({
     title: t(L.resetTitle),

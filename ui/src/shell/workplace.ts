@@ -29,6 +29,7 @@ export interface Website {
 export interface Workplace {
   login: Login | null;
   websites: Website[];
+  entries: SessionRights["entries"];
   site: string;
   lang: string;
   rights: EditFlags;
@@ -39,6 +40,7 @@ export interface Workplace {
 export const workplace = new Store<Workplace>({
   login: null,
   websites: [],
+  entries: [],
   site: "",
   lang: "",
   rights: noRights,
@@ -130,12 +132,20 @@ export function takeWebsites(all: WebsiteRow[], rights: SessionRights): void {
     offered.find((one) => one.site === site && one.lang === lang) ??
     offered.find((one) => one.lang === document.documentElement.lang) ??
     offered[0];
-  workplace.patch({ websites: offered });
+  workplace.patch({ websites: offered, entries: rights.entries });
   if (first) enter(first.site, first.lang);
 }
 
 export const websiteAt = (site: string, lang: string) =>
   workplace.value.websites.find((one) => one.site === site && one.lang === lang);
+
+/** Whether the login may look at an entry of the administration menu in a website. */
+export function maySee(entry: number, site: string, lang: string): boolean {
+  const { entries, login } = workplace.value;
+  const holds = (one: Workplace["entries"][number]) =>
+    one.entry === entry && one.view && ["", site].includes(one.site) && ["", lang].includes(one.lang);
+  return (login?.isAdministrator ?? false) || entries.some(holds);
+}
 
 /** Works in another website from now on. */
 export function enter(site: string, lang: string): void {
