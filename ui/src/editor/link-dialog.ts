@@ -1,4 +1,4 @@
-// Where a link is to lead: words find pages and documents, an address is taken as it is.
+// Where a link is to lead: words find pages and documents, an address is taken as it is; or tree and folders are walked.
 import { html, nothing, type TemplateResult } from "lit";
 import { customElement, property, state } from "lit/decorators.js";
 import { ref } from "lit/directives/ref.js";
@@ -6,6 +6,9 @@ import { call, isCancelled } from "../api";
 import { callOf, fileLink, pageLink } from "../formats/page-calls";
 import { dialog, icon, TvxElement } from "../kit";
 import { L, t } from "../labels";
+import "./link-documents";
+import type { LinkTarget } from "./link-target";
+import "./link-tree";
 
 export interface ChosenLink {
   href: string;
@@ -14,16 +17,7 @@ export interface ChosenLink {
   target: string;
 }
 
-interface Found {
-  kind: string;
-  pageId: number;
-  siteId: string;
-  lang: string;
-  nodeId: string;
-  title: string;
-  path: string;
-  isLive: boolean;
-}
+type Way = "words" | "tree" | "documents";
 
 const isAddress = /^(?:(?:https?|ftp):\/\/|mailto:|tel:|#|\/)\S+$/i;
 const looksLikeHost = /^[\w-]+(?:\.[\w-]+)+(?:[/?#]\S*)?$/;
@@ -41,10 +35,11 @@ export class TvxLinkPicker extends TvxElement {
   @property() nodeId = "";
   @property() now = "";
   @property({ type: Boolean }) asksText = false;
-  @state() private found: Found[] = [];
+  @state() private found: LinkTarget[] = [];
   @state() private at = 0;
   @state() private words = "";
   @state() private fault = "";
+  @state() private way: Way = "words";
   private asked: AbortController | undefined;
   private timer: ReturnType<typeof setTimeout> | undefined;
 
@@ -79,16 +74,23 @@ export class TvxLinkPicker extends TvxElement {
     }
     try {
       const query = { words: this.words, kinds: "page,document", site: "", lang: "", filters: "", from: 0 };
-      this.found = ((await call("desk.find", query, { signal: asked.signal })) as unknown as Found[]).slice(0, 40);
+      this.found = ((await call("desk.find", query, { signal: asked.signal })) as unknown as LinkTarget[]).slice(0, 40);
       this.fault = "";
     } catch (error) {
       if (!isCancelled(error)) this.fault = error instanceof Error ? error.message : String(error);
     }
   }
 
+  private walk(way: Way): void {
+    this.way = way;
+    this.found = [];
+    this.at = 0;
+    if (way === "words") void this.find();
+  }
+
   get chosen(): ChosenLink | null {
     const text = this.querySelector<HTMLInputElement>("#link-words")?.value.trim() ?? "";
-    const address = addressIn(this.words);
+    const address = this.way === "words" ? addressIn(this.words) : "";
     const apart = this.querySelector<HTMLInputElement>("#link-apart")?.checked ?? false;
     if (address) return { href: address, text: text || this.words.trim(), target: apart ? "_blank" : "" };
     const one = this.found[this.at];
@@ -99,6 +101,7 @@ export class TvxLinkPicker extends TvxElement {
   }
 
   private key(event: KeyboardEvent): void {
+    if (this.way === "tree" || (event.target as Element).matches("select")) return;
     const moves: Record<string, number> = { ArrowDown: 1, ArrowUp: -1 };
     const move = moves[event.key];
     if (move && this.found.length) {
@@ -107,28 +110,50 @@ export class TvxLinkPicker extends TvxElement {
       void this.updateComplete.then(() =>
         this.querySelector("[aria-selected=true]")?.scrollIntoView({ block: "nearest" }),
       );
-    } else if (event.key === "Enter" && !event.ctrlKey && this.chosen) {
+    } else if (event.key === "Enter" && !event.ctrlKey && this.chosen && !(event.target as Element).matches("button")) {
       event.preventDefault();
       this.tell("tvx-chosen");
     }
   }
 
   protected override render() {
-    const address = addressIn(this.words);
     return html`<div class="stack" @keydown=${this.key}>
       ${this.now ? html`<p class="note">${t(L.leadsNow, { address: this.now })}</p>` : nothing}
-      <div class="field"><label for="link-target">${t(L.whereTo)}</label>
-        <input id="link-target" class="input" autofocus autocomplete="off" role="combobox" aria-expanded=${this.found.length > 0} aria-controls="link-found" aria-activedescendant=${this.found.length ? `link-found-${this.at}` : nothing}
-          placeholder=${t(L.whereToHint)} .value=${this.words} @input=${this.typed} /></div>
+      <div class="choice" role="group" aria-label=${t(L.whereTo)}>${this.wayButton("words", t(L.byWords))}${this.wayButton("tree", t(L.inTheTree))}${this.wayButton("documents", t(L.documents))}</div>
+      ${this.place()}
       ${this.fault ? html`<p class="note wrong">${this.fault}</p>` : nothing}
-      <ul id="link-found" class="picker-results" role="listbox" aria-label=${t(L.whereTo)}>${this.found.map((one, i) => this.one(one, i))}</ul>
-      ${!this.found.length && this.words.trim().length > 1 && !address ? html`<p class="note">${t(L.nothingFound)}</p>` : nothing}
-      ${address && /^https?:/i.test(address) ? html`<label class="inline"><input id="link-apart" type="checkbox" checked /> ${t(L.inNewTab)}</label>` : nothing}
+      <ul id="link-found" class="picker-results" role="listbox" tabindex=${this.way === "documents" ? 0 : nothing} aria-activedescendant=${this.way === "documents" && this.found.length ? `link-found-${this.at}` : nothing} aria-label=${t(L.whereTo)} ?hidden=${this.found.length === 0}>${this.found.map((one, i) => this.one(one, i))}</ul>
       ${this.asksText ? html`<div class="field"><label for="link-words">${t(L.wordsOfLink)}</label><input id="link-words" class="input" autocomplete="off" /></div>` : nothing}
     </div>`;
   }
 
-  private one(one: Found, i: number): TemplateResult {
+  private wayButton(way: Way, label: string): TemplateResult {
+    return html`<button type="button" aria-pressed=${way === this.way} @click=${() => this.walk(way)}>${label}</button>`;
+  }
+
+  private place(): TemplateResult {
+    if (this.way === "tree")
+      return html`<tvx-link-tree .nodeId=${this.nodeId} @tvx-target=${(event: CustomEvent<LinkTarget>) => {
+        this.found = [event.detail];
+      }}></tvx-link-tree>`;
+    if (this.way === "documents")
+      return html`<tvx-link-documents .site=${this.site} @tvx-targets=${(event: CustomEvent<LinkTarget[]>) => {
+        this.found = event.detail;
+        this.at = 0;
+      }}></tvx-link-documents>`;
+    return this.field();
+  }
+
+  private field(): TemplateResult {
+    const address = addressIn(this.words);
+    return html`<div class="field"><label for="link-target">${t(L.whereTo)}</label>
+        <input id="link-target" class="input" autofocus autocomplete="off" role="combobox" aria-expanded=${this.found.length > 0} aria-controls="link-found" aria-activedescendant=${this.found.length ? `link-found-${this.at}` : nothing}
+          placeholder=${t(L.whereToHint)} .value=${this.words} @input=${this.typed} /></div>
+      ${!this.found.length && this.words.trim().length > 1 && !address ? html`<p class="note">${t(L.nothingFound)}</p>` : nothing}
+      ${address && /^https?:/i.test(address) ? html`<label class="inline"><input id="link-apart" type="checkbox" checked /> ${t(L.inNewTab)}</label>` : nothing}`;
+  }
+
+  private one(one: LinkTarget, i: number): TemplateResult {
     const place =
       one.kind === "page"
         ? [one.siteId === this.site ? "" : one.siteId, one.path].filter(Boolean).join(" · ")

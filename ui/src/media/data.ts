@@ -116,3 +116,7 @@ export const saveFile = (site: string, file: MediaFile, title: string, alt?: str
 
 export const removeFile = (site: string, file: MediaFile): Promise<unknown> =>
   call("registers.deleteMedia", { site, folderType: file.kind, path: file.path });
+
+/** Pages that show the file or lead to it follow. An empty folder is the top. */
+export const moveFile = (site: string, file: Pick<MediaFile, "kind" | "path">, folder: string): Promise<unknown> =>
+  call("registers.moveMedia", { site, folderType: file.kind, path: file.path, folder });

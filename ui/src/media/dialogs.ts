@@ -9,6 +9,7 @@ import { pageAddress } from "../shell/address";
 import { addFolder, addressOf, removeFile, removeFolder, renameFolder, saveFile, type Use, usesOf } from "./data";
 import { foldersChanged } from "./folders-changed";
 import { baseName, type MediaFile, type MediaKind, sizeText } from "./model/files";
+import { moveFilesDialog } from "./move-dialog";
 import { add } from "./uploads";
 import "../pages/dialogs.css";
 
@@ -170,12 +171,14 @@ class FileSheet {
         this.mayEdit
           ? [
               { name: "remove", label: t(L.remove), kind: "quiet" },
+              { name: "move", label: t(L.moveTo), kind: "quiet" },
               { name: "cancel", label: t(L.close) },
               { name: "save", label: t(L.save), kind: "primary", run: () => this.save() },
             ]
           : [{ name: "close", label: t(L.close), kind: "primary" }],
     });
     if (answer === "remove") return removeFilesDialog(this.site, [file]);
+    if (answer === "move") return moveFilesDialog(this.site, [file]);
     return answer === "save" || answer === "replaced";
   }
 

@@ -17,6 +17,7 @@ import { folderGroupsDialog } from "./folder-groups";
 import { foldersChanged, onFoldersChanged } from "./folders-changed";
 import { baseName, filtered, type MediaFile, type MediaKind, type Order, sorted } from "./model/files";
 import { type Folder, filesBelow, namedOr, trailOf } from "./model/folders";
+import { moveFilesDialog } from "./move-dialog";
 import { titlesDialog } from "./titles-dialog";
 import "./tvx-uploads";
 import { add, arrived } from "./uploads";
@@ -137,6 +138,12 @@ export class TvxMedia extends TvxElement {
 
   private async titles(files: readonly MediaFile[]): Promise<void> {
     if (await titlesDialog(this.site, files)) await this.load();
+  }
+
+  private async moveFiles(files: readonly MediaFile[]): Promise<void> {
+    if (!(await moveFilesDialog(this.site, files))) return;
+    this.selected = new Set();
+    await this.load();
   }
 
   private async removeFiles(files: readonly MediaFile[]): Promise<void> {
@@ -328,6 +335,7 @@ export class TvxMedia extends TvxElement {
       ${
         this.rights.edit
           ? html`<button class="button small" @click=${() => this.titles(chosen)}>${t(L.editTitles)}</button>
+            <button class="button small" @click=${() => this.moveFiles(chosen)}>${t(L.moveTo)}</button>
             <button class="button small" @click=${() => this.removeFiles(chosen)}>${t(L.remove)}</button>`
           : nothing
       }
