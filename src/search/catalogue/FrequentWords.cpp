@@ -10,10 +10,17 @@ namespace torvex::catalogue {
 
 namespace {
 
-/// The codes that a byte has beside 0.
-constexpr std::size_t mostWords = 255;
-/// A word of fewer entries, one in so many, leaves few traces to be read.
-constexpr Xapian::doccount oneIn = 10;
+/// More would be terms and traces of much room for phrases that leave few traces to be read.
+constexpr std::size_t mostWords = 600;
+constexpr Xapian::doccount oneIn = 20;
+/// Codes of one byte: 1 to this. Higher ones have a second byte behind them.
+constexpr std::size_t shortCodes = 250;
+
+std::string codeAt(std::size_t place) {
+    if (place < shortCodes) return {static_cast<char>(place + 1)};
+    const std::size_t further = place - shortCodes;
+    return {static_cast<char>(shortCodes + 1 + further / 256), static_cast<char>(further % 256)};
+}
 
 /// Signs have terms for their pairs already.
 bool isPlainWord(const std::string& term) {
@@ -25,7 +32,7 @@ bool isPlainWord(const std::string& term) {
 
 FrequentWords::FrequentWords(std::vector<std::string> words) : words_(std::move(words)) {
     if (words_.size() > mostWords) words_.resize(mostWords);
-    for (const std::string& word : words_) codes_.emplace(word, static_cast<std::uint8_t>(codes_.size() + 1));
+    for (std::size_t place = 0; place < words_.size(); ++place) codes_.emplace(words_[place], codeAt(place));
 }
 
 FrequentWords FrequentWords::in(const Xapian::Database& database) {
@@ -61,13 +68,18 @@ bool FrequentWords::areSettledIn(const Xapian::Database& database) {
     return !database.get_metadata(std::string(metadata::frequentWords)).empty();
 }
 
-std::uint8_t FrequentWords::codeOf(const std::string& word) const {
+const std::string& FrequentWords::codeOf(const std::string& word) const {
+    static const std::string none;
     const auto found = codes_.find(word);
-    return found == codes_.end() ? 0 : found->second;
+    return found == codes_.end() ? none : found->second;
 }
 
-std::string FrequentWords::pairTerm(std::uint8_t first, std::uint8_t second) {
-    return {'P', static_cast<char>(first), static_cast<char>(second)};
+std::size_t FrequentWords::codeSize(char begin) {
+    return static_cast<unsigned char>(begin) <= shortCodes ? 1 : 2;
+}
+
+std::string FrequentWords::pairTerm(const std::string& first, const std::string& second) {
+    return "P" + first + second;
 }
 
 std::string FrequentWords::untoldTerm() {

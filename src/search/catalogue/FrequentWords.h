@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -9,9 +8,10 @@
 
 namespace torvex::catalogue {
 
-/// The words that so many texts have that reading the traces of all of them for a phrase takes long. Two of them
-/// that follow each other in a text are a term of it, of three bytes. Which words they are is settled once, by
-/// the first entries of a catalogue: another choice would ask for other terms.
+/// The words that so many texts have that reading the traces of all of them for a phrase takes long. Each has a
+/// code of one or two bytes, none of which begins another or with a NUL. Two of them that follow each other in a
+/// text are a term of it, and they are short in its trace. Which words they are is settled once, by the first
+/// entries of a catalogue: another choice would ask for other terms.
 class FrequentWords {
   public:
     /// None.
@@ -26,11 +26,13 @@ class FrequentWords {
     void storeIn(Xapian::WritableDatabase& database) const;
 
     bool areNone() const { return codes_.empty(); }
-    /// 0 for a word that isn't among them.
-    std::uint8_t codeOf(const std::string& word) const;
+    /// "" for a word that isn't among them.
+    const std::string& codeOf(const std::string& word) const;
 
-    /// Of two codes other than 0.
-    static std::string pairTerm(std::uint8_t first, std::uint8_t second);
+    /// How long the code is that begins so.
+    static std::size_t codeSize(char begin);
+    /// Of two codes.
+    static std::string pairTerm(const std::string& first, const std::string& second);
     /// What entries have that were put in before the words were known.
     static std::string untoldTerm();
 
@@ -38,7 +40,7 @@ class FrequentWords {
     explicit FrequentWords(std::vector<std::string> words);
 
     std::vector<std::string> words_;
-    std::unordered_map<std::string, std::uint8_t> codes_;
+    std::unordered_map<std::string, std::string> codes_;
 };
 
 }  // namespace torvex::catalogue

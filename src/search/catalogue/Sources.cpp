@@ -47,9 +47,77 @@ bool ValueSource::check(Xapian::docid id, double /*least*/) {
     return at_end() || (at_.get_docid() == id && holds(*at_));
 }
 
-bool PhraseSource::holds(const std::string& value) const {
-    for (std::size_t at = value.find(phrase_); at != std::string::npos; at = value.find(phrase_, at + 1)) {
+namespace {
+
+bool holdsPlain(const std::string& value, const std::string& trace) {
+    for (std::size_t at = value.find(trace); at != std::string::npos; at = value.find(trace, at + 1)) {
         if (at % traceSize == 0) return true;
+    }
+    return false;
+}
+
+std::size_t codedSize(char begin) {
+    return begin == '\0' ? 1 + traceSize : FrequentWords::codeSize(begin);
+}
+
+/// Words have one, two or four bytes there: where one begins is told from the beginning on.
+bool holdsCoded(const std::string& value, const std::string& trace) {
+    std::size_t word = 0;
+    for (std::size_t at = value.find(trace); at != std::string::npos; at = value.find(trace, at + 1)) {
+        while (word < at) word += codedSize(value[word]);
+        if (word == at) return true;
+    }
+    return false;
+}
+
+bool holds(const PhraseTrace& phrase, const std::string& value) {
+    return phrase.isCoded ? holdsCoded(value, phrase.trace) : holdsPlain(value, phrase.trace);
+}
+
+bool isOver(const Xapian::ValueIterator& values) {
+    return values == Xapian::ValueIterator();
+}
+
+}  // namespace
+
+PhraseSource::PhraseSource(std::vector<PhraseTrace> traces) : traces_(std::move(traces)) {}
+
+void PhraseSource::init(const Xapian::Database& database) {
+    values_.clear();
+    most_ = 0;
+    at_ = 0;
+    isAtEnd_ = false;
+    for (const PhraseTrace& phrase : traces_) {
+        values_.push_back(database.valuestream_begin(phrase.slot));
+        most_ += database.get_value_freq(phrase.slot);
+    }
+    most_ = std::min(most_, database.get_doccount());
+}
+
+void PhraseSource::next(double least) {
+    skip_to(at_ + 1, least);
+}
+
+void PhraseSource::skip_to(Xapian::docid id, double /*least*/) {
+    for (;; id = at_ + 1) {
+        std::size_t first = traces_.size();
+        for (std::size_t n = 0; n < traces_.size(); ++n) {
+            if (!isOver(values_[n])) values_[n].skip_to(id);
+            if (isOver(values_[n])) continue;
+            if (first == traces_.size() || values_[n].get_docid() < values_[first].get_docid()) first = n;
+        }
+        isAtEnd_ = first == traces_.size();
+        if (isAtEnd_) return;
+        at_ = values_[first].get_docid();
+        if (holds(traces_[first], *values_[first])) return;
+    }
+}
+
+bool PhraseSource::check(Xapian::docid id, double /*least*/) {
+    at_ = id;
+    for (std::size_t n = 0; n < traces_.size(); ++n) {
+        if (isOver(values_[n]) || !values_[n].check(id) || isOver(values_[n])) continue;
+        if (values_[n].get_docid() == id && holds(traces_[n], *values_[n])) return true;
     }
     return false;
 }

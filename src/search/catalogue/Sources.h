@@ -38,18 +38,37 @@ class ValueSource : public Xapian::PostingSource {
     bool hasBegun_ = false;
 };
 
-/// Those with these words one behind the other.
-class PhraseSource final : public ValueSource {
-  public:
-    /// `phrase` is the traces of its words.
-    PhraseSource(Xapian::valueno slot, std::string phrase) : ValueSource(slot), phrase_(std::move(phrase)) {}
-    PostingSource* clone() const override { return new PhraseSource(valueSlot(), phrase_); }
+/// The traces of the words of a phrase.
+struct PhraseTrace {
+    Xapian::valueno slot = 0;
+    std::string trace;
+    bool isCoded = false;  ///< as `codedTraceOf` makes them
+};
 
-  protected:
-    bool holds(const std::string& value) const override;
+/// Those with these words one behind the other, as any of the traces tells them: an entry has one of them. As
+/// other values, they belong beside terms that leave few entries.
+class PhraseSource final : public Xapian::PostingSource {
+  public:
+    explicit PhraseSource(std::vector<PhraseTrace> traces);
+    PostingSource* clone() const override { return new PhraseSource(traces_); }
+
+    Xapian::doccount get_termfreq_min() const override { return 0; }
+    Xapian::doccount get_termfreq_est() const override { return most_; }
+    Xapian::doccount get_termfreq_max() const override { return most_; }
+    Xapian::docid get_docid() const override { return at_; }
+    void next(double least) override;
+    void skip_to(Xapian::docid id, double least) override;
+    bool check(Xapian::docid id, double least) override;
+    bool at_end() const override { return isAtEnd_; }
+    void init(const Xapian::Database& database) override;
+    std::string get_description() const override { return "PhraseSource"; }
 
   private:
-    std::string phrase_;
+    std::vector<PhraseTrace> traces_;
+    std::vector<Xapian::ValueIterator> values_;  ///< for each of them
+    Xapian::doccount most_ = 0;
+    Xapian::docid at_ = 0;  ///< the last one that was looked at
+    bool isAtEnd_ = false;
 };
 
 /// Those whose file name matches one of the patterns, in which "*" stands for any characters and "?" for one.

@@ -41,21 +41,50 @@ class FieldWriter {
         if (!trace_.empty()) trace_.append(traceGap);
         Word before;
         for (WordReader reader(text); reader.next(); before = reader.word()) {
-            const Word& word = reader.word();
-            document_.add_term(termOf(field_.prefix, word.folded));
-            trace_ += traceOf(word.folded);
-            const bool isPair = word.isSign && before.isSign && before.end == word.begin;
-            if (isPair) document_.add_term(termOf(field_.prefix, pairOf(before.folded, word.folded)));
+            addWord(reader.word(), before);
+            trace_ += traceOf(reader.word().folded);
         }
     }
     void finish() {
         if (trace_.size() > traceSize) document_.add_value(field_.trace, trace_);
     }
 
+    /// The one text of a field, whose frequent words are told.
+    void addCoded(std::string_view text, const FrequentWords& frequent) {
+        std::size_t count = 0;
+        Word before;
+        std::string codeBefore;
+        for (WordReader reader(text); reader.next(); before = reader.word(), ++count) {
+            const std::string& word = reader.word().folded;
+            addWord(reader.word(), before);
+            trace_ += codedTraceOf(word, frequent);
+            const std::string& code = frequent.codeOf(word);
+            if (!codeBefore.empty() && !code.empty()) {
+                pairs_.push_back(FrequentWords::pairTerm(codeBefore, code));
+            }
+            codeBefore = code;
+        }
+        if (count > 1) document_.add_value(slot::codedTextTrace, trace_);
+        addPairs();
+    }
+
   private:
+    void addWord(const Word& word, const Word& before) {
+        document_.add_term(termOf(field_.prefix, word.folded));
+        const bool isPair = word.isSign && before.isSign && before.end == word.begin;
+        if (isPair) document_.add_term(termOf(field_.prefix, pairOf(before.folded, word.folded)));
+    }
+    /// Told apart from the words, as no word's weight is to depend on them.
+    void addPairs() {
+        std::sort(pairs_.begin(), pairs_.end());
+        pairs_.erase(std::unique(pairs_.begin(), pairs_.end()), pairs_.end());
+        for (const std::string& pair : pairs_) document_.add_boolean_term(pair);
+    }
+
     Xapian::Document& document_;
     Field field_;
     std::string trace_;
+    std::vector<std::string> pairs_;
 };
 
 void addText(Xapian::Document& document, const Field& field, std::string_view text) {
@@ -64,21 +93,12 @@ void addText(Xapian::Document& document, const Field& field, std::string_view te
     writer.finish();
 }
 
-/// Told apart from the text's words, as no word's weight is to depend on them.
-void addFrequentPairs(Xapian::Document& document, std::string_view text, const FrequentWords& frequent) {
-    if (frequent.areNone()) return document.add_boolean_term(FrequentWords::untoldTerm());
-    std::vector<std::uint16_t> pairs;
-    std::uint8_t before = 0;
-    for (WordReader reader(text); reader.next();) {
-        const std::uint8_t code = frequent.codeOf(reader.word().folded);
-        if (before != 0 && code != 0) pairs.push_back(static_cast<std::uint16_t>(before << 8 | code));
-        before = code;
-    }
-    std::sort(pairs.begin(), pairs.end());
-    pairs.erase(std::unique(pairs.begin(), pairs.end()), pairs.end());
-    for (const std::uint16_t pair : pairs) {
-        document.add_boolean_term(FrequentWords::pairTerm(static_cast<std::uint8_t>(pair >> 8),
-                                                          static_cast<std::uint8_t>(pair & 0xFF)));
+void addContents(Xapian::Document& document, std::string_view text, const FrequentWords& frequent) {
+    if (frequent.areNone()) {
+        addText(document, textField(), text);
+        document.add_boolean_term(FrequentWords::untoldTerm());
+    } else {
+        FieldWriter(document, textField()).addCoded(text, frequent);
     }
 }
 
@@ -169,6 +189,11 @@ std::string traceOf(std::string_view word) {
     return trace;
 }
 
+std::string codedTraceOf(const std::string& word, const FrequentWords& frequent) {
+    const std::string& code = frequent.codeOf(word);
+    return code.empty() ? '\0' + traceOf(word) : code;
+}
+
 std::string pairOf(std::string_view first, std::string_view second) {
     return std::string(first).append(second);
 }
@@ -182,8 +207,7 @@ Xapian::Document documentOf(const Entry& entry, std::string_view generation, con
     document.add_boolean_term(pathTerm(entry.path));
     addFolders(document, text::lower(entry.path));
     addName(document, entry);
-    addText(document, textField(), entry.reading.text);
-    addFrequentPairs(document, entry.reading.text, frequent);
+    addContents(document, entry.reading.text, frequent);
     addColumns(document, entry.reading.columns);
     document.add_value(slot::path, entry.path);
     document.add_value(slot::stamp, stampValue(entry.stamp, generation));

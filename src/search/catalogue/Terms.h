@@ -27,6 +27,7 @@ inline constexpr Xapian::valueno stamp = 1;
 inline constexpr Xapian::valueno fileName = 2;  ///< in small letters
 inline constexpr Xapian::valueno textTrace = 3;
 inline constexpr Xapian::valueno anyColumnTrace = 4;
+inline constexpr Xapian::valueno codedTextTrace = 5;  ///< in place of `textTrace`, see `codedTraceOf`
 }  // namespace slot
 
 /// What words are looked for in: a text, any column, one column.
@@ -56,6 +57,9 @@ std::string_view endingOf(std::string_view fileName);
 
 std::string traceOf(std::string_view word);
 inline constexpr std::size_t traceSize = 3;
+/// In the trace of a text that was put in when its frequent words were known: the code of such a word, or a NUL
+/// and the trace of another one.
+std::string codedTraceOf(const std::string& word, const FrequentWords& frequent);
 /// Divides the traces of columns, so that no phrase goes over their ends. No word has it.
 inline constexpr std::string_view traceGap{"\0\0\0", traceSize};
 

@@ -156,10 +156,8 @@ Terms Translation::phraseOf(const std::string& text, const Field& field) {
 Terms Translation::phrase(const std::vector<std::string>& words, const std::vector<bool>& joins,
                           const Field& field) {
     std::set<std::string> terms;
-    std::string traces;
     bool areSigns = true;
     for (std::size_t n = 0; n < words.size(); ++n) {
-        traces += traceOf(words[n]);
         if (n > 0) areSigns = areSigns && joins[n];
         const bool isInPair = joins[n] || (n + 1 < words.size() && joins[n + 1]);
         if (!isInPair) terms.insert(termOf(field.prefix, words[n]));
@@ -167,7 +165,8 @@ Terms Translation::phrase(const std::vector<std::string>& words, const std::vect
     }
     const Terms all(Terms::OP_AND, terms.begin(), terms.end());
     if (words.size() == 1 || (words.size() == 2 && areSigns)) return all;
-    const auto traced = [&] { return Terms((new PhraseSource(field.trace, traces))->release()); };
+    const std::vector<PhraseTrace> phrase = phraseTraces(words, field);
+    const auto traced = [&] { return Terms((new PhraseSource(phrase))->release()); };
     const std::vector<std::string> pairs = frequentPairs(words, field);
     if (pairs.empty()) return {Terms::OP_FILTER, all, traced()};
     const Terms told = termsOf(Terms::OP_AND, pairs);
@@ -176,16 +175,32 @@ Terms Translation::phrase(const std::vector<std::string>& words, const std::vect
     return {Terms::OP_FILTER, all, Terms(Terms::OP_OR, there, untold)};
 }
 
+const FrequentWords& Translation::frequent() {
+    if (!frequent_) frequent_ = FrequentWords::in(database_);
+    return *frequent_;
+}
+
+std::vector<PhraseTrace> Translation::phraseTraces(const std::vector<std::string>& words,
+                                                   const Field& field) {
+    std::string plain;
+    for (const std::string& word : words) plain += traceOf(word);
+    std::vector<PhraseTrace> traces{{field.trace, plain, false}};
+    if (field.trace != slot::textTrace || frequent().areNone()) return traces;
+    std::string coded;
+    for (const std::string& word : words) coded += codedTraceOf(word, frequent());
+    traces.insert(traces.begin(), {slot::codedTextTrace, coded, true});
+    return traces;
+}
+
 /// Entries with them are fewer still, and hold a phrase of two for certain.
 std::vector<std::string> Translation::frequentPairs(const std::vector<std::string>& words,
                                                     const Field& field) {
     if (field.trace != slot::textTrace) return {};
-    if (!frequent_) frequent_ = FrequentWords::in(database_);
     std::vector<std::string> terms;
     for (std::size_t n = 1; n < words.size(); ++n) {
-        const std::uint8_t first = frequent_->codeOf(words[n - 1]);
-        const std::uint8_t second = frequent_->codeOf(words[n]);
-        if (first != 0 && second != 0) terms.push_back(FrequentWords::pairTerm(first, second));
+        const std::string& first = frequent().codeOf(words[n - 1]);
+        const std::string& second = frequent().codeOf(words[n]);
+        if (!first.empty() && !second.empty()) terms.push_back(FrequentWords::pairTerm(first, second));
     }
     return terms;
 }

@@ -8,6 +8,7 @@
 #include <xapian.h>
 
 #include "search/catalogue/QueryText.h"
+#include "search/catalogue/Sources.h"
 #include "search/catalogue/Terms.h"
 
 namespace torvex::catalogue {
@@ -55,6 +56,8 @@ class Translation {
     Xapian::Query inField(const QueryNode& node, const Field& field);
     Xapian::Query phrase(const std::vector<std::string>& words, const std::vector<bool>& joins,
                          const Field& field);
+    const FrequentWords& frequent();
+    std::vector<PhraseTrace> phraseTraces(const std::vector<std::string>& words, const Field& field);
     std::vector<std::string> frequentPairs(const std::vector<std::string>& words, const Field& field);
     Xapian::Query phraseOf(const std::string& text, const Field& field);
     Xapian::Query beginning(const std::string& text, const Field& field);

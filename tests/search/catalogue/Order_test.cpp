@@ -17,10 +17,12 @@ using catalogue::FrequentWords;
 using catalogue::Hit;
 using catalogue::Reader;
 
-constexpr std::size_t entries = 1'500;
+constexpr std::size_t entries = 800;
 constexpr std::size_t plainly = std::size_t{1} << 30;
 
-/// Words with natural frequencies: the first one is in nearly every text.
+constexpr std::size_t vocabulary = 600;
+
+/// The first ones are in nearly every text, more of them in one of twenty than a byte has codes.
 std::string wordAt(std::size_t place) {
     static constexpr std::array<const char*, 3> endings = {"", "s", "ing"};
     return "w" + std::string(1, static_cast<char>('a' + place % 26)) + std::to_string(place) +
@@ -31,7 +33,7 @@ class Texts {
   public:
     Texts() {
         double sum = 0;
-        for (std::size_t n = 0; n < 400; ++n) sums_.push_back(sum += 1.0 / static_cast<double>(n + 1));
+        for (std::size_t n = 0; n < vocabulary; ++n) sums_.push_back(sum += 1.0 / static_cast<double>(n + 30));
     }
 
     std::string word() {
@@ -58,7 +60,7 @@ class TwoCataloguesTest : public testing::Test {
         for (std::size_t n = 0; n < entries; ++n) {
             const std::string path = "wwwroot/documents/ab/" + std::to_string(n % 7) + "/" +
                                      std::to_string(n) + (n % 3 == 0 ? ".pdf" : ".txt");
-            const std::string text = made_.words(made_.upTo(60));
+            const std::string text = made_.words(made_.upTo(120));
             catalogue::Columns columns{{std::string(catalogue::column::title), made_.words(made_.upTo(4))}};
             texts_.push_back(text);
             entries_.push_back({path, {text.size(), 0}, {text, "", std::move(columns)}});
@@ -106,6 +108,16 @@ class TwoCataloguesTest : public testing::Test {
         }
     }
 
+    /// Words that stand so in a text, or any.
+    std::string phrase(std::size_t count) {
+        const std::vector<catalogue::Word> all = catalogue::wordsOf(texts_[made_.upTo(entries) - 1]);
+        if (made_.upTo(4) == 1 || all.size() < count) return made_.words(count);
+        std::string found;
+        for (std::size_t n = 0, begin = made_.upTo(all.size() - count + 1) - 1; n < count; ++n)
+            found.append(n == 0 ? "" : " ").append(all[begin + n].folded);
+        return found;
+    }
+
     std::string randomQuery() {
         const auto wild = [this] { return made_.word().substr(0, 2 + made_.upTo(2)) + "*"; };
         switch (made_.upTo(9)) {
@@ -116,7 +128,7 @@ class TwoCataloguesTest : public testing::Test {
             case 3:
                 return "(@all " + made_.words(5, " OR ") + ") OR (@filename " + made_.word() + ")";
             case 4:
-                return "@all \"" + made_.words(1 + made_.upTo(3)) + "\"";
+                return "@all \"" + phrase(1 + made_.upTo(3)) + "\"";
             case 5:
                 return "@all " + wild();
             case 6:
@@ -124,9 +136,9 @@ class TwoCataloguesTest : public testing::Test {
             case 7:
                 return "(@all " + made_.words(2, " OR ") + ") AND #filename=*.pdf";
             case 8:
-                return "@all " + made_.word() + " AND NOT \"" + made_.words(2) + "\"";
+                return "@all " + made_.word() + " AND NOT \"" + phrase(2) + "\"";
             default:
-                return "@doctitle \"" + made_.words(2) + "\" OR @contents \"" + made_.words(2) + "\"";
+                return "@doctitle \"" + made_.words(2) + "\" OR @contents \"" + phrase(2) + "\"";
         }
     }
 
@@ -146,7 +158,7 @@ TEST_F(TwoCataloguesTest, FindTheSameInTheSameOrderWithTheSameRanks) {
     const Reader quick(quick_.path());
     const Reader plain(plain_.path());
     std::size_t found = 0;
-    for (int n = 0; n < 600; ++n) {
+    for (int n = 0; n < 250; ++n) {
         const auto query = asked(randomQuery());
         const auto all = plain.find(query, 0);
         ASSERT_TRUE(all.isAll);
@@ -189,18 +201,18 @@ TEST_F(TwoCataloguesTest, OrderByRankThenTitleThenPath) {
 TEST_F(TwoCataloguesTest, HoldAPhraseWhereItStands) {
     const Reader reader(quick_.path());
     std::size_t stood = 0;
-    for (int n = 0; n < 300; ++n) {
-        const std::string phrase = made_.words(1 + made_.upTo(3));
+    for (int n = 0; n < 150; ++n) {
+        const std::string sought = phrase(1 + made_.upTo(3));
         std::set<std::string> expected;
         for (std::size_t entry = 0; entry < entries; ++entry)
-            if (stands(phrase, texts_[entry])) expected.insert(entries_[entry].path);
-        const auto query = asked("@contents \"" + phrase + "\"");
+            if (stands(sought, texts_[entry])) expected.insert(entries_[entry].path);
+        const auto query = asked("@contents \"" + sought + "\"");
         const auto hits = reader.find(query, 0);
         const auto paths = reader.paths(query, hits.database, hits.hits);
-        EXPECT_EQ(std::set<std::string>(paths.begin(), paths.end()), expected) << phrase;
+        EXPECT_EQ(std::set<std::string>(paths.begin(), paths.end()), expected) << sought;
         stood += expected.size();
     }
-    EXPECT_GT(stood, 1'000U);
+    EXPECT_GT(stood, 100U);
 }
 
 TEST_F(TwoCataloguesTest, DifferInTheFrequentWordsAlone) {
@@ -209,9 +221,15 @@ TEST_F(TwoCataloguesTest, DifferInTheFrequentWordsAlone) {
     EXPECT_TRUE(FrequentWords::areSettledIn(quick));
     EXPECT_FALSE(FrequentWords::areSettledIn(plain));
     const FrequentWords frequent = FrequentWords::in(quick);
-    const auto first = frequent.codeOf(wordAt(0));
-    ASSERT_NE(first, 0);
-    EXPECT_EQ(frequent.codeOf(wordAt(399)), 0);
+    const std::string first = frequent.codeOf(wordAt(0));
+    ASSERT_EQ(first.size(), 1U);
+    const bool hasLong = [&] {
+        for (std::size_t n = 0; n < vocabulary; ++n)
+            if (frequent.codeOf(wordAt(n)).size() == 2) return true;
+        return false;
+    }();
+    EXPECT_TRUE(hasLong);
+    EXPECT_EQ(frequent.codeOf(wordAt(vocabulary - 1)), "");
     EXPECT_GT(quick.get_termfreq(FrequentWords::pairTerm(first, first)), 0U);
     EXPECT_EQ(plain.get_termfreq(FrequentWords::pairTerm(first, first)), 0U);
     // Those put in before, less those put in again.
@@ -229,13 +247,13 @@ TEST_F(CatalogueTest, FrequentWordsStayTheSame) {
         return FrequentWords::in(Xapian::Database(database())).codeOf(word);
     };
     for (const auto* name : {"1.txt", "2.txt"}) put(name, "old words");
-    EXPECT_EQ(code("old"), 0);
+    EXPECT_EQ(code("old"), "");
     put("3.txt", "old words");
-    const auto old = code("old");
-    EXPECT_NE(old, 0);
+    const std::string old = code("old");
+    EXPECT_NE(old, "");
     for (const auto* name : {"4.txt", "5.txt", "6.txt", "7.txt", "8.txt"}) put(name, "new words");
     EXPECT_EQ(code("old"), old);
-    EXPECT_EQ(code("new"), 0);
+    EXPECT_EQ(code("new"), "");
     EXPECT_EQ(find(query("\"old words\""))->size(), 3);
     EXPECT_EQ(find(query("\"new words\""))->size(), 5);
     EXPECT_EQ(find(query("\"words old\""))->size(), 0);
