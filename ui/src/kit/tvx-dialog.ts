@@ -28,6 +28,8 @@ export interface DialogOptions {
   stays?: boolean;
 }
 
+let opened = 0;
+
 /** A window over the interface. Opened by `dialog(...)`, which answers the name of the button that ended it, or "". */
 @customElement("tvx-dialog")
 export class TvxDialog extends TvxElement {
@@ -35,6 +37,8 @@ export class TvxDialog extends TvxElement {
   @state() busy = "";
   @state() fault = "";
   private answer = "";
+  /** A dialog may open another one. */
+  private readonly titleId = `dialog-title-${++opened}`;
   readonly closed: Promise<string>;
   private settle!: (answer: string) => void;
   private readonly opener = document.activeElement as HTMLElement | null;
@@ -110,9 +114,9 @@ export class TvxDialog extends TvxElement {
   protected override render() {
     const { title, body, wide, stays } = this.options;
     return html`
-      <dialog class=${wide ? "wide" : ""} aria-labelledby="dialog-title" @close=${this.ended} @cancel=${this.cancelled} @keydown=${this.key}>
+      <dialog class=${wide ? "wide" : ""} aria-labelledby=${this.titleId} @close=${this.ended} @cancel=${this.cancelled} @keydown=${this.key}>
         <div class="dialog-head">
-          <h2 id="dialog-title">${title}</h2>
+          <h2 id=${this.titleId}>${title}</h2>
           ${stays ? nothing : html`<button class="button quiet icon-only" aria-label=${t(L.close)} @click=${() => this.close()}>${icon("x")}</button>`}
         </div>
         <div class="dialog-body">${body(this)}</div>
