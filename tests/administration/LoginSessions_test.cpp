@@ -164,6 +164,28 @@ TEST_P(LoginSessions, SaOwnsItsLoginInEverySession) {
     EXPECT_TRUE(manager().getLoginState());
 }
 
+TEST_P(LoginSessions, ANewPasswordEndsNoSession) {
+    EXPECT_EQ(manager().saveLogin(21, anna, "anna", "Another", "Anna Author", ""), "7");
+    EXPECT_EQ(stored(anna), encodePassword("Another"));
+    EXPECT_EQ(holder(anna), "session-a|10.0.0.1|aa.en|aa.en|20260615|12:00");
+    EXPECT_TRUE(nextRequest().getLoginState());
+}
+
+TEST_P(LoginSessions, NeitherAnEndNorANewPasswordEndsASessionOfSa) {
+    author(1, "sa", "Secret", "System Administrator");
+    ASSERT_EQ(comeFrom("10.0.0.8", "session-s").login("sa", "Secret"), 0);
+    nextRequest().endLogin(1);
+    EXPECT_EQ(cell("select sessionId from TORVEX_LOGINS where loginId = 1"), "");
+    EXPECT_TRUE(nextRequest().getLoginState());
+    EXPECT_EQ(nextRequest().saveLogin(21, 1, "sa", "Another", "System Administrator", ""), "1");
+    EXPECT_TRUE(nextRequest().getLoginState());
+    EXPECT_EQ(manager().loginId(), 1);
+    EXPECT_FALSE(host.session.isAbandoned());
+    EXPECT_EQ(comeFrom("10.0.0.9", "session-t").login("sa", "Secret"), 1);
+    EXPECT_EQ(nextRequest().login("sa", "Another"), 0);
+    EXPECT_EQ(cell("select sessionId from TORVEX_LOGINS where loginId = 1"), "session-t");
+}
+
 TEST_P(LoginSessions, WhatCantBeFoundOutIsFalse) {
     drop("TORVEX_LOGINS");
     EXPECT_FALSE(manager().getLoginState(anna));
