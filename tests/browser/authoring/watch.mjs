@@ -3,7 +3,7 @@
 /** Waits in the page for the next event of a kind, there or in its frame, and then for what `seen` looks for. */
 function watchIn(page, { event, seen }) {
   return page.evaluate(({ event, seen }) => {
-    const isSeen = new Function(`return (${seen})(document)`);
+    const isSeen = new Function(`return (${seen})()`);
     const documents = [document, ...[...document.querySelectorAll("iframe")].flatMap((frame) => frame.contentDocument ?? [])];
     window.watched = new Promise((resolve) => {
       let from = 0;
@@ -51,6 +51,17 @@ export async function heapOf(page) {
     const counters = await devtools.send("Memory.getDOMCounters");
     return { used: usedSize, ...counters };
   };
+}
+
+/** Opens a page as a link of the interface does, without loading the interface anew. */
+export async function openById(page, pageId) {
+  await page.evaluate((id) => {
+    const link = Object.assign(document.createElement("a"), { href: `/torvex/page.asp?pageId=${id}` });
+    document.body.append(link);
+    link.click();
+    link.remove();
+  }, pageId);
+  await page.waitForFunction((id) => document.querySelector("tvx-page-frame")?.pageId === id && document.querySelector(".frame-stage")?.getAttribute("aria-busy") === "false", pageId, { polling: 50 });
 }
 
 export const median = (values) => [...values].sort((a, b) => a - b)[Math.floor(values.length / 2)];
