@@ -157,12 +157,12 @@ TEST_F(XmlWorkersTest, ManyThreadsShareTheWorkers) {
 }
 
 TEST_F(XmlWorkersTest, CancellingEndsWhatIsAtWork) {
+    workers();
     std::thread canceller([&] {
         std::this_thread::sleep_for(200ms);
         workers().cancel();
     });
     const auto begin = Deadline::Clock::now();
-    workers();
     EXPECT_THAT(run(busy(), busyData()), testing::StartsWith("error: "));
     EXPECT_LT(Deadline::Clock::now() - begin, 1500ms);
     EXPECT_EQ(run(rootSheet("x")), "error: the server is about to end");
