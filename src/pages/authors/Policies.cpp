@@ -12,12 +12,11 @@ namespace torvex {
 namespace {
 
 constexpr const char* policy = "Content-Security-Policy";
-constexpr const char* reported = "Content-Security-Policy-Report-Only";
 constexpr const char* framing = "X-Frame-Options";
 constexpr const char* openerPolicy = "Cross-Origin-Opener-Policy";
 
-/// Who in the interface may make HTML of texts: what draws elements, and the editor.
-constexpr std::string_view makersOfTrustedTypes = "lit-html ProseMirrorClipboard torvex-editor";
+/// Who in the interface may make HTML of texts: what draws its elements, and the library below its editor.
+constexpr std::string_view makersOfTrustedTypes = "lit-html ProseMirrorClipboard";
 
 }  // namespace
 
@@ -46,11 +45,9 @@ void addShellPolicy(HostContext& host, std::string_view nonce) {
                             fmt::format("default-src 'none'; script-src 'self'; style-src 'self' 'nonce-{}'; "
                                         "img-src 'self' data: blob:; font-src 'self'; connect-src 'self'; "
                                         "frame-src {}/torvex/view.asp; form-action 'self'; base-uri 'none'; "
-                                        "frame-ancestors 'none'; report-uri {}",
-                                        nonce, originOf(host), policyReportPath));
-    host.response.addHeader(reported,
-                            fmt::format("require-trusted-types-for 'script'; trusted-types {}; report-uri {}",
-                                        makersOfTrustedTypes, policyReportPath));
+                                        "frame-ancestors 'none'; require-trusted-types-for 'script'; "
+                                        "trusted-types {}; report-uri {}",
+                                        nonce, originOf(host), makersOfTrustedTypes, policyReportPath));
     host.response.addHeader(openerPolicy, "same-origin");
     host.response.addHeader(framing, "DENY");
 }

@@ -12,7 +12,8 @@ const origin = "http://127.0.0.1:1";
 const types = { js: "text/javascript", css: "text/css", svg: "image/svg+xml" };
 
 const policy = "default-src 'none'; script-src 'self'; style-src 'self' 'nonce-N'; img-src 'self' data: blob:; font-src 'self'; " +
-  `connect-src 'self'; frame-src ${origin}/torvex/view.asp; form-action 'self'; base-uri 'none'; frame-ancestors 'none'`;
+  `connect-src 'self'; frame-src ${origin}/torvex/view.asp; form-action 'self'; base-uri 'none'; frame-ancestors 'none'; ` +
+  "require-trusted-types-for 'script'; trusted-types lit-html ProseMirrorClipboard";
 
 export function words(lang) {
   const place = lang === "de" ? 3 : 2;

@@ -99,6 +99,21 @@ describe("the view of a page", () => {
     assert.match(await frame.locator("main").innerText(), /There is no such page/);
   });
 
+  test("stands in an interface that makes no HTML of texts, but where its libraries do", async () => {
+    await page.goto(`${site.address}/torvex/`);
+    await page.getByRole("banner").waitFor();
+    const tried = await page.evaluate(() => ["innerHTML", "another policy"].map((what) => {
+      try {
+        if (what === "innerHTML") document.createElement("div").innerHTML = "<b>x</b>";
+        else window.trustedTypes.createPolicy("another", { createHTML: (text) => text });
+        return "made";
+      } catch (error) {
+        return error.name;
+      }
+    }));
+    assert.deepEqual(tried, ["TypeError", "TypeError"]);
+  });
+
   test("is nobody's who isn't logged in", async () => {
     const other = await site.browser.newContext();
     const answer = await other.request.get(`${site.address}/torvex/view.asp?pageId=${pageId}&mode=D`, { headers: { "Sec-Fetch-Dest": "iframe" } });

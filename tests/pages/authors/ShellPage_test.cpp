@@ -82,8 +82,15 @@ TEST_P(ShellPage, RunsScriptsOfThisServerAndFramesTheViewAlone) {
                                 HasSubstr("frame-ancestors 'none'"), Not(HasSubstr("unsafe"))));
     EXPECT_EQ(header(host, "Cross-Origin-Opener-Policy"), "same-origin");
     EXPECT_EQ(header(host, "X-Frame-Options"), "DENY");
-    EXPECT_THAT(header(host, "Content-Security-Policy-Report-Only"),
-                HasSubstr("require-trusted-types-for 'script'"));
+}
+
+TEST_P(ShellPage, LetsNobodyMakeHtmlOfTextsButItsLibraries) {
+    logInAnna();
+    open();
+    EXPECT_THAT(
+        policy(),
+        HasSubstr("; require-trusted-types-for 'script'; trusted-types lit-html ProseMirrorClipboard;"));
+    EXPECT_THAT(policy(), Not(HasSubstr("allow-duplicates")));
 }
 
 TEST_P(ShellPage, EachDocumentHasANonceOfItsOwn) {
