@@ -14,6 +14,8 @@ export interface LocalDraft {
   nodeId: string;
   title: string;
   moment: string;
+  /** What was last sent to the server of it. */
+  sent?: string;
 }
 
 const name = "torvex";

@@ -45,6 +45,7 @@ export class DraftKeeper {
   private sending: Promise<unknown> = Promise.resolve();
   private dropped = false;
   private waits = false;
+  private sent = "";
   private readonly onHide = () => this.hide();
 
   constructor(
@@ -123,6 +124,7 @@ export class DraftKeeper {
       html: this.read(),
       base: this.base,
       moment: new Date().toISOString(),
+      sent: this.sent,
     };
   }
 
@@ -145,6 +147,7 @@ export class DraftKeeper {
     if (!draft) return;
     if (connection.state !== "online") return this.tryAgain();
     const { pageId, bodyId, html, base } = draft;
+    this.sent = html;
     const sent = call("desk.saveDraft", { pageIdent: String(pageId), bodyId, html, base }, { background: true });
     this.sending = sent;
     try {
@@ -188,23 +191,26 @@ async function fromServer(pageIdent: string): Promise<Draft[]> {
   return rows.map(({ siteId, ...row }) => ({ ...row, site: siteId, where: "server" as const }));
 }
 
-async function fromHere(pageId: number): Promise<Draft[]> {
+async function fromHere(pageId: number): Promise<(Draft & local.LocalDraft)[]> {
   const drafts = await local.all(me());
   return drafts
     .filter((draft) => !pageId || draft.pageId === pageId)
     .map((draft) => ({ ...draft, where: "here" as const }));
 }
 
-const place = ({ pageId, bodyId, html }: Draft) => `${pageId}.${bodyId}.${html}`;
+const place = ({ pageId, bodyId }: Draft, html: string) => `${pageId}.${bodyId}.${html}`;
 
-/** What isn't saved of a page, or of all pages; the same text at both places counts once. */
+/**
+ * What isn't saved of a page, or of all pages; the same text at both places counts once. What was sent from here and
+ * went on here is older, whatever the clock of the server says.
+ */
 export async function draftsOf(pageId = 0): Promise<Draft[]> {
   const [here, there] = await Promise.all([
     fromHere(pageId).catch(() => []),
     fromServer(pageId ? String(pageId) : "").catch(() => []),
   ]);
-  const known = new Set(here.map(place));
-  return [...here, ...there.filter((draft) => !known.has(place(draft)))];
+  const known = new Set(here.flatMap((draft) => [place(draft, draft.html), place(draft, draft.sent ?? draft.html)]));
+  return [...here, ...there.filter((draft) => !known.has(place(draft, draft.html)))];
 }
 
 /** What this browser keeps of a body. */
