@@ -2,6 +2,7 @@ import assert from "node:assert/strict";
 import { describe, test } from "node:test";
 import { findingsOfAxe } from "../support.mjs";
 import { aBrowser, grid, openShell, record, refusal } from "./fake.mjs";
+import { until } from "./support.mjs";
 
 const workNames = ["pageId", "siteId", "lang", "nodeId", "title", "liveTitle", "pageType", "state", "editor", "since", "holder", "holderSince"];
 const workRow = (pageId, title, state = "changed") =>
@@ -133,17 +134,20 @@ describe("the search over everything", () => {
   });
 
   test("never shows what an earlier word found", async () => {
+    let answerSlow;
     const slow = async ({ words }) => {
-      if (words === "slow") await new Promise((resolve) => setTimeout(resolve, 500));
+      if (words === "slow") await new Promise((resolve) => { answerSlow = resolve; });
       return grid(names, [["page", words.length, "bg", "en", "", `Found by ${words}`, "", "", true, ""]]);
     };
     const { page, context } = await openShell(chromium.browser, { api: { "desk/find": slow } });
     await page.keyboard.press("Control+k");
     await page.keyboard.type("slow");
-    await page.waitForTimeout(150);
+    await until(() => answerSlow);
     await page.keyboard.type("er");
-    await page.getByRole("option", { name: /Found by slower/ }).waitFor();
-    await page.waitForTimeout(600);
+    await page.getByRole("option", { name: "Found by slower", exact: true }).waitFor();
+    answerSlow();
+    await page.keyboard.type("s");
+    await page.getByRole("option", { name: "Found by slowers" }).waitFor();
     assert.equal(await page.getByRole("option", { name: "Found by slow", exact: true }).count(), 0);
     await context.close();
   });
@@ -379,8 +383,8 @@ describe("the frame", () => {
     const { page, sent, context } = await openShell(chromium.browser, { api: { "desk/pulse": pulse, "cManager/checkIn": () => "M000" } });
     await page.getByText('Heide Lorenz asks for "Visit", which you have checked out.').waitFor();
     await page.getByRole("button", { name: "Check in" }).last().click();
-    await page.waitForTimeout(200);
-    assert.deepEqual(sent.find(({ name }) => name === "cManager/checkIn").args, { pageIdent: "2" });
+    const checkedIn = await until(() => sent.find(({ name }) => name === "cManager/checkIn"));
+    assert.deepEqual(checkedIn.args, { pageIdent: "2" });
     await context.close();
   });
 

@@ -172,6 +172,22 @@ describe("what an author types is never lost", () => {
     await close();
   });
 
+  test("when the clock of the server is ahead of hers", async () => {
+    const { page, context, close } = await typesIn(site, " früher");
+    await untilRow(site, "select html from TORVEX_DRAFTS where html like '%früher%'");
+    await page.keyboard.type(" später");
+    await keptHere(page, "früher später");
+    await page.close();
+    site.sql("update TORVEX_DRAFTS set moment = '20991231235959' where html like '%früher%' and html not like '%später%'");
+    const again = await context.newPage();
+    await again.goto(`${site.address}/torvex/page.asp?pageId=11`);
+    await again.locator(".draft-notice").getByRole("button", { name: "Keep it" }).click();
+    await edited(again).getByText("früher später").waitFor();
+    await save(again);
+    assert.match(bodyOf(site, 11, 3), /früher später/);
+    await close();
+  });
+
   test("when another author saved meanwhile", async () => {
     const { page, close } = await typesIn(site, " zehn");
     await untilTaken(site);

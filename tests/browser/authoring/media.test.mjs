@@ -3,6 +3,7 @@ import assert from "node:assert/strict";
 import { describe, test } from "node:test";
 import { deflateSync } from "node:zlib";
 import { servedAuthors } from "./door.mjs";
+import { until } from "./support.mjs";
 import { assertAccessible, workAs } from "./workplace.mjs";
 
 const crcTable = Array.from({ length: 256 }, (_, n) => {
@@ -90,10 +91,15 @@ describe("the media library", () => {
     await work.go("/torvex/images.asp?folder=001");
     await page.locator("tvx-media h1").waitFor();
     let broken = true;
-    await page.route("**/torvex/api/uploads/**", (route) => (broken && route.request().method() === "PATCH" ? route.abort() : route.fallback()));
+    let tries = 0;
+    await page.route("**/torvex/api/uploads/**", (route) => {
+      if (!broken || route.request().method() !== "PATCH") return route.fallback();
+      ++tries;
+      return route.abort();
+    });
     await page.locator("tvx-media input[type=file]").setInputFiles([photo("pond.png")]);
     await page.locator(".upload.running").waitFor();
-    await page.waitForTimeout(1500);
+    await until(() => tries > 1);
     broken = false;
     await page.getByText("1 of 1 is there").waitFor({ timeout: 20000 });
     await work.close();

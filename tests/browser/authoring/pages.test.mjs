@@ -250,14 +250,14 @@ describe("screens of pages", () => {
       for (const [name, path, there] of screens) {
         await work.go(path);
         await work.page.locator(there).first().waitFor({ state: "attached" });
-        await work.page.waitForTimeout(400);
+        await work.rest();
         await assertAccessible(work.page, name);
       }
       for (const panel of ["Setup", "Status", "History"]) {
         if (width < 900) break;
         await work.openPage(paperGardens);
         await work.page.getByRole("tab", { name: panel, exact: true }).click();
-        await work.page.waitForTimeout(400);
+        await work.rest();
         await assertAccessible(work.page, panel);
       }
       assert.deepEqual(work.faults, []);

@@ -32,10 +32,17 @@ export async function openPage(page, name) {
   await page.getByRole("main").getByRole("button", { name: /^(Edit|Check in|Approve|Publish|Bearbeiten|Einchecken)/ }).first().waitFor();
 }
 
-// The browser tells the editor of a moved cursor a moment later: waits until the editor is where the cursor is.
+// The browser tells the editor of a moved cursor a moment later: waits until the editor has the keyboard and is where
+// the cursor is.
 export const followed = (page) => page.waitForFunction(() => {
   const { view } = document.querySelector("tvx-page-frame").editing?.editor ?? {};
-  return view?.hasFocus() && view.domObserver.currentSelection.eq(view.domSelectionRange());
+  return view?.hasFocus() && view.dom.ownerDocument.hasFocus() && view.domObserver.currentSelection.eq(view.domSelectionRange());
+});
+
+const isAtEnd = (page) => page.evaluate(() => {
+  const { $head } = document.querySelector("tvx-page-frame").editing.state.selection;
+  const lasts = Array.from({ length: $head.depth }, (_, depth) => $head.index(depth) === $head.node(depth).childCount - 1);
+  return lasts.every(Boolean) && $head.parentOffset === $head.parent.content.size;
 });
 
 // Keys that move the cursor of the editor.
@@ -46,7 +53,14 @@ export async function move(page, ...keys) {
   }
 }
 
-export const toEnd = (page) => move(page, "Control+End");
+// To the end of the body, where a rule or a picture may stand last.
+export async function toEnd(page) {
+  await followed(page);
+  for (let tries = 0; tries < 5; ++tries) {
+    await move(page, "Control+End");
+    if (await isAtEnd(page)) return;
+  }
+}
 
 // Chooses a word of the body that is being edited.
 export async function chooseWord(page, word) {
@@ -77,15 +91,18 @@ export const keptHere = (page, text) => page.waitForFunction(async (wanted) => {
   return drafts.some(({ html }) => html.includes(wanted));
 }, text);
 
-// Waits until the database has a row for the statement.
-export async function untilRow(site, statement, seconds = 15) {
+// Asks until there is an answer.
+export async function until(ask, seconds = 15) {
   for (const end = Date.now() + seconds * 1000; Date.now() < end; ) {
-    const [row] = site.query(statement);
-    if (row) return row;
+    const answer = await ask();
+    if (answer) return answer;
     await new Promise((resolve) => setTimeout(resolve, 50));
   }
-  throw new Error(`no row: ${statement}`);
+  throw new Error(`waited in vain: ${ask}`);
 }
+
+// Waits until the database has a row for the statement.
+export const untilRow = (site, statement) => until(() => site.query(statement)[0]);
 
 // What axe finds in the interface: the page in the frame is its author's.
 export const findings = (page) => findingsOfAxe(page, { exclude: [["iframe"]] });

@@ -31,6 +31,8 @@ export async function workAs(site, name, { width = 1280, height = 800, dark = fa
     },
     dialog: page.getByRole("dialog"),
     heading: page.locator("tvx-page-view .page-head"),
+    // Until nothing is being fetched.
+    rest: () => page.waitForFunction(() => !document.querySelector("[aria-busy=true], .skeleton")),
     says: (text) => page.getByRole("log").getByText(text).first().waitFor(),
     close: () => context.close(),
   };
