@@ -40,8 +40,4 @@ Entry unpackEntry(std::string_view bytes) {
     return entry;
 }
 
-std::string unpackPath(std::string_view bytes) {
-    return std::string(Unpacking(bytes).text());
-}
-
 }  // namespace torvex::catalogue

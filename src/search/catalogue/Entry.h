@@ -33,7 +33,5 @@ bool isSnapshot(std::string_view path);
 std::string pack(const Entry& entry);
 /// Throws `Error` for what isn't one.
 Entry unpackEntry(std::string_view bytes);
-/// Its path alone.
-std::string unpackPath(std::string_view bytes);
 
 }  // namespace torvex::catalogue

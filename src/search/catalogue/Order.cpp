@@ -57,31 +57,29 @@ void Order::setFor(Xapian::Enquire& enquire, Xapian::MultiValueKeyMaker& maker) 
 
 int Order::compare(const Item& a, const Item& b, std::size_t keys) const {
     for (std::size_t n = 0; n < keys; ++n) {
-        const int difference = keys_[n].isRank ? a.hit.rank - b.hit.rank : a.keys[n].compare(b.keys[n]);
+        const int difference = keys_[n].isRank ? a.hit.rank - b.hit.rank : key(a, n).compare(key(b, n));
         if (difference != 0) return keys_[n].isFalling ? -difference : difference;
     }
     return 0;
 }
 
-void Order::readKeys(Item& item) const {
-    if (!item.keys.empty()) return;
-    const Xapian::Document document = item.found.get_document();
-    for (const Key& key : keys_) item.keys.push_back(key.isRank ? "" : document.get_value(key.slot));
+/// Most differ in the first one: the others are read where they are asked for.
+const std::string& Order::key(const Item& item, std::size_t n) const {
+    if (item.keys.empty()) item.keys.resize(keys_.size());
+    std::optional<std::string>& value = item.keys[n];
+    if (!value) value = item.found.get_document().get_value(keys_[n].slot);
+    return *value;
 }
 
 /// Those alike in what the database has sorted by come together already.
 void Order::sort(std::vector<Item>& items) const {
     const std::size_t sorted = beginsWithRank() ? 1 : leading_;
     if (sorted == keys_.size()) return;
-    if (!beginsWithRank()) {
-        for (Item& item : items) readKeys(item);
-    }
     for (auto begin = items.begin(); begin != items.end();) {
         const auto end = std::find_if(begin, items.end(), [&, &first = *begin](const Item& item) {
             return compare(first, item, sorted) != 0;
         });
         if (end - begin > 1) {
-            std::for_each(begin, end, [this](Item& item) { readKeys(item); });
             std::sort(begin, end,
                       [this](const Item& a, const Item& b) { return compare(a, b, keys_.size()) < 0; });
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 #include <xapian.h>
@@ -27,13 +28,13 @@ class Order {
     struct Item {
         Hit hit;
         Xapian::MSetIterator found;
-        std::vector<std::string> keys;
+        mutable std::vector<std::optional<std::string>> keys;  ///< those that were needed
     };
 
     bool beginsWithRank() const { return !keys_.empty() && keys_.front().isRank; }
     void setFor(Xapian::Enquire& enquire, Xapian::MultiValueKeyMaker& maker) const;
     int compare(const Item& a, const Item& b, std::size_t keys) const;
-    void readKeys(Item& item) const;
+    const std::string& key(const Item& item, std::size_t n) const;
     void sort(std::vector<Item>& items) const;
 
     std::vector<Key> keys_;

@@ -191,7 +191,7 @@ std::vector<std::string> Reader::paths(const Query& /*query*/, const std::string
         if (identityOf(database) != databaseName) return;
         for (std::size_t i = 0; i < hits.size(); ++i) {
             try {
-                paths[i] = unpackPath(database.get_document(hits[i].id).get_data());
+                paths[i] = database.get_document(hits[i].id).get_value(slot::path);
             } catch (const Xapian::DocNotFoundError&) {
             }
         }
