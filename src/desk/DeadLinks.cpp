@@ -24,7 +24,8 @@ constexpr std::size_t deadLinkColumns = 7;
 
 // Targets are far fewer than links, and those that may be dead are few of them: they are found first, and then what
 // leads to them. These are written as cross joins, since SQLite takes the tables of one in their order. A folder is
-// never on line itself.
+// never on line itself. Of pages that are switched off it is said twice: once as the index has it, and once so that
+// PostgreSQL knows how few they are.
 
 constexpr std::string_view toPages =
     "select k.pageId, d.nodeId, d.title, k.bodyId, k.linkPage as target, "
@@ -32,7 +33,8 @@ constexpr std::string_view toPages =
     "else 'offline' end "
     "as reason "
     "from (select linkPage from TORVEX_MISSING_PAGES "
-    "union select pageId from TORVEX_PAGES_LIVE where coalesce(online, 0) <> 1 "
+    "union select pageId from TORVEX_PAGES_LIVE "
+    "where coalesce(online, 0) <> 1 and (online is null or online <> 1) "
     "union select pageId from TORVEX_PAGES_LIVE where onlineFrom > ? "
     "union select pageId from TORVEX_PAGES_LIVE where onlineTo > '' and onlineTo < ?) x "
     "left outer join TORVEX_PAGES_DESIGN t on t.pageId = x.linkPage "
