@@ -353,7 +353,7 @@ const started = Date.now();
 try {
   await firstLoads();
   const { page, context } = await workAt("iris", "/torvex/");
-  for (const part of [finding, branches, correcting, approving, making, picturing, typing]) await part(page);
+  for (const part of [finding, branches, typing, correcting, approving, making, picturing]) await part(page);
   await context.close();
   await heaping();
 } finally {
