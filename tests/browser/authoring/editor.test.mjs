@@ -246,6 +246,38 @@ describe("a body is edited on its page", () => {
     assert.match(stored(21, 2), /See <a href="page\(9\)">Alpine garden<\/a>/);
   });
 
+  test("a link is chosen in the tree of a website, or among the documents of a folder", async () => {
+    await open(21);
+    await edit(2);
+    await page.keyboard.type("In ");
+    await page.keyboard.press("Control+l");
+    const dialog = page.getByRole("dialog");
+    await dialog.getByRole("button", { name: "In the tree" }).click();
+    await dialog.getByRole("treeitem", { name: "The garden", exact: true }).first().waitFor();
+    assert.deepEqual(await findingsOfAxe(page, "tvx-dialog"), []);
+    await dialog.getByLabel("Website").selectOption("bg.de");
+    await dialog.getByRole("treeitem", { name: "Programm", exact: true }).click();
+    await dialog.getByRole("option", { name: /Programm/ }).waitFor();
+    await page.keyboard.press("Control+Enter");
+    await dialog.waitFor({ state: "detached" });
+    await followed(page);
+    await save();
+    const german = site.query("select pageId from TORVEX_PAGES_DESIGN where lang = 'de' and site = 'bg' and title = 'Programm'")[0].pageId;
+    assert.match(stored(21, 2), new RegExp(`In <a href="page\\(${german}\\)" target="_blank"[^>]*>Programm</a>`));
+    await page.keyboard.type(" or ");
+    await followed(page);
+    await page.keyboard.press("Control+l");
+    await dialog.getByRole("button", { name: "Documents" }).click();
+    const [{ doc_filename: file, doc_fldId: folder, doc_title: title }] = site.query("select doc_filename, doc_fldId, doc_title from TORVEX_DOCUMENTS where doc_site = 'bg' order by docId");
+    await dialog.getByLabel("Folder").selectOption(folder ?? "");
+    await dialog.getByRole("option", { name: title }).click();
+    assert.deepEqual(await findingsOfAxe(page, "tvx-dialog"), []);
+    await page.keyboard.press("Control+Enter");
+    await dialog.waitFor({ state: "detached" });
+    await save();
+    assert.ok(stored(21, 2).includes(`<a href="file(${file})"`), stored(21, 2));
+  });
+
   test("a picture that is dropped into the text is uploaded, described and shown", async () => {
     const pixel = "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9QDwADhgGAWjR9awAAAABJRU5ErkJggg==";
     await open(21);

@@ -85,6 +85,43 @@ describe("the media library", () => {
     await work.close();
   });
 
+  test("a file gets another content under its name, and keeps its title", async () => {
+    const work = await workAs(site, "iris");
+    const { page } = work;
+    const [{ img_size: before, img_title: title, img_fldId: folder }] = site.query("select img_size, img_title, img_fldId from TORVEX_IMAGES where img_filename like '%walk_1.png'");
+    await work.go(`/torvex/images.asp?folder=${folder}`);
+    await page.locator(".media-tile", { hasText: title }).first().click();
+    await work.dialog.getByLabel("Replace...").setInputFiles({ name: "other.png", mimeType: "image/png", buffer: png(96, 200) });
+    await work.dialog.waitFor({ state: "detached" });
+    await page.getByText("1 of 1 is there").waitFor();
+    const [after] = site.query("select img_size, img_title from TORVEX_IMAGES where img_filename like '%walk_1.png'");
+    assert.notEqual(after.img_size, before);
+    assert.equal(after.img_title, title);
+    await work.close();
+  });
+
+  test("files go into another folder, and pages that show them follow", async () => {
+    const work = await workAs(site, "iris");
+    const { page } = work;
+    const [{ img_filename: from, img_title: title }] = site.query("select img_filename, img_title from TORVEX_IMAGES where img_filename like '%walk_2.png'");
+    const [{ fld_id: to }] = site.query("select fld_id from TORVEX_IMAGES_FOLDERS where fld_site = 'bg' and fld_name = 'Press'");
+    site.call("cManager.saveBody", "pageIdent=12", "bodyId=3", `bodyContent=<p><img src="/images/bg/${from}" alt=""></p>`, "--login", "basil");
+    await work.go(`/torvex/images.asp?folder=${from.split("/").slice(0, -1).join("")}`);
+    await page.locator(".media-tile", { hasText: title }).first().click({ modifiers: ["Control"] });
+    await page.getByRole("button", { name: "Move to..." }).click();
+    await work.dialog.getByRole("treeitem", { name: /Autumn walk/ }).getByText("here already").waitFor();
+    await assertAccessible(page, "moving a file");
+    await work.dialog.getByRole("treeitem", { name: /Press/ }).click();
+    await work.dialog.getByRole("button", { name: "Move here" }).click();
+    await work.says("1 file is moved.");
+    const path = `${to.match(/.../g).join("/")}/walk_2.png`;
+    assert.equal(site.query("select img_title from TORVEX_IMAGES where img_filename = '" + path + "'").length, 1);
+    assert.match(site.query("select bodyText from TORVEX_BODIES_DESIGN where pageId = 12 and bodyId = 3")[0].bodyText, new RegExp(`src="/images/bg/${path}"`));
+    assert.equal((await fetch(`${site.address}/images/bg/${path}`)).status, 200);
+    assert.deepEqual(work.faults, []);
+    await work.close();
+  });
+
   test("the line breaks in the middle: the upload says so, and goes on where it stopped", async () => {
     const work = await workAs(site, "iris");
     const { page } = work;
