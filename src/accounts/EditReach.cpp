@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "accounts/Actor.h"
+#include "accounts/EditScope.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
@@ -15,34 +16,18 @@ constexpr std::string_view selectRights =
     "select site, lang, onOff, move, publish, approve, edit, scope from TORVEX_ROLES_LOGINS a "
     "inner join TORVEX_EDIT_RIGHTS b on a.roleId = b.roleId where a.loginId = ?";
 
-/// A scope that is written out as this word is none.
-constexpr std::string_view everywhere = "ALL";
-
 bool givesAny(const db::Rows& row, std::span<const EditTask> tasks) {
     return std::any_of(tasks.begin(), tasks.end(),
                        [&](EditTask task) { return row.number(wordOf(task)) == 1; });
 }
 
-/// The nodes of a scope, blanks in it counting for nothing.
-std::vector<std::string> nodesIn(std::string_view scope) {
-    std::vector<std::string> nodes(1);
-    for (const char c : text::lower(scope)) {
-        if (c == ',') {
-            nodes.emplace_back();
-        } else if (c != ' ') {
-            nodes.back() += c;
-        }
-    }
-    return nodes;
-}
-
 /// A role gives rights in one tree; nodes of another in its scope give none there.
 void addNodes(EditReach& reach, const std::string& root, std::string_view scope) {
-    if (scope.empty() || text::equals(scope, everywhere)) {
+    if (isWholeTree(scope)) {
         reach.nodes.push_back(root);
         return;
     }
-    for (std::string& node : nodesIn(scope)) {
+    for (std::string& node : nodesInScope(scope)) {
         if (node == root || node.starts_with(root + ".")) reach.nodes.push_back(std::move(node));
     }
 }

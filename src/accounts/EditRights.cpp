@@ -23,11 +23,6 @@ constexpr std::string_view selectRights =
     "inner join TORVEX_EDIT_RIGHTS b on a.roleId = b.roleId "
     "where a.loginId = ? and b.site = ? and b.lang = ?";
 
-/// Whether a role's scope lets its rights reach a node.
-bool reaches(std::string_view scope, std::string_view nodeId) {
-    return scope.empty() || text::equals(scope, everywhere) || scopeCovers(scope, nodeId);
-}
-
 std::string rootOf(std::string_view site, std::string_view lang) {
     return std::string(site).append(".").append(lang);
 }
@@ -61,7 +56,7 @@ EditRights editRightsOf(db::Connection& connection, int loginId, std::string_vie
     EditRights rights;
     auto rows = connection.query(selectRights, {loginId, site, lang});
     while (rows.next()) {
-        if (!reaches(text::trim(rows.view("scope")), nodeId)) continue;
+        if (!scopeReaches(rows.view("scope"), nodeId)) continue;
         for (const EditTask task : editTasks) {
             if (rows.number(wordOf(task)) == 1) rights.give(task);
         }

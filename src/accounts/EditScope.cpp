@@ -9,6 +9,9 @@ namespace torvex {
 
 namespace {
 
+/// A scope that is written out as this word is none.
+constexpr std::string_view everywhere = "ALL";
+
 /// The scope with a comma before and behind each node.
 std::string listOf(std::string_view scope) {
     std::string list = ",";
@@ -32,6 +35,27 @@ bool scopeCovers(std::string_view scope, std::string_view nodeId) {
         if (text::contains(list, wanted)) return true;
     }
     return false;
+}
+
+bool isWholeTree(std::string_view scope) {
+    const std::string_view given = text::trim(scope);
+    return given.empty() || text::equals(given, everywhere);
+}
+
+bool scopeReaches(std::string_view scope, std::string_view nodeId) {
+    return isWholeTree(scope) || scopeCovers(scope, nodeId);
+}
+
+std::vector<std::string> nodesInScope(std::string_view scope) {
+    std::vector<std::string> nodes(1);
+    for (const char c : text::lower(scope)) {
+        if (c == ',') {
+            nodes.emplace_back();
+        } else if (c != ' ') {
+            nodes.back() += c;
+        }
+    }
+    return nodes;
 }
 
 }  // namespace torvex

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace torvex {
 
@@ -8,5 +10,13 @@ namespace torvex {
 /// commas; blanks in it count for nothing, nor does case. A text shorter than a root is never covered. Pure;
 /// asks no database, so it may be run over many nodes.
 bool scopeCovers(std::string_view scope, std::string_view nodeId);
+
+/// The same for the scope of a role's rights, which is the whole tree where no node is named.
+bool scopeReaches(std::string_view scope, std::string_view nodeId);
+/// Whether it is the whole tree.
+bool isWholeTree(std::string_view scope);
+
+/// The nodes of a scope in small letters; one "" for an empty scope.
+std::vector<std::string> nodesInScope(std::string_view scope);
 
 }  // namespace torvex
