@@ -1,6 +1,7 @@
 // cManager: the register of authors' logins.
 
 #include "accounts/Actor.h"
+#include "accounts/Administrators.h"
 #include "accounts/LoginRecord.h"
 #include "administration/RecordRemoval.h"
 #include "authoring/OwnedRows.h"
@@ -69,7 +70,12 @@ std::string cManager::deleteLogin(int loginId, int advId) {
                                 return db::refuse(record::locked);
                             }
                             const std::string name = getLoginName(loginId);
+                            const Actor actor = actorOf(host_);
+                            const bool before = someoneAdministers(transaction, actor.now);
                             removeRowsOfLogin(transaction, loginId);
+                            if (tookLastAdministrator(transaction, actor, before)) {
+                                return db::refuse(record::lastAdministrator);
+                            }
                             return db::commit("Login \"" + name + '"');
                         });
 }

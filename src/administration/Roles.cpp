@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "accounts/Actor.h"
+#include "accounts/Administrators.h"
 #include "accounts/AdvancedAccess.h"
 #include "administration/MenuEntries.h"
 #include "administration/RecordRemoval.h"
@@ -148,7 +150,12 @@ std::string cManager::deleteRole(int roleId, int advId) {
                 return db::refuse(record::locked);
             }
             role = "Role \"" + firstText(transaction.query(selectRoleName, {roleId}), "roleName") + '"';
+            const Actor actor = actorOf(host_);
+            const bool before = someoneAdministers(transaction, actor.now);
             deleteRows(transaction, roleRows, roleId);
+            if (tookLastAdministrator(transaction, actor, before)) {
+                return db::refuse(record::lastAdministrator);
+            }
             return db::commit(role);
         });
     if (code.empty()) recordRemoval("deleteRole", advId, role);

@@ -306,6 +306,16 @@ TEST_P(LoginRecordsTest, RefusedRemovalsChangeNothing) {
     expectRefusal("-10", [&] { return remove(20); });
 }
 
+TEST_P(LoginRecordsTest, TheLastLoginThatMayGiveRightsStays) {
+    connection().execute("update TORVEX_LOGINS set lock = ''");
+    row("TORVEX_ROLES_LOGINS", {{"roleId", 3}, {"loginId", 20}});
+    for (const int entry : {21, 22})
+        row("TORVEX_ADVANCED_RIGHTS", {{"roleId", 3}, {"advId", entry}, {"editAccess", 1}});
+    expectRefusal("-4", [&] { return remove(20); });
+    row("TORVEX_ROLES_LOGINS", {{"roleId", 3}, {"loginId", bert}});
+    EXPECT_EQ(remove(20), "");
+}
+
 TEST_P(LoginRecordsTest, AFailureOfARemovalChangesNothing) {
     connection().execute("update TORVEX_LOGINS set lock = ''");
     failEverywhere("", "-99", [&] { return remove(20); });

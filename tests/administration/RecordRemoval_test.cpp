@@ -59,6 +59,21 @@ TEST_P(RoleRemovalTest, ARoleThatIsNotThereCantBeLocked) {
     for (const int id : {99, 0, -3}) expectRefusal("-3", [&] { return remove(id); });
 }
 
+TEST_P(RoleRemovalTest, TheRoleOfTheLastWhoMayGiveRightsStays) {
+    connection().execute("update TORVEX_ADVANCED_RIGHTS set editAccess = 1, site = '', lang = ''");
+    row("TORVEX_ADVANCED_RIGHTS", {{"roleId", 3}, {"advId", 22}, {"editAccess", 1}});
+    expectRefusal("-4", [&] { return remove(3); });
+    row("TORVEX_ADVANCED_RIGHTS", {{"roleId", 4}, {"advId", 22}, {"editAccess", 1}});
+    EXPECT_EQ(remove(3), "");
+}
+
+TEST_P(RoleRemovalTest, TheSystemAdministratorRemovesItAllTheSame) {
+    connection().execute("update TORVEX_ADVANCED_RIGHTS set editAccess = 1, site = '', lang = ''");
+    row("TORVEX_ADVANCED_RIGHTS", {{"roleId", 3}, {"advId", 22}, {"editAccess", 1}});
+    actAs(1, "sa", "The Administrator");
+    EXPECT_EQ(remove(3), "");
+}
+
 TEST_P(RoleRemovalTest, AFailureAnywhereChangesNothing) {
     failEverywhere("", "-99", [&] { return remove(3); });
 }

@@ -2,6 +2,7 @@
 #include "authoring/cManager.h"
 #include "operations/register/Binding.h"
 #include "operations/register/ManagerRows.h"
+#include "operations/register/RightsLabels.h"
 
 namespace torvex::operations {
 
@@ -44,7 +45,9 @@ std::vector<Row<cManager>> managerLoginRows() {
             .codes({code("", "It is removed."), notLoggedIn(),
                     refusal(-1, "There is no such login.", label::loginGone),
                     refusal(-2, "It is the system administrator's.", label::saStays),
-                    refusal(-3, "Another login has it open.", label::openElsewhere), failed()}),
+                    refusal(-3, "Another login has it open.", label::openElsewhere),
+                    refusal(-4, "Nobody but sa would be left to give rights.", label::lastAdministrator),
+                    failed()}),
         reads("getLoginDetails", &cManager::getLoginDetails, {argument("loginId")},
               "Reads a login into the properties.", viewAccess(adminEntry::logins)),
         reads("getLoginList", &cManager::getLoginList, {argument("sortId", 1)},

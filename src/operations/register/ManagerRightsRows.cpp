@@ -2,6 +2,7 @@
 #include "authoring/cManager.h"
 #include "operations/register/Binding.h"
 #include "operations/register/ManagerRows.h"
+#include "operations/register/RightsLabels.h"
 
 namespace torvex::operations {
 
@@ -92,6 +93,7 @@ std::vector<Row<cManager>> roles() {
                "Removes a role with its rights and memberships.", editAccess(adminEntry::roles))
             .codes({code("", "It is removed."), notLoggedIn(),
                     refusal(-3, "There is no such role, or another login has it open.", label::goneOrOpen),
+                    refusal(-4, "Nobody but sa would be left to give rights.", label::lastAdministrator),
                     failed()}),
         reads("getRoleDescription", &cManager::getRoleDescription, {argument("roleId")},
               "The description of a role.", viewAccess(adminEntry::roles)),
