@@ -108,6 +108,18 @@ class desk {
     /// "" when it is gone, "-10", "-1" for no such token, "-99".
     std::string revokeToken(int tokenId, int advId = 0);
 
+    // ---- Rights (desk/Why.cpp) ----
+    // The first line says "yes" or "no" as the gate would, and to what. Then what decides it: "administrator",
+    // "noLogin", "noPage", "noTask", "notOffered", or role by role whether it "gives" the right, gives it
+    // "outside" of the page or "elsewhere", gives "otherRights" here, or has "nothing" to do with it, each with
+    // its places. Last, after a "no" that a role could change, what she "needs".
+
+    /// Why a login may take an action ("onoff", "move", "publish", "approve", "edit") on a page, or may not.
+    Value why(int loginId, const std::string& action, const std::string& pageIdent);
+    /// Why a login has "view" or "edit" access to an entry of the administration menu, "" either.
+    Value whyEntry(int loginId, const std::string& flag, int advId, const std::string& site = "",
+                   const std::string& lang = "");
+
     // ---- Drafts (desk/Drafts.cpp) ----
 
     // What the caller has typed into a body and not saved: hers alone, no version, nothing that others see. It

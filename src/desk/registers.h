@@ -55,6 +55,53 @@ class registers {
     std::string deleteMedia(const std::string& site, const std::string& folderType, const std::string& path,
                             int advId = 0);
 
+    // ---- Logins (desk/LoginList.cpp) ----
+
+    /// All logins, by name: number, username, name, job, when each logged in last, whether it is online, its
+    /// first and last day, whether it is a program's, whether its password is kept strongly, and how many roles
+    /// it has.
+    Value getLogins();
+
+    // ---- Roles (desk/Roles.cpp, desk/RoleRights.cpp, desk/RightsImpact.cpp) ----
+    // `rights` are five flags: onOff, move, publish, approve, edit. A `scope` is nodes divided by commas, "" for
+    // the whole tree. An `entry` is one of the administration menu; an empty site or language means all of them.
+    // Nobody gives what she hasn't got, and nobody but "sa" takes the last right to administer from all others.
+    // A change is refused while another session has the record, and leaves its lock as it is.
+
+    /// Number, name, description and how many logins have it; by name.
+    Value getRoles();
+    /// All logins, by name: number, username, name, and 1 where the login has the role.
+    Value getRoleLogins(int roleId);
+    /// All that a role gives to pages: site, language, five flags, scope.
+    Value getEditRights(int roleId);
+    /// All that a role opens: entry, site, language, view, edit.
+    Value getAdvancedRights(int roleId);
+
+    /// The number of the role, a new one for 0, and lets it go. "-1" gone, "-2" another role has the name, "-3"
+    /// no name, "-4" another session has it open.
+    std::string saveRole(int roleId, const std::string& name, const std::string& description, int advId = 0);
+    /// In place of what the role had in the site and language. "-1" gone, "-2" no such site or language, "-3"
+    /// flags that are none, or a page of the scope that isn't there, "-4" open elsewhere, "-5" more than the
+    /// caller has.
+    std::string setEditRights(int roleId, const std::string& site, const std::string& lang,
+                              const std::string& rights, const std::string& scope = "", int advId = 0);
+    /// In place of what the role had of the entry there. "-1" gone, "-2" no such entry, "-3" nothing that the
+    /// entry offers, or not for such a place, "-4" open elsewhere, "-5" more than the caller has, "-6" nobody
+    /// would be left to administer.
+    std::string setAdvancedRight(int roleId, int entry, const std::string& site, const std::string& lang,
+                                 bool view, bool edit, int advId = 0);
+    /// "-1" the login or the role is gone, "-4" the login is open elsewhere, "-5" the role gives more than the
+    /// caller has, "-6" nobody would be left to administer.
+    std::string setLoginRole(int loginId, int roleId, bool has, int advId = 0);
+
+    /// Whom `setEditRights` would hit: login, name, task, how many pages she may do it to now, and afterwards; by
+    /// name. Those for whom it comes to the same aren't listed.
+    Value weighEditRights(int roleId, const std::string& site, const std::string& lang,
+                          const std::string& rights, const std::string& scope = "");
+    /// Whom `setAdvancedRight` would hit: login, name, "view" or "edit", whether she has it now, and afterwards.
+    Value weighAdvancedRight(int roleId, int entry, const std::string& site, const std::string& lang,
+                             bool view, bool edit);
+
     // ---- Any record (desk/OpenRecord.cpp) ----
 
     /// Takes a record's lock for this session where the login may change the record. One row: "held" now,

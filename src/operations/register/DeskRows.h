@@ -13,5 +13,6 @@ std::vector<Row<desk>> deskTokenRows();
 std::vector<Row<desk>> deskLiveRows();
 std::vector<Row<desk>> deskFindRows();
 std::vector<Row<desk>> deskPageRows();
+std::vector<Row<desk>> deskRightsRows();
 
 }  // namespace torvex::operations

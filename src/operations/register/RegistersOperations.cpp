@@ -6,7 +6,7 @@ namespace torvex::operations {
 ClassEntry registersOperations() {
     return describe<registers>("registers",
                                "Writes the records of the registers, with their checks and locks.",
-                               joined({registersMediaRows(), registersRecordRows()}));
+                               joined({registersMediaRows(), registersRoleRows(), registersRecordRows()}));
 }
 
 }  // namespace torvex::operations

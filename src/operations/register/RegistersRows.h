@@ -9,6 +9,7 @@
 namespace torvex::operations {
 
 std::vector<Row<registers>> registersMediaRows();
+std::vector<Row<registers>> registersRoleRows();
 std::vector<Row<registers>> registersRecordRows();
 
 }  // namespace torvex::operations

@@ -32,7 +32,11 @@ struct Record {
     std::string_view operation;
     std::string_view item;
 };
-constexpr std::array<Record, 11> records{{{"deleteLogin", "login"},
+constexpr std::array<Record, 15> records{{{"deleteLogin", "login"},
+                                          {"setLoginRole", "login"},
+                                          {"saveRole", "role"},
+                                          {"setEditRights", "role"},
+                                          {"setAdvancedRight", "role"},
                                           {"deleteRole", "role"},
                                           {"deleteGroup", "group"},
                                           {"deleteUser", "user"},
