@@ -53,12 +53,28 @@ const screens = [
   ["logins-online", "/torvex/loginsOnline.asp"],
   ["images", "/torvex/images.asp"],
   ["documents", "/torvex/documents.asp"],
+  ["roles", "/torvex/roles.asp", (page) => page.getByRole("link", { name: "Programme" }).waitFor()],
+  ["role", "/torvex/roles.asp?role=3", (page) => page.getByRole("checkbox").first().waitFor()],
+  ["role-administration", "/torvex/roles.asp?role=2&tab=administration", (page) => page.getByRole("checkbox").first().waitFor()],
+  ["scope", "/torvex/roles.asp?role=3", async (page) => {
+    await page.getByRole("button", { name: /^Reach of the rights in/ }).click();
+    await page.getByRole("dialog").getByRole("treeitem", { selected: true }).waitFor();
+  }],
+  ["logins", "/torvex/logins.asp", (page) => page.getByRole("link", { name: "Clover Dunn" }).waitFor()],
+  ["login", "/torvex/logins.asp?login=6", (page) => page.getByRole("checkbox", { name: "Programme" }).waitFor()],
+];
+
+// So that Iris may look at logins and roles.
+const administers = [
+  "insert into TORVEX_ROLES (roleId, roleName, roleDesc, lock) values (9, 'Team leads', 'Logins and roles', '')",
+  "insert into TORVEX_ROLES_LOGINS (roleId, loginId) values (9, 2)",
+  "insert into TORVEX_ADVANCED_RIGHTS (roleId, advId, site, lang, viewAccess, editAccess) values (9, 21, '', '', 1, 1), (9, 22, '', '', 1, 1)",
 ];
 
 const settle = (page) => page.waitForLoadState("networkidle", { timeout: 3000 }).catch(() => {});
 
 describe("each screen", () => {
-  const site = servedAuthors();
+  const site = servedAuthors(administers);
   const taken = [];
 
   before(async () => {

@@ -5,6 +5,7 @@ import "../editor";
 import "../media/register";
 import "../pages/register";
 import "../palette";
+import "../rights/register";
 import "../tree";
 import { L, t } from "../labels";
 import { commands } from "./registry";

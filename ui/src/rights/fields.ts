@@ -1,0 +1,36 @@
+/** Fields that the screens of rights share. */
+
+import { html, nothing, type TemplateResult } from "lit";
+import { L, t } from "../labels";
+import { setQuery } from "../shell/address";
+
+interface TextField {
+  id: string;
+  label: string;
+  value: string;
+  longest: number;
+  change: (text: string) => unknown;
+  fixed?: boolean;
+  type?: string;
+  hint?: string;
+}
+
+export const textField = ({ id, label, value, longest, change, fixed, type, hint }: TextField): TemplateResult =>
+  html`<div class="field"><label for=${id}>${label}</label>
+    <input id=${id} class="input" type=${type ?? "text"} autocomplete="off" maxlength=${longest} ?readonly=${fixed ?? false} .value=${value}
+      aria-describedby=${hint ? `${id}-hint` : nothing} @input=${(event: Event) => change((event.target as HTMLInputElement).value)} />
+    ${hint ? html`<p class="note" id="${id}-hint">${hint}</p>` : nothing}</div>`;
+
+/** Narrows a list; what was typed stands in the address. */
+export const filterField = (words: string): TemplateResult =>
+  html`<input class="input list-filter" type="search" aria-label=${t(L.filterList)} placeholder=${t(L.filterList)} .value=${words}
+    @input=${(event: Event) => setQuery({ words: (event.target as HTMLInputElement).value })} />`;
+
+/** Whether each word stands somewhere in the texts. */
+export const matches = (words: string, ...texts: string[]): boolean => {
+  const all = texts.join(" ").toLocaleLowerCase();
+  return words
+    .toLocaleLowerCase()
+    .split(/\s+/)
+    .every((word) => all.includes(word));
+};

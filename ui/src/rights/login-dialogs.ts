@@ -1,0 +1,86 @@
+/** A new login, and a new password for one. */
+
+import { html, type TemplateResult } from "lit";
+import { icon } from "../kit/icon";
+import { dialog } from "../kit/tvx-dialog";
+import { toast } from "../kit/tvx-toast";
+import { L, t } from "../labels";
+import { addLogin, type Details, type LoginRecord, saveLogin } from "./data";
+import { textField } from "./fields";
+import { newPassword } from "./model/password";
+
+const empty: Details = {
+  adminUsername: "",
+  adminFullname: "",
+  adminJob: "",
+  adminEmail: "",
+  adminValidFrom: "",
+  adminValidTo: "",
+};
+
+async function copied(password: string): Promise<void> {
+  try {
+    await navigator.clipboard.writeText(password);
+    toast(t(L.copiedIt));
+  } catch {
+    // Without leave for the clipboard it is still there to be read and marked.
+  }
+}
+
+/** Shown this once: nobody can be told it again. */
+const shownOnce = (name: string, password: string): Promise<string> =>
+  dialog({
+    title: t(L.passwordOf, { name }),
+    stays: true,
+    body: () => html`<p>${t(L.passwordOnce)}</p>
+      <p class="new-password"><code>${password}</code><button class="button" @click=${() => copied(password)}>${icon("copy")}${t(L.copy)}</button></p>`,
+    actions: () => [{ name: "close", label: t(L.passwordNoted), kind: "primary" }],
+  });
+
+/** The number of the login that was added, or "". */
+export async function newLoginDialog(): Promise<string> {
+  let details = empty;
+  let made = "";
+  const password = newPassword();
+  const field = (id: string, label: string, part: keyof Details, longest: number): TemplateResult =>
+    textField({ id, label, value: details[part], longest, change: (text) => (details = { ...details, [part]: text }) });
+  await dialog({
+    title: t(L.newLogin),
+    body: () => html`<div class="stack">
+      ${field("login-new-name", t(L.fullName), "adminFullname", 30)}
+      ${field("login-new-user", t(L.userName), "adminUsername", 20)}
+      ${field("login-new-job", t(L.job), "adminJob", 50)}
+      ${field("login-new-mail", t(L.email), "adminEmail", 50)}
+      <p class="note">${t(L.passwordIsMade)}</p></div>`,
+    actions: () => [
+      { name: "cancel", label: t(L.cancel) },
+      {
+        name: "go",
+        label: t(L.addIt),
+        kind: "primary",
+        run: async () => {
+          made = String(await addLogin(details, password));
+        },
+      },
+    ],
+  });
+  if (made) await shownOnce(details.adminFullname, password);
+  return made;
+}
+
+/** Whether a new password was given. */
+export async function newPasswordDialog(login: LoginRecord): Promise<boolean> {
+  const password = newPassword();
+  const name = login.details.adminFullname;
+  const answer = await dialog({
+    title: t(L.newPasswordOf, { name }),
+    body: () => html`<p>${t(L.newPasswordAsk, { name })}</p>`,
+    actions: () => [
+      { name: "cancel", label: t(L.cancel) },
+      { name: "go", label: t(L.newPassword), kind: "danger", run: () => saveLogin(login, login.details, password) },
+    ],
+  });
+  if (answer !== "go") return false;
+  await shownOnce(name, password);
+  return true;
+}
