@@ -109,7 +109,7 @@ export class TvxWorkCard extends TvxElement {
         label: t(L.state),
         cell: (row) => stateMark(row.state, { word: true }),
         by: (row) => row.state,
-        width: "108px",
+        width: "132px",
       },
       ...(this.instead ? [this.instead] : this.who),
     ];

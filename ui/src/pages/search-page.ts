@@ -50,11 +50,8 @@ const STATES: readonly PageState[] = ["new", "changed", "approved", "marked", "l
 const keyOf = (row: Found): string => `${row.kind} ${row.pageId} ${row.siteId} ${row.path}`;
 
 /** Media have no language. */
-function whereText({ siteId, lang }: Found): string {
-  const known = workplace.value.websites.find((one) => one.site === siteId && (lang === "" || one.lang === lang));
-  if (!known) return lang ? `${siteId} · ${lang}` : siteId;
-  return lang ? `${known.siteName} · ${known.langName}` : known.siteName;
-}
+const websiteOf = ({ siteId, lang }: Found) =>
+  workplace.value.websites.find((one) => one.site === siteId && (lang === "" || one.lang === lang));
 
 @customElement("tvx-search-page")
 export class TvxSearchPage extends TvxElement {
@@ -178,10 +175,11 @@ export class TvxSearchPage extends TvxElement {
       {
         id: "where",
         label: t(L.searchWhere),
-        cell: (row) => html`<span class="soft" title=${whereText(row)}>${whereText(row)}</span>`,
+        cell: (row) =>
+          html`<span class="soft">${websiteOf(row)?.siteName ?? row.siteId}</span><br><span class="note">${row.lang && (websiteOf(row)?.langName ?? row.lang)}</span>`,
         by: (row) => `${row.siteId}.${row.lang}`,
         wide: true,
-        width: "150px",
+        width: "132px",
       },
     ];
   }
