@@ -59,10 +59,10 @@ Result PostDesk::take(HostContext& host, db::Connection& connection, const Forum
         [&](db::Connection& own) -> db::Outcome<Kept> {
             Kept kept = keepPost(own, forum, sent.target, sent.form, showing, now);
             const auto* posted = std::get_if<Posted>(&kept);
-            if (posted == nullptr) return db::refuse(std::move(kept));
+            if (posted == nullptr) return db::refuse(kept);
             const std::string place = address.topic(forum.id, posted->topicId, posted->reactionId);
             queueNotices(own, forum, sent.form, *posted, {sent.language, place}, now);
-            return db::commit(std::move(kept));
+            return db::commit(kept);
         });
     if (const auto* posted = std::get_if<Posted>(&outcome.value)) return *posted;
     return std::vector{std::get<PostFault>(outcome.value)};
