@@ -42,7 +42,7 @@ class IndexCommand : public ProgramDatabaseTest {
         return asked;
     }
     std::size_t found(const std::string& text) const {
-        return catalogue::Reader(site()).find(query(text), 0).total;
+        return catalogue::Reader(site()).find(query(text), 0).hits.size();
     }
     bool isFoundInTime(const std::string& text, std::chrono::milliseconds patience) const {
         for (const auto end = std::chrono::steady_clock::now() + patience;
@@ -153,7 +153,7 @@ TEST_P(IndexCommand, OffersItsCatalogueToOthers) {
     const std::string address = said.substr(said.find("127.0.0.1:"));
     const catalogue::RemoteBackend remote(address.substr(0, address.find('\n')) + "/torvex");
     const auto hits = remote.find(query("xylophone"), 0);
-    ASSERT_EQ(hits.total, 1);
+    ASSERT_EQ(hits.hits.size(), 1U);
     EXPECT_EQ(remote.rows(query("xylophone"), hits.database, hits.hits).at(0).characterization,
               "a xylophone on the stairs");
     EXPECT_EQ(remote.corrected("xylofone", "en"), "xylophone");
