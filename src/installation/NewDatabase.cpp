@@ -24,9 +24,14 @@ bool isEmbedded(const Installation& installation) {
     return db::engineOf(installation.databaseText()) == db::Engine::Sqlite;
 }
 
-std::vector<std::string> tables(db::Connection& connection) {
+/// What triggers of ours run, which stays when the tables go.
+constexpr std::string_view selectTriggerFunctions =
+    "select proname as name from pg_proc where pronamespace = current_schema()::regnamespace "
+    "and prorettype = 'trigger'::regtype and starts_with(proname, 'torvex_')";
+
+std::vector<std::string> namesOf(db::Connection& connection, std::string_view statement) {
     std::vector<std::string> names;
-    auto rows = connection.query(selectTables);
+    auto rows = connection.query(statement);
     while (rows.next()) names.push_back(rows.text("name"));
     return names;
 }
@@ -44,10 +49,12 @@ void refuseTakenFolder(const fs::path& folder) {
 /// All of them were made here, since the database was empty before.
 void dropTables(const Installation& installation, db::Database& database) {
     const auto connection = installation.openDatabase(database);
-    for (const std::string& table : tables(*connection)) {
+    for (const std::string& table : namesOf(*connection, selectTables)) {
         connection->executeScript(fmt::format("drop table if exists \"{}\" cascade", table));
     }
-    connection->executeScript("drop function if exists torvex_keep_identity()");
+    for (const std::string& function : namesOf(*connection, selectTriggerFunctions)) {
+        connection->executeScript(fmt::format("drop function if exists \"{}\"() cascade", function));
+    }
 }
 
 }  // namespace
@@ -55,7 +62,7 @@ void dropTables(const Installation& installation, db::Database& database) {
 void refuseTakenDatabase(const Installation& installation, db::Database& database) {
     if (isEmbedded(installation)) return refuseTakenFolder(db::storeFolder(installation.databaseText()));
     const auto connection = installation.openDatabase(database);
-    const auto taken = tables(*connection);
+    const auto taken = namesOf(*connection, selectTables);
     if (taken.empty()) return;
     throw Error(
         fmt::format("the database holds {} tables already (one is {}): name one that is empty. Nothing "

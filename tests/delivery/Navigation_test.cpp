@@ -174,6 +174,8 @@ TEST_P(NavigationTest, APageThatIsItsOwnNeighbourIsAnError) {
         connection().execute("insert into COPY_OF_PAGES select * from TORVEX_PAGES_LIVE");
     }
     drop("TORVEX_PAGES_LIVE");
+    // Triggers elsewhere name the table that is gone.
+    if (GetParam() == db::Engine::Sqlite) connection().execute("pragma legacy_alter_table = on");
     connection().execute("alter table COPY_OF_PAGES rename to TORVEX_PAGES_LIVE");
     page("aa.en.02").id(11).insertInLiveOnly();
     EXPECT_TRUE(errorOf([&] { server().getPage("11"); }).starts_with(chain({"getPage!"})));

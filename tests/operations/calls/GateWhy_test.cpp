@@ -51,8 +51,8 @@ class GateWhyTest : public GateTest {
             // A role whose row is gone gives what its rights say all the same.
             if (pick(8) > 0) row("TORVEX_ROLES", {{"roleId", roleId}, {"roleName", "Role"}});
             for (int n = pick(4); n > 0; --n) hold(roleId, 50 + pick(6));
-            for (int n = pick(4); n > 0; --n) addEditRights(roleId);
-            for (int n = pick(5); n > 0; --n) addAccess(roleId);
+            for (int n = pick(7); n > 0; --n) addEditRights(roleId);
+            for (int n = pick(9); n > 0; --n) addAccess(roleId);
         }
     }
     std::string scope() {
