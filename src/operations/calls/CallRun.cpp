@@ -20,6 +20,7 @@ std::vector<Value> valuesFor(const Operation& operation, GivenValues given) {
     for (const auto& argument : arguments) {
         if (!operation.isFilledByGate(argument)) continue;
         std::erase_if(given, [&](const auto& one) { return text::equals(one.first, argument.name); });
+        given.emplace_back(argument.name, 0);
     }
     auto values = arrange(operation, given);
     for (std::size_t i = 0; i < values.size(); ++i) {

@@ -54,7 +54,7 @@ const Property* ClassEntry::findProperty(std::string_view wanted) const {
 }
 
 bool Operation::isFilledByGate(const Argument& argument) const {
-    return right.advId != 0 && argument.defaultValue && text::equals(argument.name, "advId");
+    return right.advId != 0 && effect == Effect::Writes && text::equals(argument.name, "advId");
 }
 
 const ClassEntry* Register::findClass(std::string_view name) const {

@@ -47,7 +47,8 @@ ClassEntry boxEntry() {
             writes("audited", &Box::audited, {argument("advId", 0)}, "Tells.", editAccess(adminEntry::sites)),
             writes("keptIn", &Box::keptIn, {argument("kind"), argument("site"), argument("advId", 0)},
                    "Tells.", mediaAccess("edit", "kind", "site")),
-            writes("named", &Box::audited, {argument("advId")}, "Tells.", editAccess(adminEntry::sites)),
+            writes("changed", &Box::audited, {argument("advId")}, "Tells.", editAccess(adminEntry::sites)),
+            reads("named", &Box::audited, {argument("advId")}, "Tells.", editAccess(adminEntry::sites)),
             writes("free", &Box::audited, {argument("advId", 0)}, "Tells.", anyLogin()),
         },
         {
@@ -177,6 +178,7 @@ TEST_P(CallRunTest, TheEntryOfAChangeIsTheRowsWhateverIsSent) {
     for (const GivenValues& sent : {GivenValues{}, GivenValues{{"advId", 0}}, GivenValues{{"ADVID", 99}},
                                     GivenValues{{"advId", "a pear"}}}) {
         EXPECT_EQ(fromNetwork().run(Call{"Box", "audited", sent}).result, Value(adminEntry::sites));
+        EXPECT_EQ(fromNetwork().run(Call{"Box", "changed", sent}).result, Value(adminEntry::sites));
     }
     EXPECT_EQ(fromCommandLine().run(Call{"Box", "audited", {}}).result, Value(0));
     EXPECT_EQ(fromCommandLine().run(Call{"Box", "audited", {{"advId", 99}}}).result, Value(99));
