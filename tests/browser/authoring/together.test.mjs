@@ -47,7 +47,8 @@ describe("authors together", () => {
     await iris.page.keyboard.type("nicht");
     assert.ok(!(await edited(iris.page).locator("body").innerText()).includes("nicht"));
     await main.getByRole("button", { name: "Ask for it" }).click();
-    await basil.page.getByText(/Iris Falk asks for/).waitFor({ timeout: 40_000 });
+    // Told with one of the next two pulses of every half minute.
+    await basil.page.getByText(/Iris Falk asks for/).waitFor({ timeout: 75_000 });
     await basil.page.locator("tvx-toasts").getByRole("button", { name: "Check in" }).click();
     await untilRow(site, "select pageId from TORVEX_PAGES_DESIGN where pageId = 11 and lockStatus = 0");
     assert.deepEqual([...basil.faults, ...iris.faults], []);
