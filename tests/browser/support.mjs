@@ -19,7 +19,8 @@ export const browserOptions = {
     "--disable-component-update", "--disable-sync"],
 };
 
-export const freePort = () => 20000 + Math.floor(Math.random() * 20000);
+// Below the ports that the system gives to connections.
+export const freePort = () => 20000 + Math.floor(Math.random() * 12000);
 
 // What init gives the demo's visitors is random; here they have these.
 const passwords = { flora: "orchid", rowan: "spade", linde: "orchidee", hazel: "acorn" };
@@ -48,7 +49,7 @@ function serverOf(install) {
     address,
     serve: async () => {
       server = spawn(program, ["serve", "--install", install, "--listen", `127.0.0.1:${port}`], { stdio: "ignore" });
-      await untilServed(`${address}/error.asp`);
+      await untilServed(`${address}/error.asp`, server);
     },
     end: (signal) => new Promise((resolve) => {
       server.once("exit", resolve);
@@ -102,8 +103,9 @@ export async function siteOf(install) {
   };
 }
 
-export async function untilServed(address) {
-  for (let i = 0; i < 300; ++i) {
+// A server that ends while it is waited for has said why, or has found its port taken.
+export async function untilServed(address, server) {
+  for (let i = 0; i < 1200 && (server?.exitCode ?? null) === null; ++i) {
     try {
       await fetch(address, { redirect: "manual" });
       return;
@@ -111,7 +113,7 @@ export async function untilServed(address) {
       await new Promise((resolve) => setTimeout(resolve, 50));
     }
   }
-  throw new Error(`nothing answers at ${address}`);
+  throw new Error(`nothing answers at ${address}${server && server.exitCode !== null ? `: the server has ended with ${server.exitCode}` : ""}`);
 }
 
 // `place` is a page, or the frame of one.
