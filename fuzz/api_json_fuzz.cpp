@@ -4,6 +4,7 @@
 #include <boost/json/serialize.hpp>
 #include <cstdint>
 #include <cstdlib>
+#include <string_view>
 
 #include "operations/register/PublicObject.h"
 #include "pages/api/BatchRequest.h"
@@ -44,7 +45,7 @@ void readBatch(const json::object& batch) {
         for (const auto& call : api::callsOf(batch))
             if (call.expects) api::isMet(*call.expects, "a text");
     } catch (const api::BatchError& error) {
-        require(!error.argument().empty());
+        require(!std::string_view(error.what()).empty());
     }
 }
 

@@ -117,9 +117,9 @@ class RtfReader {
         if (rest_.empty()) return;
         if (rest_.front() == '\'') return readHexadecimal();
         const std::string_view word = readWord();
-        const std::optional<int> number = readNumber();
-        if (!word.empty() && !rest_.empty() && rest_.front() == ' ') rest_.remove_prefix(1);
         if (word.empty()) return readSymbol();
+        const std::optional<int> number = readNumber();
+        if (!rest_.empty() && rest_.front() == ' ') rest_.remove_prefix(1);
         obey(word, number);
     }
 

@@ -111,6 +111,7 @@ TEST(RtfText, WhatIsBrokenIsRefusedOrReadAsFarAsItGoes) {
     EXPECT_EQ(refusal("a.rtf", "text"), "it is no document of its kind");
     EXPECT_EQ(refusal("a.rtf", "{\\rtf1" + std::string(100'000, '{')), "it is nested too deeply");
     EXPECT_EQ(textOf("a.rtf", "{\\rtf1 a}}}}\\bin999999999 x\\'"), "a");
+    EXPECT_EQ(textOf("a.rtf", "{\\rtf1 a\\66"), "a6");
     EXPECT_EQ(refusal("a.rtf", "{\\rtf1\\u99999999999 \\"), "none");
 }
 
