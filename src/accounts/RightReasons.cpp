@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "accounts/AdvancedRights.h"
 #include "accounts/EditScope.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
@@ -26,9 +27,6 @@ constexpr std::string_view selectEntryRights =
     "from TORVEX_ROLES_LOGINS a left outer join TORVEX_ROLES r on r.roleId = a.roleId "
     "left outer join TORVEX_ADVANCED_RIGHTS b on b.roleId = a.roleId and b.advId = ? "
     "where a.loginId = ? order by r.roleName, a.roleId, b.site, b.lang";
-
-constexpr std::string_view selectOffer =
-    "select advLevel, advView, advEdit from TORVEX_ADVANCED where advId = ?";
 
 /// From the weakest to the strongest.
 constexpr std::array<std::string_view, 5> kinds{"nothing", "elsewhere", "otherRights", "outside", "gives"};
@@ -56,11 +54,11 @@ void add(RightReason& reason, std::string_view kind, std::string_view place, std
 }
 
 /// The reason of the row's role: the last one, or a new one.
-RightReason& reasonFor(RightAnswer& answer, const db::Rows& row) {
+RightReason& reasonFor(std::vector<RightReason>& reasons, const db::Rows& row) {
     const int roleId = static_cast<int>(row.number("roleId"));
-    if (answer.reasons.empty() || answer.reasons.back().roleId != roleId)
-        answer.reasons.push_back({.roleId = roleId, .role = row.text("roleName")});
-    return answer.reasons.back();
+    if (reasons.empty() || reasons.back().roleId != roleId)
+        reasons.push_back({.roleId = roleId, .role = row.text("roleName")});
+    return reasons.back();
 }
 
 std::string wordsOf(const db::Rows& row) {
@@ -95,11 +93,6 @@ void addEditRow(RightReason& reason, const db::Rows& row, EditTask task, std::st
     }
 }
 
-bool asks(std::string_view flag, bool view, bool edit) {
-    if (flag.empty()) return view || edit;
-    return (view && text::equals(flag, "view")) || (edit && text::equals(flag, "edit"));
-}
-
 std::string placeOf(const db::Rows& row) {
     const std::string site = row.text("site");
     const std::string lang = row.text("lang");
@@ -109,7 +102,7 @@ std::string placeOf(const db::Rows& row) {
 void addEntryRow(RightReason& reason, const db::Rows& row, std::string_view flag) {
     const bool view = row.number("viewAccess") == 1;
     const bool edit = row.number("editAccess") == 1;
-    const bool isGiven = asks(flag, view, edit);
+    const bool isGiven = hasAsked(flag, view, edit);
     if (row.number("isHere") != 1) {
         if (isGiven) add(reason, "elsewhere", placeOf(row));
     } else if (isGiven) {
@@ -121,42 +114,23 @@ void addEntryRow(RightReason& reason, const db::Rows& row, std::string_view flag
 
 }  // namespace
 
-RightAnswer whyEdit(db::Connection& connection, int loginId, EditTask task, std::string_view nodeId) {
-    RightAnswer answer;
+std::vector<RightReason> whyEdit(db::Connection& connection, int loginId, EditTask task,
+                                 std::string_view nodeId) {
+    std::vector<RightReason> reasons;
     auto rows = connection.query(selectEditRights, {siteOf(nodeId), langOf(nodeId), loginId});
-    while (rows.next()) {
-        RightReason& reason = reasonFor(answer, rows);
-        addEditRow(reason, rows, task, nodeId);
-        answer.isGiven |= reason.kind == "gives";
-    }
-    return answer;
+    while (rows.next()) addEditRow(reasonFor(reasons, rows), rows, task, nodeId);
+    return reasons;
 }
 
-bool EntryOffer::has(std::string_view flag) const {
-    return isThere && asks(flag, view, edit);
-}
-
-EntryOffer offerOf(db::Connection& connection, int advId) {
-    auto rows = connection.query(selectOffer, {advId});
-    if (!rows.next()) return {};
-    return {true, static_cast<int>(rows.number("advLevel")), rows.number("advView") == 1,
-            rows.number("advEdit") == 1};
-}
-
-RightAnswer whyEntry(db::Connection& connection, int loginId, std::string_view flag, int advId,
-                     std::string_view site, std::string_view lang) {
-    RightAnswer answer;
+std::vector<RightReason> whyEntry(db::Connection& connection, int loginId, std::string_view flag, int advId,
+                                  std::string_view site, std::string_view lang) {
+    std::vector<RightReason> reasons;
     const EntryOffer offer = offerOf(connection, advId);
-    if (!offer.has(flag)) return answer;
-    const std::string_view wantedSite = offer.level >= 1 ? text::trim(site) : std::string_view();
-    const std::string_view wantedLang = offer.level >= 2 ? text::trim(lang) : std::string_view();
-    auto rows = connection.query(selectEntryRights, {wantedSite, wantedLang, advId, loginId});
-    while (rows.next()) {
-        RightReason& reason = reasonFor(answer, rows);
-        addEntryRow(reason, rows, flag);
-        answer.isGiven |= reason.kind == "gives";
-    }
-    return answer;
+    if (!offer.has(flag)) return reasons;
+    const auto wanted = offer.placeIn(site, lang);
+    auto rows = connection.query(selectEntryRights, {wanted.site, wanted.lang, advId, loginId});
+    while (rows.next()) addEntryRow(reasonFor(reasons, rows), rows, flag);
+    return reasons;
 }
 
 }  // namespace torvex

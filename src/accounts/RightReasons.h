@@ -21,30 +21,14 @@ struct RightReason {
     std::string rights = {};  ///< of "otherRights", divided by commas
 };
 
-struct RightAnswer {
-    bool isGiven = false;
-    std::vector<RightReason> reasons;  ///< one for each role of the login, by name
-};
+// What `mayEditPage` and `mayUseEntry` answer, told role by role: one reason for each role of the login, by
+// name. Who is the administrator needs no reason and is not asked about.
 
-// Why a login may do something by its roles, or may not: the answer is that of `editRightsOf` and of
-// `hasAdvancedRight`, told role by role. Who is the administrator needs no reason and is not asked about.
+std::vector<RightReason> whyEdit(db::Connection& connection, int loginId, EditTask task,
+                                 std::string_view nodeId);
 
-RightAnswer whyEdit(db::Connection& connection, int loginId, EditTask task, std::string_view nodeId);
-
-/// `flag` is "view", "edit", or "" for either.
-RightAnswer whyEntry(db::Connection& connection, int loginId, std::string_view flag, int advId,
-                     std::string_view site, std::string_view lang);
-
-/// How an entry of the administration menu is opened.
-struct EntryOffer {
-    bool isThere = false;
-    int level = 0;
-    bool view = false;
-    bool edit = false;
-
-    /// Whether it can be given what the flag asks for.
-    bool has(std::string_view flag) const;
-};
-EntryOffer offerOf(db::Connection& connection, int advId);
+/// `flag` is "view", "edit", or "" for either. No reasons for what the entry doesn't offer.
+std::vector<RightReason> whyEntry(db::Connection& connection, int loginId, std::string_view flag, int advId,
+                                  std::string_view site, std::string_view lang);
 
 }  // namespace torvex

@@ -37,7 +37,6 @@ constexpr std::string_view deleteEntryGrant =
 constexpr std::string_view insertEntryGrant =
     "insert into TORVEX_ADVANCED_RIGHTS (roleId, advId, site, lang, viewAccess, editAccess) "
     "values (?, ?, ?, ?, ?, ?)";
-constexpr std::string_view selectOffer = "select advView, advEdit from TORVEX_ADVANCED where advId = ?";
 
 EditGrant editGrantIn(const db::Rows& row) {
     EditGrant grant{text::lowerTrim(row.text("site")), text::lowerTrim(row.text("lang")), {}, {}};
@@ -151,10 +150,9 @@ bool mayGiveRole(db::Connection& connection, const Actor& actor, int roleId) {
         if (!mayGive(connection, actor, grant, {})) return false;
     for (EntryGrant grant : entryGrantsOf(connection, roleId)) {
         // What an entry doesn't offer opens nothing.
-        auto offer = connection.query(selectOffer, {grant.entry});
-        if (!offer.next()) continue;
-        grant.view &= offer.number("advView") == 1;
-        grant.edit &= offer.number("advEdit") == 1;
+        const EntryOffer offer = offerOf(connection, grant.entry);
+        grant.view &= offer.view;
+        grant.edit &= offer.edit;
         if (!mayGive(connection, actor, grant, {})) return false;
     }
     return true;

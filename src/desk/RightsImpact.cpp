@@ -5,8 +5,8 @@
 #include <map>
 
 #include "accounts/Actor.h"
+#include "accounts/AdvancedRights.h"
 #include "accounts/EditScope.h"
-#include "accounts/RightReasons.h"
 #include "accounts/RoleRights.h"
 #include "desk/registers.h"
 #include "platform/Errors.h"

@@ -8,9 +8,9 @@
 
 #include "accounts/Actor.h"
 #include "accounts/Administrators.h"
+#include "accounts/AdvancedRights.h"
 #include "accounts/EditScope.h"
 #include "accounts/Logins.h"
-#include "accounts/RightReasons.h"
 #include "authoring/StatusCodes.h"
 #include "desk/RoleLock.h"
 #include "desk/RoleStatus.h"

@@ -3,7 +3,9 @@
 #include <optional>
 
 #include "accounts/Actor.h"
+#include "accounts/AdvancedRights.h"
 #include "accounts/DesignRights.h"
+#include "accounts/EditRights.h"
 #include "accounts/EditScope.h"
 #include "accounts/RightReasons.h"
 #include "desk/desk.h"
@@ -23,11 +25,14 @@ constexpr std::size_t mostTitles = 3;
 constexpr std::string_view selectUsername = "select username from TORVEX_LOGINS where loginId = ?";
 constexpr std::string_view selectTitle = "select title from TORVEX_PAGES_DESIGN where nodeId = ?";
 
-/// Nothing when there is no such login.
-std::optional<std::string> usernameOf(db::Connection& connection, int loginId) {
+/// The one who is asked about; nothing when there is no such login.
+std::optional<Actor> subjectOf(db::Connection& connection, int loginId) {
     auto rows = connection.query(selectUsername, {loginId});
     if (!rows.next()) return std::nullopt;
-    return rows.text("username");
+    Actor subject;
+    subject.loginId = loginId;
+    subject.username = rows.text("username");
+    return subject;
 }
 
 /// The answer in the making.
@@ -57,9 +62,11 @@ class Titles {
         std::string titles;
         std::size_t count = 0;
         for (const std::string& node : nodesInScope(places)) {
+            if (count == mostTitles) break;
             const std::string title = ofNode(node);
-            if (title.empty() || ++count > mostTitles) continue;
+            if (title.empty()) continue;
             titles.append(titles.empty() ? "" : ", ").append(title);
+            ++count;
         }
         return titles;
     }
@@ -81,9 +88,9 @@ bool isByPage(const RightReason& reason) {
 
 /// In the words of the row: "bg.en", "bg" or "", by what the entry is for.
 std::string placeFor(const EntryOffer& offer, std::string_view site, std::string_view lang) {
-    std::string place;
-    if (offer.level >= 1) place = text::lowerTrim(site);
-    if (offer.level >= 2) place += "." + text::lowerTrim(lang);
+    const auto counts = offer.placeIn(site, lang);
+    std::string place = text::lower(counts.site);
+    if (offer.level >= 2) place += "." + text::lower(counts.lang);
     return place;
 }
 
@@ -97,19 +104,21 @@ Value desk::why(int loginId, const std::string& action, const std::string& pageI
     const std::string title = page.isValid() ? titles.ofNode(page.nodeId) : std::string();
     const auto task = editTaskOf(text::trim(action));
     const std::string word(task ? wordOf(*task) : std::string_view());
-    const auto username = usernameOf(connection(), loginId);
-    const bool canBe = page.isValid() && task && username;
-    const bool isSa = canBe && isAdministrator(*username);
-    const RightAnswer given =
-        canBe && !isSa ? whyEdit(connection(), loginId, *task, page.nodeId) : RightAnswer();
-    answer.verdict(isSa || given.isGiven, word, page.nodeId, title);
-    if (!username) answer.state("noLogin");
+    const auto subject = subjectOf(connection(), loginId);
+    const bool canBe = page.isValid() && task && subject;
+    const bool isGiven = canBe && mayEditPage(connection(), *subject, *task, page.nodeId);
+    answer.verdict(isGiven, word, page.nodeId, title);
+    if (!subject) answer.state("noLogin");
     if (!page.isValid()) answer.state("noPage");
     if (!task) answer.state("noTask");
-    if (isSa) answer.state("administrator");
-    for (const RightReason& reason : given.reasons)
+    if (!canBe) return answer.take();
+    if (subject->isAdministrator()) {
+        answer.state("administrator");
+        return answer.take();
+    }
+    for (const RightReason& reason : whyEdit(connection(), loginId, *task, page.nodeId))
         answer.reason(reason, isByPage(reason) ? titles.of(reason.places) : std::string());
-    if (canBe && !isSa && !given.isGiven)
+    if (!isGiven)
         answer.state("needs", std::string(siteOf(page.nodeId)) + "." + std::string(langOf(page.nodeId)),
                      word);
     return answer.take();
@@ -123,17 +132,20 @@ Value desk::whyEntry(int loginId, const std::string& flag, int advId, const std:
     const std::string asked = text::lowerTrim(flag);
     const EntryOffer offer = offerOf(connection(), advId);
     const std::string place = placeFor(offer, site, lang);
-    const auto username = usernameOf(connection(), loginId);
-    const bool isSa = username && isAdministrator(*username);
-    const RightAnswer given =
-        username && !isSa ? torvex::whyEntry(connection(), loginId, asked, advId, site, lang) : RightAnswer();
-    answer.verdict(isSa || given.isGiven, asked, place);
-    if (!username) answer.state("noLogin");
+    const auto subject = subjectOf(connection(), loginId);
+    const bool isGiven = subject && mayUseEntry(connection(), *subject, asked, advId, site, lang);
+    answer.verdict(isGiven, asked, place);
+    const bool isSa = subject && subject->isAdministrator();
+    if (!subject) answer.state("noLogin");
     if (isSa) answer.state("administrator");
-    const bool isOffered = offer.has(asked);
-    if (username && !isSa && !isOffered) answer.state("notOffered");
-    for (const RightReason& reason : given.reasons) answer.reason(reason);
-    if (username && !isSa && isOffered && !given.isGiven) answer.state("needs", place, asked);
+    if (!subject || isSa) return answer.take();
+    if (!offer.has(asked)) {
+        answer.state("notOffered");
+        return answer.take();
+    }
+    for (const RightReason& reason : torvex::whyEntry(connection(), loginId, asked, advId, site, lang))
+        answer.reason(reason);
+    if (!isGiven) answer.state("needs", place, asked);
     return answer.take();
 } catch (...) {
     raiseFrom("whyEntry !");
