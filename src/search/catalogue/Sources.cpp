@@ -7,46 +7,6 @@
 
 namespace torvex::catalogue {
 
-void ValueSource::init(const Xapian::Database& database) {
-    database_ = database;
-    most_ = database.get_value_freq(slot_);
-    hasBegun_ = false;
-}
-
-void ValueSource::goOn() {
-    while (!at_end() && !holds(*at_)) ++at_;
-}
-
-void ValueSource::next(double /*least*/) {
-    if (hasBegun_) {
-        ++at_;
-    } else {
-        at_ = database_.valuestream_begin(slot_);
-        hasBegun_ = true;
-    }
-    goOn();
-}
-
-void ValueSource::skip_to(Xapian::docid id, double /*least*/) {
-    if (!hasBegun_) {
-        at_ = database_.valuestream_begin(slot_);
-        hasBegun_ = true;
-        if (at_end()) return;
-    }
-    at_.skip_to(id);
-    goOn();
-}
-
-bool ValueSource::check(Xapian::docid id, double /*least*/) {
-    if (!hasBegun_) {
-        at_ = database_.valuestream_begin(slot_);
-        hasBegun_ = true;
-        if (at_end()) return true;
-    }
-    if (!at_.check(id)) return false;
-    return at_end() || (at_.get_docid() == id && holds(*at_));
-}
-
 namespace {
 
 bool holdsPlain(const std::string& value, const std::string& trace) {
@@ -70,8 +30,10 @@ bool holdsCoded(const std::string& value, const std::string& trace) {
     return false;
 }
 
-bool holds(const PhraseTrace& phrase, const std::string& value) {
-    return phrase.isCoded ? holdsCoded(value, phrase.trace) : holdsPlain(value, phrase.trace);
+std::vector<Xapian::valueno> slotsOf(const std::vector<PhraseTrace>& traces) {
+    std::vector<Xapian::valueno> slots;
+    for (const PhraseTrace& phrase : traces) slots.push_back(phrase.slot);
+    return slots;
 }
 
 bool isOver(const Xapian::ValueIterator& values) {
@@ -80,52 +42,58 @@ bool isOver(const Xapian::ValueIterator& values) {
 
 }  // namespace
 
-PhraseSource::PhraseSource(std::vector<PhraseTrace> traces) : traces_(std::move(traces)) {}
-
-void PhraseSource::init(const Xapian::Database& database) {
+void ValueSource::init(const Xapian::Database& database) {
     values_.clear();
     most_ = 0;
     at_ = 0;
     isAtEnd_ = false;
-    for (const PhraseTrace& phrase : traces_) {
-        values_.push_back(database.valuestream_begin(phrase.slot));
-        most_ += database.get_value_freq(phrase.slot);
+    for (const Xapian::valueno slot : slots_) {
+        values_.push_back(database.valuestream_begin(slot));
+        most_ += database.get_value_freq(slot);
     }
     most_ = std::min(most_, database.get_doccount());
 }
 
-void PhraseSource::next(double least) {
+void ValueSource::next(double least) {
     skip_to(at_ + 1, least);
 }
 
-void PhraseSource::skip_to(Xapian::docid id, double /*least*/) {
+void ValueSource::skip_to(Xapian::docid id, double /*least*/) {
     for (;; id = at_ + 1) {
-        std::size_t first = traces_.size();
-        for (std::size_t n = 0; n < traces_.size(); ++n) {
+        std::size_t first = values_.size();
+        for (std::size_t n = 0; n < values_.size(); ++n) {
             if (!isOver(values_[n])) values_[n].skip_to(id);
             if (isOver(values_[n])) continue;
-            if (first == traces_.size() || values_[n].get_docid() < values_[first].get_docid()) first = n;
+            if (first == values_.size() || values_[n].get_docid() < values_[first].get_docid()) first = n;
         }
-        isAtEnd_ = first == traces_.size();
+        isAtEnd_ = first == values_.size();
         if (isAtEnd_) return;
         at_ = values_[first].get_docid();
-        if (holds(traces_[first], *values_[first])) return;
+        if (holds(first, *values_[first])) return;
     }
 }
 
-bool PhraseSource::check(Xapian::docid id, double /*least*/) {
+bool ValueSource::check(Xapian::docid id, double /*least*/) {
     at_ = id;
-    for (std::size_t n = 0; n < traces_.size(); ++n) {
+    for (std::size_t n = 0; n < values_.size(); ++n) {
         if (isOver(values_[n]) || !values_[n].check(id) || isOver(values_[n])) continue;
-        if (values_[n].get_docid() == id && holds(traces_[n], *values_[n])) return true;
+        if (values_[n].get_docid() == id && holds(n, *values_[n])) return true;
     }
     return false;
 }
 
-FileNameSource::FileNameSource(std::vector<std::string> patterns)
-    : ValueSource(slot::fileName), patterns_(std::move(patterns)) {}
+PhraseSource::PhraseSource(std::vector<PhraseTrace> traces)
+    : ValueSource(slotsOf(traces)), traces_(std::move(traces)) {}
 
-bool FileNameSource::holds(const std::string& value) const {
+bool PhraseSource::holds(std::size_t place, const std::string& value) const {
+    const PhraseTrace& phrase = traces_[place];
+    return phrase.isCoded ? holdsCoded(value, phrase.trace) : holdsPlain(value, phrase.trace);
+}
+
+FileNameSource::FileNameSource(std::vector<std::string> patterns)
+    : ValueSource({slot::fileName}), patterns_(std::move(patterns)) {}
+
+bool FileNameSource::holds(std::size_t /*place*/, const std::string& value) const {
     return std::any_of(patterns_.begin(), patterns_.end(),
                        [&](const std::string& pattern) { return matchesPattern(value, pattern); });
 }

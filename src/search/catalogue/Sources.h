@@ -2,55 +2,17 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 #include <xapian.h>
 
 namespace torvex::catalogue {
 
-/// The entries whose value in a slot is as it should be. A value is looked at only where all else of a query
-/// holds, so that these belong beside terms that leave few entries.
+/// The entries of which a value in one of some slots is as it should be. A value is looked at only where all else
+/// of a query holds, so that these belong beside terms that leave few entries.
 class ValueSource : public Xapian::PostingSource {
   public:
-    explicit ValueSource(Xapian::valueno slot) : slot_(slot) {}
-
-    Xapian::doccount get_termfreq_min() const override { return 0; }
-    Xapian::doccount get_termfreq_est() const override { return most_; }
-    Xapian::doccount get_termfreq_max() const override { return most_; }
-    Xapian::docid get_docid() const override { return at_.get_docid(); }
-    void next(double least) override;
-    void skip_to(Xapian::docid id, double least) override;
-    bool check(Xapian::docid id, double least) override;
-    bool at_end() const override { return at_ == Xapian::ValueIterator(); }
-    void init(const Xapian::Database& database) override;
-    std::string get_description() const override { return "ValueSource"; }
-
-  protected:
-    virtual bool holds(const std::string& value) const = 0;
-    Xapian::valueno valueSlot() const { return slot_; }
-
-  private:
-    void goOn();
-
-    Xapian::valueno slot_;
-    Xapian::Database database_;
-    Xapian::ValueIterator at_;
-    Xapian::doccount most_ = 0;
-    bool hasBegun_ = false;
-};
-
-/// The traces of the words of a phrase.
-struct PhraseTrace {
-    Xapian::valueno slot = 0;
-    std::string trace;
-    bool isCoded = false;  ///< as `codedTraceOf` makes them
-};
-
-/// Those with these words one behind the other, as any of the traces tells them: an entry has one of them. As
-/// other values, they belong beside terms that leave few entries.
-class PhraseSource final : public Xapian::PostingSource {
-  public:
-    explicit PhraseSource(std::vector<PhraseTrace> traces);
-    PostingSource* clone() const override { return new PhraseSource(traces_); }
+    explicit ValueSource(std::vector<Xapian::valueno> slots) : slots_(std::move(slots)) {}
 
     Xapian::doccount get_termfreq_min() const override { return 0; }
     Xapian::doccount get_termfreq_est() const override { return most_; }
@@ -61,14 +23,38 @@ class PhraseSource final : public Xapian::PostingSource {
     bool check(Xapian::docid id, double least) override;
     bool at_end() const override { return isAtEnd_; }
     void init(const Xapian::Database& database) override;
-    std::string get_description() const override { return "PhraseSource"; }
+    std::string get_description() const override { return "ValueSource"; }
+
+  protected:
+    /// Whether a value in the slot at this place is as it should be.
+    virtual bool holds(std::size_t place, const std::string& value) const = 0;
 
   private:
-    std::vector<PhraseTrace> traces_;
+    std::vector<Xapian::valueno> slots_;
     std::vector<Xapian::ValueIterator> values_;  ///< for each of them
     Xapian::doccount most_ = 0;
     Xapian::docid at_ = 0;  ///< the last one that was looked at
     bool isAtEnd_ = false;
+};
+
+/// The traces of the words of a phrase.
+struct PhraseTrace {
+    Xapian::valueno slot = 0;
+    std::string trace;
+    bool isCoded = false;  ///< as `codedTraceOf` makes them
+};
+
+/// Those with these words one behind the other, as any of the traces tells them: an entry has one of them.
+class PhraseSource final : public ValueSource {
+  public:
+    explicit PhraseSource(std::vector<PhraseTrace> traces);
+    PostingSource* clone() const override { return new PhraseSource(traces_); }
+
+  protected:
+    bool holds(std::size_t place, const std::string& value) const override;
+
+  private:
+    std::vector<PhraseTrace> traces_;
 };
 
 /// Those whose file name matches one of the patterns, in which "*" stands for any characters and "?" for one.
@@ -78,7 +64,7 @@ class FileNameSource final : public ValueSource {
     PostingSource* clone() const override { return new FileNameSource(patterns_); }
 
   protected:
-    bool holds(const std::string& value) const override;
+    bool holds(std::size_t place, const std::string& value) const override;
 
   private:
     std::vector<std::string> patterns_;
