@@ -36,12 +36,10 @@ FrequentWords::FrequentWords(std::vector<std::string> words) : words_(std::move(
 }
 
 FrequentWords FrequentWords::in(const Xapian::Database& database) {
-    return FrequentWords([&] {
-        std::vector<std::string> words;
-        for (const Word& word : wordsOf(database.get_metadata(std::string(metadata::frequentWords))))
-            words.push_back(word.folded);
-        return words;
-    }());
+    std::vector<std::string> words;
+    for (const Word& word : wordsOf(database.get_metadata(std::string(metadata::frequentWords))))
+        words.push_back(word.folded);
+    return FrequentWords(std::move(words));
 }
 
 FrequentWords FrequentWords::chosenFrom(const Xapian::Database& database) {

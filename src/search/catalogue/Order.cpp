@@ -71,9 +71,16 @@ const std::string& Order::key(const Item& item, std::size_t n) const {
     return *value;
 }
 
+Order Order::withoutRank() const {
+    Order others = *this;
+    std::erase_if(others.keys_, [](const Key& key) { return key.isRank; });
+    others.leading_ = others.keys_.size();
+    return others;
+}
+
 /// Those alike in what the database has sorted by come together already.
 void Order::sort(std::vector<Item>& items) const {
-    const std::size_t sorted = beginsWithRank() ? 1 : leading_;
+    const std::size_t sorted = sortedKeys();
     if (sorted == keys_.size()) return;
     for (auto begin = items.begin(); begin != items.end();) {
         const auto end = std::find_if(begin, items.end(), [&, &first = *begin](const Item& item) {
@@ -87,6 +94,12 @@ void Order::sort(std::vector<Item>& items) const {
     }
 }
 
+/// Some that are alike with the last ones may be missing.
+void Order::dropLastAlike(std::vector<Item>& items) const {
+    const Item last = items.back();
+    while (!items.empty() && compare(items.back(), last, sortedKeys()) == 0) items.pop_back();
+}
+
 Found Order::run(const Xapian::Database& database, Xapian::Enquire& enquire, std::size_t most) const {
     const Xapian::doccount all = database.get_doccount();
     const Xapian::doccount wanted =
@@ -98,22 +111,14 @@ Found Order::run(const Xapian::Database& database, Xapian::Enquire& enquire, std
     const double best = set.get_max_possible();
     Found found;
     found.isAll = set.get_matches_lower_bound() <= set.size();
-    if (beginsWithRank() && best <= 0 && !found.isAll) {
-        Order others = *this;
-        std::erase_if(others.keys_, [](const Key& key) { return key.isRank; });
-        others.leading_ = others.keys_.size();
-        return others.run(database, enquire, most);
-    }
+    if (beginsWithRank() && best <= 0 && !found.isAll) return withoutRank().run(database, enquire, most);
     std::vector<Item> items;
     items.reserve(set.size());
     for (auto at = set.begin(); at != set.end(); ++at)
         items.push_back({{*at, rankOf(at.get_weight(), best)}, at, {}});
     sort(items);
     if (!found.isAll && leading_ < keys_.size()) {
-        // Some that are alike with the last ones may be missing.
-        const std::size_t sorted = beginsWithRank() ? 1 : leading_;
-        const Item last = items.back();
-        while (!items.empty() && compare(items.back(), last, sorted) == 0) items.pop_back();
+        dropLastAlike(items);
         if (items.empty()) return run(database, enquire, growth * wanted);
     }
     found.hits.reserve(items.size());

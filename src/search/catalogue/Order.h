@@ -32,10 +32,14 @@ class Order {
     };
 
     bool beginsWithRank() const { return !keys_.empty() && keys_.front().isRank; }
+    /// So many keys the results of the database are sorted by.
+    std::size_t sortedKeys() const { return beginsWithRank() ? 1 : leading_; }
+    Order withoutRank() const;
     void setFor(Xapian::Enquire& enquire, Xapian::MultiValueKeyMaker& maker) const;
     int compare(const Item& a, const Item& b, std::size_t keys) const;
     const std::string& key(const Item& item, std::size_t n) const;
     void sort(std::vector<Item>& items) const;
+    void dropLastAlike(std::vector<Item>& items) const;
 
     std::vector<Key> keys_;
     std::size_t leading_ = 0;  ///< so many keys the database sorts by itself
