@@ -37,6 +37,12 @@ init_demo() {
     "$torvex" init "$folder/site" --demo >/dev/null
 }
 
+# The code of the demo's first website.
+first_site() {
+    "$torvex" sql --install "$folder/site" --json "select site from TORVEX_SITES order by site" |
+        sed -n '1s/.*"site":"\([^"]*\)".*/\1/p'
+}
+
 # grow_demo PAGES IMAGES: makes the demo in `$folder/site` that large. Its words and links are taken in by `migrate`.
 grow_demo() {
     sed "s/:pages/$1/g; s/:images/$2/g" bench/grow.sql | "$torvex" sql --install "$folder/site" >/dev/null

@@ -10,8 +10,7 @@ megabytes=${2:-256}
 need curl python3
 build_torvex
 init_demo
-code=$("$torvex" sql --install "$folder/site" --json "select site from TORVEX_SITES order by site" |
-    sed -n '1s/.*"site":"\([^"]*\)".*/\1/p')
+code=$(first_site)
 document=/documents/$code/large.zip
 mkdir -p "$folder/site/wwwroot/documents/$code"
 head -c "${megabytes}M" /dev/urandom >"$folder/site/wwwroot$document"

@@ -11,8 +11,7 @@ seconds=${2:-10}
 need curl python3
 build_torvex
 init_demo
-code=$("$torvex" sql --install "$folder/site" --json "select site from TORVEX_SITES order by site" |
-    sed -n '1s/.*"site":"\([^"]*\)".*/\1/p')
+code=$(first_site)
 "$torvex" index --install "$folder/site" >/dev/null
 serve_demo
 page=$(home_page)
