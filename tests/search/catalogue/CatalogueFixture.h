@@ -17,6 +17,17 @@
 
 namespace torvex::test {
 
+/// Of an English page, for all that lies below a folder.
+inline catalogue::Query queryBelow(const std::string& path, const std::string& text,
+                                   const std::string& sortBy) {
+    catalogue::Query asked;
+    asked.text = text;
+    asked.language = "en";
+    asked.sortBy = sortBy;
+    asked.scopes = {{path, catalogue::Depth::Deep}};
+    return asked;
+}
+
 /// A catalogue on the disk, filled by hand. Paths in it begin with "\root\".
 class CatalogueTest : public testing::Test {
   protected:
@@ -58,12 +69,7 @@ class CatalogueTest : public testing::Test {
     std::string database() const { return catalogue::databaseFolder(folder.path()); }
 
     static catalogue::Query query(const std::string& text, const std::string& sortBy = "rank[d]") {
-        catalogue::Query asked;
-        asked.text = text;
-        asked.language = "en";
-        asked.sortBy = sortBy;
-        asked.scopes = {{"\\root\\", catalogue::Depth::Deep}};
-        return asked;
+        return queryBelow("\\root\\", text, sortBy);
     }
     std::unique_ptr<catalogue::Catalogue> open() {
         commit();

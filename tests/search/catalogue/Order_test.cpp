@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <random>
+#include <set>
+#include <tuple>
 
-#include "CatalogueFixture.h"
+#include "search/catalogue/CatalogueFixture.h"
 #include "search/catalogue/FrequentWords.h"
 #include "search/catalogue/Reader.h"
 #include "search/catalogue/Terms.h"
@@ -18,9 +20,10 @@ using catalogue::Hit;
 using catalogue::Reader;
 
 constexpr std::size_t entries = 800;
-constexpr std::size_t plainly = std::size_t{1} << 30;
-
 constexpr std::size_t vocabulary = 600;
+/// Frequent words are chosen from so many entries: in time, or never.
+constexpr std::size_t soon = 200;
+constexpr std::size_t never = entries + 1;
 
 /// The first ones are in nearly every text, more of them in one of twenty than a byte has codes.
 std::string wordAt(std::size_t place) {
@@ -33,7 +36,8 @@ class Texts {
   public:
     Texts() {
         double sum = 0;
-        for (std::size_t n = 0; n < vocabulary; ++n) sums_.push_back(sum += 1.0 / static_cast<double>(n + 30));
+        for (std::size_t n = 0; n < vocabulary; ++n)
+            sums_.push_back(sum += 1.0 / static_cast<double>(n + 30));
     }
 
     std::string word() {
@@ -65,8 +69,8 @@ class TwoCataloguesTest : public testing::Test {
             texts_.push_back(text);
             entries_.push_back({path, {text.size(), 0}, {text, "", std::move(columns)}});
         }
-        fill(quick_, 200);
-        fill(plain_, plainly);
+        fill(quick_, soon);
+        fill(plain_, never);
     }
 
     void fill(const TemporaryFolder& folder, std::size_t tellingEntries) {
@@ -81,12 +85,7 @@ class TwoCataloguesTest : public testing::Test {
     }
 
     static catalogue::Query asked(const std::string& text, const std::string& sortBy = "rank[d],doctitle") {
-        catalogue::Query query;
-        query.text = text;
-        query.language = "en";
-        query.sortBy = sortBy;
-        query.scopes = {{"", catalogue::Depth::Deep}};
-        return query;
+        return queryBelow("", text, sortBy);
     }
 
     static std::vector<std::pair<std::uint32_t, int>> pairs(const std::vector<Hit>& hits) {

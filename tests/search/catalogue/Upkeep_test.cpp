@@ -11,6 +11,7 @@
 #include "platform/files/DiskFileSystem.h"
 #include "platform/files/WatchedFileSystem.h"
 #include "search/catalogue/Catalogue.h"
+#include "search/catalogue/CatalogueFixture.h"
 #include "search/catalogue/ChangedFiles.h"
 #include "search/catalogue/Format.h"
 #include "search/catalogue/Keeper.h"
@@ -79,10 +80,7 @@ class UpkeepTest : public DatabaseTest {
 
     /// The files that hold a word, by name.
     std::vector<std::string> found(const std::string& text) const {
-        catalogue::Query query;
-        query.text = text;
-        query.sortBy = "filename";
-        query.scopes = {{"", catalogue::Depth::Deep}};
+        const catalogue::Query query = queryBelow("", text, "filename");
         const catalogue::Reader reader(root());
         const auto hits = reader.find(query, 0);
         std::vector<std::string> names;
