@@ -21,17 +21,6 @@ bool givesAny(const db::Rows& row, std::span<const EditTask> tasks) {
                        [&](EditTask task) { return row.number(wordOf(task)) == 1; });
 }
 
-/// A role gives rights in one tree; nodes of another in its scope give none there.
-void addNodes(EditReach& reach, const std::string& root, std::string_view scope) {
-    if (isWholeTree(scope)) {
-        reach.nodes.push_back(root);
-        return;
-    }
-    for (std::string& node : nodesInScope(scope)) {
-        if (node == root || node.starts_with(root + ".")) reach.nodes.push_back(std::move(node));
-    }
-}
-
 }  // namespace
 
 bool EditReach::covers(std::string_view nodeId) const {
@@ -55,7 +44,8 @@ EditReach editReachOf(db::Connection& connection, const Actor& actor, std::span<
         if (!givesAny(rows, tasks)) continue;
         const std::string root =
             text::lowerTrim(rows.text("site")) + "." + text::lowerTrim(rows.text("lang"));
-        addNodes(reach, root, text::trim(rows.view("scope")));
+        for (std::string& node : reachInTree(root, rows.view("scope")))
+            reach.nodes.push_back(std::move(node));
     }
     std::sort(reach.nodes.begin(), reach.nodes.end());
     reach.nodes.erase(std::unique(reach.nodes.begin(), reach.nodes.end()), reach.nodes.end());

@@ -15,9 +15,6 @@ namespace {
 
 constexpr std::array<std::string_view, editTasks.size()> words{"onOff", "move", "publish", "approve", "edit"};
 
-/// A scope that is written out as this word is none.
-constexpr std::string_view everywhere = "ALL";
-
 constexpr std::string_view selectRights =
     "select onOff, move, publish, approve, edit, scope from TORVEX_ROLES_LOGINS a "
     "inner join TORVEX_EDIT_RIGHTS b on a.roleId = b.roleId "
@@ -74,7 +71,7 @@ std::string editScopeOf(db::Connection& connection, int loginId, std::string_vie
         if (roleScope.empty()) return rootOf(site, lang);
         scope.append(scope.empty() ? "" : ",").append(roleScope);
     }
-    return text::equals(scope, everywhere) ? rootOf(site, lang) : scope;
+    return !scope.empty() && isWholeTree(scope) ? rootOf(site, lang) : scope;
 }
 
 bool mayEditPage(db::Connection& connection, const Actor& actor, EditTask task, std::string_view nodeId) {

@@ -58,4 +58,13 @@ std::vector<std::string> nodesInScope(std::string_view scope) {
     return nodes;
 }
 
+std::vector<std::string> reachInTree(const std::string& root, std::string_view scope) {
+    if (isWholeTree(scope)) return {root};
+    std::vector<std::string> nodes = nodesInScope(scope);
+    std::erase_if(nodes, [below = root + ".", &root](const std::string& node) {
+        return node != root && !node.starts_with(below);
+    });
+    return nodes;
+}
+
 }  // namespace torvex

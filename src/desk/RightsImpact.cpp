@@ -59,12 +59,7 @@ using Reaches = std::array<std::vector<std::string>, editTasks.size()>;
 
 void add(Reaches& reaches, EditTask task, const std::string& root, std::string_view scope) {
     auto& reach = reaches.at(static_cast<std::size_t>(task));
-    if (isWholeTree(scope)) {
-        reach.push_back(root);
-        return;
-    }
-    for (std::string& node : nodesInScope(scope))
-        if (node == root || node.starts_with(root + ".")) reach.push_back(std::move(node));
+    for (std::string& node : reachInTree(root, scope)) reach.push_back(std::move(node));
 }
 
 struct Reach {

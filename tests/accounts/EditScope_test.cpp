@@ -38,5 +38,19 @@ TEST(EditScope, IsNotWalkedForATextThatIsNoNode) {
     EXPECT_FALSE(scopeCovers("aa.en", "aa.en" + std::string(3'000'000, '1')));
 }
 
+TEST(EditScope, ReachesTheWholeTreeWhereNoNodeIsNamed) {
+    for (const auto* scope : {"", "  ", "All", " ALL "}) {
+        EXPECT_TRUE(scopeReaches(scope, "aa.en.01")) << scope;
+        EXPECT_EQ(reachInTree("aa.en", scope), std::vector<std::string>{"aa.en"}) << scope;
+    }
+    EXPECT_FALSE(scopeReaches("aa.en.02", "aa.en.01"));
+}
+
+TEST(EditScope, ReachesNothingInATreeByNodesOfAnother) {
+    const std::vector<std::string> nodes{"aa.en.01", "aa.en"};
+    EXPECT_EQ(reachInTree("aa.en", "AA.en.01, aa.de.01,,aa.en,aa.enx"), nodes);
+    EXPECT_TRUE(reachInTree("aa.en", "aa.de").empty());
+}
+
 }  // namespace
 }  // namespace torvex
