@@ -12,6 +12,8 @@ namespace torvex {
 
 namespace {
 
+constexpr std::string_view selectName = "select roleName from TORVEX_ROLES where roleId = ?";
+
 constexpr std::string_view selectEditGrants =
     "select site, lang, onOff, move, publish, approve, edit, scope from TORVEX_EDIT_RIGHTS "
     "where roleId = ? order by site, lang";
@@ -67,11 +69,17 @@ bool gives(const std::vector<EditGrant>& grants, EditTask task, std::string_view
     });
 }
 
-bool isNothing(const EditRights& rights) {
+}  // namespace
+
+bool EditGrant::isNothing() const {
     return rights.text() == EditRights().text();
 }
 
-}  // namespace
+std::optional<std::string> roleNameOf(db::Connection& connection, int roleId) {
+    auto rows = connection.query(selectName, {roleId});
+    if (!rows.next()) return std::nullopt;
+    return rows.text("roleName");
+}
 
 std::optional<EditRights> editRightsFrom(std::string_view flags) {
     if (flags.size() != editTasks.size() || flags.find_first_not_of("01") != std::string_view::npos)
@@ -112,7 +120,7 @@ EntryGrant entryGrantOf(db::Connection& connection, int roleId, int entry, std::
 
 void writeEditGrant(db::Connection& transaction, int roleId, const EditGrant& grant) {
     transaction.execute(deleteEditGrants, {roleId, grant.site, grant.lang});
-    if (isNothing(grant.rights)) return;
+    if (grant.isNothing()) return;
     transaction.execute(insertEditGrant,
                         {roleId, grant.site, grant.lang, flagOf(grant, EditTask::OnOff),
                          flagOf(grant, EditTask::Move), flagOf(grant, EditTask::Publish),
@@ -121,7 +129,7 @@ void writeEditGrant(db::Connection& transaction, int roleId, const EditGrant& gr
 
 void writeEntryGrant(db::Connection& transaction, int roleId, const EntryGrant& grant) {
     transaction.execute(deleteEntryGrant, {roleId, grant.entry, grant.site, grant.lang});
-    if (!grant.view && !grant.edit) return;
+    if (grant.isNothing()) return;
     transaction.execute(insertEntryGrant, {roleId, grant.entry, grant.site, grant.lang, grant.view ? 1 : 0,
                                            grant.edit ? 1 : 0});
 }

@@ -17,6 +17,8 @@ struct EditGrant {
     std::string lang;
     EditRights rights;
     std::string scope;  ///< nodes divided by commas, "" for the whole tree
+
+    bool isNothing() const;
 };
 
 /// What a role opens of the administration menu; an empty site or language stands for all of them.
@@ -26,7 +28,12 @@ struct EntryGrant {
     std::string lang;
     bool view = false;
     bool edit = false;
+
+    bool isNothing() const { return !view && !edit; }
 };
+
+/// Nothing when there is no such role.
+std::optional<std::string> roleNameOf(db::Connection& connection, int roleId);
 
 /// "01001" in the order of `editTasks`; nothing for another text.
 std::optional<EditRights> editRightsFrom(std::string_view flags);

@@ -5,6 +5,7 @@
 #include "accounts/Actor.h"
 #include "accounts/Administrators.h"
 #include "accounts/AdvancedAccess.h"
+#include "accounts/RoleRights.h"
 #include "administration/MenuEntries.h"
 #include "administration/RecordRemoval.h"
 #include "authoring/StatusCodes.h"
@@ -29,7 +30,6 @@ constexpr std::string_view selectRights =
 constexpr std::string_view selectScope =
     "select scope from TORVEX_EDIT_RIGHTS where roleId = ? and site = ? and lang = ?";
 constexpr std::string_view selectRoleId = "select roleId from TORVEX_ROLES where roleName = ?";
-constexpr std::string_view selectRoleName = "select roleName from TORVEX_ROLES where roleId = ?";
 constexpr std::string_view selectRoleDescription = "select roleDesc from TORVEX_ROLES where roleId = ?";
 
 constexpr std::array<std::string_view, 4> roleRows{
@@ -129,7 +129,7 @@ int cManager::getRoleId(const std::string& roleName) try {
 }
 
 std::string cManager::getRoleName(int roleId) try {
-    return firstText(connection().query(selectRoleName, {roleId}), "roleName");
+    return roleNameOf(connection(), roleId).value_or("");
 } catch (...) {
     raiseFrom("getRoleName !");
 }
@@ -149,7 +149,7 @@ std::string cManager::deleteRole(int roleId, int advId) {
             if (!takeItem(transaction, "role", std::to_string(roleId), lockSeeker())) {
                 return db::refuse(record::locked);
             }
-            role = "Role \"" + firstText(transaction.query(selectRoleName, {roleId}), "roleName") + '"';
+            role = "Role \"" + roleNameOf(transaction, roleId).value_or("") + '"';
             const Actor actor = actorOf(host_);
             const bool before = someoneAdministers(transaction, actor.now);
             deleteRows(transaction, roleRows, roleId);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,11 +11,11 @@ class Connection;
 
 /// Whether a change may touch a record that another session may have open. The record is taken for the
 /// transaction; whose it was before, it is again afterwards.
-class RoleLock {
+class RecordLock {
   public:
-    RoleLock(db::Connection& transaction, const Actor& actor, std::string_view item, int id);
-    RoleLock(const RoleLock&) = delete;
-    RoleLock& operator=(const RoleLock&) = delete;
+    RecordLock(db::Connection& transaction, const Actor& actor, std::string_view item, int id);
+    RecordLock(const RecordLock&) = delete;
+    RecordLock& operator=(const RecordLock&) = delete;
 
     bool isHeld() const { return isHeld_; }
     /// To be called at the end of a change that doesn't let the record go by itself.
@@ -30,8 +29,5 @@ class RoleLock {
     bool wasOurs_ = false;
     bool isHeld_ = false;
 };
-
-/// Nothing when there is no such role.
-std::optional<std::string> roleName(db::Connection& connection, int roleId);
 
 }  // namespace torvex

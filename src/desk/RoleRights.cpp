@@ -12,7 +12,7 @@
 #include "accounts/EditScope.h"
 #include "accounts/Logins.h"
 #include "authoring/StatusCodes.h"
-#include "desk/RoleLock.h"
+#include "desk/RecordLock.h"
 #include "desk/RoleStatus.h"
 #include "desk/registers.h"
 #include "platform/Errors.h"
@@ -50,7 +50,7 @@ Outcome done() {
 /// A change of a record that the session may have, with a way back of its lock.
 template <typename Change>
 Outcome whileHeld(db::Connection& own, const Actor& actor, std::string_view item, int id, Change change) {
-    RoleLock lock(own, actor, item, id);
+    RecordLock lock(own, actor, item, id);
     if (!lock.isHeld()) return refused(roleStatus::openElsewhere);
     const Outcome outcome = change();
     lock.giveBack();
@@ -97,12 +97,11 @@ std::string told(const EntryGrant& grant) {
 
 Outcome writeRights(db::Connection& own, const Actor& actor, int roleId, EditGrant& grant) {
     lockRegisters(own);
-    if (!roleName(own, roleId)) return refused(roleStatus::gone);
+    if (!roleNameOf(own, roleId)) return refused(roleStatus::gone);
     if (!siteExists(own, grant.site) || !languageExists(own, grant.lang))
         return refused(roleStatus::noSuchPlace);
     const auto scope = cleanScope(own, grant.site + "." + grant.lang, grant.scope);
-    const bool isNothing = grant.rights.text() == EditRights().text();
-    if (!scope && !isNothing) return refused(roleStatus::noSuchRight);
+    if (!scope && !grant.isNothing()) return refused(roleStatus::noSuchRight);
     grant.scope = scope.value_or("");
     return whileHeld(own, actor, "role", roleId, [&] {
         if (!mayGive(own, actor, grant, editGrantsOf(own, roleId, grant.site, grant.lang)))
@@ -121,11 +120,10 @@ bool isGivable(db::Connection& connection, const EntryOffer& offer, const EntryG
 
 Outcome writeEntry(db::Connection& own, const Actor& actor, int roleId, const EntryGrant& grant) {
     lockRegisters(own);
-    if (!roleName(own, roleId)) return refused(roleStatus::gone);
+    if (!roleNameOf(own, roleId)) return refused(roleStatus::gone);
     const EntryOffer offer = offerOf(own, grant.entry);
     if (!offer.isThere) return refused(roleStatus::noSuchEntry);
-    const bool isNothing = !grant.view && !grant.edit;
-    if (!isNothing && !isGivable(own, offer, grant)) return refused(roleStatus::noSuchRight);
+    if (!grant.isNothing() && !isGivable(own, offer, grant)) return refused(roleStatus::noSuchRight);
     return whileHeld(own, actor, "role", roleId, [&] {
         if (!mayGive(own, actor, grant, entryGrantOf(own, roleId, grant.entry, grant.site, grant.lang)))
             return refused(roleStatus::moreThanOwn);
@@ -144,7 +142,7 @@ struct Membership {
 
 Outcome writeHolding(db::Connection& own, const Actor& actor, const Membership& wanted) {
     lockRegisters(own);
-    if (!own.query(selectLogin, {wanted.loginId}).next() || !roleName(own, wanted.roleId))
+    if (!own.query(selectLogin, {wanted.loginId}).next() || !roleNameOf(own, wanted.roleId))
         return refused(roleStatus::gone);
     const bool has = own.query(selectHolding, {wanted.roleId, wanted.loginId}).next();
     if (wanted.has && !has && !mayGiveRole(own, actor, wanted.roleId))
@@ -197,7 +195,7 @@ std::string registers::setEditRights(int roleId, const std::string& site, const 
                                 [&](auto& own) { return writeRights(own, actor, roleId, grant); });
     if (outcome.isCommitted)
         recordChange("setEditRights", advId, "save",
-                     "Role " + quoted(roleName(connection(), roleId).value_or("")) + " " + told(grant));
+                     "Role " + quoted(roleNameOf(connection(), roleId).value_or("")) + " " + told(grant));
     return outcome.value;
 }
 
@@ -211,7 +209,7 @@ std::string registers::setAdvancedRight(int roleId, int entry, const std::string
                                 [&](auto& own) { return writeEntry(own, actor, roleId, grant); });
     if (outcome.isCommitted)
         recordChange("setAdvancedRight", advId, "save",
-                     "Role " + quoted(roleName(connection(), roleId).value_or("")) + " " + told(grant));
+                     "Role " + quoted(roleNameOf(connection(), roleId).value_or("")) + " " + told(grant));
     return outcome.value;
 }
 
@@ -226,7 +224,7 @@ std::string registers::setLoginRole(int loginId, int roleId, bool has, int advId
         recordChange("setLoginRole", advId, "save",
                      "Login " + quoted(fullnameOf(connection(), loginId)) +
                          (has ? " has the role " : " no longer has the role ") +
-                         quoted(roleName(connection(), roleId).value_or("")));
+                         quoted(roleNameOf(connection(), roleId).value_or("")));
     return outcome.value;
 }
 

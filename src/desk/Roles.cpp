@@ -1,15 +1,15 @@
 // registers: roles, by name, and who has them.
 
 #include "accounts/Actor.h"
+#include "accounts/RoleRights.h"
 #include "authoring/StatusCodes.h"
-#include "desk/RoleLock.h"
+#include "desk/RecordLock.h"
 #include "desk/RoleStatus.h"
 #include "desk/registers.h"
 #include "platform/Errors.h"
 #include "platform/db/Grid.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
-#include "records/ItemLocks.h"
 #include "records/RegisterLock.h"
 
 namespace torvex {
@@ -49,8 +49,7 @@ std::string namesakeOf(db::Connection& connection, const std::string& name, int 
 }
 
 Outcome changeRole(db::Connection& own, const Actor& actor, int roleId, const RoleTexts& texts) {
-    if (!roleName(own, roleId)) return db::refuse(std::string(roleStatus::gone));
-    const RoleLock lock(own, actor, "role", roleId);
+    const RecordLock lock(own, actor, "role", roleId);
     if (!lock.isHeld()) return db::refuse(std::string(roleStatus::openElsewhere));
     own.execute(updateRole, {texts.name, texts.description, roleId});
     return db::commit(std::to_string(roleId));
@@ -63,7 +62,7 @@ Outcome addRole(db::Connection& own, const RoleTexts& texts) {
 
 Outcome writeRole(db::Connection& own, const Actor& actor, int roleId, const RoleTexts& texts) {
     lockRegisters(own);
-    if (roleId != 0 && !roleName(own, roleId)) return db::refuse(std::string(roleStatus::gone));
+    if (roleId != 0 && !roleNameOf(own, roleId)) return db::refuse(std::string(roleStatus::gone));
     if (texts.name.empty()) return db::refuse(std::string(roleStatus::nameMissing));
     if (namesakeOf(own, texts.name, roleId) != "0") return db::refuse(std::string(roleStatus::nameTaken));
     return roleId == 0 ? addRole(own, texts) : changeRole(own, actor, roleId, texts);
