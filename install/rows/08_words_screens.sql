@@ -34,5 +34,13 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (5631, 'By words or address', 'Mit Wörtern oder Adresse'),
   (5632, 'In the tree', 'Im Baum'),
   (5633, 'Show in the tree', 'Im Baum zeigen'),
-  (5634, 'Open the parent', 'Übergeordnete Seite öffnen')
+  (5634, 'Open the parent', 'Übergeordnete Seite öffnen'),
+  (5635, 'Change the title...', 'Titel ändern...'),
+  (5636, 'Change the title', 'Titel ändern'),
+  (5637, 'The title is saved.', 'Der Titel ist gespeichert.'),
+  (5638, 'The page is called "{title}" by now.', 'Die Seite heißt inzwischen „{title}“.'),
+  (5639, 'Any size', 'Jede Größe'),
+  (5640, 'Recently used', 'Zuletzt verwendet'),
+  (5641, 'Visits, {days} days', 'Besuche, {days} Tage'),
+  (5642, 'Take it off the shelf', 'Von der Ablage nehmen')
 on conflict (lang_label) do nothing;

@@ -3,6 +3,7 @@ import { existsSync, readFileSync, readdirSync } from "node:fs";
 import { dirname, join } from "node:path";
 import { after, before } from "node:test";
 import { fileURLToPath } from "node:url";
+import { isDeepStrictEqual } from "node:util";
 import { chromium } from "playwright-core";
 import { browserOptions } from "../support.mjs";
 
@@ -40,6 +41,7 @@ const usual = {
   "cManager/getLoginScope": () => "bg.en",
   "cManager/getSitemap": () => record(1, "bg.en", "Home", "1PP000") + record(2, "bg.en.01", "Visit", "1PM000") + record(3, "bg.en.02", "Plants"),
   "cManager/getAdvancedMap": () => "0###",
+  "cManager/set": () => null,
   "desk/pulse": () => grid(["kind"], []),
   "desk/leave": () => "0",
   "desk/getDrafts": () => grid(["pageId"], []),
@@ -63,11 +65,21 @@ async function answerOf(calls, name, args) {
   return given?.problem ? given : { status: 200, result: given };
 }
 
+const changed = { type: "/torvex/api/problems/changed", title: "It isn't what was expected", status: 412 };
+
+// A call of a batch by its name, and what it is given.
+function asked({ on, do: operation, with: args, get, set, to }) {
+  if (set) return [`${on}/set`, { [set]: to }];
+  return operation ? [`${on}/${operation}`, args] : [`${on}/get`, get];
+}
+
 async function answerBatch(calls, { calls: wanted }) {
   const results = [];
   for (const one of wanted) {
-    const { status, problem, result } = await answerOf(calls, `${one.on}/${one.do ?? "get"}`, one.with ?? one.get);
+    const { status, problem, result } = await answerOf(calls, ...asked(one));
     if (problem) return { status, body: { ...problem, results, call: results.length } };
+    const now = one.get instanceof Array ? Object.fromEntries(one.get.map((property) => [property, result?.[property]])) : result;
+    if (one.expect && "is" in one.expect && !isDeepStrictEqual(now, one.expect.is)) return { status: 412, body: { ...changed, now, results, call: results.length } };
     results.push({ result });
   }
   return { status: 200, body: { results } };

@@ -201,11 +201,23 @@ export class TvxMedia extends TvxElement {
     else if (event.key === "Enter") void this.open(file);
     else if (event.key === " ") this.flip(file);
     else if (event.key === "a" && (event.ctrlKey || event.metaKey)) this.selected = new Set(files.map(keyOf));
-    else if (event.key === "F2" && this.rights.edit) void this.titles(this.chosen.length ? this.chosen : [file]);
-    else if (event.key === "Delete" && this.rights.edit)
-      void this.removeFiles(this.chosen.length ? this.chosen : [file]);
-    else return;
+    else if (!this.change(event.key, file)) return;
     event.preventDefault();
+  };
+
+  /** Names or removes the files that are selected, or the one that has the keyboard; false for other keys. */
+  private change(key: string, file: MediaFile): boolean {
+    if (!this.rights.edit || (key !== "F2" && key !== "Delete")) return false;
+    const files = this.chosen.length ? this.chosen : [file];
+    void (key === "F2" ? this.titles(files) : this.removeFiles(files));
+    return true;
+  }
+
+  /** The list walks and selects by itself. */
+  private readonly listKey = (event: KeyboardEvent): void => {
+    const row = event.target as HTMLElement;
+    const file = row.matches("tr") ? this.shown.find((each) => keyOf(each) === row.dataset["key"]) : undefined;
+    if (file && this.change(event.key, file)) event.preventDefault();
   };
 
   private get across(): number {
@@ -399,7 +411,7 @@ export class TvxMedia extends TvxElement {
 
   private table(files: readonly MediaFile[]): TemplateResult {
     return html`<tvx-table class="card" .label=${t(this.kind === "images" ? L.images : L.documents)} .columns=${columnsOf(this.site, this.kind)} .rows=${files} .keyOf=${keyOf} .nameOf=${(file: MediaFile) => file.title} selectable .selected=${this.selected}
-      @tvx-select=${(event: CustomEvent<ReadonlySet<string>>) => {
+      @keydown=${this.listKey} @tvx-select=${(event: CustomEvent<ReadonlySet<string>>) => {
         this.selected = event.detail;
       }} @tvx-open=${(event: CustomEvent<MediaFile>) => void this.open(event.detail)}></tvx-table>`;
   }

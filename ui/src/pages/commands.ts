@@ -62,6 +62,9 @@ export function whyNot(page: PageFacts, next: NextStep): string {
 export const publishBranch = (pageIdent: string): Promise<void> =>
   withPage(pageIdent, async (page) => (await import("./branch-dialog")).branchDialog(page));
 
+export const changeTitle = (pageIdent: string): Promise<void> =>
+  withPage(pageIdent, async (page) => (await import("./title-dialog")).titleDialog(page));
+
 export const resetPage = (pageIdent: string): Promise<void> =>
   withPage(pageIdent, async (page) => (await import("./reset-dialog")).resetDialog(page));
 

@@ -15,6 +15,7 @@ import { type NextStep, nextStep } from "./model/next-step";
 import { parentOf } from "./model/places";
 import { type BatchCall, publishOutcome, stepAt, workflowBatch } from "./model/workflow";
 import { changed } from "./pages-changed";
+import { refusalNotice } from "./refusal-notice";
 import { type BatchEnd, runCalls } from "./run";
 import { dayText, titleOr, today } from "./words";
 import "./dialogs.css";
@@ -96,22 +97,12 @@ class PublishQuestion {
 
   private body(): TemplateResult {
     return html`
-      ${this.stopped ? html`<div class="notice warn" role="alert">${icon("triangle-alert")}<span class="grow">${this.stopped}</span>${this.moveButton()}</div>` : nothing}
+      ${refusalNotice(this.stopped, this.move, () => this.box?.close())}
       ${this.changes()}
       ${this.next.steps.includes("saveSetup") ? this.note(t(L.setupFirst)) : nothing}
       ${this.next.steps.includes("publish") ? this.obstacles() : nothing}
       ${this.checks()}
     `;
-  }
-
-  private moveButton(): TemplateResult | typeof nothing {
-    const { move } = this;
-    if (!move) return nothing;
-    const run = () => {
-      this.box?.close();
-      move.run();
-    };
-    return html`<button type="button" class="button small" @click=${run}>${move.label}</button>`;
   }
 
   /** What a reader would stumble over; none of it forbids. */

@@ -112,6 +112,16 @@ actions.register(
     run: newBelow,
   },
   {
+    id: "page.title",
+    order: 15,
+    label: () => t(L.changeTitleMore),
+    icon: "pencil",
+    key: "F2",
+    when: mayEdit,
+    disabled: (page) => (page.heldByOther ? t(L.isHeldFirst, { name: page.holder }) : ""),
+    run: (page) => commands.changeTitle(ident(page)),
+  },
+  {
     id: "page.publish",
     order: 20,
     label: () => t(L.publishMore),

@@ -35,4 +35,12 @@ export const screens = {
   inTheTree: 5632,
   showInTree: 5633,
   openParent: 5634,
+  changeTitleMore: 5635,
+  changeTitle: 5636,
+  titleSaved: 5637,
+  titleIsNow: 5638,
+  anySize: 5639,
+  recentPictures: 5640,
+  visitsColumn: 5641,
+  takeOffShelf: 5642,
 } as const;

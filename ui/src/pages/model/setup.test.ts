@@ -14,6 +14,7 @@ import {
   SETUP_FIELDS,
   saveWord,
   setupBatch,
+  titleBatch,
   toDateField,
   toggleGroup,
 } from "./setup";
@@ -134,4 +135,12 @@ test("a new page inherits its looks and readers, and is put in front of a siblin
   assert.equal(set["pgTitle"], "Seed swap");
   assert.equal(set["pgTemplateId"], 0);
   assert.equal(set["pgGroups"], "0");
+});
+
+test("a title goes alone, if it is still the one that was seen", () => {
+  const [read, seen, set, save] = titleBatch("12", "", " Walks ");
+  assert.deepEqual(read?.with, { pageIdent: "12", mode: "D" });
+  assert.deepEqual([seen?.get, seen?.expect], [["pgTitle"], { is: { pgTitle: "[no title]" } }]);
+  assert.deepEqual([set?.set, set?.to], ["pgTitle", "Walks"]);
+  assert.deepEqual([save?.do, save?.with], ["savePageSetup", { pageIdent: "12" }]);
 });

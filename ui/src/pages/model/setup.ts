@@ -1,7 +1,7 @@
 /** The sheet of a page's setup: its fields, what differs, and the one batch that saves it. */
 
 import type { PageKind } from "./status";
-import type { BatchCall } from "./workflow";
+import { type BatchCall, titleAsGiven } from "./workflow";
 
 export interface SetupValues {
   pgTitle: string;
@@ -153,6 +153,16 @@ export function setupBatch(save: SheetSave): BatchCall[] {
     ...SETUP_FIELDS.map((field) => setProperty(field, save.values[field])),
     { on: "cManager", do: "savePageSetup", with: { pageIdent: save.pageIdent } },
     ...save.meta.map((each) => metaCall(save.pageIdent, each)),
+  ];
+}
+
+/** Gives a page another title, if it still has the one that its author saw; all else stays as it is by now. */
+export function titleBatch(pageIdent: string, seen: string, title: string): BatchCall[] {
+  return [
+    readPage(pageIdent),
+    expectSetup({ pgTitle: titleAsGiven(seen) }),
+    setProperty("pgTitle", title.trim()),
+    { on: "cManager", do: "savePageSetup", with: { pageIdent } },
   ];
 }
 

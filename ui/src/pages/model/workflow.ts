@@ -26,6 +26,9 @@ const UNTITLED = "[no title]";
 /** A title as `getPage` gives it: the word in place of none must never be saved as one. */
 export const titleFrom = (given: string): string => (given === UNTITLED ? "" : given);
 
+/** The other way: what `getPage` gives for a title. */
+export const titleAsGiven = (title: string): string => title || UNTITLED;
+
 /** Which page goes on, and from which state. */
 export interface Subject {
   readonly pageIdent: string;
