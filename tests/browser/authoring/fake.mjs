@@ -6,6 +6,7 @@ import { fileURLToPath } from "node:url";
 import { isDeepStrictEqual } from "node:util";
 import { chromium } from "playwright-core";
 import { browserOptions } from "../support.mjs";
+import { choose } from "./support.mjs";
 
 const root = join(dirname(fileURLToPath(import.meta.url)), "../../..");
 const dist = join(root, "ui/dist");
@@ -139,6 +140,20 @@ export async function openShell(browser, { path = "/torvex/", api = {}, lang = "
   await page.goto(origin + path);
   await page.getByRole("banner").waitFor();
   return Object.assign(state, { page, context, calls });
+}
+
+// What `get` says of the page "Visit".
+export const visit = {
+  pgExists: true, pgPageId: 2, pgNodeId: "bg.en.01", pgTitle: "Visit", pgEditor: "Iris Falk", pgEditingDate: "2026-06-15T10:00:00",
+  pgLockedBy: "", pgLockingDate: null, pgApprovedBy: "", pgDeletedBy: "", pgOnlineFrom: "", pgOnlineTo: "", pgTemplateId: 1,
+  pgOnline: 1, pgPublisher: "Iris Falk", pgPublishingDate: "2026-06-15T10:00:00",
+};
+
+// The shell with that page.
+export async function openVisit(browser, api) {
+  const shell = await openShell(browser, { path: "/torvex/page.asp?pageId=2", api });
+  await shell.page.locator("tvx-page-view h1:not(.skeleton)").waitFor();
+  return { ...shell, choose: (entry) => choose(shell.page, entry), dialog: shell.page.getByRole("dialog") };
 }
 
 function serveFile(route, name) {

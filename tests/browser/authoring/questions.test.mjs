@@ -1,13 +1,7 @@
 // What is asked before many pages change, or a place: branches, selections, people in the way, readers of folders.
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
-import { aBrowser, grid, openShell, record, refusal } from "./fake.mjs";
-
-const properties = {
-  pgExists: true, pgPageId: 2, pgNodeId: "bg.en.01", pgTitle: "Visit", pgEditor: "Iris Falk", pgEditingDate: "2026-06-15T10:00:00",
-  pgLockedBy: "", pgLockingDate: null, pgApprovedBy: "", pgDeletedBy: "", pgOnlineFrom: "", pgOnlineTo: "", pgTemplateId: 1,
-  pgOnline: 1, pgPublisher: "Iris Falk", pgPublishingDate: "2026-06-15T10:00:00",
-};
+import { aBrowser, grid, openShell, openVisit, record, refusal, visit } from "./fake.mjs";
 
 const sitemap = ({ startNode, flag }) => {
   const home = record(1, "bg.en", "Home", "1PP000");
@@ -20,7 +14,7 @@ const aPage = {
   "cManager/getNodeId": () => "bg.en.01",
   "cManager/getPageId": ({ nodeId }) => ({ "bg.en": 1, "bg.en.01": 2, "bg.en.02": 3, "bg.en.03": 4 })[nodeId],
   "cManager/getPage": () => true,
-  "cManager/get": () => properties,
+  "cManager/get": () => visit,
   "cManager/getPageParameters": () => "PM0000",
   "cManager/isPage": () => true,
   "cManager/getSitemap": sitemap,
@@ -34,13 +28,8 @@ const callsOf = (sent, name) => [
 ];
 
 async function openPage(browser, api) {
-  const shell = await openShell(browser, { path: "/torvex/page.asp?pageId=2", api: { ...aPage, ...api } });
-  await shell.page.locator("tvx-page-view h1:not(.skeleton)").waitFor();
-  const choose = async (entry) => {
-    await shell.page.getByRole("button", { name: "More for this page" }).click();
-    await shell.page.getByRole("menuitem").filter({ has: shell.page.getByText(entry, { exact: true }) }).click();
-  };
-  return { ...shell, choose, dialog: shell.page.getByRole("dialog"), says: (text) => shell.page.getByRole("log").getByText(text).first().waitFor() };
+  const shell = await openVisit(browser, { ...aPage, ...api });
+  return { ...shell, says: (text) => shell.page.getByRole("log").getByText(text).first().waitFor() };
 }
 
 describe("publishing a branch", () => {

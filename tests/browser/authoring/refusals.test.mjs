@@ -4,7 +4,7 @@ import { readFileSync } from "node:fs";
 import { dirname, join } from "node:path";
 import { describe, test } from "node:test";
 import { fileURLToPath } from "node:url";
-import { aBrowser, grid, openShell, record, words } from "./fake.mjs";
+import { aBrowser, grid, openVisit, record, visit, words } from "./fake.mjs";
 
 const docs = join(dirname(fileURLToPath(import.meta.url)), "../../../docs/operations.json");
 const labels = words("en");
@@ -39,18 +39,12 @@ function refused(operation, code) {
   return { status: 409, problem: { type: `/torvex/api/problems/${kind}`, title: "refused", status: 409, operation, code, detail, holder } };
 }
 
-const properties = {
-  pgExists: true, pgPageId: 2, pgNodeId: "bg.en.01", pgTitle: "Visit", pgEditor: "Iris Falk", pgEditingDate: "2026-06-15T10:00:00",
-  pgLockedBy: holder, pgLockingDate: "2026-06-15T10:00:00", pgApprovedBy: "", pgDeletedBy: "", pgOnlineFrom: "", pgOnlineTo: "", pgTemplateId: 1,
-  pgOnline: 1, pgPublisher: "Iris Falk", pgPublishingDate: "2026-06-15T10:00:00",
-};
-
 // A page by what `getPageParameters` says of it.
 const pageIn = (parameters, more = {}) => ({
   "cManager/getNodeId": ({ pageId }) => (Number(pageId) === 1 ? "bg.en" : "bg.en.01"),
   "cManager/getPageId": ({ nodeId }) => (nodeId === "bg.en" ? 1 : 2),
   "cManager/getPage": () => true,
-  "cManager/get": () => properties,
+  "cManager/get": () => ({ ...visit, pgLockedBy: holder, pgLockingDate: "2026-06-15T10:00:00" }),
   "cManager/getPageParameters": () => parameters,
   "cManager/isPage": () => true,
   "cManager/getSitemap": ({ startNode }) => (startNode ? record(2, "bg.en.01", "Visit", "1PM000") : record(1, "bg.en", "Home", "1PP000") + record(2, "bg.en.01", "Visit", "1PM000")),
@@ -64,13 +58,8 @@ const heldByMe = "PM1000";
 const approved = "PM0010";
 
 async function open(browser, parameters, api) {
-  const shell = await openShell(browser, { path: "/torvex/page.asp?pageId=2", api: pageIn(parameters, api) });
-  await shell.page.locator("tvx-page-view h1:not(.skeleton)").waitFor();
-  const choose = async (entry) => {
-    await shell.page.getByRole("button", { name: "More for this page" }).click();
-    await shell.page.getByRole("menuitem").filter({ has: shell.page.getByText(entry, { exact: true }) }).click();
-  };
-  return { ...shell, choose, dialog: shell.page.getByRole("dialog"), main: (name) => shell.page.getByRole("main").getByRole("button", { name, exact: true }).first() };
+  const shell = await openVisit(browser, pageIn(parameters, api));
+  return { ...shell, main: (name) => shell.page.getByRole("main").getByRole("button", { name, exact: true }).first() };
 }
 
 const inNotices = (page) => page.getByRole("log");
@@ -192,38 +181,30 @@ describe("the next step beside a refusal", () => {
 
 describe("a refused place", () => {
   const chromium = aBrowser();
-  const target = { "cManager/getLoginScope": () => "bg.en" };
+  const places = {
+    "cManager/getLoginScope": () => "bg.en",
+    "cManager/getSitemap": ({ startNode, flag }) => {
+      const home = record(1, "bg.en", "Home", "1PP000");
+      const children = record(2, "bg.en.01", "Visit", "1PM000") + record(3, "bg.en.02", "Plants");
+      if (!flag) return home + children;
+      return startNode === "" ? home : startNode === "bg.en" ? children : "";
+    },
+  };
+  const ways = [
+    ["cManager.movePage", "Move to...", "Move here", ["-2", "-3", "-4"]],
+    ["cManager.pastePage", "Copy to...", "Copy here", ["-1", "-2", "-3", "-4"]],
+  ];
 
-  for (const code of ["-2", "-3", "-4"])
-    test(`movePage ${code}: its sentence, and the dialog stays for another place`, async () => {
-      const answer = refused("cManager.movePage", code);
-      const { page, choose, dialog, context } = await open(chromium.browser, changedPage, { ...target, ...tree, "cManager/movePage": () => answer });
-      await choose("Move to...");
-      await dialog.getByRole("treeitem", { name: "Plants" }).click();
-      await dialog.getByRole("button", { name: "Move here" }).click();
-      await page.getByText(answer.problem.detail).first().waitFor();
-      await dialog.getByRole("tree").waitFor();
-      await context.close();
-    });
-
-  for (const code of ["-1", "-2", "-3", "-4"])
-    test(`pastePage ${code}: its sentence, and the dialog stays for another place`, async () => {
-      const answer = refused("cManager.pastePage", code);
-      const { page, choose, dialog, context } = await open(chromium.browser, changedPage, { ...target, ...tree, "cManager/pastePage": () => answer });
-      await choose("Copy to...");
-      await dialog.getByRole("treeitem", { name: "Plants" }).click();
-      await dialog.getByRole("button", { name: "Copy here" }).click();
-      await page.getByText(answer.problem.detail).first().waitFor();
-      await dialog.getByRole("tree").waitFor();
-      await context.close();
-    });
+  for (const [operation, entry, button, codes] of ways)
+    for (const code of codes)
+      test(`${operation} ${code}: its sentence, and the dialog stays for another place`, async () => {
+        const answer = refused(operation, code);
+        const { page, choose, dialog, context } = await open(chromium.browser, changedPage, { ...places, [operation.replace(".", "/")]: () => answer });
+        await choose(entry);
+        await dialog.getByRole("treeitem", { name: "Plants" }).click();
+        await dialog.getByRole("button", { name: button }).click();
+        await page.getByText(answer.problem.detail).first().waitFor();
+        await dialog.getByRole("tree").waitFor();
+        await context.close();
+      });
 });
-
-const tree = {
-  "cManager/getSitemap": ({ startNode, flag }) => {
-    const home = record(1, "bg.en", "Home", "1PP000");
-    const children = record(2, "bg.en.01", "Visit", "1PM000") + record(3, "bg.en.02", "Plants");
-    if (!flag) return home + children;
-    return startNode === "" ? home : startNode === "bg.en" ? children : "";
-  },
-};

@@ -32,6 +32,12 @@ export async function openPage(page, name) {
   await page.getByRole("main").getByRole("button", { name: /^(Edit|Check in|Approve|Publish|Bearbeiten|Einchecken)/ }).first().waitFor();
 }
 
+// Chooses an entry of the menu of the page that is shown.
+export async function choose(page, entry) {
+  await page.getByRole("button", { name: "More for this page" }).click();
+  await page.getByRole("menuitem").filter({ has: page.getByText(entry, { exact: true }) }).click();
+}
+
 // The browser tells the editor of a moved cursor a moment later: waits until the editor has the keyboard and is where
 // the cursor is.
 export const followed = (page) => page.waitForFunction(() => {

@@ -2,6 +2,7 @@
 import assert from "node:assert/strict";
 import { findingsOfAxe, sidewaysScroll } from "../support.mjs";
 import { logInAs } from "./door.mjs";
+import { choose } from "./support.mjs";
 
 // What a page's own document reports is the page's affair: a body may hold scripts, and the edit view runs none.
 const ofTheShell = (text) => /Content Security Policy/.test(text) && !/script-src 'none'|script-src-elem/.test(text);
@@ -25,10 +26,7 @@ export async function workAs(site, name, { width = 1280, height = 800, dark = fa
       await page.goto(`${site.address}/torvex/page.asp?pageId=${pageId}`);
       await page.locator("tvx-page-view h1:not(.skeleton)").waitFor();
     },
-    choose: async (entry) => {
-      await page.getByRole("button", { name: "More for this page" }).click();
-      await page.getByRole("menuitem").filter({ has: page.getByText(entry, { exact: true }) }).click();
-    },
+    choose: (entry) => choose(page, entry),
     dialog: page.getByRole("dialog"),
     heading: page.locator("tvx-page-view .page-head"),
     // Until nothing is being fetched.
