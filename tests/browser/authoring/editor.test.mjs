@@ -4,7 +4,7 @@ import { join } from "node:path";
 import { afterEach, before, beforeEach, describe, test } from "node:test";
 import { findingsOfAxe } from "../support.mjs";
 import { logInAs, servedAuthors } from "./door.mjs";
-import { chooseWord, followed, keptHere, move, toEnd } from "./support.mjs";
+import { chooseWord, dropPicture, followed, keptHere, move, toEnd, viewOf } from "./support.mjs";
 
 // Opening hours and tickets: body 1 a heading, 2 and 3 text.
 const pageId = 4;
@@ -32,7 +32,7 @@ describe("a body is edited on its page", () => {
   let page;
   let violations;
   const stored = (id, body) => site.query(`select bodyText from TORVEX_BODIES_DESIGN where pageId = ${id} and bodyId = ${body}`)[0].bodyText;
-  const frame = () => page.frames().find((one) => one.url().includes("/torvex/view.asp"));
+  const frame = () => viewOf(page);
   const open = async (id) => {
     await page.goto(`${site.address}/torvex/page.asp?pageId=${id}`);
     await page.locator(".body-handle").first().waitFor();
@@ -279,17 +279,9 @@ describe("a body is edited on its page", () => {
   });
 
   test("a picture that is dropped into the text is uploaded, described and shown", async () => {
-    const pixel = "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9QDwADhgGAWjR9awAAAABJRU5ErkJggg==";
     await open(21);
     await edit(2);
-    await frame().evaluate((base64) => {
-      const bytes = Uint8Array.from(atob(base64), (letter) => letter.charCodeAt(0));
-      const data = new DataTransfer();
-      data.items.add(new File([bytes], "dropped.png", { type: "image/png" }));
-      const { left, top } = document.querySelector(".ProseMirror p").getBoundingClientRect();
-      const options = { dataTransfer: data, bubbles: true, cancelable: true, clientX: left + 4, clientY: top + 8 };
-      document.querySelector(".ProseMirror p").dispatchEvent(new DragEvent("drop", options));
-    }, pixel);
+    await dropPicture(page, "dropped.png");
     const question = page.getByRole("dialog", { name: "What does this picture show?" });
     await question.getByLabel("Alternative text").fill("A red dot");
     assert.deepEqual(await findingsOfAxe(page, "tvx-dialog"), []);

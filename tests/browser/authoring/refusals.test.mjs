@@ -8,26 +8,15 @@ import { aBrowser, grid, openVisit, record, visit, words } from "./fake.mjs";
 
 const docs = join(dirname(fileURLToPath(import.meta.url)), "../../../docs/operations.json");
 const labels = words("en");
+const { classes } = JSON.parse(readFileSync(docs, "utf8"));
 
-// The sentence that the register has for a code.
-const rows = JSON.parse(readFileSync(docs, "utf8"));
-
+// What the register has for a code: its kind, and the sentence.
 function codeOf(operation, code) {
   const [className, name] = operation.split(".");
-  const found = findOperation(rows, className, name);
-  const row = found.codes.find((each) => String(each.code) === code);
+  const { operations } = classes.find((each) => each.name === className);
+  const row = operations.find((each) => each.name === name).codes.find((each) => String(each.code) === code);
   assert.ok(row, `${operation} has no code ${code}`);
   return row;
-}
-
-function findOperation(value, className, name) {
-  if (!value || typeof value !== "object") return undefined;
-  if (value.name === name && Array.isArray(value.codes)) return value;
-  for (const each of Object.values(value)) {
-    const found = findOperation(each, className, name);
-    if (found) return found;
-  }
-  return undefined;
 }
 
 const holder = "Basil Crane";

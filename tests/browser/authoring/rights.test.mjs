@@ -1,7 +1,7 @@
 // Logins, roles and what they give: a right is taken, whom it hits is told before, and why others still have it.
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
-import { change, servedAuthors } from "./door.mjs";
+import { servedAuthors } from "./door.mjs";
 import { assertAccessible, workAs } from "./workplace.mjs";
 
 const statements = [
@@ -12,13 +12,11 @@ const statements = [
 ];
 
 describe("rights", () => {
-  let folder = "";
-  const site = servedAuthors(statements, (install) => {
-    folder = install;
-  });
+  const site = servedAuthors(statements);
   const rightsOf = (role) =>
     site.query(`select site, lang, onOff, move, publish, approve, edit, scope from TORVEX_EDIT_RIGHTS where roleId = ${role} order by site, lang`).map((row) => Object.values(row).join("|"));
-  const rolesOf = (login) => site.query(`select roleId from TORVEX_ROLES_LOGINS where loginId = ${login} order by roleId`).map((row) => Number(Object.values(row)[0]));
+  const rolesOf = (login) => site.query(`select roleId from TORVEX_ROLES_LOGINS where loginId = ${login} order by roleId`).map(({ roleId }) => roleId);
+  const titleOf = (nodeId) => site.query(`select title from TORVEX_PAGES_DESIGN where nodeId = '${nodeId}'`)[0].title;
 
   const openRole = async (work, id, name) => {
     await work.go(`/torvex/roles.asp?role=${id}`);
@@ -50,12 +48,12 @@ describe("rights", () => {
     await work.go("/torvex/logins.asp?login=6");
     const why = page.locator("tvx-why");
     await why.getByLabel("May she").selectOption("publish");
-    const german = site.query("select title from TORVEX_PAGES_DESIGN where nodeId = 'bg.de.03'").map((row) => Object.values(row)[0])[0];
+    const german = titleOf("bg.de.03");
     await why.getByRole("combobox", { name: "Page" }).fill(german);
     await why.getByRole("option", { name: german }).first().click();
     await why.getByText("Yes.").waitFor();
     await why.getByText(/German desk gives publishing/).waitFor();
-    const english = site.query("select title from TORVEX_PAGES_DESIGN where nodeId = 'bg.en.03'").map((row) => Object.values(row)[0])[0];
+    const english = titleOf("bg.en.03");
     await why.getByRole("combobox", { name: "Page" }).fill(english);
     await why.getByRole("option", { name: english }).first().click();
     await why.getByText("No.").waitFor();
@@ -68,7 +66,7 @@ describe("rights", () => {
   });
 
   test("where a role's rights reach is chosen in the tree, and a page that is gone can be left out", async () => {
-    change(folder, "update TORVEX_EDIT_RIGHTS set scope = 'bg.en.03,bg.en.77' where roleId = 3");
+    site.sql("update TORVEX_EDIT_RIGHTS set scope = 'bg.en.03,bg.en.77' where roleId = 3");
     const work = await workAs(site, "iris");
     const { page } = work;
     await openRole(work, 3, "Programme");
@@ -79,7 +77,7 @@ describe("rights", () => {
     const chosen = work.dialog.getByRole("treeitem", { selected: true });
     await chosen.waitFor();
     await assertAccessible(page, "the scope");
-    const other = site.query("select title from TORVEX_PAGES_DESIGN where nodeId = 'bg.en.02'").map((row) => Object.values(row)[0])[0];
+    const other = titleOf("bg.en.02");
     await work.dialog.getByRole("treeitem", { name: other, exact: true }).click();
     await work.dialog.getByRole("treeitem", { name: other, exact: true, selected: true }).waitFor();
     await work.dialog.getByRole("button", { name: "Take these" }).click();
@@ -96,11 +94,11 @@ describe("rights", () => {
     const work = await workAs(site, "iris");
     const { page } = work;
     await openRole(work, 3, "Programme");
-    change(folder, "update TORVEX_EDIT_RIGHTS set approve = 1 where roleId = 3");
+    site.sql("update TORVEX_EDIT_RIGHTS set approve = 1 where roleId = 3");
     await page.getByRole("textbox", { name: "Description" }).fill("All that is on");
     await page.getByRole("button", { name: "Save" }).click();
     await page.getByText("Somebody has changed this role meanwhile.").waitFor();
-    assert.equal(site.query("select roleDesc from TORVEX_ROLES where roleId = 3").map((row) => Object.values(row)[0])[0] === "All that is on", false);
+    assert.notEqual(site.query("select roleDesc from TORVEX_ROLES where roleId = 3")[0].roleDesc, "All that is on");
     await page.getByRole("button", { name: "Go on with mine" }).click();
     await page.getByText("Somebody has changed this role meanwhile.").waitFor({ state: "detached" });
     assert.equal(await page.getByRole("textbox", { name: "Description" }).inputValue(), "All that is on");
@@ -109,15 +107,15 @@ describe("rights", () => {
   });
 
   test("a role that somebody else has open can be read", async () => {
-    change(folder, "update TORVEX_LOGINS set sessionId = 'elsewhere' where loginId = 4");
-    change(folder, "update TORVEX_ROLES set lock = 'elsewhere' where roleId = 3");
+    site.sql("update TORVEX_LOGINS set sessionId = 'elsewhere' where loginId = 4");
+    site.sql("update TORVEX_ROLES set lock = 'elsewhere' where roleId = 3");
     const work = await workAs(site, "iris");
     const { page } = work;
     await openRole(work, 3, "Programme");
     await page.getByText("Heide Lorenz has this open; you can read it.").waitFor();
     assert.equal(await page.getByRole("checkbox").first().isDisabled(), true);
     assert.equal(await page.getByRole("button", { name: "Save" }).count(), 0);
-    change(folder, "update TORVEX_ROLES set lock = '' where roleId = 3");
+    site.sql("update TORVEX_ROLES set lock = '' where roleId = 3");
     await work.close();
   });
 
@@ -157,7 +155,7 @@ describe("rights", () => {
     await assertAccessible(page, "a password");
     await work.dialog.getByRole("button", { name: "I have noted it" }).click();
     await page.getByRole("heading", { name: "Hazel Wood" }).waitFor();
-    const hazel = Number(site.query("select loginId from TORVEX_LOGINS where username = 'hazel'").map((row) => Object.values(row)[0])[0]);
+    const hazel = site.query("select loginId from TORVEX_LOGINS where username = 'hazel'")[0].loginId;
     await page.getByRole("checkbox", { name: "Programme" }).check();
     await work.says("Hazel Wood has the role Programme now.");
     assert.deepEqual(rolesOf(hazel), [3]);

@@ -4,6 +4,7 @@
 import { cpus, loadavg } from "node:os";
 import { givePasswords, logInAs, useInterface } from "./door.mjs";
 import { siteOf } from "../support.mjs";
+import { choose, dropPicture } from "./support.mjs";
 import { heapOf, median, openById, threadOf, timeOf } from "./watch.mjs";
 
 const install = process.argv[2];
@@ -156,6 +157,12 @@ async function show(page, pageId) {
   await rest(page);
 }
 
+async function edit(page, pageId) {
+  await show(page, pageId);
+  await page.keyboard.press("e");
+  await page.waitForFunction(isTyping);
+}
+
 async function finding(page) {
   const words = ["walks", "palms", "orchid", "snow", "shop", "volunteers", "garden", "press", "notices", "gardens", "hours"];
   const ask = async (word) => {
@@ -202,9 +209,7 @@ async function branches(page) {
 async function correcting(page) {
   let next = firstGrown + 50_010;
   const type = async () => {
-    await show(page, (next += 10));
-    await page.keyboard.press("e");
-    await page.waitForFunction(isTyping);
+    await edit(page, (next += 10));
     await page.keyboard.type("eleven ");
     await page.waitForFunction(() => document.querySelector("tvx-page-frame").unsaved);
     await rest(page, 500);
@@ -250,44 +255,27 @@ async function making(page) {
   let turn = 0;
   await measured(page, "a new page below this one, ready to type (3 clicks)", 1000, async () => {
     await show(page, firstGrown + 70_001);
-    await page.getByRole("button", { name: "More for this page" }).click();
-    await page.getByRole("menuitem").filter({ has: page.getByText("New page below...", { exact: true }) }).click();
+    await choose(page, "New page below...");
     await page.getByRole("dialog").getByLabel("Title", { exact: true }).fill(`Seed swap ${Date.now()}.${++turn}`);
     await rest(page, 1000);
     return timed(page, { event: "click", act: () => page.getByRole("dialog").getByRole("button", { name: /^Create/ }).click(), seen: isTyping });
   });
 }
 
-// A picture of one pixel, so that its way over the line counts for nothing.
-const pixel = "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9QDwADhgGAWjR9awAAAABJRU5ErkJggg==";
-
-function drop(page, name) {
-  return page.frames().find((one) => one.url().includes("/torvex/view.asp")).evaluate(({ pixel, name }) => {
-    const bytes = Uint8Array.from(atob(pixel), (letter) => letter.charCodeAt(0));
-    const data = new DataTransfer();
-    data.items.add(new File([bytes], name, { type: "image/png" }));
-    const place = document.querySelector(".ProseMirror");
-    const { left, top } = place.getBoundingClientRect();
-    place.dispatchEvent(new DragEvent("drop", { dataTransfer: data, bubbles: true, cancelable: true, clientX: left + 4, clientY: top + 8 }));
-  }, { pixel, name });
-}
-
 async function picturing(page) {
   let next = firstGrown + 80_010;
   const open = async () => {
-    await show(page, (next += 10));
-    await page.keyboard.press("e");
-    await page.waitForFunction(isTyping);
+    await edit(page, (next += 10));
     await rest(page, 500);
   };
-  const question = () => document.querySelector("tvx-dialog dialog[open]") !== null || document.querySelector("dialog[open]") !== null;
+  const question = () => document.querySelector("dialog[open]") !== null;
   await measured(page, "a picture dropped into the text: sent, and its question asked (1 drag)", 300, async () => {
     await open();
-    return timed(page, { event: "drop", act: () => drop(page, `dropped${Date.now()}.png`), seen: question });
+    return timed(page, { event: "drop", act: () => dropPicture(page, `dropped${Date.now()}.png`), seen: question });
   });
   await measured(page, "a picture dropped into the text: shown after the answer", 300, async () => {
     await open();
-    await drop(page, `shown${Date.now()}.png`);
+    await dropPicture(page, `shown${Date.now()}.png`);
     await page.getByLabel("Alternative text").fill("A red dot");
     return timed(page, {
       event: "click",

@@ -86,6 +86,22 @@ export async function clickInto(page, words) {
   await toEnd(page);
 }
 
+// Of one pixel, so that its way over the line counts for nothing.
+const pixel = "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9QDwADhgGAWjR9awAAAABJRU5ErkJggg==";
+
+// The frame with the edited page.
+export const viewOf = (page) => page.frames().find((one) => one.url().includes("/torvex/view.asp"));
+
+// Drops a picture into the body that is being edited.
+export const dropPicture = (page, name) => viewOf(page).evaluate(({ pixel, name }) => {
+  const bytes = Uint8Array.from(atob(pixel), (letter) => letter.charCodeAt(0));
+  const data = new DataTransfer();
+  data.items.add(new File([bytes], name, { type: "image/png" }));
+  const place = document.querySelector(".ProseMirror p") ?? document.querySelector(".ProseMirror");
+  const { left, top } = place.getBoundingClientRect();
+  place.dispatchEvent(new DragEvent("drop", { dataTransfer: data, bubbles: true, cancelable: true, clientX: left + 4, clientY: top + 8 }));
+}, { pixel, name });
+
 // What was typed is kept in this browser: it outlives the tab.
 export const keptHere = (page, text) => page.waitForFunction(async (wanted) => {
   // Opening a database that isn't there would make an empty one.
