@@ -111,12 +111,14 @@ export interface Hold {
 
 export const rolesOf = (): Promise<RoleLine[]> => call("registers.getRoles", {}) as Promise<RoleLine[]>;
 
-export async function hold(item: "role" | "login", id: number): Promise<Hold> {
+export type RecordItem = "role" | "login";
+
+export async function hold(item: RecordItem, id: number): Promise<Hold> {
   const [line] = (await call("registers.open", { item, id: String(id) })) as Hold[];
   return line ?? { state: "gone", name: "" };
 }
 
-export const letGo = (item: "role" | "login", id: number): Promise<unknown> =>
+export const letGo = (item: RecordItem, id: number): Promise<unknown> =>
   call("cManager.unlockItem", { item, itemId: String(id) }).catch(() => {});
 
 const asRead = (roleId: number, expected: readonly unknown[] = []): Step[] => {
@@ -142,6 +144,9 @@ export async function roleOf(roleId: number): Promise<Role> {
     expected: entries.slice(0, 4).map(({ result }) => result),
   };
 }
+
+export const roleLoginsOf = (roleId: number): Promise<RoleLogin[]> =>
+  call("registers.getRoleLogins", { roleId }) as Promise<RoleLogin[]>;
 
 /** What roles can be given rights in and to. */
 export interface Places {
@@ -310,6 +315,9 @@ export async function loginOf(loginId: number): Promise<LoginRecord> {
   const entries = await run([...readDetails(loginId), step("cManager.getLoginRoles", { loginId })] as Step[], "read");
   return { loginId, details: entries[1]?.result as Details, roles: rows<HeldRole>(entries[2]) };
 }
+
+export const loginRolesOf = (loginId: number): Promise<HeldRole[]> =>
+  call("cManager.getLoginRoles", { loginId }) as Promise<HeldRole[]>;
 
 /** The parts of a login as the operation takes them; what is empty stays as it is, but for its days. */
 const ofDetails = (loginId: number, details: Details, password: string) => ({

@@ -1,216 +1,109 @@
 /** A login: who it is, which roles it has, and what it may do by them. */
 
-import { html, nothing, type PropertyValues, type TemplateResult } from "lit";
-import { customElement, property, state } from "lit/decorators.js";
-import { TvxElement } from "../kit/element";
+import { html, nothing, type TemplateResult } from "lit";
+import { customElement, state } from "lit/decorators.js";
+import { live } from "lit/directives/live.js";
 import { icon } from "../kit/icon";
 import { ask } from "../kit/tvx-dialog";
-import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
 import { failed } from "../pages/actions";
-import { beforeLeaving, setQuery } from "../shell/address";
-import { workplace } from "../shell/workplace";
+import { assign } from "./assign";
 import {
   DETAILS,
   type Detail,
   type Details,
   type HeldRole,
-  type Hold,
-  hold,
-  isChanged,
   type LoginRecord,
-  letGo,
   loginOf,
+  loginRolesOf,
   removeLogin,
   saveLogin,
-  setLoginRole,
 } from "./data";
 import { textField } from "./fields";
 import { newPasswordDialog } from "./login-dialogs";
+import { RecordElement, type RecordWords } from "./record";
 import "./tvx-why";
 import { fromDateField, toDateField } from "./words";
 import "../pages/lists.css";
 import "./rights.css";
 
 @customElement("tvx-login")
-export class TvxLogin extends TvxElement {
-  @property({ type: Number }) loginId = 0;
-  @state() private login: LoginRecord | undefined;
-  @state() private held: Hold | undefined;
+export class TvxLogin extends RecordElement<LoginRecord> {
   @state() private details: Details | undefined;
-  @state() private fault = "";
-  @state() private stale = false;
-  @state() private busy = false;
-  private forget: (() => void) | undefined;
+  protected readonly item = "login";
+  protected readonly words: RecordWords = { icon: "user", isGone: L.loginIsGone, isOthers: L.loginChanged };
 
-  override connectedCallback(): void {
-    super.connectedCallback();
-    this.forget = beforeLeaving(() => this.mayLeave());
+  protected read(loginId: number): Promise<LoginRecord> {
+    return loginOf(loginId);
   }
 
-  override disconnectedCallback(): void {
-    super.disconnectedCallback();
-    this.forget?.();
-    this.free(this.loginId);
+  protected take({ details }: LoginRecord, keepMine: boolean): void {
+    this.details = keepMine ? this.withMine(details) : details;
   }
 
-  private free(loginId: number): void {
-    if (this.held?.state === "held") void letGo("login", loginId);
-    this.held = undefined;
-  }
-
-  protected override willUpdate(changed: PropertyValues<this>): void {
-    if (!changed.has("loginId")) return;
-    const before = changed.get("loginId");
-    if (before) this.free(before);
-    void this.load();
-  }
-
-  private async load(keepMine = false): Promise<void> {
-    const { loginId } = this;
-    try {
-      const held = await hold("login", loginId);
-      const login = await loginOf(loginId);
-      if (loginId !== this.loginId || !this.isConnected) return void (held.state === "held" && letGo("login", loginId));
-      this.held = held;
-      this.details = keepMine ? this.withMine(login.details) : login.details;
-      this.login = login;
-      this.fault = "";
-      this.stale = false;
-    } catch (error) {
-      this.fault = error instanceof Error ? error.message : String(error);
-    }
+  private get changedParts(): Detail[] {
+    const { record, details } = this;
+    return record && details ? DETAILS.filter((part) => details[part] !== record.details[part]) : [];
   }
 
   /** What one has changed oneself, on top of what is there now. */
   private withMine(now: Details): Details {
-    const { login, details } = this;
-    if (!login || !details) return now;
-    const own = DETAILS.filter((part) => details[part] !== login.details[part]).map((part) => [part, details[part]]);
+    const own = this.changedParts.map((part) => [part, this.details?.[part]]);
     return { ...now, ...Object.fromEntries(own) };
   }
 
-  private get isFixed(): boolean {
-    return this.held?.state !== "held";
+  protected get differs(): boolean {
+    return this.changedParts.length > 0;
   }
 
   private get isSa(): boolean {
-    return this.login?.details.adminUsername.toLowerCase() === "sa";
+    return this.record?.details.adminUsername.toLowerCase() === "sa";
   }
 
-  private get isChanged(): boolean {
-    const { login, details } = this;
-    return !!login && !!details && !this.isFixed && DETAILS.some((part) => details[part] !== login.details[part]);
+  protected async store(record: LoginRecord): Promise<string> {
+    const { details } = this;
+    if (!details) return "";
+    await saveLogin(record, details);
+    return t(L.loginSaved, { name: details.adminFullname });
   }
 
-  private mayLeave(): boolean | Promise<boolean> {
-    return !this.isChanged || ask(t(L.leaveUnsaved), t(L.leaveUnsavedAsk), t(L.leaveIt), "danger");
+  private async newPassword(login: LoginRecord): Promise<void> {
+    if (await newPasswordDialog(login)) await this.load(true);
   }
 
-  private async back(event: Event): Promise<void> {
-    event.preventDefault();
-    event.stopPropagation();
-    if (await this.mayLeave()) setQuery({ login: "" }, { push: true });
-  }
-
-  private async save(): Promise<void> {
-    const { login, details } = this;
-    if (!login || !details || !this.isChanged || this.busy) return;
-    this.busy = true;
-    try {
-      await saveLogin(login, details);
-      toast(t(L.loginSaved, { name: details.adminFullname }));
-      this.tell("tvx-done");
-      await this.load();
-    } catch (error) {
-      if (isChanged(error)) this.stale = true;
-      else failed(error);
-    } finally {
-      this.busy = false;
-    }
-  }
-
-  private async newPassword(): Promise<void> {
-    if (!this.login || !(await newPasswordDialog(this.login))) return;
-    await this.load(true);
-  }
-
-  private async removeIt(): Promise<void> {
-    const { login } = this;
-    if (!login) return;
-    const name = login.details.adminFullname;
+  private async removeIt({ loginId, details }: LoginRecord): Promise<void> {
+    const name = details.adminFullname;
     if (!(await ask(t(L.removeLoginOf, { name }), t(L.removeLoginAsk, { name }), t(L.delete), "danger"))) return;
     try {
-      await removeLogin(login.loginId);
-      this.held = undefined;
-      toast(t(L.loginRemoved, { name }));
-      this.tell("tvx-done");
-      setQuery({ login: "" });
+      await removeLogin(loginId);
+      this.removed(t(L.loginRemoved, { name }));
     } catch (error) {
       failed(error);
     }
   }
 
-  private async assign(role: HeldRole, has: boolean, undo = true): Promise<void> {
-    const { login } = this;
-    if (!login) return;
-    const name = login.details.adminFullname;
-    const isMine = login.loginId === workplace.value.login?.loginId && !has && undo;
-    const goesOn =
-      !isMine || (await ask(t(L.ownRole), t(L.ownRoleAsk, { role: role.roleName }), t(L.giveItUp), "danger"));
-    try {
-      if (goesOn) {
-        await setLoginRole(login.loginId, role.roleId, has);
-        toast(t(has ? L.hasRoleNow : L.hasRoleNoMore, { name, role: role.roleName }), {
-          ...(undo ? { undo: () => this.assign(role, !has, false) } : {}),
-        });
-        this.tell("tvx-done");
-      }
-    } catch (error) {
-      failed(error);
-    }
-    this.login = { ...login, roles: (await loginOf(login.loginId)).roles };
+  private assign({ loginId, details }: LoginRecord, { roleId, roleName }: HeldRole, has: boolean): void {
+    const member = { loginId, name: details.adminFullname, roleId, role: roleName };
+    void assign(member, has, () => this.renew(async (id) => ({ roles: await loginRolesOf(id) })));
   }
 
   private set(part: Detail, text: string): void {
     if (this.details) this.details = { ...this.details, [part]: text };
   }
 
-  protected override render(): TemplateResult {
-    const { login, details } = this;
-    if (this.fault && !login)
-      return html`<section class="list-screen"><p class="notice danger" role="alert">${icon("circle-alert")}<span>${this.fault}</span>
-        <button class="button small" @click=${() => this.load()}>${t(L.tryAgain)}</button></p></section>`;
-    if (!login || !details)
-      return html`<section class="list-screen" aria-busy="true"><h1 class="skeleton"> </h1></section>`;
-    if (this.held?.state === "gone")
-      return html`<section class="list-screen"><div class="empty">${icon("user")}<p>${t(L.loginIsGone)}</p>${this.backLink()}</div></section>`;
-    return html`<section class="list-screen" @keydown=${this.key}>
-      <header class="list-head">${this.backLink()}<h1 class="grow">${login.details.adminFullname || login.details.adminUsername}</h1>${this.isFixed ? nothing : this.buttons()}</header>
-      ${this.notices()}
-      ${this.form(details)}
+  protected heading({ details }: LoginRecord): string {
+    return details.adminFullname || details.adminUsername;
+  }
+
+  protected buttons(login: LoginRecord): TemplateResult {
+    return html`<button class="button" @click=${() => this.newPassword(login)}>${icon("lock")}${t(L.newPassword)}</button>
+      ${this.isSa ? nothing : html`<button class="button" @click=${() => this.removeIt(login)}>${icon("trash-2")}${t(L.delete)}</button>`}`;
+  }
+
+  protected sheet(login: LoginRecord): TemplateResult {
+    return html`${this.form(this.details ?? login.details)}
       <h2>${t(L.roles)}</h2>${this.roles(login)}
-      <h2>${t(L.whatMayShe)}</h2><div class="card why-card"><tvx-why .loginId=${login.loginId} .name=${login.details.adminFullname}></tvx-why></div>
-    </section>`;
-  }
-
-  private backLink(): TemplateResult {
-    return html`<a class="button quiet icon-only" href="/torvex/logins.asp" aria-label=${t(L.back)} @click=${(event: Event) => this.back(event)}>${icon("arrow-left")}</a>`;
-  }
-
-  private buttons(): TemplateResult {
-    return html`<button class="button" @click=${() => this.newPassword()}>${icon("lock")}${t(L.newPassword)}</button>
-      ${this.isSa ? nothing : html`<button class="button" @click=${() => this.removeIt()}>${icon("trash-2")}${t(L.delete)}</button>`}
-      <button class="button primary" aria-disabled=${this.isChanged ? nothing : "true"} aria-busy=${this.busy ? "true" : nothing} @click=${() => this.save()}>${icon("save")}${t(L.save)}</button>`;
-  }
-
-  private notices() {
-    if (this.stale)
-      return html`<p class="notice warn" role="alert">${icon("triangle-alert")}<span class="grow">${t(L.loginChanged)}</span>
-        <button class="button small" @click=${() => this.load()}>${t(L.loadTheirs)}</button><button class="button small" @click=${() => this.load(true)}>${t(L.goOnWithMine)}</button></p>`;
-    if (this.held?.state === "other")
-      return html`<p class="notice warn">${icon("lock")}<span>${t(L.openAt, { name: this.held.name || "?" })}</span></p>`;
-    return nothing;
+      <h2>${t(L.whatMayShe)}</h2><div class="card why-card"><tvx-why .loginId=${login.loginId} .name=${login.details.adminFullname}></tvx-why></div>`;
   }
 
   private form(details: Details): TemplateResult {
@@ -244,14 +137,8 @@ export class TvxLogin extends TvxElement {
     return html`<ul class="member-list" role="list">${login.roles.map(
       (
         role,
-      ) => html`<li><label class="check"><input type="checkbox" .checked=${role.held === 1} ?disabled=${this.isFixed}
-        @change=${(event: Event) => this.assign(role, (event.target as HTMLInputElement).checked)} /><span>${role.roleName}</span></label></li>`,
+      ) => html`<li><label class="check"><input type="checkbox" .checked=${live(role.held === 1)} ?disabled=${this.isFixed}
+        @change=${(event: Event) => this.assign(login, role, (event.target as HTMLInputElement).checked)} /><span>${role.roleName}</span></label></li>`,
     )}</ul>`;
-  }
-
-  private key(event: KeyboardEvent): void {
-    if (!event.ctrlKey || !["s", "Enter"].includes(event.key)) return;
-    event.preventDefault();
-    void this.save();
   }
 }

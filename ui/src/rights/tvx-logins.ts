@@ -94,7 +94,7 @@ export class TvxLogins extends TvxElement {
 
   protected override render(): TemplateResult {
     const login = Number(this.params.get("login"));
-    if (login > 0) return html`<tvx-login .loginId=${login} @tvx-done=${() => void this.load()}></tvx-login>`;
+    if (login > 0) return html`<tvx-login .recordId=${login} @tvx-done=${() => void this.load()}></tvx-login>`;
     const words = this.params.get("words") ?? "";
     const rows = this.rows?.filter((row) => matches(words, row.name, row.username, row.job));
     return html`<section class="list-screen">

@@ -87,7 +87,7 @@ export class TvxRoles extends TvxElement {
   protected override render(): TemplateResult {
     const role = Number(this.params.get("role"));
     if (role > 0)
-      return html`<tvx-role .roleId=${role} .tab=${this.params.get("tab") ?? ""} @tvx-done=${() => void this.load()}></tvx-role>`;
+      return html`<tvx-role .recordId=${role} .tab=${this.params.get("tab") ?? ""} @tvx-done=${() => void this.load()}></tvx-role>`;
     const words = this.params.get("words") ?? "";
     const rows = this.rows?.filter((row) => matches(words, row.roleName, row.roleDesc));
     return html`<section class="list-screen">

@@ -1,0 +1,26 @@
+/** Asks for what a new record is to hold, and adds it. */
+
+import { html, type TemplateResult } from "lit";
+import { dialog } from "../kit/tvx-dialog";
+import { L, t } from "../labels";
+
+/** What `add` gave, or "" when nothing was added. */
+export async function addDialog(title: string, fields: () => TemplateResult, add: () => Promise<unknown>): Promise<string> {
+  let made = "";
+  await dialog({
+    title,
+    body: () => html`<div class="stack">${fields()}</div>`,
+    actions: () => [
+      { name: "cancel", label: t(L.cancel) },
+      {
+        name: "go",
+        label: t(L.addIt),
+        kind: "primary",
+        run: async () => {
+          made = String(await add());
+        },
+      },
+    ],
+  });
+  return made;
+}

@@ -1,0 +1,93 @@
+/** What the lists of logins and of roles share: all records, narrowed by words, or the one that the address names. */
+
+import { html, nothing, type TemplateResult } from "lit";
+import { property, state } from "lit/decorators.js";
+import { TvxElement } from "../kit/element";
+import { type IconName, icon } from "../kit/icon";
+import "../kit/tvx-table";
+import type { TableColumn } from "../kit/tvx-table";
+import { L, type Label, t } from "../labels";
+import { word } from "../pages/words";
+import { setQuery } from "../shell/address";
+import { mayChange, type RecordItem } from "./data";
+import { filterField, matches } from "./fields";
+
+export interface ListWords {
+  readonly icon: IconName;
+  readonly title: Label;
+  readonly add: Label;
+  /** There is no record at all. */
+  readonly isEmpty: Label;
+}
+
+export abstract class RecordList<Row extends object> extends TvxElement {
+  @property({ attribute: false }) params = new URLSearchParams();
+  @state() private rows: readonly Row[] | undefined;
+  @state() private fault = "";
+  @state() private mayAdd = false;
+
+  protected abstract readonly item: RecordItem;
+  /** The entry of the administration whose right to change lets one add. */
+  protected abstract readonly entry: number;
+  protected abstract readonly words: ListWords;
+  protected abstract read(): Promise<Row[]>;
+  /** The number of the record that was added, or "". */
+  protected abstract add(): Promise<string>;
+  protected abstract one(recordId: number): TemplateResult;
+  protected abstract idOf(row: Row): number;
+  protected abstract nameOf(row: Row): string;
+  /** Where the words of the filter are looked for. */
+  protected abstract textsOf(row: Row): string[];
+  protected abstract get columns(): TableColumn<Row>[];
+
+  override connectedCallback(): void {
+    super.connectedCallback();
+    void this.load();
+  }
+
+  protected readonly load = async (): Promise<void> => {
+    try {
+      const [rows, mayAdd] = await Promise.all([this.read(), mayChange(this.entry)]);
+      this.rows = rows;
+      this.mayAdd = mayAdd;
+      this.fault = "";
+    } catch (error) {
+      this.fault = error instanceof Error ? error.message : String(error);
+    }
+  };
+
+  private open(recordId: string): void {
+    setQuery({ [this.item]: recordId }, { push: true });
+  }
+
+  private async addOne(): Promise<void> {
+    const made = await this.add();
+    if (!made) return;
+    void this.load();
+    this.open(made);
+  }
+
+  protected link(row: Row, text: string): TemplateResult {
+    return html`<a href="/torvex/${this.item}s.asp?${this.item}=${this.idOf(row)}">${text}</a>`;
+  }
+
+  protected override render(): TemplateResult {
+    const chosen = Number(this.params.get(this.item));
+    if (chosen > 0) return this.one(chosen);
+    const words = this.params.get("words") ?? "";
+    return html`<section class="list-screen">
+      <header class="list-head"><h1>${word(this.words.title)}</h1><span class="grow"></span>${filterField(words)}
+        ${this.mayAdd ? html`<button class="button primary" @click=${this.addOne}>${icon("plus")}${word(this.words.add)}</button>` : nothing}</header>
+      ${this.fault ? html`<p class="notice danger" role="alert">${icon("circle-alert")}<span>${this.fault}</span><button class="button small" @click=${this.load}>${t(L.tryAgain)}</button></p>` : nothing}
+      ${this.rows ? this.found(this.rows, words) : nothing}
+    </section>`;
+  }
+
+  private found(all: readonly Row[], words: string): TemplateResult {
+    const rows = all.filter((row) => matches(words, ...this.textsOf(row)));
+    if (rows.length === 0)
+      return html`<div class="empty">${icon(this.words.icon)}<p>${words ? t(L.nothingFound) : word(this.words.isEmpty)}</p></div>`;
+    return html`<tvx-table class="card" .label=${word(this.words.title)} .columns=${this.columns} .rows=${rows} .keyOf=${(row: Row) => String(this.idOf(row))} .nameOf=${(row: Row) => this.nameOf(row)}
+      @tvx-open=${(event: CustomEvent<Row>) => this.open(String(this.idOf(event.detail)))}></tvx-table>`;
+  }
+}
