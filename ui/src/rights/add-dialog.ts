@@ -5,7 +5,11 @@ import { dialog } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
 
 /** What `add` gave, or "" when nothing was added. */
-export async function addDialog(title: string, fields: () => TemplateResult, add: () => Promise<unknown>): Promise<string> {
+export async function addDialog(
+  title: string,
+  fields: () => TemplateResult,
+  add: () => Promise<unknown>,
+): Promise<string> {
   let made = "";
   await dialog({
     title,

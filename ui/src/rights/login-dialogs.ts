@@ -5,6 +5,7 @@ import { icon } from "../kit/icon";
 import { dialog } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
+import { addDialog } from "./add-dialog";
 import { addLogin, type Details, type LoginRecord, saveLogin } from "./data";
 import { textField } from "./fields";
 import { newPassword } from "./model/password";
@@ -40,30 +41,16 @@ const shownOnce = (name: string, password: string): Promise<string> =>
 /** The number of the login that was added, or "". */
 export async function newLoginDialog(): Promise<string> {
   let details = empty;
-  let made = "";
   const password = newPassword();
   const field = (id: string, label: string, part: keyof Details, longest: number): TemplateResult =>
     textField({ id, label, value: details[part], longest, change: (text) => (details = { ...details, [part]: text }) });
-  await dialog({
-    title: t(L.newLogin),
-    body: () => html`<div class="stack">
-      ${field("login-new-name", t(L.fullName), "adminFullname", 30)}
+  const fields = (): TemplateResult =>
+    html`${field("login-new-name", t(L.fullName), "adminFullname", 30)}
       ${field("login-new-user", t(L.userName), "adminUsername", 20)}
       ${field("login-new-job", t(L.job), "adminJob", 50)}
       ${field("login-new-mail", t(L.email), "adminEmail", 50)}
-      <p class="note">${t(L.passwordIsMade)}</p></div>`,
-    actions: () => [
-      { name: "cancel", label: t(L.cancel) },
-      {
-        name: "go",
-        label: t(L.addIt),
-        kind: "primary",
-        run: async () => {
-          made = String(await addLogin(details, password));
-        },
-      },
-    ],
-  });
+      <p class="note">${t(L.passwordIsMade)}</p>`;
+  const made = await addDialog(t(L.newLogin), fields, () => addLogin(details, password));
   if (made) await shownOnce(details.adminFullname, password);
   return made;
 }
