@@ -24,7 +24,6 @@ interface Step {
   readonly do: string;
   readonly with: Record<string, unknown>;
   readonly expect?: { is: unknown };
-  readonly goOn?: boolean;
 }
 
 const step = (name: string, args: Record<string, unknown>, more: Partial<Step> = {}): Step => {
@@ -247,22 +246,13 @@ export const removeRole = (roleId: number): Promise<unknown> => call("cManager.d
 export const setLoginRole = (loginId: number, roleId: number, has: boolean): Promise<unknown> =>
   call("registers.setLoginRole", { loginId, roleId, has });
 
-/** Titles of the nodes of a scope; undefined for a page that is gone, "" for one that this login may not read. */
-export async function titlesOf(nodes: readonly string[]): Promise<Map<string, string | undefined>> {
+/** The nodes of a scope that have no page any more. */
+export async function goneOf(nodes: readonly string[]): Promise<string[]> {
   const entries = await run(
-    nodes.flatMap((node) => [
-      step("cManager.getPageId", { nodeId: node }),
-      step("cManager.getPageTitle", { pageIdent: node, mode: "D" }, { goOn: true }),
-    ]),
+    nodes.map((nodeId) => step("cManager.getPageId", { nodeId })),
     "read",
   );
-  return new Map(
-    nodes.map((node, at) => {
-      const isThere = Number(entries[2 * at]?.result ?? -1) > 0;
-      const title = entries[2 * at + 1]?.result;
-      return [node, isThere ? String(title ?? "") : undefined];
-    }),
-  );
+  return nodes.filter((_, at) => !(Number(entries[at]?.result) > 0));
 }
 
 // ---- Logins ----
