@@ -5,13 +5,9 @@ import { ref } from "lit/directives/ref.js";
 import { call } from "../api";
 import { dialog, icon, TvxElement } from "../kit";
 import { L, t } from "../labels";
+import { loadFolders } from "../media/data";
+import type { Folder } from "../media/model/folders";
 import { addressOf, altDialog, imageTag, keepAlt, type Picture, upload } from "./pictures";
-
-interface Folder {
-  folder: string;
-  name: string;
-  level: number;
-}
 
 @customElement("tvx-image-picker")
 export class TvxImagePicker extends TvxElement {
@@ -42,11 +38,7 @@ export class TvxImagePicker extends TvxElement {
   private async load(): Promise<void> {
     this.busy = true;
     try {
-      if (!this.folders.length)
-        this.folders = (await call("registers.getFolders", {
-          site: this.site,
-          folderType: "images",
-        })) as unknown as Folder[];
+      if (!this.folders.length) this.folders = await loadFolders(this.site, "images");
       const { folder, words } = this;
       const from = { site: this.site, folderType: "images", folder, words, from: 0 };
       const found = (await call("registers.getMedia", from)) as unknown as Picture[];
@@ -100,7 +92,7 @@ export class TvxImagePicker extends TvxElement {
     return html`<div class="inline">
         <div class="field grow"><label for="picture-words">${t(L.findPicture)}</label><input id="picture-words" class="input" type="search" autofocus @input=${this.find} /></div>
         <div class="field"><label for="picture-folder">${t(L.folder)}</label><select id="picture-folder" class="select" @change=${this.enter}>
-          <option value="">${t(L.all)}</option>${this.folders.map(({ folder, name, level }) => html`<option value=${folder} ?selected=${folder === this.folder}>${"\u2003".repeat(Math.max(0, level - 1))}${name}</option>`)}</select></div>
+          <option value="">${t(L.all)}</option>${this.folders.map(({ id, name, level }) => html`<option value=${id} ?selected=${id === this.folder}>${"\u2003".repeat(Math.max(0, level - 1))}${name}</option>`)}</select></div>
         <label class="button picker-upload">${icon("upload")}${t(L.newPicture)}<input class="unseen" type="file" accept="image/*" @change=${this.add} /></label>
       </div>
       ${this.fault ? html`<p class="notice danger" role="alert">${icon("circle-alert")}<span>${this.fault}</span></p>` : nothing}

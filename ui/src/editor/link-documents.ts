@@ -1,22 +1,12 @@
 // Documents to link to, by their folders.
 import { html } from "lit";
 import { customElement, property, state } from "lit/decorators.js";
-import { call } from "../api";
 import { TvxElement } from "../kit/element";
 import { L, t } from "../labels";
+import { loadFiles, loadFolders } from "../media/data";
+import type { MediaFile } from "../media/model/files";
+import type { Folder } from "../media/model/folders";
 import type { LinkTarget } from "./link-target";
-
-interface Folder {
-  folder: string;
-  name: string;
-  level: number;
-}
-
-interface File {
-  folder: string;
-  path: string;
-  title: string;
-}
 
 /** Tells "tvx-targets" (LinkTarget[]): the documents of the folder. */
 @customElement("tvx-link-documents")
@@ -32,8 +22,7 @@ export class TvxLinkDocuments extends TvxElement {
 
   private async begin(): Promise<void> {
     await this.attempt(async () => {
-      const args = { site: this.site, folderType: "documents" };
-      this.folders = (await call("registers.getFolders", args)) as unknown as Folder[];
+      this.folders = await loadFolders(this.site, "documents");
     });
     await this.enter("");
   }
@@ -49,13 +38,12 @@ export class TvxLinkDocuments extends TvxElement {
 
   private enter(folder: string): Promise<void> {
     return this.attempt(async () => {
-      const args = { site: this.site, folderType: "documents", folder, words: "", from: 0 };
-      const files = (await call("registers.getMedia", args)) as unknown as File[];
+      const { files } = await loadFiles(this.site, "documents", folder);
       this.tell<LinkTarget[]>("tvx-targets", files.filter((file) => file.folder === folder).map(this.targetOf));
     });
   }
 
-  private readonly targetOf = ({ path, title }: File): LinkTarget => ({
+  private readonly targetOf = ({ path, title }: MediaFile): LinkTarget => ({
     kind: "document",
     pageId: 0,
     siteId: this.site,
@@ -70,7 +58,7 @@ export class TvxLinkDocuments extends TvxElement {
     return html`<div class="field"><label for="link-folder">${t(L.folder)}</label>
       <select id="link-folder" class="select" @change=${(event: Event) => this.enter((event.target as HTMLSelectElement).value)}>
         <option value="">${t(L.documents)}</option>
-        ${this.folders.map(({ folder, name, level }) => html`<option value=${folder}>${"\u2003".repeat(level)}${name}</option>`)}</select></div>
+        ${this.folders.map(({ id, name, level }) => html`<option value=${id}>${"\u2003".repeat(level)}${name}</option>`)}</select></div>
       ${this.fault ? html`<p class="notice danger" role="alert">${this.fault}</p>` : ""}`;
   }
 }

@@ -1,11 +1,4 @@
+import type { Found } from "../formats/found";
+
 /** What a link can lead to, wherever it was found. */
-export interface LinkTarget {
-  kind: string;
-  pageId: number;
-  siteId: string;
-  lang: string;
-  nodeId: string;
-  title: string;
-  path: string;
-  isLive: boolean;
-}
+export type LinkTarget = Omit<Found, "state" | "excerpt">;

@@ -3,6 +3,7 @@
 import { html, nothing, type PropertyValues, type TemplateResult } from "lit";
 import { customElement, property, state } from "lit/decorators.js";
 import { call, isCancelled } from "../api";
+import type { Found } from "../formats/found";
 import { TvxElement } from "../kit/element";
 import { type IconName, icon } from "../kit/icon";
 import "../kit/tvx-table";
@@ -16,19 +17,6 @@ import { selectionBar } from "./selection";
 import { STATE_ICONS, stateWord, titleOr, word } from "./words";
 import "./chips.css";
 import "./lists.css";
-
-interface Found {
-  readonly kind: "page" | "image" | "document";
-  readonly pageId: number;
-  readonly siteId: string;
-  readonly lang: string;
-  readonly nodeId: string;
-  readonly title: string;
-  readonly path: string;
-  readonly state: PageState | "";
-  readonly isLive: boolean;
-  readonly excerpt: string;
-}
 
 interface Kept {
   readonly name: string;

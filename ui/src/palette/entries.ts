@@ -1,3 +1,4 @@
+import type { Found } from "../formats/found";
 import type { PageWord } from "../formats/status";
 import type { IconName } from "../kit/icon";
 import { L, t } from "../labels";
@@ -17,20 +18,6 @@ export interface Entry {
   state?: PageWord;
   key?: string;
   run: () => unknown;
-}
-
-/** A row of `desk.find`. */
-export interface Found {
-  kind: "page" | "image" | "document";
-  pageId: number;
-  siteId: string;
-  lang: string;
-  nodeId: string;
-  title: string;
-  path: string;
-  state: PageWord | "";
-  isLive: boolean;
-  excerpt: string;
 }
 
 interface RecentPage {

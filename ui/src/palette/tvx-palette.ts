@@ -2,12 +2,13 @@ import { html, nothing } from "lit";
 import { customElement, state } from "lit/decorators.js";
 import { call } from "../api";
 import { isCancelled } from "../api/problem";
+import type { Found } from "../formats/found";
 import { TvxElement } from "../kit/element";
 import { icon } from "../kit/icon";
 import { stateMark } from "../kit/marks";
 import { L, t } from "../labels";
 import { shownKey } from "../labels/keys";
-import { type Entry, entriesNow, type Found, foundEntries, grouped, merged } from "./entries";
+import { type Entry, entriesNow, foundEntries, grouped, merged } from "./entries";
 import "./tvx-palette.css";
 
 const asksAfter = 90;

@@ -3,6 +3,7 @@
 import { html, nothing, type TemplateResult } from "lit";
 import { customElement, property, state } from "lit/decorators.js";
 import { call } from "../api";
+import type { Found } from "../formats/found";
 import { TvxElement } from "../kit/element";
 import { icon } from "../kit/icon";
 import "../kit/tvx-combobox";
@@ -15,14 +16,6 @@ import { type Access, TASKS, type Task } from "./model/grants";
 import { type Reason, type Why, type WhyRow, whyOf } from "./model/why";
 import { accessWord, doingWord, placeText, taskWord, websiteText } from "./words";
 import "./rights.css";
-
-interface FoundPage {
-  pageId: number;
-  title: string;
-  siteId: string;
-  lang: string;
-  nodeId: string;
-}
 
 @customElement("tvx-why")
 export class TvxWhy extends TvxElement {
@@ -85,7 +78,7 @@ export class TvxWhy extends TvxElement {
 
   private readonly search = async (words: string, signal: AbortSignal): Promise<Option[]> => {
     if (words.trim() === "") return [];
-    const found = (await call("desk.find", { words, kinds: "page" }, { signal })) as unknown as FoundPage[];
+    const found = (await call("desk.find", { words, kinds: "page" }, { signal })) as unknown as Found[];
     return found.map((page) => ({
       id: String(page.pageId),
       label: page.title,
