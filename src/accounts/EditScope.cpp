@@ -1,5 +1,6 @@
 #include "accounts/EditScope.h"
 
+#include <algorithm>
 #include <string>
 
 #include "platform/text/Text.h"
@@ -56,6 +57,16 @@ std::vector<std::string> nodesInScope(std::string_view scope) {
         }
     }
     return nodes;
+}
+
+std::vector<std::string> outermost(std::vector<std::string> nodes) {
+    std::ranges::sort(nodes);
+    std::vector<std::string> kept;
+    for (std::string& node : nodes) {
+        const bool isBelow = !kept.empty() && (node == kept.back() || node.starts_with(kept.back() + "."));
+        if (!isBelow) kept.push_back(std::move(node));
+    }
+    return kept;
 }
 
 std::vector<std::string> reachInTree(const std::string& root, std::string_view scope) {

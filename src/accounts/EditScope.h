@@ -18,6 +18,8 @@ bool isWholeTree(std::string_view scope);
 
 /// The nodes of a scope in small letters; one "" for an empty scope.
 std::vector<std::string> nodesInScope(std::string_view scope);
+/// Those that lie below no other one of them, each once and sorted.
+std::vector<std::string> outermost(std::vector<std::string> nodes);
 /// Where it reaches in a tree: the root for the whole of it. Nodes of another tree give nothing there.
 std::vector<std::string> reachInTree(const std::string& root, std::string_view scope);
 

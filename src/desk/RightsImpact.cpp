@@ -1,6 +1,5 @@
 // registers: whom a change of a role's rights would hit.
 
-#include <algorithm>
 #include <array>
 #include <map>
 
@@ -88,15 +87,9 @@ class PageCounts {
   public:
     explicit PageCounts(db::Connection& connection) : connection_(connection) {}
 
-    int of(std::vector<std::string> nodes) {
-        std::ranges::sort(nodes);
+    int of(const std::vector<std::string>& nodes) {
         int sum = 0;
-        std::string last;
-        for (const std::string& node : nodes) {
-            if (!last.empty() && (node == last || node.starts_with(last + "."))) continue;
-            sum += ofBranch(node);
-            last = node;
-        }
+        for (const std::string& node : outermost(nodes)) sum += ofBranch(node);
         return sum;
     }
 

@@ -66,14 +66,12 @@ std::optional<std::string> cleanScope(db::Connection& connection, const std::str
     std::erase(nodes, std::string());
     if (nodes.empty() || nodes.size() > mostNodes) return std::nullopt;
     std::ranges::sort(nodes);
-    std::string kept;
     for (const std::string& node : nodes) {
         if (node != root && !node.starts_with(root + ".")) return std::nullopt;
         if (node.size() > PageIdentity::longestNode || pageIdOf(connection, node) <= 0) return std::nullopt;
         if (node == root) return std::string();
-        if (!scopeCovers(kept, node)) kept.append(kept.empty() ? "" : ",").append(node);
     }
-    return kept;
+    return fmt::format("{}", fmt::join(outermost(std::move(nodes)), ","));
 }
 
 /// "may move, edit in bg.en below bg.en.03"

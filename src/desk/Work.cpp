@@ -9,6 +9,7 @@
 
 #include "accounts/Actor.h"
 #include "accounts/EditReach.h"
+#include "accounts/EditScope.h"
 #include "desk/PageState.h"
 #include "desk/ReachCondition.h"
 #include "desk/desk.h"
@@ -152,11 +153,9 @@ Value listed(db::Connection& connection, const Actor& actor, const WorkList& lis
 /// The nodes of the reach in one tree that lie in no other one of it.
 std::vector<std::string> branchesOf(const EditReach& reach, const std::string& root) {
     std::vector<std::string> branches;
-    for (const std::string& node : reach.nodes) {
-        const bool isCounted = !branches.empty() && node.starts_with(branches.back());
-        if (node.starts_with(root) && !isCounted) branches.push_back(node);
-    }
-    return branches;
+    for (const std::string& node : reach.nodes)
+        if (node.starts_with(root)) branches.push_back(node);
+    return outermost(std::move(branches));
 }
 
 /// One of the lists in a site and language.

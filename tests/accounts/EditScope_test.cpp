@@ -52,5 +52,11 @@ TEST(EditScope, ReachesNothingInATreeByNodesOfAnother) {
     EXPECT_TRUE(reachInTree("aa.en", "aa.de").empty());
 }
 
+TEST(EditScope, HasNoNodeBelowAnother) {
+    const std::vector<std::string> kept{"aa.en.01", "aa.en.02.01"};
+    EXPECT_EQ(outermost({"aa.en.02.01", "aa.en.01.07", "aa.en.01", "aa.en.01.07.02", "aa.en.02.01"}), kept);
+    EXPECT_TRUE(outermost({}).empty());
+}
+
 }  // namespace
 }  // namespace torvex
