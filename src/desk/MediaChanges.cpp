@@ -25,13 +25,6 @@ constexpr std::size_t longestAlt = 500;
 
 using Outcome = db::Outcome<std::string>;
 
-Outcome refused(std::string_view code) {
-    return db::refuse(std::string(code));
-}
-Outcome done() {
-    return db::commit(std::string(status::done));
-}
-
 /// "Image" or "Document", and a name: as lines of the trail begin.
 std::string called(MediaKind kind, std::string_view what, std::string_view name) {
     return std::string(namesOf(kind).word) + std::string(what) + " \"" + std::string(name) + "\"";
@@ -47,23 +40,23 @@ Outcome writeTexts(db::Connection& own, const MediaPath& file, std::string_view 
                    std::optional<std::string_view> alt) {
     lockRegisters(own);
     const auto record = findMedia(own, file);
-    if (!record) return refused(mediaStatus::gone);
-    if (title.empty()) return refused(mediaStatus::missing);
-    if (isMediaTitleTaken(own, file.folder, title, record->id)) return refused(mediaStatus::taken);
+    if (!record) return db::refuse(mediaStatus::gone);
+    if (title.empty()) return db::refuse(mediaStatus::missing);
+    if (isMediaTitleTaken(own, file.folder, title, record->id)) return db::refuse(mediaStatus::taken);
     writeMediaTexts(own, file, record->id, title, alt);
-    return done();
+    return db::commit(status::done);
 }
 
 Outcome writeName(db::Connection& own, const MediaFolder& folder, std::string_view name) {
     lockRegisters(own);
-    if (!folderExists(own, folder)) return refused(mediaStatus::gone);
-    if (name.empty()) return refused(mediaStatus::missing);
+    if (!folderExists(own, folder)) return db::refuse(mediaStatus::gone);
+    if (name.empty()) return db::refuse(mediaStatus::missing);
     const MediaFolder parent{folder.kind, folder.site,
                              folder.id.substr(0, folder.id.size() - folderLevelLength)};
     const std::string present = namesake(own, parent, name);
-    if (!present.empty() && present != folder.id) return refused(mediaStatus::taken);
+    if (!present.empty() && present != folder.id) return db::refuse(mediaStatus::taken);
     writeFolderName(own, folder, name);
-    return done();
+    return db::commit(status::done);
 }
 
 /// A file that stays behind is told and does no harm: nothing leads to it any more.
@@ -77,21 +70,21 @@ void removeFile(HostContext& host, const MediaPath& file) {
 
 Outcome renewFacts(HostContext& host, db::Connection& own, const MediaPath& file) {
     const bool isThere = findMedia(own, file) && host.files.fileExists(file.absolute(host));
-    if (!isThere) return refused(mediaStatus::gone);
+    if (!isThere) return db::refuse(mediaStatus::gone);
     writeMediaFacts(own, file, readMediaFacts(host, file));
-    return done();
+    return db::commit(status::done);
 }
 
 Outcome moveOver(HostContext& host, std::optional<FileSwap>& swap, db::Connection& own, const MediaPath& by,
                  const MediaPath& file) {
     const bool areThere =
         findMedia(own, file) && findMedia(own, by) && host.files.fileExists(by.absolute(host));
-    if (!areThere || by.relative() == file.relative()) return refused(mediaStatus::gone);
-    if (formatOf(by.name) != formatOf(file.name)) return refused(mediaStatus::otherType);
+    if (!areThere || by.relative() == file.relative()) return db::refuse(mediaStatus::gone);
+    if (formatOf(by.name) != formatOf(file.name)) return db::refuse(mediaStatus::otherType);
     writeMediaFacts(own, file, readMediaFacts(host, by));
     removeMediaRows(own, by);
     swap.emplace(host.files, by.absolute(host), file.absolute(host));
-    return done();
+    return db::commit(status::done);
 }
 
 /// What lies at the path, and what doesn't any more, on the other servers too.
@@ -166,8 +159,9 @@ std::string registers::deleteMedia(const std::string& site, const std::string& f
     const auto file = mediaPathOf(mediaKindOf(folderType), site, path);
     if (!file) return std::string(mediaStatus::gone);
     const auto outcome = db::tryInOwnTransaction(
-        host_, "deleteMedia of " + file->relative(), status::failed,
-        [&](auto& own) { return removeMediaRows(own, *file) ? done() : refused(mediaStatus::gone); });
+        host_, "deleteMedia of " + file->relative(), status::failed, [&](auto& own) -> Outcome {
+            return removeMediaRows(own, *file) ? db::commit(status::done) : db::refuse(mediaStatus::gone);
+        });
     if (!outcome.isCommitted) return outcome.value;
     removeFile(host_, *file);
     recordChange("deleteMedia", advId, "delete",

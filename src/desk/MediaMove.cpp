@@ -26,10 +26,6 @@ namespace {
 
 using Outcome = db::Outcome<std::string>;
 
-Outcome refused(std::string_view code) {
-    return db::refuse(std::string(code));
-}
-
 bool isThere(db::Connection& connection, const MediaFolder& folder) {
     return folder.id.empty() ? siteExists(connection, folder.site) : folderExists(connection, folder);
 }
@@ -42,15 +38,15 @@ class FileMove {
 
     Outcome make(db::Connection& own) {
         lockRegisters(own);
-        if (!findMedia(own, from_) || !isThere(own, to_.folder)) return refused(mediaStatus::gone);
-        if (!host_.files.fileExists(from_.absolute(host_))) return refused(mediaStatus::gone);
-        if (isTaken(own)) return refused(mediaStatus::exists);
-        if (isMediaTitleTakenIn(own, from_, to_.folder)) return refused(mediaStatus::taken);
+        if (!findMedia(own, from_) || !isThere(own, to_.folder)) return db::refuse(mediaStatus::gone);
+        if (!host_.files.fileExists(from_.absolute(host_))) return db::refuse(mediaStatus::gone);
+        if (isTaken(own)) return db::refuse(mediaStatus::exists);
+        if (isMediaTitleTakenIn(own, from_, to_.folder)) return db::refuse(mediaStatus::taken);
         moveMediaRows(own, from_, to_.folder);
         pages_ = followMovedFile(own, filePrefixes(host_.application), asLinked());
         makeMediaDirectories(host_, files_, to_.folder);
         swap_.emplace(host_.files, from_.absolute(host_), to_.absolute(host_));
-        return db::commit(std::string(status::done));
+        return db::commit(status::done);
     }
     void keep() {
         swap_->keep();

@@ -40,18 +40,11 @@ constexpr std::string_view deleteHolding = "delete from TORVEX_ROLES_LOGINS wher
 
 using Outcome = db::Outcome<std::string>;
 
-Outcome refused(std::string_view code) {
-    return db::refuse(std::string(code));
-}
-Outcome done() {
-    return db::commit(std::string(status::done));
-}
-
 /// A change of a record that the session may have, with a way back of its lock.
 template <typename Change>
 Outcome whileHeld(db::Connection& own, const Actor& actor, std::string_view item, int id, Change change) {
     RecordLock lock(own, actor, item, id);
-    if (!lock.isHeld()) return refused(roleStatus::openElsewhere);
+    if (!lock.isHeld()) return db::refuse(roleStatus::openElsewhere);
     const Outcome outcome = change();
     lock.giveBack();
     return outcome;
@@ -95,17 +88,17 @@ std::string told(const EntryGrant& grant) {
 
 Outcome writeRights(db::Connection& own, const Actor& actor, int roleId, EditGrant& grant) {
     lockRegisters(own);
-    if (!roleNameOf(own, roleId)) return refused(roleStatus::gone);
+    if (!roleNameOf(own, roleId)) return db::refuse(roleStatus::gone);
     if (!siteExists(own, grant.site) || !languageExists(own, grant.lang))
-        return refused(roleStatus::noSuchPlace);
+        return db::refuse(roleStatus::noSuchPlace);
     const auto scope = cleanScope(own, grant.site + "." + grant.lang, grant.scope);
-    if (!scope && !grant.isNothing()) return refused(roleStatus::noSuchRight);
+    if (!scope && !grant.isNothing()) return db::refuse(roleStatus::noSuchRight);
     grant.scope = scope.value_or("");
-    return whileHeld(own, actor, "role", roleId, [&] {
+    return whileHeld(own, actor, "role", roleId, [&]() -> Outcome {
         if (!mayGive(own, actor, grant, editGrantsOf(own, roleId, grant.site, grant.lang)))
-            return refused(roleStatus::moreThanOwn);
+            return db::refuse(roleStatus::moreThanOwn);
         writeEditGrant(own, roleId, grant);
-        return done();
+        return db::commit(status::done);
     });
 }
 
@@ -118,17 +111,17 @@ bool isGivable(db::Connection& connection, const EntryOffer& offer, const EntryG
 
 Outcome writeEntry(db::Connection& own, const Actor& actor, int roleId, const EntryGrant& grant) {
     lockRegisters(own);
-    if (!roleNameOf(own, roleId)) return refused(roleStatus::gone);
+    if (!roleNameOf(own, roleId)) return db::refuse(roleStatus::gone);
     const EntryOffer offer = offerOf(own, grant.entry);
-    if (!offer.isThere) return refused(roleStatus::noSuchEntry);
-    if (!grant.isNothing() && !isGivable(own, offer, grant)) return refused(roleStatus::noSuchRight);
-    return whileHeld(own, actor, "role", roleId, [&] {
+    if (!offer.isThere) return db::refuse(roleStatus::noSuchEntry);
+    if (!grant.isNothing() && !isGivable(own, offer, grant)) return db::refuse(roleStatus::noSuchRight);
+    return whileHeld(own, actor, "role", roleId, [&]() -> Outcome {
         if (!mayGive(own, actor, grant, entryGrantOf(own, roleId, grant.entry, grant.site, grant.lang)))
-            return refused(roleStatus::moreThanOwn);
+            return db::refuse(roleStatus::moreThanOwn);
         const bool before = someoneAdministers(own, actor.now);
         writeEntryGrant(own, roleId, grant);
-        if (tookLastAdministrator(own, actor, before)) return refused(roleStatus::lastAdministrator);
-        return done();
+        if (tookLastAdministrator(own, actor, before)) return db::refuse(roleStatus::lastAdministrator);
+        return db::commit(status::done);
     });
 }
 
@@ -141,16 +134,16 @@ struct Membership {
 Outcome writeHolding(db::Connection& own, const Actor& actor, const Membership& wanted) {
     lockRegisters(own);
     if (!own.query(selectLogin, {wanted.loginId}).next() || !roleNameOf(own, wanted.roleId))
-        return refused(roleStatus::gone);
+        return db::refuse(roleStatus::gone);
     const bool has = own.query(selectHolding, {wanted.roleId, wanted.loginId}).next();
     if (wanted.has && !has && !mayGiveRole(own, actor, wanted.roleId))
-        return refused(roleStatus::moreThanOwn);
-    return whileHeld(own, actor, "login", wanted.loginId, [&] {
+        return db::refuse(roleStatus::moreThanOwn);
+    return whileHeld(own, actor, "login", wanted.loginId, [&]() -> Outcome {
         const bool before = someoneAdministers(own, actor.now);
         if (!wanted.has) own.execute(deleteHolding, {wanted.roleId, wanted.loginId});
         if (wanted.has && !has) own.execute(insertHolding, {wanted.roleId, wanted.loginId});
-        if (tookLastAdministrator(own, actor, before)) return refused(roleStatus::lastAdministrator);
-        return done();
+        if (tookLastAdministrator(own, actor, before)) return db::refuse(roleStatus::lastAdministrator);
+        return db::commit(status::done);
     });
 }
 

@@ -50,7 +50,7 @@ std::string namesakeOf(db::Connection& connection, const std::string& name, int 
 
 Outcome changeRole(db::Connection& own, const Actor& actor, int roleId, const RoleTexts& texts) {
     const RecordLock lock(own, actor, "role", roleId);
-    if (!lock.isHeld()) return db::refuse(std::string(roleStatus::openElsewhere));
+    if (!lock.isHeld()) return db::refuse(roleStatus::openElsewhere);
     own.execute(updateRole, {texts.name, texts.description, roleId});
     return db::commit(std::to_string(roleId));
 }
@@ -62,9 +62,9 @@ Outcome addRole(db::Connection& own, const RoleTexts& texts) {
 
 Outcome writeRole(db::Connection& own, const Actor& actor, int roleId, const RoleTexts& texts) {
     lockRegisters(own);
-    if (roleId != 0 && !roleNameOf(own, roleId)) return db::refuse(std::string(roleStatus::gone));
-    if (texts.name.empty()) return db::refuse(std::string(roleStatus::nameMissing));
-    if (namesakeOf(own, texts.name, roleId) != "0") return db::refuse(std::string(roleStatus::nameTaken));
+    if (roleId != 0 && !roleNameOf(own, roleId)) return db::refuse(roleStatus::gone);
+    if (texts.name.empty()) return db::refuse(roleStatus::nameMissing);
+    if (namesakeOf(own, texts.name, roleId) != "0") return db::refuse(roleStatus::nameTaken);
     return roleId == 0 ? addRole(own, texts) : changeRole(own, actor, roleId, texts);
 }
 

@@ -53,10 +53,10 @@ std::string desk::setProgram(int loginId, bool isProgram, int advId) try {
     const auto work = [&](db::Connection& own) -> db::Outcome<std::string> {
         {
             auto rows = own.query(selectLogin, {loginId});
-            if (!rows.next()) return db::refuse(std::string(notThere));
+            if (!rows.next()) return db::refuse(notThere);
             username = text::trim(rows.text("username"));
         }
-        if (isAdministrator(username)) return db::refuse(std::string(isTheAdministrators));
+        if (isAdministrator(username)) return db::refuse(isTheAdministrators);
         own.execute(updateKind, {isProgram ? programKind : std::string_view(), loginId});
         return db::commit(std::string());
     };
@@ -71,9 +71,9 @@ std::string desk::makeToken(int loginId, const std::string& name, const std::str
                             const std::string& addresses, const std::string& lastDay, int advId) try {
     const TokenWish wish{loginId, name, operations, addresses, std::string(text::trim(lastDay))};
     const auto work = [&](db::Connection& own) -> db::Outcome<std::string> {
-        if (!own.query(selectLogin, {loginId}).next()) return db::refuse(std::string(notThere));
-        if (!torvex::isProgram(own, loginId)) return db::refuse(std::string(isAPersons));
-        if (!isUsable(wish)) return db::refuse(std::string(cannotBeUsed));
+        if (!own.query(selectLogin, {loginId}).next()) return db::refuse(notThere);
+        if (!torvex::isProgram(own, loginId)) return db::refuse(isAPersons);
+        if (!isUsable(wish)) return db::refuse(cannotBeUsed);
         return db::commit(torvex::makeToken(own, wish));
     };
     return change(host_, "makeToken", advId, "new", work, [&] {
@@ -96,7 +96,7 @@ std::string desk::revokeToken(int tokenId, int advId) try {
     const auto work = [&](db::Connection& own) -> db::Outcome<std::string> {
         {
             auto rows = own.query(selectToken, {tokenId});
-            if (!rows.next()) return db::refuse(std::string(notThere));
+            if (!rows.next()) return db::refuse(notThere);
             name = rows.text("name");
             loginId = static_cast<int>(rows.number("loginId"));
         }
