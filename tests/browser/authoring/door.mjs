@@ -40,7 +40,7 @@ export const servedAuthors = (statements = [], prepare = () => {}) =>
   });
 
 // Changes a row behind the server's back.
-export const change = (install, statement) => execFileSync(program, ["sql", "--install", install, statement]);
+const change = (install, statement) => execFileSync(program, ["sql", "--install", install, statement]);
 
 // Somebody else's machine has the login.
 export const holdElsewhere = (install, name) =>
