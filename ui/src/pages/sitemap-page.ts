@@ -5,6 +5,7 @@ import { customElement, state } from "lit/decorators.js";
 import { Batch, call } from "../api";
 import { TvxElement, Watch } from "../kit/element";
 import { icon } from "../kit/icon";
+import { liveWord } from "../kit/marks";
 import { styles } from "../kit/styles";
 import "../kit/tvx-table";
 import { sitemapOf } from "../formats/sitemap";
@@ -37,6 +38,9 @@ const BRANCHES = 20;
 const DETAILS = 25;
 
 const STATES: readonly PageState[] = ["new", "changed", "approved", "marked"];
+
+/** Whether visitors have it, or what keeps it from them. */
+const siteWord = ({ live }: Row): string => (live === "none" ? t(L.liveNo) : liveWord(live) || t(L.liveYes));
 
 @customElement("tvx-sitemap")
 export class TvxSitemap extends TvxElement {
@@ -164,8 +168,8 @@ export class TvxSitemap extends TvxElement {
       {
         id: "live",
         label: t(L.liveColumn),
-        cell: (row) => t(row.live === "none" ? L.liveNo : L.liveYes),
-        by: (row) => (row.live === "none" ? 0 : 1),
+        cell: siteWord,
+        by: siteWord,
         wide: true,
         width: "112px",
       },
