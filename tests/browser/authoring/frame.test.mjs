@@ -152,6 +152,39 @@ describe("the search over everything", () => {
     await context.close();
   });
 
+  const deep = {
+    "desk/find": () => grid(names, [["page", 7, "bg", "en", "bg.en.01.01", "Getting here", "Visit", "live", true, ""], ["image", 0, "bg", "", "", "Getting off", "001/off.png", "", true, ""]]),
+    "cManager/getSitemap": ({ flag }) => (flag ? record(7, "bg.en.01.01", "Getting here") : record(1, "bg.en", "Home", "1PP000") + record(2, "bg.en.01", "Visit", "1FP000", "[*idem*]#1F003")),
+  };
+  const hasTheKeyboard = (page, name) => page.waitForFunction((text) => document.activeElement?.matches(".tree-row") && document.activeElement.ariaLabel === text, name);
+
+  test("shows where a hit stands in the tree by Shift+Enter, and opens nothing", async () => {
+    const { page, errors, context } = await openShell(chromium.browser, { api: deep });
+    await page.keyboard.press("Control+k");
+    await page.keyboard.type("getting");
+    const hit = page.getByRole("option", { name: /Getting here/ });
+    await hit.waitFor();
+    await page.getByText("Show in the tree").waitFor();
+    await page.keyboard.press("Shift+Enter");
+    await hasTheKeyboard(page, "Getting here");
+    assert.equal(new URL(page.url()).pathname, "/torvex/");
+    assert.deepEqual(errors, []);
+    await context.close();
+  });
+
+  test("has a button for that at each page that was found, which brings the tree back and takes its filter away", async () => {
+    const { page, context } = await openShell(chromium.browser, { path: "/torvex/search?words=getting", api: deep });
+    await page.getByRole("searchbox", { name: "Filter pages" }).fill("nowhere");
+    await page.getByRole("tab", { name: "Media" }).click();
+    const buttons = page.getByRole("button", { name: /^Show in the tree/ });
+    await buttons.first().waitFor();
+    assert.equal(await buttons.count(), 1);
+    assert.deepEqual(await findingsOfAxe(page), []);
+    await buttons.first().click();
+    await hasTheKeyboard(page, "Getting here");
+    await context.close();
+  });
+
   test("runs commands, and Esc closes it", async () => {
     const { page, context } = await openShell(chromium.browser, { path: "/torvex/search" });
     await page.keyboard.press("Control+k");
@@ -402,6 +435,8 @@ describe("the frame", () => {
         assert.deepEqual(await findingsOfAxe(page), []);
         await page.keyboard.press("Escape");
         await page.getByRole("combobox").waitFor({ state: "detached" });
+        // Until a window is drawn without it, a field that is gone still has the keyboard.
+        await page.waitForFunction(() => !document.activeElement.matches("input"));
         await page.keyboard.press("?");
         await page.getByRole("dialog", { name: "Keys" }).waitFor();
         assert.deepEqual(await findingsOfAxe(page), []);

@@ -11,7 +11,7 @@ import type { TableColumn } from "../kit/tvx-table";
 import { toast } from "../kit/tvx-toast";
 import { L, type Label, plural, t } from "../labels";
 import { go, pageAddress, setQuery } from "../shell/address";
-import { kept, workplace } from "../shell/workplace";
+import { hasTreeOf, kept, showInTree, workplace } from "../shell/workplace";
 import type { PageState } from "./model/status";
 import { selectionBar } from "./selection";
 import { STATE_ICONS, stateWord, titleOr, word } from "./words";
@@ -169,6 +169,7 @@ export class TvxSearchPage extends TvxElement {
         wide: true,
         width: "132px",
       },
+      { id: "tree", label: "", cell: (row) => this.treeButton(row), width: "56px" },
     ];
   }
 
@@ -180,6 +181,12 @@ export class TvxSearchPage extends TvxElement {
 
   private link(row: Found): TemplateResult {
     return html`<a href=${this.address(row)}>${titleOr(row.title)}</a>`;
+  }
+
+  private treeButton({ kind, nodeId, title }: Found): TemplateResult | typeof nothing {
+    if (kind !== "page" || !hasTreeOf(nodeId)) return nothing;
+    const name = `${t(L.showInTree)}: ${titleOr(title)}`;
+    return html`<button class="button quiet small icon-only" aria-label=${name} title=${t(L.showInTree)} @click=${() => showInTree(nodeId)}>${icon("list-tree")}</button>`;
   }
 
   private filters(): TemplateResult {

@@ -4,7 +4,7 @@ import type { IconName } from "../kit/icon";
 import { L, t } from "../labels";
 import { go, pageAddress } from "../shell/address";
 import { actions, commands } from "../shell/registry";
-import { currentPage, kept, websiteAt } from "../shell/workplace";
+import { currentPage, hasTreeOf, kept, showInTree, websiteAt } from "../shell/workplace";
 import { hasWords } from "../tree/model";
 import { tree } from "../tree/tree-data";
 
@@ -18,6 +18,8 @@ export interface Entry {
   state?: PageWord;
   key?: string;
   run: () => unknown;
+  /** Where it stands, for pages of a tree. */
+  show?: () => unknown;
 }
 
 interface RecentPage {
@@ -51,6 +53,9 @@ const pageEntry = (pageId: number, label: string, more: Partial<Entry> = {}): En
   run: () => go(pageAddress(pageId)),
   ...more,
 });
+
+/** Where a page stands can be shown, if its tree is one of mine. */
+const standing = (nodeId: string): Partial<Entry> => (hasTreeOf(nodeId) ? { show: () => showInTree(nodeId) } : {});
 
 const wordsIn = (text: string, words: string) =>
   words
@@ -103,7 +108,11 @@ function knownPages(words: string): Entry[] {
     )
     .slice(0, mostPages)
     .map((node) =>
-      pageEntry(node.pageId, node.title, { note: model.parent(node.nodeId)?.title ?? "", state: node.state }),
+      pageEntry(node.pageId, node.title, {
+        note: model.parent(node.nodeId)?.title ?? "",
+        state: node.state,
+        ...standing(node.nodeId),
+      }),
     );
 }
 
@@ -126,13 +135,13 @@ export function entriesNow(words: string): Entry[] {
 const mediaIcons = { image: "image", document: "file" } as const;
 
 function foundEntry(found: Found): Entry {
-  const { kind, pageId, siteId, lang, title, path, state, excerpt } = found;
+  const { kind, pageId, siteId, lang, nodeId, title, path, state, excerpt } = found;
   const website = websiteAt(siteId, lang);
   if (kind === "page") {
     const note = [website ? `${website.siteName} · ${website.langName}` : "", path || excerpt]
       .filter(Boolean)
       .join(" — ");
-    return pageEntry(pageId, title, { note, ...(state ? { state } : {}) });
+    return pageEntry(pageId, title, { note, ...(state ? { state } : {}), ...standing(nodeId) });
   }
   const program = kind === "image" ? "images" : "documents";
   return {

@@ -68,10 +68,10 @@ export class TvxPalette extends TvxElement {
     this.busy = false;
   }
 
-  private run(entry: Entry | undefined): void {
-    if (!entry) return;
+  private run(run: (() => unknown) | undefined): void {
+    if (!run) return;
     this.close();
-    void entry.run();
+    void run();
   }
 
   private key(event: KeyboardEvent): void {
@@ -84,7 +84,8 @@ export class TvxPalette extends TvxElement {
     };
     const to = moves[event.key];
     if (to !== undefined && count > 0) this.go((to + count) % count);
-    else if (event.key === "Enter") this.run(this.entries[this.active]);
+    else if (event.key === "Enter" && event.shiftKey) this.run(this.entries[this.active]?.show);
+    else if (event.key === "Enter") this.run(this.entries[this.active]?.run);
     else return;
     event.preventDefault();
   }
@@ -109,7 +110,11 @@ export class TvxPalette extends TvxElement {
             <kbd>Esc</kbd></div>
           <div class="palette-list" id="palette-list" role="listbox" aria-label=${t(L.results)} tabindex="-1">${this.groups()}</div>
           <p class="palette-none" role="status">${some ? nothing : this.busy ? t(L.searching) : t(L.nothingFound)}</p>
-          <footer class="palette-foot note"><span><kbd>↑</kbd> <kbd>↓</kbd> ${t(L.toChoose)}</span><span><kbd>Enter</kbd> ${t(L.toOpen)}</span><a href="/torvex/search?words=${encodeURIComponent(this.words)}" @click=${this.close}>${t(L.allResults)}</a></footer>
+          <footer class="palette-foot note"><span><kbd>↑</kbd> <kbd>↓</kbd> ${t(L.toChoose)}</span><span><kbd>Enter</kbd> ${t(L.toOpen)}</span>${
+            this.entries[this.active]?.show
+              ? html`<span><kbd>${shownKey("Shift+Enter")}</kbd> ${t(L.showInTree)}</span>`
+              : nothing
+          }<a href="/torvex/search?words=${encodeURIComponent(this.words)}" @click=${this.close}>${t(L.allResults)}</a></footer>
         </div>
       </dialog>
     `;
@@ -124,7 +129,7 @@ export class TvxPalette extends TvxElement {
   }
 
   private entry(entry: Entry, at: number) {
-    return html`<div role="option" id="palette-${at}" class="palette-entry" aria-selected=${String(at === this.active)} @click=${() => this.run(entry)} @pointermove=${() => (this.active = at)}>
+    return html`<div role="option" id="palette-${at}" class="palette-entry" aria-selected=${String(at === this.active)} @click=${() => this.run(entry.run)} @pointermove=${() => (this.active = at)}>
       ${icon(entry.icon)}<span class="cut">${entry.label}</span>${entry.note ? html`<span class="note cut grow">${entry.note}</span>` : html`<span class="grow"></span>`}
       ${entry.state ? stateMark(entry.state) : nothing}${entry.key ? html`<kbd>${shownKey(entry.key)}</kbd>` : nothing}</div>`;
   }

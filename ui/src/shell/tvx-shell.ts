@@ -13,7 +13,7 @@ import "./tvx-foot";
 import { forgetFailure, loadFailed, readyOr } from "./loader";
 import { panels, screenAt, screens, sides } from "./registry";
 import "./tvx-shell.css";
-import { currentPage, kept, workplace } from "./workplace";
+import { currentPage, kept, sought, workplace } from "./workplace";
 
 const regions = [".bar", ".left", "#centre", ".right", ".foot"];
 const leftSizes = { wished: 280, least: 220, most: 560 };
@@ -37,6 +37,7 @@ export class TvxShell extends TvxElement {
   private readonly panels = new Watch(this, panels);
   private readonly sides = new Watch(this, sides);
   private readonly workplace = new Watch(this, workplace);
+  protected readonly sought = new Watch(this, sought, (nodeId) => nodeId && this.showSide("pages"));
 
   constructor() {
     super();

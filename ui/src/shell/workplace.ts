@@ -154,3 +154,19 @@ export function enter(site: string, lang: string): void {
   workplace.patch({ site, lang, rights: website.rights, closed: false });
   kept.set("website", `${site}.${lang}`);
 }
+
+/** A node that somebody wants to see in the tree: whoever draws the tree shows it there, with the keyboard on it. */
+export const sought = new Store("");
+
+const websiteOfNode = (nodeId: string) => websiteAt(nodeId.slice(0, 2), nodeId.slice(3, 5));
+
+/** Whether this login has a tree where the node stands. */
+export const hasTreeOf = (nodeId: string): boolean => websiteOfNode(nodeId) !== undefined;
+
+/** Shows a node in the tree of its website, which one works in from now on. */
+export function showInTree(nodeId: string): void {
+  const website = websiteOfNode(nodeId);
+  if (!website) return;
+  enter(website.site, website.lang);
+  sought.value = nodeId;
+}

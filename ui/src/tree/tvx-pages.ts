@@ -14,7 +14,7 @@ import { L, type Label, t } from "../labels";
 import { go, pageAddress, place } from "../shell/address";
 import { keyOf } from "../shell/keys";
 import { actions, moves } from "../shell/registry";
-import { type PageState, workplace } from "../shell/workplace";
+import { type PageState, sought, workplace } from "../shell/workplace";
 import { hasState, hasWords, inScope, type ShownNode, type StateFilter } from "./model";
 import { collapse, expand, load, reveal, shownPage, tree } from "./tree-data";
 import "./tvx-pages.css";
@@ -44,6 +44,7 @@ export class TvxPages extends TvxElement {
   constructor() {
     super();
     new Watch(this, place, () => void this.showPlace());
+    new Watch(this, sought);
   }
 
   override connectedCallback(): void {
@@ -53,6 +54,21 @@ export class TvxPages extends TvxElement {
 
   protected override updated(_changed: PropertyValues): void {
     if (this.tree.value.phase === "ready" && this.revealed !== shownPage()) void this.showPlace();
+    void this.showSought();
+  }
+
+  /** What somebody looks for stands here, whatever was filtered. */
+  private async showSought(): Promise<void> {
+    const nodeId = sought.value;
+    const { phase, model, site, lang } = this.tree.value;
+    if (phase !== "ready" || !nodeId.startsWith(`${site}.${lang}`)) return;
+    sought.value = "";
+    this.words = "";
+    this.filter = "";
+    await reveal(nodeId);
+    await this.updateComplete;
+    if (model.node(nodeId)) this.list?.focusRow(nodeId);
+    else toast(t(L.pageGone), { kind: "warn" });
   }
 
   /** What is opened anywhere is shown here. */
