@@ -167,6 +167,11 @@ std::uint64_t bytesIn(const std::string& folder) {
     return bytes;
 }
 
+/// With the bytes of all texts; there once they are made.
+std::string sizeFileIn(const std::string& folder) {
+    return folder + "/texts.size";
+}
+
 class Bench {
   public:
     /// Without a folder, one is made for this run.
@@ -185,7 +190,7 @@ class Bench {
     Bench& operator=(const Bench&) = delete;
 
     void run() {
-        const std::string sizeFile = folder_ + "/texts.size";
+        const std::string sizeFile = sizeFileIn(folder_);
         if (!fs::exists(sizeFile)) {
             make();
             std::ofstream(sizeFile) << textBytes_;
@@ -419,15 +424,14 @@ class Bench {
     test::TestHost host_;
     /// An installation with nothing in it, for its queue; or that of an earlier run, filled.
     struct Made {
-        Made(const std::string& folder, const std::string& program, bool mayBeKept)
-            : isKept(mayBeKept && fs::exists(folder + "/texts.size")) {
-            if (isKept) return;
-            fs::remove_all(folder);
+        Made(const std::string& folder, const std::string& program, bool isKept) {
+            if (isKept && fs::exists(sizeFileIn(folder))) return;
+            // A folder that somebody has named is never emptied.
+            if (!isKept) fs::remove_all(folder);
             const std::string command =
                 program + " init " + folder + " --empty --admin-password word > /dev/null";
             if (std::system(command.c_str()) != 0) throw std::runtime_error("no installation can be made");
         }
-        const bool isKept;
     } made_{folder_, program_, isKept_};
     Store store_{folder_ + "/texts.db"};
     std::unique_ptr<db::Database> pools_ = db::makeDatabase();

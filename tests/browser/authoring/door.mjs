@@ -39,12 +39,9 @@ export const servedAuthors = (statements = [], prepare = () => {}) =>
     prepare(install);
   });
 
-// Changes a row behind the server's back.
-const change = (install, statement) => execFileSync(program, ["sql", "--install", install, statement]);
-
 // Somebody else's machine has the login.
 export const holdElsewhere = (install, name) =>
-  change(install, `update TORVEX_LOGINS set sessionId = 'elsewhere', ipAddress = '10.0.0.7', date = '20260102', time = '09:12' where username = '${name}'`);
+  execFileSync(program, ["sql", "--install", install, `update TORVEX_LOGINS set sessionId = 'elsewhere', ipAddress = '10.0.0.7', date = '20260102', time = '09:12' where username = '${name}'`]);
 
 // A context, and whatever the policies of its documents forbade or would have forbidden: a test fails with any. What a
 // page of the site may not run while it is edited is none of these.
