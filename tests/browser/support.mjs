@@ -127,8 +127,8 @@ export async function logIn(page, name, password) {
   await Promise.all([page.waitForNavigation(), sendLogin(page, name, password)]);
 }
 
-// What is wrong with the page as it shows, or with parts of it (a context of axe), for who can't see it, or hear, or use a mouse: a line for
-// each finding.
+// What is wrong with the page as it shows, or with parts of it (a context of axe), for who can't see it, or hear, or use
+// a mouse: a line for each finding.
 export async function findingsOfAxe(page, parts = "html") {
   await page.evaluate(axe);
   const { violations } = await page.evaluate((selector) => window.axe.run(selector, {

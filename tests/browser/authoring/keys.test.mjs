@@ -2,12 +2,7 @@
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
 import { findingsOfAxe } from "../support.mjs";
-import { aBrowser, grid, openShell, record } from "./fake.mjs";
-
-const facts = {
-  pgExists: true, pgPageId: 2, pgNodeId: "bg.en.01", pgTitle: "Visit", pgEditor: "Iris Falk", pgEditingDate: null, pgLockedBy: "", pgLockingDate: null,
-  pgApprovedBy: "", pgDeletedBy: "", pgOnlineFrom: "", pgOnlineTo: "", pgTemplateId: 1, pgOnline: 1, pgPublisher: "", pgPublishingDate: null,
-};
+import { aBrowser, grid, openShell, record, visit } from "./fake.mjs";
 
 // A tree where "Visit" is called what was saved last.
 function titled(parameters, save = () => "0") {
@@ -18,7 +13,7 @@ function titled(parameters, save = () => "0") {
     now,
     "cManager/getSitemap": ({ flag }) => (flag ? rows() : record(1, "bg.en", "Home", "1PP000") + rows()),
     "cManager/getPage": () => true,
-    "cManager/get": () => ({ ...facts, pgTitle: now.title }),
+    "cManager/get": () => ({ ...visit, pgTitle: now.title }),
     "cManager/getPageParameters": () => parameters,
     "cManager/set": ({ pgTitle }) => {
       typed = pgTitle;

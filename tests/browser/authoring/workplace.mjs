@@ -1,6 +1,6 @@
 // Authors who are logged in, for tests of the interface's screens.
 import assert from "node:assert/strict";
-import { findingsOfAxe, sidewaysScroll } from "../support.mjs";
+import { faultsOf } from "../support.mjs";
 import { logInAs } from "./door.mjs";
 import { choose } from "./support.mjs";
 
@@ -38,7 +38,5 @@ export async function workAs(site, name, { width = 1280, height = 800, dark = fa
 
 // axe over the interface alone: the page in the frame is its author's. Nothing may be wider than the window.
 export async function assertAccessible(page, name) {
-  const tooWide = await sidewaysScroll(page);
-  const findings = await findingsOfAxe(page);
-  assert.deepEqual([...(tooWide > 0 ? [`${tooWide} pixels too wide`] : []), ...findings].map((fault) => `${name}: ${fault}`), []);
+  assert.deepEqual(await faultsOf(page, name), []);
 }

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <gmock/gmock.h>
+#include <set>
 #include <thread>
 
 #include "search/catalogue/CatalogueFixture.h"
@@ -11,11 +12,7 @@
 namespace torvex::test {
 namespace {
 
-using catalogue::Depth;
-using catalogue::QueryError;
-using catalogue::TooManyError;
 using catalogue::UnavailableError;
-using ::testing::ElementsAre;
 
 class RemoteCatalogueTest : public CatalogueTest {
   protected:
@@ -26,7 +23,7 @@ class RemoteCatalogueTest : public CatalogueTest {
     static catalogue::Query remoteQuery(const std::string& text) {
         catalogue::Query asked = query(text);
         asked.columns = {"doctitle"};
-        asked.scopes = {{"\\\\server\\share\\search\\html\\", Depth::Deep}};
+        asked.scopes = {{"\\\\server\\share\\search\\html\\", catalogue::Depth::Deep}};
         return asked;
     }
 };
@@ -44,10 +41,26 @@ TEST_F(RemoteCatalogueTest, IsAskedAsTheOwnOneIs) {
     const auto row = results->row(0);
     EXPECT_EQ(row.path, "\\\\server\\share\\search\\html\\en\\ab\\ab.en.01.html");
     EXPECT_EQ(row.characterization, "The tax of the town");
-    EXPECT_THAT(row.columns, ElementsAre(testing::Pair("doctitle", "Money")));
+    EXPECT_THAT(row.columns, testing::ElementsAre(testing::Pair("doctitle", "Money")));
     EXPECT_EQ(remote->corrected("twon", "en"), "town");
-    EXPECT_THROW(remote->find(remoteQuery("tax tax")), QueryError);
-    EXPECT_THROW(remote->find(remoteQuery(std::string(10, '(') + std::string(200, '('))), TooManyError);
+    EXPECT_THROW(remote->find(remoteQuery("tax tax")), catalogue::QueryError);
+    EXPECT_THROW(remote->find(remoteQuery(std::string(10, '(') + std::string(200, '('))),
+                 catalogue::TooManyError);
+    server.stop();
+}
+TEST_F(RemoteCatalogueTest, IsAskedAgainByWhoGoesOn) {
+    for (int n = 0; n < 300; ++n) document("many/" + std::to_string(n) + ".txt", "common word");
+    commit();
+    const catalogue::Reader reader(folder.path());
+    catalogue::CatalogueServer server(reader, "127.0.0.1", 0);
+    std::jthread running([&] { server.run(); });
+    const auto remote = openRemote(server.port());
+    catalogue::Query asked = query("common", "filename");
+    asked.scopes = {{"\\\\server\\share\\wwwroot\\documents\\", catalogue::Depth::Deep}};
+    const auto results = remote->find(asked);
+    std::set<std::string> paths;
+    for (std::size_t n = 0; results->has(n); ++n) paths.insert(results->path(n));
+    EXPECT_EQ(paths.size(), 300);
     server.stop();
 }
 TEST_F(RemoteCatalogueTest, WithoutACatalogueItIsUnavailable) {
