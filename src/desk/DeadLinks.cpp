@@ -30,8 +30,7 @@ constexpr std::size_t deadLinkColumns = 7;
 constexpr std::string_view toPages =
     "select k.pageId, d.nodeId, d.title, k.bodyId, k.linkPage as target, "
     "t.title as targetTitle, case when t.pageId is null then 'gone' when l.pageId is null then 'notLive' "
-    "else 'offline' end "
-    "as reason "
+    "else 'offline' end as reason "
     "from (select linkPage from TORVEX_MISSING_PAGES "
     "union select pageId from TORVEX_PAGES_LIVE "
     "where coalesce(online, 0) <> 1 and (online is null or online <> 1) "
@@ -48,8 +47,7 @@ constexpr std::string_view toPages =
 constexpr std::string_view toNodes =
     "select k.pageId, d.nodeId, d.title, k.bodyId, x.linkTarget as target, "
     "t.title as targetTitle, case when t.pageId is null then 'gone' when l.pageId is null then 'notLive' "
-    "else 'offline' end "
-    "as reason "
+    "else 'offline' end as reason "
     "from (select distinct linkTarget from TORVEX_LINKS where linkKind = 'page' and linkTarget > '') x "
     "left outer join TORVEX_PAGES_DESIGN t on t.nodeId = x.linkTarget "
     "left outer join TORVEX_PAGES_LIVE l on l.pageId = t.pageId "

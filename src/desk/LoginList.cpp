@@ -17,8 +17,7 @@ constexpr std::size_t loginColumns = 11;
 /// A login may hold a role twice.
 constexpr std::string_view selectLogins =
     "select l.loginId, l.username, l.name, l.job, l.date, l.time, l.sessionId, l.validFrom, l.validTo, "
-    "l.kind, "
-    "l.password, "
+    "l.kind, l.password, "
     "(select count(distinct a.roleId) from TORVEX_ROLES_LOGINS a where a.loginId = l.loginId) as roles "
     "from TORVEX_LOGINS l order by l.name, l.loginId";
 

@@ -76,8 +76,7 @@ std::vector<Row<registers>> lists() {
               {argument("roleId"), argument("site"), argument("lang"), argument("rights"),
                argument("scope", "")},
               "Whom a change of a role's edit rights would hit: to how many pages each login may do a task "
-              "now, "
-              "and afterwards.",
+              "now, and afterwards.",
               look)
             .lists({{"loginId", Number},
                     {"name", Text},
@@ -88,8 +87,7 @@ std::vector<Row<registers>> lists() {
               {argument("roleId"), argument("entry"), argument("site"), argument("lang"), argument("view"),
                argument("edit")},
               "Whom a change of a role's advanced right would hit: whether each login has the access there "
-              "now, "
-              "and afterwards.",
+              "now, and afterwards.",
               look)
             .lists({{"loginId", Number},
                     {"name", Text},

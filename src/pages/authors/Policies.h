@@ -17,8 +17,8 @@ void addNoticePolicy(Response& response);
 /// The same with a form that asks whether something is meant: in no frame, where it could be clicked unseen.
 void addConsentPolicy(Response& response);
 /// The shell: scripts of this server, styles too; only the view of a page may stand in its frames.
-/// `nonce` allows the styles that its editor of sources puts in. No text becomes HTML or a script but by the libraries that
-/// the policy names.
+/// `nonce` allows the styles that its editor of sources puts in. No text becomes HTML or a script but by the
+/// libraries that the policy names.
 void addShellPolicy(HostContext& host, std::string_view nonce);
 /// A page that is edited: of this origin, so that the shell can work in it, and running nothing.
 void addEditPolicy(Response& response);
