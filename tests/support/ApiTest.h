@@ -1,9 +1,11 @@
 #pragma once
 
+#include <atomic>
 #include <boost/json/value.hpp>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "pages/api/Api.h"
 #include "support/RightsTest.h"
@@ -64,6 +66,9 @@ class ApiTest : public RightsTest {
     void TearDown() override;
 
     void start();
+    /// The real classes with their rights, whose operations do nothing but count in `reached`; those that try a
+    /// password do that.
+    std::vector<operations::ClassEntry> onlyReached();
     /// A login that can log in.
     void author(int loginId, const std::string& username, const std::string& fullname);
     /// A browser that has loaded a document.
@@ -73,6 +78,7 @@ class ApiTest : public RightsTest {
     std::shared_ptr<GuessThrottle> throttle = std::make_shared<GuessThrottle>();
     std::shared_ptr<api::Api> api;
     RunningServer running;
+    std::atomic<int> reached = 0;
 };
 
 }  // namespace torvex::test

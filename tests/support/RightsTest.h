@@ -4,6 +4,7 @@
 #include <string>
 
 #include "support/ManagerTest.h"
+#include "support/RightsRows.h"
 
 namespace torvex::test {
 
@@ -32,9 +33,7 @@ class RightsTest : public ManagerTest {
     /// Edit rights of a role: the columns that are 1.
     void editRights(int roleId, const std::string& site, const std::string& lang,
                     std::initializer_list<const char*> tasks, const Value& scope = "") {
-        Columns columns{{"roleId", roleId}, {"site", site}, {"lang", lang}, {"scope", scope}};
-        for (const auto* task : tasks) columns.emplace_back(task, 1);
-        row("TORVEX_EDIT_RIGHTS", columns);
+        row("TORVEX_EDIT_RIGHTS", editRightsRow(roleId, site, lang, tasks, scope));
     }
 
     /// In place of the fixed menu: an entry, with a title whose label is 9000 and its number.
@@ -53,12 +52,7 @@ class RightsTest : public ManagerTest {
     void emptyMenu() { connection().execute("delete from TORVEX_ADVANCED"); }
     void advancedRight(int roleId, int advId, const std::string& site, const std::string& lang, bool view,
                        bool edit) {
-        row("TORVEX_ADVANCED_RIGHTS", {{"roleId", roleId},
-                                       {"advId", advId},
-                                       {"site", site},
-                                       {"lang", lang},
-                                       {"viewAccess", view ? 1 : 0},
-                                       {"editAccess", edit ? 1 : 0}});
+        row("TORVEX_ADVANCED_RIGHTS", advancedRightRow(roleId, advId, site, lang, view, edit));
     }
 };
 

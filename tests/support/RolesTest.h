@@ -4,6 +4,7 @@
 #include <string>
 
 #include "support/RegistersTest.h"
+#include "support/RightsRows.h"
 
 namespace torvex::test {
 
@@ -32,18 +33,11 @@ class RolesTest : public RegistersTest {
     }
     void mayEdit(int roleId, const std::string& lang, std::initializer_list<const char*> tasks,
                  const std::string& scope = "") {
-        Columns columns{{"roleId", roleId}, {"site", "aa"}, {"lang", lang}, {"scope", scope}};
-        for (const auto* task : tasks) columns.emplace_back(task, 1);
-        row("TORVEX_EDIT_RIGHTS", columns);
+        row("TORVEX_EDIT_RIGHTS", editRightsRow(roleId, "aa", lang, tasks, scope));
     }
     void mayOpen(int roleId, int entry, const std::string& site = "", const std::string& lang = "",
                  bool view = true, bool edit = true) {
-        row("TORVEX_ADVANCED_RIGHTS", {{"roleId", roleId},
-                                       {"advId", entry},
-                                       {"site", site},
-                                       {"lang", lang},
-                                       {"viewAccess", view ? 1 : 0},
-                                       {"editAccess", edit ? 1 : 0}});
+        row("TORVEX_ADVANCED_RIGHTS", advancedRightRow(roleId, entry, site, lang, view, edit));
     }
     void actAsSa() {
         connection().execute("delete from TORVEX_LOGINS where username = 'sa'");

@@ -1,7 +1,6 @@
 // Whatever may be wrong with a request, at every address of the interface for programs: the problem is told in the
 // caller's language, and no deed has been begun. In place of the deeds the rows only say that they were reached.
 
-#include <atomic>
 #include <boost/json/serialize.hpp>
 #include <gmock/gmock.h>
 
@@ -15,7 +14,6 @@ namespace {
 namespace json = boost::json;
 namespace kind = api::kind;
 using operations::Argument;
-using operations::ClassEntry;
 using operations::Effect;
 using operations::Operation;
 using test::ApiClient;
@@ -31,22 +29,9 @@ class ApiBadInput : public test::ApiTest {
                              {"parameter", "torvex_interface_language"},
                              {"value", "de"},
                              {"dataType", "C"}});
-        api = std::make_shared<api::Api>(throttle, onlyReached());
+        api = std::make_shared<api::Api>(throttle, operations::Register(onlyReached()));
         api->ofSessions = {1e9, 1e9};
         start();
-    }
-    operations::Register onlyReached() {
-        std::vector<ClassEntry> classes = operations::makeRegister().classes();
-        for (auto& entry : classes) {
-            for (auto& operation : entry.operations) {
-                if (operation.passwordTest) continue;
-                operation.invoke = [this](void*, const std::vector<Value>&) {
-                    ++reached;
-                    return Value();
-                };
-            }
-        }
-        return operations::Register(std::move(classes));
     }
     ApiClient german(const std::string& address = "127.0.0.1") {
         ApiClient made = loggedIn("sa", address);
@@ -83,8 +68,6 @@ class ApiBadInput : public test::ApiTest {
         EXPECT_EQ(reply.text("/argument"), argument);
         EXPECT_THAT(reply.text("/detail"), HasSubstr(" passt nicht: "));
     }
-
-    std::atomic<int> reached = 0;
 };
 // What is refused here comes to no database.
 INSTANTIATE_TEST_SUITE_P(Engines, ApiBadInput, testing::Values(db::Engine::Sqlite), test::engineName);
