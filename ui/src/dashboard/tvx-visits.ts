@@ -6,7 +6,7 @@ import { TvxElement, Watch } from "../kit/element";
 import { icon } from "../kit/icon";
 import { L, number, plural, t } from "../labels";
 import { day, daysBefore } from "../labels/moments";
-import { websiteAt, workplace } from "../shell/workplace";
+import { websiteName, workplace } from "../shell/workplace";
 import "./tvx-visits.css";
 import { type Day, type Hits, shownDays, type Visits, visitsOf } from "./visits";
 
@@ -49,8 +49,7 @@ export class TvxVisits extends TvxElement {
 
   protected override render() {
     const { site, lang } = this.workplace.value;
-    const known = websiteAt(site, lang);
-    const website = known ? `${known.siteName} · ${known.langName}` : `${site} · ${lang}`;
+    const website = websiteName(site, lang);
     return html`
       <section class="card work visits" aria-label=${t(L.visits)}>
         <header class="work-head">${icon("chart-column")}<h2>${t(L.visits)}</h2><span class="note">${t(L.visitsOf, { website })}</span></header>

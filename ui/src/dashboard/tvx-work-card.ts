@@ -12,7 +12,7 @@ import { toast } from "../kit/tvx-toast";
 import { L, plural, t } from "../labels";
 import { full, when } from "../labels/moments";
 import { go, pageAddress } from "../shell/address";
-import { onPagesChanged, pagesChanged, websiteAt } from "../shell/workplace";
+import { onPagesChanged, pagesChanged, websiteName } from "../shell/workplace";
 import { keyOf, noRun, type Run, type WorkRow } from "./work";
 
 export interface CardAction {
@@ -83,16 +83,11 @@ export class TvxWorkCard extends TvxElement {
     }
   }
 
-  private websiteOf({ siteId, lang }: WorkRow): string {
-    const known = websiteAt(siteId, lang);
-    return known ? `${known.siteName} · ${known.langName}` : `${siteId} · ${lang}`;
-  }
-
   private titleCell(row: WorkRow) {
     const reason = this.watch.value.reasons.get(keyOf(row));
     const other =
       row.liveTitle && row.liveTitle !== row.title ? html` <span class="note">${row.liveTitle}</span>` : nothing;
-    const website = this.hasMany ? html` <span class="note">${this.websiteOf(row)}</span>` : nothing;
+    const website = this.hasMany ? html` <span class="note">${websiteName(row.siteId, row.lang)}</span>` : nothing;
     return html`<a class="plain" href=${pageAddress(row.pageId)} tabindex="-1">${row.title || t(L.pageNumber, { id: row.pageId })}</a>${other}${website}
       ${reason ? html`<span class="reason">${icon("triangle-alert")}${reason}</span>` : nothing}`;
   }

@@ -3,6 +3,7 @@
 import { isProblem, type Problem } from "../api";
 import { type Toast, toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
+import { todayAsDigits } from "../labels/moments";
 import { go, pageAddress } from "../shell/address";
 import type { PageFacts } from "./data";
 import type { Step } from "./model/next-step";
@@ -17,7 +18,7 @@ import {
 } from "./model/workflow";
 import { changed } from "./pages-changed";
 import { type BatchEnd, runAll, runCalls } from "./run";
-import { dayText, today } from "./words";
+import { dayText } from "./words";
 
 export const subjectOf = (page: PageFacts): Subject => ({
   pageIdent: String(page.pageId),
@@ -113,7 +114,7 @@ export function outcomeText(page: PageFacts, answer: string): string {
 }
 
 function laterText(page: PageFacts): string {
-  return page.onlineFrom > today()
+  return page.onlineFrom > todayAsDigits()
     ? t(L.publishedFrom, { day: dayText(page.onlineFrom) })
     : t(L.publishedOver, { day: dayText(page.onlineTo) });
 }

@@ -11,7 +11,7 @@ import type { TableColumn } from "../kit/tvx-table";
 import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
 import { go, pageAddress } from "../shell/address";
-import { websiteAt, workplace } from "../shell/workplace";
+import { websiteName, workplace } from "../shell/workplace";
 import { failed } from "./actions";
 import { spanText, whenText } from "./words";
 import "./lists.css";
@@ -27,6 +27,8 @@ interface Online {
 }
 
 const EVERY = 10_000;
+
+const whereText = ({ siteId, lang }: Online): string => websiteName(siteId, lang);
 
 @customElement("tvx-logins-online")
 export class TvxLoginsOnline extends TvxElement {
@@ -72,11 +74,6 @@ export class TvxLoginsOnline extends TvxElement {
     }
   }
 
-  private whereText(row: Online): string {
-    const website = websiteAt(row.siteId, row.lang);
-    return website ? `${website.siteName} · ${website.langName}` : row.siteId ? `${row.siteId} · ${row.lang}` : "";
-  }
-
   private get columns(): TableColumn<Online>[] {
     const me = workplace.value.login?.loginId;
     return [
@@ -84,7 +81,7 @@ export class TvxLoginsOnline extends TvxElement {
         id: "name",
         label: t(L.whoColumn),
         cell: (row) =>
-          html`${row.name}${row.loginId === me ? html` <span class="note">(${t(L.thatsYou)})</span>` : nothing}<span class="note cut narrow">${this.whereText(row)}</span>`,
+          html`${row.name}${row.loginId === me ? html` <span class="note">(${t(L.thatsYou)})</span>` : nothing}<span class="note cut narrow">${whereText(row)}</span>`,
         by: (row) => row.name,
       },
       {
@@ -92,9 +89,9 @@ export class TvxLoginsOnline extends TvxElement {
         label: t(L.searchWhere),
         cell: (row) =>
           row.pageId > 0
-            ? html`<a href=${pageAddress(row.pageId)}>${this.whereText(row) || row.pageId}</a>`
-            : this.whereText(row),
-        by: (row) => this.whereText(row),
+            ? html`<a href=${pageAddress(row.pageId)}>${whereText(row) || row.pageId}</a>`
+            : whereText(row),
+        by: (row) => whereText(row),
         wide: true,
       },
       {

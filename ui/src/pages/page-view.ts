@@ -7,6 +7,7 @@ import { TvxElement } from "../kit/element";
 import { type IconName, icon } from "../kit/icon";
 import { openMenu } from "../kit/tvx-menu";
 import { L, type Label, t } from "../labels";
+import { todayAsDigits } from "../labels/moments";
 import { go, pageAddress, setQuery } from "../shell/address";
 import { shell } from "../shell/tvx-shell";
 import { currentPage, onPagesChanged } from "../shell/workplace";
@@ -15,7 +16,7 @@ import { markPage } from "./commands";
 import { loadPage, type PageFacts, pageStateOf } from "./data";
 import { mayTakeBack, type NextStep, nextStep, onceSaved } from "./model/next-step";
 import { pageMenu } from "./page-menu";
-import { KIND_ICONS, kindWord, STATE_ICONS, stateWord, titleOr, today, whenText, word } from "./words";
+import { KIND_ICONS, kindWord, STATE_ICONS, stateWord, titleOr, whenText, word } from "./words";
 import "./compare-view";
 import "./chips.css";
 import "./page-view.css";
@@ -232,7 +233,8 @@ export class TvxPageView extends TvxElement {
 
   private offChip(page: PageFacts): TemplateResult {
     const { onlineFrom = "", onlineTo = "" } = page.live ?? {};
-    const out = onlineFrom > today() || (onlineTo !== "" && onlineTo < today());
+    const today = todayAsDigits();
+    const out = onlineFrom > today || (onlineTo !== "" && onlineTo < today);
     return html`<span class="chip out">${icon(out ? "calendar-clock" : "power-off")}${t(out ? L.outOfDates : L.switchedOff)}</span>`;
   }
 

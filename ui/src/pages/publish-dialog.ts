@@ -6,6 +6,7 @@ import { icon } from "../kit/icon";
 import { type DialogAction, dialog, type TvxDialog } from "../kit/tvx-dialog";
 import { type Toast, toast } from "../kit/tvx-toast";
 import { L, plural, t } from "../labels";
+import { todayAsDigits } from "../labels/moments";
 import { nextMove, outcomeText, runSteps, subjectOf, tellOutcome } from "./actions";
 import { whyNot } from "./commands";
 import { loadPage, type PageFacts } from "./data";
@@ -17,7 +18,7 @@ import { type BatchCall, publishOutcome, stepAt, workflowBatch } from "./model/w
 import { changed } from "./pages-changed";
 import { refusalNotice } from "./refusal-notice";
 import { type BatchEnd, runCalls } from "./run";
-import { dayText, titleOr, today } from "./words";
+import { dayText, titleOr } from "./words";
 import "./dialogs.css";
 
 interface ParentInWay {
@@ -131,13 +132,13 @@ class PublishQuestion {
   }
 
   private obstacles(): TemplateResult {
-    const now = today();
+    const today = todayAsDigits();
     const { onlineFrom, onlineTo, live } = this.page;
     return html`
       ${this.parent ? this.parentChoice(this.parent) : nothing}
-      ${onlineFrom > now ? this.note(t(L.datesFuture, { day: dayText(onlineFrom) })) : nothing}
-      ${onlineTo !== "" && onlineTo < now ? this.note(t(L.datesPast, { day: dayText(onlineTo) }), true) : nothing}
-      ${live && !live.online && onlineFrom <= now && (onlineTo === "" || onlineTo >= now) ? this.note(t(L.isOffNow)) : nothing}
+      ${onlineFrom > today ? this.note(t(L.datesFuture, { day: dayText(onlineFrom) })) : nothing}
+      ${onlineTo !== "" && onlineTo < today ? this.note(t(L.datesPast, { day: dayText(onlineTo) }), true) : nothing}
+      ${live && !live.online && onlineFrom <= today && (onlineTo === "" || onlineTo >= today) ? this.note(t(L.isOffNow)) : nothing}
     `;
   }
 

@@ -73,9 +73,6 @@ export function dayText(digits: string): string {
   return new Intl.DateTimeFormat(locale(), { day: "numeric", month: "long", year: "numeric" }).format(date);
 }
 
-/** This day, as pages name the days between which they are on line. */
-export const today = (): string => new Date().toISOString().slice(0, 10).replaceAll("-", "");
-
 /** "42 minutes": how long somebody hasn't moved. */
 export function spanText(seconds: number): string {
   const [value, unit] =

@@ -7,6 +7,7 @@ import { icon } from "../kit/icon";
 import { ask } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
 import { failed } from "../pages/actions";
+import { fromDateField, toDateField } from "../pages/model/setup";
 import { assign } from "./assign";
 import {
   DETAILS,
@@ -23,7 +24,6 @@ import { textField } from "./fields";
 import { newPasswordDialog } from "./login-dialogs";
 import { RecordElement, type RecordWords } from "./record";
 import "./tvx-why";
-import { fromDateField, toDateField } from "./words";
 import "../pages/lists.css";
 import "./rights.css";
 

@@ -4,12 +4,13 @@ import { html, nothing, type TemplateResult } from "lit";
 import { customElement } from "lit/decorators.js";
 import type { TableColumn } from "../kit/tvx-table";
 import { L, t } from "../labels";
+import { todayAsDigits } from "../labels/moments";
 import { whenText } from "../pages/words";
 import { LOGINS, type LoginLine, loginsOf } from "./data";
 import { newLoginDialog } from "./login-dialogs";
 import { type ListWords, RecordList } from "./record-list";
 import "./tvx-login";
-import { isValidOn, today } from "./words";
+import { isValidOn } from "./words";
 import "../pages/lists.css";
 import "./rights.css";
 
@@ -46,7 +47,7 @@ export class TvxLogins extends RecordList<LoginLine> {
   private marks(row: LoginLine): TemplateResult {
     return html`${row.isOnline ? html`<span class="rights-mark done">${t(L.onlineNow)}</span>` : nothing}
       ${row.isProgram ? html`<span class="rights-mark">${t(L.isProgram)}</span>` : nothing}
-      ${isValidOn(row, today()) ? nothing : html`<span class="rights-mark warn">${t(L.notValidNow)}</span>`}`;
+      ${isValidOn(row, todayAsDigits()) ? nothing : html`<span class="rights-mark warn">${t(L.notValidNow)}</span>`}`;
   }
 
   protected get columns(): TableColumn<LoginLine>[] {

@@ -1,10 +1,9 @@
 /** Rights in words. */
 
 import { L, type Label, t } from "../labels";
+import { word } from "../pages/words";
 import type { Website } from "./data";
 import type { Access, Task, Where } from "./model/grants";
-
-const word = (label: Label): string => (t as (label: Label) => string)(label);
 
 /** As the heading of a column. */
 const TASK_WORDS: Readonly<Record<Task, Label>> = {
@@ -48,14 +47,6 @@ export const placeText = (websites: readonly Website[], place: string): string =
   return whereText(websites, { site, lang });
 };
 
-/** Reads "yyyymmdd" for a field of a date, and back. */
-export const toDateField = (day: string): string =>
-  /^\d{8}$/.test(day) ? `${day.slice(0, 4)}-${day.slice(4, 6)}-${day.slice(6)}` : "";
-export const fromDateField = (text: string): string => text.replaceAll("-", "");
-
-/** As "yyyymmdd". */
-export const today = (now = new Date()): string =>
-  `${now.getFullYear()}${String(now.getMonth() + 1).padStart(2, "0")}${String(now.getDate()).padStart(2, "0")}`;
-
+/** A day as "yyyymmdd"; an empty one sets no bound. */
 export const isValidOn = ({ validFrom, validTo }: { validFrom: string; validTo: string }, day: string): boolean =>
   (validFrom === "" || validFrom <= day) && (validTo === "" || validTo >= day);

@@ -1,7 +1,7 @@
 // What the tabs of one author tell each other. They tell it without its text: that stands in the drafts of the browser.
 import { workplace } from "./workplace";
 
-/** This tab, as the others know it. */
+/** This tab among those of the browser. */
 export const tab = Math.random().toString(36).slice(2, 10);
 
 export interface TabMessage {
@@ -13,7 +13,6 @@ export interface TabMessage {
   loginId: number;
   pageId: number;
   bodyId: number;
-  tab: string;
 }
 
 let channel: BroadcastChannel | undefined;
@@ -26,7 +25,7 @@ function opened(): BroadcastChannel | undefined {
 const me = () => workplace.value.login?.loginId ?? 0;
 
 export function tellTabs(kind: TabMessage["kind"], pageId: number, bodyId = 0): void {
-  opened()?.postMessage({ kind, loginId: me(), pageId, bodyId, tab } satisfies TabMessage);
+  opened()?.postMessage({ kind, loginId: me(), pageId, bodyId } satisfies TabMessage);
 }
 
 /** Hears what other tabs of this login say. Gives back what ends it. */

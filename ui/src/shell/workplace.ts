@@ -139,6 +139,13 @@ export function takeWebsites(all: WebsiteRow[], rights: SessionRights): void {
 export const websiteAt = (site: string, lang: string) =>
   workplace.value.websites.find((one) => one.site === site && one.lang === lang);
 
+/** "Garden · English", or its codes where this login has no part in it; nothing for no website. */
+export function websiteName(site: string, lang: string): string {
+  const known = websiteAt(site, lang);
+  if (known) return `${known.siteName} · ${known.langName}`;
+  return site ? `${site} · ${lang}` : "";
+}
+
 /** Whether the login may look at an entry of the administration menu in a website. */
 export function maySee(entry: number, site: string, lang: string): boolean {
   const { entries, login } = workplace.value;
