@@ -9,13 +9,16 @@ import { icon } from "../kit/icon";
 import "../kit/tvx-combobox";
 import type { Option } from "../kit/tvx-combobox";
 import { dialog } from "../kit/tvx-dialog";
-import { L, plural, t } from "../labels";
+import { L, t } from "../labels";
 import { currentPage } from "../shell/workplace";
-import { type Places, placesOf } from "./data";
+import { type Places, placesOf, type Website } from "./data";
 import { type Access, TASKS, type Task } from "./model/grants";
 import { type Reason, type Why, type WhyRow, whyOf } from "./model/why";
 import { accessWord, doingWord, placeText, taskWord, websiteText } from "./words";
 import "./rights.css";
+
+/** Longer than a website's name is the node of a page. */
+const isNode = (place: string): boolean => place.length > 5;
 
 @customElement("tvx-why")
 export class TvxWhy extends TvxElement {
@@ -66,8 +69,12 @@ export class TvxWhy extends TvxElement {
       this.answer = whyOf(rows as WhyRow[]);
       this.fault = "";
     } catch (error) {
-      this.failed(error);
+      if (asked === this.asked) this.failed(error);
     }
+  }
+
+  private get websites(): readonly Website[] {
+    return this.places?.websites ?? [];
   }
 
   private set(change: () => unknown): void {
@@ -82,7 +89,7 @@ export class TvxWhy extends TvxElement {
     return found.map((page) => ({
       id: String(page.pageId),
       label: page.title,
-      note: websiteText(this.places?.websites ?? [], `${page.siteId}.${page.lang}`),
+      note: websiteText(this.websites, `${page.siteId}.${page.lang}`),
       icon: "file-text",
     }));
   };
@@ -129,7 +136,7 @@ export class TvxWhy extends TvxElement {
       ${
         level > 0
           ? html`<div class="field"><label for="why-website">${t(L.website)}</label><select id="why-website" class="select"
-        @change=${(event: Event) => this.set(() => (this.website = (event.target as HTMLSelectElement).value))}>${this.places?.websites.map(
+        @change=${(event: Event) => this.set(() => (this.website = (event.target as HTMLSelectElement).value))}>${this.websites.map(
           ({ site, lang, siteName, langName }) =>
             html`<option value="${site}.${lang}" .selected=${`${site}.${lang}` === this.website}>${siteName} · ${langName}</option>`,
         )}</select></div>`
@@ -159,12 +166,8 @@ export class TvxWhy extends TvxElement {
   }
 
   private whereOf(reason: Reason): string {
-    const websites = this.places?.websites ?? [];
     if (this.about === "page" && reason.titles) return reason.titles;
-    return reason.places.map((place) => placeOf(place)).join(", ");
-    function placeOf(place: string): string {
-      return place.length > 5 ? place : placeText(websites, place);
-    }
+    return reason.places.map((place) => (isNode(place) ? place : placeText(this.websites, place))).join(", ");
   }
 
   private reasonText(reason: Reason, why: Why): string {
@@ -173,11 +176,11 @@ export class TvxWhy extends TvxElement {
     const where = this.whereOf(reason);
     switch (reason.state) {
       case "gives":
-        return reason.places[0]?.length && reason.places[0].length > 5
+        return isNode(reason.places[0] ?? "")
           ? t(L.roleGivesBelow, { role, what, where })
-          : t(L.roleGives, { role, what, where: placeText(this.places?.websites ?? [], reason.places[0] ?? "") });
+          : t(L.roleGives, { role, what, where: placeText(this.websites, reason.places[0] ?? "") });
       case "outside":
-        return plural(reason.places.length, L.roleGivesOutside, L.roleGivesOutside, { role, what, where });
+        return t(L.roleGivesOutside, { role, what, where });
       case "elsewhere":
         return t(L.roleGivesElsewhere, { role, what, where });
       case "otherRights":
@@ -197,7 +200,7 @@ export class TvxWhy extends TvxElement {
   }
 
   private needText(why: Why): string {
-    const where = placeText(this.places?.websites ?? [], why.needs ?? "");
+    const where = placeText(this.websites, why.needs ?? "");
     return t(L.whyNeeds, { what: this.whatText(why), where });
   }
 }

@@ -34,6 +34,13 @@ const others = /^\/torvex\/(api\/|ui\/|images\/|view\.asp|login$|logout$|error\.
 export const isOurs = (url: URL) =>
   url.origin === location.origin && /^\/torvex\//i.test(url.pathname) && !others.test(url.pathname);
 
+/** What an address can name: a page, or a record of the administration. */
+const named = ["pageId", "login", "role"];
+
+const isSamePlace = (url: URL) =>
+  url.pathname === location.pathname &&
+  named.every((name) => url.searchParams.get(name) === place.value.params.get(name));
+
 /** Goes to another place of the interface, without loading a document. */
 export async function go(address: string, { replace = false } = {}): Promise<boolean> {
   const url = new URL(address, location.href);
@@ -41,9 +48,7 @@ export async function go(address: string, { replace = false } = {}): Promise<boo
     location.assign(url);
     return true;
   }
-  const samePlace =
-    url.pathname === location.pathname && url.searchParams.get("pageId") === place.value.params.get("pageId");
-  if (!samePlace && !(await settled())) return false;
+  if (!isSamePlace(url) && !(await settled())) return false;
   history[replace ? "replaceState" : "pushState"]({}, "", url);
   place.value = read();
   return true;

@@ -29,7 +29,7 @@ export const nodesOf = (scope: string): string[] =>
     .map((node) => node.trim())
     .filter((node) => node !== "" && node.toLowerCase() !== "all");
 
-/** By website; rows of one website that stand twice add up. */
+/** By website. */
 export function editGrants(rows: readonly EditRow[]): Map<string, EditGrant> {
   const grants = new Map<string, EditGrant>();
   for (const row of rows) {

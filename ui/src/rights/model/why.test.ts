@@ -1,6 +1,5 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { newPassword } from "./password";
 import { whyOf } from "./why";
 
 const row = (state: string, more = {}) => ({ state, roleId: 0, role: "", places: "", rights: "", titles: "", ...more });
@@ -38,10 +37,4 @@ test("what no role decides is told plainly", () => {
 
 test("what is given everywhere has a place", () => {
   assert.deepEqual(whyOf([row("yes"), row("gives")]).reasons[0]?.places, [""]);
-});
-
-test("a new password has 19 characters and nothing that looks alike", () => {
-  const password = newPassword();
-  assert.match(password, /^[a-km-np-z2-9]{4}(-[a-km-np-z2-9]{4}){3}$/);
-  assert.notEqual(newPassword(), password);
 });
