@@ -66,7 +66,7 @@ export class TvxVisits extends TvxElement {
     if (views + before === 0) return html`<p class="work-none">${t(L.noVisits)}</p>`;
     return html`
       <div class="visits-body">
-        <p class="visits-sum"><strong>${plural(views, L.hitsOne, L.hitsMany)}</strong><span>${plural(visitors, L.visitorsOne, L.visitorsMany)}</span>
+        <p class="visits-sum"><strong>${plural(views, L.viewsOne, L.viewsMany)}</strong><span>${plural(visitors, L.visitorsOne, L.visitorsMany)}</span>
           <span class="note">${plural(before, L.visitsBeforeOne, L.visitsBeforeMany)}</span></p>
         ${this.drawing(days)}${this.table(days)}
       </div>`;
@@ -76,7 +76,7 @@ export class TvxVisits extends TvxElement {
     const most = Math.max(1, ...days.map(({ views }) => views));
     const bars = days.map(({ day: of, views }, at) => {
       const tall = views === 0 ? 1 : Math.max(2, Math.round((views / most) * height));
-      return svg`<rect x=${at * step} y=${height - tall} width=${bar} height=${tall} rx="2"><title>${day(of)}: ${plural(views, L.hitsOne, L.hitsMany)}</title></rect>`;
+      return svg`<rect x=${at * step} y=${height - tall} width=${bar} height=${tall} rx="2"><title>${day(of)}: ${plural(views, L.viewsOne, L.viewsMany)}</title></rect>`;
     });
     return html`<div aria-hidden="true"><svg class="visits-bars" viewBox="0 0 ${days.length * step - (step - bar)} ${height}" preserveAspectRatio="none">${bars}</svg>
       <p class="visits-days note"><span>${day(days[0]?.day ?? "")}</span><span>${day(days.at(-1)?.day ?? "")}</span></p></div>`;

@@ -64,7 +64,7 @@ export class TvxLogin extends RecordElement<LoginRecord> {
     const { details } = this;
     if (!details) return "";
     await saveLogin(record, details);
-    return t(L.loginSaved, { name: details.adminFullname });
+    return t(L.recordSaved, { name: details.adminFullname });
   }
 
   private async newPassword(login: LoginRecord): Promise<void> {

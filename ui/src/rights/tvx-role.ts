@@ -93,7 +93,7 @@ export class TvxRole extends RecordElement<PlacedRole> {
     const save = (): Promise<unknown> => saveRole(role, change);
     if (hits.length === 0) await save();
     else if (!(await this.confirmed(t(L.saveRoleOf, { name: role.name }), hits, role.places, save))) return "";
-    return t(L.roleSaved, { name: change.name });
+    return t(L.recordSaved, { name: change.name });
   }
 
   /** That the role has changed elsewhere is told behind the dialog, all else in it. */

@@ -207,7 +207,7 @@ export class TvxWhy extends TvxElement {
 
 export const whyDialog = (loginId: number, name: string): Promise<string> =>
   dialog({
-    title: t(L.whyTitle, { name }),
+    title: t(L.whyOf, { name }),
     wide: true,
     body: () => html`<tvx-why .loginId=${loginId} .name=${name}></tvx-why>`,
   });
