@@ -140,6 +140,44 @@ describe("rights", () => {
     await work.close();
   });
 
+  test("who goes away from a role with something unsaved is asked, and may stay", async () => {
+    const work = await workAs(site, "iris");
+    const { page } = work;
+    await openRole(work, 3, "Programme");
+    const text = page.getByRole("textbox", { name: "Description" });
+    await text.fill("Half a sentence");
+    const toTheList = () => page.evaluate(() => {
+      const link = document.createElement("a");
+      link.href = "/torvex/roles.asp";
+      document.body.append(link);
+      link.click();
+      link.remove();
+    });
+    for (const leave of [() => page.getByRole("link", { name: "Back" }).click(), toTheList]) {
+      await leave();
+      await work.dialog.getByRole("button", { name: "Cancel" }).click();
+      await work.dialog.waitFor({ state: "detached" });
+      assert.equal(await text.inputValue(), "Half a sentence");
+    }
+    await toTheList();
+    await work.dialog.getByRole("button", { name: "Leave" }).click();
+    await page.getByRole("searchbox", { name: "Filter", exact: true }).waitFor();
+    await work.close();
+  });
+
+  test("who doesn't give up a role of her own after all still sees that she has it", async () => {
+    const work = await workAs(site, "iris");
+    const { page } = work;
+    await openRole(work, 9, "Team leads");
+    await page.getByRole("tab", { name: "Logins" }).click();
+    const own = page.getByRole("checkbox", { name: /^Iris/ });
+    await own.click();
+    await work.dialog.getByRole("button", { name: "Cancel" }).click();
+    await page.waitForFunction((box) => box.checked, await own.elementHandle());
+    assert.deepEqual(rolesOf(2), [1, 9]);
+    await work.close();
+  });
+
   test("a login is added with a password that is shown once, gets a role with Undo, and is removed", async () => {
     const work = await workAs(site, "iris");
     const { page } = work;
