@@ -85,6 +85,9 @@ export class TvxLinkPicker extends TvxElement {
     this.way = way;
     this.found = [];
     this.at = 0;
+    // What words are still looked for must not stand among what the tree or a folder has.
+    clearTimeout(this.timer);
+    this.asked?.abort();
     if (way === "words") void this.find();
   }
 

@@ -45,7 +45,7 @@ export class DraftKeeper {
   private sending: Promise<unknown> = Promise.resolve();
   private dropped = false;
   private waits = false;
-  private sent = "";
+  private sent: string | undefined;
   private readonly onHide = () => this.hide();
 
   constructor(
