@@ -1,9 +1,7 @@
 /** Roles, their rights and their logins, as they come from the server and go there. */
 
 import { call } from "../api";
-import { rowsOf } from "../api/answer";
-import { Problem, type ProblemFields } from "../api/problem";
-import { request } from "../api/request";
+import { rows, run, type Step, step } from "../records/batch";
 import {
   type Access,
   type EditGrant,
@@ -19,44 +17,9 @@ import {
   hitsOf,
 } from "./model/grants";
 
-interface Step {
-  readonly on: string;
-  readonly do: string;
-  readonly with: Record<string, unknown>;
-  readonly expect?: { is: unknown };
-}
-
-const step = (name: string, args: Record<string, unknown>, more: Partial<Step> = {}): Step => {
-  const [on = "", operation = ""] = name.split(".");
-  return { on, do: operation, with: args, ...more };
-};
-
-interface Entry {
-  result?: unknown;
-  problem?: ProblemFields;
-}
-
-/** What a batch may hold. */
-const MOST = 100;
-
-/** Calls one after another, in as many batches as it takes; what they gave, as it came. */
-async function run(steps: readonly Step[], lane: "read" | "write"): Promise<Entry[]> {
-  const entries: Entry[] = [];
-  for (let at = 0; at < steps.length; at += MOST) {
-    const answer = await request("batch", { calls: steps.slice(at, at + MOST) }, lane);
-    entries.push(...(answer as { results: Entry[] }).results);
-  }
-  return entries;
-}
-
-const rows = <T>(entry: Entry | undefined): T[] => rowsOf(entry?.result) as T[];
-
 /** The entries of the administration that are worked with here. */
 export const LOGINS = 21;
 export const ROLES = 22;
-
-export const mayChange = (entry: number): Promise<boolean> =>
-  call("cManager.checkAdvRights", { flag: "edit", advId: entry });
 
 // ---- Roles ----
 
@@ -102,23 +65,7 @@ export interface Role {
   readonly expected: readonly unknown[];
 }
 
-/** Who may change a record: this session, or why it can't. */
-export interface Hold {
-  readonly state: "held" | "other" | "noRight" | "gone";
-  readonly name: string;
-}
-
 export const rolesOf = (): Promise<RoleLine[]> => call("registers.getRoles", {}) as Promise<RoleLine[]>;
-
-export type RecordItem = "role" | "login";
-
-export async function hold(item: RecordItem, id: number): Promise<Hold> {
-  const [line] = (await call("registers.open", { item, id: String(id) })) as Hold[];
-  return line ?? { state: "gone", name: "" };
-}
-
-export const letGo = (item: RecordItem, id: number): Promise<unknown> =>
-  call("cManager.unlockItem", { item, itemId: String(id) }).catch(() => {});
 
 const asRead = (roleId: number, expected: readonly unknown[] = []): Step[] => {
   const names = [
@@ -296,13 +243,13 @@ export interface LoginRecord {
   readonly roles: readonly HeldRole[];
 }
 
-const readDetails = (loginId: number, expected?: Details): unknown[] => [
+const readDetails = (loginId: number, expected?: Details): Step[] => [
   step("cManager.getLoginDetails", { loginId }),
   { on: "cManager", get: [...DETAILS], ...(expected ? { expect: { is: expected } } : {}) },
 ];
 
 export async function loginOf(loginId: number): Promise<LoginRecord> {
-  const entries = await run([...readDetails(loginId), step("cManager.getLoginRoles", { loginId })] as Step[], "read");
+  const entries = await run([...readDetails(loginId), step("cManager.getLoginRoles", { loginId })], "read");
   return { loginId, details: entries[1]?.result as Details, roles: rows<HeldRole>(entries[2]) };
 }
 
@@ -325,7 +272,7 @@ const ofDetails = (loginId: number, details: Details, password: string) => ({
 export function saveLogin(was: LoginRecord, details: Details, password = ""): Promise<unknown> {
   const { loginId } = was;
   return run(
-    [...readDetails(loginId, was.details), step("cManager.saveLogin", ofDetails(loginId, details, password))] as Step[],
+    [...readDetails(loginId, was.details), step("cManager.saveLogin", ofDetails(loginId, details, password))],
     "write",
   );
 }
@@ -348,5 +295,3 @@ export interface Question {
   readonly site?: string;
   readonly lang?: string;
 }
-
-export const isChanged = (error: unknown): boolean => error instanceof Problem && error.status === 412;

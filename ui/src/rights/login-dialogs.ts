@@ -5,9 +5,9 @@ import { icon } from "../kit/icon";
 import { dialog } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
-import { addDialog } from "./add-dialog";
+import { addDialog } from "../records/add-dialog";
+import { textField } from "../records/fields";
 import { addLogin, type Details, type LoginRecord, saveLogin } from "./data";
-import { textField } from "./fields";
 import { newPassword } from "./model/password";
 
 const empty: Details = {

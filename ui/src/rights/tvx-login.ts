@@ -8,6 +8,8 @@ import { ask } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { fromDateField, toDateField } from "../pages/model/setup";
+import { textField } from "../records/fields";
+import { RecordElement, type RecordWords } from "../records/record";
 import { assign } from "./assign";
 import {
   DETAILS,
@@ -20,17 +22,15 @@ import {
   removeLogin,
   saveLogin,
 } from "./data";
-import { textField } from "./fields";
 import { newPasswordDialog } from "./login-dialogs";
-import { RecordElement, type RecordWords } from "./record";
 import "./tvx-why";
-import "../pages/lists.css";
 import "./rights.css";
 
 @customElement("tvx-login")
 export class TvxLogin extends RecordElement<LoginRecord> {
   @state() private details: Details | undefined;
   protected readonly item = "login";
+  protected readonly address = "/torvex/logins.asp";
   protected readonly words: RecordWords = { icon: "user", isGone: L.loginIsGone, isOthers: L.loginChanged };
 
   protected read(loginId: number): Promise<LoginRecord> {

@@ -6,17 +6,17 @@ import type { TableColumn } from "../kit/tvx-table";
 import { L, t } from "../labels";
 import { todayAsDigits } from "../labels/moments";
 import { whenText } from "../pages/words";
+import { type ListWords, RecordList } from "../records/record-list";
 import { LOGINS, type LoginLine, loginsOf } from "./data";
 import { newLoginDialog } from "./login-dialogs";
-import { type ListWords, RecordList } from "./record-list";
 import "./tvx-login";
 import { isValidOn } from "./words";
-import "../pages/lists.css";
 import "./rights.css";
 
 @customElement("tvx-logins")
 export class TvxLogins extends RecordList<LoginLine> {
-  protected readonly item = "login";
+  protected readonly address = "/torvex/logins.asp";
+  protected readonly key = "login";
   protected readonly entry = LOGINS;
   protected readonly words: ListWords = { icon: "users", title: L.logins, add: L.newLogin, isEmpty: L.nothingFound };
 

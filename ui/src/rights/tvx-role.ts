@@ -7,10 +7,12 @@ import { icon } from "../kit/icon";
 import "../kit/tvx-tabs";
 import { L, plural, t } from "../labels";
 import { failed } from "../pages/actions";
+import { textField } from "../records/fields";
+import { isChanged } from "../records/lock";
+import { RecordElement, type RecordWords } from "../records/record";
 import { setQuery } from "../shell/address";
 import { assign } from "./assign";
 import {
-  isChanged,
   type Places,
   placesOf,
   type Role,
@@ -23,7 +25,6 @@ import {
   weigh,
   weighEnd,
 } from "./data";
-import { textField } from "./fields";
 import { impactDialog } from "./impact-dialog";
 import { entryMatrix, pageMatrix } from "./matrices";
 import {
@@ -36,9 +37,7 @@ import {
   withEntries,
   withGrants,
 } from "./model/grants";
-import { RecordElement, type RecordWords } from "./record";
 import { whyDialog } from "./tvx-why";
-import "../pages/lists.css";
 import "./rights.css";
 
 const TABS = ["pages", "administration", "logins"] as const;
@@ -56,6 +55,7 @@ export class TvxRole extends RecordElement<PlacedRole> {
   @state() private entries: ReadonlyMap<string, EntryGrant> = new Map();
   @state() private where: Where = { site: "", lang: "" };
   protected readonly item = "role";
+  protected readonly address = "/torvex/roles.asp";
   protected readonly words: RecordWords = { icon: "shield", isGone: L.roleIsGone, isOthers: L.roleChanged };
 
   protected async read(roleId: number): Promise<PlacedRole> {

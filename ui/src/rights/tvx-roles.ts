@@ -4,17 +4,17 @@ import { html, type TemplateResult } from "lit";
 import { customElement } from "lit/decorators.js";
 import type { TableColumn } from "../kit/tvx-table";
 import { L, t } from "../labels";
-import { addDialog } from "./add-dialog";
+import { addDialog } from "../records/add-dialog";
+import { textField } from "../records/fields";
+import { type ListWords, RecordList } from "../records/record-list";
 import { addRole, ROLES, type RoleLine, rolesOf } from "./data";
-import { textField } from "./fields";
-import { type ListWords, RecordList } from "./record-list";
 import "./tvx-role";
-import "../pages/lists.css";
 import "./rights.css";
 
 @customElement("tvx-roles")
 export class TvxRoles extends RecordList<RoleLine> {
-  protected readonly item = "role";
+  protected readonly address = "/torvex/roles.asp";
+  protected readonly key = "role";
   protected readonly entry = ROLES;
   protected readonly words: ListWords = { icon: "shield", title: L.roles, add: L.newRole, isEmpty: L.rolesEmpty };
 

@@ -1,4 +1,4 @@
-/** Fields that the screens of rights share. */
+/** Fields that the screens of records share. */
 
 import { html, nothing, type TemplateResult } from "lit";
 import { L, t } from "../labels";

@@ -10,7 +10,8 @@ import { L, type Label, t } from "../labels";
 import { failed } from "../pages/actions";
 import { word } from "../pages/words";
 import { beforeLeaving, setQuery } from "../shell/address";
-import { type Hold, hold, isChanged, letGo, type RecordItem } from "./data";
+import { type Hold, hold, isChanged, letGo } from "./lock";
+import "../pages/lists.css";
 
 export interface RecordWords {
   readonly icon: IconName;
@@ -30,7 +31,10 @@ export abstract class RecordElement<T extends object> extends TvxElement {
   @state() private busy = false;
   private forget: (() => void) | undefined;
 
-  protected abstract readonly item: RecordItem;
+  /** What `lockItem` calls it. */
+  protected abstract readonly item: string;
+  /** Where the list is. */
+  protected abstract readonly address: string;
   protected abstract readonly words: RecordWords;
   protected abstract read(recordId: number): Promise<T>;
   /** Begins to work on what was read, with what one has changed oneself on top of it or without. */
@@ -42,6 +46,11 @@ export abstract class RecordElement<T extends object> extends TvxElement {
   /** What can be done to it besides saving. */
   protected abstract buttons(record: T): TemplateResult;
   protected abstract sheet(record: T): TemplateResult;
+
+  /** What the address calls its number. */
+  protected get key(): string {
+    return this.item;
+  }
 
   override connectedCallback(): void {
     super.connectedCallback();
@@ -100,7 +109,7 @@ export abstract class RecordElement<T extends object> extends TvxElement {
   }
 
   private leave({ push }: { push: boolean }): void {
-    setQuery({ [this.item]: "", tab: "" }, { push });
+    setQuery({ [this.key]: "", tab: "" }, { push });
   }
 
   private async back(event: Event): Promise<void> {
@@ -153,7 +162,7 @@ export abstract class RecordElement<T extends object> extends TvxElement {
       return html`<section class="list-screen" aria-busy=${this.fault ? nothing : "true"}>${this.waiting()}</section>`;
     if (held?.state === "gone")
       return html`<section class="list-screen"><div class="empty">${icon(this.words.icon)}<p>${word(this.words.isGone)}</p>${this.backLink()}</div></section>`;
-    return html`<section class="list-screen" @keydown=${this.key}>
+    return html`<section class="list-screen" @keydown=${this.pressed}>
       <header class="list-head">${this.backLink()}<h1 class="grow">${this.heading(record)}</h1>${this.isFixed ? nothing : html`${this.buttons(record)}${this.saveButton()}`}</header>
       ${this.notices()}
       ${this.sheet(record)}
@@ -167,7 +176,7 @@ export abstract class RecordElement<T extends object> extends TvxElement {
   }
 
   private backLink(): TemplateResult {
-    return html`<a class="button quiet icon-only" href="/torvex/${this.item}s.asp" aria-label=${t(L.back)} @click=${this.back}>${icon("arrow-left")}</a>`;
+    return html`<a class="button quiet icon-only" href=${this.address} aria-label=${t(L.back)} @click=${this.back}>${icon("arrow-left")}</a>`;
   }
 
   private saveButton(): TemplateResult {
@@ -183,7 +192,7 @@ export abstract class RecordElement<T extends object> extends TvxElement {
     return nothing;
   }
 
-  private key(event: KeyboardEvent): void {
+  private pressed(event: KeyboardEvent): void {
     if (!event.ctrlKey || !["s", "Enter"].includes(event.key)) return;
     event.preventDefault();
     void this.save();

@@ -1,4 +1,4 @@
-/** What the lists of logins and of roles share: all records, narrowed by words, or the one that the address names. */
+/** What lists of records share: all of them, narrowed by words, or the one that the address names. */
 
 import { html, nothing, type TemplateResult } from "lit";
 import { property, state } from "lit/decorators.js";
@@ -9,8 +9,9 @@ import type { TableColumn } from "../kit/tvx-table";
 import { L, type Label, t } from "../labels";
 import { word } from "../pages/words";
 import { setQuery } from "../shell/address";
-import { mayChange, type RecordItem } from "./data";
 import { filterField, matches } from "./fields";
+import { mayChange } from "./lock";
+import "../pages/lists.css";
 
 export interface ListWords {
   readonly icon: IconName;
@@ -26,13 +27,19 @@ export abstract class RecordList<Row extends object> extends TvxElement {
   @state() private fault = "";
   @state() private mayAdd = false;
 
-  protected abstract readonly item: RecordItem;
+  /** Where the list is, and what the address calls the number of a record. */
+  protected abstract readonly address: string;
+  protected abstract readonly key: string;
   /** The entry of the administration whose right to change lets one add. */
   protected abstract readonly entry: number;
   protected abstract readonly words: ListWords;
   protected abstract read(): Promise<Row[]>;
   /** The number of the record that was added, or "". */
   protected abstract add(): Promise<string>;
+  /** An entry of a website's asks for its site and language. */
+  protected askToAdd(): Promise<boolean> {
+    return mayChange(this.entry);
+  }
   protected abstract one(recordId: number): TemplateResult;
   protected abstract idOf(row: Row): number;
   protected abstract nameOf(row: Row): string;
@@ -47,7 +54,7 @@ export abstract class RecordList<Row extends object> extends TvxElement {
 
   protected readonly load = async (): Promise<void> => {
     try {
-      const [rows, mayAdd] = await Promise.all([this.read(), mayChange(this.entry)]);
+      const [rows, mayAdd] = await Promise.all([this.read(), this.askToAdd()]);
       this.rows = rows;
       this.mayAdd = mayAdd;
       this.fault = "";
@@ -57,7 +64,7 @@ export abstract class RecordList<Row extends object> extends TvxElement {
   };
 
   private open(recordId: string): void {
-    setQuery({ [this.item]: recordId }, { push: true });
+    setQuery({ [this.key]: recordId }, { push: true });
   }
 
   private async addOne(): Promise<void> {
@@ -68,11 +75,11 @@ export abstract class RecordList<Row extends object> extends TvxElement {
   }
 
   protected link(row: Row, text: string): TemplateResult {
-    return html`<a href="/torvex/${this.item}s.asp?${this.item}=${this.idOf(row)}">${text}</a>`;
+    return html`<a href="${this.address}?${this.key}=${this.idOf(row)}">${text}</a>`;
   }
 
   protected override render(): TemplateResult {
-    const chosen = Number(this.params.get(this.item));
+    const chosen = Number(this.params.get(this.key));
     if (chosen > 0) return this.one(chosen);
     const words = this.params.get("words") ?? "";
     return html`<section class="list-screen">
