@@ -37,5 +37,6 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (5639, 'Any size', 'Jede Größe'),
   (5640, 'Recently used', 'Zuletzt verwendet'),
   (5641, 'Visits, {days} days', 'Besuche, {days} Tage'),
-  (5642, 'Take it off the shelf', 'Von der Ablage nehmen')
+  (5642, 'Take it off the shelf', 'Von der Ablage nehmen'),
+  (5643, 'A picture in the clipboard can be pasted here.', 'Ein Bild aus der Zwischenablage kann hier eingefügt werden.')
 on conflict (lang_label) do nothing;

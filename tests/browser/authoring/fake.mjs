@@ -86,6 +86,11 @@ async function answerBatch(calls, { calls: wanted }) {
   return { status: 200, body: { results } };
 }
 
+// A page as its edit view draws it: bodies by their numbers, texts unless their kind is named (2 and 3 are feeds).
+export const viewWith = (bodies, kinds = {}) => `<!doctype html><html lang="en"><head><title>A page</title></head><body>${Object.entries(bodies).map(([bodyId, text]) =>
+  `<table class="bodyborder"><tbody><tr><th class="bodyheader"><a href="javascript:top.link.setupBody('bg.en.01',${bodyId},${kinds[bodyId] ?? 1},0)">Setup</a></th></tr>` +
+  `<tr><td class="bodycontent">${text}</td></tr></tbody></table>`).join("")}</body></html>`;
+
 const json = (route, status, body, headers = {}) =>
   route.fulfill({ status, contentType: "application/json", body: JSON.stringify(body), headers });
 
@@ -113,10 +118,11 @@ async function serveCall(route, state, calls, name) {
   return json(route, status, problem ?? { result }, problem?.headers);
 }
 
-function serve(route, state, calls, lang) {
+function serve(route, state, calls, { lang, view }) {
   const { pathname, searchParams } = new URL(route.request().url());
   if (pathname.startsWith("/torvex/ui/")) return serveFile(route, pathname.slice("/torvex/ui/".length));
   if (pathname === "/torvex/login") return route.fulfill({ contentType: "text/html", body: '<meta name="torvex-token" content="second">' });
+  if (pathname === "/torvex/view.asp" && view) return route.fulfill({ contentType: "text/html", body: view });
   if (!pathname.startsWith("/torvex/api/")) return route.fulfill({ contentType: "text/html", body: shellOf(lang), headers: { "content-security-policy": policy } });
   const name = pathname.slice("/torvex/api/".length);
   if (name === "labels") return json(route, 200, words(searchParams.get("lang")));
@@ -125,8 +131,8 @@ function serve(route, state, calls, lang) {
 }
 
 // A page with the shell at an address. `api` has answers by "class/operation", `entries` are those of the menu that the
-// login may use; `sent` collects what was asked.
-export async function openShell(browser, { path = "/torvex/", api = {}, lang = "en", entries = [], ...options } = {}) {
+// login may use, `view` is the page in the frame; `sent` collects what was asked.
+export async function openShell(browser, { path = "/torvex/", api = {}, lang = "en", entries = [], view = "", ...options } = {}) {
   const context = await browser.newContext({ viewport: { width: 1440, height: 900 }, reducedMotion: "reduce", ...options });
   const page = await context.newPage();
   const state = { sent: [], tokens: [], loggedIn: true, entries, violations: [], errors: [] };
@@ -136,7 +142,7 @@ export async function openShell(browser, { path = "/torvex/", api = {}, lang = "
   await page.addInitScript(() => document.addEventListener("securitypolicyviolation", (event) => {
     window.tellViolation(`${event.effectiveDirective} ${event.blockedURI} ${event.sample}`);
   }));
-  await page.route(`${origin}/**`, (route) => serve(route, state, calls, lang));
+  await page.route(`${origin}/**`, (route) => serve(route, state, calls, { lang, view }));
   await page.goto(origin + path);
   await page.getByRole("banner").waitFor();
   return Object.assign(state, { page, context, calls });

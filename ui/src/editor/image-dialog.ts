@@ -7,13 +7,28 @@ import { dialog, icon, TvxElement } from "../kit";
 import { L, t } from "../labels";
 import { loadFolders } from "../media/data";
 import type { Folder } from "../media/model/folders";
-import { addressOf, altDialog, imageTag, keepAlt, type Picture, upload } from "./pictures";
+import { sizeOf, sizesOf } from "./model/choosing";
+import {
+  addressOf,
+  altDialog,
+  imageTag,
+  keepAlt,
+  type Picture,
+  recentPaths,
+  recentPictures,
+  rememberPicture,
+  upload,
+} from "./pictures";
+
+/** In place of a folder: what was chosen lately. */
+const RECENT = "recent";
 
 @customElement("tvx-image-picker")
 export class TvxImagePicker extends TvxElement {
   @property() site = "";
   @state() private folders: Folder[] = [];
   @state() private pictures: Picture[] = [];
+  @state() private size = "";
   @state() private at = 0;
   @state() private busy = false;
   @state() private fault = "";
@@ -24,7 +39,13 @@ export class TvxImagePicker extends TvxElement {
   override connectedCallback(): void {
     super.connectedCallback();
     this.folder = localStorage.getItem(`torvex.pictures.${this.site}`) ?? "";
+    document.addEventListener("paste", this.pasted);
     void this.load();
+  }
+
+  override disconnectedCallback(): void {
+    super.disconnectedCallback();
+    document.removeEventListener("paste", this.pasted);
   }
 
   protected override firstUpdated(): void {
@@ -32,7 +53,26 @@ export class TvxImagePicker extends TvxElement {
   }
 
   get chosen(): Picture | undefined {
-    return this.pictures[this.at];
+    return this.shown[this.at];
+  }
+
+  private get shown(): Picture[] {
+    return this.size ? this.pictures.filter((picture) => sizeOf(picture) === this.size) : this.pictures;
+  }
+
+  private async read(): Promise<Picture[]> {
+    const { site, folder, words } = this;
+    if (folder !== RECENT)
+      return (await call("registers.getMedia", {
+        site,
+        folderType: "images",
+        folder,
+        words,
+        from: 0,
+      })) as unknown as Picture[];
+    const wanted = words.trim().toLowerCase();
+    const found = await recentPictures(site);
+    return found.filter(({ title, path }) => `${title} ${path}`.toLowerCase().includes(wanted));
   }
 
   private async load(): Promise<void> {
@@ -40,11 +80,11 @@ export class TvxImagePicker extends TvxElement {
     try {
       if (!this.folders.length) this.folders = await loadFolders(this.site, "images");
       const { folder, words } = this;
-      const from = { site: this.site, folderType: "images", folder, words, from: 0 };
-      const found = (await call("registers.getMedia", from)) as unknown as Picture[];
+      const found = await this.read();
       // What other words were asked for since comes behind this.
       if (folder !== this.folder || words !== this.words) return;
       this.pictures = found;
+      if (!sizesOf(found).includes(this.size)) this.size = "";
       this.at = 0;
       this.fault = "";
     } catch (error) {
@@ -61,18 +101,35 @@ export class TvxImagePicker extends TvxElement {
 
   private enter(event: Event): void {
     this.folder = (event.target as HTMLSelectElement).value;
-    localStorage.setItem(`torvex.pictures.${this.site}`, this.folder);
+    if (this.folder !== RECENT) localStorage.setItem(`torvex.pictures.${this.site}`, this.folder);
     void this.load();
   }
 
-  private async add(event: Event): Promise<void> {
+  private narrow(event: Event): void {
+    this.size = (event.target as HTMLSelectElement).value;
+    this.at = 0;
+  }
+
+  private picked(event: Event): void {
     const [file] = (event.target as HTMLInputElement).files ?? [];
+    if (file) void this.add(file);
+  }
+
+  /** A picture out of the clipboard is a new one; words go where they are pasted. */
+  private readonly pasted = (event: ClipboardEvent): void => {
+    const file = [...(event.clipboardData?.files ?? [])].find(({ type }) => type.startsWith("image/"));
     if (!file) return;
+    event.preventDefault();
+    void this.add(file);
+  };
+
+  private async add(file: File): Promise<void> {
     this.busy = true;
     const stored = await upload(file, this.site);
     this.busy = false;
     if (!stored) return;
     this.pictures = [stored, ...this.pictures];
+    this.size = "";
     this.at = 0;
   }
 
@@ -82,7 +139,7 @@ export class TvxImagePicker extends TvxElement {
     const move = moves[event.key];
     if (!move) return;
     event.preventDefault();
-    this.at = Math.max(0, Math.min(this.pictures.length - 1, this.at + move));
+    this.at = Math.max(0, Math.min(this.shown.length - 1, this.at + move));
     void this.updateComplete.then(() =>
       this.querySelectorAll<HTMLElement>(".picker-images > button")[this.at]?.focus(),
     );
@@ -92,23 +149,28 @@ export class TvxImagePicker extends TvxElement {
     return html`<div class="inline">
         <div class="field grow"><label for="picture-words">${t(L.findPicture)}</label><input id="picture-words" class="input" type="search" autofocus @input=${this.find} /></div>
         <div class="field"><label for="picture-folder">${t(L.folder)}</label><select id="picture-folder" class="select" @change=${this.enter}>
-          <option value="">${t(L.all)}</option>${this.folders.map(({ id, name, level }) => html`<option value=${id} ?selected=${id === this.folder}>${"\u2003".repeat(Math.max(0, level - 1))}${name}</option>`)}</select></div>
-        <label class="button picker-upload">${icon("upload")}${t(L.newPicture)}<input class="unseen" type="file" accept="image/*" @change=${this.add} /></label>
+          <option value="">${t(L.all)}</option>${recentPaths(this.site).length ? html`<option value=${RECENT}>${t(L.recentPictures)}</option>` : nothing}${this.folders.map(({ id, name, level }) => html`<option value=${id} ?selected=${id === this.folder}>${"\u2003".repeat(Math.max(0, level - 1))}${name}</option>`)}</select></div>
+        <div class="field"><label for="picture-size">${t(L.bySize)}</label><select id="picture-size" class="select" @change=${this.narrow}>
+          <option value="" ?selected=${this.size === ""}>${t(L.anySize)}</option>${sizesOf(this.pictures).map((size) => html`<option value=${size} ?selected=${size === this.size}>${size}</option>`)}</select></div>
+        <label class="button picker-upload">${icon("upload")}${t(L.newPicture)}<input class="unseen" type="file" accept="image/*" @change=${this.picked} /></label>
       </div>
+      <p class="note">${t(L.pasteHint)}</p>
       ${this.fault ? html`<p class="notice danger" role="alert">${icon("circle-alert")}<span>${this.fault}</span></p>` : nothing}
       <div class="picker-images" role="listbox" aria-label=${t(L.pictures)} aria-busy=${this.busy} @keydown=${this.key}>
-        ${this.pictures.map((picture, i) => this.one(picture, i))}
-        ${this.pictures.length || this.busy ? nothing : html`<p class="note">${t(L.nothingFound)}</p>`}
+        ${this.shown.map((picture, i) => this.one(picture, i))}
+        ${this.shown.length || this.busy ? nothing : html`<p class="note">${t(L.nothingFound)}</p>`}
       </div>`;
   }
 
-  private one({ path, title, width, height }: Picture, i: number) {
+  private one(picture: Picture, i: number) {
+    const { path, title } = picture;
+    const size = sizeOf(picture);
     return html`<button type="button" role="option" aria-selected=${i === this.at} tabindex=${i === this.at ? 0 : -1} @focus=${() => {
       this.at = i;
     }} @click=${() => {
       this.at = i;
     }} @dblclick=${() => this.tell("tvx-chosen")}>
-      <img src=${addressOf(this.site, path)} alt="" loading="lazy"><span class="cut">${title || path}${width ? html` <span class="note">${width} × ${height}</span>` : nothing}</span></button>`;
+      <img src=${addressOf(this.site, path)} alt="" loading="lazy"><span class="cut">${title || path}${size ? html` <span class="note">${size}</span>` : nothing}</span></button>`;
   }
 }
 
@@ -134,6 +196,7 @@ export async function imageDialog(site: string): Promise<string | null> {
   });
   const picture = (picker as TvxImagePicker | null)?.chosen;
   if (answer !== "take" || !picture) return null;
+  rememberPicture(site, picture);
   const alt = picture.alt ?? (await askedAlt(site, picture));
   return imageTag(site, picture, alt);
 }

@@ -1,10 +1,11 @@
 // Pictures on their way into a text: sent, described, written down.
 import { html } from "lit";
 import { createRef, ref } from "lit/directives/ref.js";
-import { call } from "../api";
+import { Batch, call } from "../api";
 import { connection } from "../api/connection";
 import { dialog, toast } from "../kit";
 import { L, t } from "../labels";
+import { pathsFrom, withLatest } from "./model/choosing";
 import { escapeAttribute } from "./model/tags";
 
 /** A picture of the library. */
@@ -15,6 +16,25 @@ export interface Picture {
   height: number;
   /** null: nobody has been asked yet. */
   alt: string | null;
+}
+
+const recentAt = (site: string) => `torvex.pictures.recent.${site}`;
+
+/** Paths of the pictures that this browser put into texts lately. */
+export const recentPaths = (site: string): string[] => pathsFrom(localStorage.getItem(recentAt(site)));
+
+export const rememberPicture = (site: string, { path }: Picture): void =>
+  localStorage.setItem(recentAt(site), JSON.stringify(withLatest(recentPaths(site), path)));
+
+/** Those of them that are still there, as the library has them now. */
+export async function recentPictures(site: string): Promise<Picture[]> {
+  const batch = new Batch();
+  const asked = recentPaths(site).map((path) => ({
+    path,
+    found: batch.do("registers.getMedia", { site, folderType: "images", folder: "", words: path, from: 0 }),
+  }));
+  await batch.run();
+  return asked.flatMap(({ path, found }) => (found.value as unknown as Picture[]).filter((one) => one.path === path));
 }
 
 export const addressOf = (site: string, path: string) =>
@@ -130,5 +150,6 @@ export async function insertPicture(file: File, site: string): Promise<string | 
   if (!stored) return null;
   const alt = (await altDialog(addressOf(site, stored.path), "")) ?? "";
   await keepAlt(site, stored, alt);
+  rememberPicture(site, stored);
   return imageTag(site, stored, alt);
 }

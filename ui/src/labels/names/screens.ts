@@ -41,4 +41,5 @@ export const screens = {
   recentPictures: 5640,
   visitsColumn: 5641,
   takeOffShelf: 5642,
+  pasteHint: 5643,
 } as const;
