@@ -32,6 +32,13 @@ export const grid = (names, rows) => ({ columns: names.map((name) => ({ name, ty
 export const record = (pageId, nodeId, title, flags = "0PP000", live = "[*idem*]#0P001") =>
   `${pageId}#${nodeId}#${(nodeId.length - 5) / 3}#${title}#${flags}#0#${live}###`;
 
+// `getSitemap` of a website with one level of pages below its first.
+export const treeOf = (...children) => ({ startNode, flag }) => {
+  const home = record(1, "bg.en", "Home", "1PP000");
+  if (!flag) return home + children.join("");
+  return startNode === "" ? home : startNode === "bg.en" ? children.join("") : "";
+};
+
 export const refusal = (operation, code, detail, status = 409) => ({ status, problem: { status, operation, code, detail, title: "refused" } });
 
 const website = ["bg", "en", "Botanic Garden", "English", "Botanic Garden"];

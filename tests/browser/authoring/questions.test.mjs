@@ -1,14 +1,9 @@
 // What is asked before many pages change, or a place: branches, selections, people in the way, readers of folders.
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
-import { aBrowser, grid, openShell, openVisit, record, refusal, visit } from "./fake.mjs";
+import { aBrowser, grid, openShell, openVisit, record, refusal, treeOf, visit } from "./fake.mjs";
 
-const sitemap = ({ startNode, flag }) => {
-  const home = record(1, "bg.en", "Home", "1PP000");
-  const children = record(2, "bg.en.01", "Visit", "1PM000") + record(3, "bg.en.02", "Plants", "0PM000") + record(4, "bg.en.03", "Walks", "0PM000");
-  if (!flag) return home + children;
-  return startNode === "" ? home : startNode === "bg.en" ? children : "";
-};
+const sitemap = treeOf(record(2, "bg.en.01", "Visit", "1PM000"), record(3, "bg.en.02", "Plants", "0PM000"), record(4, "bg.en.03", "Walks", "0PM000"));
 
 const aPage = {
   "cManager/getNodeId": () => "bg.en.01",

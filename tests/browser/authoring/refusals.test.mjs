@@ -4,7 +4,7 @@ import { readFileSync } from "node:fs";
 import { dirname, join } from "node:path";
 import { describe, test } from "node:test";
 import { fileURLToPath } from "node:url";
-import { aBrowser, grid, openVisit, record, visit, words } from "./fake.mjs";
+import { aBrowser, grid, openVisit, record, treeOf, visit, words } from "./fake.mjs";
 
 const docs = join(dirname(fileURLToPath(import.meta.url)), "../../../docs/operations.json");
 const labels = words("en");
@@ -58,7 +58,6 @@ const fromTheMenu = [
   ["Mark for removal", changedPage, "cManager.deletePage", { "-1": "Ask for it", "-2": "Take back the approval", "-99": "Try again" }],
   ["Check in", heldByMe, "cManager.checkIn", { "-1": "Ask for it", "-99": "Take back the approval" }],
   ["Approve only", changedPage, "cManager.approvePage", { "-1": "Ask for it", "-2": "" }],
-  ["Switch off", changedPage, "cManager.setOnOff", { "-2": "To the dashboard", "-99": "Try again" }],
 ];
 
 describe("a refusal of what the menu of a page offers", () => {
@@ -172,12 +171,7 @@ describe("a refused place", () => {
   const chromium = aBrowser();
   const places = {
     "cManager/getLoginScope": () => "bg.en",
-    "cManager/getSitemap": ({ startNode, flag }) => {
-      const home = record(1, "bg.en", "Home", "1PP000");
-      const children = record(2, "bg.en.01", "Visit", "1PM000") + record(3, "bg.en.02", "Plants");
-      if (!flag) return home + children;
-      return startNode === "" ? home : startNode === "bg.en" ? children : "";
-    },
+    "cManager/getSitemap": treeOf(record(2, "bg.en.01", "Visit", "1PM000"), record(3, "bg.en.02", "Plants")),
   };
   const ways = [
     ["cManager.movePage", "Move to...", "Move here", ["-2", "-3", "-4"]],
