@@ -10,9 +10,10 @@ import { styles } from "../kit/styles";
 import "../kit/tvx-table";
 import { sitemapOf } from "../formats/sitemap";
 import type { TableColumn } from "../kit/tvx-table";
-import { L, plural, t } from "../labels";
+import { L, number, plural, t } from "../labels";
+import { daysBefore } from "../labels/moments";
 import { go, pageAddress } from "../shell/address";
-import { onPagesChanged, workplace } from "../shell/workplace";
+import { maySee, onPagesChanged, workplace } from "../shell/workplace";
 import type { Child } from "./children";
 import type { PageState } from "./model/status";
 import { selectionBar } from "./selection";
@@ -30,12 +31,17 @@ interface Details {
   readonly to: string;
   readonly template: string;
   readonly groups: string;
+  /** -1 where nobody is told. */
+  readonly visits: number;
 }
 
 /** How many pages are read before somebody asks for more. */
 const AT_ONCE = 1000;
 const BRANCHES = 20;
 const DETAILS = 25;
+/** The entry of the menu that lets see how often pages are looked at, and over how many days that is told. */
+const STATISTICS = 213;
+const DAYS = 30;
 
 const STATES: readonly PageState[] = ["new", "changed", "approved", "marked"];
 
@@ -129,16 +135,18 @@ export class TvxSitemap extends TvxElement {
         return {
           id: row.pageId,
           page: batch.get("cManager", "pgOnlineFrom", "pgOnlineTo", "pgTemplateName", "pgGroups"),
+          hits: this.counted ? batch.do("desk.getHits", lately(row.pageId)) : undefined,
         };
       });
       await batch.run({ background: true });
       const details = new Map(this.details);
-      for (const { id, page } of part)
+      for (const { id, page, hits } of part)
         details.set(id, {
           from: page.value.pgOnlineFrom,
           to: page.value.pgOnlineTo,
           template: page.value.pgTemplateName,
           groups: page.value.pgGroups,
+          visits: hits ? viewsIn(hits.value) : -1,
         });
       this.details = details;
     }
@@ -211,7 +219,26 @@ export class TvxSitemap extends TvxElement {
         by: (row) => of(row)?.groups ?? "",
         wide: true,
       },
+      ...(this.counted ? [this.visitsColumn(of)] : []),
     ];
+  }
+
+  private get counted(): boolean {
+    const { site, lang } = this.where.value;
+    return maySee(STATISTICS, site, lang);
+  }
+
+  private visitsColumn(of: (row: Row) => Details | undefined): TableColumn<Row> {
+    const visits = (row: Row): number => of(row)?.visits ?? -1;
+    return {
+      id: "visits",
+      label: t(L.visitsColumn, { days: DAYS }),
+      cell: (row) => (visits(row) < 0 ? "" : number(visits(row))),
+      by: visits,
+      numeric: true,
+      wide: true,
+      width: "136px",
+    };
   }
 
   private tools(): TemplateResult {
@@ -269,3 +296,13 @@ const rowOf = (child: Child, order: number): Row => ({
   order,
   level: Math.max(0, (child.nodeId.length - 5) / 3),
 });
+
+const lately = (pageId: number) => ({
+  scope: String(pageId),
+  from: daysBefore(DAYS - 1),
+  to: daysBefore(0),
+  by: "year",
+});
+
+const viewsIn = (rows: readonly { readonly views: number }[]): number =>
+  rows.reduce((sum, { views }) => sum + views, 0);
