@@ -4,7 +4,7 @@ import { readFileSync } from "node:fs";
 import { dirname, join } from "node:path";
 import { describe, test } from "node:test";
 import { fileURLToPath } from "node:url";
-import { aBrowser, grid, openVisit, record, treeOf, visit, words } from "./fake.mjs";
+import { aBrowser, grid, openShell, openVisit, record, treeOf, visit, words } from "./fake.mjs";
 
 const docs = join(dirname(fileURLToPath(import.meta.url)), "../../../docs/operations.json");
 const labels = words("en");
@@ -190,4 +190,33 @@ describe("a refused place", () => {
         await dialog.getByRole("tree").waitFor();
         await context.close();
       });
+});
+
+describe("a screen that couldn't be read", () => {
+  const chromium = aBrowser();
+  const problem = (status, detail) => ({ status, problem: { status, operation: "cManager.getLockList", title: "refused", detail } });
+  const openHeld = (getLockList) => openShell(chromium.browser, { path: "/torvex/locks.asp", api: { "cManager/getLockList": getLockList } });
+
+  test("is read again by whoever wishes it", async () => {
+    let answer = problem(500, "That didn't work. Reference 4711");
+    const { page, context } = await openHeld(() => answer);
+    const notice = page.getByRole("main").getByRole("alert").filter({ hasText: "Reference 4711" });
+    await notice.waitFor();
+    answer = grid(["pageId"], []);
+    await notice.getByRole("button", { name: "Try again" }).click();
+    await notice.waitFor({ state: "detached" });
+    await context.close();
+  });
+
+  test("leads whoever has no right to it to the dashboard instead", async () => {
+    const { page, sent, context } = await openHeld(() => problem(403, "You have no right to this."));
+    const notice = page.getByRole("main").getByRole("alert").filter({ hasText: "You have no right to this." });
+    await notice.waitFor();
+    assert.equal(await notice.getByRole("button").count(), 0);
+    await notice.getByRole("link", { name: "To the dashboard" }).click();
+    await page.getByRole("main").getByRole("heading", { level: 1 }).waitFor();
+    assert.equal(new URL(page.url()).pathname, "/torvex/");
+    assert.equal(sent.filter(({ name }) => name === "cManager/getLockList").length, 1);
+    await context.close();
+  });
 });

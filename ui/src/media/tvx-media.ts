@@ -4,6 +4,7 @@ import { html, nothing, type PropertyValues, type TemplateResult } from "lit";
 import { customElement, property, state } from "lit/decorators.js";
 import { isCancelled } from "../api";
 import { TvxElement, Watch } from "../kit/element";
+import { faultNotice } from "../kit/fault-notice";
 import { icon } from "../kit/icon";
 import { openMenu } from "../kit/tvx-menu";
 import "../kit/tvx-table";
@@ -43,7 +44,7 @@ export class TvxMedia extends TvxElement {
   @state() private selected: ReadonlySet<string> = new Set();
   @state() private at = "";
   @state() private over = false;
-  @state() private fault = "";
+  @state() private fault: unknown;
   private asked: AbortController | undefined;
   private forget: (() => void) | undefined;
   private seen = 0;
@@ -85,10 +86,10 @@ export class TvxMedia extends TvxElement {
       this.take(listing.files);
       this.more = listing.more;
       this.rights = rights;
-      this.fault = "";
+      this.fault = undefined;
       if (this.file) this.openAsked();
     } catch (error) {
-      if (!isCancelled(error)) this.fault = error instanceof Error ? error.message : String(error);
+      if (!isCancelled(error)) this.fault = error;
     }
   }
 
@@ -254,7 +255,7 @@ export class TvxMedia extends TvxElement {
       this.over = false;
     }} @drop=${this.dropped} @paste=${this.pasted}>
       ${this.head()}${this.tools()}
-      ${this.fault ? html`<p class="notice danger" role="alert">${icon("circle-alert")}<span class="grow">${this.fault}</span><button class="button small" @click=${() => this.load()}>${t(L.tryAgain)}</button></p>` : nothing}
+      ${faultNotice(this.fault, () => this.load())}
       <tvx-uploads .taken=${new Set((this.files ?? []).map((file) => baseName(file.path).toLowerCase()))} @tvx-titles=${(event: CustomEvent<readonly MediaFile[]>) => this.titles(event.detail)}></tvx-uploads>
       ${this.chosen.length ? this.selection() : nothing}
       ${this.words ? nothing : this.tiles()}

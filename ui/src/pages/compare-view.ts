@@ -4,6 +4,7 @@ import { html, nothing, type PropertyValues, type TemplateResult } from "lit";
 import { customElement, property, state } from "lit/decorators.js";
 import { call } from "../api";
 import { TvxElement } from "../kit/element";
+import { faultNotice } from "../kit/fault-notice";
 import { icon } from "../kit/icon";
 import { L, t } from "../labels";
 import type { PageFacts } from "./data";
@@ -15,7 +16,7 @@ import "./compare-view.css";
 export class TvxCompare extends TvxElement {
   @property({ attribute: false }) page: PageFacts | undefined;
   @state() private rows: readonly Difference[] | undefined;
-  @state() private fault = "";
+  @state() private fault: unknown;
   @state() private source = false;
 
   protected override willUpdate(properties: PropertyValues<this>): void {
@@ -29,15 +30,14 @@ export class TvxCompare extends TvxElement {
       const rows = (await call("desk.compare", { pageIdent: String(pageId) })) as Difference[];
       if (this.page?.pageId !== pageId) return;
       this.rows = rows;
-      this.fault = "";
+      this.fault = undefined;
     } catch (error) {
-      this.fault = error instanceof Error ? error.message : String(error);
+      this.fault = error;
     }
   }
 
   protected override render(): TemplateResult {
-    if (this.fault)
-      return html`<div class="compare"><p class="notice danger" role="alert">${icon("circle-alert")}<span>${this.fault}</span></p></div>`;
+    if (this.fault) return html`<div class="compare">${faultNotice(this.fault, () => this.load())}</div>`;
     if (!this.rows) return html`<div class="compare" aria-busy="true"><div class="skeleton compare-wait"></div></div>`;
     if (this.rows.length === 0)
       return html`<div class="empty">${icon("circle-check")}<h2>${t(L.noDifference)}</h2></div>`;

@@ -4,6 +4,7 @@ import { html, nothing, type TemplateResult } from "lit";
 import { customElement, state } from "lit/decorators.js";
 import { call } from "../api";
 import { TvxElement, Watch } from "../kit/element";
+import { faultNotice } from "../kit/fault-notice";
 import { icon } from "../kit/icon";
 import "../kit/tvx-table";
 import type { TableColumn } from "../kit/tvx-table";
@@ -28,7 +29,7 @@ interface Held {
 export class TvxHeldPages extends TvxElement {
   @state() private rows: readonly Held[] | undefined;
   @state() private selected: ReadonlySet<string> = new Set();
-  @state() private fault = "";
+  @state() private fault: unknown;
   private website = "";
   private forget: (() => void) | undefined;
   private readonly where = new Watch(this, workplace, () => this.moved());
@@ -56,11 +57,11 @@ export class TvxHeldPages extends TvxElement {
     const { site, lang } = this.where.value;
     try {
       this.rows = (await call("cManager.getLockList", { site, lang })) as Held[];
-      this.fault = "";
+      this.fault = undefined;
       const there = new Set(this.rows.map((row) => String(row.pageId)));
       this.selected = new Set([...this.selected].filter((key) => there.has(key)));
     } catch (error) {
-      this.fault = error instanceof Error ? error.message : String(error);
+      this.fault = error;
     }
   }
 
@@ -109,7 +110,7 @@ export class TvxHeldPages extends TvxElement {
       <header class="list-head"><h1>${t(L.heldPages)}</h1><span class="grow"></span>
         <button class="button primary" ?disabled=${size === 0} @click=${() => this.release()}>${size ? plural(size, L.release1, L.releaseMany) : t(L.release)}</button></header>
       <p class="note list-note">${t(L.heldHint)}</p>
-      ${this.fault ? html`<p class="notice danger" role="alert">${icon("circle-alert")}<span>${this.fault}</span></p>` : nothing}
+      ${faultNotice(this.fault, () => this.load())}
       ${this.rows && this.rows.length === 0 ? html`<div class="empty">${icon("lock")}<p>${t(L.heldEmpty)}</p></div>` : nothing}
       ${
         this.rows?.length

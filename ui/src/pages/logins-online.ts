@@ -4,6 +4,7 @@ import { html, nothing, type TemplateResult } from "lit";
 import { customElement, state } from "lit/decorators.js";
 import { call } from "../api";
 import { TvxElement } from "../kit/element";
+import { faultNotice } from "../kit/fault-notice";
 import { icon } from "../kit/icon";
 import { ask } from "../kit/tvx-dialog";
 import "../kit/tvx-table";
@@ -33,7 +34,7 @@ const whereText = ({ siteId, lang }: Online): string => websiteName(siteId, lang
 @customElement("tvx-logins-online")
 export class TvxLoginsOnline extends TvxElement {
   @state() private rows: readonly Online[] | undefined;
-  @state() private fault = "";
+  @state() private fault: unknown;
   private timer: ReturnType<typeof setInterval> | undefined;
 
   override connectedCallback(): void {
@@ -56,9 +57,9 @@ export class TvxLoginsOnline extends TvxElement {
         { site: "", lang: "" },
         { background: this.rows !== undefined },
       )) as Online[];
-      this.fault = "";
+      this.fault = undefined;
     } catch (error) {
-      this.fault = error instanceof Error ? error.message : String(error);
+      this.fault = error;
     }
   }
 
@@ -123,7 +124,7 @@ export class TvxLoginsOnline extends TvxElement {
   protected override render(): TemplateResult {
     return html`<section class="list-screen">
       <header class="list-head"><h1>${t(L.loginsOnline)}</h1></header>
-      ${this.fault ? html`<p class="notice danger" role="alert">${icon("circle-alert")}<span>${this.fault}</span></p>` : nothing}
+      ${faultNotice(this.fault, () => this.load())}
       ${this.rows && this.rows.length === 0 ? html`<div class="empty">${icon("users")}<p>${t(L.onlineEmpty)}</p></div>` : nothing}
       ${
         this.rows?.length

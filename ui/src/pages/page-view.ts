@@ -4,6 +4,7 @@ import { html, nothing, type PropertyValues, type TemplateResult } from "lit";
 import { customElement, property, state } from "lit/decorators.js";
 import { isCancelled } from "../api";
 import { TvxElement } from "../kit/element";
+import { faultNotice } from "../kit/fault-notice";
 import { type IconName, icon } from "../kit/icon";
 import { openMenu } from "../kit/tvx-menu";
 import { L, type Label, t } from "../labels";
@@ -44,7 +45,7 @@ export class TvxPageView extends TvxElement {
   @property() begin = "";
   @state() private page: PageFacts | undefined;
   @state() private missing = false;
-  @state() private fault = "";
+  @state() private fault: unknown;
   @state() private loading = false;
   @state() private busy = false;
   @state() private width = 0;
@@ -91,12 +92,12 @@ export class TvxPageView extends TvxElement {
       if (asked.signal.aborted) return;
       this.page = page;
       this.missing = page === undefined;
-      this.fault = "";
+      this.fault = undefined;
       currentPage.value = page ? pageStateOf(page) : null;
       if (page && this.begin === "1") this.beginToType();
     } catch (error) {
       if (isCancelled(error)) return;
-      this.fault = error instanceof Error ? error.message : String(error);
+      this.fault = error;
     } finally {
       if (this.asked === asked) this.loading = false;
     }
@@ -191,10 +192,10 @@ export class TvxPageView extends TvxElement {
     }
   }
 
-  protected override render(): TemplateResult {
+  protected override render(): TemplateResult | typeof nothing {
     if (this.missing) return this.gone();
     if (!this.page) return this.fault ? this.trouble() : this.skeleton();
-    return html`${this.head(this.page)}${this.fault ? this.trouble() : nothing}${this.banner(this.page)}
+    return html`${this.head(this.page)}${this.trouble()}${this.banner(this.page)}
       <div class="page-centre ${this.loading ? "is-loading" : ""}" data-width=${this.width || nothing}>${this.centre(this.page)}</div>`;
   }
 
@@ -206,9 +207,8 @@ export class TvxPageView extends TvxElement {
     return html`<div class="empty"><span>${icon("file")}</span><h1>${t(L.pageGone)}</h1><p>${t(L.pageGoneHint)}</p></div>`;
   }
 
-  private trouble(): TemplateResult {
-    return html`<div class="notice danger page-banner" role="alert">${icon("circle-alert")}<span class="grow">${this.fault}</span>
-      <button class="button small" @click=${() => this.load()}>${t(L.tryAgain)}</button></div>`;
+  private trouble() {
+    return faultNotice(this.fault, () => this.load(), "page-banner");
   }
 
   private head(page: PageFacts): TemplateResult {

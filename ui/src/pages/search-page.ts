@@ -5,6 +5,7 @@ import { customElement, property, state } from "lit/decorators.js";
 import { call, isCancelled } from "../api";
 import type { Found } from "../formats/found";
 import { TvxElement } from "../kit/element";
+import { faultNotice } from "../kit/fault-notice";
 import { type IconName, icon } from "../kit/icon";
 import "../kit/tvx-table";
 import type { TableColumn } from "../kit/tvx-table";
@@ -46,7 +47,7 @@ export class TvxSearchPage extends TvxElement {
   @property({ attribute: false }) params = new URLSearchParams();
   @state() private rows: readonly Found[] | undefined;
   @state() private more = false;
-  @state() private fault = "";
+  @state() private fault: unknown;
   @state() private busy = false;
   @state() private selected: ReadonlySet<string> = new Set();
   private asked: AbortController | undefined;
@@ -105,10 +106,10 @@ export class TvxSearchPage extends TvxElement {
       this.more = (["page", "image", "document"] as const).some(
         (kind) => found.filter((row) => row.kind === kind).length === OF_EACH,
       );
-      this.fault = "";
+      this.fault = undefined;
       if (from === 0) this.selected = new Set();
     } catch (error) {
-      if (!isCancelled(error)) this.fault = error instanceof Error ? error.message : String(error);
+      if (!isCancelled(error)) this.fault = error;
     } finally {
       if (this.asked === asked) this.busy = false;
     }
@@ -248,7 +249,7 @@ export class TvxSearchPage extends TvxElement {
     return html`<section class="list-screen">
       <header class="list-head"><h1>${t(L.search)}</h1></header>
       ${this.filters()}${this.keptList()}
-      ${this.fault ? html`<p class="notice danger" role="alert">${icon("circle-alert")}<span>${this.fault}</span></p>` : nothing}
+      ${faultNotice(this.fault, () => this.search(0))}
       ${this.fault ? nothing : this.results()}
     </section>`;
   }

@@ -4,6 +4,7 @@ import { html, nothing, type PropertyValues, type TemplateResult } from "lit";
 import { customElement, property, state } from "lit/decorators.js";
 import type { Problem } from "../api";
 import { TvxElement } from "../kit/element";
+import { faultNotice, faultText } from "../kit/fault-notice";
 import { icon } from "../kit/icon";
 import { ask } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
@@ -38,7 +39,7 @@ export class TvxPageSetup extends TvxElement {
   @state() private values: SetupValues | undefined;
   @state() private meta: readonly MetaValue[] = [];
   @state() private wrong = new Map<FieldNames, string>();
-  @state() private fault = "";
+  @state() private fault: unknown;
   @state() private saving = false;
   @state() private elsewhere = false;
   private forget: (() => void)[] = [];
@@ -76,10 +77,10 @@ export class TvxPageSetup extends TvxElement {
       this.values = { ...sheet.values };
       this.meta = sheet.meta;
       this.wrong = new Map();
-      this.fault = "";
+      this.fault = undefined;
       this.elsewhere = false;
     } catch (error) {
-      this.fault = error instanceof Error ? error.message : String(error);
+      this.fault = error;
     }
   }
 
@@ -124,7 +125,7 @@ export class TvxPageSetup extends TvxElement {
     this.values = { ...this.sheet.values };
     this.meta = this.sheet.meta;
     this.wrong = new Map();
-    this.fault = "";
+    this.fault = undefined;
   }
 
   private readonly submitted = (event: Event): void => {
@@ -156,7 +157,7 @@ export class TvxPageSetup extends TvxElement {
     try {
       if (await this.mayLoseBodies(values)) await this.send(sheet, values);
     } catch (error) {
-      this.fault = error instanceof Error ? error.message : String(error);
+      this.fault = error;
     } finally {
       this.saving = false;
     }
@@ -199,7 +200,7 @@ export class TvxPageSetup extends TvxElement {
     else this.show(new Map(), problem.message);
   }
 
-  private show(wrong: Map<FieldNames, string>, fault = ""): void {
+  private show(wrong: Map<FieldNames, string>, fault?: string): void {
     this.wrong = wrong;
     this.fault = fault;
     void this.updateComplete.then(() => {
@@ -221,10 +222,10 @@ export class TvxPageSetup extends TvxElement {
     for (const each of mineMeta) this.setMeta(each);
   }
 
-  protected override render(): TemplateResult {
+  protected override render(): TemplateResult | typeof nothing {
     if (!this.sheet || !this.values)
       return this.fault
-        ? html`<div class="notice danger" role="alert">${icon("circle-alert")}<span class="grow">${this.fault}</span><button class="button small" @click=${() => this.load()}>${t(L.tryAgain)}</button></div>`
+        ? faultNotice(this.fault, () => this.load())
         : html`<div class="setup-skeleton" aria-busy="true">${[1, 2, 3, 4].map(() => html`<div class="skeleton"></div>`)}</div>`;
     return html`<form class="setup" aria-label=${t(L.setupTitle)} @submit=${this.submitted} @keydown=${this.key} novalidate>
       <div class="setup-fields" tabindex=${this.whyNot ? 0 : nothing} role=${this.whyNot ? "region" : nothing} aria-label=${this.whyNot ? t(L.setupTitle) : nothing}>
@@ -247,7 +248,7 @@ export class TvxPageSetup extends TvxElement {
   private summary(): TemplateResult | typeof nothing {
     if (this.wrong.size === 0 && !this.fault) return nothing;
     return html`<div class="notice danger setup-summary" role="alert" tabindex="-1">${icon("circle-alert")}<div class="stack">
-      ${this.fault ? html`<p>${this.fault}</p>` : html`<p>${plural(this.wrong.size, L.setupWrongOne, L.setupWrongMany)}</p>`}
+      ${this.fault ? html`<p>${faultText(this.fault)}</p>` : html`<p>${plural(this.wrong.size, L.setupWrongOne, L.setupWrongMany)}</p>`}
       ${
         this.wrong.size
           ? html`<ul>${[...this.wrong].map(

@@ -4,6 +4,7 @@ import { html, nothing, type TemplateResult } from "lit";
 import { customElement, state } from "lit/decorators.js";
 import { Batch, call } from "../api";
 import { TvxElement, Watch } from "../kit/element";
+import { faultNotice } from "../kit/fault-notice";
 import { icon } from "../kit/icon";
 import { liveWord } from "../kit/marks";
 import { styles } from "../kit/styles";
@@ -52,7 +53,7 @@ const siteWord = ({ live }: Row): string => (live === "none" ? t(L.liveNo) : liv
 export class TvxSitemap extends TvxElement {
   @state() private rows: readonly Row[] = [];
   @state() private busy = false;
-  @state() private fault = "";
+  @state() private fault: unknown;
   @state() private only: PageState | "" = "";
   @state() private detailed = false;
   @state() private details = new Map<number, Details>();
@@ -89,6 +90,7 @@ export class TvxSitemap extends TvxElement {
     const { site, lang } = this.where.value;
     this.open = [];
     this.details = new Map();
+    this.fault = undefined;
     try {
       const text = await call("cManager.getSitemap", { site, lang });
       const children = sitemapOf(text);
@@ -97,7 +99,8 @@ export class TvxSitemap extends TvxElement {
       this.open = children.filter((each) => each.hasChildren && !known.has(each.nodeId)).map((each) => each.nodeId);
       await this.further(this.run);
     } catch (error) {
-      this.fault = error instanceof Error ? error.message : String(error);
+      this.fault = error;
+      this.busy = false;
     }
   }
 
@@ -267,7 +270,7 @@ export class TvxSitemap extends TvxElement {
     return html`<section class="list-screen">
       <header class="list-head"><h1>${t(L.sitemap)}</h1><span class="note" role="status">${plural(rows.length, L.pagesOne, L.pagesMany)}${this.busy ? " ..." : ""}</span></header>
       ${this.tools()}
-      ${this.fault ? html`<p class="notice danger" role="alert">${icon("circle-alert")}<span>${this.fault}</span></p>` : nothing}
+      ${faultNotice(this.fault, () => this.begin())}
       ${
         chosen.length
           ? selectionBar(chosen, () => {

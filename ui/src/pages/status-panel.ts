@@ -4,6 +4,7 @@ import { html, nothing, type PropertyValues, type TemplateResult } from "lit";
 import { customElement, property, state } from "lit/decorators.js";
 import { call } from "../api";
 import { TvxElement } from "../kit/element";
+import { faultNotice } from "../kit/fault-notice";
 import { type IconName, icon } from "../kit/icon";
 import { L, number, plural, t } from "../labels";
 import { onPagesChanged, type PageState } from "../shell/workplace";
@@ -18,7 +19,7 @@ export class TvxPageStatus extends TvxElement {
   @state() private facts: PageFacts | undefined;
   @state() private differences: readonly Difference[] | undefined;
   @state() private views: number | undefined;
-  @state() private fault = "";
+  @state() private fault: unknown;
   private forget: (() => void) | undefined;
 
   override connectedCallback(): void {
@@ -46,7 +47,7 @@ export class TvxPageStatus extends TvxElement {
       const facts = await loadPage(nodeId);
       if (this.page?.pageId !== pageId) return;
       this.facts = facts;
-      this.fault = "";
+      this.fault = undefined;
       const [differences, views] = await Promise.all([
         facts?.live && facts.rights.edit
           ? ((await call("desk.compare", { pageIdent }).catch(() => undefined)) as Difference[] | undefined)
@@ -57,13 +58,12 @@ export class TvxPageStatus extends TvxElement {
       this.differences = differences;
       this.views = views;
     } catch (error) {
-      this.fault = error instanceof Error ? error.message : String(error);
+      this.fault = error;
     }
   }
 
-  protected override render(): TemplateResult {
-    if (this.fault)
-      return html`<div class="notice danger" role="alert">${icon("circle-alert")}<span class="grow">${this.fault}</span><button class="button small" @click=${() => this.load()}>${t(L.tryAgain)}</button></div>`;
+  protected override render(): TemplateResult | typeof nothing {
+    if (this.fault) return faultNotice(this.fault, () => this.load());
     if (!this.facts)
       return html`<div class="setup-skeleton" aria-busy="true"><div class="skeleton"></div><div class="skeleton"></div></div>`;
     const page = this.facts;

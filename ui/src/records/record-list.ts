@@ -3,6 +3,7 @@
 import { html, nothing, type TemplateResult } from "lit";
 import { property, state } from "lit/decorators.js";
 import { TvxElement } from "../kit/element";
+import { faultNotice } from "../kit/fault-notice";
 import { type IconName, icon } from "../kit/icon";
 import "../kit/tvx-table";
 import type { TableColumn } from "../kit/tvx-table";
@@ -24,7 +25,7 @@ export interface ListWords {
 export abstract class RecordList<Row extends object> extends TvxElement {
   @property({ attribute: false }) params = new URLSearchParams();
   @state() private rows: readonly Row[] | undefined;
-  @state() private fault = "";
+  @state() private fault: unknown;
   @state() private mayAdd = false;
 
   /** Where the list is, and what the address calls the number of a record. */
@@ -57,9 +58,9 @@ export abstract class RecordList<Row extends object> extends TvxElement {
       const [rows, mayAdd] = await Promise.all([this.read(), this.askToAdd()]);
       this.rows = rows;
       this.mayAdd = mayAdd;
-      this.fault = "";
+      this.fault = undefined;
     } catch (error) {
-      this.fault = error instanceof Error ? error.message : String(error);
+      this.fault = error;
     }
   };
 
@@ -85,7 +86,7 @@ export abstract class RecordList<Row extends object> extends TvxElement {
     return html`<section class="list-screen">
       <header class="list-head"><h1>${word(this.words.title)}</h1><span class="grow"></span>${filterField(words)}
         ${this.mayAdd ? html`<button class="button primary" @click=${this.addOne}>${icon("plus")}${word(this.words.add)}</button>` : nothing}</header>
-      ${this.fault ? html`<p class="notice danger" role="alert">${icon("circle-alert")}<span>${this.fault}</span><button class="button small" @click=${this.load}>${t(L.tryAgain)}</button></p>` : nothing}
+      ${faultNotice(this.fault, this.load)}
       ${this.rows ? this.found(this.rows, words) : nothing}
     </section>`;
   }

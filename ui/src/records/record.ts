@@ -3,6 +3,7 @@
 import { html, nothing, type PropertyValues, type TemplateResult } from "lit";
 import { property, state } from "lit/decorators.js";
 import { TvxElement } from "../kit/element";
+import { faultNotice } from "../kit/fault-notice";
 import { type IconName, icon } from "../kit/icon";
 import { ask } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
@@ -26,7 +27,7 @@ export abstract class RecordElement<T extends object> extends TvxElement {
   /** As it was read: what a save expects to find again. */
   @state() protected record: T | undefined;
   @state() private held: Hold | undefined;
-  @state() private fault = "";
+  @state() private fault: unknown;
   @state() private stale = false;
   @state() private busy = false;
   private forget: (() => void) | undefined;
@@ -88,10 +89,10 @@ export abstract class RecordElement<T extends object> extends TvxElement {
       this.held = held;
       this.take(record, keepMine);
       this.record = record;
-      this.fault = "";
+      this.fault = undefined;
       this.stale = false;
     } catch (error) {
-      this.fault = error instanceof Error ? error.message : String(error);
+      this.fault = error;
     }
   }
 
@@ -169,10 +170,8 @@ export abstract class RecordElement<T extends object> extends TvxElement {
     </section>`;
   }
 
-  private waiting(): TemplateResult {
-    if (!this.fault) return html`<h1 class="skeleton"> </h1>`;
-    return html`<p class="notice danger" role="alert">${icon("circle-alert")}<span>${this.fault}</span>
-      <button class="button small" @click=${() => this.load()}>${t(L.tryAgain)}</button></p>`;
+  private waiting() {
+    return this.fault ? faultNotice(this.fault, () => this.load()) : html`<h1 class="skeleton"> </h1>`;
   }
 
   private backLink(): TemplateResult {
