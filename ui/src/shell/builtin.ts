@@ -7,6 +7,7 @@ import "../pages/register";
 import "../palette";
 import "../rights/register";
 import "../tree";
+import "../websites/register";
 import { L, t } from "../labels";
 import { commands } from "./registry";
 import { shell } from "./tvx-shell";

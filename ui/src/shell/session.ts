@@ -30,6 +30,12 @@ export async function startSession(): Promise<boolean> {
   return login !== null;
 }
 
+/** Learns anew which websites there are, and what this login may do in them. */
+export async function renewWebsites(): Promise<void> {
+  const [session, websites] = await Promise.all([asked(), allWebsites()]);
+  takeWebsites(websites, session.rights ?? nothingAllowed);
+}
+
 const firstPause = 2000;
 const longestPause = 60_000;
 

@@ -146,13 +146,18 @@ export function websiteName(site: string, lang: string): string {
   return site ? `${site} · ${lang}` : "";
 }
 
-/** Whether the login may look at an entry of the administration menu in a website. */
-export function maySee(entry: number, site: string, lang: string): boolean {
+function mayUse(access: "view" | "edit", entry: number, site: string, lang: string): boolean {
   const { entries, login } = workplace.value;
   const holds = (one: Workplace["entries"][number]) =>
-    one.entry === entry && one.view && ["", site].includes(one.site) && ["", lang].includes(one.lang);
+    one.entry === entry && one[access] && ["", site].includes(one.site) && ["", lang].includes(one.lang);
   return (login?.isAdministrator ?? false) || entries.some(holds);
 }
+
+/** Whether the login may look at an entry of the administration menu in a website. */
+export const maySee = (entry: number, site: string, lang: string) => mayUse("view", entry, site, lang);
+
+/** Whether it may change what the entry keeps there. */
+export const mayChangeIn = (entry: number, site: string, lang: string) => mayUse("edit", entry, site, lang);
 
 /** Works in another website from now on. */
 export function enter(site: string, lang: string): void {
