@@ -29,7 +29,8 @@ jobs=$(nproc)
 
 # Sets `processor` to the seconds of processor time that all took that has ended so far. (A subshell would give its own.)
 figures=$(mktemp)
-trap 'rm -f "$figures"' EXIT
+aside=
+trap 'rm -f "$figures"; [ -z "$aside" ] || kill -- "-$aside"' EXIT
 note_processor() {
     times >"$figures"
     processor=$(awk 'NR == 2 {gsub("m", " "); gsub("s", ""); printf "%.0f", $1 * 60 + $2 + $3 * 60 + $4}' "$figures")
@@ -114,6 +115,23 @@ run_tests() {
 # What run.sh has configured has no tests, so the presets are read anew.
 build_preset() { configure "$1" && build "$@"; }
 
+# Builds while tests wait for databases and browsers, behind them in the queue for the cores.
+build_aside() {
+    mkdir -p build
+    set -m # a process group of its own, that ends as one
+    (renice -n 19 -p "$BASHPID" >/dev/null && build_preset "$@") >"build/$1.log" 2>&1 </dev/null &
+    set +m
+    aside=$!
+}
+# Waits for what was begun last, and shows what it said.
+finish_aside() {
+    local status=0
+    wait "$aside" || status=$?
+    aside=
+    cat "build/$1.log"
+    return "$status"
+}
+
 # What can be seen of a program without running it.
 check_programs() {
     local programs=(build/release/torvex build/release/tests/torvex_tests)
@@ -152,17 +170,19 @@ install_packages "${groups[@]}"
 step "rules of the house" python3 scripts/check.py
 step "interface of authors" build_interface
 step "release build" build_preset release all
+if [ "$mode" = full ]; then build_aside sanitizers all; fi
 step "checks of the release" check_programs
 step "tests of the scripts" check_scripts
 run_tests release
 if [ "$mode" != quick ]; then step "browser tests" run_browser_tests; fi
 if [ "$mode" = full ]; then
     step "format" check_format
-    step "sanitizer build" build_preset sanitizers all
+    step "sanitizer build" finish_aside sanitizers
+    build_aside threads torvex torvex_tests
     run_tests sanitizers
     step "fuzz" run_fuzz_targets
     step "lint" check_lint
-    step "thread sanitizer build" build_preset threads torvex torvex_tests
+    step "thread sanitizer build" finish_aside threads
     run_tests threads
 fi
 
