@@ -1,15 +1,12 @@
 #include "modules/forum/Forum.h"
 
-#include <algorithm>
 #include <fmt/format.h>
-#include <vector>
 
 #include "accounts/Actor.h"
 #include "accounts/ActorLine.h"
 #include "modules/forum/ForumPublishing.h"
 #include "modules/forum/ForumScript.h"
 #include "modules/forum/Moderation.h"
-#include "modules/forum/Places.h"
 #include "modules/forum/ReactionTree.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
@@ -38,30 +35,6 @@ constexpr auto done = "";
 constexpr auto gone = "-2";
 constexpr auto failed = "-99";
 }  // namespace forumStatus
-
-/// Those of a list; without any, the topic itself.
-std::vector<std::string> placesIn(std::string_view references) {
-    std::vector<std::string> places;
-    for (;;) {
-        const std::size_t end = std::min(references.find(','), references.size());
-        places.emplace_back(text::trim(references.substr(0, end)));
-        if (end == references.size()) return places;
-        references.remove_prefix(end + 1);
-    }
-}
-
-/// What goes with another one of the list needn't be removed by itself.
-std::vector<std::string> branchesIn(std::string_view references) {
-    std::vector<std::string> places = placesIn(references);
-    std::sort(places.begin(), places.end());
-    std::vector<std::string> branches;
-    for (std::string& place : places) {
-        const bool goesAlong =
-            !branches.empty() && (place == branches.back() || forumPlace::isBelow(place, branches.back()));
-        if (!goesAlong) branches.push_back(std::move(place));
-    }
-    return branches;
-}
 
 std::string describe(int forumId, int topicId, const std::string& references) {
     const std::string topic = fmt::format("Topic {} of forum {}", topicId, forumId);
@@ -121,7 +94,7 @@ Value Forum::getWaiting(const std::string& site, const std::string& lang) try {
 
 std::string Forum::setOnOff(int forumId, int topicId, const std::string& references, bool on, int advId) {
     const std::string status =
-        changePosts("setOnOff", on ? showPost : hidePost, forumId, topicId, references);
+        changePosts("setOnOff", on ? showPosts : hidePosts, forumId, topicId, references);
     if (status.empty()) {
         recordChange(advId, "save",
                      describe(forumId, topicId, references) + (on ? " switched on" : " switched off"));
@@ -130,20 +103,18 @@ std::string Forum::setOnOff(int forumId, int topicId, const std::string& referen
 }
 
 std::string Forum::deleteReactions(int forumId, int topicId, const std::string& references, int advId) {
-    const std::string status = changePosts("deleteReactions", removePost, forumId, topicId, references);
+    const std::string status = changePosts("deleteReactions", removePosts, forumId, topicId, references);
     if (status.empty()) recordChange(advId, "delete", describe(forumId, topicId, references) + " removed");
     return status;
 }
 
 std::string Forum::changePosts(const std::string& operation, Change change, int forumId, int topicId,
                                const std::string& references) {
-    const auto branches = change == removePost ? branchesIn(references) : placesIn(references);
     const auto outcome = db::tryInOwnTransaction(
         host_, operation + " of " + describe(forumId, topicId, references), std::string(forumStatus::failed),
         [&](db::Connection& own) -> db::Outcome<std::string> {
-            for (const std::string& place : branches) {
-                if (!change(own, forumId, topicId, place)) return db::refuse(std::string(forumStatus::gone));
-            }
+            if (!change(own, {forumId, topicId}, references))
+                return db::refuse(std::string(forumStatus::gone));
             return db::commit(std::string(forumStatus::done));
         });
     return outcome.value;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,7 @@
 namespace torvex {
 
 struct HostContext;
+struct TopicKey;
 
 /// The discussion forums. Their definitions have a design and a live twin; topics and reactions are what
 /// visitors write, and have none. An object lives for one request and is used by one thread. Failures are
@@ -45,7 +47,7 @@ class Forum {
     std::string getReactionTree(int forumId, int topicId, int reactionId = 0, const std::string& mode = "L");
 
   private:
-    using Change = bool (*)(db::Connection&, int forumId, int topicId, std::string_view place);
+    using Change = std::optional<int> (*)(db::Connection&, const TopicKey&, std::string_view places);
 
     db::Connection& connection() { return connection_.use(host_); }
     std::string changePosts(const std::string& operation, Change change, int forumId, int topicId,
