@@ -1,5 +1,6 @@
 #include "modules/newsflash/newsflash.h"
 
+#include "modules/newsflash/NewsflashKeys.h"
 #include "modules/shared/ModuleMode.h"
 #include "platform/Errors.h"
 #include "platform/db/Grid.h"
@@ -19,10 +20,6 @@ constexpr std::string_view listLive =
 /// Scripts size their loops by a column more than there is.
 constexpr std::size_t spareColumns = 1;
 
-constexpr std::string_view selectSameNumber =
-    "select nf_Id from TORVEX_NEWSFLASH_DESIGN where site = ? and lang = ? and id = ? and nf_Id <> ?";
-constexpr std::string_view selectSameTitle =
-    "select nf_Id from TORVEX_NEWSFLASH_DESIGN where site = ? and lang = ? and title = ? and nf_Id <> ?";
 constexpr std::string_view numberTaken = "1";
 constexpr std::string_view titleTaken = "2";
 
@@ -69,9 +66,14 @@ Value newsflash::getNewsflashList(const std::string& site, const std::string& la
 
 std::string newsflash::isNewsflash(const std::string& site, const std::string& lang, int nfId, int id,
                                    const std::string& title) try {
-    db::Connection& connection = connection_.use(host_);
-    if (connection.query(selectSameNumber, {site, lang, id, nfId}).next()) return std::string(numberTaken);
-    if (connection.query(selectSameTitle, {site, lang, title, nfId}).next()) return std::string(titleTaken);
+    switch (takenOfNewsflash(connection_.use(host_), site, lang, nfId, id, title)) {
+        case NewsflashTaken::Number:
+            return std::string(numberTaken);
+        case NewsflashTaken::Title:
+            return std::string(titleTaken);
+        case NewsflashTaken::Nothing:
+            break;
+    }
     return {};
 } catch (...) {
     raiseFrom("isNewsflash !");
