@@ -21,4 +21,15 @@ void registers::recordChange(std::string_view operation, int advId, std::string_
              [&] { writeActorLine(host_, actor, advId, action, description); });
 }
 
+void registers::recordModule(std::string_view operation, int advId, bool isNew, bool isMarked,
+                             const std::string& what) {
+    if (isMarked) {
+        recordChange(operation, advId, "delete", what + " has been marked for deletion");
+    } else if (isNew) {
+        recordChange(operation, advId, "new", "New: " + what);
+    } else {
+        recordChange(operation, advId, "save", what + " has been updated");
+    }
+}
+
 }  // namespace torvex

@@ -8,6 +8,7 @@
 
 namespace torvex {
 struct HostContext;
+struct ModulePlace;
 
 /// Writes the records of the registers, with their checks, locks and lines of the audit trail, and lists what
 /// a screen needs to do so. An object is made for one request, in the name of the login that the visitor's
@@ -102,6 +103,117 @@ class registers {
     Value weighAdvancedRight(int roleId, int entry, const std::string& site, const std::string& lang,
                              bool view, bool edit);
 
+    // ---- Forums (desk/Forums.cpp, desk/ForumPosts.cpp) ----
+    // Definitions are those of the design; `Forum::publish` brings them to visitors. `references` are the places
+    // of reactions, divided by commas; an empty text is the topic itself, as is the reaction 0.
+
+    /// All that a forum's definition says; whether it is live, how many topics it has, and how many topics and
+    /// reactions nobody sees. By name.
+    Value getForums(const std::string& site, const std::string& lang);
+    /// The number of the forum, a new one for 0. One that is `marked` goes with the next publishing, and all
+    /// that was written in it. What a forum asks for is 0 not asked, 1 may be given, 2 must be given. "-1" gone,
+    /// "-2" no such website, "-3" no name, "-4" no such choice, "-6" an address is none, or none is there to
+    /// send from.
+    std::string saveForum(int forumId, const std::string& site, const std::string& lang,
+                          const std::string& name, const std::string& description, int hotPeriod,
+                          bool reactionsOnline, int archiveAfter, bool archiveVisible, bool sendEmail,
+                          const std::string& emailFrom, const std::string& emailTo,
+                          const std::string& emailSubject, int pageSize, int askName, int askEmail,
+                          const std::string& words, bool marked = false, int advId = 0);
+
+    /// The topics of a forum, the liveliest first, 500 from the row `from` on: number, title, author, first and
+    /// last day, whether it is shown, how many reactions it has, and how many of them nobody sees.
+    Value getTopics(int forumId, int from = 0);
+    /// A topic (as reaction 0) and its reactions, the newest first, 500 from the row `from` on: number, place,
+    /// title, author, mail address, day, whether it is shown, text.
+    Value getReactions(int forumId, int topicId, int from = 0);
+    /// "-1" gone, "-3" no title.
+    std::string saveReaction(int forumId, int topicId, int reactionId, const std::string& title,
+                             const std::string& text, int advId = 0);
+    /// Shows reactions with those that they answer, or hides them with what answers them. How many contributions
+    /// are another way than before; "-1" one of them is gone.
+    std::string setReactions(int forumId, int topicId, const std::string& references, bool on, int advId = 0);
+    /// Removes them with all that answers them. How many are gone; "-1" one of them was before.
+    std::string deleteReactions(int forumId, int topicId, const std::string& references, int advId = 0);
+
+    // ---- Message board (desk/BoardCategories.cpp, desk/BoardItems.cpp) ----
+    // Records are those of the design; `msgBoard::publish` brings them to visitors. A category's number is its
+    // `msgB_Id`. What is switched on goes on for visitors with the next publishing, and off the same way.
+
+    /// All that the categories say, by their paths; whether each is live, how many items it has, and of how
+    /// many visitors see something else.
+    Value getCategories(const std::string& site, const std::string& lang);
+    /// The items of a category, the latest first, 500 from the row `from` on.
+    Value getItems(const std::string& site, const std::string& lang, int category, int from = 0);
+    /// The category's number; a new one for 0, below the path `parent` ("" the top). "-1" gone, "-2" no such
+    /// website, or none to stand below, "-3" no title, "-4" no such order or alignment, "-9" no place is left.
+    std::string saveCategory(int category, const std::string& site, const std::string& lang,
+                             const std::string& parent, const std::string& title,
+                             const std::string& description, int itemOrder, int archiveAfter,
+                             bool archiveVisible, const std::string& linkText, int imageAlignment,
+                             int imageWidth, int imageHeight, bool online, int pageSize, int advId = 0);
+    /// The item's number, a new one for 0. Days are "yyyymmdd"; an empty one is today, that of the archive
+    /// never. "-1" gone, "-2" no such category, "-3" no title, "-4" no such day.
+    std::string saveItem(int itemId, const std::string& site, const std::string& lang, int category,
+                         const std::string& title, const std::string& text, const std::string& link,
+                         const std::string& linkText, const std::string& image, const std::string& date,
+                         const std::string& onlineDate, const std::string& archiveDate, bool online,
+                         bool newsflash, int advId = 0);
+    /// Lets a "category" (with all below it) or an "item" go with the next publishing, or takes that back. "-1"
+    /// gone.
+    std::string markDeleted(const std::string& kind, int id, const std::string& site, const std::string& lang,
+                            bool marked, int advId = 0);
+
+    // ---- Newsflashes (desk/Newsflashes.cpp) ----
+    // `newsflash::publish` brings the definitions to visitors; which categories feed them goes live with the
+    // message board's publishing.
+
+    /// All that the definitions say, by number; the template's name, and whether each is live.
+    Value getNewsflashes(const std::string& site, const std::string& lang);
+    /// Newsflash, category and its title; whether it feeds the newsflash in the design, and for visitors.
+    Value getNewsflashCategories(const std::string& site, const std::string& lang);
+    /// The key of the newsflash, a new one for 0. "-1" gone, "-2" no such website, "-3" no title, "-4" no such
+    /// number, order, alignment or mode, "-5" no template for it, "-7" the number is another's, "-8" the title
+    /// is.
+    std::string saveNewsflash(int nfId, const std::string& site, const std::string& lang, int number,
+                              const std::string& title, int itemOrder, int itemLength, int numberOfItems,
+                              const std::string& mode, int templateId, int imageAlignment, int imageWidth,
+                              int imageHeight, bool marked = false, int advId = 0);
+    /// Lets a category feed a newsflash, with the category's next publishing. "-1" the newsflash is gone, "-2"
+    /// the category.
+    std::string addCategory(int nfId, const std::string& site, const std::string& lang, int category,
+                            int advId = 0);
+    /// The same, to feed it no longer.
+    std::string removeCategory(int nfId, const std::string& site, const std::string& lang, int category,
+                               int advId = 0);
+
+    // ---- Dynamic menus (desk/Menus.cpp) ----
+
+    /// The menus of a website by their pages' nodes: all that they say in the design, the template's name, and
+    /// whether the page has a live one.
+    Value getMenus(const std::string& site, const std::string& lang);
+    /// Gives a page its menu, or changes it; a marked one goes with the next publishing. "-1" no such page,
+    /// "-4" no such choice, "-5" no template for it.
+    std::string saveMenu(double pageId, const std::string& site, const std::string& lang, int minLevels,
+                         int maxLevels, int templateId, int display, int extranet, bool marked = false,
+                         int advId = 0);
+
+    // ---- Site search (desk/SearchSettings.cpp) ----
+
+    /// What the search pages of a website decide, by their nodes.
+    Value getSearches(const std::string& site, const std::string& lang);
+    /// The 500 words that were searched most from a search page, with how often.
+    Value getSearchWords(double pageId);
+    /// Makes a page a search page, or changes what it decides; at once. Arguments are as their columns. "-1" no
+    /// such page, "-3" no catalogue, "-4" no such choice, "-6" server or share of a remote catalogue missing.
+    std::string saveSearch(double pageId, const std::string& catalogName, int catalogLocation,
+                           const std::string& serverName, const std::string& webshare, int includePages,
+                           int includeDocuments, const std::string& pageScopes,
+                           const std::string& documentScopes, int includeDocumentTypes,
+                           const std::string& documentTypes, const std::string& properties, int sortOrder,
+                           int maxResults, int resultsPerPage, int wordLength, int match, int derivation,
+                           int security, int advId = 0);
+
     // ---- Any record (desk/OpenRecord.cpp) ----
 
     /// Takes a record's lock for this session where the login may change the record. One row: "held" now,
@@ -116,6 +228,13 @@ class registers {
     /// is made.
     void recordChange(std::string_view operation, int advId, std::string_view action,
                       const std::string& description);
+
+    /// The same for a module's record, which is new, saved, or marked for deletion; `what` names it.
+    void recordModule(std::string_view operation, int advId, bool isNew, bool isMarked,
+                      const std::string& what);
+
+    std::string changeFeed(const std::string& operation, int nfId, const ModulePlace& place, int category,
+                           bool feeds, int advId);
 
     HostContext& host_;
     db::ConnectionSource connection_;

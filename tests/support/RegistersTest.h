@@ -8,22 +8,26 @@
 
 namespace torvex::test {
 
-/// The base of tests of the registers' records: a `registers` that works for whoever the session says.
-class RegistersTest : public RecordsTest {
+/// A base of tests, and a `registers` that works for whoever the session says.
+template <typename Base>
+class WithRegisters : public Base {
   protected:
     /// A new object, as the next request would make.
     torvex::registers& registers() {
-        registers_ = std::make_unique<torvex::registers>(host.context());
-        registers_->connect(connection());
+        registers_ = std::make_unique<torvex::registers>(this->host.context());
+        registers_->connect(this->connection());
         return *registers_;
     }
     void TearDown() override {
         registers_.reset();
-        RecordsTest::TearDown();
+        Base::TearDown();
     }
 
   private:
     std::unique_ptr<torvex::registers> registers_;
 };
+
+/// The base of tests of the registers' records.
+using RegistersTest = WithRegisters<RecordsTest>;
 
 }  // namespace torvex::test

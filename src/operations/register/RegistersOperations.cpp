@@ -4,9 +4,10 @@
 namespace torvex::operations {
 
 ClassEntry registersOperations() {
-    return describe<registers>("registers",
-                               "Writes the records of the registers, with their checks and locks.",
-                               joined({registersMediaRows(), registersRoleRows(), registersRecordRows()}));
+    return describe<registers>(
+        "registers", "Writes the records of the registers, with their checks and locks.",
+        joined({registersMediaRows(), registersRoleRows(), registersForumRows(), registersBoardRows(),
+                registersMenuRows(), registersSearchRows(), registersRecordRows()}));
 }
 
 }  // namespace torvex::operations

@@ -10,6 +10,10 @@ namespace torvex::operations {
 
 std::vector<Row<registers>> registersMediaRows();
 std::vector<Row<registers>> registersRoleRows();
+std::vector<Row<registers>> registersForumRows();
+std::vector<Row<registers>> registersBoardRows();
+std::vector<Row<registers>> registersMenuRows();
+std::vector<Row<registers>> registersSearchRows();
 std::vector<Row<registers>> registersRecordRows();
 
 }  // namespace torvex::operations
