@@ -1,32 +1,8 @@
 // What a refusal says, and what its reader can do next.
 import assert from "node:assert/strict";
-import { readFileSync } from "node:fs";
-import { dirname, join } from "node:path";
 import { describe, test } from "node:test";
-import { fileURLToPath } from "node:url";
-import { aBrowser, grid, openShell, openVisit, record, treeOf, visit, words } from "./fake.mjs";
-
-const docs = join(dirname(fileURLToPath(import.meta.url)), "../../../docs/operations.json");
-const labels = words("en");
-const { classes } = JSON.parse(readFileSync(docs, "utf8"));
-
-// What the register has for a code: its kind, and the sentence.
-function codeOf(operation, code) {
-  const [className, name] = operation.split(".");
-  const { operations } = classes.find((each) => each.name === className);
-  const row = operations.find((each) => each.name === name).codes.find((each) => String(each.code) === code);
-  assert.ok(row, `${operation} has no code ${code}`);
-  return row;
-}
-
-const holder = "Basil Crane";
-const sentenceOf = (label) => labels[label].replace("{holder}", holder).replace("{name}", holder).replace("{title}", "Home").replace("{parent}", "Home");
-
-function refused(operation, code) {
-  const { kind, label } = codeOf(operation, code);
-  const detail = sentenceOf(label);
-  return { status: 409, problem: { type: `/torvex/api/problems/${kind}`, title: "refused", status: 409, operation, code, detail, holder } };
-}
+import { aBrowser, grid, openShell, openVisit, record, treeOf, visit } from "./fake.mjs";
+import { holder, labels, refused } from "./refusals.mjs";
 
 // A page by what `getPageParameters` says of it.
 const pageIn = (parameters, more = {}) => ({

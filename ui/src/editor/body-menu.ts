@@ -1,21 +1,34 @@
 // What can be done to a body as a whole.
-import { call, isProblem } from "../api";
+import { call, isProblem, type Problem } from "../api";
 import { type MenuEntry, rule, toast } from "../kit";
 import { L, t } from "../labels";
+import { type Doing, failed, nextMove, tellRefusal } from "../pages/actions";
 import { currentPage } from "../shell/workplace";
 import { stateOf } from "./drafts";
 import { BodySession, loadBody, tellChange } from "./session";
-import { type Copied, putOnShelf, sameWebsite, shelf } from "./shelf";
+import { type Copied, putOnShelf, sameWebsite, shelf, takeOffShelf } from "./shelf";
 import type { TvxPageFrame } from "./tvx-page-frame";
 import type { BodyPlace } from "./view/places";
 
-const fail = (error: unknown) => void toast(isProblem(error) ? error.message : String(error), { kind: "danger" });
+type NextStep = (problem: Problem) => ReturnType<typeof nextMove>;
 
-async function changedBy(frame: TvxPageFrame, work: () => Promise<unknown>): Promise<boolean> {
+/** Tells what refused it, with the next step, and what the page is by now. */
+function refused(frame: TvxPageFrame, error: unknown, step: NextStep): void {
+  if (isProblem(error)) tellRefusal(error, step(error));
+  else failed(error);
+  tellChange(frame.page);
+}
+
+async function changedBy(
+  frame: TvxPageFrame,
+  work: () => Promise<unknown>,
+  again: () => unknown,
+  step: NextStep = (problem) => nextMove(problem, doingOn(frame), again),
+): Promise<boolean> {
   try {
     await work();
   } catch (error) {
-    fail(error);
+    refused(frame, error, step);
     return false;
   }
   tellChange(frame.page);
@@ -38,12 +51,14 @@ async function clear(frame: TvxPageFrame, place: BodyPlace): Promise<void> {
   const { bodyId, kind, feedId } = place;
   const pageIdent = String(frame.pageId);
   const source = kind === "text" ? await loadBody(frame.page, bodyId) : "";
-  if (!(await changedBy(frame, () => call("cManager.clearBody", { pageIdent, bodyId })))) return;
+  const work = () => call("cManager.clearBody", { pageIdent, bodyId });
+  if (!(await changedBy(frame, work, () => clear(frame, place)))) return;
   const back = async () => {
     if (kind === "text") await call("cManager.saveBody", { pageIdent, bodyId, bodyContent: source });
     else await call("cManager.saveBodySetup", { pageIdent, bodyId, bodyType: kindNumber[kind], feedId });
   };
-  toast(t(L.bodyCleared, { number: bodyId }), { undo: () => changedBy(frame, back) });
+  const undo = (): Promise<boolean> => changedBy(frame, back, undo);
+  toast(t(L.bodyCleared, { number: bodyId }), { undo });
 }
 
 function copy(frame: TvxPageFrame, { bodyId }: BodyPlace): void {
@@ -51,8 +66,9 @@ function copy(frame: TvxPageFrame, { bodyId }: BodyPlace): void {
   toast(t(L.onTheShelf, { number: bodyId }));
 }
 
-async function paste(frame: TvxPageFrame, { bodyId }: BodyPlace, from: Copied): Promise<void> {
+async function paste(frame: TvxPageFrame, place: BodyPlace, from: Copied): Promise<void> {
   if (!(await frame.leave())) return;
+  const { bodyId } = place;
   const work = () =>
     call("cManager.pasteBody", {
       pageIdentFrom: String(from.pageId),
@@ -61,8 +77,19 @@ async function paste(frame: TvxPageFrame, { bodyId }: BodyPlace, from: Copied): 
       bodyIdTo: bodyId,
       modeFrom: "D",
     });
-  if (await changedBy(frame, work))
+  const again = () => paste(frame, place, from);
+  const step: NextStep = (problem) =>
+    problem.kind === "source-gone"
+      ? { label: t(L.takeOffShelf), run: () => takeOffShelf(from) }
+      : nextMove(problem, doingOn(frame), again);
+  if (await changedBy(frame, work, again, step))
     toast(t(sameWebsite(from.nodeId, frame.nodeId) ? L.pastedHere : L.pastedWithoutFeeds));
+}
+
+/** The page of a frame, as the steps after a refusal want it. */
+export function doingOn({ page }: TvxPageFrame): Doing {
+  const known = currentPage.value;
+  return known?.pageId === page.pageId ? { ...page, rights: known.rights } : page;
 }
 
 export function bodyMenu(frame: TvxPageFrame, place: BodyPlace): MenuEntry[] {
@@ -76,7 +103,7 @@ export function bodyMenu(frame: TvxPageFrame, place: BodyPlace): MenuEntry[] {
             label: t(L.source),
             icon: "code",
             key: "Ctrl+Shift+H",
-            run: () => void openSource(frame, place).catch(fail),
+            run: () => void openSource(frame, place).catch(failed),
           },
         ]
       : [];

@@ -1,12 +1,15 @@
 import { html, nothing, type TemplateResult } from "lit";
 import type { Command } from "prosemirror-state";
+import type { Problem } from "../api";
 import { icon, openMenu, toast } from "../kit";
 import { L, t } from "../labels";
+import { nextMove } from "../pages/actions";
 
+import { doingOn } from "./body-menu";
 import { type Draft, stateOf } from "./drafts";
 import { attributeOf, withAttribute } from "./model/tags";
 import { insertPicture } from "./pictures";
-import { BodySession, loadBody } from "./session";
+import { BodySession, loadBody, type Trouble } from "./session";
 import { loadGroups } from "./settings";
 import { type SlashItem, SlashMenu } from "./slash";
 import { toolbar } from "./tools";
@@ -19,6 +22,9 @@ import type { BodyPlace } from "./view/places";
 const toolsAfter = 80;
 const toolsAfterTyping = 200;
 const toolsWait = 600;
+
+/** Its refusals say themselves that the text is kept. */
+const SAYS_KEPT: readonly string[] = ["cManager.saveBody"];
 
 /** A body of a page that is being edited, with the tools around it. */
 export class Editing {
@@ -314,15 +320,39 @@ export class Editing {
   notice(): TemplateResult | typeof nothing {
     const trouble = this.session.trouble.value;
     if (!trouble) return nothing;
-    const again = html`<button class="button small" @click=${() => this.save()}>${t(L.saveAgain)}</button>`;
-    const discard = html`<button class="button small" @click=${() => this.frame.discardEditing()}>${t(L.dropIt)}</button>`;
-    if (trouble.kind !== "changed")
-      return this.noticeOf(html`${trouble.text} ${t(L.textIsKeptHere)}`, html`${again}${discard}`);
+    if (trouble.kind !== "changed") return this.refusedNotice(trouble);
     const { theirs } = trouble;
     return this.noticeOf(
       html`${t(L.changedBySomebody)}`,
       html`<button class="button small" @click=${() => this.settle(theirs)}>${t(L.yoursAndTheirs)}</button>`,
     );
+  }
+
+  private refusedNotice(trouble: Exclude<Trouble, { kind: "changed" }>): TemplateResult {
+    const gone = trouble.kind === "refused" && trouble.problem.kind === "gone";
+    const kept = trouble.kind === "refused" && SAYS_KEPT.includes(trouble.problem.operation) ? "" : t(L.textIsKeptHere);
+    const button = (label: string, run: () => unknown) =>
+      html`<button type="button" class="button small" @click=${run}>${label}</button>`;
+    const move = trouble.kind === "refused" ? this.moveAfter(trouble.problem) : undefined;
+    return this.noticeOf(
+      html`${trouble.text} ${kept}`,
+      html`${move ? button(move.label, move.run) : nothing}${
+        gone ? button(t(L.source), () => this.source()) : button(t(L.saveAgain), () => this.save())
+      }${button(t(L.dropIt), () => this.frame.discardEditing())}`,
+    );
+  }
+
+  /** What was approved is saved as soon as that is taken back. */
+  private moveAfter(problem: Problem): ReturnType<typeof nextMove> {
+    const move = nextMove(problem, doingOn(this.frame), () => this.save());
+    if (problem.kind !== "approved" || !move) return move;
+    return {
+      label: move.label,
+      run: async () => {
+        await move.run();
+        await this.save();
+      },
+    };
   }
 
   private noticeOf(text: TemplateResult, buttons: TemplateResult): TemplateResult {

@@ -3,6 +3,8 @@ import { html, nothing } from "lit";
 import { call } from "../api";
 import { dialog, icon, type TvxDialog, toast } from "../kit";
 import { L, t } from "../labels";
+import { nextMoveIn } from "../pages/actions";
+import { doingOn } from "./body-menu";
 import { tellChange } from "./session";
 import type { TvxPageFrame } from "./tvx-page-frame";
 import type { BodyKind, BodyPlace } from "./view/places";
@@ -110,6 +112,7 @@ export async function setupDialog(frame: TvxPageFrame, place: BodyPlace): Promis
       box = own;
       return setup.body();
     },
+    nextStep: (problem, own) => nextMoveIn(own, problem, doingOn(frame)),
     actions: () => [
       { name: "cancel", label: t(L.cancel) },
       {

@@ -27,5 +27,10 @@ export function putOnShelf(copied: Copied): void {
   localStorage.setItem(key, JSON.stringify(shelf.value));
 }
 
+export function takeOffShelf(copied: Copied): void {
+  shelf.value = shelf.value.filter((each) => each !== copied);
+  localStorage.setItem(key, JSON.stringify(shelf.value));
+}
+
 /** Feeds belong to a website and a language. */
 export const sameWebsite = (one: string, other: string) => one.slice(0, 5) === other.slice(0, 5);

@@ -8,8 +8,10 @@ import { EditorView, keymap, lineNumbers } from "@codemirror/view";
 import { tags } from "@lezer/highlight";
 import { html } from "lit";
 import { createRef, ref } from "lit/directives/ref.js";
-import { dialog, icon } from "../kit";
+import { type DialogOptions, dialog, icon } from "../kit";
 import { L, t } from "../labels";
+import { nextMoveIn } from "../pages/actions";
+import { doingOn } from "./body-menu";
 import type { BodySession } from "./session";
 import type { TvxPageFrame } from "./tvx-page-frame";
 
@@ -102,10 +104,11 @@ interface CodeOptions {
   changed?: (code: Code) => void;
   /** Keeps the dialog open when it gives false. */
   run?: (code: Code) => Promise<boolean>;
+  nextStep?: NonNullable<DialogOptions["nextStep"]>;
 }
 
 /** Answers the text, or null when it wasn't taken. */
-async function codeDialog({ title, note, text, main, changed, run }: CodeOptions): Promise<string | null> {
+async function codeDialog({ title, note, text, main, changed, run, nextStep }: CodeOptions): Promise<string | null> {
   const place = createRef<HTMLElement>();
   const lines = new Lines(text);
   const holder: { view?: EditorView } = {};
@@ -120,6 +123,7 @@ async function codeDialog({ title, note, text, main, changed, run }: CodeOptions
   const ended = dialog({
     title,
     wide: true,
+    ...(nextStep ? { nextStep } : {}),
     body: () =>
       html`${note ? html`<p class="notice">${icon("info")}<span>${note}</span></p>` : ""}<div class="source-editor" ${ref(place)}></div>`,
     actions: () => [
@@ -170,6 +174,7 @@ export async function sourceDialog(frame: TvxPageFrame, session: BodySession, te
   const run = async () => {
     if (await session.save()) return true;
     const trouble = session.trouble.value;
+    if (trouble?.kind === "refused") throw trouble.problem;
     if (trouble?.kind !== "changed") throw new Error(trouble?.text ?? t(L.textIsKeptHere));
     const { compareDialog } = await import("./conflict-dialog");
     const answer = await compareDialog(
@@ -184,7 +189,9 @@ export async function sourceDialog(frame: TvxPageFrame, session: BodySession, te
     if (answer === "other") await session.takeTheirs(trouble.theirs);
     return answer === "other";
   };
-  await codeDialog({ title: t(L.bodyAsSource, { number: session.bodyId }), note, text, main: t(L.save), changed, run });
+  const title = t(L.bodyAsSource, { number: session.bodyId });
+  const nextStep: DialogOptions["nextStep"] = (problem, own) => nextMoveIn(own, problem, doingOn(frame));
+  await codeDialog({ title, note, text, main: t(L.save), changed, run, nextStep });
   session.keepNow();
   session.close();
   frame.reload();

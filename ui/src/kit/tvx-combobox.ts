@@ -29,6 +29,8 @@ export class TvxCombobox extends TvxElement {
   @property({ type: Boolean }) plain = false;
   @property({ attribute: false }) search: (words: string, signal: AbortSignal) => Promise<Option[]> | Option[] =
     () => [];
+  /** What is wrong with what was chosen. */
+  @property() wrong = "";
   @state() private options: Option[] = [];
   @state() private open = false;
   @state() private active = -1;
@@ -127,12 +129,13 @@ export class TvxCombobox extends TvxElement {
       <div class="field">
         <label class=${this.plain ? "unseen" : ""} for=${name}>${this.label}</label>
         <input id=${name} class="input" role="combobox" autocomplete="off" aria-autocomplete="list" aria-expanded=${String(this.open)} aria-controls="${name}-list"
-          aria-activedescendant=${this.open && this.active >= 0 ? `${name}-${this.active}` : nothing} placeholder=${this.placeholder} .value=${this.text}
+          aria-invalid=${this.wrong ? "true" : nothing} aria-describedby=${this.wrong ? `${name}-wrong` : nothing} aria-activedescendant=${this.open && this.active >= 0 ? `${name}-${this.active}` : nothing} placeholder=${this.placeholder} .value=${this.text}
           @input=${this.typed} @keydown=${this.key} @click=${() => this.ask()} @blur=${this.close} />
         <div class="options" id="${name}-list" role="listbox" aria-label=${this.label} popover="manual" ?hidden=${!this.open}>
           ${this.options.map((option, place) => this.option(option, place))}
           ${this.open && this.options.length === 0 ? html`<div class="none" role="option" aria-disabled="true" aria-selected="false">${t(L.nothingFound)}</div>` : nothing}
         </div>
+        ${this.wrong ? html`<p class="note wrong" id="${name}-wrong">${this.wrong}</p>` : nothing}
       </div>
     `;
   }

@@ -1,10 +1,11 @@
 import { html, nothing, type TemplateResult } from "lit";
 import { customElement, property, state } from "lit/decorators.js";
 import { repeat } from "lit/directives/repeat.js";
-import { isProblem } from "../api/problem";
+import { isProblem, type Problem } from "../api/problem";
 import { L, t } from "../labels";
 import { TvxElement } from "./element";
 import { icon } from "./icon";
+import type { Toast } from "./tvx-toast";
 import "./tvx-dialog.css";
 
 export interface DialogAction {
@@ -24,6 +25,8 @@ export interface DialogOptions {
   /** The last one is the main one, which Ctrl+Enter presses; without any there is Close. */
   actions?: (dialog: TvxDialog) => DialogAction[];
   wide?: boolean;
+  /** What can be done about a refusal of what a button runs: it stands beside the sentence. */
+  nextStep?: (problem: Problem, dialog: TvxDialog) => Toast["action"];
   /** Esc and the cross don't close it. */
   stays?: boolean;
 }
@@ -36,6 +39,7 @@ export class TvxDialog extends TvxElement {
   @property({ attribute: false }) options!: DialogOptions;
   @state() busy = "";
   @state() fault = "";
+  @state() private next: Toast["action"];
   private answer = "";
   /** A dialog may open another one. */
   private readonly titleId = `dialog-title-${++opened}`;
@@ -86,10 +90,12 @@ export class TvxDialog extends TvxElement {
     if (this.busy || action.disabled) return;
     this.busy = action.name;
     this.fault = "";
+    this.next = undefined;
     try {
       if ((await action.run?.()) !== false) this.close(action.name);
     } catch (error) {
-      this.fault = isProblem(error) ? error.message : String(error);
+      this.fault = error instanceof Error ? error.message : String(error);
+      this.next = isProblem(error) ? this.options.nextStep?.(error, this) : undefined;
     } finally {
       this.busy = "";
     }
@@ -120,7 +126,7 @@ export class TvxDialog extends TvxElement {
           ${stays ? nothing : html`<button class="button quiet icon-only" aria-label=${t(L.close)} @click=${() => this.close()}>${icon("x")}</button>`}
         </div>
         <div class="dialog-body">${body(this)}</div>
-        <div role="alert" class="dialog-fault">${this.fault ? html`<p class="notice danger">${icon("circle-alert")}<span>${this.fault}</span></p>` : nothing}</div>
+        <div role="alert" class="dialog-fault">${this.fault ? html`<p class="notice danger">${icon("circle-alert")}<span class="grow">${this.fault}</span>${this.step()}</p>` : nothing}</div>
         <div class="dialog-foot">${repeat(
           this.actions,
           ({ name }) => name,
@@ -128,6 +134,11 @@ export class TvxDialog extends TvxElement {
         )}</div>
       </dialog>
     `;
+  }
+
+  private step() {
+    const { next } = this;
+    return next ? html`<button type="button" class="button small" @click=${next.run}>${next.label}</button>` : nothing;
   }
 
   private button(action: DialogAction) {

@@ -1,6 +1,7 @@
 /** What can be done to a page at once: each runs, says what came of it, and knows its way back. */
 
 import { isProblem, type Problem } from "../api";
+import type { TvxDialog } from "../kit/tvx-dialog";
 import { type Toast, toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
 import { todayAsDigits } from "../labels/moments";
@@ -53,6 +54,8 @@ export function nextMove({ kind, holder }: Problem, page: Doing, again: () => un
     case "parent-not-live":
       return { label: t(L.openParent), run: () => go(pageAddress(page.nodeId.slice(0, -3))) };
     case "gone":
+    case "parent-gone":
+    case "website-gone":
       return { label: t(L.toTheDashboard), run: () => go("/torvex/") };
     case "failed":
       return { label: t(L.tryAgain), run: again };
@@ -61,9 +64,26 @@ export function nextMove({ kind, holder }: Problem, page: Doing, again: () => un
   }
 }
 
+const LEADS_ELSEWHERE: readonly string[] = ["gone", "parent-gone", "parent-not-live", "website-gone"];
+
+/** The same inside a window, which stays open with all that was typed there unless the step leads elsewhere. */
+export function nextMoveIn(dialog: TvxDialog, problem: Problem, page: Doing): Toast["action"] {
+  const move = problem.kind === "failed" ? undefined : nextMove(problem, page, () => {});
+  if (!move || !LEADS_ELSEWHERE.includes(problem.kind)) return move;
+  return {
+    label: move.label,
+    run: () => {
+      dialog.close();
+      return move.run();
+    },
+  };
+}
+
 /** Says what a refusal says, with the next step beside it. */
-export function refused(problem: Problem, page: Doing, again: () => unknown): void {
-  const action = nextMove(problem, page, again);
+export const refused = (problem: Problem, page: Doing, again: () => unknown): void =>
+  tellRefusal(problem, nextMove(problem, page, again));
+
+export function tellRefusal(problem: Problem, action: Toast["action"]): void {
   toast(problem.message, { kind: problem.status === 409 ? "warn" : "danger", ...(action ? { action } : {}) });
 }
 
@@ -73,7 +93,7 @@ export function failed(error: unknown): void {
   toast(isProblem(error) ? error.message : String(error), { kind: "danger" });
 }
 
-const failedFor = (error: unknown, page: Doing, again: () => unknown): void =>
+export const failedFor = (error: unknown, page: Doing, again: () => unknown): void =>
   isProblem(error) ? refused(error, page, again) : failed(error);
 
 /** Does something with Undo beside it. */

@@ -1,10 +1,10 @@
 /** What can be done to pages from anywhere: tree, page, Ctrl+K. Dialogs come when they are needed. */
 
-import { call, type Problem } from "../api";
+import { call, isProblem, type Problem } from "../api";
 import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
 import { go, pageAddress } from "../shell/address";
-import { type Doing, doUndoable, failed } from "./actions";
+import { type Doing, doUndoable, failed, tellRefusal } from "./actions";
 import { childrenOf } from "./children";
 import { loadPage, type PageFacts } from "./data";
 import { type NextStep, nextStep } from "./model/next-step";
@@ -197,6 +197,9 @@ export async function stepPlace(pageIdent: string, direction: "up" | "down"): Pr
     const back = direction === "up" ? "down" : "up";
     toast(t(direction === "up" ? L.movedUp : L.movedDown), { undo: () => stepPlace(pageIdent, back) });
   } catch (error) {
-    failed(error);
+    allChanged();
+    if (!isProblem(error)) return failed(error);
+    const again = { label: t(L.tryAgain), run: () => stepPlace(pageIdent, direction) };
+    tellRefusal(error, error.status === 403 ? undefined : again);
   }
 }

@@ -7,6 +7,7 @@ import { type DialogAction, dialog, type TvxDialog } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
 import { L, type Label, t } from "../labels";
 import { go, pageAddress } from "../shell/address";
+import { nextMoveIn } from "./actions";
 import { type Child, childrenOf } from "./children";
 import type { NewPlace } from "./commands";
 import { copyCall, isRoot, isSystem, reorder } from "./model/places";
@@ -51,6 +52,7 @@ class NewPageQuestion {
         this.box = box;
         return this.body();
       },
+      nextStep: (problem, box) => nextMoveIn(box, problem, { pageId: 0, nodeId: this.place.parent }),
       actions: () => this.actions(),
     });
   }

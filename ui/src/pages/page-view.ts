@@ -90,10 +90,11 @@ export class TvxPageView extends TvxElement {
     try {
       const page = await loadPage(this.pageIdent, asked.signal);
       if (asked.signal.aborted) return;
-      this.page = page;
       this.missing = page === undefined;
+      // What is being typed stays on the screen, even when its page is gone.
+      if (page || !this.unsaved) this.page = page;
       this.fault = undefined;
-      currentPage.value = page ? pageStateOf(page) : null;
+      currentPage.value = this.page ? pageStateOf(this.page) : null;
       if (page && this.begin === "1") this.beginToType();
     } catch (error) {
       if (isCancelled(error)) return;
@@ -193,7 +194,7 @@ export class TvxPageView extends TvxElement {
   }
 
   protected override render(): TemplateResult | typeof nothing {
-    if (this.missing) return this.gone();
+    if (this.missing && !this.unsaved) return this.gone();
     if (!this.page) return this.fault ? this.trouble() : this.skeleton();
     return html`${this.head(this.page)}${this.trouble()}${this.banner(this.page)}
       <div class="page-centre ${this.loading ? "is-loading" : ""}" data-width=${this.width || nothing}>${this.centre(this.page)}</div>`;

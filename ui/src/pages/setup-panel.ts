@@ -7,10 +7,11 @@ import { TvxElement } from "../kit/element";
 import { faultNotice, faultText } from "../kit/fault-notice";
 import { icon } from "../kit/icon";
 import { ask } from "../kit/tvx-dialog";
-import { toast } from "../kit/tvx-toast";
+import { type Toast, toast } from "../kit/tvx-toast";
 import { L, plural, t } from "../labels";
 import { beforeLeaving } from "../shell/address";
 import { onPagesChanged, type PageState } from "../shell/workplace";
+import { nextMove } from "./actions";
 import { loadPage, type PageFacts } from "./data";
 import {
   changedFields,
@@ -42,6 +43,7 @@ export class TvxPageSetup extends TvxElement {
   @state() private fault: unknown;
   @state() private saving = false;
   @state() private elsewhere = false;
+  @state() private move: Toast["action"];
   private forget: (() => void)[] = [];
 
   override connectedCallback(): void {
@@ -154,6 +156,8 @@ export class TvxPageSetup extends TvxElement {
       return this.show(new Map(faults.map(({ field, kind }) => [field, t(texts[kind])])));
     }
     this.saving = true;
+    this.move = undefined;
+    this.elsewhere = false;
     try {
       if (await this.mayLoseBodies(values)) await this.send(sheet, values);
     } catch (error) {
@@ -197,12 +201,14 @@ export class TvxPageSetup extends TvxElement {
     }
     const field = fieldOfCode(problem.code);
     if (field) this.show(new Map([[field, problem.message]]));
-    else this.show(new Map(), problem.message);
+    else this.show(new Map(), problem.message, this.facts && nextMove(problem, this.facts, () => this.save()));
+    if (problem.kind === "locked-by-other" && this.page) changed(this.page);
   }
 
-  private show(wrong: Map<FieldNames, string>, fault?: string): void {
+  private show(wrong: Map<FieldNames, string>, fault?: string, move?: Toast["action"]): void {
     this.wrong = wrong;
     this.fault = fault;
+    this.move = move;
     void this.updateComplete.then(() => {
       for (const field of wrong.keys())
         this.querySelector(`#setup-${field}`)?.closest("details")?.setAttribute("open", "");
@@ -266,6 +272,7 @@ export class TvxPageSetup extends TvxElement {
             <button type="button" class="button small" @click=${() => this.load()}>${t(L.takeTheirs)}</button></div>`
           : nothing
       }
+      ${this.move ? html`<div class="inline"><button type="button" class="button small" @click=${this.move.run}>${this.move.label}</button></div>` : nothing}
     </div></div>`;
   }
 

@@ -180,9 +180,9 @@ async function pagesFor(view: SheetView, words: string, signal: AbortSignal): Pr
 function pageField(view: SheetView, field: "pgPrevious" | "pgNext" | "pgUp" | "pgLoginPage"): TemplateResult {
   const id = view.values[field];
   const title = id > 0 ? (view.sheet.titles.get(id) ?? String(id)) : "";
-  return html`<div class="field" id="setup-${field}" tabindex="-1"><tvx-combobox .label=${fieldLabel(field)} .text=${title} .placeholder=${t(L.noPage)}
+  return html`<div class="field"><tvx-combobox id="setup-${field}" .label=${fieldLabel(field)} .text=${title} .placeholder=${t(L.noPage)} .wrong=${view.wrong.get(field) ?? ""}
     .search=${(words: string, signal: AbortSignal) => pagesFor(view, words, signal)}
-    @tvx-choose=${(event: CustomEvent<Option>) => view.set(field, Number(event.detail.id))}></tvx-combobox>${note(view, field)}</div>`;
+    @tvx-choose=${(event: CustomEvent<Option>) => view.set(field, Number(event.detail.id))}></tvx-combobox></div>`;
 }
 
 function neighbours(view: SheetView): TemplateResult {
