@@ -73,4 +73,29 @@ describe("authors together", () => {
     assert.deepEqual(first.faults, []);
     await first.close();
   });
+
+  test("whoever lost her session in two tabs gives her password in one, and goes on in both", async () => {
+    const reed = await author(site, "reed");
+    await openPage(reed.page, /What.s on/);
+    const other = await reed.context.newPage();
+    await other.goto(`${site.address}/torvex/search`);
+    await other.getByRole("searchbox", { name: "Words" }).waitFor();
+    await clickInto(reed.page, words);
+    const elsewhere = await author(site, "reed");
+    await reed.page.keyboard.type(" Reeds Satz.");
+    const asks = (page) => page.getByRole("dialog", { name: "Log in again" });
+    await asks(reed.page).waitFor();
+    await other.getByRole("searchbox", { name: "Words" }).fill("garden");
+    await asks(other).waitFor();
+    await elsewhere.close();
+    await reed.page.getByLabel("Password").fill(passwords.reed);
+    await asks(reed.page).getByRole("button", { name: "Log in" }).click();
+    await asks(reed.page).waitFor({ state: "detached" });
+    await asks(other).waitFor({ state: "detached" });
+    await other.getByRole("row", { name: /garden/i }).first().waitFor();
+    await reed.page.keyboard.press("Control+s");
+    await reed.page.locator("tvx-foot").getByText(/^Saved/).waitFor();
+    assert.deepEqual(reed.faults, []);
+    await reed.close();
+  });
 });

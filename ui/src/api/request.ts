@@ -52,6 +52,7 @@ function waitOf(response: Response, tries: number): number {
 /** One request: repeated when the server is busy, held while the login is lost. */
 async function answered(path: string, body: unknown, { signal, noLogin }: CallOptions): Promise<unknown> {
   for (let tries = 0; ; ++tries) {
+    const { token } = connection;
     const response = await sent(path, body, signal);
     if (connection.state === "offline") connection.state = "online";
     if (response.ok) return response.status === 204 ? null : response.json();
@@ -59,6 +60,8 @@ async function answered(path: string, body: unknown, { signal, noLogin }: CallOp
     if (!isBusy(response) || tries >= triesWhenBusy || wait > longestPause) {
       const problem = await problemOf(response);
       if (noLogin || !isStranger(problem)) throw problem;
+      // Another tab has logged in while this was on its way.
+      if (connection.token !== token) continue;
       connection.state = "loggedOut";
       await connection.untilOnline(signal);
       continue;

@@ -4,8 +4,9 @@ import { connection, tokenIn } from "../api/connection";
 import { isProblem, Problem } from "../api/problem";
 import { post } from "../api/request";
 import { icon } from "../kit/icon";
-import { dialog } from "../kit/tvx-dialog";
+import { dialog, type TvxDialog } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
+import { canSeal, type Sealed, seal, unseal } from "./sealed";
 import { whoAmI } from "./session";
 import { workplace } from "./workplace";
 
@@ -34,6 +35,25 @@ async function logIn(username: string, password: string, takeOver: boolean): Pro
 }
 
 let asking = false;
+/** What this tab had before its session was lost; the others had the same. */
+let lost = "";
+let box: TvxDialog | undefined;
+const channel = typeof BroadcastChannel === "function" ? new BroadcastChannel("torvex.login") : undefined;
+
+/** The other tabs of this session needn't ask for the password, too. */
+async function tellOthers(): Promise<void> {
+  if (channel && lost && canSeal()) channel.postMessage(await seal(connection.token, lost));
+}
+
+/** Another tab has logged in again: this one goes on. */
+async function heard({ data }: MessageEvent<Sealed>): Promise<void> {
+  const token = await unseal(data, lost || connection.token);
+  if (!token) return;
+  connection.token = token;
+  if (!asking) return;
+  const login = await whoAmI().catch(() => null);
+  if (login?.loginId === workplace.value.login?.loginId) box?.close();
+}
 
 const form = (username: string, password: Ref<HTMLInputElement>) => html`
   <p class="notice">${icon("info")}<span>${t(L.sessionEnded)} ${t(L.textIsKept)}</span></p>
@@ -49,12 +69,14 @@ const form = (username: string, password: Ref<HTMLInputElement>) => html`
 async function askAgain(): Promise<void> {
   if (asking) return;
   asking = true;
+  lost = connection.token;
   const password: Ref<HTMLInputElement> = createRef();
   const username = workplace.value.login?.username ?? "";
   let held = false;
   const run = async () => {
     try {
       await logIn(username, password.value?.value ?? "", held);
+      await tellOthers();
     } catch (error) {
       held = heldElsewhere(error);
       throw error;
@@ -63,14 +85,20 @@ async function askAgain(): Promise<void> {
   await dialog({
     title: t(L.logInAgain),
     stays: true,
-    body: () => html`${form(username, password)}${held ? html`<p>${t(L.takeOverQuestion)}</p>` : nothing}`,
+    body: (own) => {
+      box = own;
+      return html`${form(username, password)}${held ? html`<p>${t(L.takeOverQuestion)}</p>` : nothing}`;
+    },
     actions: () => [{ name: "login", label: held ? t(L.takeOver) : t(L.logIn), kind: "primary", run }],
   });
   asking = false;
+  lost = "";
+  box = undefined;
   connection.state = "online";
 }
 
 export function startLoginAgain(): void {
+  channel?.addEventListener("message", (event: MessageEvent<Sealed>) => void heard(event));
   connection.watch((state) => {
     if (state === "loggedOut") void askAgain();
   });
