@@ -214,6 +214,55 @@ class registers {
                            int maxResults, int resultsPerPage, int wordLength, int match, int derivation,
                            int security, int advId = 0);
 
+    // ---- Design (desk/DesignFiles.cpp, desk/DesignPages.cpp, desk/Applications.cpp, desk/FeedRecords.cpp) ----
+    // Each save names the site and language of its record, gives its number, a new one for 0, and lets it go. "-1"
+    // gone, or of another site or language, "-2" another has the name, "-3" no name, "-4" another session has it
+    // open, "-7" no such site or language.
+
+    /// With its file, which is written whole or not at all. "-5" another entry has the file, or one of this name
+    /// lies there, "-6" no name for a file.
+    std::string saveTemplate(int templateId, const std::string& site, const std::string& lang,
+                             const std::string& name, const std::string& description, const std::string& file,
+                             const std::string& source, bool system = false, int advId = 0);
+    std::string saveBaseTemplate(int baseTemplateId, const std::string& site, const std::string& lang,
+                                 const std::string& name, const std::string& description,
+                                 const std::string& file, const std::string& source, int advId = 0);
+    /// A new file's name ends in ".css".
+    std::string saveStylesheet(int stylesheetId, const std::string& site, const std::string& lang,
+                               const std::string& name, const std::string& description,
+                               const std::string& file, const std::string& source, int advId = 0);
+    /// For how many live pages a "template", "baseTemplate" or "stylesheet" is in force, named by them or by
+    /// their nearest ancestor that names one.
+    int countLivePages(const std::string& kind, int id);
+
+    /// Of no site: "-7" isn't answered.
+    std::string saveApplication(int appId, const std::string& name, const std::string& description,
+                                const std::string& urlPublic, const std::string& urlAdmin,
+                                const std::string& urlPublish, int advId = 0);
+
+    /// All of a site and language, by name, or one: number, name, description, address, file, parameters.
+    Value getHTMLfeeds(const std::string& site, const std::string& lang, int feedId = 0);
+    /// Number, name, description, address and file of the document, of the stylesheet, parameters, and whether
+    /// blanks are kept.
+    Value getXMLfeeds(const std::string& site, const std::string& lang, int feedId = 0);
+    /// "-5" neither an address nor a file, "-6" an address that isn't one of the web, or a file outside of the
+    /// site's documents.
+    std::string saveHTMLfeed(int feedId, const std::string& site, const std::string& lang,
+                             const std::string& name, const std::string& description, const std::string& url,
+                             const std::string& file, const std::string& parameters, int advId = 0);
+    std::string saveXMLfeed(int feedId, const std::string& site, const std::string& lang,
+                            const std::string& name, const std::string& description,
+                            const std::string& urlXml, const std::string& fileXml, const std::string& urlXsl,
+                            const std::string& fileXsl, const std::string& parameters,
+                            bool preserveWhiteSpace = false, int advId = 0);
+
+    // ---- Meta data (desk/MetaSheet.cpp) ----
+
+    /// What 200 pages of the design from `from` on have for the meta tags, a row each: page, node, title, number
+    /// of the tag (0 for a page that has nothing), value, and whether it is an ancestor's. By node; with a tag,
+    /// pages without a value for it first.
+    Value getMetaSheet(const std::string& site, const std::string& lang, int tag = 0, int from = 0);
+
     // ---- Any record (desk/OpenRecord.cpp) ----
 
     /// Takes a record's lock for this session where the login may change the record. One row: "held" now,

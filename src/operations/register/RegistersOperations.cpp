@@ -7,7 +7,7 @@ ClassEntry registersOperations() {
     return describe<registers>(
         "registers", "Writes the records of the registers, with their checks and locks.",
         joined({registersMediaRows(), registersRoleRows(), registersForumRows(), registersBoardRows(),
-                registersMenuRows(), registersSearchRows(), registersRecordRows()}));
+                registersMenuRows(), registersSearchRows(), registersDesignRows(), registersRecordRows()}));
 }
 
 }  // namespace torvex::operations

@@ -14,6 +14,7 @@ std::vector<Row<registers>> registersForumRows();
 std::vector<Row<registers>> registersBoardRows();
 std::vector<Row<registers>> registersMenuRows();
 std::vector<Row<registers>> registersSearchRows();
+std::vector<Row<registers>> registersDesignRows();
 std::vector<Row<registers>> registersRecordRows();
 
 }  // namespace torvex::operations
