@@ -20,9 +20,10 @@ constexpr std::string_view english = "en";
 constexpr std::string_view selectLanguages =
     "select lang_id from TORVEX_INTERFACE_LANGUAGES where lang_enabled = 1 order by id";
 
-/// The rows of problems; "not logged in" and "no right" are words of the whole interface.
+/// Sentences of problems stand among the words of the interface's newer parts; "not logged in" and "no right"
+/// are words of all of it.
 bool isOfProblems(int label) {
-    return (label >= 5000 && label < 5500) || label == 44 || label == 45;
+    return label >= 5000 || label == 44 || label == 45;
 }
 
 std::map<int, std::string> sentencesIn(db::Connection& connection, const std::string& language) {

@@ -1,20 +1,28 @@
+#include "pages/api/Words.h"
+
 #include <gtest/gtest.h>
 
 #include "operations/register/NeedLabels.h"
 #include "operations/register/Register.h"
 #include "pages/api/Problem.h"
-#include "records/Vocabulary.h"
-#include "support/TestDatabase.h"
+#include "support/RecordsTest.h"
 
 namespace torvex {
 namespace {
 
-class ApiWords : public test::DatabaseTest {
+class ApiWords : public test::RecordsTest {
   protected:
+    void SetUp() override {
+        RecordsTest::SetUp();
+        if (!HasFatalFailure()) words_.refresh(host.context());
+    }
     void expectBoth(int label) {
         for (const std::string language : {"en", "de"})
-            EXPECT_NE(vocabularyText(connection(), language, label), "") << label << ' ' << language;
+            EXPECT_NE(words_.sentence(language, label), "") << label << ' ' << language;
     }
+
+  private:
+    api::Words words_;
 };
 INSTANTIATE_TEST_SUITE_P(Engines, ApiWords, test::bothEngines(), test::engineName);
 
