@@ -25,8 +25,10 @@ export function useInterface(install) {
   const folder = process.env.TORVEX_INTERFACE;
   if (!folder) return;
   const rows = join(root, "install/rows");
-  for (const name of readdirSync(rows).filter((each) => each.startsWith("08_words_")))
-    execFileSync(program, ["sql", "--install", install], { input: readFileSync(join(rows, name)) });
+  const words = readdirSync(rows).filter((each) => each.startsWith("08_words_")).map((each) => readFileSync(join(rows, each), "utf8"));
+  const labels = words.join("\n").match(/(?<=^ {2}\()\d+(?=,)/gm);
+  const renewed = [`delete from TORVEX_INTERFACE_VOCAB where lang_label in (${labels})`, ...words];
+  for (const input of renewed) execFileSync(program, ["sql", "--install", install], { input });
   const file = join(install, "torvex.toml");
   writeFileSync(file, readFileSync(file, "utf8").replace(/^\[authoring\]$/m, `[authoring]\ninterface = ${JSON.stringify(folder)}`));
 }
