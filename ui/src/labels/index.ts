@@ -2,12 +2,13 @@ import type { Places } from "./labels.gen";
 import { core } from "./names/core";
 import { design } from "./names/design";
 import { editor } from "./names/editor";
+import { modules } from "./names/modules";
 import { pages } from "./names/pages";
 import { rights } from "./names/rights";
 import { screens } from "./names/screens";
 
 /** The words of the interface by name: their numbers in the vocabulary. */
-export const L = { ...core, ...design, ...editor, ...pages, ...rights, ...screens } as const;
+export const L = { ...core, ...design, ...editor, ...modules, ...pages, ...rights, ...screens } as const;
 
 export type Label = (typeof L)[keyof typeof L];
 type PlacesOf<N> = N extends keyof Places

@@ -3,6 +3,7 @@ import "../administration";
 import "../dashboard";
 import "../editor";
 import "../media/register";
+import "../modules/register";
 import "../pages/register";
 import "../palette";
 import "../rights/register";

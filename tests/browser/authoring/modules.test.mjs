@@ -1,0 +1,175 @@
+// The administration of the modules: what visitors wrote is moderated on a phone, and definitions are kept until they are published.
+import assert from "node:assert/strict";
+import { describe, test } from "node:test";
+import { servedAuthors } from "./door.mjs";
+import { assertAccessible, workAs } from "./workplace.mjs";
+
+const statements = [
+  "insert into TORVEX_ROLES (roleId, roleName, roleDesc, lock) values (9, 'Modules', '', '')",
+  "insert into TORVEX_ROLES_LOGINS (roleId, loginId) values (9, 2)",
+  "insert into TORVEX_ADVANCED_RIGHTS (roleId, advId, site, lang, viewAccess, editAccess) values (9, 241, '', '', 1, 1), (9, 242, '', '', 1, 1), (9, 243, '', '', 1, 1), (9, 244, '', '', 1, 1), (9, 245, '', '', 1, 1)",
+];
+
+describe("modules", () => {
+  const site = servedAuthors(statements);
+  const valuesOf = (statement) => site.query(statement).map((row) => Object.values(row).join("|"));
+  const press = (work, name) => work.dialog.getByRole("button", { name, exact: true }).click();
+  const row = (page, name) => page.getByRole("listitem").filter({ has: page.getByText(name, { exact: true }) });
+
+  test("on the tram a rude reaction is switched off with its thread, and comes back", async () => {
+    const offInThread = () => valuesOf("select reaction_reference from TORVEX_FORUM_REACTIONS where reaction_forumId = 1 and reaction_topicId = 1 and reaction_online = 0 order by reaction_reference");
+    site.sql("update TORVEX_FORUM_REACTIONS set reaction_online = 0 where reaction_forumId = 1 and reaction_topicId = 1 and reaction_reference = '01.02'");
+    const work = await workAs(site, "iris", { width: 360, height: 740 });
+    const { page } = work;
+    await work.go("/torvex/torvex_forum/forums.asp");
+    await page.getByRole("link", { name: "Garden talk" }).click();
+    await page.getByRole("link", { name: "Snowdrops in November?" }).click();
+    const rude = page.getByRole("article").filter({ has: page.getByRole("heading", { name: "It is one", exact: true }) });
+    await rude.waitFor();
+    await assertAccessible(page, "a thread on a phone");
+    const titles = await page.getByRole("article").getByRole("heading").allTextContents();
+    assert.equal(titles.at(-1), "It is one", "the oldest reaction stands last");
+    const off = rude.getByRole("button", { name: "Switch off It is one" });
+    const size = await off.boundingBox();
+    assert.ok(size.height >= 44 && size.width >= 80, `a thumb finds it: ${JSON.stringify(size)}`);
+
+    await off.click();
+    await work.says("4 contributions are off now.");
+    await rude.getByRole("button", { name: "Switch on It is one" }).waitFor();
+    assert.deepEqual(offInThread(), ["01", "01.01", "01.01.01", "01.01.01.01", "01.02"]);
+    await page.getByRole("button", { name: "Undo" }).click();
+    await work.says("It is as before.");
+    await off.waitFor();
+    assert.deepEqual(offInThread(), ["01.02"], "what was off before stays so");
+
+    await off.click();
+    await rude.getByRole("button", { name: "Switch on It is one" }).waitFor();
+    await page.getByRole("button", { name: "Switch on Twelve?" }).click();
+    await work.says("3 contributions are on now.");
+    assert.deepEqual(offInThread(), ["01.01.01.01", "01.02"], "what it answers is seen again");
+    assert.deepEqual(work.faults, []);
+    await work.close();
+  });
+
+  test("a contribution is changed and removed, and told what goes with it", async () => {
+    const work = await workAs(site, "iris", { dark: true });
+    const { page, dialog } = work;
+    await work.go("/torvex/torvex_forum/reactions.asp?forumId=1&topicId=2");
+    await page.getByRole("heading", { name: "Please don’t feed" }).waitFor();
+    await page.getByRole("button", { name: "Change Please don’t feed" }).click();
+    await dialog.getByLabel("Title").fill("Looking is free");
+    await assertAccessible(page, "a contribution's form");
+    await press(work, "Save");
+    await work.says("Looking is free is saved.");
+    await page.getByRole("heading", { name: "Looking is free" }).waitFor();
+    await page.getByRole("button", { name: "Delete Two of them now" }).click();
+    await dialog.getByText("1 answer goes with it. It can't be taken back.").waitFor();
+    await press(work, "Delete");
+    await work.says("2 contributions are gone.");
+    await page.getByRole("heading", { name: "A question of beds" }).waitFor({ state: "detached" });
+    assert.deepEqual(valuesOf("select reaction_title from TORVEX_FORUM_REACTIONS where reaction_forumId = 1 and reaction_topicId = 2"), ["Looking is free"]);
+    assert.deepEqual(work.faults, []);
+    await work.close();
+  });
+
+  test("a forum is made, published, changed elsewhere meanwhile, and removed with the next publishing", async () => {
+    const work = await workAs(site, "iris");
+    const { page, dialog } = work;
+    const live = () => valuesOf("select forum_name, forum_hotPeriod from TORVEX_FORUM_LIVE where forum_site = 'bg' and forum_lang = 'en' and forum_name like 'Bees%'");
+    await work.go("/torvex/torvex_forum/forums.asp");
+    await row(page, "Garden talk").waitFor();
+    await assertAccessible(page, "the forums");
+    await page.getByRole("button", { name: "New forum" }).click();
+    await press(work, "Add");
+    await dialog.getByText("A title is missing.").waitFor();
+    await dialog.getByLabel("Name", { exact: true }).fill("Bees");
+    await press(work, "Add");
+    await row(page, "Bees").getByText("new", { exact: true }).waitFor();
+    assert.deepEqual(live(), []);
+    await page.getByRole("button", { name: "Publish Bees" }).click();
+    await work.says("Published.");
+    await page.getByRole("button", { name: "Publish Bees" }).waitFor({ state: "detached" });
+    assert.deepEqual(live(), ["Bees|7"]);
+
+    await page.getByRole("button", { name: "Change Bees" }).click();
+    site.sql("update TORVEX_FORUM_DESIGN set forum_hotPeriod = 14 where forum_name = 'Bees'");
+    await dialog.getByLabel("Name", { exact: true }).fill("Bees and wasps");
+    await press(work, "Save");
+    await dialog.getByText("Somebody has changed this meanwhile.").waitFor();
+    assert.equal(valuesOf("select forum_name from TORVEX_FORUM_DESIGN where forum_hotPeriod = 14").join(), "Bees");
+    await press(work, "Show theirs");
+    assert.equal(await dialog.getByLabel("New for so many days").inputValue(), "14");
+    await dialog.getByLabel("Name", { exact: true }).fill("Bees and wasps");
+    await press(work, "Save");
+    await work.says("Bees and wasps is saved.");
+    await row(page, "Bees and wasps").getByText("changed", { exact: true }).waitFor();
+
+    await page.getByRole("button", { name: "Delete Bees and wasps" }).click();
+    await work.says("Bees and wasps goes with the next publishing.");
+    await page.getByRole("button", { name: "Undo" }).last().click();
+    await work.says("Bees and wasps stays.");
+    await page.getByRole("button", { name: "Delete Bees and wasps" }).click();
+    await page.getByRole("button", { name: "Keep Bees and wasps" }).waitFor();
+    await page.getByRole("button", { name: "Publish Bees and wasps" }).click();
+    await dialog.getByText("This goes for good: Bees and wasps (0 topics).").waitFor();
+    await press(work, "Publish");
+    await row(page, "Bees and wasps").waitFor({ state: "detached" });
+    assert.deepEqual(live(), []);
+    assert.deepEqual(work.faults, []);
+    await work.close();
+  });
+
+  test("an item is written, looked at, published, and goes with the next publishing", async () => {
+    const work = await workAs(site, "iris");
+    const { page, dialog } = work;
+    const item = (columns, twin = "LIVE") => valuesOf(`select ${columns} from TORVEX_MSGB_ITEMS_${twin} where msgB_itemTitle = 'Seed swap'`);
+    await work.go("/torvex/torvex_msgBoard/categories.asp");
+    await page.getByRole("heading", { name: "Garden news", level: 2 }).waitFor();
+    await assertAccessible(page, "the board");
+    await page.getByRole("button", { name: "New category below Garden news" }).click();
+    await dialog.getByLabel("Title").fill("Swaps");
+    await press(work, "Add");
+    await page.getByRole("heading", { name: "Swaps", level: 2 }).waitFor();
+    await page.getByText("No items here yet.").waitFor();
+    await page.getByRole("button", { name: "New item" }).click();
+    await dialog.getByLabel("Title").fill("Seed swap");
+    await dialog.getByLabel("Text").fill("Bring seeds\nand <stories>");
+    await dialog.getByLabel("Text").selectText();
+    await dialog.getByRole("button", { name: "Bold" }).click();
+    await dialog.getByLabel("In the archive from").fill("2099-05-03");
+    await dialog.getByLabel("In newsflashes").check();
+    await assertAccessible(page, "an item's form");
+    await press(work, "Add");
+    await row(page, "Seed swap").getByText("new", { exact: true }).waitFor();
+    assert.deepEqual(item("msgB_itemDesc, msgB_archiveDate, msgB_itemOnline, msgB_itemNewsflash", "DESIGN"), ["<b>Bring seeds\r\nand <stories></b>|20990503|2|1"]);
+
+    await page.getByRole("button", { name: "Preview of Swaps" }).click();
+    await dialog.getByRole("heading", { name: "Seed swap" }).waitFor();
+    assert.equal(await dialog.locator("b").innerText(), "Bring seeds\nand <stories>");
+    await assertAccessible(page, "the preview");
+    await dialog.getByRole("button", { name: "Close" }).last().click();
+    assert.deepEqual(item("msgB_itemId"), []);
+    await page.getByRole("button", { name: "Publish Swaps" }).click();
+    await work.says("Published.");
+    await row(page, "Seed swap").getByText("live", { exact: true }).waitFor();
+    assert.deepEqual(item("msgB_itemOnline, msgB_itemNewsflash"), ["1|1"]);
+
+    await page.getByRole("button", { name: "Change Seed swap" }).click();
+    await dialog.getByLabel("In newsflashes").uncheck();
+    await press(work, "Save");
+    await row(page, "Seed swap").getByText(/leaves newsflashes with the next publishing/).waitFor();
+    await page.getByRole("button", { name: "Delete Seed swap" }).click();
+    await work.says("Seed swap goes with the next publishing.");
+    await page.getByRole("button", { name: "Undo" }).last().click();
+    await work.says("Seed swap stays.");
+    await page.getByRole("button", { name: "Delete Swaps" }).click();
+    await page.getByRole("button", { name: "Keep Swaps" }).waitFor();
+    await page.getByRole("button", { name: "Publish Swaps" }).click();
+    await dialog.getByText("This goes for good: Swaps.").waitFor();
+    await press(work, "Publish");
+    await page.getByRole("link", { name: /^Swaps/ }).waitFor({ state: "detached" });
+    assert.deepEqual([...item("msgB_itemId"), ...item("msgB_itemId", "DESIGN")], []);
+    assert.deepEqual(work.faults, []);
+    await work.close();
+  });
+});

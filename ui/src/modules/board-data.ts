@@ -1,0 +1,129 @@
+/** The message board's categories and items, as they come from the server and go there. */
+
+import { type AnswerOf, call } from "../api";
+import { todayAsDigits } from "../labels/moments";
+import { daysBehind } from "./model";
+import type { Place } from "./screen";
+
+export const BOARD = 241;
+
+export type Category = AnswerOf<"registers.getCategories">[number];
+export type Item = AnswerOf<"registers.getItems">[number];
+
+export const categoriesOf = ({ site, lang }: Place): Promise<readonly Category[]> =>
+  call("registers.getCategories", { site, lang });
+
+export const categoryValues = (category: Category) => ({
+  title: category.msgB_catTitle ?? "",
+  description: category.msgB_catDesc ?? "",
+  itemOrder: category.msgB_itemOrder,
+  archiveAfter: category.msgB_archiveAfter,
+  archiveVisible: category.msgB_archiveVisible,
+  linkText: category.msgB_linkText ?? "",
+  imageAlignment: category.msgB_imageAlignment,
+  imageWidth: category.msgB_imageWidth,
+  imageHeight: category.msgB_imageHeight,
+  online: category.msgB_online ? 1 : 0,
+  pageSize: category.msgB_pageSize,
+});
+export type CategoryValues = ReturnType<typeof categoryValues>;
+
+export const newCategory: CategoryValues = {
+  title: "",
+  description: "",
+  itemOrder: 1,
+  archiveAfter: 0,
+  archiveVisible: 0,
+  linkText: "",
+  imageAlignment: 1,
+  imageWidth: 0,
+  imageHeight: 0,
+  online: 1,
+  pageSize: 10,
+};
+
+export const saveCategory = (place: Place, category: number, parent: string, values: CategoryValues): Promise<string> =>
+  call("registers.saveCategory", {
+    category,
+    ...place,
+    parent,
+    ...values,
+    archiveVisible: values.archiveVisible === 1,
+    online: values.online === 1,
+  });
+
+const AT_ONCE = 500;
+export const hasMoreItems = (items: readonly Item[]): boolean => items.length > 0 && items.length % AT_ONCE === 0;
+
+export const itemsOf = ({ site, lang }: Place, category: number, from = 0): Promise<readonly Item[]> =>
+  call("registers.getItems", { site, lang, category, from });
+
+const NEVER = "99999999";
+
+export const itemValues = (item: Item, category: number) => ({
+  category,
+  title: item.msgB_itemTitle ?? "",
+  text: (item.msgB_itemDesc ?? "").replaceAll("\r\n", "\n"),
+  link: item.msgB_itemLink ?? "",
+  linkText: item.msgB_itemLinkText ?? "",
+  image: item.msgB_itemImage ?? "",
+  date: item.msgB_itemDate ?? "",
+  onlineDate: item.msgB_onlineDate ?? "",
+  archiveDate: item.msgB_archiveDate === NEVER ? "" : (item.msgB_archiveDate ?? ""),
+  online: item.msgB_itemOnline ? 1 : 0,
+  newsflash: item.msgB_itemNewsflash === 1 ? 1 : 0,
+});
+export type ItemValues = ReturnType<typeof itemValues>;
+
+/** One of today, which becomes history as its category says. */
+export const newItem = ({ msgB_Id, msgB_linkText, msgB_archiveAfter }: Category): ItemValues => ({
+  category: msgB_Id,
+  title: "",
+  text: "",
+  link: "",
+  linkText: msgB_linkText ?? "",
+  image: "",
+  date: todayAsDigits(),
+  onlineDate: todayAsDigits(),
+  archiveDate: daysBehind(todayAsDigits(), msgB_archiveAfter),
+  online: 1,
+  newsflash: 0,
+});
+
+export const saveItem = (place: Place, itemId: number, values: ItemValues): Promise<string> =>
+  call("registers.saveItem", {
+    itemId,
+    ...place,
+    ...values,
+    online: values.online === 1,
+    newsflash: values.newsflash === 1,
+  });
+
+export const markRecord = (
+  { site, lang }: Place,
+  kind: "category" | "item",
+  id: number,
+  marked: boolean,
+): Promise<unknown> => call("registers.markDeleted", { kind, id, site, lang, marked });
+
+/** A category with all below it and all items; an empty path is the whole board. */
+export const publishBoard = ({ site, lang }: Place, catId: string): Promise<unknown> =>
+  call("msgBoard.publish", { site, lang, catId, includeSubcat: true, includeItems: true });
+
+const block = (name: string, inner: string): string => `<!--!${name}_start!-->${inner}<!--!${name}_end!-->`;
+const words =
+  "<p><!--!msgB_YYYY!-->-<!--!msgB_MM!-->-<!--!msgB_DD!--></p><h3><!--!msgB_itemTitle!--></h3><p><!--!msgB_itemText!--></p>" +
+  block("msgB_more", "<p><u><!--!msgB_more!--></u></p>");
+
+/** A plain layout of a category's items. */
+const LAYOUT = block(
+  "torvex_application_3",
+  block(
+    "msgB_item",
+    block("msgB_noImage", `${words}<hr>`) +
+      block("msgB_default", `<p><img src="<!--!msgB_image!-->" alt=""></p>${words}<hr>`),
+  ),
+);
+
+export const previewOf = ({ site, lang }: Place, catId: string): Promise<string> =>
+  call("msgBoard.load", { site, lang, mode: "D", catRoot: "", subCat: catId, archive: false, pageTo: 1, html: LAYOUT });

@@ -1,0 +1,159 @@
+/** Forms of the modules' records: their fields by description, and a dialog that never saves over what others did. */
+
+import { html, nothing, type TemplateResult } from "lit";
+import { live } from "lit/directives/live.js";
+import { Problem } from "../api/problem";
+import { icon } from "../kit/icon";
+import { dialog, type TvxDialog } from "../kit/tvx-dialog";
+import { L, t } from "../labels";
+import { fromField, toField } from "./model";
+import "./modules.css";
+
+type Choice = readonly [value: string | number, label: string];
+
+export interface Field<Values> {
+  readonly name: keyof Values & string;
+  readonly label: string;
+  readonly kind: "text" | "area" | "number" | "check" | "choice" | "day";
+  readonly hint?: string;
+  readonly longest?: number;
+  readonly least?: number;
+  readonly most?: number;
+  readonly choices?: readonly Choice[];
+  /** What stands below the field: buttons that help to fill it. */
+  readonly below?: TemplateResult;
+}
+
+/** Fields under a heading of their own; without one they stand first. */
+export interface Group<Values> {
+  readonly heading?: string;
+  readonly fields: readonly Field<Values>[];
+}
+
+type Change<Values> = (part: Partial<Values>) => void;
+
+const asPart = <Values>(name: keyof Values, value: unknown): Partial<Values> =>
+  ({ [name]: value }) as unknown as Partial<Values>;
+
+function control<Values>(id: string, field: Field<Values>, values: Values, change: Change<Values>): TemplateResult {
+  const { name, kind } = field;
+  const value = values[name] as unknown;
+  const described = field.hint ? `${id}-hint` : nothing;
+  const typed = (event: Event) => (event.target as HTMLInputElement).value;
+  switch (kind) {
+    case "area":
+      return html`<textarea id=${id} class="input" rows="8" maxlength=${field.longest ?? 8000} aria-describedby=${described} .value=${live(String(value ?? ""))}
+        @input=${(event: Event) => change(asPart(name, typed(event)))}></textarea>`;
+    case "choice":
+      return html`<select id=${id} class="input" aria-describedby=${described} @change=${(event: Event) => {
+        const chosen = field.choices?.find(([one]) => String(one) === typed(event))?.[0];
+        change(asPart(name, chosen ?? ""));
+      }}>${field.choices?.map(([one, label]) => html`<option value=${one} ?selected=${String(one) === String(value)}>${label}</option>`)}</select>`;
+    case "day":
+      return html`<input id=${id} class="input" type="date" aria-describedby=${described} .value=${live(toField(String(value ?? "")))}
+        @change=${(event: Event) => change(asPart(name, fromField(typed(event))))} />`;
+    case "number":
+      return html`<input id=${id} class="input" type="number" min=${field.least ?? 0} max=${field.most ?? 32767} aria-describedby=${described} .value=${live(String(value ?? 0))}
+        @change=${(event: Event) => change(asPart(name, Math.trunc(Number(typed(event))) || 0))} />`;
+    default:
+      return html`<input id=${id} class="input" type="text" autocomplete="off" maxlength=${field.longest ?? 100} aria-describedby=${described} .value=${live(String(value ?? ""))}
+        @input=${(event: Event) => change(asPart(name, typed(event)))} />`;
+  }
+}
+
+function drawn<Values>(prefix: string, field: Field<Values>, values: Values, change: Change<Values>): TemplateResult {
+  const id = `${prefix}-${field.name}`;
+  const hint = field.hint ? html`<p class="note" id="${id}-hint">${field.hint}</p>` : nothing;
+  if (field.kind === "check")
+    return html`<div class="field"><label class="check"><input type="checkbox" aria-describedby=${field.hint ? `${id}-hint` : nothing} .checked=${live(Boolean(values[field.name]))}
+      @change=${(event: Event) => change(asPart(field.name, (event.target as HTMLInputElement).checked ? 1 : 0))} /><span>${field.label}</span></label>${hint}</div>`;
+  return html`<div class="field ${field.kind === "area" ? "whole" : ""}"><label for=${id}>${field.label}</label>${control(id, field, values, change)}${field.below ?? nothing}${hint}</div>`;
+}
+
+export interface RecordForm<Values> {
+  readonly id: string;
+  readonly title: string;
+  readonly values: Values;
+  readonly groups: (values: Values, change: Change<Values>) => readonly Group<Values>[];
+  readonly save: (values: Values) => Promise<unknown>;
+  /** The record as it is now, where there was one before; nothing when it is gone. */
+  readonly now?: () => Promise<Values | undefined>;
+  /** What stands behind the fields. */
+  readonly more?: (values: Values, box: TvxDialog) => TemplateResult;
+}
+
+/** One form on its way: what is typed, what it began with, and what others have made of that meanwhile. */
+class FormQuestion<Values extends object> {
+  private values: Values;
+  private was: Values;
+  private theirs: Values | undefined;
+  private box: TvxDialog | undefined;
+
+  constructor(private readonly form: RecordForm<Values>) {
+    this.values = form.values;
+    this.was = form.values;
+  }
+
+  async open(): Promise<Values | undefined> {
+    const { form } = this;
+    const answer = await dialog({
+      title: form.title,
+      wide: true,
+      body: (box) => {
+        this.box = box;
+        return this.body(box);
+      },
+      actions: () => [
+        { name: "cancel", label: t(L.cancel) },
+        { name: "save", label: t(form.now ? L.save : L.addIt), kind: "primary", run: () => this.save() },
+      ],
+    });
+    return answer === "save" ? this.values : undefined;
+  }
+
+  private readonly change: Change<Values> = (part) => {
+    this.values = { ...this.values, ...part };
+    this.box?.requestUpdate();
+  };
+
+  private async save(): Promise<boolean> {
+    const { form } = this;
+    const now = await form.now?.();
+    if (form.now && !now) throw new Problem({ status: 409, detail: t(L.moduleRecordGone) });
+    if (now && JSON.stringify(now) !== JSON.stringify(this.was)) {
+      this.theirs = now;
+      this.box?.requestUpdate();
+      return false;
+    }
+    await form.save(this.values);
+    return true;
+  }
+
+  private take(theirs: Values, values: Values): void {
+    this.was = theirs;
+    this.values = values;
+    this.theirs = undefined;
+    this.box?.requestUpdate();
+  }
+
+  private body(box: TvxDialog): TemplateResult {
+    const { form, theirs } = this;
+    return html`${
+      theirs
+        ? html`<div class="notice warn" role="alert">${icon("triangle-alert")}<span class="grow">${t(L.moduleRecordChanged)}</span>
+          <button type="button" class="button small" @click=${() => this.take(theirs, theirs)}>${t(L.loadTheirs)}</button>
+          <button type="button" class="button small" @click=${() => this.take(theirs, this.values)}>${t(L.goOnWithMine)}</button></div>`
+        : nothing
+    }${form.groups(this.values, this.change).map(
+      ({
+        heading,
+        fields,
+      }) => html`<fieldset class="module-fields">${heading ? html`<legend>${heading}</legend>` : nothing}
+        ${fields.map((field) => drawn(form.id, field, this.values, this.change))}</fieldset>`,
+    )}${form.more?.(this.values, box) ?? nothing}`;
+  }
+}
+
+/** What was saved, or nothing. */
+export const recordForm = <Values extends object>(form: RecordForm<Values>): Promise<Values | undefined> =>
+  new FormQuestion(form).open();

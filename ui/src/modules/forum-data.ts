@@ -1,0 +1,95 @@
+/** Forums and what was written in them, as they come from the server and go there. */
+
+import { type AnswerOf, call } from "../api";
+import type { Place } from "./screen";
+
+export const FORUM = 243;
+
+export type Forum = AnswerOf<"registers.getForums">[number];
+export type Topic = AnswerOf<"registers.getTopics">[number];
+export type Contribution = AnswerOf<"registers.getReactions">[number];
+
+export const forumsOf = ({ site, lang }: Place): Promise<readonly Forum[]> =>
+  call("registers.getForums", { site, lang });
+
+/** What a form writes of a forum. */
+export const valuesOf = (forum: Forum) => ({
+  name: forum.forum_name ?? "",
+  description: forum.forum_desc ?? "",
+  hotPeriod: forum.forum_hotPeriod,
+  reactionsOnline: forum.forum_reactionsOnline,
+  archiveAfter: forum.forum_archiveAfter,
+  archiveVisible: forum.forum_archiveVisible,
+  sendEmail: forum.forum_sendEmail,
+  emailFrom: forum.forum_emailFrom ?? "",
+  emailTo: forum.forum_emailTo ?? "",
+  emailSubject: forum.forum_emailSubject ?? "",
+  pageSize: forum.forum_pageSize,
+  askName: forum.forum_askName,
+  askEmail: forum.forum_askEmail,
+  words: forum.forum_words ?? "",
+});
+export type ForumValues = ReturnType<typeof valuesOf>;
+
+export const newForum: ForumValues = {
+  name: "",
+  description: "",
+  hotPeriod: 7,
+  reactionsOnline: 0,
+  archiveAfter: 0,
+  archiveVisible: 1,
+  sendEmail: 0,
+  emailFrom: "",
+  emailTo: "",
+  emailSubject: "",
+  pageSize: 20,
+  askName: 2,
+  askEmail: 0,
+  words: "",
+};
+
+export const saveForum = (place: Place, forumId: number, values: ForumValues, marked = false): Promise<unknown> =>
+  call("registers.saveForum", {
+    forumId,
+    ...place,
+    ...values,
+    reactionsOnline: values.reactionsOnline === 1,
+    archiveVisible: values.archiveVisible === 1,
+    sendEmail: values.sendEmail === 1,
+    marked,
+  });
+
+export const publishForum = ({ site, lang }: Place, forumId: number): Promise<unknown> =>
+  call("Forum.publish", { forumId, site, lang });
+
+/** What a list gives at once. */
+const AT_ONCE = 500;
+
+export const topicsOf = (forumId: number, from: number): Promise<readonly Topic[]> =>
+  call("registers.getTopics", { forumId, from });
+
+/** The whole thread: a switch tells beforehand what goes with it. */
+export async function threadOf(forumId: number, topicId: number): Promise<readonly Contribution[]> {
+  const posts: Contribution[] = [];
+  for (let from = 0; ; from += AT_ONCE) {
+    const some = await call("registers.getReactions", { forumId, topicId, from });
+    posts.push(...some);
+    if (some.length < AT_ONCE) return posts;
+  }
+}
+
+export const hasMore = (topics: readonly Topic[]): boolean => topics.length > 0 && topics.length % AT_ONCE === 0;
+
+export const setPosts = (forumId: number, topicId: number, places: readonly string[], on: boolean): Promise<string> =>
+  call("registers.setReactions", { forumId, topicId, references: places.join(","), on });
+
+export const removePosts = (forumId: number, topicId: number, place: string): Promise<string> =>
+  call("registers.deleteReactions", { forumId, topicId, references: place });
+
+export const savePost = (
+  forumId: number,
+  topicId: number,
+  reactionId: number,
+  title: string,
+  text: string,
+): Promise<unknown> => call("registers.saveReaction", { forumId, topicId, reactionId, title, text });

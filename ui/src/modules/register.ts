@@ -1,0 +1,33 @@
+/** Puts the screens of the modules into the shell. */
+
+import { html } from "lit";
+import { L, t } from "../labels";
+import { screens } from "../shell/registry";
+
+screens.register(
+  {
+    path: "/torvex/torvex_forum/forums.asp",
+    title: () => t(L.forums),
+    load: () => import("./tvx-forums"),
+    render: ({ params }) => html`<tvx-forums .params=${params}></tvx-forums>`,
+  },
+  {
+    path: "/torvex/torvex_forum/topics.asp",
+    title: () => t(L.forumTopics),
+    load: () => import("./tvx-forum-topics"),
+    render: ({ params }) => html`<tvx-forum-topics .params=${params}></tvx-forum-topics>`,
+  },
+  {
+    path: "/torvex/torvex_forum/reactions.asp",
+    title: () => t(L.forumTopics),
+    load: () => import("./tvx-forum-thread"),
+    render: ({ params }) => html`<tvx-forum-thread .params=${params}></tvx-forum-thread>`,
+  },
+);
+
+screens.register({
+  path: "/torvex/torvex_msgboard/categories.asp",
+  title: () => t(L.messageBoard),
+  load: () => import("./tvx-board"),
+  render: ({ params }) => html`<tvx-board .params=${params}></tvx-board>`,
+});

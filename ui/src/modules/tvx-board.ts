@@ -1,0 +1,285 @@
+/** The message board: the tree of its categories, and the items of the one that is chosen. */
+
+import { html, type TemplateResult } from "lit";
+import { customElement } from "lit/decorators.js";
+import { repeat } from "lit/directives/repeat.js";
+import { icon } from "../kit/icon";
+import { ask } from "../kit/tvx-dialog";
+import { toast } from "../kit/tvx-toast";
+import { L, t } from "../labels";
+import { failed } from "../pages/actions";
+import { dayText } from "../pages/words";
+import { go } from "../shell/address";
+import {
+  BOARD,
+  type Category,
+  type CategoryValues,
+  categoriesOf,
+  categoryValues,
+  hasMoreItems,
+  type Item,
+  itemsOf,
+  itemValues,
+  markRecord,
+  newCategory,
+  newItem,
+  previewOf,
+  publishBoard,
+  saveCategory,
+  saveItem,
+} from "./board-data";
+import { type Group, recordForm } from "./form";
+import { itemGroups } from "./item-form";
+import { imagePlaces, itemOrders } from "./orders";
+import { emptyNote, markButton, previewDialog, recordState, wordButton } from "./parts";
+import { ModuleScreen, type Place } from "./screen";
+
+const ADDRESS = "/torvex/torvex_msgBoard/categories.asp";
+
+const groups = (): readonly Group<CategoryValues>[] => [
+  {
+    fields: [
+      { name: "title", label: t(L.title), kind: "text" },
+      { name: "description", label: t(L.description), kind: "text", longest: 500 },
+      { name: "online", label: t(L.switchedOn), kind: "check", hint: t(L.withNextPublishing) },
+    ],
+  },
+  {
+    heading: t(L.boardItems),
+    fields: [
+      { name: "itemOrder", label: t(L.mediaOrder), kind: "choice", choices: itemOrders() },
+      { name: "pageSize", label: t(L.boardPageSize), kind: "number", hint: t(L.zeroIsAll) },
+      { name: "archiveAfter", label: t(L.boardArchiveAfter), kind: "number", hint: t(L.zeroIsNever) },
+      { name: "archiveVisible", label: t(L.archiveVisible), kind: "check" },
+      { name: "linkText", label: t(L.wordsOfLink), kind: "text" },
+    ],
+  },
+  {
+    heading: t(L.pictures),
+    fields: [
+      { name: "imageAlignment", label: t(L.imagePlace), kind: "choice", choices: imagePlaces() },
+      { name: "imageWidth", label: t(L.imageWidth), kind: "number", hint: t(L.zeroIsNoLimit) },
+      { name: "imageHeight", label: t(L.imageHeight), kind: "number", hint: t(L.zeroIsNoLimit) },
+    ],
+  },
+];
+
+/** 0 off, 1 on, 2 on with the next publishing. */
+const switchWord = (online: number): string => (online === 1 ? "" : t(online ? L.onSoon : L.switchedOff));
+
+const twinsOf = (one: { isLive: number; msgB_modified: number; msgB_deleted: number }) => ({
+  isLive: one.isLive,
+  modified: one.msgB_modified,
+  deleted: one.msgB_deleted,
+});
+
+interface Board {
+  readonly categories: readonly Category[];
+  readonly chosen: Category | undefined;
+  readonly items: readonly Item[];
+  readonly more: boolean;
+}
+
+@customElement("tvx-board")
+export class TvxBoard extends ModuleScreen<Board> {
+  protected readonly entry = BOARD;
+
+  protected override get subject(): string {
+    return this.params.get("category") ?? "";
+  }
+
+  protected async read(place: Place): Promise<Board> {
+    const categories = await categoriesOf(place);
+    const chosen = categories.find((one) => one.msgB_Id === this.number("category")) ?? categories[0];
+    const items = chosen ? await itemsOf(place, chosen.msgB_Id) : [];
+    return { categories, chosen, items, more: hasMoreItems(items) };
+  }
+
+  protected heading(): string {
+    return t(L.messageBoard);
+  }
+
+  // ---- Categories ----
+
+  private async addCategory(parent: string): Promise<void> {
+    const { place } = this;
+    let made = "";
+    const values = await recordForm({
+      id: "category",
+      title: t(L.newCategory),
+      values: newCategory,
+      groups,
+      save: async (given) => {
+        made = await saveCategory(place, 0, parent, given);
+      },
+    });
+    if (!values) return;
+    toast(t(L.recordAdded, { name: values.title }));
+    await this.load();
+    void go(`${ADDRESS}?category=${made}`);
+  }
+
+  private async editCategory(category: Category): Promise<void> {
+    const { place } = this;
+    const values = await recordForm({
+      id: "category",
+      title: category.msgB_catTitle,
+      values: categoryValues(category),
+      groups,
+      now: async () => {
+        const found = (await categoriesOf(place)).find((one) => one.msgB_Id === category.msgB_Id);
+        return found && categoryValues(found);
+      },
+      save: (given) => saveCategory(place, category.msgB_Id, "", given),
+    });
+    if (!values) return;
+    toast(t(L.recordSaved, { name: values.title }));
+    await this.load();
+  }
+
+  private mark(kind: "category" | "item", id: number, name: string, isMarked: boolean): void {
+    const { place } = this;
+    const set = (marked: boolean) => () => markRecord(place, kind, id, marked);
+    const said = (marked: boolean) => t(marked ? L.moduleMarked : L.moduleUnmarked, { name });
+    void this.act(set(!isMarked), said(!isMarked), { run: set(isMarked), said: said(isMarked) });
+  }
+
+  /** What goes for good is told before, as far as it is known here. */
+  private async publish(board: Board, path: string): Promise<void> {
+    const { place } = this;
+    const going = board.categories
+      .filter((one) => one.msgB_deleted && one.msgB_catId.startsWith(path))
+      .map((one) => one.msgB_catTitle);
+    if (board.chosen?.msgB_catId.startsWith(path))
+      going.push(...board.items.filter((one) => one.msgB_deleted).map((one) => one.msgB_itemTitle));
+    if (
+      going.length &&
+      !(await ask(t(L.publish), t(L.publishRemoves, { names: going.join(", ") }), t(L.publish), "danger"))
+    )
+      return;
+    await this.act(() => publishBoard(place, path), t(L.published));
+  }
+
+  private async preview({ msgB_catId, msgB_catTitle }: Category): Promise<void> {
+    try {
+      await previewDialog(msgB_catTitle, await previewOf(this.place, msgB_catId));
+    } catch (error) {
+      failed(error);
+    }
+  }
+
+  // ---- Items ----
+
+  private async addItem(board: Board, chosen: Category): Promise<void> {
+    const { place } = this;
+    const values = await recordForm({
+      id: "item",
+      title: t(L.newItem),
+      values: newItem(chosen),
+      groups: itemGroups(place.site, board.categories),
+      save: (given) => saveItem(place, 0, given),
+    });
+    if (!values) return;
+    toast(t(L.recordAdded, { name: values.title }));
+    await this.load();
+  }
+
+  private async editItem(board: Board, chosen: Category, item: Item): Promise<void> {
+    const { place } = this;
+    const values = await recordForm({
+      id: "item",
+      title: item.msgB_itemTitle,
+      values: itemValues(item, chosen.msgB_Id),
+      groups: itemGroups(place.site, board.categories),
+      now: () => this.itemNow(chosen.msgB_Id, item.msgB_itemId),
+      save: (given) => saveItem(place, item.msgB_itemId, given),
+    });
+    if (!values) return;
+    toast(t(L.recordSaved, { name: values.title }));
+    await this.load();
+  }
+
+  private async itemNow(category: number, itemId: number) {
+    for (let from = 0; ; ) {
+      const items = await itemsOf(this.place, category, from);
+      const found = items.find((one) => one.msgB_itemId === itemId);
+      if (found) return itemValues(found, category);
+      if (!hasMoreItems(items)) return undefined;
+      from += items.length;
+    }
+  }
+
+  private async moreItems(board: Board, chosen: Category): Promise<void> {
+    try {
+      const next = await itemsOf(this.place, chosen.msgB_Id, board.items.length);
+      this.data = { ...board, items: [...board.items, ...next], more: hasMoreItems(next) };
+    } catch (error) {
+      failed(error);
+    }
+  }
+
+  // ---- How it looks ----
+
+  protected override tools(board: Board): TemplateResult {
+    if (!this.mayEdit) return html``;
+    return html`<button type="button" class="button" @click=${() => this.publish(board, "")}>${icon("send")}${t(L.publishAll)}</button>
+      <button type="button" class="button primary" @click=${() => this.addCategory("")}>${icon("plus")}${t(L.newCategory)}</button>`;
+  }
+
+  protected content(board: Board): TemplateResult {
+    const { categories, chosen } = board;
+    if (!chosen) return emptyNote("file-text", t(L.boardEmpty));
+    return html`<div class="board">
+      <nav class="card board-tree" aria-label=${t(L.boardCategories)}>${categories.map((one) => this.branch(one, one === chosen))}</nav>
+      <div class="board-items">${this.chosenHead(board, chosen)}${this.itemList(board, chosen)}</div></div>`;
+  }
+
+  private branch(category: Category, isChosen: boolean): TemplateResult {
+    const depth = (category.msgB_catId.length + 1) / 3 - 1;
+    const waiting = category.msgB_modified || category.msgB_deleted || category.waiting;
+    return html`<a href="${ADDRESS}?category=${category.msgB_Id}" aria-current=${isChosen ? "true" : "false"} class="depth-${Math.min(depth, 4)}">
+      <span class="grow">${category.msgB_catTitle}</span>${waiting ? recordState({ ...twinsOf(category), modified: 1 }) : ""}<span class="note">${category.items}</span></a>`;
+  }
+
+  private chosenHead(board: Board, chosen: Category): TemplateResult {
+    const { msgB_Id: id, msgB_catTitle: name, msgB_catId: path, msgB_deleted: deleted } = chosen;
+    const off = switchWord(chosen.msgB_online);
+    return html`<div class="card module-row"><div class="module-name"><h2>${name}</h2>${off ? html`<p class="note">${off}</p>` : ""}</div>${recordState(twinsOf(chosen))}
+      <div class="module-buttons">${wordButton("eye", t(L.preview), t(L.previewNamed, { name }), () => this.preview(chosen))}${
+        this.mayEdit
+          ? html`${wordButton("pencil", t(L.edit), t(L.changeNamed, { name }), () => this.editCategory(chosen))}
+            ${wordButton("plus", t(L.categoryBelow), t(L.categoryBelowNamed, { name }), () => this.addCategory(path))}
+            ${markButton(name, deleted, () => this.mark("category", id, name, deleted === 1))}
+            ${wordButton("send", t(L.publish), t(L.publishNamed, { name }), () => this.publish(board, path))}`
+          : ""
+      }</div></div>`;
+  }
+
+  private itemList(board: Board, chosen: Category): TemplateResult {
+    const add = this.mayEdit
+      ? html`<div class="inline"><button type="button" class="button primary" @click=${() => this.addItem(board, chosen)}>${icon("plus")}${t(L.newItem)}</button></div>`
+      : html``;
+    if (board.items.length === 0) return html`${add}${emptyNote("file-text", t(L.boardNoItems))}`;
+    return html`${add}<ul class="module-list" role="list">${repeat(
+      board.items,
+      ({ msgB_itemId }) => msgB_itemId,
+      (item) => this.item(board, chosen, item),
+    )}</ul>
+      ${board.more ? html`<button type="button" class="button" @click=${() => this.moreItems(board, chosen)}>${t(L.showMore)}</button>` : ""}`;
+  }
+
+  private item(board: Board, chosen: Category, item: Item): TemplateResult {
+    const { msgB_itemId: id, msgB_itemTitle: name, msgB_deleted: deleted } = item;
+    const told = [dayText(item.msgB_itemDate), switchWord(item.msgB_itemOnline)];
+    if (item.msgB_itemNewsflash === 1) told.push(t(L.boardInNewsflashes));
+    if (item.msgB_itemNewsflash === 2) told.push(t(L.newsflashOffSoon));
+    return html`<li class="card module-row"><div class="module-name"><strong>${name}</strong><p class="note">${told.filter(Boolean).join(" · ")}</p></div>
+      ${recordState(twinsOf(item))}
+      ${
+        this.mayEdit
+          ? html`<div class="module-buttons">${wordButton("pencil", t(L.edit), t(L.changeNamed, { name }), () => this.editItem(board, chosen, item))}
+          ${markButton(name, deleted, () => this.mark("item", id, name, deleted === 1))}</div>`
+          : ""
+      }</li>`;
+  }
+}

@@ -1,0 +1,165 @@
+/** A topic and its reactions, the newest first: read, switched on and off with what belongs to them, written otherwise, removed. */
+
+import { html, type TemplateResult } from "lit";
+import { customElement } from "lit/decorators.js";
+import { repeat } from "lit/directives/repeat.js";
+import { icon } from "../kit/icon";
+import { ask } from "../kit/tvx-dialog";
+import { toast } from "../kit/tvx-toast";
+import { L, plural, t } from "../labels";
+import { dayText } from "../pages/words";
+import { go } from "../shell/address";
+import { recordForm } from "./form";
+import { type Contribution, FORUM, removePosts, savePost, setPosts, threadOf } from "./forum-data";
+import { answered, hiddenWith, isBelow, shownWith } from "./model";
+import { emptyNote, wordButton } from "./parts";
+import { ModuleScreen } from "./screen";
+
+const textsOf = ({ reaction_title, reaction_text }: Contribution) => ({
+  title: reaction_title ?? "",
+  text: reaction_text ?? "",
+});
+
+@customElement("tvx-forum-thread")
+export class TvxForumThread extends ModuleScreen<readonly Contribution[]> {
+  protected readonly entry = FORUM;
+
+  protected override get subject(): string {
+    return `${this.forumId}.${this.topicId}`;
+  }
+
+  private get forumId(): number {
+    return this.number("forumId");
+  }
+
+  private get topicId(): number {
+    return this.number("topicId");
+  }
+
+  private get list(): string {
+    return `/torvex/torvex_forum/topics.asp?forumId=${this.forumId}`;
+  }
+
+  protected read(): Promise<readonly Contribution[]> {
+    return threadOf(this.forumId, this.topicId);
+  }
+
+  protected override back(): TemplateResult {
+    return html`<a class="button quiet icon-only" href=${this.list} aria-label=${t(L.back)}>${icon("arrow-left")}</a>`;
+  }
+
+  protected heading(posts: readonly Contribution[] | undefined): string {
+    return posts?.find((post) => post.reaction_id === 0)?.reaction_title ?? t(L.forumTopics);
+  }
+
+  /** The way back is to what was there before, not to all that belongs to it. */
+  private switchOff(posts: readonly Contribution[], post: Contribution): void {
+    const { forumId, topicId } = this;
+    const place = post.reaction_reference;
+    const places = post.reaction_id === 0 ? [""] : hiddenWith(posts, place);
+    void this.act(
+      () => setPosts(forumId, topicId, [place], false),
+      (count) => plural(Number(count), L.oneIsOff, L.manyAreOff),
+      { run: () => setPosts(forumId, topicId, places, true), said: t(L.asBefore) },
+    );
+  }
+
+  private switchOn(posts: readonly Contribution[], post: Contribution): void {
+    const { forumId, topicId } = this;
+    const place = post.reaction_reference;
+    const topicWasOff = posts.some((one) => one.reaction_id === 0 && one.reaction_online !== 1);
+    const places = post.reaction_id === 0 ? [] : shownWith(posts, place);
+    const takeBack = async (): Promise<void> => {
+      if (places.length) await setPosts(forumId, topicId, places, false);
+      if (topicWasOff) await setPosts(forumId, topicId, [""], false);
+    };
+    void this.act(
+      () => setPosts(forumId, topicId, [place], true),
+      (count) => plural(Number(count), L.oneIsOn, L.manyAreOn),
+      { run: takeBack, said: t(L.asBefore) },
+    );
+  }
+
+  private async edit(post: Contribution): Promise<void> {
+    const { forumId, topicId } = this;
+    const saved = await recordForm({
+      id: "post",
+      title: t(L.editPost),
+      values: textsOf(post),
+      groups: () => [
+        {
+          fields: [
+            { name: "title", label: t(L.title), kind: "text", longest: 120 },
+            { name: "text", label: t(L.kindText), kind: "area", longest: 8000 },
+          ],
+        },
+      ],
+      now: async () => {
+        const found = (await threadOf(forumId, topicId)).find((one) => one.reaction_id === post.reaction_id);
+        return found && textsOf(found);
+      },
+      save: ({ title, text }) => savePost(forumId, topicId, post.reaction_id, title, text),
+    });
+    if (!saved) return;
+    toast(t(L.recordSaved, { name: saved.title }));
+    await this.load();
+  }
+
+  private async removeIt(posts: readonly Contribution[], post: Contribution): Promise<void> {
+    const { forumId, topicId } = this;
+    const place = post.reaction_reference;
+    const isTopic = post.reaction_id === 0;
+    const below = posts.filter((one) => one.reaction_id !== 0 && isBelow(one.reaction_reference, place)).length;
+    const words = below ? plural(below, L.removesWithOne, L.removesWithMany) : t(L.removesAlone);
+    const title = post.reaction_title ?? "";
+    if (!(await ask(t(L.removeNamed, { name: title }), words, t(L.delete), "danger"))) return;
+    await this.act(
+      () => removePosts(forumId, topicId, place),
+      (count) => plural(Number(count), L.oneIsGone, L.manyAreGone),
+    );
+    if (isTopic) void go(this.list, { replace: true });
+  }
+
+  protected content(posts: readonly Contribution[]): TemplateResult {
+    const topic = posts.find((post) => post.reaction_id === 0);
+    if (!topic) return emptyNote("users", t(L.moduleRecordGone));
+    const reactions = posts.filter((post) => post.reaction_id !== 0);
+    const titles = new Map(reactions.map((post) => [post.reaction_reference, post.reaction_title ?? ""]));
+    return html`${this.post(posts, topic, "")}
+      ${reactions.length ? html`<p class="note">${t(L.newestFirst)}</p>` : emptyNote("users", t(L.reactionsEmpty))}
+      <ul class="module-list" role="list">${repeat(
+        reactions,
+        ({ reaction_id }) => reaction_id,
+        (post) => {
+          const above = titles.get(answered(post.reaction_reference));
+          return html`<li>${this.post(posts, post, above ? t(L.answerTo, { title: above }) : "")}</li>`;
+        },
+      )}</ul>`;
+  }
+
+  private post(posts: readonly Contribution[], post: Contribution, answers: string): TemplateResult {
+    const isOn = post.reaction_online === 1;
+    const title = post.reaction_title ?? "";
+    const told = [post.reaction_author ?? "", dayText(post.reaction_date), answers, post.reaction_email ?? ""];
+    return html`<article class="card post ${isOn ? "" : "off"}">
+      ${post.reaction_id === 0 ? "" : html`<h2>${title}</h2>`}
+      <p class="note">${told.filter(Boolean).join(" · ")}</p>
+      ${isOn ? "" : html`<p class="note">${icon("eye-off")} ${t(L.postIsOff)}</p>`}
+      ${post.reaction_text ? html`<p class="post-text">${post.reaction_text}</p>` : ""}
+      ${
+        this.mayEdit
+          ? html`<div class="module-buttons">${
+              isOn
+                ? wordButton("power-off", t(L.switchOff), t(L.switchOffNamed, { name: title }), () =>
+                    this.switchOff(posts, post),
+                  )
+                : wordButton("power", t(L.switchOn), t(L.switchOnNamed, { name: title }), () =>
+                    this.switchOn(posts, post),
+                  )
+            }
+          ${wordButton("pencil", t(L.edit), t(L.changeNamed, { name: title }), () => this.edit(post))}
+          ${wordButton("trash-2", t(L.delete), t(L.removeNamed, { name: title }), () => this.removeIt(posts, post))}</div>`
+          : ""
+      }</article>`;
+  }
+}

@@ -1,0 +1,75 @@
+/** The topics of a forum, the liveliest first. */
+
+import { html, type TemplateResult } from "lit";
+import { customElement } from "lit/decorators.js";
+import { repeat } from "lit/directives/repeat.js";
+import { icon } from "../kit/icon";
+import { L, plural, t } from "../labels";
+import { failed } from "../pages/actions";
+import { dayText } from "../pages/words";
+import { FORUM, forumsOf, hasMore, type Topic, topicsOf } from "./forum-data";
+import { emptyNote } from "./parts";
+import { ModuleScreen, type Place } from "./screen";
+
+interface Topics {
+  readonly name: string;
+  readonly topics: readonly Topic[];
+  readonly more: boolean;
+}
+
+@customElement("tvx-forum-topics")
+export class TvxForumTopics extends ModuleScreen<Topics> {
+  protected readonly entry = FORUM;
+
+  protected override get subject(): string {
+    return this.params.get("forumId") ?? "";
+  }
+
+  protected async read(place: Place): Promise<Topics> {
+    const forumId = this.number("forumId");
+    const [forums, topics] = await Promise.all([forumsOf(place), topicsOf(forumId, 0)]);
+    const name = forums.find((one) => one.forum_id === forumId)?.forum_name ?? t(L.forumTopics);
+    return { name, topics, more: hasMore(topics) };
+  }
+
+  private async more(data: Topics): Promise<void> {
+    try {
+      const next = await topicsOf(this.number("forumId"), data.topics.length);
+      this.data = { ...data, topics: [...data.topics, ...next], more: hasMore(next) };
+    } catch (error) {
+      failed(error);
+    }
+  }
+
+  protected override back(): TemplateResult {
+    return html`<a class="button quiet icon-only" href="/torvex/torvex_forum/forums.asp" aria-label=${t(L.back)}>${icon("arrow-left")}</a>`;
+  }
+
+  protected heading(data: Topics | undefined): string {
+    return data?.name ?? t(L.forumTopics);
+  }
+
+  protected content(data: Topics): TemplateResult {
+    if (data.topics.length === 0) return emptyNote("users", t(L.topicsEmpty));
+    return html`<ul class="module-list" role="list">${repeat(
+      data.topics,
+      ({ topic_id }) => topic_id,
+      (topic) => this.row(topic),
+    )}</ul>
+      ${data.more ? html`<button type="button" class="button" @click=${() => this.more(data)}>${t(L.showMore)}</button>` : ""}`;
+  }
+
+  private row(topic: Topic): TemplateResult {
+    const address = `/torvex/torvex_forum/reactions.asp?forumId=${this.number("forumId")}&topicId=${topic.topic_id}`;
+    const told = [
+      topic.topic_author ?? "",
+      dayText(topic.lastDay),
+      plural(topic.reactions, L.oneReaction, L.manyReactions),
+    ];
+    if (topic.hidden) told.push(plural(topic.hidden, L.oneHidden, L.manyHidden));
+    return html`<li class="card module-row ${topic.topic_online === 1 ? "" : "post off"}">
+      <div class="module-name"><a href=${address}><strong>${topic.topic_title}</strong></a>
+        <p class="note">${told.filter(Boolean).join(" · ")}</p></div>
+      ${topic.topic_online === 1 ? "" : html`<span class="mark off">${icon("eye-off")}<span class="word">${t(L.postIsOff)}</span></span>`}</li>`;
+  }
+}

@@ -1,0 +1,164 @@
+/** The forums of a website: what they are, and the way into what was written in them. */
+
+import { html, type TemplateResult } from "lit";
+import { customElement } from "lit/decorators.js";
+import { repeat } from "lit/directives/repeat.js";
+import { icon } from "../kit/icon";
+import { ask } from "../kit/tvx-dialog";
+import { toast } from "../kit/tvx-toast";
+import { L, plural, t } from "../labels";
+import { type Group, recordForm } from "./form";
+import {
+  FORUM,
+  type Forum,
+  type ForumValues,
+  forumsOf,
+  newForum,
+  publishForum,
+  saveForum,
+  valuesOf,
+} from "./forum-data";
+import { emptyNote, markButton, recordState, wordButton } from "./parts";
+import { ModuleScreen, type Place } from "./screen";
+
+const asked = () =>
+  [
+    [0, t(L.forumNotAsked)],
+    [1, t(L.forumMayBeGiven)],
+    [2, t(L.forumMustBeGiven)],
+  ] as const;
+
+const groups = (): readonly Group<ForumValues>[] => [
+  {
+    fields: [
+      { name: "name", label: t(L.name), kind: "text" },
+      { name: "description", label: t(L.description), kind: "text", longest: 500 },
+      { name: "hotPeriod", label: t(L.forumHotPeriod), kind: "number", hint: t(L.forumHotPeriodHint) },
+      { name: "pageSize", label: t(L.forumPageSize), kind: "number", most: 100, hint: t(L.zeroIsAll) },
+      { name: "archiveAfter", label: t(L.forumArchiveAfter), kind: "number", hint: t(L.zeroIsNever) },
+      { name: "archiveVisible", label: t(L.archiveVisible), kind: "check" },
+    ],
+  },
+  {
+    heading: t(L.forumPosts),
+    fields: [
+      { name: "reactionsOnline", label: t(L.forumAtOnce), kind: "check", hint: t(L.forumAtOnceHint) },
+      {
+        name: "words",
+        label: t(L.forumWords),
+        kind: "text",
+        longest: 2000,
+        hint: t(L.forumWordsHint),
+      },
+      { name: "askName", label: t(L.forumAskName), kind: "choice", choices: asked() },
+      { name: "askEmail", label: t(L.forumAskEmail), kind: "choice", choices: asked() },
+    ],
+  },
+  {
+    heading: t(L.forumMail),
+    fields: [
+      { name: "sendEmail", label: t(L.forumSendMail), kind: "check" },
+      { name: "emailFrom", label: t(L.forumMailFrom), kind: "text", longest: 254 },
+      { name: "emailTo", label: t(L.forumMailTo), kind: "text", longest: 1000, hint: t(L.forumMailToHint) },
+      { name: "emailSubject", label: t(L.forumMailSubject), kind: "text" },
+    ],
+  },
+];
+
+@customElement("tvx-forums")
+export class TvxForums extends ModuleScreen<readonly Forum[]> {
+  protected readonly entry = FORUM;
+
+  protected read(place: Place): Promise<readonly Forum[]> {
+    return forumsOf(place);
+  }
+
+  protected heading(): string {
+    return t(L.forums);
+  }
+
+  private async add(): Promise<void> {
+    const { place } = this;
+    const values = await recordForm({
+      id: "forum",
+      title: t(L.newForum),
+      values: newForum,
+      groups,
+      save: (given) => saveForum(place, 0, given),
+    });
+    if (!values) return;
+    toast(t(L.recordAdded, { name: values.name }));
+    await this.load();
+  }
+
+  private async edit(forum: Forum): Promise<void> {
+    const { place } = this;
+    const values = await recordForm({
+      id: "forum",
+      title: forum.forum_name,
+      values: valuesOf(forum),
+      groups,
+      now: async () => {
+        const found = (await forumsOf(place)).find((one) => one.forum_id === forum.forum_id);
+        return found && valuesOf(found);
+      },
+      save: (given) => saveForum(place, forum.forum_id, given, forum.forum_deleted === 1),
+    });
+    if (!values) return;
+    toast(t(L.recordSaved, { name: values.name }));
+    await this.load();
+  }
+
+  private mark(forum: Forum): void {
+    const { place } = this;
+    const name = forum.forum_name;
+    const isMarked = forum.forum_deleted === 1;
+    const set = (marked: boolean) => () => saveForum(place, forum.forum_id, valuesOf(forum), marked);
+    const said = (marked: boolean) => t(marked ? L.moduleMarked : L.moduleUnmarked, { name });
+    void this.act(set(!isMarked), said(!isMarked), { run: set(isMarked), said: said(isMarked) });
+  }
+
+  /** What goes for good is told before. */
+  private async publish(forums: readonly Forum[], forumId: number): Promise<void> {
+    const { place } = this;
+    const going = forums.filter((one) => one.forum_deleted && (forumId === 0 || one.forum_id === forumId));
+    if (going.length) {
+      const names = going
+        .map((one) => `${one.forum_name} (${plural(one.topics, L.oneTopic, L.manyTopics)})`)
+        .join(", ");
+      if (!(await ask(t(L.publish), t(L.publishRemoves, { names }), t(L.publish), "danger"))) return;
+    }
+    await this.act(() => publishForum(place, forumId), t(L.published));
+  }
+
+  protected override tools(forums: readonly Forum[]): TemplateResult {
+    if (!this.mayEdit) return html``;
+    return html`<button type="button" class="button" @click=${() => this.publish(forums, 0)}>${icon("send")}${t(L.publishAll)}</button>
+      <button type="button" class="button primary" @click=${() => this.add()}>${icon("plus")}${t(L.newForum)}</button>`;
+  }
+
+  protected content(forums: readonly Forum[]): TemplateResult {
+    if (forums.length === 0) return emptyNote("users", t(L.forumsEmpty));
+    return html`<ul class="module-list" role="list">${repeat(
+      forums,
+      ({ forum_id }) => forum_id,
+      (forum) => this.row(forums, forum),
+    )}</ul>`;
+  }
+
+  private row(forums: readonly Forum[], forum: Forum): TemplateResult {
+    const { forum_id: id, forum_name: name, topics, hidden } = forum;
+    const state = { isLive: forum.isLive, modified: forum.forum_modified, deleted: forum.forum_deleted };
+    return html`<li class="card module-row">
+      <div class="module-name"><a href="/torvex/torvex_forum/topics.asp?forumId=${id}"><strong>${name}</strong></a>
+        <p class="note">${plural(topics, L.oneTopic, L.manyTopics)}${hidden ? html` · ${plural(hidden, L.oneHidden, L.manyHidden)}` : ""}</p></div>
+      ${recordState(state)}
+      ${
+        this.mayEdit
+          ? html`<div class="module-buttons">${wordButton("pencil", t(L.edit), t(L.changeNamed, { name }), () => this.edit(forum))}
+          ${markButton(name, forum.forum_deleted, () => this.mark(forum))}
+          ${forum.forum_modified || forum.forum_deleted || !forum.isLive ? wordButton("send", t(L.publish), t(L.publishNamed, { name }), () => this.publish(forums, id)) : ""}</div>`
+          : ""
+      }</li>`;
+  }
+}
