@@ -224,10 +224,35 @@ describe("rights", () => {
     await work.close();
   });
 
+  test("on a phone what saves stays under the thumb, and covers nothing that has the keyboard", async () => {
+    const work = await workAs(site, "iris", { width: 360, height: 740 });
+    const { page } = work;
+    await work.go("/torvex/roles.asp?role=9&tab=administration");
+    const boxes = page.locator(".entries input");
+    await boxes.first().check();
+    const save = page.getByRole("button", { name: "Save" });
+    await save.waitFor();
+    const isFree = (element) => {
+      const { left, top, width, height } = element.getBoundingClientRect();
+      return element.contains(document.elementFromPoint(left + width / 2, top + height / 2));
+    };
+    for (let i = 1; i < 30; ++i) {
+      await page.keyboard.press("Tab");
+      assert.ok(await page.evaluate(`(${isFree})(document.activeElement)`), `box ${i} is covered`);
+      assert.ok(await save.evaluate(isFree), `what saves is out of sight at box ${i}`);
+    }
+    await assertAccessible(page, "a role that is changed");
+    await boxes.first().uncheck();
+    await save.waitFor({ state: "detached" });
+    await work.close();
+  });
+
   test("who may not look at roles is told so", async () => {
     const work = await workAs(site, "clover");
     await work.go("/torvex/roles.asp");
-    await work.page.locator("tvx-roles").getByRole("alert").waitFor();
+    const notice = work.page.locator("tvx-roles").getByRole("alert");
+    await notice.getByRole("link", { name: "To the dashboard" }).waitFor();
+    assert.equal(await notice.getByRole("button").count(), 0);
     await work.close();
   });
 });

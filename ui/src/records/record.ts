@@ -130,11 +130,17 @@ export abstract class RecordElement<T extends object> extends TvxElement {
       this.tell("tvx-done");
       await this.load();
     } catch (error) {
-      if (isChanged(error)) this.stale = true;
+      if (isChanged(error)) this.showStale();
       else failed(error);
     } finally {
       this.busy = false;
     }
+  }
+
+  /** Who saves from below sees why it wasn't saved. */
+  private showStale(): void {
+    this.stale = true;
+    void this.updateComplete.then(() => this.querySelector("[role=alert]")?.scrollIntoView({ block: "center" }));
   }
 
   /** Reads anew what is saved by itself; what is worked on stays. */
@@ -164,9 +170,10 @@ export abstract class RecordElement<T extends object> extends TvxElement {
     if (held?.state === "gone")
       return html`<section class="list-screen"><div class="empty">${icon(this.words.icon)}<p>${word(this.words.isGone)}</p>${this.backLink()}</div></section>`;
     return html`<section class="list-screen" @keydown=${this.pressed}>
-      <header class="list-head">${this.backLink()}<h1 class="grow">${this.heading(record)}</h1>${this.isFixed ? nothing : html`${this.buttons(record)}${this.saveButton()}`}</header>
+      <header class="list-head record-head">${this.backLink()}<h1 class="grow">${this.heading(record)}</h1>${this.isFixed ? nothing : html`${this.buttons(record)}${this.saveButton()}`}</header>
       ${this.notices()}
       ${this.sheet(record)}
+      ${this.isChanged ? html`<div class="save-bar">${this.saveButton()}</div>` : nothing}
     </section>`;
   }
 

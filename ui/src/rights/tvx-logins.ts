@@ -58,7 +58,7 @@ export class TvxLogins extends RecordList<LoginLine> {
         cell: (row) => html`${this.link(row, row.name || row.username)} ${this.marks(row)}`,
         by: (row) => row.name,
       },
-      { id: "user", label: t(L.userName), cell: (row) => row.username, by: (row) => row.username },
+      { id: "user", label: t(L.userName), cell: (row) => row.username, by: (row) => row.username, wide: true },
       { id: "job", label: t(L.job), cell: (row) => row.job, by: (row) => row.job, wide: true },
       {
         id: "last",
