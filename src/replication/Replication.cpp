@@ -15,6 +15,7 @@
 #include "platform/files/FileSystem.h"
 #include "platform/files/WildCards.h"
 #include "platform/text/Text.h"
+#include "replication/MissedChanges.h"
 #include "replication/ServerShares.h"
 
 namespace torvex {
@@ -172,9 +173,11 @@ void Replication::runOn(const std::string& server) {
     const std::string install = installFolder(host_);
     for (const Change& change : changes_) steps.push_back(stepFor(change, install));
     const std::vector<std::string> reasons = onShare(host_, server, std::move(steps));
+    MissedChanges missed(host_, server);
     for (std::size_t i = 0; i < reasons.size(); ++i) {
-        if (reasons[i].empty()) continue;
         const Change& change = changes_[i];
+        missed.note(change.path + change.name, change.isRemoval ? "remove" : "write", reasons[i]);
+        if (reasons[i].empty()) continue;
         const char* added = change.isFolder ? "made" : "copied";
         host_.log.warn(fmt::format("server \"{}\": {}{}{} was not {}: {}. Do it there by hand.", server,
                                    change.isFolder ? "folder " : "", change.path, change.name,
@@ -212,6 +215,10 @@ std::vector<std::string> onShare(HostContext& host, const std::string& server, s
         bound.emplace_back([share, step = std::move(step)](FileSystem& files) { step(files, share); });
     }
     return host.shares.run(share, installFolder(host), std::move(bound), patience(host));
+}
+
+bool isServerName(std::string_view name) {
+    return isFolderName(text::trim(name));
 }
 
 std::string ownServerName() {

@@ -23,7 +23,7 @@ enum class FolderChange { Make, Remove };
 
 /// Has the other servers follow what was changed in the installation folder. Each of them offers this folder
 /// as a share, mounted here at "root/server/share". A server that can't be reached is passed over; what it
-/// misses stands in the log, one line for each file.
+/// misses stands in the log, one line for each file, and in TORVEX_SERVERS_MISSED until it has it.
 ///
 /// Off while no share is named: then nothing is asked of anybody.
 class Replication {
@@ -65,6 +65,9 @@ class Replication {
 /// ("replicateFolder !") in front.
 bool replicateFile(HostContext& host, const std::string& file, FileChange change);
 bool replicateFolder(HostContext& host, const std::string& folder, FolderChange change);
+
+/// Whether a text can be the name of a server: its share is mounted in a folder of this name.
+bool isServerName(std::string_view name);
 
 /// The name of this machine; "" when it can't be told.
 std::string ownServerName();

@@ -3,7 +3,7 @@
 namespace torvex {
 
 std::span<const OwnedTable> replicationTables() {
-    static constexpr OwnedTable tables[] = {{.name = "TORVEX_SERVERS"}};
+    static constexpr OwnedTable tables[] = {{.name = "TORVEX_SERVERS"}, {.name = "TORVEX_SERVERS_MISSED"}};
     return tables;
 }
 

@@ -347,5 +347,28 @@ TEST_P(ReplicationTest, ServersThatCantBeListedAreAnError) {
         errorOf([&] { folder(install(), FolderChange::Make); }).starts_with(chain({"replicateFolder !"})));
 }
 
+TEST_P(ReplicationTest, WhatAServerHasMissedIsKeptUntilItHasIt) {
+    HostContext seen = context();
+    server("b");
+    serverWithoutShare("c");
+    const auto missed = [&] {
+        std::vector<std::string> lines;
+        auto rows = connection().query(
+            "select serverName, path, task, moment from TORVEX_SERVERS_MISSED order by missedId");
+        while (rows.next())
+            lines.push_back(rows.text("serverName") + "|" + rows.text("path") + "|" + rows.text("task") +
+                            "|" + rows.value("moment").toText());
+        return lines;
+    };
+    EXPECT_TRUE(torvex::replicateFile(seen, document(), FileChange::Replace));
+    EXPECT_TRUE(torvex::replicateFile(seen, document(), FileChange::Replace));
+    EXPECT_THAT(missed(), ElementsAre("c|wwwroot/documents/x.txt|write|2026-06-15T12:00:00"));
+    EXPECT_TRUE(torvex::replicateFolder(seen, install() + "wwwroot/old", FolderChange::Remove));
+    EXPECT_THAT(missed(), testing::SizeIs(2));
+    fs::create_directories(share("c"));
+    EXPECT_TRUE(torvex::replicateFile(seen, document(), FileChange::Replace));
+    EXPECT_THAT(missed(), ElementsAre("c|wwwroot/old/|remove|2026-06-15T12:00:00"));
+}
+
 }  // namespace
 }  // namespace torvex::test
