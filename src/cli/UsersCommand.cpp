@@ -10,7 +10,7 @@
 #include "cli/OpenInstallation.h"
 #include "cli/Progress.h"
 #include "cli/UsageError.h"
-#include "cli/UserFile.h"
+#include "accounts/UserFile.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/db/OwnTransaction.h"

@@ -1,4 +1,4 @@
-#include "cli/UserFile.h"
+#include "accounts/UserFile.h"
 
 #include <algorithm>
 #include <array>
@@ -10,7 +10,7 @@
 #include "platform/text/Csv.h"
 #include "platform/text/Text.h"
 
-namespace torvex::cli {
+namespace torvex {
 
 namespace {
 
@@ -197,4 +197,4 @@ std::string userFileLine(const VisitorAccount& account, const GroupNames& groups
     return csv::write(cells);
 }
 
-}  // namespace torvex::cli
+}  // namespace torvex

@@ -8,7 +8,7 @@
 
 #include "accounts/VisitorAccounts.h"
 
-namespace torvex::cli {
+namespace torvex {
 
 /// The groups that a visitor can be in.
 class GroupNames {
@@ -50,4 +50,4 @@ UserFile readUserFile(std::string_view text, const GroupNames& groups);
 std::string userFileHead(bool withPasswords);
 std::string userFileLine(const VisitorAccount& account, const GroupNames& groups, bool withPasswords);
 
-}  // namespace torvex::cli
+}  // namespace torvex
