@@ -3,9 +3,11 @@
 #include "accounts/AdminEntries.h"
 #include "accounts/AdvancedRights.h"
 #include "accounts/DesignRights.h"
+#include "desk/TrailSearch.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
 #include "records/DateWindow.h"
+#include "records/Vocabulary.h"
 
 namespace torvex {
 
@@ -16,7 +18,8 @@ using Take = std::function<void(std::vector<Value>)>;
 
 constexpr std::string_view selectAudit =
     "select Date, time, loginName, pageId, pageTitle, nodeId, advId, action, description from "
-    "TORVEX_AUDIT_TRAIL where Date >= ? and Date <= ? order by auditId";
+    "TORVEX_AUDIT_TRAIL where ";
+constexpr std::string_view inOrder = " order by Date, time, auditId";
 constexpr std::string_view selectHits =
     "select yyyymmdd, nodeId, hits, uniquehits from TORVEX_LOGGING where nodeId >= ? and nodeId < ? and "
     "yyyymmdd >= ? and yyyymmdd <= ? order by yyyymmdd, nodeId";
@@ -26,8 +29,6 @@ constexpr std::string_view selectPages =
 constexpr std::string_view selectUsers =
     "select userId, username, firstname, lastname, validFrom, validTo from TORVEX_USERS order by username, "
     "userId";
-constexpr std::string_view selectWords =
-    "select lang_label, lang_vocab1, lang_vocab2 from TORVEX_INTERFACE_VOCAB order by lang_label";
 
 std::string_view until(const ExportChoice& choice) {
     return choice.to.empty() ? lastOfDays : std::string_view(choice.to);
@@ -48,7 +49,14 @@ auto withEntry(int advId) {
 }
 
 void auditRows(db::Connection& connection, const ExportChoice& choice, const Take& take) {
-    takeRows(connection.query(selectAudit, {choice.from, until(choice)}), 9, take);
+    std::string filters = choice.filters;
+    if (!choice.from.empty()) filters += ",from:" + choice.from;
+    if (!choice.to.empty()) filters += ",to:" + choice.to;
+    const auto search = TrailSearch::of(connection, filters);
+    if (!search) return;
+    std::string statement(selectAudit);
+    statement.append(search->condition()).append(inOrder);
+    takeRows(connection.query(statement, search->values()), 9, take);
 }
 
 /// A site and language are the nodes from their root to what would follow all below it.
@@ -69,8 +77,9 @@ void userRows(db::Connection& connection, const ExportChoice&, const Take& take)
     takeRows(connection.query(selectUsers), 6, take);
 }
 
-void wordRows(db::Connection& connection, const ExportChoice&, const Take& take) {
-    takeRows(connection.query(selectWords), 3, take);
+void wordRows(db::Connection& connection, const ExportChoice& choice, const Take& take) {
+    for (const VocabularyWord& word : wordsBesideEnglish(connection, text::trim(choice.lang)))
+        take({word.label, word.english, word.text});
 }
 
 /// A spreadsheet would work out what begins so, and what it works out may call out.
@@ -106,7 +115,7 @@ std::span<const Export> exports() {
          {"userId", "username", "firstname", "lastname", "validFrom", "validTo"},
          withEntry(adminEntry::users),
          userRows},
-        {"words", {"label", "language1", "language2"}, withEntry(adminEntry::vocabulary), wordRows},
+        {"words", {"label", "english", "text"}, withEntry(adminEntry::vocabulary), wordRows},
     };
     return all;
 }

@@ -14,12 +14,13 @@ namespace db {
 class Connection;
 }
 
-/// What of a list is wanted: days as "yyyymmdd", "" for no limit.
+/// What of a list is wanted: days as "yyyymmdd", "" for no limit. Of words, `lang` is a language of the interface.
 struct ExportChoice {
     std::string site;
     std::string lang;
     std::string from;
     std::string to;
+    std::string filters;  ///< of the audit trail, as `desk.getTrail` takes them
 };
 
 /// A list that leaves the house as a file for spreadsheets.

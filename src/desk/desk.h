@@ -94,6 +94,34 @@ class desk {
     Value getHits(const std::string& scope, const std::string& from, const std::string& to,
                   const std::string& by);
 
+    // ---- Running it (desk/Trail.cpp, PageHits.cpp, Settings.cpp, OwnPassword.cpp, Servers.cpp) ----
+
+    /// The lines of the whole audit trail that the filters hold for (see TrailSearch.h), the latest first; at most
+    /// 200, from the line `from` (0) on. An unknown filter finds nothing.
+    Value getTrail(const std::string& filters, int from = 0);
+    /// What the trail can be narrowed to: each "login" with the last name that it has there, by name, each "action",
+    /// each "entry" of the administration menu with its title in the caller's language.
+    Value getTrailChoices();
+    /// Pages of a website by what visitors looked at between two days: "best" by views, "rising" by how many more
+    /// they are than in as many days before, "unread" those that can be seen and weren't, by node; at most 100 from
+    /// the line `start` on, with views, visitors, and views in the days before.
+    Value getPageHits(const std::string& site, const std::string& lang, const std::string& from,
+                      const std::string& to, const std::string& kind, int start = 0);
+    /// On which days how many pages were published: of the scope that `getHits` takes.
+    Value getPublishings(const std::string& scope, const std::string& from, const std::string& to);
+    /// The settings of a login, for 0 those of the installation: name, what it means, group, type, value, what is
+    /// usual, 1 where it is that, and when a change counts: "now", with the next "session", or never, as the "file"
+    /// decides it or it is "unused". Known ones first, in the order of their groups; then "other" ones, by name.
+    Value getSettings(int loginId);
+    /// Whether authors from an address would be let in by a filter of addresses, compared exactly or as a text.
+    bool tryAccessFilter(const std::string& filter, bool exact, const std::string& address);
+    /// What other servers have missed of the installation's files, by server, the latest first; at most 500.
+    Value getReplication();
+    /// A new password for the caller's own login, whose name and password are to be proved: 0, 1 when they are
+    /// wrong, 2 without a new one, -10.
+    int changePassword(const std::string& username, const std::string& password,
+                       const std::string& newPassword);
+
     // ---- Programs (desk/Tokens.cpp) ----
 
     /// Makes a login a program's, or with false a person's again: whoever holds it is out. "" when it is done,

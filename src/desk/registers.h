@@ -213,6 +213,50 @@ class registers {
                            const std::string& documentTypes, const std::string& properties, int sortOrder,
                            int maxResults, int resultsPerPage, int wordLength, int match, int derivation,
                            int security, int advId = 0);
+    // ---- Running it (desk/Interfaces.cpp, Servers.cpp) ----
+
+    /// A language of the interface, switched off and without words. "-1" no code of two characters, "-2" the code is
+    /// taken, "-3" no name, "-4" the name is taken.
+    std::string addInterface(const std::string& langId, const std::string& name, int advId = 0);
+    /// Each label, its English word, and the one of the language, "" where it is missing; by label.
+    Value getWords(const std::string& langId);
+    /// Saves the words of a table, whose lines are a label and its word: how many have changed. All or none: "-1" no
+    /// such language, "-2" no such table, "-3" a label that isn't there.
+    std::string saveWords(const std::string& langId, const std::string& words, int advId = 0);
+
+    /// The number of the server, a new one for 0, and lets it go. "-1" gone, "-2" another one has the name, "-3" no
+    /// name that a folder can have, "-4" another session has it open.
+    std::string saveServer(int serverId, const std::string& name, const std::string& description,
+                           const std::string& address, int advId = 0);
+    /// Somebody has brought the server up to date: what it had missed is forgotten. "-1" gone.
+    std::string forgetMissed(int serverId, int advId = 0);
+
+    // ---- Groups and users of the extranet (desk/Groups.cpp, Users.cpp, UserImport.cpp) ----
+
+    /// Number, name, description, entry and exit page with their titles, how many users are in it and how many pages
+    /// and folders it guards; by name. Those of the system aren't listed.
+    Value getGroups();
+    /// The number of the group, a new one for 0, and lets it go. A page is given by its number or node, "" is none.
+    /// "-1" gone, "-2" another one has the name, "-3" no name, "-4" another session has it open, "-5" no such page.
+    std::string saveGroup(int groupId, const std::string& name, const std::string& description,
+                          const std::string& entryPage, const std::string& exitPage, int advId = 0);
+    /// Number, username, first and last name, first and last day, and in how many groups: by username, 500 from the
+    /// row `from` on. `words` stand in any of the names; `groupId` 0 is any.
+    Value getUsers(const std::string& words = "", int groupId = 0, int from = 0);
+    /// One of them.
+    Value getUser(double userId);
+    /// The number of the user, a new one for 0, and lets it go. An empty password stays. "-1" gone, "-2" another one
+    /// has the username, "-3" no username, "-4" another session has it open, "-5" a new one without a password, "-6"
+    /// no such day.
+    std::string saveUser(double userId, const std::string& username, const std::string& password,
+                         const std::string& firstname, const std::string& lastname,
+                         const std::string& validFrom, const std::string& validTo, int advId = 0);
+    /// "-1" the user or the group is gone, "-4" another session has the user open.
+    std::string setUserGroup(double userId, int groupId, bool has, int advId = 0);
+    /// Adds and changes accounts by a table (see accounts/UserFile.h), all of its lines or, if one of them is bad,
+    /// none: line, username, "adds", "changes", "same" or "bad", and what it changes or why it is bad. A dry run
+    /// only says so.
+    Value importUsers(const std::string& table, bool dryRun, int advId = 0);
 
     // ---- Design (desk/DesignFiles.cpp, desk/DesignPages.cpp, desk/Applications.cpp, desk/FeedRecords.cpp) ----
     // Each save names the site and language of its record, gives its number, a new one for 0, and lets it go. "-1"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "installation/Schema.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
 
@@ -29,6 +30,14 @@ std::string columnOf(db::Connection& connection, std::string_view language) {
     // A column can't be bound, so nothing but digits may reach the statement.
     if (!isDigits(number)) throw db::DatabaseError("no such column: lang_vocab" + number);
     return "lang_vocab" + number;
+}
+
+/// Of the table of words.
+bool hasColumn(db::Connection& connection, std::string_view column) {
+    const auto rows = connection.query("select * from TORVEX_INTERFACE_VOCAB where lang_label is null");
+    for (std::size_t i = 0; i < rows.columns(); ++i)
+        if (text::equals(rows.columnName(i), column)) return true;
+    return false;
 }
 
 /// Fills in the texts that are still empty.
@@ -84,6 +93,21 @@ std::map<int, std::string> wholeVocabulary(db::Connection& connection, std::stri
     return words;
 }
 
+std::vector<VocabularyWord> wordsBesideEnglish(db::Connection& connection, std::string_view language) {
+    std::vector<VocabularyWord> words;
+    const std::string column = columnOf(connection, language);
+    if (column.empty() || text::isNumeric(language)) return words;
+    const std::string english = columnOf(connection, "en");
+    auto rows =
+        connection.query("select lang_label, " + (english.empty() ? "''" : english) + " as english, " +
+                         column + " as word from TORVEX_INTERFACE_VOCAB order by lang_label");
+    while (rows.next()) {
+        words.push_back({rows.number("lang_label"), std::string(text::trim(rows.text("english"))),
+                         std::string(text::trim(rows.text("word")))});
+    }
+    return words;
+}
+
 bool saveVocabularyText(db::Connection& connection, std::string_view language, double label,
                         std::string_view text) {
     auto rows = connection.query(selectColumnNumber, {language});
@@ -94,6 +118,13 @@ bool saveVocabularyText(db::Connection& connection, std::string_view language, d
                            " = excluded." + column,
                        {label, text::trim(text)});
     return true;
+}
+
+void makeVocabularyColumn(db::Connection& transaction, int languageId) {
+    const std::string column = columnOf(transaction, std::to_string(languageId));
+    if (hasColumn(transaction, column)) return clearVocabulary(transaction, languageId);
+    transaction.executeScript(Schema::wordsOf(
+        transaction.engine(), "alter table TORVEX_INTERFACE_VOCAB add column " + column + " {text}"));
 }
 
 void clearVocabulary(db::Connection& connection, int languageId) {

@@ -14,5 +14,6 @@ std::vector<Row<desk>> deskLiveRows();
 std::vector<Row<desk>> deskFindRows();
 std::vector<Row<desk>> deskPageRows();
 std::vector<Row<desk>> deskRightsRows();
+std::vector<Row<desk>> deskRunningRows();
 
 }  // namespace torvex::operations

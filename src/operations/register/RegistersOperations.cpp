@@ -7,7 +7,8 @@ ClassEntry registersOperations() {
     return describe<registers>(
         "registers", "Writes the records of the registers, with their checks and locks.",
         joined({registersMediaRows(), registersRoleRows(), registersForumRows(), registersBoardRows(),
-                registersMenuRows(), registersSearchRows(), registersDesignRows(), registersRecordRows()}));
+                registersMenuRows(), registersSearchRows(), registersDesignRows(), registersRecordRows(),
+                registersRunningRows(), registersVisitorRows()}));
 }
 
 }  // namespace torvex::operations

@@ -16,5 +16,7 @@ std::vector<Row<registers>> registersMenuRows();
 std::vector<Row<registers>> registersSearchRows();
 std::vector<Row<registers>> registersDesignRows();
 std::vector<Row<registers>> registersRecordRows();
+std::vector<Row<registers>> registersRunningRows();
+std::vector<Row<registers>> registersVisitorRows();
 
 }  // namespace torvex::operations

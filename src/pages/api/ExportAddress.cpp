@@ -36,7 +36,7 @@ bool isDayOrNothing(const std::string& day) {
 /// Nothing when a day is none.
 std::optional<ExportChoice> choiceOf(const Request& request) {
     ExportChoice choice{request.queryString("site"), request.queryString("lang"), request.queryString("from"),
-                        request.queryString("to")};
+                        request.queryString("to"), request.queryString("filters")};
     if (!isDayOrNothing(choice.from) || !isDayOrNothing(choice.to)) return std::nullopt;
     return choice;
 }

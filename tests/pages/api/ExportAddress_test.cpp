@@ -58,6 +58,40 @@ TEST_P(ApiExport, DaysAndWebsitesLimitIt) {
     EXPECT_EQ(browser.get("export/statistics.csv?from=tomorrow").status(), 422);
 }
 
+TEST_P(ApiExport, TheTrailIsNarrowedAsItsScreenIs) {
+    const auto add = [&](int loginId, const char* day, const char* action) {
+        row("TORVEX_AUDIT_TRAIL", {{"loginId", loginId},
+                                   {"loginName", "=Anna"},
+                                   {"action", action},
+                                   {"Date", day},
+                                   {"time", "09:00:00"}});
+    };
+    ApiClient browser = loggedIn("sa");
+    add(77, "20260102", "second");
+    add(77, "20260101", "first");
+    add(78, "20260102", "other");
+    const auto bodyOf = [&](const std::string& query) {
+        return browser.get("export/audit.csv?" + query).raw.body;
+    };
+    EXPECT_EQ(bodyOf("filters=login:77"),
+              "date,time,login,pageId,page,nodeId,entry,action,description\r\n"
+              "20260101,09:00:00,'=Anna,0,,,0,first,\r\n"
+              "20260102,09:00:00,'=Anna,0,,,0,second,\r\n");
+    EXPECT_THAT(bodyOf("filters=login:77&from=20260102"), testing::Not(HasSubstr("first")));
+    EXPECT_EQ(bodyOf("filters=colour:red"), bodyOf("from=20990101"));
+}
+
+TEST_P(ApiExport, WordsStandBesideTheEnglishOnes) {
+    connection().execute("delete from TORVEX_INTERFACE_VOCAB");
+    row("TORVEX_INTERFACE_VOCAB",
+        {{"lang_label", 5}, {"lang_vocab1", "Save"}, {"lang_vocab2", "=Speichern"}});
+    row("TORVEX_INTERFACE_VOCAB", {{"lang_label", 6}, {"lang_vocab1", "New, \"now\""}});
+    ApiClient browser = loggedIn("sa");
+    EXPECT_EQ(browser.get("export/words.csv?lang=de").raw.body,
+              "label,english,text\r\n5,Save,'=Speichern\r\n6,\"New, \"\"now\"\"\",\r\n");
+    EXPECT_EQ(browser.get("export/words.csv").raw.body, "label,english,text\r\n");
+}
+
 TEST_P(ApiExport, EachHasTheRightOfItsScreen) {
     const std::vector<std::pair<std::string, int>> entries{
         {"audit", 63}, {"users", 32}, {"words", 52}, {"statistics", 213}};
