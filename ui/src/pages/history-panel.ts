@@ -4,39 +4,13 @@ import { html, type PropertyValues, type TemplateResult } from "lit";
 import { customElement, property, state } from "lit/decorators.js";
 import { call } from "../api";
 import { TvxElement } from "../kit/element";
-import { type IconName, icon } from "../kit/icon";
-import { L, type Label, t } from "../labels";
+import { icon } from "../kit/icon";
+import { L, t } from "../labels";
 import { onPagesChanged, type PageState } from "../shell/workplace";
+import { actionIcon, actionWord } from "./action-words";
 import { type AuditLine, counted, gather, type HistoryEntry } from "./model/history";
-import { momentText, whenText, word } from "./words";
+import { momentText, whenText } from "./words";
 import "./side-panels.css";
-
-const ACTIONS: Readonly<Record<string, { label: Label; icon: IconName }>> = {
-  new: { label: L.didNew, icon: "file-plus" },
-  save: { label: L.didSave, icon: "save" },
-  "check out": { label: L.didCheckOut, icon: "lock" },
-  "check in": { label: L.didCheckIn, icon: "check" },
-  "check in - approve": { label: L.didCheckInApprove, icon: "clipboard-check" },
-  approve: { label: L.didApprove, icon: "clipboard-check" },
-  unapprove: { label: L.didUnapprove, icon: "undo-2" },
-  delete: { label: L.didMark, icon: "trash-2" },
-  undelete: { label: L.didUnmark, icon: "undo-2" },
-  publish: { label: L.didPublish, icon: "send" },
-  "publish (delete)": { label: L.didRemove, icon: "trash-2" },
-  reset: { label: L.didReset, icon: "rotate-ccw" },
-  unlock: { label: L.didUnlock, icon: "lock" },
-  online: { label: L.didOnline, icon: "power" },
-  offline: { label: L.didOffline, icon: "power-off" },
-  "online+": { label: L.didOnline, icon: "power" },
-  "offline+": { label: L.didOffline, icon: "power-off" },
-  copy: { label: L.didCopy, icon: "copy" },
-  "copy+": { label: L.didCopy, icon: "copy" },
-  paste: { label: L.didPaste, icon: "copy" },
-  "paste+": { label: L.didPaste, icon: "copy" },
-  move: { label: L.didMove, icon: "move" },
-  "move up": { label: L.didMoveUp, icon: "arrow-up" },
-  "move down": { label: L.didMoveDown, icon: "arrow-down" },
-};
 
 @customElement("tvx-page-history")
 export class TvxPageHistory extends TvxElement {
@@ -99,9 +73,9 @@ export class TvxPageHistory extends TvxElement {
 
   private entry(entry: HistoryEntry): TemplateResult {
     return html`<li><p class="history-who"><strong>${entry.name}</strong> <time class="note" datetime=${entry.moment} title=${momentText(entry.moment)}>${whenText(entry.moment)}</time></p>
-      <ul>${counted(entry.lines).map(({ action, detail, count }) => {
-        const known = ACTIONS[action];
-        return html`<li title=${detail}>${icon(known?.icon ?? "activity")}<span>${known ? word(known.label) : action}${count > 1 ? html` <span class="note">× ${count}</span>` : ""}</span></li>`;
-      })}</ul></li>`;
+      <ul>${counted(entry.lines).map(
+        ({ action, detail, count }) =>
+          html`<li title=${detail}>${icon(actionIcon(action))}<span>${actionWord(action)}${count > 1 ? html` <span class="note">× ${count}</span>` : ""}</span></li>`,
+      )}</ul></li>`;
   }
 }

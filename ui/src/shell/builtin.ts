@@ -7,6 +7,7 @@ import "../modules/register";
 import "../pages/register";
 import "../palette";
 import "../rights/register";
+import "../system/register";
 import "../tree";
 import "../websites/register";
 import { L, t } from "../labels";

@@ -8,16 +8,11 @@ import { interfaceLanguage, L, plural, t } from "../labels";
 import { shownKey } from "../labels/keys";
 import { go } from "./address";
 import { type Appearance, appearance } from "./appearance";
-import { useLanguage } from "./language";
+import { languages, readLanguages, useLanguage } from "./language";
 import { counters } from "./presence";
 import { commands } from "./registry";
 import "./tvx-bar.css";
 import { enter, websiteAt, workplace } from "./workplace";
-
-const languages = [
-  ["en", "English"],
-  ["de", "Deutsch"],
-] as const;
 
 const appearances: [Appearance, number][] = [
   ["system", L.appearanceSystem],
@@ -34,6 +29,12 @@ export class TvxBar extends TvxElement {
   private readonly workplace = new Watch(this, workplace);
   private readonly counters = new Watch(this, counters);
   private readonly appearance = new Watch(this, appearance);
+  private readonly languages = new Watch(this, languages);
+
+  override connectedCallback(): void {
+    super.connectedCallback();
+    void readLanguages();
+  }
 
   private websiteMenu(event: Event): void {
     const { websites, site, lang } = this.workplace.value;
@@ -52,7 +53,7 @@ export class TvxBar extends TvxElement {
     const entries: MenuEntry[] = [
       { label: t(L.mySettings), icon: "settings", run: () => void go("/torvex/mySettings.asp") },
       rule,
-      ...languages.map(([id, label]) => ({
+      ...this.languages.value.map(([id, label]) => ({
         label,
         checked: id === interfaceLanguage(),
         run: () => void useLanguage(id),

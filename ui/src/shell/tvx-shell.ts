@@ -94,6 +94,12 @@ export class TvxShell extends TvxElement {
     kept.set(side, String(size));
   }
 
+  /** Both sides as they were before anybody moved their edges. */
+  firstWidths(): void {
+    this.size("left", leftSizes.wished);
+    this.size("right", rightSizes.wished);
+  }
+
   protected override render() {
     const hasRight = this.shownPanels.length > 0;
     const wide = { "--left": `${this.leftSize}px`, "--right": `${this.rightSize}px` };
