@@ -13,12 +13,17 @@ interface StepOptions {
   goOn?: boolean;
 }
 
+/** What the server takes at once. */
+const MOST = 100;
+
 type ClassName = keyof Properties;
 type Got<Of extends ClassName, Names extends readonly (keyof Properties[Of])[]> = Pick<Properties[Of], Names[number]>;
 
 /** What one call of a batch gave, once the batch has run. */
 export class Step<T> {
   private given?: T;
+  /** As it came: what `expect` asks for to find it again. */
+  raw: unknown;
   problem?: Problem;
   done = false;
 
@@ -28,7 +33,8 @@ export class Step<T> {
   }
 
   take(result: unknown): void {
-    this.given = result as T;
+    this.raw = result;
+    this.given = rowsOf(result) as T;
     this.done = true;
   }
 }
@@ -60,6 +66,11 @@ export class Batch {
     return this.add({ on, get: names });
   }
 
+  /** Goes on only where the properties are still so. */
+  expect<Of extends ClassName>(on: Of, properties: Partial<Properties[Of]>): void {
+    this.add({ on, get: Object.keys(properties), expect: { is: properties } });
+  }
+
   /** Every property of an object that can be read. */
   getAll<Of extends ClassName>(on: Of, options: StepOptions = {}): Step<Properties[Of]> {
     return this.add({ on, get: "*", ...options });
@@ -77,13 +88,18 @@ export class Batch {
     return this.calls.length;
   }
 
+  /** More calls than one request takes go as several, each with objects of its own. */
   async run(options: CallOptions = {}): Promise<void> {
-    if (this.calls.length === 0) return;
+    for (let at = 0; at < this.calls.length; at += MOST) await this.runFrom(at, options);
+  }
+
+  private async runFrom(at: number, options: CallOptions): Promise<void> {
+    const calls = this.calls.slice(at, at + MOST);
     try {
-      const answer = await request("batch", { calls: this.calls }, this.writes ? "write" : "read", options);
-      this.take((answer as { results: { result?: unknown; problem?: ProblemFields }[] }).results);
+      const answer = await request("batch", { calls }, this.writes ? "write" : "read", options);
+      this.take(at, (answer as { results: { result?: unknown; problem?: ProblemFields }[] }).results);
     } catch (error) {
-      if (isProblem(error)) this.take(error.fields.results ?? []);
+      if (isProblem(error)) this.take(at, error.fields.results ?? []);
       throw error;
     }
   }
@@ -95,12 +111,12 @@ export class Batch {
     return step;
   }
 
-  private take(results: { result?: unknown; problem?: ProblemFields }[]): void {
+  private take(at: number, results: { result?: unknown; problem?: ProblemFields }[]): void {
     results.forEach((entry, place) => {
-      const step = this.steps[place];
+      const step = this.steps[at + place];
       if (!step) return;
       if (entry.problem) step.problem = new Problem(entry.problem);
-      else step.take(rowsOf(entry.result));
+      else step.take(entry.result);
     });
   }
 }

@@ -1,7 +1,6 @@
 /** Roles, their rights and their logins, as they come from the server and go there. */
 
-import { call } from "../api";
-import { rows, run, type Step, step } from "../records/batch";
+import { Batch, call } from "../api";
 import {
   type Access,
   type EditGrant,
@@ -67,28 +66,32 @@ export interface Role {
 
 export const rolesOf = (): Promise<RoleLine[]> => call("registers.getRoles", {}) as Promise<RoleLine[]>;
 
-const asRead = (roleId: number, expected: readonly unknown[] = []): Step[] => {
-  const names = [
-    "cManager.getRoleName",
-    "cManager.getRoleDescription",
-    "registers.getEditRights",
-    "registers.getAdvancedRights",
-  ];
-  return names.map((name, at) => step(name, { roleId }, expected.length ? { expect: { is: expected[at] } } : {}));
-};
-
 export async function roleOf(roleId: number): Promise<Role> {
-  const entries = await run([...asRead(roleId), step("registers.getRoleLogins", { roleId })], "read");
-  const [name, description, editRights, access, logins] = entries;
+  const work = new Batch();
+  const name = work.do("cManager.getRoleName", { roleId });
+  const description = work.do("cManager.getRoleDescription", { roleId });
+  const editRights = work.do("registers.getEditRights", { roleId });
+  const access = work.do("registers.getAdvancedRights", { roleId });
+  const logins = work.do("registers.getRoleLogins", { roleId });
+  await work.run();
   return {
     roleId,
-    name: String(name?.result ?? ""),
-    description: String(description?.result ?? ""),
-    grants: editGrants(rows<EditRow>(editRights)),
-    entries: entryGrants(rows<EntryRow>(access)),
-    logins: rows<RoleLogin>(logins),
-    expected: entries.slice(0, 4).map(({ result }) => result),
+    name: name.value,
+    description: description.value,
+    grants: editGrants(editRights.value as EditRow[]),
+    entries: entryGrants(access.value as EntryRow[]),
+    logins: logins.value as RoleLogin[],
+    expected: [name, description, editRights, access].map(({ raw }) => raw),
   };
+}
+
+/** The calls behind these go only as long as the role is as it was read. */
+function expectRole(work: Batch, { roleId, expected }: Role): void {
+  const [name, description, editRights, access] = expected.map((is) => ({ expect: { is } }));
+  work.do("cManager.getRoleName", { roleId }, name);
+  work.do("cManager.getRoleDescription", { roleId }, description);
+  work.do("registers.getEditRights", { roleId }, editRights);
+  work.do("registers.getAdvancedRights", { roleId }, access);
 }
 
 export const roleLoginsOf = (roleId: number): Promise<RoleLogin[]> =>
@@ -103,20 +106,17 @@ export interface Places {
 }
 
 export async function placesOf(): Promise<Places> {
-  const [websites, entries, mayAssign] = await run(
-    [
-      step("cManager.getWebsites", {}),
-      step("cManager.getAdvList", {}),
-      step("cManager.checkAdvRights", { flag: "edit", advId: LOGINS }),
-    ],
-    "read",
-  );
+  const work = new Batch();
+  const websites = work.do("cManager.getWebsites", {});
+  const entries = work.do("cManager.getAdvList", {});
+  const mayAssign = work.do("cManager.checkAdvRights", { flag: "edit", advId: LOGINS });
+  await work.run();
   return {
-    websites: rows<Website>(websites),
-    entries: rows<AdminEntry>(entries).sort(
+    websites: websites.value as Website[],
+    entries: (entries.value as AdminEntry[]).sort(
       (a, b) => a.advLevel - b.advLevel || a.advReference.localeCompare(b.advReference),
     ),
-    mayAssign: mayAssign?.result === true,
+    mayAssign: mayAssign.value,
   };
 }
 
@@ -145,17 +145,14 @@ const ofEntry = (roleId: number, { entry, site, lang, view, edit }: EntryGrant) 
 });
 
 /** Saves it unless it has been changed since it was read; rights first, and then the role is let go. */
-export function saveRole(role: Role, change: RoleChange): Promise<unknown> {
+export async function saveRole(role: Role, change: RoleChange): Promise<void> {
   const { roleId } = role;
-  return run(
-    [
-      ...asRead(roleId, role.expected),
-      ...change.grants.map((grant) => step("registers.setEditRights", ofGrant(roleId, grant))),
-      ...change.entries.map((grant) => step("registers.setAdvancedRight", ofEntry(roleId, grant))),
-      step("registers.saveRole", { roleId, name: change.name, description: change.description }),
-    ],
-    "write",
-  );
+  const work = new Batch();
+  expectRole(work, role);
+  for (const grant of change.grants) work.do("registers.setEditRights", ofGrant(roleId, grant));
+  for (const grant of change.entries) work.do("registers.setAdvancedRight", ofEntry(roleId, grant));
+  work.do("registers.saveRole", { roleId, name: change.name, description: change.description });
+  await work.run();
 }
 
 export const addRole = (name: string, description: string): Promise<unknown> =>
@@ -167,16 +164,16 @@ export async function weigh(
   grants: readonly EditGrant[],
   access: readonly EntryGrant[],
 ): Promise<Hit[]> {
-  const entries = await run(
-    [
-      ...grants.map((grant) => step("registers.weighEditRights", ofGrant(roleId, grant))),
-      ...access.map((grant) => step("registers.weighAdvancedRight", ofEntry(roleId, grant))),
-    ],
-    "read",
-  );
+  const work = new Batch();
+  const edits = grants.map((grant) => ({ grant, step: work.do("registers.weighEditRights", ofGrant(roleId, grant)) }));
+  const entries = access.map((grant) => ({
+    grant,
+    step: work.do("registers.weighAdvancedRight", ofEntry(roleId, grant)),
+  }));
+  await work.run();
   return hitsOf(
-    grants.map((grant, at) => ({ grant, hits: rows<EditHit>(entries[at]) })),
-    access.map((grant, at) => ({ grant, hits: rows<EntryHit>(entries[grants.length + at]) })),
+    edits.map(({ grant, step }) => ({ grant, hits: step.value as EditHit[] })),
+    entries.map(({ grant, step }) => ({ grant, hits: step.value as EntryHit[] })),
   );
 }
 
@@ -195,11 +192,10 @@ export const setLoginRole = (loginId: number, roleId: number, has: boolean): Pro
 
 /** The nodes of a scope that have no page any more. */
 export async function goneOf(nodes: readonly string[]): Promise<string[]> {
-  const entries = await run(
-    nodes.map((nodeId) => step("cManager.getPageId", { nodeId })),
-    "read",
-  );
-  return nodes.filter((_, at) => !(Number(entries[at]?.result) > 0));
+  const work = new Batch();
+  const steps = nodes.map((nodeId) => work.do("cManager.getPageId", { nodeId }));
+  await work.run();
+  return nodes.filter((_, at) => !(Number(steps[at]?.value) > 0));
 }
 
 // ---- Logins ----
@@ -243,14 +239,13 @@ export interface LoginRecord {
   readonly roles: readonly HeldRole[];
 }
 
-const readDetails = (loginId: number, expected?: Details): Step[] => [
-  step("cManager.getLoginDetails", { loginId }),
-  { on: "cManager", get: [...DETAILS], ...(expected ? { expect: { is: expected } } : {}) },
-];
-
 export async function loginOf(loginId: number): Promise<LoginRecord> {
-  const entries = await run([...readDetails(loginId), step("cManager.getLoginRoles", { loginId })], "read");
-  return { loginId, details: entries[1]?.result as Details, roles: rows<HeldRole>(entries[2]) };
+  const work = new Batch();
+  work.do("cManager.getLoginDetails", { loginId });
+  const details = work.get("cManager", ...DETAILS);
+  const roles = work.do("cManager.getLoginRoles", { loginId });
+  await work.run();
+  return { loginId, details: details.value, roles: roles.value as HeldRole[] };
 }
 
 export const loginRolesOf = (loginId: number): Promise<HeldRole[]> =>
@@ -269,12 +264,13 @@ const ofDetails = (loginId: number, details: Details, password: string) => ({
   validTo: details.adminValidTo,
 });
 
-export function saveLogin(was: LoginRecord, details: Details, password = ""): Promise<unknown> {
+export async function saveLogin(was: LoginRecord, details: Details, password = ""): Promise<void> {
   const { loginId } = was;
-  return run(
-    [...readDetails(loginId, was.details), step("cManager.saveLogin", ofDetails(loginId, details, password))],
-    "write",
-  );
+  const work = new Batch();
+  work.do("cManager.getLoginDetails", { loginId });
+  work.expect("cManager", was.details);
+  work.do("cManager.saveLogin", ofDetails(loginId, details, password));
+  await work.run();
 }
 
 export const addLogin = (details: Details, password: string): Promise<unknown> =>

@@ -46,24 +46,18 @@ export interface Register {
   readonly mayLanguages: boolean;
 }
 
-/** As many calls as fit into one request. */
-const MOST = 100;
 /** Deeper than any tree. */
 const LEVELS = 1000;
 
 /** How many pages each website has, by its key. */
 async function pagesOf(websites: readonly { site: string; lang: string }[]): Promise<Map<string, number>> {
-  const counts = new Map<string, number>();
-  for (let at = 0; at < websites.length; at += MOST) {
-    const work = new Batch();
-    const asked = websites.slice(at, at + MOST).map(({ site, lang }) => ({
-      key: keyOf(site, lang),
-      step: work.do("cManager.countPages", { parentIdent: keyOf(site, lang), levels: LEVELS }, { goOn: true }),
-    }));
-    await work.run();
-    for (const { key, step } of asked) if (step.done) counts.set(key, step.value);
-  }
-  return counts;
+  const work = new Batch();
+  const asked = websites.map(({ site, lang }) => {
+    const key = keyOf(site, lang);
+    return { key, step: work.do("cManager.countPages", { parentIdent: key, levels: LEVELS }, { goOn: true }) };
+  });
+  await work.run();
+  return new Map(asked.filter(({ step }) => step.done).map(({ key, step }) => [key, step.value]));
 }
 
 export async function registerOf(): Promise<Register> {
