@@ -17,27 +17,21 @@ bool isSnapshot(std::string_view path) {
     return path.starts_with("search/");
 }
 
-std::string pack(const Entry& entry) {
+std::string packReading(const Entry& entry) {
     Packing packing;
-    packing.text(entry.path)
-        .number(entry.stamp.size)
-        .number(static_cast<std::uint64_t>(entry.stamp.modified));
     packing.text(entry.reading.language);
     packColumns(packing, entry.reading.columns);
     packing.text(isSnapshot(entry.path) ? "" : entry.reading.text);
     return packing.take();
 }
 
-Entry unpackEntry(std::string_view bytes) {
+Reading unpackReading(std::string_view bytes) {
     Unpacking unpacking(bytes);
-    Entry entry;
-    entry.path = unpacking.text();
-    entry.stamp.size = unpacking.number();
-    entry.stamp.modified = static_cast<std::int64_t>(unpacking.number());
-    entry.reading.language = unpacking.text();
-    entry.reading.columns = unpackColumns(unpacking);
-    entry.reading.text = unpacking.text();
-    return entry;
+    Reading reading;
+    reading.language = unpacking.text();
+    reading.columns = unpackColumns(unpacking);
+    reading.text = unpacking.text();
+    return reading;
 }
 
 }  // namespace torvex::catalogue

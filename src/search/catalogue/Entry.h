@@ -28,10 +28,10 @@ std::string_view fileNameOf(std::string_view path);
 /// Whether it is a page's copy. Those are named by their place in the tree, and are quickly read again.
 bool isSnapshot(std::string_view path);
 
-/// What is kept of an entry to show it. The text of a snapshot isn't: it would be a third of the database, and
-/// is in its file.
-std::string pack(const Entry& entry);
+/// What is kept of an entry to show it, beside path and stamp. The text of a snapshot isn't: it would be a third of
+/// the database, and is in its file.
+std::string packReading(const Entry& entry);
 /// Throws `Error` for what isn't one.
-Entry unpackEntry(std::string_view bytes);
+Reading unpackReading(std::string_view bytes);
 
 }  // namespace torvex::catalogue

@@ -9,7 +9,7 @@ namespace torvex::catalogue {
 
 /// Changes with what entries are made of: a catalogue of an earlier one is made anew, one of a later one is
 /// left alone.
-inline constexpr int currentFormat = 4;
+inline constexpr int currentFormat = 5;
 
 namespace metadata {
 inline constexpr std::string_view format = "format";

@@ -11,15 +11,16 @@ namespace torvex::catalogue {
 namespace {
 
 /// More would be terms and traces of much room for phrases that leave few traces to be read.
-constexpr std::size_t mostWords = 600;
-constexpr Xapian::doccount oneIn = 20;
-/// Codes of one byte: 1 to this. Higher ones have a second byte behind them.
-constexpr std::size_t shortCodes = 250;
+constexpr std::size_t mostWords = 1'100;
+constexpr Xapian::doccount oneIn = 40;
+/// First bytes of codes; from the second one on a further byte follows.
+constexpr std::size_t firstShort = 128;
+constexpr std::size_t firstLong = 251;
 
 std::string codeAt(std::size_t place) {
-    if (place < shortCodes) return {static_cast<char>(place + 1)};
-    const std::size_t further = place - shortCodes;
-    return {static_cast<char>(shortCodes + 1 + further / 256), static_cast<char>(further % 256)};
+    if (place < firstLong - firstShort) return {static_cast<char>(firstShort + place)};
+    const std::size_t further = place - (firstLong - firstShort);
+    return {static_cast<char>(firstLong + further / 256), static_cast<char>(further % 256)};
 }
 
 /// Signs have terms for their pairs already.
@@ -72,8 +73,12 @@ const std::string& FrequentWords::codeOf(const std::string& word) const {
     return found == codes_.end() ? none : found->second;
 }
 
+bool FrequentWords::beginsCode(char byte) {
+    return static_cast<unsigned char>(byte) >= firstShort;
+}
+
 std::size_t FrequentWords::codeSize(char begin) {
-    return static_cast<unsigned char>(begin) <= shortCodes ? 1 : 2;
+    return static_cast<unsigned char>(begin) < firstLong ? 1 : 2;
 }
 
 std::string FrequentWords::pairTerm(const std::string& first, const std::string& second) {

@@ -9,7 +9,7 @@
 namespace torvex::catalogue {
 
 /// The words that so many texts have that reading the traces of all of them for a phrase takes long. Each has a
-/// code of one or two bytes, none of which begins another or with a NUL. Two of them that follow each other in a
+/// code of one or two bytes; none begins another, and none begins with a byte below 128. Two of them that follow each other in a
 /// text are a term of it, and they are short in its trace. Which words they are is settled once, by the first
 /// entries of a catalogue: another choice would ask for other terms.
 class FrequentWords {
@@ -29,6 +29,7 @@ class FrequentWords {
     /// "" for a word that isn't among them.
     const std::string& codeOf(const std::string& word) const;
 
+    static bool beginsCode(char byte);
     /// How long the code is that begins so.
     static std::size_t codeSize(char begin);
     /// Of two codes.

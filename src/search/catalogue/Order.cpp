@@ -16,6 +16,18 @@ constexpr int highestRank = 1000;
 /// So many times more are looked at when what was asked for is all alike.
 constexpr std::size_t growth = 8;
 
+/// Sorted by bytes: a text comes before what it begins, and a falling one behind it.
+void appendKey(std::string& keys, std::string_view text, bool isFalling) {
+    const std::size_t begin = keys.size();
+    for (const char c : text) {
+        keys += c;
+        if (c == '\0') keys += '\xff';
+    }
+    keys.append(2, '\0');
+    if (!isFalling) return;
+    for (std::size_t at = begin; at < keys.size(); ++at) keys[at] = static_cast<char>(~keys[at]);
+}
+
 /// A query without words has no weights: all that it finds is all that it asks for.
 int rankOf(double weight, double best) {
     if (best <= 0) return highestRank;
@@ -46,14 +58,20 @@ Order::Order(std::string_view sortBy) {
     leading_ = static_cast<std::size_t>(rank - keys_.begin());
 }
 
-void Order::setFor(Xapian::Enquire& enquire, Xapian::MultiValueKeyMaker& maker) const {
-    if (beginsWithRank()) {
-        enquire.set_sort_by_relevance();
-        return;
+class Order::LeadingKeys : public Xapian::KeyMaker {
+  public:
+    explicit LeadingKeys(const Order& order) : order_(order) {}
+
+    std::string operator()(const Xapian::Document& document) const override {
+        std::string keys;
+        for (std::size_t n = 0; n < order_.leading_; ++n)
+            appendKey(keys, sortKey(document, order_.keys_[n].slot), order_.keys_[n].isFalling);
+        return keys;
     }
-    for (std::size_t n = 0; n < leading_; ++n) maker.add_value(keys_[n].slot, keys_[n].isFalling);
-    enquire.set_sort_by_key_then_relevance(&maker, false);
-}
+
+  private:
+    const Order& order_;
+};
 
 int Order::compare(const Item& a, const Item& b, std::size_t keys) const {
     for (std::size_t n = 0; n < keys; ++n) {
@@ -67,7 +85,7 @@ int Order::compare(const Item& a, const Item& b, std::size_t keys) const {
 const std::string& Order::key(const Item& item, std::size_t n) const {
     if (item.keys.empty()) item.keys.resize(keys_.size());
     std::optional<std::string>& value = item.keys[n];
-    if (!value) value = item.found.get_document().get_value(keys_[n].slot);
+    if (!value) value = sortKey(item.found.get_document(), keys_[n].slot);
     return *value;
 }
 
@@ -104,8 +122,12 @@ Found Order::run(const Xapian::Database& database, Xapian::Enquire& enquire, std
     const Xapian::doccount all = database.get_doccount();
     const Xapian::doccount wanted =
         most == 0 ? all : static_cast<Xapian::doccount>(std::min<std::size_t>(most, all));
-    Xapian::MultiValueKeyMaker maker;
-    setFor(enquire, maker);
+    LeadingKeys keys(*this);
+    if (beginsWithRank()) {
+        enquire.set_sort_by_relevance();
+    } else {
+        enquire.set_sort_by_key_then_relevance(&keys, false);
+    }
     // One more tells whether these are all.
     const Xapian::MSet set = enquire.get_mset(0, wanted, wanted + 1);
     const double best = set.get_max_possible();

@@ -31,11 +31,12 @@ class Order {
         mutable std::vector<std::optional<std::string>> keys;  ///< those that were needed
     };
 
+    class LeadingKeys;
+
     bool beginsWithRank() const { return !keys_.empty() && keys_.front().isRank; }
     /// So many keys the results of the database are sorted by.
     std::size_t sortedKeys() const { return beginsWithRank() ? 1 : leading_; }
     Order withoutRank() const;
-    void setFor(Xapian::Enquire& enquire, Xapian::MultiValueKeyMaker& maker) const;
     int compare(const Item& a, const Item& b, std::size_t keys) const;
     const std::string& key(const Item& item, std::size_t n) const;
     void sort(std::vector<Item>& items) const;

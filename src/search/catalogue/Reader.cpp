@@ -172,7 +172,7 @@ std::vector<Row> Reader::rows(const Query& query, const std::string& databaseNam
             try {
                 if (isSame) {
                     const Xapian::Document document = database.get_document(hit.id);
-                    row = rowOf(unpackEntry(document.get_data()), texts, words);
+                    row = rowOf(entryOf(document), texts, words);
                 }
             } catch (const Xapian::DocNotFoundError&) {
             }

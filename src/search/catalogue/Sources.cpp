@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/text/Text.h"
 #include "platform/text/Utf8.h"
 #include "search/catalogue/Terms.h"
 
@@ -17,10 +18,10 @@ bool holdsPlain(const std::string& value, const std::string& trace) {
 }
 
 std::size_t codedSize(char begin) {
-    return begin == '\0' ? 1 + traceSize : FrequentWords::codeSize(begin);
+    return FrequentWords::beginsCode(begin) ? FrequentWords::codeSize(begin) : traceSize;
 }
 
-/// Words have one, two or four bytes there: where one begins is told from the beginning on.
+/// Words have one, two or three bytes there: where one begins is told from the beginning on.
 bool holdsCoded(const std::string& value, const std::string& trace) {
     std::size_t word = 0;
     for (std::size_t at = value.find(trace); at != std::string::npos; at = value.find(trace, at + 1)) {
@@ -91,11 +92,12 @@ bool PhraseSource::holds(std::size_t place, const std::string& value) const {
 }
 
 FileNameSource::FileNameSource(std::vector<std::string> patterns)
-    : ValueSource({slot::fileName}), patterns_(std::move(patterns)) {}
+    : ValueSource({slot::path}), patterns_(std::move(patterns)) {}
 
 bool FileNameSource::holds(std::size_t /*place*/, const std::string& value) const {
+    const std::string name = text::lower(fileNameOf(value));
     return std::any_of(patterns_.begin(), patterns_.end(),
-                       [&](const std::string& pattern) { return matchesPattern(value, pattern); });
+                       [&](const std::string& pattern) { return matchesPattern(name, pattern); });
 }
 
 bool matchesPattern(std::string_view name, std::string_view pattern) {

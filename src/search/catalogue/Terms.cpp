@@ -6,6 +6,7 @@
 #include <set>
 
 #include "platform/text/Text.h"
+#include "platform/workers/Packing.h"
 #include "search/catalogue/Words.h"
 
 namespace torvex::catalogue {
@@ -128,8 +129,6 @@ void addName(Xapian::Document& document, const Entry& entry) {
     const std::string name = text::lower(fileNameOf(entry.path));
     document.add_boolean_term(fileNameTerm(name));
     if (const auto ending = endingOf(name); !ending.empty()) document.add_boolean_term(endingTerm(ending));
-    document.add_value(slot::fileName, name);
-    document.add_value(sortSlot("filename"), std::string(cut(name, longestSortKey)));
     // Where a page stands in the tree matches patterns, but says nothing to a visitor.
     if (!isSnapshot(entry.path)) addText(document, columnField("filename"), fileNameOf(entry.path));
 }
@@ -151,6 +150,13 @@ Field columnField(std::string_view name) {
 }
 Xapian::valueno sortSlot(std::string_view name) {
     return columnSlot(name, 1);
+}
+
+/// A file's name is kept with its path alone.
+std::string sortKey(const Xapian::Document& document, Xapian::valueno slot) {
+    static const Xapian::valueno fileName = sortSlot("filename");
+    if (slot != fileName) return document.get_value(slot);
+    return std::string(cut(folded(fileNameOf(document.get_value(slot::path))), longestSortKey));
 }
 
 std::string termOf(std::string_view prefix, std::string_view text) {
@@ -191,7 +197,10 @@ std::string traceOf(std::string_view word) {
 
 std::string codedTraceOf(const std::string& word, const FrequentWords& frequent) {
     const std::string& code = frequent.codeOf(word);
-    return code.empty() ? '\0' + traceOf(word) : code;
+    if (!code.empty()) return code;
+    std::string trace = traceOf(word);
+    trace.front() = static_cast<char>(trace.front() & 0x7F);
+    return trace;
 }
 
 std::string pairOf(std::string_view first, std::string_view second) {
@@ -199,7 +208,9 @@ std::string pairOf(std::string_view first, std::string_view second) {
 }
 
 std::string stampValue(const FileStamp& stamp, std::string_view generation) {
-    return fmt::format("{:x} {:x} {}", stamp.size, stamp.modified, generation);
+    Packing packing;
+    packing.number(stamp.size).number(static_cast<std::uint64_t>(stamp.modified)).text(generation);
+    return packing.take();
 }
 
 Xapian::Document documentOf(const Entry& entry, std::string_view generation, const FrequentWords& frequent) {
@@ -211,8 +222,19 @@ Xapian::Document documentOf(const Entry& entry, std::string_view generation, con
     addColumns(document, entry.reading.columns);
     document.add_value(slot::path, entry.path);
     document.add_value(slot::stamp, stampValue(entry.stamp, generation));
-    document.set_data(pack(entry));
+    document.set_data(packReading(entry));
     return document;
+}
+
+Entry entryOf(const Xapian::Document& document) {
+    const std::string stamp = document.get_value(slot::stamp);
+    Unpacking unpacking(stamp);
+    Entry entry;
+    entry.path = document.get_value(slot::path);
+    entry.stamp.size = unpacking.number();
+    entry.stamp.modified = static_cast<std::int64_t>(unpacking.number());
+    entry.reading = unpackReading(document.get_data());
+    return entry;
 }
 
 std::vector<std::string> spellingsOf(const Entry& entry) {

@@ -24,10 +24,9 @@ namespace torvex::catalogue {
 namespace slot {
 inline constexpr Xapian::valueno path = 0;
 inline constexpr Xapian::valueno stamp = 1;
-inline constexpr Xapian::valueno fileName = 2;  ///< in small letters
-inline constexpr Xapian::valueno textTrace = 3;
-inline constexpr Xapian::valueno anyColumnTrace = 4;
-inline constexpr Xapian::valueno codedTextTrace = 5;  ///< in place of `textTrace`, see `codedTraceOf`
+inline constexpr Xapian::valueno textTrace = 2;
+inline constexpr Xapian::valueno anyColumnTrace = 3;
+inline constexpr Xapian::valueno codedTextTrace = 4;  ///< in place of `textTrace`, see `codedTraceOf`
 }  // namespace slot
 
 /// What words are looked for in: a text, any column, one column.
@@ -39,7 +38,7 @@ Field textField();
 Field anyColumnField();
 /// `name` in small letters.
 Field columnField(std::string_view name);
-/// What a column is sorted by.
+/// What a column is sorted by; see `sortKey`.
 Xapian::valueno sortSlot(std::string_view name);
 inline constexpr std::size_t longestSortKey = 64;
 
@@ -57,8 +56,8 @@ std::string_view endingOf(std::string_view fileName);
 
 std::string traceOf(std::string_view word);
 inline constexpr std::size_t traceSize = 3;
-/// In the trace of a text that was put in when its frequent words were known: the code of such a word, or a NUL
-/// and the trace of another one.
+/// In the trace of a text that was put in when its frequent words were known: the code of such a word, or the
+/// trace of another one without its highest bit, so that it can't be taken for a code.
 std::string codedTraceOf(const std::string& word, const FrequentWords& frequent);
 /// Divides the traces of columns, so that no phrase goes over their ends. No word has it.
 inline constexpr std::string_view traceGap{"\0\0\0", traceSize};
@@ -70,8 +69,13 @@ std::string pairOf(std::string_view first, std::string_view second);
 /// of date whatever their file.
 std::string stampValue(const FileStamp& stamp, std::string_view generation);
 
+/// The text that an entry is sorted by: the beginning of a column, or of the file's name.
+std::string sortKey(const Xapian::Document& document, Xapian::valueno slot);
+
 /// All that is kept of an entry.
 Xapian::Document documentOf(const Entry& entry, std::string_view generation, const FrequentWords& frequent);
+/// Throws `Error` for what isn't one.
+Entry entryOf(const Xapian::Document& document);
 /// The words of an entry by which others are corrected: those of its text, in small letters.
 std::vector<std::string> spellingsOf(const Entry& entry);
 

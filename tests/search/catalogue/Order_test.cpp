@@ -20,12 +20,12 @@ using catalogue::Hit;
 using catalogue::Reader;
 
 constexpr std::size_t entries = 800;
-constexpr std::size_t vocabulary = 600;
+constexpr std::size_t vocabulary = 1'200;
 /// Frequent words are chosen from so many entries: in time, or never.
 constexpr std::size_t soon = 200;
 constexpr std::size_t never = entries + 1;
 
-/// The first ones are in nearly every text, more of them in one of twenty than a byte has codes.
+/// The first ones are in nearly every text, more of them in one of forty than a byte has codes.
 std::string wordAt(std::size_t place) {
     static constexpr std::array<const char*, 3> endings = {"", "s", "ing"};
     return "w" + std::string(1, static_cast<char>('a' + place % 26)) + std::to_string(place) +
