@@ -64,6 +64,19 @@ describe("a picture for a text", () => {
     await context.close();
   });
 
+  test("is found by a size that only the last of many has", async () => {
+    const many = [...Array.from({ length: 500 }, (_, i) => picture(`bud${i}`, 600, 400)), picture("seed", 31, 17)];
+    const { page, context } = await open(chromium.browser, { "registers/getMedia": ({ from }) => grid(names, many.slice(from, from + 500)) });
+    const dialog = await openPicker(page);
+    const size = dialog.getByRole("combobox", { name: "By size" });
+    await size.locator("option", { hasText: "31 × 17" }).waitFor({ state: "attached" });
+    assert.equal(await dialog.getByRole("option", { name: /seed/ }).count(), 0);
+    await size.selectOption("31 × 17");
+    await dialog.getByRole("option", { name: /bud/ }).first().waitFor({ state: "detached" });
+    assert.deepEqual(await shown(dialog), ["seed.png"]);
+    await context.close();
+  });
+
   test("that was used lately is offered first of all, as the library has it now", async () => {
     const { page, context } = await open(chromium.browser);
     let dialog = await openPicker(page);

@@ -5,7 +5,7 @@ import { ref } from "lit/directives/ref.js";
 import { call } from "../api";
 import { dialog, icon, TvxElement } from "../kit";
 import { L, t } from "../labels";
-import { loadFolders } from "../media/data";
+import { loadFolders, PAGE } from "../media/data";
 import type { Folder } from "../media/model/folders";
 import { sizeOf, sizesOf } from "./model/choosing";
 import {
@@ -22,6 +22,8 @@ import {
 
 /** In place of a folder: what was chosen lately. */
 const RECENT = "recent";
+/** Beyond as many, words or a folder are to narrow them. */
+const MOST = 5000;
 
 @customElement("tvx-image-picker")
 export class TvxImagePicker extends TvxElement {
@@ -34,6 +36,7 @@ export class TvxImagePicker extends TvxElement {
   @state() private fault = "";
   private folder = "";
   private words = "";
+  private run = 0;
   private timer: ReturnType<typeof setTimeout> | undefined;
 
   override connectedCallback(): void {
@@ -46,6 +49,7 @@ export class TvxImagePicker extends TvxElement {
   override disconnectedCallback(): void {
     super.disconnectedCallback();
     document.removeEventListener("paste", this.pasted);
+    this.run += 1;
   }
 
   protected override firstUpdated(): void {
@@ -57,10 +61,11 @@ export class TvxImagePicker extends TvxElement {
   }
 
   private get shown(): Picture[] {
-    return this.size ? this.pictures.filter((picture) => sizeOf(picture) === this.size) : this.pictures;
+    const fits = this.size ? this.pictures.filter((picture) => sizeOf(picture) === this.size) : this.pictures;
+    return fits.slice(0, PAGE);
   }
 
-  private async read(): Promise<Picture[]> {
+  private async read(from: number): Promise<Picture[]> {
     const { site, folder, words } = this;
     if (folder !== RECENT)
       return (await call("registers.getMedia", {
@@ -68,7 +73,7 @@ export class TvxImagePicker extends TvxElement {
         folderType: "images",
         folder,
         words,
-        from: 0,
+        from,
       })) as unknown as Picture[];
     const wanted = words.trim().toLowerCase();
     const found = await recentPictures(site);
@@ -76,21 +81,35 @@ export class TvxImagePicker extends TvxElement {
   }
 
   private async load(): Promise<void> {
+    this.run += 1;
+    const { run } = this;
     this.busy = true;
     try {
       if (!this.folders.length) this.folders = await loadFolders(this.site, "images");
-      const { folder, words } = this;
-      const found = await this.read();
+      const found = await this.read(0);
       // What other words were asked for since comes behind this.
-      if (folder !== this.folder || words !== this.words) return;
+      if (run !== this.run) return;
       this.pictures = found;
       if (!sizesOf(found).includes(this.size)) this.size = "";
       this.at = 0;
       this.fault = "";
+      this.busy = false;
+      await this.readOn(found.length, run);
     } catch (error) {
+      if (run !== this.run) return;
       this.fault = error instanceof Error ? error.message : String(error);
     }
     this.busy = false;
+  }
+
+  /** The rest follows what can be chosen already, for a size may occur there alone. */
+  private async readOn(first: number, run: number): Promise<void> {
+    for (let from = first; from > 0 && from % PAGE === 0 && from < MOST; ) {
+      const part = await this.read(from);
+      if (run !== this.run || part.length === 0) return;
+      this.pictures = [...this.pictures, ...part];
+      from += part.length;
+    }
   }
 
   private find(event: Event): void {

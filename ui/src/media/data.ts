@@ -6,7 +6,7 @@ import type { Folder } from "./model/folders";
 
 const ENTRIES: Readonly<Record<MediaKind, number>> = { images: 111, documents: 112 };
 /** As many rows as the server gives at once. */
-const PAGE = 500;
+export const PAGE = 500;
 
 type Row = Readonly<Record<string, unknown>>;
 
