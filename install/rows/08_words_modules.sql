@@ -111,4 +111,5 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (6516, 'as made, the last first', 'wie angelegt, die letzten zuerst'),
   (6517, 'as made', 'wie angelegt'),
   (6518, 'Visitors would see nothing here.', 'Besucher würden hier nichts sehen.'),
-  (6519, 'Preview of {name}', 'Vorschau von {name}');
+  (6519, 'Preview of {name}', 'Vorschau von {name}')
+on conflict (lang_label) do nothing;
