@@ -1,7 +1,6 @@
 /** What the screens of running the system ask of the server. */
 
-import { call } from "../api";
-import { type Entry, run, type Step, step } from "../records/batch";
+import { Batch, call } from "../api";
 
 // ---- Settings ----
 
@@ -25,32 +24,25 @@ export interface Settings {
   readonly expected: unknown;
 }
 
-interface Grid {
-  readonly columns?: readonly { readonly name: string }[];
-  readonly rows?: readonly (readonly unknown[])[];
-}
-
-const linesOf = (result: unknown): Setting[] => {
-  const { columns = [], rows = [] } = (result ?? {}) as Grid;
-  return rows.map((row) => Object.fromEntries(columns.map(({ name }, at) => [name, row[at]])) as unknown as Setting);
-};
-
 export async function settingsOf(loginId: number): Promise<Settings> {
-  const [entry] = await run([step("desk.getSettings", { loginId })], "read");
-  return { loginId, settings: linesOf(entry?.result), expected: entry?.result };
+  const batch = new Batch();
+  const settings = batch.do("desk.getSettings", { loginId });
+  await batch.run();
+  return { loginId, settings: settings.value as unknown as Setting[], expected: settings.raw };
 }
 
 /** Saves what has been changed, by parameter, unless somebody has changed the settings meanwhile. */
 export function saveSettings(
   { loginId, settings, expected }: Settings,
   changes: ReadonlyMap<string, string>,
-): Promise<Entry[]> {
-  const steps: Step[] = [step("desk.getSettings", { loginId }, { expect: { is: expected } })];
+): Promise<void> {
+  const batch = new Batch();
+  batch.do("desk.getSettings", { loginId }, { expect: { is: expected } });
   for (const { parameter, dataType } of settings) {
     const value = changes.get(parameter);
-    if (value !== undefined) steps.push(step("cManager.updateParam", { loginId, parameter, value, dataType }));
+    if (value !== undefined) batch.do("cManager.updateParam", { loginId, parameter, value, dataType });
   }
-  return run(steps, "write");
+  return batch.run();
 }
 
 // ---- Interface languages ----
