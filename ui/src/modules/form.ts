@@ -45,16 +45,19 @@ function control<Values>(id: string, field: Field<Values>, values: Values, chang
       return html`<textarea id=${id} class="input" rows="8" maxlength=${field.longest ?? 8000} aria-describedby=${described} .value=${live(String(value ?? ""))}
         @input=${(event: Event) => change(asPart(name, typed(event)))}></textarea>`;
     case "choice":
-      return html`<select id=${id} class="input" aria-describedby=${described} @change=${(event: Event) => {
+      return html`<select id=${id} class="select" aria-describedby=${described} @change=${(event: Event) => {
         const chosen = field.choices?.find(([one]) => String(one) === typed(event))?.[0];
         change(asPart(name, chosen ?? ""));
       }}>${field.choices?.map(([one, label]) => html`<option value=${one} ?selected=${String(one) === String(value)}>${label}</option>`)}</select>`;
     case "day":
       return html`<input id=${id} class="input" type="date" aria-describedby=${described} .value=${live(toField(String(value ?? "")))}
-        @change=${(event: Event) => change(asPart(name, fromField(typed(event))))} />`;
+        @input=${(event: Event) => change(asPart(name, fromField(typed(event))))} />`;
     case "number":
-      return html`<input id=${id} class="input" type="number" min=${field.least ?? 0} max=${field.most ?? 32767} aria-describedby=${described} .value=${live(String(value ?? 0))}
-        @change=${(event: Event) => change(asPart(name, Math.trunc(Number(typed(event))) || 0))} />`;
+      return html`<input id=${id} class="input" type="number" min=${field.least ?? 0} max=${field.most ?? 32767} aria-describedby=${described} .value=${String(value ?? 0)}
+        @input=${(event: Event) => /^-?\d+$/.test(typed(event)) && change(asPart(name, Number(typed(event))))}
+        @change=${(event: Event) => {
+          (event.target as HTMLInputElement).value = String(value ?? 0);
+        }} />`;
     default:
       return html`<input id=${id} class="input" type="text" autocomplete="off" maxlength=${field.longest ?? 100} aria-describedby=${described} .value=${live(String(value ?? ""))}
         @input=${(event: Event) => change(asPart(name, typed(event)))} />`;

@@ -31,3 +31,24 @@ screens.register({
   load: () => import("./tvx-board"),
   render: ({ params }) => html`<tvx-board .params=${params}></tvx-board>`,
 });
+
+screens.register(
+  {
+    path: "/torvex/torvex_newsflash/newsflashes.asp",
+    title: () => t(L.newsflashes),
+    load: () => import("./tvx-newsflashes"),
+    render: ({ params }) => html`<tvx-newsflashes .params=${params}></tvx-newsflashes>`,
+  },
+  {
+    path: "/torvex/torvex_dynmenu/menus.asp",
+    title: () => t(L.dynamicMenus),
+    load: () => import("./tvx-menus"),
+    render: ({ params }) => html`<tvx-menus .params=${params}></tvx-menus>`,
+  },
+  {
+    path: "/torvex/torvex_search/search.asp",
+    title: () => t(L.siteSearch),
+    load: () => import("./tvx-site-search"),
+    render: ({ params }) => html`<tvx-site-search .params=${params}></tvx-site-search>`,
+  },
+);

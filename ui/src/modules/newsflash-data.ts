@@ -1,0 +1,97 @@
+/** Newsflashes and what feeds them, as they come from the server and go there. */
+
+import { type AnswerOf, Batch, call } from "../api";
+import { maySee } from "../shell/workplace";
+import { BOARD, type Category, categoriesOf } from "./board-data";
+import type { Place } from "./screen";
+import { type ModuleTemplate, moduleTemplates } from "./templates";
+
+export const NEWSFLASH = 242;
+
+export type Newsflash = AnswerOf<"registers.getNewsflashes">[number];
+export type Feed = AnswerOf<"registers.getNewsflashCategories">[number];
+
+export interface Newsflashes {
+  readonly newsflashes: readonly Newsflash[];
+  readonly feeds: readonly Feed[];
+  readonly templates: readonly ModuleTemplate[];
+  /** None for whoever has no part in the board. */
+  readonly categories: readonly Category[];
+}
+
+const listOf = ({ site, lang }: Place): Promise<readonly Newsflash[]> =>
+  call("registers.getNewsflashes", { site, lang });
+
+export async function newsflashesOf(place: Place): Promise<Newsflashes> {
+  const { site, lang } = place;
+  const [newsflashes, feeds, templates, categories] = await Promise.all([
+    listOf(place),
+    call("registers.getNewsflashCategories", { site, lang }),
+    moduleTemplates(place),
+    maySee(BOARD, site, lang) ? categoriesOf(place) : [],
+  ]);
+  return { newsflashes, feeds, templates, categories };
+}
+
+export const valuesOf = (newsflash: Newsflash) => ({
+  number: newsflash.id,
+  title: newsflash.title ?? "",
+  mode: newsflash.mode ?? "",
+  itemOrder: newsflash.itemOrder,
+  numberOfItems: newsflash.numberOfItems,
+  itemLength: newsflash.itemLength,
+  templateId: newsflash.templateId,
+  imageAlignment: newsflash.imageAlignment,
+  imageWidth: newsflash.imageWidth,
+  imageHeight: newsflash.imageHeight,
+});
+export type NewsflashValues = ReturnType<typeof valuesOf>;
+
+export async function newsflashNow(place: Place, nfId: number): Promise<NewsflashValues | undefined> {
+  const found = (await listOf(place)).find((one) => one.nf_Id === nfId);
+  return found && valuesOf(found);
+}
+
+/** The next number that is free, drawn as another one is. */
+export const newNewsflash = ({ newsflashes, templates }: Newsflashes): NewsflashValues => ({
+  number: Math.max(0, ...newsflashes.map(({ id }) => id)) + 1,
+  title: "",
+  mode: "M",
+  itemOrder: 1,
+  numberOfItems: 5,
+  itemLength: 100,
+  templateId: newsflashes[0]?.templateId ?? templates[0]?.tpl_id ?? 0,
+  imageAlignment: 4,
+  imageWidth: 0,
+  imageHeight: 0,
+});
+
+export const saveNewsflash = (place: Place, nfId: number, values: NewsflashValues, marked = false): Promise<unknown> =>
+  call("registers.saveNewsflash", { nfId, ...place, ...values, marked });
+
+/** Lets categories feed a newsflash, or feed it no longer. */
+export async function setFeeds(
+  { site, lang }: Place,
+  nfId: number,
+  before: ReadonlySet<number>,
+  wanted: ReadonlySet<number>,
+): Promise<void> {
+  const work = new Batch();
+  for (const category of wanted)
+    if (!before.has(category)) work.do("registers.addCategory", { nfId, site, lang, category });
+  for (const category of before)
+    if (!wanted.has(category)) work.do("registers.removeCategory", { nfId, site, lang, category });
+  if (work.length) await work.run();
+}
+
+/** As its authors have it. */
+export async function drawnNewsflash({ site, lang }: Place, number: number): Promise<string> {
+  const work = new Batch();
+  work.do("newsflash.load", { site, lang, newsflashId: number, mode: "D" });
+  const drawn = work.get("newsflash", "nfContent");
+  await work.run();
+  return drawn.value.nfContent;
+}
+
+export const publishNewsflashes = ({ site, lang }: Place): Promise<unknown> =>
+  call("newsflash.publish", { site, lang });

@@ -1,0 +1,213 @@
+/** The dynamic menus of a website: which holds where, and how it is drawn for a page. */
+
+import { html, type TemplateResult } from "lit";
+import { customElement } from "lit/decorators.js";
+import { repeat } from "lit/directives/repeat.js";
+import { type AnswerOf, Batch, call, isProblem } from "../api";
+import { icon } from "../kit/icon";
+import { ask, dialog } from "../kit/tvx-dialog";
+import { toast } from "../kit/tvx-toast";
+import { L, t } from "../labels";
+import { failed } from "../pages/actions";
+import { titleOr } from "../pages/words";
+import { pageAddress } from "../shell/address";
+import { type Group, recordForm } from "./form";
+import { emptyNote, markButton, previewBox, recordState, wordButton } from "./parts";
+import { pickPage } from "./pick-page";
+import { ModuleScreen, type Place } from "./screen";
+import { type ModuleTemplate, moduleTemplates, templateChoices } from "./templates";
+
+const MENUS = 244;
+
+type Menu = AnswerOf<"registers.getMenus">[number];
+
+interface Menus {
+  readonly menus: readonly Menu[];
+  readonly templates: readonly ModuleTemplate[];
+}
+
+const listOf = ({ site, lang }: Place): Promise<readonly Menu[]> => call("registers.getMenus", { site, lang });
+
+const valuesOf = ({ minLevels, maxLevels, templateId, display, extranet }: Menu) => ({
+  minLevels,
+  maxLevels,
+  templateId,
+  display,
+  extranet,
+});
+type MenuValues = ReturnType<typeof valuesOf>;
+
+const saveMenu = ({ site, lang }: Place, pageId: number, values: MenuValues, marked = false): Promise<unknown> =>
+  call("registers.saveMenu", { pageId, site, lang, ...values, marked });
+
+const groupsOf = (templates: readonly ModuleTemplate[]) => (): readonly Group<MenuValues>[] => [
+  {
+    fields: [
+      { name: "templateId", label: t(L.partTemplate), kind: "choice", choices: templateChoices(templates) },
+      { name: "minLevels", label: t(L.menuAlways), kind: "number", most: 20, hint: t(L.menuAlwaysHint) },
+      { name: "maxLevels", label: t(L.menuDeepest), kind: "number", most: 20, hint: t(L.menuDeepestHint) },
+      {
+        name: "display",
+        label: t(L.menuActive),
+        kind: "choice",
+        choices: [
+          [0, t(L.menuActiveDeepest)],
+          [1, t(L.menuActiveWay)],
+        ],
+      },
+      {
+        name: "extranet",
+        label: t(L.menuRights),
+        kind: "choice",
+        choices: [
+          [0, t(L.menuRightsTested)],
+          [1, t(L.menuRightsAll)],
+        ],
+      },
+    ],
+  },
+];
+
+/** The menu that holds for a page: its own, or the nearest above. */
+const holding = (menus: readonly Menu[], nodeId: string): Menu | undefined =>
+  menus
+    .filter((menu) => !menu.deleted && (nodeId === menu.nodeId || nodeId.startsWith(`${menu.nodeId}.`)))
+    .sort((a, b) => b.nodeId.length - a.nodeId.length)[0];
+
+/** As authors have it; nothing for a page without a menu. */
+async function drawnMenu(pageId: number): Promise<string> {
+  const work = new Batch();
+  work.do("dynMenu.load", { pageIdent: String(pageId), mode: "D" });
+  const drawn = work.get("dynMenu", "dmContent");
+  await work.run();
+  return drawn.value.dmContent;
+}
+
+@customElement("tvx-menus")
+export class TvxMenus extends ModuleScreen<Menus> {
+  protected readonly entry = MENUS;
+
+  protected async read(place: Place): Promise<Menus> {
+    const [menus, templates] = await Promise.all([listOf(place), moduleTemplates(place)]);
+    return { menus, templates };
+  }
+
+  protected heading(): string {
+    return t(L.dynamicMenus);
+  }
+
+  private async add({ menus, templates }: Menus): Promise<void> {
+    const { place } = this;
+    const page = await pickPage(t(L.newMenu), place, t(L.addIt));
+    if (!page) return;
+    const there = menus.find((menu) => menu.pageId === page.pageId);
+    if (there) return this.edit({ menus, templates }, there);
+    const values = await recordForm<MenuValues>({
+      id: "menu",
+      title: t(L.menuOf, { name: titleOr(page.title) }),
+      values: {
+        minLevels: 1,
+        maxLevels: 2,
+        templateId: menus[0]?.templateId ?? templates[0]?.tpl_id ?? 0,
+        display: 0,
+        extranet: 0,
+      },
+      groups: groupsOf(templates),
+      save: (given) => saveMenu(place, page.pageId, given),
+    });
+    if (!values) return;
+    toast(t(L.recordAdded, { name: t(L.menuOf, { name: titleOr(page.title) }) }));
+    await this.load();
+  }
+
+  private async edit({ templates }: Menus, menu: Menu): Promise<void> {
+    const { place } = this;
+    const name = t(L.menuOf, { name: titleOr(menu.title) });
+    const values = await recordForm({
+      id: "menu",
+      title: name,
+      values: valuesOf(menu),
+      groups: groupsOf(templates),
+      now: async () => {
+        const found = (await listOf(place)).find((one) => one.pageId === menu.pageId && one.deleted === menu.deleted);
+        return found && valuesOf(found);
+      },
+      save: (given) => saveMenu(place, menu.pageId, given, menu.deleted === 1),
+    });
+    if (!values) return;
+    toast(t(L.recordSaved, { name }));
+    await this.load();
+  }
+
+  private mark(menu: Menu): void {
+    const { place } = this;
+    const name = t(L.menuOf, { name: titleOr(menu.title) });
+    const isMarked = menu.deleted === 1;
+    const set = (marked: boolean) => () => saveMenu(place, menu.pageId, valuesOf(menu), marked);
+    const said = (marked: boolean) => t(marked ? L.moduleMarked : L.moduleUnmarked, { name });
+    void this.act(set(!isMarked), said(!isMarked), { run: set(isMarked), said: said(isMarked) });
+  }
+
+  private async publish({ menus }: Menus): Promise<void> {
+    const { site, lang } = this.place;
+    const going = menus.filter(({ deleted }) => deleted).map(({ title }) => t(L.menuOf, { name: titleOr(title) }));
+    const words = t(L.publishRemoves, { names: going.join(", ") });
+    if (going.length && !(await ask(t(L.publish), words, t(L.publish), "danger"))) return;
+    await this.act(() => call("dynMenu.publish", { site, lang }), t(L.published));
+  }
+
+  private async preview(menus: readonly Menu[], pageId: number, nodeId: string, title: string): Promise<void> {
+    const menu = holding(menus, nodeId);
+    let content = "";
+    try {
+      content = await drawnMenu(pageId);
+    } catch (error) {
+      // "The page shows no menu."
+      if (!isProblem(error) || error.status !== 409) return failed(error);
+    }
+    await dialog({
+      title: t(L.menuOf, { name: titleOr(title) }),
+      wide: true,
+      body: () =>
+        html`<p class="note">${menu ? t(L.menuStandsAt, { name: titleOr(menu.title) }) : t(L.menuNone)}</p>${previewBox(content)}`,
+    });
+  }
+
+  private async previewOfAny({ menus }: Menus): Promise<void> {
+    const page = await pickPage(t(L.menuForPage), this.place, t(L.preview));
+    if (page) await this.preview(menus, page.pageId, page.nodeId, page.title);
+  }
+
+  protected override tools(data: Menus): TemplateResult {
+    return html`<button type="button" class="button" @click=${() => this.previewOfAny(data)}>${icon("eye")}${t(L.menuForPage)}</button>${
+      this.mayEdit
+        ? html`<button type="button" class="button" @click=${() => this.publish(data)}>${icon("send")}${t(L.publishAll)}</button>
+          <button type="button" class="button primary" @click=${() => this.add(data)}>${icon("plus")}${t(L.newMenu)}</button>`
+        : ""
+    }`;
+  }
+
+  protected content(data: Menus): TemplateResult {
+    if (data.menus.length === 0) return emptyNote("menu", t(L.menusEmpty));
+    return html`<p class="note">${t(L.menusHint)}</p><ul class="module-list" role="list">${repeat(
+      data.menus,
+      ({ pageId, deleted }) => `${pageId}.${deleted}`,
+      (menu) => this.row(data, menu),
+    )}</ul>`;
+  }
+
+  private row(data: Menus, menu: Menu): TemplateResult {
+    const name = t(L.menuOf, { name: titleOr(menu.title) });
+    const depth = Math.max(0, (menu.nodeId.length - 5) / 3) + 1;
+    return html`<li class="card module-row">
+      <div class="module-name"><a href=${pageAddress(menu.pageId)}><strong>${titleOr(menu.title)}</strong></a>
+        <p class="note">${t(L.menuTold, { depth, first: menu.minLevels, last: menu.maxLevels })} · ${menu.tpl_name ?? ""}</p></div>
+      ${recordState(menu)}
+      <div class="module-buttons">${wordButton("eye", t(L.preview), t(L.previewNamed, { name }), () => this.preview(data.menus, menu.pageId, menu.nodeId, menu.title))}${
+        this.mayEdit
+          ? html`${wordButton("pencil", t(L.edit), t(L.changeNamed, { name }), () => this.edit(data, menu))}
+            ${markButton(name, menu.deleted, () => this.mark(menu))}`
+          : ""
+      }</div></li>`;
+  }
+}

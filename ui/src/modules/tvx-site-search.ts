@@ -1,0 +1,249 @@
+/** The search pages of a website: what each decides, what it leaves to its form, and what was searched. */
+
+import { html, type TemplateResult } from "lit";
+import { customElement } from "lit/decorators.js";
+import { repeat } from "lit/directives/repeat.js";
+import { icon } from "../kit/icon";
+import { dialog } from "../kit/tvx-dialog";
+import { toast } from "../kit/tvx-toast";
+import { L, number, t } from "../labels";
+import { failed } from "../pages/actions";
+import { titleOr } from "../pages/words";
+import { pageAddress } from "../shell/address";
+import { mayChangeIn } from "../shell/workplace";
+import { type Group, recordForm } from "./form";
+import { emptyNote, wordButton } from "./parts";
+import { pickPage } from "./pick-page";
+import { ModuleScreen, type Place } from "./screen";
+import {
+  CATALOGUE,
+  newSearch,
+  propertiesOf,
+  renewCopies,
+  SEARCH,
+  type SearchPage,
+  type SearchValues,
+  saveSearch,
+  searchesOf,
+  valuesOf,
+  wordsOf,
+} from "./search-data";
+
+interface Searches {
+  readonly searches: readonly SearchPage[];
+  readonly properties: string;
+}
+
+const scopes = () =>
+  [
+    [0, t(L.searchByForm)],
+    [1, t(L.none)],
+    [2, t(L.searchAllSites)],
+    [3, t(L.searchThisSite)],
+    [4, t(L.searchList)],
+  ] as const;
+
+const groupsOf =
+  (properties: string) =>
+  ({ catalogLocation }: SearchValues): readonly Group<SearchValues>[] => [
+    {
+      heading: t(L.siteSearchWhere),
+      fields: [
+        { name: "includePages", label: t(L.pages), kind: "choice", choices: scopes() },
+        { name: "pageScopes", label: t(L.searchPageList), kind: "text", longest: 2000, hint: t(L.searchPageListHint) },
+        { name: "includeDocuments", label: t(L.documents), kind: "choice", choices: scopes() },
+        {
+          name: "documentScopes",
+          label: t(L.searchFolderList),
+          kind: "text",
+          longest: 2000,
+          hint: t(L.searchFolderListHint),
+        },
+        {
+          name: "includeDocumentTypes",
+          label: t(L.searchTypes),
+          kind: "choice",
+          choices: [
+            [0, t(L.searchByForm)],
+            [1, t(L.all)],
+            [2, t(L.searchList)],
+          ],
+        },
+        { name: "documentTypes", label: t(L.searchTypeList), kind: "text", longest: 2000, hint: "pdf, docx" },
+      ],
+    },
+    {
+      heading: t(L.searchHow),
+      fields: [
+        {
+          name: "match",
+          label: t(L.searchMatch),
+          kind: "choice",
+          choices: [
+            [0, t(L.searchByForm)],
+            [1, t(L.searchSome)],
+            [2, t(L.searchEach)],
+            [3, t(L.searchPhrase)],
+          ],
+        },
+        {
+          name: "derivation",
+          label: t(L.searchForms),
+          kind: "choice",
+          choices: [
+            [0, t(L.searchByForm)],
+            [1, t(L.searchExact)],
+            [2, t(L.searchBeginnings)],
+            [3, t(L.searchStems)],
+          ],
+        },
+        { name: "wordLength", label: t(L.searchShortest), kind: "number", hint: t(L.zeroIsForm) },
+        {
+          name: "properties",
+          label: t(L.searchProperties),
+          kind: "text",
+          longest: 2000,
+          hint: t(L.searchPropertiesHint, { names: properties.replaceAll(",", ", ") }),
+        },
+      ],
+    },
+    {
+      heading: t(L.results),
+      fields: [
+        {
+          name: "sortOrder",
+          label: t(L.mediaOrder),
+          kind: "choice",
+          choices: [
+            [0, t(L.searchByForm)],
+            [1, t(L.searchByRank)],
+            [2, t(L.orderTitle)],
+          ],
+        },
+        { name: "maxResults", label: t(L.searchMost), kind: "number", hint: t(L.zeroIsForm) },
+        { name: "resultsPerPage", label: t(L.searchOnPage), kind: "number", least: -1, hint: t(L.searchOnPageHint) },
+        {
+          name: "security",
+          label: t(L.menuRights),
+          kind: "choice",
+          choices: [
+            [0, t(L.searchByForm)],
+            [1, t(L.menuRightsTested)],
+            [2, t(L.menuRightsAll)],
+          ],
+        },
+      ],
+    },
+    {
+      heading: t(L.searchCatalogue),
+      fields: [
+        { name: "catalogName", label: t(L.name), kind: "text" },
+        {
+          name: "catalogLocation",
+          label: t(L.searchCatalogueAt),
+          kind: "choice",
+          choices: [
+            [0, t(L.searchHere)],
+            [1, t(L.searchElsewhere)],
+          ],
+        },
+        ...(catalogLocation === 1
+          ? ([
+              { name: "serverName", label: t(L.searchServer), kind: "text" },
+              { name: "webshare", label: t(L.searchShare), kind: "text", longest: 500 },
+            ] as const)
+          : []),
+      ],
+    },
+  ];
+
+@customElement("tvx-site-search")
+export class TvxSiteSearch extends ModuleScreen<Searches> {
+  protected readonly entry = SEARCH;
+
+  protected async read(place: Place): Promise<Searches> {
+    const [searches, properties] = await Promise.all([searchesOf(place), propertiesOf(place.site)]);
+    return { searches, properties };
+  }
+
+  protected heading(): string {
+    return t(L.siteSearch);
+  }
+
+  private async add(data: Searches): Promise<void> {
+    const page = await pickPage(t(L.newSearch), this.place, t(L.addIt));
+    if (!page) return;
+    const there = data.searches.find((one) => one.search_pageId === page.pageId);
+    if (there) return this.edit(data, there);
+    const values = await recordForm({
+      id: "search",
+      title: titleOr(page.title),
+      values: newSearch(data.searches),
+      groups: groupsOf(data.properties),
+      save: (given) => saveSearch(page.pageId, given),
+    });
+    if (!values) return;
+    toast(t(L.recordAdded, { name: titleOr(page.title) }));
+    await this.load();
+  }
+
+  private async edit({ properties }: Searches, search: SearchPage): Promise<void> {
+    const { place } = this;
+    const name = titleOr(search.title);
+    const values = await recordForm({
+      id: "search",
+      title: name,
+      values: valuesOf(search),
+      groups: groupsOf(properties),
+      now: async () => {
+        const found = (await searchesOf(place)).find((one) => one.search_pageId === search.search_pageId);
+        return found && valuesOf(found);
+      },
+      save: (given) => saveSearch(search.search_pageId, given),
+    });
+    if (!values) return;
+    toast(t(L.recordSaved, { name }));
+    await this.load();
+  }
+
+  private async words({ search_pageId, title }: SearchPage): Promise<void> {
+    try {
+      const words = await wordsOf(search_pageId);
+      const list = html`<table class="module-words"><thead><tr><th scope="col">${t(L.searchWordsShort)}</th><th scope="col">${t(L.numberPart)}</th></tr></thead>
+        <tbody>${words.map((one) => html`<tr><td>${one.search_word}</td><td>${number(one.search_count)}</td></tr>`)}</tbody></table>`;
+      await dialog({
+        title: t(L.searchedWords, { name: titleOr(title) }),
+        body: () => (words.length ? list : emptyNote("search", t(L.searchedNone))),
+      });
+    } catch (error) {
+      failed(error);
+    }
+  }
+
+  protected override tools(data: Searches): TemplateResult {
+    return html`${
+      mayChangeIn(CATALOGUE, "", "")
+        ? html`<button type="button" class="button" title=${t(L.renewCopiesHint)} @click=${() => this.act(renewCopies, t(L.copiesRenewed))}>${icon("refresh-cw")}${t(L.renewCopies)}</button>`
+        : ""
+    }${this.mayEdit ? html`<button type="button" class="button primary" @click=${() => this.add(data)}>${icon("plus")}${t(L.newSearch)}</button>` : ""}`;
+  }
+
+  protected content(data: Searches): TemplateResult {
+    if (data.searches.length === 0) return emptyNote("search", t(L.searchesEmpty));
+    return html`<p class="note">${t(L.siteSearchHint)}</p><ul class="module-list" role="list">${repeat(
+      data.searches,
+      (one) => one.search_pageId,
+      (one) => this.row(data, one),
+    )}</ul>`;
+  }
+
+  private row(data: Searches, search: SearchPage): TemplateResult {
+    const name = titleOr(search.title);
+    return html`<li class="card module-row">
+      <div class="module-name"><a href=${pageAddress(search.search_pageId)}><strong>${name}</strong></a>
+        <p class="note">${t(L.searchCatalogue)}: ${search.search_catalogName}</p></div>
+      <div class="module-buttons">${wordButton("bar-chart-3", t(L.searchWordsShort), t(L.searchedWords, { name }), () => this.words(search))}${
+        this.mayEdit ? wordButton("pencil", t(L.edit), t(L.changeNamed, { name }), () => this.edit(data, search)) : ""
+      }</div></li>`;
+  }
+}
