@@ -48,6 +48,11 @@ export abstract class RecordElement<T extends object> extends TvxElement {
   protected abstract buttons(record: T): TemplateResult;
   protected abstract sheet(record: T): TemplateResult;
 
+  /** What stands on the button that saves. */
+  protected get saveWord(): string {
+    return t(L.save);
+  }
+
   /** What the address calls its number. */
   protected get key(): string {
     return this.item;
@@ -186,7 +191,7 @@ export abstract class RecordElement<T extends object> extends TvxElement {
   }
 
   private saveButton(): TemplateResult {
-    return html`<button class="button primary" aria-disabled=${this.isChanged ? nothing : "true"} aria-busy=${this.busy ? "true" : nothing} @click=${this.save}>${icon("save")}${t(L.save)}</button>`;
+    return html`<button class="button primary" aria-disabled=${this.isChanged ? nothing : "true"} aria-busy=${this.busy ? "true" : nothing} @click=${this.save}>${icon("save")}${this.saveWord}</button>`;
   }
 
   private notices() {

@@ -35,7 +35,17 @@ export const isOurs = (url: URL) =>
   url.origin === location.origin && /^\/torvex\//i.test(url.pathname) && !others.test(url.pathname);
 
 /** What an address can name: a page, or a record of the administration. */
-const named = ["pageId", "login", "role"];
+const named = [
+  "pageId",
+  "login",
+  "role",
+  "contentTemplate",
+  "baseTemplate",
+  "stylesheet",
+  "application",
+  "htmlFeed",
+  "xmlFeed",
+];
 
 const isSamePlace = (url: URL) =>
   url.pathname === location.pathname &&

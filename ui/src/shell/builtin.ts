@@ -1,6 +1,7 @@
 // What the shell comes with. Other rooms put themselves in by a line of their own here.
 import "../administration";
 import "../dashboard";
+import "../design/register";
 import "../editor";
 import "../media/register";
 import "../modules/register";

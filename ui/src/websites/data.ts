@@ -274,11 +274,9 @@ export async function partsOf(websites: readonly [site: string, lang: string][],
     await work.run();
     add([t(L.images), t(L.documents)], media);
   }
-  for (const [one, lang] of websites) {
-    const work = new Batch();
-    const counters = ofWebsite(work, one, lang);
-    await work.run();
-    add(websiteParts(), counters);
-  }
+  const work = new Batch();
+  const each = websites.map(([one, lang]) => ofWebsite(work, one, lang));
+  await work.run();
+  for (const counters of each) add(websiteParts(), counters);
   return [...counts].map(([what, count]) => ({ what, count })).filter(({ count }) => count > 0);
 }
