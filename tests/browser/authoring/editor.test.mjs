@@ -166,6 +166,11 @@ describe("a body is edited on its page", () => {
     await edit(2);
     await page.keyboard.type("Not saved yet. ");
     await keptHere(page, "Not saved yet. ");
+    // A window that goes keeps its last words once more, at another place.
+    await page.evaluate(() => {
+      document.hasFocus = () => false;
+      window.dispatchEvent(new Event("pagehide"));
+    });
     await page.close();
     assert.equal(stored(pageId, 2), before);
     page = await newPage();

@@ -82,8 +82,9 @@ export async function remove(key: string): Promise<void> {
   await run("readwrite", (store) => store.delete(key));
 }
 
-/** Not when it has gone on since. */
+/** Not when it has gone on since, at either place. */
 export async function removeAsItWas({ key, moment }: LocalDraft): Promise<void> {
-  const now = (await run<LocalDraft | undefined>("readonly", (store) => store.get(key))) ?? { moment };
-  if (now.moment === moment) await remove(key);
+  const kept = await run<LocalDraft | undefined>("readonly", (store) => store.get(key));
+  const now = [kept, ...spares().filter((spare) => spare.key === key)];
+  if (now.every((draft) => !draft || draft.moment <= moment)) await remove(key);
 }
