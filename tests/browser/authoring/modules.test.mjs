@@ -56,7 +56,7 @@ describe("modules", () => {
     const { page, dialog } = work;
     await work.go("/torvex/torvex_forum/reactions.asp?forumId=1&topicId=2");
     await page.getByRole("heading", { name: "Please don’t feed" }).waitFor();
-    await page.getByRole("button", { name: "Change Please don’t feed" }).click();
+    await page.getByRole("button", { name: "Edit Please don’t feed" }).click();
     await dialog.getByLabel("Title").fill("Looking is free");
     await assertAccessible(page, "a contribution's form");
     await press(work, "Save");
@@ -91,7 +91,7 @@ describe("modules", () => {
     await page.getByRole("button", { name: "Publish Bees" }).waitFor({ state: "detached" });
     assert.deepEqual(live(), ["Bees|7"]);
 
-    await page.getByRole("button", { name: "Change Bees" }).click();
+    await page.getByRole("button", { name: "Edit Bees" }).click();
     site.sql("update TORVEX_FORUM_DESIGN set forum_hotPeriod = 14 where forum_name = 'Bees'");
     await dialog.getByLabel("Name", { exact: true }).fill("Bees and wasps");
     await press(work, "Save");
@@ -136,6 +136,14 @@ describe("modules", () => {
     await dialog.getByLabel("Text").fill("Bring seeds\nand <stories>");
     await dialog.getByLabel("Text").selectText();
     await dialog.getByRole("button", { name: "Bold" }).click();
+    await dialog.getByRole("button", { name: "Link to a page" }).click();
+    await dialog.last().getByRole("treeitem").nth(1).click();
+    await dialog.last().getByRole("button", { name: "Insert" }).click();
+    assert.match(await dialog.getByLabel("Link", { exact: true }).inputValue(), /^\d+$/);
+    await dialog.getByRole("button", { name: "Choose a picture" }).click();
+    await dialog.last().locator(".picker-images > button").first().click();
+    await dialog.last().getByRole("button", { name: "Insert" }).click();
+    await page.waitForFunction(() => /\.(svg|jpg|png)$/.test(document.querySelector("#item-image")?.value ?? ""));
     await dialog.getByLabel("In the archive from").fill("2099-05-03");
     await dialog.getByLabel("In newsflashes").check();
     await assertAccessible(page, "an item's form");
@@ -154,7 +162,7 @@ describe("modules", () => {
     await row(page, "Seed swap").getByText("live", { exact: true }).waitFor();
     assert.deepEqual(item("msgB_itemOnline, msgB_itemNewsflash"), ["1|1"]);
 
-    await page.getByRole("button", { name: "Change Seed swap" }).click();
+    await page.getByRole("button", { name: "Edit Seed swap" }).click();
     await dialog.getByLabel("In newsflashes").uncheck();
     await press(work, "Save");
     await row(page, "Seed swap").getByText(/leaves newsflashes with the next publishing/).waitFor();
@@ -189,7 +197,7 @@ describe("modules", () => {
     await dialog.getByLabel("Shows").selectOption({ label: "all items that are switched on" });
     await press(work, "Add");
     await row(page, "From the beds").getByText("new", { exact: true }).waitFor();
-    await page.getByRole("button", { name: "What feeds From the beds" }).click();
+    await page.getByRole("button", { name: "Categories of From the beds" }).click();
     await dialog.getByLabel("In flower now").check();
     await assertAccessible(page, "what feeds a newsflash");
     await press(work, "Save");
@@ -216,7 +224,7 @@ describe("modules", () => {
     const before = menus("LIVE");
     const [{ title }] = site.query("select title from TORVEX_PAGES_DESIGN where nodeId = 'bg.en.02'");
     await work.go("/torvex/torvex_dynMenu/menus.asp");
-    await page.getByRole("button", { name: /^Change Menu of / }).waitFor();
+    await page.getByRole("button", { name: /^Edit Menu of / }).waitFor();
     await assertAccessible(page, "the menus");
     await page.getByRole("button", { name: "New menu" }).click();
     await dialog.getByRole("treeitem", { name: title, exact: true }).click();
@@ -225,7 +233,7 @@ describe("modules", () => {
     await press(work, "Add");
     await dialog.getByLabel("Deepest level").fill("3");
     await press(work, "Add");
-    await page.getByRole("button", { name: `Change Menu of ${title}` }).waitFor();
+    await page.getByRole("button", { name: `Edit Menu of ${title}` }).waitFor();
     assert.deepEqual(menus("LIVE"), before);
     await page.getByRole("button", { name: `Preview of Menu of ${title}` }).click();
     await dialog.getByText(`It stands at ${title}.`).waitFor();
@@ -252,7 +260,7 @@ describe("modules", () => {
     const [{ search_pageId: id, title }] = site.query("select s.search_pageId, p.title from TORVEX_SEARCH s inner join TORVEX_PAGES_DESIGN p on p.pageId = s.search_pageId where p.site = 'bg' and p.lang = 'en'");
     site.sql(`insert into TORVEX_SEARCH_LOG (search_pageId, search_word, search_count) values (${id}, 'snowdrop', 17)`);
     await work.go("/torvex/torvex_search/search.asp");
-    await page.getByRole("button", { name: `Change ${title}` }).click();
+    await page.getByRole("button", { name: `Edit ${title}` }).click();
     await dialog.getByLabel("Words to be found").selectOption({ label: "each of them" });
     await dialog.getByLabel("Results at most").fill("42");
     await assertAccessible(page, "the form of a search page");
@@ -267,6 +275,27 @@ describe("modules", () => {
     await dialog.getByRole("row", { name: "snowdrop 17" }).waitFor();
     await assertAccessible(page, "what was searched");
     await dialog.getByRole("button", { name: "Close" }).last().click();
+    assert.deepEqual(work.faults, []);
+    await work.close();
+  });
+
+  test("the catalogue is renewed and cleaned up by whoever may, and by nobody else", async () => {
+    site.sql("insert into TORVEX_ADVANCED_RIGHTS (roleId, advId, site, lang, viewAccess, editAccess) values (9, 64, '', '', 1, 0)");
+    let work = await workAs(site, "iris");
+    await work.go("/torvex/torvex_search/catalogue.asp");
+    await work.page.getByText(/^The search reads copies/).waitFor();
+    assert.equal(await work.page.getByRole("main").getByRole("button").count(), 0);
+    await work.close();
+    site.sql("update TORVEX_ADVANCED_RIGHTS set editAccess = 1 where advId = 64");
+    site.sql("insert into TORVEX_SEARCH_LOG (search_pageId, search_word, search_count) values (99999, 'gone', 1)");
+    work = await workAs(site, "iris");
+    await work.go("/torvex/torvex_search/catalogue.asp");
+    await work.page.getByRole("button", { name: "Clean up" }).click();
+    await work.says("It is cleaned up.");
+    assert.deepEqual(valuesOf("select search_word from TORVEX_SEARCH_LOG where search_pageId = 99999"), []);
+    await assertAccessible(work.page, "the catalogue");
+    await work.page.getByRole("button", { name: "Renew the copies" }).click();
+    await work.says("All copies are renewed.");
     assert.deepEqual(work.faults, []);
     await work.close();
   });

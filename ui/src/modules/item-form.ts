@@ -1,19 +1,52 @@
 /** The form of an item of the message board. */
 
 import { html, type TemplateResult } from "lit";
+import type { TvxImagePicker } from "../editor/image-dialog";
 import { icon } from "../kit/icon";
+import { dialog, type TvxDialog } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
 import type { Category, ItemValues } from "./board-data";
 import type { Group } from "./form";
+import { pickPage } from "./pick-page";
+import type { Place } from "./screen";
 
 type Change = (part: Partial<ItemValues>) => void;
 
-/** The path of a picture as the board has it, out of the tag that the chooser gives. */
+/** A picture of the site's library; its words are the item's own. */
 async function choosePicture(site: string, change: Change): Promise<void> {
-  const { imageDialog } = await import("../editor/image-dialog");
-  const tag = await imageDialog(site);
-  const path = tag && /\ssrc="([^"]*)"/.exec(tag)?.[1]?.split(`/${site}/`)[1];
-  if (path) change({ image: decodeURIComponent(path.replaceAll("&amp;", "&")) });
+  const { rememberPicture } = await import("../editor/pictures");
+  await import("../editor/image-dialog");
+  let box: TvxDialog | undefined;
+  const chosen = () => box?.querySelector<TvxImagePicker>("tvx-image-picker")?.chosen;
+  let picture: ReturnType<typeof chosen>;
+  await dialog({
+    title: t(L.picture),
+    wide: true,
+    body: (made) => {
+      box = made;
+      return html`<tvx-image-picker .site=${site}></tvx-image-picker>`;
+    },
+    actions: () => [
+      { name: "cancel", label: t(L.cancel) },
+      {
+        name: "take",
+        label: t(L.insert),
+        kind: "primary",
+        run: () => {
+          picture = chosen();
+          return picture !== undefined;
+        },
+      },
+    ],
+  });
+  if (!picture) return;
+  rememberPicture(site, picture);
+  change({ image: picture.path });
+}
+
+async function choosePage(place: Place, change: Change): Promise<void> {
+  const page = await pickPage(t(L.linkToPage), place, t(L.insert));
+  if (page) change({ link: String(page.pageId) });
 }
 
 /** Puts a tag around what is selected in the text. */
@@ -43,7 +76,7 @@ export const indented = ({ msgB_catId, msgB_catTitle }: Category): string =>
   `${"\u00a0\u00a0".repeat((msgB_catId.length + 1) / 3 - 1)}${msgB_catTitle}`;
 
 export const itemGroups =
-  (site: string, categories: readonly Category[]) =>
+  (place: Place, categories: readonly Category[]) =>
   (_values: ItemValues, change: Change): readonly Group<ItemValues>[] => [
     {
       fields: [
@@ -80,9 +113,16 @@ export const itemGroups =
           label: t(L.picture),
           kind: "text",
           longest: 500,
-          below: html`<button type="button" class="button small" @click=${() => choosePicture(site, change)}>${icon("image")}${t(L.boardChoosePicture)}</button>`,
+          below: html`<button type="button" class="button small" @click=${() => choosePicture(place.site, change)}>${icon("image")}${t(L.boardChoosePicture)}</button>`,
         },
-        { name: "link", label: t(L.link), kind: "text", longest: 500, hint: t(L.boardLinkHint) },
+        {
+          name: "link",
+          label: t(L.link),
+          kind: "text",
+          longest: 500,
+          hint: t(L.boardLinkHint),
+          below: html`<button type="button" class="button small" @click=${() => choosePage(place, change)}>${icon("link")}${t(L.linkToPage)}</button>`,
+        },
         { name: "linkText", label: t(L.wordsOfLink), kind: "text" },
       ],
     },

@@ -51,4 +51,10 @@ screens.register(
     load: () => import("./tvx-site-search"),
     render: ({ params }) => html`<tvx-site-search .params=${params}></tvx-site-search>`,
   },
+  {
+    path: "/torvex/torvex_search/catalogue.asp",
+    title: () => t(L.searchCatalogueTitle),
+    load: () => import("./tvx-catalogue"),
+    render: ({ params }) => html`<tvx-catalogue .params=${params}></tvx-catalogue>`,
+  },
 );

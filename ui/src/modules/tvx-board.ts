@@ -176,7 +176,7 @@ export class TvxBoard extends ModuleScreen<Board> {
       id: "item",
       title: t(L.newItem),
       values: newItem(chosen),
-      groups: itemGroups(place.site, board.categories),
+      groups: itemGroups(place, board.categories),
       save: (given) => saveItem(place, 0, given),
     });
     if (!values) return;
@@ -190,7 +190,7 @@ export class TvxBoard extends ModuleScreen<Board> {
       id: "item",
       title: item.msgB_itemTitle,
       values: itemValues(item, chosen.msgB_Id),
-      groups: itemGroups(place.site, board.categories),
+      groups: itemGroups(place, board.categories),
       now: () => this.itemNow(chosen.msgB_Id, item.msgB_itemId),
       save: (given) => saveItem(place, item.msgB_itemId, given),
     });
@@ -247,7 +247,7 @@ export class TvxBoard extends ModuleScreen<Board> {
     return html`<div class="card module-row"><div class="module-name"><h2>${name}</h2>${off ? html`<p class="note">${off}</p>` : ""}</div>${recordState(twinsOf(chosen))}
       <div class="module-buttons">${wordButton("eye", t(L.preview), t(L.previewNamed, { name }), () => this.preview(chosen))}${
         this.mayEdit
-          ? html`${wordButton("pencil", t(L.edit), t(L.changeNamed, { name }), () => this.editCategory(chosen))}
+          ? html`${wordButton("pencil", t(L.edit), t(L.editNamed, { name }), () => this.editCategory(chosen))}
             ${wordButton("plus", t(L.categoryBelow), t(L.categoryBelowNamed, { name }), () => this.addCategory(path))}
             ${markButton(name, deleted, () => this.mark("category", id, name, deleted === 1))}
             ${wordButton("send", t(L.publish), t(L.publishNamed, { name }), () => this.publish(board, path))}`
@@ -277,7 +277,7 @@ export class TvxBoard extends ModuleScreen<Board> {
       ${recordState(twinsOf(item))}
       ${
         this.mayEdit
-          ? html`<div class="module-buttons">${wordButton("pencil", t(L.edit), t(L.changeNamed, { name }), () => this.editItem(board, chosen, item))}
+          ? html`<div class="module-buttons">${wordButton("pencil", t(L.edit), t(L.editNamed, { name }), () => this.editItem(board, chosen, item))}
           ${markButton(name, deleted, () => this.mark("item", id, name, deleted === 1))}</div>`
           : ""
       }</li>`;

@@ -1,7 +1,7 @@
 /** A topic and its reactions, the newest first: read, switched on and off with what belongs to them, written otherwise, removed. */
 
 import { html, type TemplateResult } from "lit";
-import { customElement } from "lit/decorators.js";
+import { customElement, state } from "lit/decorators.js";
 import { repeat } from "lit/directives/repeat.js";
 import { icon } from "../kit/icon";
 import { ask } from "../kit/tvx-dialog";
@@ -20,9 +20,13 @@ const textsOf = ({ reaction_title, reaction_text }: Contribution) => ({
   text: reaction_text ?? "",
 });
 
+/** Threads may be thousands long; nobody reads that far at once. */
+const DRAWN_AT_ONCE = 100;
+
 @customElement("tvx-forum-thread")
 export class TvxForumThread extends ModuleScreen<readonly Contribution[]> {
   protected readonly entry = FORUM;
+  @state() private drawn = DRAWN_AT_ONCE;
 
   protected override get subject(): string {
     return `${this.forumId}.${this.topicId}`;
@@ -128,13 +132,18 @@ export class TvxForumThread extends ModuleScreen<readonly Contribution[]> {
     return html`${this.post(posts, topic, "")}
       ${reactions.length ? html`<p class="note">${t(L.newestFirst)}</p>` : emptyNote("users", t(L.reactionsEmpty))}
       <ul class="module-list" role="list">${repeat(
-        reactions,
+        reactions.slice(0, this.drawn),
         ({ reaction_id }) => reaction_id,
         (post) => {
           const above = titles.get(answered(post.reaction_reference));
           return html`<li>${this.post(posts, post, above ? t(L.answerTo, { title: above }) : "")}</li>`;
         },
-      )}</ul>`;
+      )}</ul>
+      ${reactions.length > this.drawn ? html`<button type="button" class="button" @click=${() => this.drawMore()}>${t(L.showMore)}</button>` : ""}`;
+  }
+
+  private drawMore(): void {
+    this.drawn += DRAWN_AT_ONCE;
   }
 
   private post(posts: readonly Contribution[], post: Contribution, answers: string): TemplateResult {
@@ -157,7 +166,7 @@ export class TvxForumThread extends ModuleScreen<readonly Contribution[]> {
                     this.switchOn(posts, post),
                   )
             }
-          ${wordButton("pencil", t(L.edit), t(L.changeNamed, { name: title }), () => this.edit(post))}
+          ${wordButton("pencil", t(L.edit), t(L.editNamed, { name: title }), () => this.edit(post))}
           ${wordButton("trash-2", t(L.delete), t(L.removeNamed, { name: title }), () => this.removeIt(posts, post))}</div>`
           : ""
       }</article>`;

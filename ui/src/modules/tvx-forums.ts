@@ -155,7 +155,7 @@ export class TvxForums extends ModuleScreen<readonly Forum[]> {
       ${recordState(state)}
       ${
         this.mayEdit
-          ? html`<div class="module-buttons">${wordButton("pencil", t(L.edit), t(L.changeNamed, { name }), () => this.edit(forum))}
+          ? html`<div class="module-buttons">${wordButton("pencil", t(L.edit), t(L.editNamed, { name }), () => this.edit(forum))}
           ${markButton(name, forum.forum_deleted, () => this.mark(forum))}
           ${forum.forum_modified || forum.forum_deleted || !forum.isLive ? wordButton("send", t(L.publish), t(L.publishNamed, { name }), () => this.publish(forums, id)) : ""}</div>`
           : ""

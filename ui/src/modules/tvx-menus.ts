@@ -205,7 +205,7 @@ export class TvxMenus extends ModuleScreen<Menus> {
       ${recordState(menu)}
       <div class="module-buttons">${wordButton("eye", t(L.preview), t(L.previewNamed, { name }), () => this.preview(data.menus, menu.pageId, menu.nodeId, menu.title))}${
         this.mayEdit
-          ? html`${wordButton("pencil", t(L.edit), t(L.changeNamed, { name }), () => this.edit(data, menu))}
+          ? html`${wordButton("pencil", t(L.edit), t(L.editNamed, { name }), () => this.edit(data, menu))}
             ${markButton(name, menu.deleted, () => this.mark(menu))}`
           : ""
       }</div></li>`;

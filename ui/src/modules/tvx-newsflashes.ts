@@ -203,8 +203,8 @@ export class TvxNewsflashes extends ModuleScreen<Newsflashes> {
       ${recordState(newsflash)}
       <div class="module-buttons">${wordButton("eye", t(L.preview), t(L.previewNamed, { name }), () => this.preview(newsflash))}${
         this.mayEdit
-          ? html`${wordButton("pencil", t(L.edit), t(L.changeNamed, { name }), () => this.edit(data, newsflash))}
-            ${data.categories.length ? wordButton("list-tree", t(L.newsflashCategories), t(L.newsflashFeeds, { name }), () => this.feed(data, newsflash)) : ""}
+          ? html`${wordButton("pencil", t(L.edit), t(L.editNamed, { name }), () => this.edit(data, newsflash))}
+            ${data.categories.length ? wordButton("list-tree", t(L.newsflashCategories), t(L.categoriesOfNamed, { name }), () => this.feed(data, newsflash)) : ""}
             ${markButton(name, deleted, () => this.mark(newsflash))}`
           : ""
       }</div></li>`;

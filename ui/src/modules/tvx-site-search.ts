@@ -243,7 +243,7 @@ export class TvxSiteSearch extends ModuleScreen<Searches> {
       <div class="module-name"><a href=${pageAddress(search.search_pageId)}><strong>${name}</strong></a>
         <p class="note">${t(L.searchCatalogue)}: ${search.search_catalogName}</p></div>
       <div class="module-buttons">${wordButton("bar-chart-3", t(L.searchWordsShort), t(L.searchedWords, { name }), () => this.words(search))}${
-        this.mayEdit ? wordButton("pencil", t(L.edit), t(L.changeNamed, { name }), () => this.edit(data, search)) : ""
+        this.mayEdit ? wordButton("pencil", t(L.edit), t(L.editNamed, { name }), () => this.edit(data, search)) : ""
       }</div></li>`;
   }
 }

@@ -182,4 +182,12 @@ export const modules = {
   messageBoard: 3241,
   dynamicMenus: 3244,
   siteSearch: 3245,
+  searchCatalogueTitle: 3064,
+  editNamed: 6412,
+  categoriesOfNamed: 6413,
+  catalogueHint: 6414,
+  cleanUpSearch: 6415,
+  cleanUpHint: 6416,
+  cleanedUp: 6417,
+  linkToPage: 6418,
 } as const;
