@@ -211,7 +211,8 @@ TEST_P(GateTest, WhatGivesAPasswordIsOutOfReachEvenForTheAdministrator) {
             EXPECT_EQ(ask(property).kind, Kind::OutOfReach) << entry.name << '.' << property.name;
         }
         for (const auto& operation : entry.operations) {
-            if (!text::contains(operation.name, "password")) continue;
+            // One that tries the caller's own gives none.
+            if (!text::contains(operation.name, "password") || operation.passwordTest) continue;
             EXPECT_EQ(callOnPage11(operation), Kind::OutOfReach) << entry.name << '.' << operation.name;
         }
     }
