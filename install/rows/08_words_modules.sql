@@ -19,6 +19,7 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (6416, 'Removes settings and searched words of pages that are gone, and from lists what isn''t there any more.', 'Entfernt Einstellungen und gesuchte Wörter von Seiten, die es nicht mehr gibt, und aus Listen, was nicht mehr da ist.'),
   (6417, 'It is cleaned up.', 'Es ist aufgeräumt.'),
   (6418, 'Link to a page', 'Mit einer Seite verknüpfen'),
+  (6419, 'What nobody sees yet', 'Was noch niemand sieht'),
   (6420, 'New forum', 'Neues Forum'),
   (6421, 'No forum yet. A forum lets visitors talk to each other on a page of its application.', 'Noch kein Forum. In einem Forum reden Besucher miteinander, auf einer Seite seiner Anwendung.'),
   (6422, 'Topics', 'Themen'),

@@ -12,6 +12,12 @@ export type Contribution = AnswerOf<"registers.getReactions">[number];
 export const forumsOf = ({ site, lang }: Place): Promise<readonly Forum[]> =>
   call("registers.getForums", { site, lang });
 
+export type Waiting = AnswerOf<"Forum.getWaiting">[number];
+
+/** What waits for a moderator, the oldest first. */
+export const waitingOf = ({ site, lang }: Place): Promise<readonly Waiting[]> =>
+  call("Forum.getWaiting", { site, lang });
+
 /** What a form writes of a forum. */
 export const valuesOf = (forum: Forum) => ({
   name: forum.forum_name ?? "",

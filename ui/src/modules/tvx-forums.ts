@@ -7,6 +7,7 @@ import { icon } from "../kit/icon";
 import { ask } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
 import { L, plural, t } from "../labels";
+import { dayText } from "../pages/words";
 import { type Group, recordForm } from "./form";
 import {
   FORUM,
@@ -17,6 +18,8 @@ import {
   publishForum,
   saveForum,
   valuesOf,
+  type Waiting,
+  waitingOf,
 } from "./forum-data";
 import { emptyNote, markButton, recordState, wordButton } from "./parts";
 import { ModuleScreen, type Place } from "./screen";
@@ -65,12 +68,21 @@ const groups = (): readonly Group<ForumValues>[] => [
   },
 ];
 
+interface Forums {
+  readonly forums: readonly Forum[];
+  readonly waiting: readonly Waiting[];
+}
+
+/** More than that isn't looked through in a list. */
+const MOST_WAITING = 100;
+
 @customElement("tvx-forums")
-export class TvxForums extends ModuleScreen<readonly Forum[]> {
+export class TvxForums extends ModuleScreen<Forums> {
   protected readonly entry = FORUM;
 
-  protected read(place: Place): Promise<readonly Forum[]> {
-    return forumsOf(place);
+  protected async read(place: Place): Promise<Forums> {
+    const [forums, waiting] = await Promise.all([forumsOf(place), waitingOf(place)]);
+    return { forums, waiting };
   }
 
   protected heading(): string {
@@ -131,18 +143,27 @@ export class TvxForums extends ModuleScreen<readonly Forum[]> {
     await this.act(() => publishForum(place, forumId), t(L.published));
   }
 
-  protected override tools(forums: readonly Forum[]): TemplateResult {
+  protected override tools({ forums }: Forums): TemplateResult {
     if (!this.mayEdit) return html``;
     return html`<button type="button" class="button" @click=${() => this.publish(forums, 0)}>${icon("send")}${t(L.publishAll)}</button>
       <button type="button" class="button primary" @click=${() => this.add()}>${icon("plus")}${t(L.newForum)}</button>`;
   }
 
-  protected content(forums: readonly Forum[]): TemplateResult {
+  protected content({ forums, waiting }: Forums): TemplateResult {
     if (forums.length === 0) return emptyNote("users", t(L.forumsEmpty));
     return html`<ul class="module-list" role="list">${repeat(
       forums,
       ({ forum_id }) => forum_id,
       (forum) => this.row(forums, forum),
+    )}</ul>${waiting.length ? this.waiting(waiting) : ""}`;
+  }
+
+  private waiting(waiting: readonly Waiting[]): TemplateResult {
+    return html`<h2>${t(L.waitingPosts)}</h2><ul class="module-list" role="list">${waiting.slice(0, MOST_WAITING).map(
+      (post) => html`<li class="card module-row post off"><div class="module-name">
+        <a href="/torvex/torvex_forum/reactions.asp?forumId=${post.forum_id}&topicId=${post.topic_id}"><strong>${post.title}</strong></a>
+        <p class="note">${[post.author ?? "", dayText(post.day), post.forum_name].filter(Boolean).join(" · ")}</p>
+        ${post.text ? html`<p class="cut">${post.text}</p>` : ""}</div></li>`,
     )}</ul>`;
   }
 

@@ -190,4 +190,5 @@ export const modules = {
   cleanUpHint: 6416,
   cleanedUp: 6417,
   linkToPage: 6418,
+  waitingPosts: 6419,
 } as const;
