@@ -85,6 +85,15 @@ export interface RecordForm<Values> {
   readonly more?: (values: Values, box: TvxDialog) => TemplateResult;
 }
 
+/** Changes a part of a record: all else is saved as it is now, not as it was when it was listed. */
+export const changed =
+  <Values>(read: () => Promise<Values | undefined>, save: (now: Values) => Promise<unknown>) =>
+  async (): Promise<unknown> => {
+    const now = await read();
+    if (!now) throw new Problem({ status: 409, detail: t(L.moduleRecordGone) });
+    return save(now);
+  };
+
 /** One form on its way: what is typed, what it began with, and what others have made of that meanwhile. */
 class FormQuestion<Values extends object> {
   private values: Values;

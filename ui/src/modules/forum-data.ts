@@ -34,6 +34,7 @@ export const valuesOf = (forum: Forum) => ({
   askName: forum.forum_askName,
   askEmail: forum.forum_askEmail,
   words: forum.forum_words ?? "",
+  marked: forum.forum_deleted,
 });
 export type ForumValues = ReturnType<typeof valuesOf>;
 
@@ -52,9 +53,16 @@ export const newForum: ForumValues = {
   askName: 2,
   askEmail: 0,
   words: "",
+  marked: 0,
 };
 
-export const saveForum = (place: Place, forumId: number, values: ForumValues, marked = false): Promise<unknown> =>
+/** As it is now; nothing when it is gone. */
+export async function forumNow(place: Place, forumId: number): Promise<ForumValues | undefined> {
+  const found = (await forumsOf(place)).find((one) => one.forum_id === forumId);
+  return found && valuesOf(found);
+}
+
+export const saveForum = (place: Place, forumId: number, values: ForumValues): Promise<unknown> =>
   call("registers.saveForum", {
     forumId,
     ...place,
@@ -62,7 +70,7 @@ export const saveForum = (place: Place, forumId: number, values: ForumValues, ma
     reactionsOnline: values.reactionsOnline === 1,
     archiveVisible: values.archiveVisible === 1,
     sendEmail: values.sendEmail === 1,
-    marked,
+    marked: values.marked === 1,
   });
 
 export const publishForum = ({ site, lang }: Place, forumId: number): Promise<unknown> =>

@@ -44,6 +44,7 @@ export const valuesOf = (newsflash: Newsflash) => ({
   imageAlignment: newsflash.imageAlignment,
   imageWidth: newsflash.imageWidth,
   imageHeight: newsflash.imageHeight,
+  marked: newsflash.deleted,
 });
 export type NewsflashValues = ReturnType<typeof valuesOf>;
 
@@ -64,10 +65,11 @@ export const newNewsflash = ({ newsflashes, templates }: Newsflashes): Newsflash
   imageAlignment: 4,
   imageWidth: 0,
   imageHeight: 0,
+  marked: 0,
 });
 
-export const saveNewsflash = (place: Place, nfId: number, values: NewsflashValues, marked = false): Promise<unknown> =>
-  call("registers.saveNewsflash", { nfId, ...place, ...values, marked });
+export const saveNewsflash = (place: Place, nfId: number, values: NewsflashValues): Promise<unknown> =>
+  call("registers.saveNewsflash", { nfId, ...place, ...values, marked: values.marked === 1 });
 
 /** Lets categories feed a newsflash, or feed it no longer. */
 export async function setFeeds(

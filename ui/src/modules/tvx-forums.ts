@@ -8,11 +8,12 @@ import { ask } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
 import { L, plural, t } from "../labels";
 import { dayText } from "../pages/words";
-import { type Group, recordForm } from "./form";
+import { changed, type Group, recordForm } from "./form";
 import {
   FORUM,
   type Forum,
   type ForumValues,
+  forumNow,
   forumsOf,
   newForum,
   publishForum,
@@ -110,11 +111,8 @@ export class TvxForums extends ModuleScreen<Forums> {
       title: forum.forum_name,
       values: valuesOf(forum),
       groups,
-      now: async () => {
-        const found = (await forumsOf(place)).find((one) => one.forum_id === forum.forum_id);
-        return found && valuesOf(found);
-      },
-      save: (given) => saveForum(place, forum.forum_id, given, forum.forum_deleted === 1),
+      now: () => forumNow(place, forum.forum_id),
+      save: (given) => saveForum(place, forum.forum_id, given),
     });
     if (!values) return;
     toast(t(L.recordSaved, { name: values.name }));
@@ -125,7 +123,11 @@ export class TvxForums extends ModuleScreen<Forums> {
     const { place } = this;
     const name = forum.forum_name;
     const isMarked = forum.forum_deleted === 1;
-    const set = (marked: boolean) => () => saveForum(place, forum.forum_id, valuesOf(forum), marked);
+    const set = (marked: boolean) =>
+      changed(
+        () => forumNow(place, forum.forum_id),
+        (now) => saveForum(place, forum.forum_id, { ...now, marked: marked ? 1 : 0 }),
+      );
     const said = (marked: boolean) => t(marked ? L.moduleMarked : L.moduleUnmarked, { name });
     void this.act(set(!isMarked), said(!isMarked), { run: set(isMarked), said: said(isMarked) });
   }

@@ -11,7 +11,7 @@ import { L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { titleOr } from "../pages/words";
 import { pageAddress } from "../shell/address";
-import { type Group, recordForm } from "./form";
+import { changed, type Group, recordForm } from "./form";
 import { emptyNote, markButton, previewBox, recordState, wordButton } from "./parts";
 import { pickPage } from "./pick-page";
 import { ModuleScreen, type Place } from "./screen";
@@ -28,17 +28,24 @@ interface Menus {
 
 const listOf = ({ site, lang }: Place): Promise<readonly Menu[]> => call("registers.getMenus", { site, lang });
 
-const valuesOf = ({ minLevels, maxLevels, templateId, display, extranet }: Menu) => ({
+const valuesOf = ({ minLevels, maxLevels, templateId, display, extranet, deleted }: Menu) => ({
   minLevels,
   maxLevels,
   templateId,
   display,
   extranet,
+  marked: deleted,
 });
 type MenuValues = ReturnType<typeof valuesOf>;
 
-const saveMenu = ({ site, lang }: Place, pageId: number, values: MenuValues, marked = false): Promise<unknown> =>
-  call("registers.saveMenu", { pageId, site, lang, ...values, marked });
+const saveMenu = ({ site, lang }: Place, pageId: number, values: MenuValues): Promise<unknown> =>
+  call("registers.saveMenu", { pageId, site, lang, ...values, marked: values.marked === 1 });
+
+/** The page's menu as it is now: where one that is marked stands beside its successor, the successor. */
+async function menuNow(place: Place, pageId: number): Promise<MenuValues | undefined> {
+  const found = (await listOf(place)).find((one) => one.pageId === pageId);
+  return found && valuesOf(found);
+}
 
 const groupsOf = (templates: readonly ModuleTemplate[]) => (): readonly Group<MenuValues>[] => [
   {
@@ -111,6 +118,7 @@ export class TvxMenus extends ModuleScreen<Menus> {
         templateId: menus[0]?.templateId ?? templates[0]?.tpl_id ?? 0,
         display: 0,
         extranet: 0,
+        marked: 0,
       },
       groups: groupsOf(templates),
       save: (given) => saveMenu(place, page.pageId, given),
@@ -128,11 +136,8 @@ export class TvxMenus extends ModuleScreen<Menus> {
       title: name,
       values: valuesOf(menu),
       groups: groupsOf(templates),
-      now: async () => {
-        const found = (await listOf(place)).find((one) => one.pageId === menu.pageId && one.deleted === menu.deleted);
-        return found && valuesOf(found);
-      },
-      save: (given) => saveMenu(place, menu.pageId, given, menu.deleted === 1),
+      now: () => menuNow(place, menu.pageId),
+      save: (given) => saveMenu(place, menu.pageId, given),
     });
     if (!values) return;
     toast(t(L.recordSaved, { name }));
@@ -143,7 +148,11 @@ export class TvxMenus extends ModuleScreen<Menus> {
     const { place } = this;
     const name = t(L.menuOf, { name: titleOr(menu.title) });
     const isMarked = menu.deleted === 1;
-    const set = (marked: boolean) => () => saveMenu(place, menu.pageId, valuesOf(menu), marked);
+    const set = (marked: boolean) =>
+      changed(
+        () => menuNow(place, menu.pageId),
+        (now) => saveMenu(place, menu.pageId, { ...now, marked: marked ? 1 : 0 }),
+      );
     const said = (marked: boolean) => t(marked ? L.moduleMarked : L.moduleUnmarked, { name });
     void this.act(set(!isMarked), said(!isMarked), { run: set(isMarked), said: said(isMarked) });
   }

@@ -11,7 +11,7 @@ import { L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { mayChangeIn } from "../shell/workplace";
 import { BOARD, publishBoard } from "./board-data";
-import { type Group, recordForm } from "./form";
+import { changed, type Group, recordForm } from "./form";
 import { indented } from "./item-form";
 import {
   drawnNewsflash,
@@ -106,7 +106,7 @@ export class TvxNewsflashes extends ModuleScreen<Newsflashes> {
       values: valuesOf(newsflash),
       groups: groupsOf(data),
       now: () => newsflashNow(place, newsflash.nf_Id),
-      save: (given) => saveNewsflash(place, newsflash.nf_Id, given, newsflash.deleted === 1),
+      save: (given) => saveNewsflash(place, newsflash.nf_Id, given),
     });
     if (!values) return;
     toast(t(L.recordSaved, { name: values.title }));
@@ -117,7 +117,11 @@ export class TvxNewsflashes extends ModuleScreen<Newsflashes> {
     const { place } = this;
     const name = newsflash.title;
     const isMarked = newsflash.deleted === 1;
-    const set = (marked: boolean) => () => saveNewsflash(place, newsflash.nf_Id, valuesOf(newsflash), marked);
+    const set = (marked: boolean) =>
+      changed(
+        () => newsflashNow(place, newsflash.nf_Id),
+        (now) => saveNewsflash(place, newsflash.nf_Id, { ...now, marked: marked ? 1 : 0 }),
+      );
     const said = (marked: boolean) => t(marked ? L.moduleMarked : L.moduleUnmarked, { name });
     void this.act(set(!isMarked), said(!isMarked), { run: set(isMarked), said: said(isMarked) });
   }
