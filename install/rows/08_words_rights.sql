@@ -121,5 +121,7 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (5811, 'The system administrator may do everything without a role.', 'Die Systemverwaltung darf alles ohne Rolle.'),
   (5812, 'Give up a role of your own?', 'Eine eigene Rolle aufgeben?'),
   (5813, 'You will no longer have what {role} gives you.', 'Sie haben dann nicht mehr, was {role} Ihnen gibt.'),
-  (5814, 'Give it up', 'Aufgeben')
+  (5814, 'Give it up', 'Aufgeben'),
+  (5815, 'This isn’t open to you', 'Das steht Ihnen nicht offen'),
+  (5816, 'None of your roles opens it in this website. Whoever gives rights can change that.', 'Keine Ihrer Rollen öffnet es in dieser Website. Wer Rechte vergibt, kann das ändern.')
 on conflict (lang_label) do nothing;

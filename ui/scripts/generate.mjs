@@ -3,6 +3,7 @@
 import { existsSync, mkdirSync, readdirSync, readFileSync, writeFileSync } from "node:fs";
 import { dirname, join } from "node:path";
 import { fileURLToPath } from "node:url";
+import { entriesSource } from "./entries.mjs";
 import { registerSource } from "./register.mjs";
 import { spriteOf } from "./sprite.mjs";
 import { numbersOf, placesSource, wordsOf } from "./words.mjs";
@@ -25,6 +26,8 @@ const filesOf = (folder, ending) =>
 const texts = (folder, ending) => filesOf(folder, ending).map((path) => readFileSync(path, "utf8"));
 
 write("api/register.gen.ts", registerSource(JSON.parse(readFileSync(join(root, "docs/operations.json"), "utf8"))));
+
+write("shell/entries.gen.ts", entriesSource(readFileSync(join(root, "install/rows/06_advanced.sql"), "utf8")));
 
 const words = wordsOf(texts(join(root, "install/rows"), ".sql"), faults);
 const names = numbersOf(texts(join(ui, "src/labels/names"), ".ts"), faults);

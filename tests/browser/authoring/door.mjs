@@ -8,8 +8,8 @@ import { servedDemo } from "../support.mjs";
 const root = join(dirname(fileURLToPath(import.meta.url)), "../../..");
 const program = process.env.TORVEX_PROGRAM ?? join(root, "build/release/torvex");
 
-export const passwords = { iris: "blue-flag", basil: "thyme-and-salt", heide: "calluna", reed: "phragmites", clover: "four-leaves" };
-const loginIds = { iris: 2, basil: 3, heide: 4, reed: 5, clover: 6 };
+export const passwords = { sa: "white-rose", iris: "blue-flag", basil: "thyme-and-salt", heide: "calluna", reed: "phragmites", clover: "four-leaves" };
+const loginIds = { sa: 1, iris: 2, basil: 3, heide: 4, reed: 5, clover: 6 };
 
 // What init gives the team is random.
 export function givePasswords(install) {

@@ -3,6 +3,7 @@
 import { html } from "lit";
 import { L, t } from "../labels";
 import { screens } from "../shell/registry";
+import { FORUM } from "./forum-data";
 
 screens.register(
   {
@@ -13,12 +14,14 @@ screens.register(
   },
   {
     path: "/torvex/torvex_forum/topics.asp",
+    entry: FORUM,
     title: () => t(L.forumTopics),
     load: () => import("./tvx-forum-topics"),
     render: ({ params }) => html`<tvx-forum-topics .params=${params}></tvx-forum-topics>`,
   },
   {
     path: "/torvex/torvex_forum/reactions.asp",
+    entry: FORUM,
     title: () => t(L.forumTopics),
     load: () => import("./tvx-forum-thread"),
     render: ({ params }) => html`<tvx-forum-thread .params=${params}></tvx-forum-thread>`,

@@ -25,6 +25,8 @@ export interface Screen extends Loaded {
   order?: number;
   /** A path, in small letters, or a pattern of one. */
   path: string | RegExp;
+  /** The entry of the administration menu that it belongs to, where that isn't the one with its address. */
+  entry?: number;
   title: (place: Place) => string;
   render: (place: Place) => TemplateResult;
 }

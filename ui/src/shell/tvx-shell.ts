@@ -10,10 +10,11 @@ import { L, t } from "../labels";
 import { place } from "./address";
 import "./tvx-bar";
 import "./tvx-foot";
+import { entryAt } from "./entries.gen";
 import { forgetFailure, loadFailed, readyOr } from "./loader";
-import { panels, screenAt, screens, sides } from "./registry";
+import { panels, type Screen, screenAt, screens, sides } from "./registry";
 import "./tvx-shell.css";
-import { currentPage, kept, sought, workplace } from "./workplace";
+import { currentPage, kept, maySee, sought, workplace } from "./workplace";
 
 const regions = [".bar", ".left", "#centre", ".right", ".foot"];
 const leftSizes = { wished: 280, least: 220, most: 560 };
@@ -142,7 +143,16 @@ export class TvxShell extends TvxElement {
     if (!screen)
       return html`<div class="empty">${icon("file")}<h1>${t(L.noSuchPlace)}</h1><a href="/torvex/">${t(L.toTheDashboard)}</a></div>`;
     document.title = `${screen.title(this.place.value)} · Torvex`;
+    if (!this.mayOpen(screen))
+      return html`<div class="empty" role="alert">${icon("shield")}<h1>${t(L.notYours)}</h1><p>${t(L.notYoursWhy)}</p><a href="/torvex/">${t(L.toTheDashboard)}</a></div>`;
     return this.loaded(screen.load, () => screen.render(this.place.value));
+  }
+
+  /** What is read there is refused by the server besides. */
+  private mayOpen({ entry }: Screen): boolean {
+    const { site, lang } = this.workplace.value;
+    const asked = entry ?? entryAt[this.place.value.path.toLowerCase()];
+    return asked === undefined || maySee(asked, site, lang);
   }
 
   private right() {

@@ -113,4 +113,6 @@ export const rights = {
   ownRole: 5812,
   ownRoleAsk: 5813,
   giveItUp: 5814,
+  notYours: 5815,
+  notYoursWhy: 5816,
 } as const;
