@@ -152,7 +152,6 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (6769, '{name} is switched on.', '{name} ist eingeschaltet.'),
   (6770, '{name} is switched off.', '{name} ist ausgeschaltet.'),
   (6771, 'default', 'Vorgabe'),
-  (6772, 'Missing words', 'Fehlende Wörter'),
   (6773, 'Its words and templates go with it.', 'Ihre Wörter und Vorlagen gehen mit.'),
   (6774, 'Words', 'Wörter'),
   (6775, 'Only missing ones', 'Nur fehlende'),
@@ -168,7 +167,6 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (6785, 'New: {count}', 'Neu: {count}'),
   (6786, 'Changed: {count}', 'Geändert: {count}'),
   (6787, 'As they are: {count}', 'Wie sie sind: {count}'),
-  (6788, 'Numbers without a word: {count}', 'Nummern ohne Wort: {count}'),
   (6789, 'Lines that can''t be taken: {count}', 'Zeilen, die nicht zu verwenden sind: {count}'),
   (6790, 'Take them', 'Übernehmen'),
   (6791, 'Words saved: {count}', 'Wörter gespeichert: {count}'),
@@ -224,5 +222,8 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (6842, 'Somebody has changed this meanwhile.', 'Jemand hat das inzwischen geändert.'),
   (6843, 'Remove {name}?', '{name} entfernen?'),
   (6844, '{name} is removed.', '{name} ist entfernt.'),
+  (6846, 'It isn''t a number and a word.', 'Das ist keine Nummer mit einem Wort.'),
+  (6847, 'No word has this number.', 'Zu dieser Nummer gibt es kein Wort.'),
+  (6848, 'The quote is never closed.', 'Das Anführungszeichen wird nie geschlossen.'),
   (6845, 'The lines have a number and a word, or a number, the English word and the word, as Save as CSV writes them.', 'Die Zeilen haben eine Nummer und ein Wort, oder eine Nummer, das englische Wort und das Wort, wie Als CSV sichern sie schreibt.')
 on conflict (lang_label) do nothing;

@@ -33,6 +33,36 @@ screens.register(
     load: () => import("./tvx-my-settings"),
     render: () => html`<tvx-my-settings></tvx-my-settings>`,
   },
+  {
+    path: "/torvex/interfacelanguages.asp",
+    title: () => t(L.interfaceLanguages),
+    load: () => import("./tvx-interfaces"),
+    render: () => html`<tvx-interfaces></tvx-interfaces>`,
+  },
+  {
+    path: "/torvex/vocabulary.asp",
+    title: () => t(L.vocabulary),
+    load: () => import("./tvx-vocabulary"),
+    render: ({ params }) => html`<tvx-vocabulary .params=${params}></tvx-vocabulary>`,
+  },
+  {
+    path: "/torvex/servers.asp",
+    title: () => t(L.servers),
+    load: () => import("./tvx-servers"),
+    render: ({ params }) => html`<tvx-servers .params=${params}></tvx-servers>`,
+  },
+  {
+    path: "/torvex/groups.asp",
+    title: () => t(L.groups),
+    load: () => import("./tvx-groups"),
+    render: ({ params }) => html`<tvx-groups .params=${params}></tvx-groups>`,
+  },
+  {
+    path: "/torvex/users.asp",
+    title: () => t(L.users),
+    load: () => import("./tvx-users"),
+    render: ({ params }) => html`<tvx-users .params=${params}></tvx-users>`,
+  },
 );
 
 actions.register({

@@ -41,6 +41,7 @@ test("lines know where they stand, whatever ends them", () => {
 test("the sign that divides is the first line's", () => {
   assert.equal(dividerOf('"a;b;c",d\n;;;'), ",");
   assert.equal(dividerOf("a;b"), ";");
+  assert.equal(dividerOf("1;Yes, please"), ";");
   assert.equal(dividerOf("a\tb,c\td"), "\t");
   assert.equal(dividerOf(""), ",");
 });

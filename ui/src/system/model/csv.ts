@@ -28,20 +28,18 @@ export interface CsvTable {
   readonly openQuote: number;
 }
 
-/** The sign that the first line has most of outside of quotes. */
+const DIVIDERS = ",;\t";
+
+/** The sign that the first line has most of outside of quotes; of as many, the one that comes first. */
 export function dividerOf(text: string): string {
-  const counts = new Map([
-    [",", 0],
-    [";", 0],
-    ["\t", 0],
-  ]);
+  const counts = new Map<string, number>();
   let quoted = false;
   for (const sign of text) {
     if (sign === '"') quoted = !quoted;
     else if (!quoted && (sign === "\n" || sign === "\r")) break;
-    else if (!quoted && counts.has(sign)) counts.set(sign, counts.get(sign)! + 1);
+    else if (!quoted && DIVIDERS.includes(sign)) counts.set(sign, (counts.get(sign) ?? 0) + 1);
   }
-  return [...counts].reduce((best, one) => (one[1] > best[1] ? one : best))[0];
+  return [...counts].reduce((best, one) => (one[1] > best[1] ? one : best), [",", 0] as [string, number])[0];
 }
 
 /** Empty lines are left out. */
