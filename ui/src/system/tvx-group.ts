@@ -1,0 +1,92 @@
+/** A group of visitors: its name, and where they come to. */
+
+import { html, type TemplateResult } from "lit";
+import { customElement, state } from "lit/decorators.js";
+import { icon } from "../kit/icon";
+import { ask } from "../kit/tvx-dialog";
+import { L, t } from "../labels";
+import { failed } from "../pages/actions";
+import { textField } from "../records/fields";
+import { RecordElement, type RecordWords } from "../records/record";
+import { type Group, type GroupFields, type GroupRecord, groupOf, removeGroup, saveGroup } from "./data";
+import "../rights/rights.css";
+import "./system.css";
+
+const PARTS = ["name", "description", "entryPage", "exitPage"] as const;
+const pageText = (page: number): string => (page > 0 ? String(page) : "");
+
+const fieldsOf = ({ name, description, entryPage, exitPage }: Group): GroupFields => ({
+  name,
+  description: description ?? "",
+  entryPage: pageText(entryPage),
+  exitPage: pageText(exitPage),
+});
+
+@customElement("tvx-group")
+export class TvxGroup extends RecordElement<GroupRecord> {
+  @state() private mine: GroupFields = { name: "", description: "", entryPage: "", exitPage: "" };
+  protected readonly item = "group";
+  protected readonly address = "/torvex/groups.asp";
+  protected readonly words: RecordWords = { icon: "users", isGone: L.recordIsGone, isOthers: L.recordChanged };
+
+  protected read(groupId: number): Promise<GroupRecord> {
+    return groupOf(groupId);
+  }
+
+  protected take({ group }: GroupRecord, keepMine: boolean): void {
+    const now = fieldsOf(group);
+    const before = this.record && fieldsOf(this.record.group);
+    const own = keepMine && before ? PARTS.filter((part) => this.mine[part] !== before[part]) : [];
+    this.mine = { ...now, ...Object.fromEntries(own.map((part) => [part, this.mine[part]])) };
+  }
+
+  protected get differs(): boolean {
+    const before = this.record && fieldsOf(this.record.group);
+    return before !== undefined && PARTS.some((part) => this.mine[part] !== before[part]);
+  }
+
+  protected async store(record: GroupRecord): Promise<string> {
+    await saveGroup(record, this.mine);
+    return t(L.recordSaved, { name: this.mine.name });
+  }
+
+  protected heading({ group }: GroupRecord): string {
+    return group.name;
+  }
+
+  private async removeIt({ groupId, name, users, pages, folders }: Group): Promise<void> {
+    if (
+      !(await ask(t(L.removeRecordOf, { name }), t(L.removeGroupAsk, { users, pages, folders }), t(L.delete), "danger"))
+    )
+      return;
+    try {
+      await removeGroup(groupId);
+      this.removed(t(L.recordRemoved, { name }));
+    } catch (error) {
+      failed(error);
+    }
+  }
+
+  protected buttons({ group }: GroupRecord): TemplateResult {
+    return html`<button class="button" @click=${() => this.removeIt(group)}>${icon("trash-2")}${t(L.delete)}</button>`;
+  }
+
+  protected sheet({ group }: GroupRecord): TemplateResult {
+    const field = (part: (typeof PARTS)[number], label: string, longest: number, hint = ""): TemplateResult =>
+      textField({
+        id: `group-${part}`,
+        label,
+        value: this.mine[part],
+        longest,
+        fixed: this.isFixed,
+        change: (text) => {
+          this.mine = { ...this.mine, [part]: text };
+        },
+        ...(hint ? { hint } : {}),
+      });
+    const hintOf = (title: string): string => title || t(L.pageIdentHint);
+    return html`<div class="login-form">${field("name", t(L.name), 50)}${field("description", t(L.description), 500)}
+        ${field("entryPage", t(L.entryPage), 200, hintOf(group.entryTitle))}${field("exitPage", t(L.exitPage), 200, hintOf(group.exitTitle))}</div>
+      <p><a class="button" href="/torvex/users.asp?of=${group.groupId}">${icon("users")}${t(L.showMembers)}</a> <span class="note">${t(L.users)}: ${group.users} · ${t(L.pages)}: ${group.pages} · ${t(L.foldersColumn)}: ${group.folders}</span></p>`;
+  }
+}

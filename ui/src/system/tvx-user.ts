@@ -1,0 +1,145 @@
+/** The account of a visitor: names, days, a new password, and the groups that it is in. */
+
+import { html, type TemplateResult } from "lit";
+import { customElement, state } from "lit/decorators.js";
+import { live } from "lit/directives/live.js";
+import { icon } from "../kit/icon";
+import { ask } from "../kit/tvx-dialog";
+import { toast } from "../kit/tvx-toast";
+import { L, t } from "../labels";
+import { failed } from "../pages/actions";
+import { fromDateField, toDateField } from "../pages/model/setup";
+import { textField } from "../records/fields";
+import { RecordElement, type RecordWords } from "../records/record";
+import {
+  removeUser,
+  saveUser,
+  setUserGroup,
+  type User,
+  type UserFields,
+  type UserGroup,
+  type UserRecord,
+  userGroupsOf,
+  userOf,
+} from "./data";
+import "../rights/rights.css";
+import "./system.css";
+
+const PARTS = ["username", "firstname", "lastname", "validFrom", "validTo"] as const;
+
+const fieldsOf = (user: User): UserFields => ({
+  username: user.username,
+  firstname: user.firstname,
+  lastname: user.lastname,
+  validFrom: user.validFrom,
+  validTo: user.validTo,
+});
+
+@customElement("tvx-user")
+export class TvxUser extends RecordElement<UserRecord> {
+  @state() private mine: UserFields = { username: "", firstname: "", lastname: "", validFrom: "", validTo: "" };
+  @state() private password = "";
+  protected readonly item = "user";
+  protected readonly address = "/torvex/users.asp";
+  protected readonly words: RecordWords = { icon: "user", isGone: L.recordIsGone, isOthers: L.recordChanged };
+
+  protected read(userId: number): Promise<UserRecord> {
+    return userOf(userId);
+  }
+
+  protected take({ user }: UserRecord, keepMine: boolean): void {
+    const before = this.record?.user;
+    const own = keepMine && before ? PARTS.filter((part) => this.mine[part] !== before[part]) : [];
+    this.mine = { ...fieldsOf(user), ...Object.fromEntries(own.map((part) => [part, this.mine[part]])) };
+    if (!keepMine) this.password = "";
+  }
+
+  protected get differs(): boolean {
+    const user = this.record?.user;
+    return user !== undefined && (this.password !== "" || PARTS.some((part) => this.mine[part] !== user[part]));
+  }
+
+  protected async store(record: UserRecord): Promise<string> {
+    await saveUser(record, this.mine, this.password);
+    return t(L.recordSaved, { name: this.mine.username });
+  }
+
+  protected heading({ user }: UserRecord): string {
+    return user.username;
+  }
+
+  private async removeIt({ userId, username: name }: User): Promise<void> {
+    if (!(await ask(t(L.removeRecordOf, { name }), t(L.removeUserAsk, { name }), t(L.delete), "danger"))) return;
+    try {
+      await removeUser(userId);
+      this.removed(t(L.recordRemoved, { name }));
+    } catch (error) {
+      failed(error);
+    }
+  }
+
+  private async put(user: User, { groupId, name: group }: UserGroup, has: boolean, undo = true): Promise<void> {
+    try {
+      await setUserGroup(user.userId, groupId, has);
+      const said = t(has ? L.inGroupNow : L.notInGroup, { name: user.username, group });
+      toast(said, undo ? { undo: () => this.put(user, { groupId, name: group, member: 0 }, !has, false) } : {});
+    } catch (error) {
+      failed(error);
+    }
+    await this.renew(async (id) => ({ groups: await userGroupsOf(id) }));
+  }
+
+  protected buttons({ user }: UserRecord): TemplateResult {
+    return html`<button class="button" @click=${() => this.removeIt(user)}>${icon("trash-2")}${t(L.delete)}</button>`;
+  }
+
+  protected sheet({ user, groups }: UserRecord): TemplateResult {
+    const set = (part: keyof UserFields, text: string): void => {
+      this.mine = { ...this.mine, [part]: text };
+    };
+    const field = (part: keyof UserFields, label: string): TemplateResult =>
+      textField({
+        id: `user-${part}`,
+        label,
+        value: this.mine[part],
+        longest: 50,
+        fixed: this.isFixed,
+        change: (text) => set(part, text),
+      });
+    const day = (part: "validFrom" | "validTo", label: string): TemplateResult =>
+      textField({
+        id: `user-${part}`,
+        label,
+        value: toDateField(this.mine[part]),
+        longest: 10,
+        type: "date",
+        fixed: this.isFixed,
+        change: (text) => set(part, fromDateField(text)),
+      });
+    return html`<div class="login-form">${field("username", t(L.userName))}
+        ${textField({
+          id: "user-password",
+          label: t(L.newPassword),
+          value: this.password,
+          longest: 100,
+          type: "password",
+          fixed: this.isFixed,
+          hint: t(L.keepPassword),
+          change: (text) => {
+            this.password = text;
+          },
+        })}
+        ${field("firstname", t(L.firstName))}${field("lastname", t(L.lastName))}${day("validFrom", t(L.validFrom))}${day("validTo", t(L.validTo))}</div>
+      <h2>${t(L.groups)}</h2>
+      ${
+        groups.length === 0
+          ? html`<p class="soft">${t(L.noGroupsYet)}</p>`
+          : html`<ul class="member-list" role="list">${groups.map(
+              (
+                group,
+              ) => html`<li><label class="check"><input type="checkbox" .checked=${live(group.member === 1)} ?disabled=${this.isFixed}
+        @change=${(event: Event) => this.put(user, group, (event.target as HTMLInputElement).checked)} /><span>${group.name}</span></label></li>`,
+            )}</ul>`
+      }`;
+  }
+}
