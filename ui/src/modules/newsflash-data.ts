@@ -71,6 +71,9 @@ export const newNewsflash = ({ newsflashes, templates }: Newsflashes): Newsflash
 export const saveNewsflash = (place: Place, nfId: number, values: NewsflashValues): Promise<unknown> =>
   call("registers.saveNewsflash", { nfId, ...place, ...values, marked: values.marked === 1 });
 
+/** What a batch may hold. */
+const MOST_CALLS = 100;
+
 /** Lets categories feed a newsflash, or feed it no longer. */
 export async function setFeeds(
   { site, lang }: Place,
@@ -78,12 +81,19 @@ export async function setFeeds(
   before: ReadonlySet<number>,
   wanted: ReadonlySet<number>,
 ): Promise<void> {
-  const work = new Batch();
-  for (const category of wanted)
-    if (!before.has(category)) work.do("registers.addCategory", { nfId, site, lang, category });
-  for (const category of before)
-    if (!wanted.has(category)) work.do("registers.removeCategory", { nfId, site, lang, category });
-  if (work.length) await work.run();
+  const added = [...wanted].filter((category) => !before.has(category));
+  const changes = [...added, ...[...before].filter((category) => !wanted.has(category))];
+  for (let at = 0; at < changes.length; at += MOST_CALLS) {
+    const work = new Batch();
+    for (const category of changes.slice(at, at + MOST_CALLS))
+      work.do(wanted.has(category) ? "registers.addCategory" : "registers.removeCategory", {
+        nfId,
+        site,
+        lang,
+        category,
+      });
+    await work.run();
+  }
 }
 
 /** As its authors have it. */
