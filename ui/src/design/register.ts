@@ -2,12 +2,19 @@
 
 import { html } from "lit";
 import { keyed } from "lit/directives/keyed.js";
+import { L, t } from "../labels";
 import { word } from "../pages/words";
 import { screens } from "../shell/registry";
 import { ASSETS } from "./data";
 import { FORMS } from "./forms";
 
 screens.register(
+  {
+    path: "/torvex/metadata.asp",
+    title: () => t(L.metaTags),
+    load: () => import("./tvx-metadata"),
+    render: ({ params }) => html`<tvx-metadata .params=${params}></tvx-metadata>`,
+  },
   ...ASSETS.map((assets) => ({
     path: assets.address.toLowerCase(),
     title: () => word(assets.title),
