@@ -1,5 +1,6 @@
 // registers: the meta data of many pages at once.
 
+#include <cstdint>
 #include <map>
 #include <set>
 
@@ -15,6 +16,8 @@ namespace torvex {
 namespace {
 
 constexpr int mostPages = 200;
+/// Beyond any tree, and within what engines count to.
+constexpr double mostRows = 1e9;
 constexpr std::size_t mostNodes = 200;
 
 /// Pages without a value for the tag come first. The system branch has no meta data.
@@ -98,10 +101,11 @@ class AncestorValues {
 
 }  // namespace
 
-Value registers::getMetaSheet(const std::string& site, const std::string& lang, int tag, int from) try {
-    if (from < 0) return {};
-    const std::vector<Line> lines = linesOf(
-        connection().query(selectPages, {tag, siteCode(site), text::lowerTrim(lang), mostPages, from}));
+Value registers::getMetaSheet(const std::string& site, const std::string& lang, int tag, double from) try {
+    if (from < 0 || from > mostRows) return {};
+    const std::vector<Line> lines =
+        linesOf(connection().query(selectPages, {tag, siteCode(site), text::lowerTrim(lang), mostPages,
+                                                 static_cast<std::int64_t>(from)}));
     const AncestorValues ancestors(connection(), lines);
     ResultGrid grid(6);
     for (const Line& line : lines) {

@@ -305,7 +305,7 @@ class registers {
     /// What 200 pages of the design from `from` on have for the meta tags, a row each: page, node, title, number
     /// of the tag (0 for a page that has nothing), value, and whether it is an ancestor's. By node; with a tag,
     /// pages without a value for it first.
-    Value getMetaSheet(const std::string& site, const std::string& lang, int tag = 0, int from = 0);
+    Value getMetaSheet(const std::string& site, const std::string& lang, int tag = 0, double from = 0);
 
     // ---- Any record (desk/OpenRecord.cpp) ----
 

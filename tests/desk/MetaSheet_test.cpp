@@ -28,7 +28,7 @@ class MetaSheetTest : public RegistersTest {
                                              {"metaData_value", value},
                                              {"metaData_inherited", inherited}});
     }
-    std::vector<std::string> sheet(int tag = 0, int from = 0) {
+    std::vector<std::string> sheet(int tag = 0, double from = 0) {
         return linesOf(registers().getMetaSheet(" AA ", "EN", tag, from));
     }
 };
@@ -80,7 +80,7 @@ TEST_P(MetaSheetTest, TwoHundredPagesComeAtATime) {
     EXPECT_EQ(sheet().size(), 200U);
     EXPECT_EQ(sheet(0, 200).size(), 4U);
     EXPECT_THAT(sheet(0, 204), IsEmpty());
-    EXPECT_THAT(sheet(0, -1), IsEmpty());
+    for (const double from : {-1.0, 1e5, 1e300}) EXPECT_THAT(sheet(0, from), IsEmpty()) << from;
 }
 
 TEST_P(MetaSheetTest, AFailureIsRaised) {

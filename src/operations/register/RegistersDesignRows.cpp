@@ -128,7 +128,7 @@ std::vector<Row<registers>> feeds() {
 std::vector<Row<registers>> metaData() {
     return {
         reads("getMetaSheet", &registers::getMetaSheet,
-              {argument("site"), argument("lang"), argument("tag", 0), argument("from", 0)},
+              {argument("site"), argument("lang"), argument("tag", 0), argument("from", 0.0)},
               "What 200 pages of a design have for the meta tags of their site, inherited values included; "
               "with "
               "a tag, pages without a value for it come first.",
