@@ -175,6 +175,19 @@ const pictures = {
     await rest();
     return why;
   },
+  "admin-template": async ({ page, go, rest }) => {
+    await go("/torvex/templates.asp?contentTemplate=2");
+    await page.getByRole("button", { name: /^Save: \d+ live pages change$/ }).waitFor();
+    await page.getByRole("textbox", { name: "Source" }).getByText("torvex_content_end").waitFor();
+    await rest();
+    return wide(600);
+  },
+  "admin-words": async ({ page, go, rest }) => {
+    await go("/torvex/vocabulary.asp?lang=de&words=publish");
+    await page.getByRole("textbox", { name: "15: Publish" }).waitFor();
+    await rest();
+    return wide(400);
+  },
   "admin-board": async ({ page, go, rest }) => {
     await go("/torvex/torvex_msgBoard/categories.asp");
     await page.getByRole("button", { name: "New item" }).waitFor();
