@@ -250,7 +250,7 @@ describe("rights", () => {
   test("who may not look at roles is told so", async () => {
     const work = await workAs(site, "clover");
     await work.go("/torvex/roles.asp");
-    const notice = work.page.locator("tvx-roles").getByRole("alert");
+    const notice = work.page.getByRole("main").getByRole("alert");
     await notice.getByRole("link", { name: "To the dashboard" }).waitFor();
     assert.equal(await notice.getByRole("button").count(), 0);
     await work.close();

@@ -162,7 +162,7 @@ describe("groups, users and servers", () => {
     await work.close();
     const other = await workAs(site, "clover");
     await other.go("/torvex/users.asp");
-    await other.page.locator("tvx-users").getByRole("alert").waitFor();
+    await other.page.getByRole("main").getByRole("alert").getByRole("link", { name: "To the dashboard" }).waitFor();
     await other.close();
   });
 });

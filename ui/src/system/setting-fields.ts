@@ -33,6 +33,10 @@ export interface SettingField {
 export const isKept = ({ dataType }: Setting, value: string): boolean =>
   dataType !== "N" || (/^-?\d{1,5}$/.test(value.trim()) && Math.abs(Number(value)) <= 32_767);
 
+/** Of what can't be left empty an empty text is no usual value: it is a choice that was made. */
+export const isUsual = (setting: Setting, value: string): boolean =>
+  setting.usual === null || value === setting.usual || !isKept(setting, setting.usual);
+
 function field({ setting, value, fixed, change, choices, late }: SettingField, id: string): TemplateResult {
   const describedBy = `${id}-note`;
   const changed = (event: Event) => change((event.target as HTMLInputElement).value);
@@ -51,7 +55,7 @@ function field({ setting, value, fixed, change, choices, late }: SettingField, i
 export function settingField(options: SettingField): TemplateResult {
   const { setting, value, fixed, change } = options;
   const id = `setting-${setting.parameter}`;
-  const differs = setting.usual !== null && value !== setting.usual;
+  const differs = !isUsual(setting, value);
   const takes = TAKES[setting.takes];
   return html`<div class="setting">${field(options, id)}
     <p class="note setting-note" id="${id}-note"><code>${setting.parameter}</code>

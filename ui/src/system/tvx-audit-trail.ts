@@ -29,8 +29,9 @@ import {
 import "../pages/lists.css";
 import "./system.css";
 
-/** What one answer holds. */
+/** What one answer holds, and how many lines can be gone through without narrowing the days. */
 const AT_ONCE = 200;
+const MOST = 32_000;
 
 @customElement("tvx-audit-trail")
 export class TvxAuditTrail extends TvxElement {
@@ -98,7 +99,7 @@ export class TvxAuditTrail extends TvxElement {
       const further = (await call("desk.getTrail", { filters: this.csv, from: lines.length })) as TrailLine[];
       if (run !== this.run) return;
       this.lines = [...lines, ...further];
-      this.hasMore = further.length === AT_ONCE;
+      this.hasMore = further.length === AT_ONCE && this.lines.length < MOST;
     } catch (error) {
       this.fault = error;
     }

@@ -6,9 +6,7 @@ import { call } from "../api";
 import { TvxElement } from "../kit/element";
 import { faultNotice } from "../kit/fault-notice";
 import { icon } from "../kit/icon";
-import "../kit/tvx-table";
 import { ask } from "../kit/tvx-dialog";
-import type { TableColumn } from "../kit/tvx-table";
 import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
 import { failed } from "../pages/actions";
@@ -95,18 +93,9 @@ export class TvxInterfaces extends TvxElement {
     await this.load();
   }
 
-  private get columns(): TableColumn<InterfaceLanguage>[] {
-    const columns: TableColumn<InterfaceLanguage>[] = [
-      {
-        id: "name",
-        label: t(L.language),
-        cell: (row) =>
-          html`<strong>${row.lang_name}</strong> <span class="soft">${row.lang_ID}</span> ${row.lang_default ? html`<span class="rights-mark">${t(L.isDefault)}</span>` : nothing}
-            ${row.lang_enabled ? html`<span class="rights-mark done">${t(L.liveYes)}</span>` : html`<span class="rights-mark warn">${t(L.didOffline)}</span>`}`,
-        by: (row) => row.lang_name,
-      },
-    ];
-    return [...columns, { id: "do", label: "", cell: (row) => this.buttons(row), width: "440px" }];
+  private line(row: InterfaceLanguage): TemplateResult {
+    return html`<li><span class="grow"><strong>${row.lang_name}</strong> <span class="soft">${row.lang_ID}</span> ${row.lang_default ? html`<span class="rights-mark">${t(L.isDefault)}</span>` : nothing}
+      ${row.lang_enabled ? html`<span class="rights-mark done">${t(L.didOnline)}</span>` : html`<span class="rights-mark warn">${t(L.didOffline)}</span>`}</span>${this.buttons(row)}</li>`;
   }
 
   private buttons(row: InterfaceLanguage): TemplateResult {
@@ -132,7 +121,7 @@ export class TvxInterfaces extends TvxElement {
         ${this.mayChange ? html`<button class="button primary" @click=${this.add}>${icon("plus")}${t(L.newInterface)}</button>` : nothing}</header>
       <p class="note list-note">${t(L.generateHint)}</p>
       ${faultNotice(this.fault, this.load)}
-      ${this.rows ? html`<tvx-table class="card tall-rows" .label=${t(L.interfaceLanguages)} .columns=${this.columns} .rows=${[...this.rows]} .opens=${false} .keyOf=${(row: InterfaceLanguage) => row.lang_ID} .nameOf=${(row: InterfaceLanguage) => row.lang_name}></tvx-table>` : nothing}
+      ${this.rows ? html`<ul class="card languages" role="list">${this.rows.map((row) => this.line(row))}</ul>` : nothing}
     </section>`;
   }
 }

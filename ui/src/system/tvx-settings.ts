@@ -16,7 +16,7 @@ import { filterField, matches } from "../records/fields";
 import { type Hold, hold, isChanged, letGo } from "../records/lock";
 import { beforeLeaving, setQuery } from "../shell/address";
 import { type Setting, type Settings, saveSettings, settingsOf } from "./data";
-import { isKept, settingField } from "./setting-fields";
+import { isKept, isUsual, settingField } from "./setting-fields";
 import "../pages/lists.css";
 import "../rights/rights.css";
 import "./system.css";
@@ -152,7 +152,7 @@ export class TvxSettings extends TvxElement {
     const shown = settings.filter(
       (setting) =>
         matches(words, setting.parameter, setting.meaning) &&
-        (!only || (setting.usual !== null && this.current(setting) !== setting.usual) || setting.section === "other"),
+        (!only || !isUsual(setting, this.current(setting)) || setting.section === "other"),
     );
     if (shown.length === 0) return html`<div class="empty">${icon("settings")}<p>${t(L.nothingFound)}</p></div>`;
     return SECTIONS.map(([section, label]) => {

@@ -22,8 +22,9 @@ import "../pages/lists.css";
 import "../rights/rights.css";
 import "./system.css";
 
-/** What one answer holds. */
+/** What one answer holds, and how many can be gone through without narrowing them. */
 const AT_ONCE = 500;
+const MOST = 32_000;
 
 const fullName = ({ firstname, lastname }: Pick<User, "firstname" | "lastname">): string =>
   [lastname, firstname].filter(Boolean).join(", ");
@@ -74,7 +75,7 @@ export class TvxUsers extends TvxElement {
       const found = await usersOf(this.words, this.group, from);
       if (wish !== this.shown) return;
       this.rows = from > 0 ? [...(this.rows ?? []), ...found] : found;
-      this.hasMore = found.length === AT_ONCE;
+      this.hasMore = found.length === AT_ONCE && this.rows.length < MOST;
       this.fault = undefined;
     } catch (error) {
       if (wish === this.shown) this.fault = error;
