@@ -1,7 +1,7 @@
 // Makes the pictures of the guides in docs/: a demo is laid out, every screen is brought to the state that its guide
 // speaks of, and the part that matters is taken. `npm run guide` makes all of them, `npm run guide -- publish why` some.
 import { execFileSync } from "node:child_process";
-import { mkdirSync, mkdtempSync, rmSync, statSync } from "node:fs";
+import { existsSync, mkdirSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { dirname, join } from "node:path";
 import { fileURLToPath } from "node:url";
@@ -208,17 +208,39 @@ const pictures = {
   },
 };
 
+// Whether anybody could see that two pictures differ: edges are drawn a shade lighter or darker from time to time.
+async function isSeen(browser, before, after) {
+  const page = await browser.newPage();
+  const seen = await page.evaluate(async (pictures) => {
+    const [one, other] = await Promise.all(pictures.map(async (text) => {
+      const bitmap = await createImageBitmap(new Blob([Uint8Array.from(atob(text), (letter) => letter.charCodeAt(0))]));
+      const pen = new OffscreenCanvas(bitmap.width, bitmap.height).getContext("2d");
+      pen.drawImage(bitmap, 0, 0);
+      return pen.getImageData(0, 0, bitmap.width, bitmap.height);
+    }));
+    const isOfOneSize = one.width === other.width && one.height === other.height;
+    return !isOfOneSize || one.data.some((shade, i) => Math.abs(shade - other.data[i]) > 24);
+  }, [before, after].map((picture) => picture.toString("base64")));
+  await page.close();
+  return seen;
+}
+
+// A picture that shows what the last one showed stays as it is.
+async function keep(browser, name, picture) {
+  const path = join(folder, `${name}.png`);
+  const isNew = !existsSync(path) || (await isSeen(browser, readFileSync(path), picture));
+  if (isNew) writeFileSync(path, picture);
+  console.log(`${name}: ${Math.ceil(picture.length / 1024)} KB${isNew ? "" : ", as before"}`);
+  if (picture.length > mostBytes) throw new Error(`larger than ${mostBytes} bytes: take a smaller part`);
+}
+
 async function take(site, name) {
   const work = await workAs(site, "iris", { width, height });
   const part = await pictures[name](work);
-  const path = join(folder, `${name}.png`);
-  const still = { path, animations: "disabled", scale: "css" };
-  if ("screenshot" in part) await part.screenshot(still);
-  else await work.page.screenshot({ ...still, clip: part });
-  const { size } = statSync(path);
-  console.log(`${name}: ${Math.ceil(size / 1024)} KB`);
-  if (size > mostBytes) throw new Error(`${path} is larger than ${mostBytes} bytes: take a smaller part`);
-  if (work.faults.length) throw new Error(`${name}: ${work.faults.join("; ")}`);
+  const still = { animations: "disabled", scale: "css" };
+  const picture = "screenshot" in part ? await part.screenshot(still) : await work.page.screenshot({ ...still, clip: part });
+  await keep(site.browser, name, picture);
+  if (work.faults.length) throw new Error(work.faults.join("; "));
   site.sql("delete from TORVEX_DRAFTS");
   await work.close();
 }
