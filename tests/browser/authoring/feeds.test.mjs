@@ -71,6 +71,10 @@ describe("feeds and applications", () => {
     assert.equal(await page.getByLabel("Description").inputValue(), "Mine");
     await save(page).click();
     await work.says("Notices is saved.");
+    for (const elsewhere of [2, 999]) {
+      await work.go(`/torvex/htmlFeeds.asp?htmlFeed=${elsewhere}`);
+      await page.getByText("It isn't there any more.").waitFor();
+    }
     await work.close();
   });
 

@@ -2,9 +2,8 @@
 
 import { Batch, call } from "../api";
 import type { Step } from "../api/batch";
-import { Problem } from "../api/problem";
 import type { IconName } from "../kit/icon";
-import { L, type Label, t } from "../labels";
+import { L, type Label } from "../labels";
 import { workplace } from "../shell/workplace";
 import type { Use } from "./data";
 
@@ -33,6 +32,8 @@ export interface FormData {
   readonly id: number;
   readonly site: string;
   readonly lang: string;
+  /** Not for a number of another website's either. */
+  readonly isThere: boolean;
   readonly texts: Texts;
   readonly expected: unknown;
   readonly uses: readonly Use[];
@@ -225,8 +226,7 @@ export async function formOf(form: FormKind, id: number): Promise<FormData> {
   const uses = work.do("desk.getUses", { kind: form.item, id: String(id) });
   await work.run();
   const texts = form.textsOf(read.value);
-  if (!texts) throw new Problem({ status: 404, detail: t(L.recordIsGone) });
-  return { ...place, id, texts, expected: read.raw, uses: uses.value };
+  return { ...place, id, isThere: texts !== undefined, texts: texts ?? {}, expected: read.raw, uses: uses.value };
 }
 
 /** Saves it unless it has been changed since it was read. */

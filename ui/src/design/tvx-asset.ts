@@ -77,8 +77,14 @@ export class TvxAsset extends RecordElement<Asset> {
     return t(L.recordSaved, { name: texts.name.trim() });
   }
 
+  /** Another name or description is seen by authors alone. */
+  private get isLookKept(): boolean {
+    const { texts, record } = this;
+    return this.differs && texts?.source === record?.source && texts?.filename === record?.filename;
+  }
+
   protected override get saveWord(): string {
-    const count = this.record?.livePages ?? 0;
+    const count = this.isLookKept ? 0 : (this.record?.livePages ?? 0);
     return count > 0 ? plural(count, L.saveChangesOne, L.saveChangesMany) : t(L.save);
   }
 

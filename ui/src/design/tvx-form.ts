@@ -70,7 +70,7 @@ export class TvxForm extends RecordElement<FormData> {
   }
 
   protected buttons(form: FormData): TemplateResult {
-    if (!this.mayRemove) return html``;
+    if (!this.mayRemove || !form.isThere) return html``;
     return html`<button class="button" @click=${() => this.removeIt(form)}>${icon("trash-2")}${t(L.delete)}</button>`;
   }
 
@@ -96,6 +96,7 @@ export class TvxForm extends RecordElement<FormData> {
   }
 
   protected sheet(form: FormData): TemplateResult {
+    if (!form.isThere) return html`<div class="empty">${icon(this.form.icon)}<p>${t(L.recordIsGone)}</p></div>`;
     const change = (part: string, text: string): void => {
       this.texts = { ...this.texts, [part]: text };
     };
