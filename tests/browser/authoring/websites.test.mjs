@@ -8,6 +8,9 @@ const statements = [
   "insert into TORVEX_ROLES (roleId, roleName, roleDesc, lock) values (9, 'Websites', '', '')",
   "insert into TORVEX_ROLES_LOGINS (roleId, loginId) values (9, 2)",
   "insert into TORVEX_ADVANCED_RIGHTS (roleId, advId, site, lang, viewAccess, editAccess) values (9, 11, '', '', 1, 1), (9, 12, '', '', 1, 1)",
+  "insert into TORVEX_ROLES (roleId, roleName, roleDesc, lock) values (10, 'Readers', '', '')",
+  "insert into TORVEX_ROLES_LOGINS (roleId, loginId) values (10, 5)",
+  "insert into TORVEX_ADVANCED_RIGHTS (roleId, advId, site, lang, viewAccess, editAccess) values (10, 11, '', '', 1, 0), (10, 12, '', '', 1, 0), (10, 211, '', '', 1, 0)",
 ];
 
 describe("websites", () => {
@@ -131,6 +134,8 @@ describe("websites", () => {
   test("a title is saved as its field is left, with Undo, where one may, and not over another's", async () => {
     const work = await workAs(site, "clover");
     const { page } = work;
+    // She works in German.
+    await page.addInitScript(() => localStorage.setItem("torvex.6.website", "bg.de"));
     await work.go("/torvex/websiteTitle.asp");
     const field = page.getByRole("textbox", { name: "Title of Botanic Garden · Deutsch" });
     await field.waitFor();
