@@ -12,11 +12,23 @@ export interface Finding {
 export const TAG = /<!--!([\s\S]*?)!-->/g;
 const OPENING = "<!--!";
 
-const lineAt = (source: string, at: number): number => source.slice(0, at).split("\n").length;
+/** Tells in which line a place is; asked for places that follow one another. */
+function lineCounter(source: string): (at: number) => number {
+  let line = 1;
+  let end = source.indexOf("\n");
+  return (at) => {
+    while (end >= 0 && end < at) {
+      ++line;
+      end = source.indexOf("\n", end + 1);
+    }
+    return line;
+  };
+}
 
 /** A tag that isn't closed before the next one begins takes that with it. */
 function unended(source: string): Finding[] {
   const findings: Finding[] = [];
+  const lineAt = lineCounter(source);
   for (let at = source.indexOf(OPENING); at >= 0; at = source.indexOf(OPENING, at + OPENING.length)) {
     const next = source.indexOf(OPENING, at + OPENING.length);
     const end = source.indexOf("!-->", at + OPENING.length);
@@ -24,7 +36,7 @@ function unended(source: string): Finding[] {
     findings.push({
       kind: "noEnd",
       name: source.slice(at, at + 30).split(/[\r\n]/)[0] ?? "",
-      line: lineAt(source, at),
+      line: lineAt(at),
     });
   }
   return findings;
@@ -33,11 +45,12 @@ function unended(source: string): Finding[] {
 function blocks(source: string): Finding[] {
   const open = new Map<string, { name: string; line: number }>();
   const findings: Finding[] = [];
+  const lineAt = lineCounter(source);
   for (const { 1: tag = "", index } of source.matchAll(TAG)) {
     const [, name = "", side = ""] = /^(.*)_(start|end)$/i.exec(tag) ?? [];
     if (!name) continue;
     const key = name.toLowerCase();
-    const line = lineAt(source, index);
+    const line = lineAt(index);
     if (side.toLowerCase() === "start") {
       if (open.has(key)) findings.push({ kind: "openedTwice", name, line });
       else open.set(key, { name, line });
@@ -49,9 +62,10 @@ function blocks(source: string): Finding[] {
 /** A page's bodies are numbered from 1: a number that is left out is a body that authors never see. */
 function missingBodies(source: string): Finding[] {
   const numbers = new Map<number, number>();
+  const lineAt = lineCounter(source);
   for (const { 1: tag = "", index } of source.matchAll(TAG)) {
     const number = Number(/^torvex_body_(\d{1,4})(?:_start)?$/i.exec(tag)?.[1] ?? 0);
-    if (number > 0 && !numbers.has(number)) numbers.set(number, lineAt(source, index));
+    if (number > 0 && !numbers.has(number)) numbers.set(number, lineAt(index));
   }
   const last = Math.max(0, ...numbers.keys());
   return Array.from({ length: last }, (_, at) => at + 1)
