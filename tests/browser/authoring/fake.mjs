@@ -137,6 +137,9 @@ function serve(route, state, calls, { lang, view }) {
   return serveCall(route, state, calls, name);
 }
 
+// Entries of the administration menu that the author may look at and change everywhere.
+export const opened = (...entries) => entries.map((entry) => ({ entry, site: "", lang: "", view: true, edit: true }));
+
 // A page with the shell at an address. `api` has answers by "class/operation", `entries` are those of the menu that the
 // login may use, `view` is the page in the frame; `sent` collects what was asked.
 export async function openShell(browser, { path = "/torvex/", api = {}, lang = "en", entries = [], view = "", ...options } = {}) {

@@ -1,7 +1,7 @@
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
 import { findingsOfAxe } from "../support.mjs";
-import { aBrowser, grid, openShell, record, refusal } from "./fake.mjs";
+import { aBrowser, grid, openShell, opened, record, refusal } from "./fake.mjs";
 import { until } from "./support.mjs";
 
 const workNames = ["pageId", "siteId", "lang", "nodeId", "title", "liveTitle", "pageType", "state", "editor", "since", "holder", "holderSince"];
@@ -353,7 +353,7 @@ describe("the list of logins", () => {
   test("shows whole names on a phone, with where they are, and can end a session", async () => {
     const names = ["loginId", "name", "siteId", "lang", "pageId", "since", "idleSeconds"];
     const online = () => grid(names, [[4, "Heide Lorenz", "bg", "en", 0, "2026-06-15T10:00:00", 840]]);
-    const { page, context } = await openShell(chromium.browser, { path: "/torvex/loginsOnline.asp", viewport: { width: 360, height: 740 }, api: { "desk/getOnline": online } });
+    const { page, context } = await openShell(chromium.browser, { path: "/torvex/loginsOnline.asp", entries: opened(23), viewport: { width: 360, height: 740 }, api: { "desk/getOnline": online } });
     const cell = page.getByRole("cell", { name: /Heide Lorenz/ }).first();
     await cell.getByText("Botanic Garden · English").waitFor();
     await until(() => cell.evaluate((node) => {

@@ -2,7 +2,7 @@
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
 import { findingsOfAxe } from "../support.mjs";
-import { aBrowser, grid, openShell, record, visit } from "./fake.mjs";
+import { aBrowser, grid, openShell, opened, record, visit } from "./fake.mjs";
 
 // A tree where "Visit" is called what was saved last.
 function titled(parameters, save = () => "0") {
@@ -124,7 +124,7 @@ describe("keys of the library", () => {
 
   for (const view of ["grid", "list"]) {
     const open = async () => {
-      const shell = await openShell(chromium.browser, { path: "/torvex/images.asp?folder=001", api: library });
+      const shell = await openShell(chromium.browser, { path: "/torvex/images.asp?folder=001", entries: opened(111), api: library });
       const { page } = shell;
       await page.getByRole("option", { name: /Picture b/ }).waitFor();
       if (view === "list") await page.getByRole("button", { name: "List" }).click();

@@ -1,7 +1,7 @@
 // What is asked before many pages change, or a place: branches, selections, people in the way, readers of folders.
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
-import { aBrowser, grid, openShell, openVisit, record, refusal, treeOf, visit } from "./fake.mjs";
+import { aBrowser, grid, openShell, openVisit, opened, record, refusal, treeOf, visit } from "./fake.mjs";
 
 const sitemap = treeOf(record(2, "bg.en.01", "Visit", "1PM000"), record(3, "bg.en.02", "Plants", "0PM000"), record(4, "bg.en.03", "Walks", "0PM000"));
 
@@ -241,7 +241,7 @@ describe("who may reach a folder", () => {
       "cManager/getFolderGroups": () => grid(["groupId", "name", "flag"], groups),
       "cManager/setFolderGroup": () => null,
     };
-    const { page, sent, errors, context } = await openShell(chromium.browser, { path: "/torvex/images.asp?folder=001", api: media });
+    const { page, sent, errors, context } = await openShell(chromium.browser, { path: "/torvex/images.asp?folder=001", entries: opened(111), api: media });
     await page.getByRole("button", { name: "More for this folder" }).click();
     await page.getByRole("menuitem", { name: "Who may reach it" }).click();
     const dialog = page.getByRole("dialog", { name: 'Who may reach "Press"' });

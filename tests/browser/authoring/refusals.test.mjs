@@ -1,7 +1,7 @@
 // What a refusal says, and what its reader can do next.
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
-import { aBrowser, grid, openShell, openVisit, record, treeOf, visit } from "./fake.mjs";
+import { aBrowser, grid, openShell, openVisit, opened, record, treeOf, visit } from "./fake.mjs";
 import { holder, labels, refused } from "./refusals.mjs";
 
 // A page by what `getPageParameters` says of it.
@@ -171,7 +171,7 @@ describe("a refused place", () => {
 describe("a screen that couldn't be read", () => {
   const chromium = aBrowser();
   const problem = (status, detail) => ({ status, problem: { status, operation: "cManager.getLockList", title: "refused", detail } });
-  const openHeld = (getLockList) => openShell(chromium.browser, { path: "/torvex/locks.asp", api: { "cManager/getLockList": getLockList } });
+  const openHeld = (getLockList) => openShell(chromium.browser, { path: "/torvex/locks.asp", entries: opened(212), api: { "cManager/getLockList": getLockList } });
 
   test("is read again by whoever wishes it", async () => {
     let answer = problem(500, "That didn't work. Reference 4711");
