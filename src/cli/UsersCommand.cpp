@@ -7,10 +7,10 @@
 #include <iterator>
 #include <ostream>
 
+#include "accounts/UserFile.h"
 #include "cli/OpenInstallation.h"
 #include "cli/Progress.h"
 #include "cli/UsageError.h"
-#include "accounts/UserFile.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/db/OwnTransaction.h"
