@@ -127,9 +127,15 @@ export async function logIn(page, name, password) {
   await Promise.all([page.waitForNavigation(), sendLogin(page, name, password)]);
 }
 
+// What fades from one colour to another has neither yet. What turns for ever isn't waited for.
+const settled = (page) => page.evaluate(() => Promise.all(document.getAnimations()
+  .filter((animation) => Number.isFinite(animation.effect?.getComputedTiming().endTime))
+  .map((animation) => animation.finished.catch(() => {}))));
+
 // What is wrong with the page as it shows, or with parts of it (a context of axe), for who can't see it, or hear, or use
 // a mouse: a line for each finding.
 export async function findingsOfAxe(page, parts = "html") {
+  await settled(page);
   await page.evaluate(axe);
   const { violations } = await page.evaluate((selector) => window.axe.run(selector, {
     runOnly: ["wcag2a", "wcag2aa", "wcag21a", "wcag21aa", "wcag22aa", "best-practice"],
