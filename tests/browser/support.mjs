@@ -129,7 +129,7 @@ export async function logIn(page, name, password) {
 
 // What fades from one colour to another has neither yet. What turns for ever isn't waited for.
 const settled = (page) => page.evaluate(() => Promise.all(document.getAnimations()
-  .filter((animation) => Number.isFinite(animation.effect?.getComputedTiming().endTime))
+  .filter((animation) => animation.playState === "running" && Number.isFinite(animation.effect?.getComputedTiming().endTime))
   .map((animation) => animation.finished.catch(() => {}))));
 
 // What is wrong with the page as it shows, or with parts of it (a context of axe), for who can't see it, or hear, or use
