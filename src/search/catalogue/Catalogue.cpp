@@ -16,7 +16,10 @@ namespace torvex::catalogue {
 namespace {
 
 /// Enough for what most visitors look at. Who goes on beyond that gets so many times more.
-constexpr std::size_t firstHits = 120;
+constexpr std::size_t firstHits = 240;
+/// A phrase reads the traces of all texts that have its words, and would once more for whoever goes on: as many as
+/// there may be cost little more.
+constexpr std::size_t firstHitsOfPhrase = 960;
 constexpr std::size_t growth = 8;
 /// Rows are read together, as those of a page are asked for one after the other.
 constexpr std::size_t rowsTogether = 25;
@@ -56,13 +59,18 @@ Query withScopesInside(Query query, const Root& root) {
     return query;
 }
 
+std::size_t firstHitsOf(const Query& query) {
+    return query.text.find('"') == std::string::npos ? firstHits : firstHitsOfPhrase;
+}
+
 class FoundResults final : public Results {
   public:
     FoundResults(std::shared_ptr<const Backend> backend, Root root, Query query)
         : backend_(std::move(backend)),
           root_(std::move(root)),
           query_(std::move(query)),
-          found_(backend_->find(query_, firstHits)) {}
+          asked_(firstHitsOf(query_)),
+          found_(backend_->find(query_, asked_)) {}
 
     std::size_t size() const override {
         const std::scoped_lock lock(mutex_);
@@ -138,8 +146,8 @@ class FoundResults final : public Results {
     const Root root_;
     const Query query_;
     mutable std::mutex mutex_;
+    mutable std::size_t asked_;
     mutable Found found_;
-    mutable std::size_t asked_ = firstHits;
     mutable std::vector<Row> rows_;
     mutable std::size_t firstRow_ = 0;
     mutable std::vector<std::string> paths_;
