@@ -6,17 +6,36 @@ import type { IconName } from "../kit/icon";
 import { L, type Label } from "../labels";
 import { workplace } from "../shell/workplace";
 
-/** What a screen needs of one of the registers whose records name a file. */
-export interface AssetKind {
-  /** As the uses of pages name it. */
-  readonly kind: "template" | "baseTemplate" | "stylesheet";
-  readonly item: "contentTemplate" | "baseTemplate" | "stylesheet";
+/** Site and language; "" where records are of none. */
+export interface Place {
+  readonly site: string;
+  readonly lang: string;
+}
+
+/** What a list needs of one of the registers. */
+export interface DesignKind {
+  /** As `lockItem` and the address call one of its records. */
+  readonly item: string;
   readonly address: string;
   readonly entry: number;
   readonly icon: IconName;
   readonly title: Label;
   readonly add: Label;
   readonly isEmpty: Label;
+}
+
+export interface DesignLine {
+  readonly id: number;
+  readonly name: string;
+  readonly description: string;
+  readonly isSystem: boolean;
+}
+
+/** What a screen needs of one of the registers whose records name a file. */
+export interface AssetKind extends DesignKind {
+  /** As the uses of pages name it. */
+  readonly kind: "template" | "baseTemplate" | "stylesheet";
+  readonly item: "contentTemplate" | "baseTemplate" | "stylesheet";
   /** How a new one begins. */
   readonly begins: string;
   readonly ending: string;
@@ -76,22 +95,15 @@ export const ASSETS: readonly AssetKind[] = [
 
 const idName = ({ kind }: AssetKind): string => `${kind}Id`;
 
-export interface AssetLine {
-  readonly id: number;
-  readonly name: string;
-  readonly description: string;
-  readonly isSystem: boolean;
-}
-
-export async function assetsOf(assets: AssetKind, site: string, lang: string): Promise<AssetLine[]> {
-  const args = { site, lang, ...(assets.kind === "template" ? { listType: 2 } : {}) };
-  const column = { template: "tpl", baseTemplate: "btpl", stylesheet: "ss" }[assets.kind];
-  const lines = (await call(named(`${assets.on}.get${assets.of}List`), args as never)) as Record<string, unknown>[];
+export async function assetsOf(assets: AssetKind, { site, lang }: Place): Promise<DesignLine[]> {
+  const { kind, on, of, prefix } = assets;
+  const args = { site, lang, ...(kind === "template" ? { listType: 2 } : {}) };
+  const lines = (await call(named(`${on}.get${of}List`), args as never)) as Record<string, unknown>[];
   return lines.map((line) => ({
-    id: Number(line[`${column}_id`]),
-    name: String(line[`${column}_name`]),
-    description: String(line[`${column}_description`]),
-    isSystem: line[`${column}_system`] === 1,
+    id: Number(line[`${prefix}_id`]),
+    name: String(line[`${prefix}_name`]),
+    description: String(line[`${prefix}_description`]),
+    isSystem: line[`${prefix}_system`] === 1,
   }));
 }
 
@@ -165,7 +177,7 @@ function writeAsset(
   work: Batch,
   assets: AssetKind,
   id: number,
-  { site, lang }: { site: string; lang: string },
+  { site, lang }: Place,
   { name, description, filename, source, isSystem }: AssetTexts,
 ): Step<unknown> {
   const args = { [idName(assets)]: id, site, lang, name, description, file: filename, source };

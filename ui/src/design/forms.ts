@@ -2,10 +2,9 @@
 
 import { Batch, call } from "../api";
 import type { Step } from "../api/batch";
-import type { IconName } from "../kit/icon";
 import { L, type Label } from "../labels";
 import { workplace } from "../shell/workplace";
-import type { Use } from "./data";
+import type { DesignKind, DesignLine, Place, Use } from "./data";
 
 /** Flags are "1" or "". */
 export type Texts = Readonly<Record<string, string>>;
@@ -20,18 +19,9 @@ export interface FormField {
   readonly isFirst?: boolean;
 }
 
-export interface FormLine {
-  readonly id: number;
-  readonly name: string;
-  readonly description: string;
-  readonly isSystem: boolean;
-}
-
 /** As it was read: what a save expects to find again. */
-export interface FormData {
+export interface FormData extends Place {
   readonly id: number;
-  readonly site: string;
-  readonly lang: string;
   /** Not for a number of another website's either. */
   readonly isThere: boolean;
   readonly texts: Texts;
@@ -39,28 +29,16 @@ export interface FormData {
   readonly uses: readonly Use[];
 }
 
-/** Site and language; "" where records are of none. */
-export interface FormPlace {
-  readonly site: string;
-  readonly lang: string;
-}
-
-export interface FormKind {
+export interface FormKind extends DesignKind {
   readonly item: "application" | "htmlFeed" | "xmlFeed";
-  readonly address: string;
-  readonly entry: number;
   readonly isOfWebsite: boolean;
-  readonly icon: IconName;
-  readonly title: Label;
-  readonly add: Label;
-  readonly isEmpty: Label;
   readonly fields: readonly FormField[];
-  readonly list: (site: string, lang: string) => Promise<FormLine[]>;
+  readonly list: (place: Place) => Promise<DesignLine[]>;
   /** Reads it, or goes on only where it is still so. */
-  readonly reads: (work: Batch, id: number, place: FormPlace, expected?: unknown) => Step<unknown>;
+  readonly reads: (work: Batch, id: number, place: Place, expected?: unknown) => Step<unknown>;
   /** From what reading it gave; nothing when it isn't there. */
   readonly textsOf: (read: unknown) => Texts | undefined;
-  readonly saves: (work: Batch, id: number, place: FormPlace, texts: Texts) => Step<unknown>;
+  readonly saves: (work: Batch, id: number, place: Place, texts: Texts) => Step<unknown>;
   readonly remove: (id: number) => Promise<unknown>;
   /** What it gives now. */
   readonly tries?: (id: number) => Promise<string>;
@@ -122,7 +100,7 @@ const applications: FormKind = {
   remove: (appId) => call("application.delApplication", { appId }),
 };
 
-const feedLines = (lines: readonly { feedId: number; feedName: string; feedDescription: string }[]): FormLine[] =>
+const feedLines = (lines: readonly { feedId: number; feedName: string; feedDescription: string }[]): DesignLine[] =>
   lines.map(({ feedId, feedName, feedDescription }) => ({
     id: feedId,
     name: feedName,
@@ -161,7 +139,7 @@ const htmlFeeds: FormKind = {
     { part: "file", label: L.feedFile, longest: 500, hint: L.feedFileHint, isFirst: true },
     PARAMETERS,
   ],
-  list: async (site, lang) => feedLines(await call("registers.getHTMLfeeds", { site, lang })),
+  list: async ({ site, lang }) => feedLines(await call("registers.getHTMLfeeds", { site, lang })),
   reads: (work, feedId, { site, lang }, expected) =>
     work.do("registers.getHTMLfeeds", { site, lang, feedId }, asBefore(expected)),
   textsOf: (result) => firstOf(result, HTML_PARTS),
@@ -200,7 +178,7 @@ const xmlFeeds: FormKind = {
     PARAMETERS,
     { part: "blanks", label: L.feedBlanks, longest: 1, kind: "flag" },
   ],
-  list: async (site, lang) => feedLines(await call("registers.getXMLfeeds", { site, lang })),
+  list: async ({ site, lang }) => feedLines(await call("registers.getXMLfeeds", { site, lang })),
   reads: (work, feedId, { site, lang }, expected) =>
     work.do("registers.getXMLfeeds", { site, lang, feedId }, asBefore(expected)),
   textsOf: (result) => {
@@ -216,7 +194,7 @@ const xmlFeeds: FormKind = {
 export const FORMS: readonly FormKind[] = [applications, htmlFeeds, xmlFeeds];
 
 /** Where records of the kind are looked for. */
-export const placeOf = ({ isOfWebsite }: FormKind): FormPlace =>
+export const placeOf = ({ isOfWebsite }: FormKind): Place =>
   isOfWebsite ? { site: workplace.value.site, lang: workplace.value.lang } : { site: "", lang: "" };
 
 export async function formOf(form: FormKind, id: number): Promise<FormData> {

@@ -1,58 +1,30 @@
 /** The templates, base templates or stylesheets of a website, and one of them where the address names it. */
 
-import { html, type PropertyValues, type TemplateResult } from "lit";
+import { html, type TemplateResult } from "lit";
 import { customElement, property } from "lit/decorators.js";
-import { Watch } from "../kit/element";
-import type { TableColumn } from "../kit/tvx-table";
 import { L, t } from "../labels";
+import { word } from "../pages/words";
 import { addDialog } from "../records/add-dialog";
 import { textField } from "../records/fields";
-import { mayChange } from "../records/lock";
-import { type ListWords, RecordList } from "../records/record-list";
 import { workplace } from "../shell/workplace";
-import { ASSETS, type AssetKind, type AssetLine, addAsset, assetsOf } from "./data";
+import { ASSETS, type AssetKind, addAsset, assetsOf, type DesignKind, type DesignLine, type Place } from "./data";
+import { DesignList } from "./design-list";
 import "./tvx-asset";
-import "./design.css";
 
 @customElement("tvx-assets")
-export class TvxAssets extends RecordList<AssetLine> {
+export class TvxAssets extends DesignList {
   @property({ attribute: false }) assets: AssetKind = ASSETS[0]!;
-  private where = "";
-  private readonly workplace = new Watch(this, workplace);
 
-  protected get address(): string {
-    return this.assets.address;
+  protected get kind(): DesignKind {
+    return this.assets;
   }
 
-  protected get key(): string {
-    return this.assets.item;
+  protected get place(): Place {
+    return workplace.value;
   }
 
-  protected get entry(): number {
-    return this.assets.entry;
-  }
-
-  protected get words(): ListWords {
-    const { icon, title, add, isEmpty } = this.assets;
-    return { icon, title, add, isEmpty };
-  }
-
-  protected override willUpdate(changed: PropertyValues<this>): void {
-    const { site, lang } = this.workplace.value;
-    const where = `${site}.${lang} ${this.assets.kind}`;
-    if (this.where && where !== this.where) void this.load();
-    this.where = where;
-    super.willUpdate(changed);
-  }
-
-  protected read(): Promise<AssetLine[]> {
-    const { site, lang } = workplace.value;
-    return assetsOf(this.assets, site, lang);
-  }
-
-  protected override askToAdd(): Promise<boolean> {
-    const { site, lang } = workplace.value;
-    return mayChange(this.entry, site, lang);
+  protected read(): Promise<DesignLine[]> {
+    return assetsOf(this.assets, this.place);
   }
 
   protected add(): Promise<string> {
@@ -61,36 +33,10 @@ export class TvxAssets extends RecordList<AssetLine> {
     const fields = (): TemplateResult =>
       html`${textField({ id: "asset-new-name", label: t(L.name), value: name, longest: 50, change: (text) => (name = text) })}
         ${textField({ id: "asset-new-file", label: t(L.filename), value: filename, longest: 100, hint: t(L.newFileHint, { ending: this.assets.ending }), change: (text) => (filename = text) })}`;
-    const add = (): Promise<unknown> => addAsset(this.assets, name, filename);
-    return addDialog(t(this.assets.add as typeof L.newTemplate), fields, add);
+    return addDialog(word(this.assets.add), fields, () => addAsset(this.assets, name, filename));
   }
 
   protected one(id: number): TemplateResult {
     return html`<tvx-asset .assets=${this.assets} .recordId=${id} @tvx-done=${this.load}></tvx-asset>`;
-  }
-
-  protected idOf({ id }: AssetLine): number {
-    return id;
-  }
-
-  protected nameOf({ name }: AssetLine): string {
-    return name;
-  }
-
-  protected textsOf({ name, description }: AssetLine): string[] {
-    return [name, description];
-  }
-
-  protected get columns(): TableColumn<AssetLine>[] {
-    return [
-      {
-        id: "name",
-        label: t(L.name),
-        cell: (row) =>
-          html`${this.link(row, row.name || `[${row.id}]`)}${row.isSystem ? html` <span class="design-mark">${t(L.ofSystem)}</span>` : ""}`,
-        by: (row) => row.name,
-      },
-      { id: "text", label: t(L.description), cell: (row) => row.description, by: (row) => row.description, wide: true },
-    ];
   }
 }
