@@ -5,15 +5,10 @@ import type { TvxDialog } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
 import { textOf } from "./model/csv";
 
-export interface CsvFile {
-  readonly name: string;
-  readonly text: string;
-}
-
 const CHARSETS = ["utf-8", "windows-1252", "iso-8859-15", "utf-16le", "windows-1250", "windows-1251", "macintosh"];
 
 /** Reads the file again when the encoding is another; what is wrong with it is said in the dialog. */
-export function csvFields(self: TvxDialog, taken: (file: CsvFile) => Promise<unknown>): TemplateResult {
+export function csvFields(self: TvxDialog, taken: (text: string) => Promise<unknown>): TemplateResult {
   const read = async (): Promise<void> => {
     const file = self.querySelector<HTMLInputElement>("#csv-file")?.files?.[0];
     const charset = self.querySelector<HTMLSelectElement>("#csv-charset")?.value ?? "";
@@ -28,7 +23,7 @@ export function csvFields(self: TvxDialog, taken: (file: CsvFile) => Promise<unk
       } catch {
         throw new Error(t(L.wrongCharset));
       }
-      await taken({ name: file.name, text });
+      await taken(text);
     } catch (error) {
       self.fault = error instanceof Error ? error.message : String(error);
     } finally {

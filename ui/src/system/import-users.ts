@@ -1,22 +1,18 @@
 /** Visitors' accounts out of a table: what each line would do is found out first, and all of them are taken or none. */
 
-import { html, nothing, type TemplateResult } from "lit";
-import { dialog } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
 import { L, number, t } from "../labels";
-import { type CsvFile, csvFields } from "./csv-file";
-import { type ImportLine, importUsers } from "./data";
+import { importUsers } from "./data";
+import { type BadLine, importDialog, planView } from "./import-dialog";
 import { readCsv } from "./model/csv";
 import { lineIn, type Piece, piecesOf, twice } from "./model/users";
-
-const TOLD = 20;
 
 interface Plan {
   readonly pieces: readonly Piece[];
   readonly adds: number;
   readonly changes: number;
   readonly same: number;
-  readonly bad: readonly { readonly line: number; readonly reason: string }[];
+  readonly bad: readonly BadLine[];
 }
 
 async function planOf(text: string): Promise<Plan> {
@@ -37,43 +33,22 @@ async function planOf(text: string): Promise<Plan> {
   return { pieces, adds: counts.adds, changes: counts.changes, same: counts.same, bad: told };
 }
 
-function planView({ adds, changes, same, bad }: Plan): TemplateResult {
-  return html`<div role="status"><ul class="import-plan">
-      <li>${t(L.importAdds, { count: number(adds) })}</li><li>${t(L.importChanged, { count: number(changes) })}</li><li>${t(L.importSame, { count: number(same) })}</li>
-      ${bad.length ? html`<li class="import-bad">${t(L.importBad, { count: number(bad.length) })}<ul>${bad.slice(0, TOLD).map(({ line, reason }) => html`<li>${t(L.importLine, { line, reason })}</li>`)}</ul></li>` : nothing}
-    </ul></div>`;
+async function take({ pieces }: Plan): Promise<void> {
+  for (const { table } of pieces) {
+    const wrong = (await importUsers(table, false)).find(({ outcome }) => outcome === "bad");
+    if (wrong) throw new Error(wrong.detail);
+  }
 }
 
 /** Whether accounts were taken. */
 export async function importUsersDialog(): Promise<boolean> {
-  let plan: Plan | undefined;
-  const answer = await dialog({
-    title: t(L.readCsv),
-    wide: true,
-    body: (self) =>
-      html`<div class="stack"><p class="note">${t(L.importColumns)}</p>
-        ${csvFields(self, async ({ text }: CsvFile) => {
-          plan = undefined;
-          plan = await planOf(text);
-        })}
-        ${plan ? planView(plan) : nothing}</div>`,
-    actions: () => [
-      { name: "cancel", label: t(L.cancel) },
-      {
-        name: "go",
-        label: t(L.importTake),
-        kind: "primary",
-        disabled: plan && plan.bad.length === 0 && plan.adds + plan.changes > 0 ? "" : t(L.importNothing),
-        run: async () => {
-          for (const { table } of plan?.pieces ?? []) {
-            const wrong = (await importUsers(table, false)).find(({ outcome }: ImportLine) => outcome === "bad");
-            if (wrong) throw new Error(wrong.detail);
-          }
-        },
-      },
-    ],
+  const taken = await importDialog({
+    says: t(L.importColumns),
+    planOf,
+    view: ({ adds, changes, same, bad }) => planView(t(L.importAdds, { count: number(adds) }), changes, same, bad),
+    mayTake: ({ adds, changes, bad }) => bad.length === 0 && adds + changes > 0,
+    take,
   });
-  if (answer !== "go" || !plan) return false;
-  toast(t(L.usersTaken, { added: number(plan.adds), changed: number(plan.changes) }));
-  return true;
+  if (taken) toast(t(L.usersTaken, { added: number(taken.adds), changed: number(taken.changes) }));
+  return taken !== undefined;
 }
