@@ -73,26 +73,46 @@ function drawn<Values>(prefix: string, field: Field<Values>, values: Values, cha
   return html`<div class="field ${field.kind === "area" ? "whole" : ""}"><label for=${id}>${field.label}</label>${control(id, field, values, change)}${field.below ?? nothing}${hint}</div>`;
 }
 
+/** A record at the server. */
+export interface Stored<Values> {
+  /** As it is now; nothing when it is gone. */
+  readonly now: () => Promise<Values | undefined>;
+  readonly save: (values: Values) => Promise<unknown>;
+}
+
 export interface RecordForm<Values> {
   readonly id: string;
   readonly title: string;
   readonly values: Values;
   readonly groups: (values: Values, change: Change<Values>) => readonly Group<Values>[];
-  readonly save: (values: Values) => Promise<unknown>;
-  /** The record as it is now, where there was one before; nothing when it is gone. */
-  readonly now?: () => Promise<Values | undefined>;
+  readonly save: Stored<Values>["save"];
+  /** Where there was one before. */
+  readonly now?: Stored<Values>["now"];
   /** What stands behind the fields. */
   readonly more?: (values: Values, box: TvxDialog) => TemplateResult;
 }
 
-/** Changes a part of a record: all else is saved as it is now, not as it was when it was listed. */
-export const changed =
-  <Values>(read: () => Promise<Values | undefined>, save: (now: Values) => Promise<unknown>) =>
-  async (): Promise<unknown> => {
-    const now = await read();
-    if (!now) throw new Problem({ status: 409, detail: t(L.moduleRecordGone) });
-    return save(now);
-  };
+async function unlessGone<Values>(now: Stored<Values>["now"]): Promise<Values> {
+  const values = await now();
+  if (!values) throw new Problem({ status: 409, detail: t(L.moduleRecordGone) });
+  return values;
+}
+
+/** All but the mark is saved as it is now, not as it was when it was listed. */
+export const saveMark = async <Values extends { marked: number }>(
+  stored: Stored<Values>,
+  marked: boolean,
+): Promise<unknown> => stored.save({ ...(await unlessGone(stored.now)), marked: marked ? 1 : 0 });
+
+/** A record that is read among others. */
+export async function valuesIn<Row, Values>(
+  rows: Promise<readonly Row[]>,
+  isIt: (row: Row) => boolean,
+  valuesOf: (row: Row) => Values,
+): Promise<Values | undefined> {
+  const found = (await rows).find(isIt);
+  return found && valuesOf(found);
+}
 
 /** One form on its way: what is typed, what it began with, and what others have made of that meanwhile. */
 class FormQuestion<Values extends object> {
@@ -130,8 +150,7 @@ class FormQuestion<Values extends object> {
 
   private async save(): Promise<boolean> {
     const { form } = this;
-    const now = await form.now?.();
-    if (form.now && !now) throw new Problem({ status: 409, detail: t(L.moduleRecordGone) });
+    const now = form.now && (await unlessGone(form.now));
     if (now && JSON.stringify(now) !== JSON.stringify(this.was)) {
       this.theirs = now;
       this.box?.requestUpdate();

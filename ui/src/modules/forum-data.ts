@@ -1,6 +1,7 @@
 /** Forums and what was written in them, as they come from the server and go there. */
 
 import { type AnswerOf, call } from "../api";
+import { type Stored, valuesIn } from "./form";
 import type { Place } from "./screen";
 
 export const FORUM = 243;
@@ -56,12 +57,6 @@ export const newForum: ForumValues = {
   marked: 0,
 };
 
-/** As it is now; nothing when it is gone. */
-export async function forumNow(place: Place, forumId: number): Promise<ForumValues | undefined> {
-  const found = (await forumsOf(place)).find((one) => one.forum_id === forumId);
-  return found && valuesOf(found);
-}
-
 export const saveForum = (place: Place, forumId: number, values: ForumValues): Promise<unknown> =>
   call("registers.saveForum", {
     forumId,
@@ -72,6 +67,11 @@ export const saveForum = (place: Place, forumId: number, values: ForumValues): P
     sendEmail: values.sendEmail === 1,
     marked: values.marked === 1,
   });
+
+export const storedForum = (place: Place, forumId: number): Stored<ForumValues> => ({
+  now: () => valuesIn(forumsOf(place), (one) => one.forum_id === forumId, valuesOf),
+  save: (values) => saveForum(place, forumId, values),
+});
 
 export const publishForum = ({ site, lang }: Place, forumId: number): Promise<unknown> =>
   call("Forum.publish", { forumId, site, lang });

@@ -3,6 +3,7 @@
 import { type AnswerOf, Batch, call } from "../api";
 import { maySee } from "../shell/workplace";
 import { BOARD, type Category, categoriesOf } from "./board-data";
+import { type Stored, valuesIn } from "./form";
 import type { Place } from "./screen";
 import { type ModuleTemplate, moduleTemplates } from "./templates";
 
@@ -48,11 +49,6 @@ export const valuesOf = (newsflash: Newsflash) => ({
 });
 export type NewsflashValues = ReturnType<typeof valuesOf>;
 
-export async function newsflashNow(place: Place, nfId: number): Promise<NewsflashValues | undefined> {
-  const found = (await listOf(place)).find((one) => one.nf_Id === nfId);
-  return found && valuesOf(found);
-}
-
 /** The next number that is free, drawn as another one is. */
 export const newNewsflash = ({ newsflashes, templates }: Newsflashes): NewsflashValues => ({
   number: Math.max(0, ...newsflashes.map(({ id }) => id)) + 1,
@@ -71,29 +67,24 @@ export const newNewsflash = ({ newsflashes, templates }: Newsflashes): Newsflash
 export const saveNewsflash = (place: Place, nfId: number, values: NewsflashValues): Promise<unknown> =>
   call("registers.saveNewsflash", { nfId, ...place, ...values, marked: values.marked === 1 });
 
-/** What a batch may hold. */
-const MOST_CALLS = 100;
+export const storedNewsflash = (place: Place, nfId: number): Stored<NewsflashValues> => ({
+  now: () => valuesIn(listOf(place), (one) => one.nf_Id === nfId, valuesOf),
+  save: (values) => saveNewsflash(place, nfId, values),
+});
 
 /** Lets categories feed a newsflash, or feed it no longer. */
 export async function setFeeds(
-  { site, lang }: Place,
+  place: Place,
   nfId: number,
   before: ReadonlySet<number>,
   wanted: ReadonlySet<number>,
 ): Promise<void> {
-  const added = [...wanted].filter((category) => !before.has(category));
-  const changes = [...added, ...[...before].filter((category) => !wanted.has(category))];
-  for (let at = 0; at < changes.length; at += MOST_CALLS) {
-    const work = new Batch();
-    for (const category of changes.slice(at, at + MOST_CALLS))
-      work.do(wanted.has(category) ? "registers.addCategory" : "registers.removeCategory", {
-        nfId,
-        site,
-        lang,
-        category,
-      });
-    await work.run();
-  }
+  const work = new Batch();
+  for (const category of wanted)
+    if (!before.has(category)) work.do("registers.addCategory", { nfId, ...place, category });
+  for (const category of before)
+    if (!wanted.has(category)) work.do("registers.removeCategory", { nfId, ...place, category });
+  await work.run();
 }
 
 /** As its authors have it. */

@@ -5,9 +5,12 @@ import { property, state } from "lit/decorators.js";
 import { isProblem } from "../api/problem";
 import { TvxElement, Watch } from "../kit/element";
 import { faultNotice } from "../kit/fault-notice";
+import { ask } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
+import { L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { mayChangeIn, workplace } from "../shell/workplace";
+import { type RecordForm, recordForm } from "./form";
 import "../pages/lists.css";
 import "./modules.css";
 
@@ -90,6 +93,38 @@ export abstract class ModuleScreen<Data> extends TvxElement {
       else failed(error);
     }
     await this.load();
+  }
+
+  /** What was saved, after it was said and shown; nothing when its author thought better of it. */
+  protected async fill<Values extends object>(
+    form: RecordForm<Values>,
+    nameOf: (values: Values) => string,
+  ): Promise<Values | undefined> {
+    const values = await recordForm(form);
+    if (!values) return undefined;
+    toast(t(form.now ? L.recordSaved : L.recordAdded, { name: nameOf(values) }));
+    await this.load();
+    return values;
+  }
+
+  protected async flipMark(
+    name: string,
+    isMarked: boolean,
+    setMark: (marked: boolean) => Promise<unknown>,
+  ): Promise<void> {
+    const set = (marked: boolean) => ({
+      run: () => setMark(marked),
+      said: t(marked ? L.moduleMarked : L.moduleUnmarked, { name }),
+    });
+    const { run, said } = set(!isMarked);
+    await this.act(run, said, set(isMarked));
+  }
+
+  /** What goes for good is told before. */
+  protected async askAndPublish(going: readonly string[], run: () => Promise<unknown>): Promise<void> {
+    const words = t(L.publishRemoves, { names: going.join(", ") });
+    if (going.length && !(await ask(t(L.publish), words, t(L.publish), "danger"))) return;
+    await this.act(run, t(L.published));
   }
 
   protected override render(): TemplateResult {

@@ -1,6 +1,7 @@
 /** What search pages decide, as it comes from the server and goes there. */
 
 import { type AnswerOf, call } from "../api";
+import { type Stored, valuesIn } from "./form";
 import type { Place } from "./screen";
 
 export const SEARCH = 245;
@@ -62,6 +63,11 @@ export const newSearch = (others: readonly SearchPage[]): SearchValues => ({
 
 export const saveSearch = (pageId: number, values: SearchValues): Promise<unknown> =>
   call("registers.saveSearch", { pageId, ...values });
+
+export const storedSearch = (place: Place, pageId: number): Stored<SearchValues> => ({
+  now: () => valuesIn(searchesOf(place), (one) => one.search_pageId === pageId, valuesOf),
+  save: (values) => saveSearch(pageId, values),
+});
 
 export const propertiesOf = (site: string): Promise<string> => call("search.getAllProperties", { site });
 

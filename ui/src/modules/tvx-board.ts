@@ -4,8 +4,6 @@ import { html, type TemplateResult } from "lit";
 import { customElement } from "lit/decorators.js";
 import { repeat } from "lit/directives/repeat.js";
 import { icon } from "../kit/icon";
-import { ask } from "../kit/tvx-dialog";
-import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { dayText } from "../pages/words";
@@ -28,7 +26,7 @@ import {
   saveCategory,
   saveItem,
 } from "./board-data";
-import { type Group, recordForm } from "./form";
+import { type Group, valuesIn } from "./form";
 import { itemGroups } from "./item-form";
 import { imagePlaces, itemOrders } from "./orders";
 import { emptyNote, markButton, previewDialog, recordState, wordButton } from "./parts";
@@ -104,47 +102,42 @@ export class TvxBoard extends ModuleScreen<Board> {
   private async addCategory(parent: string): Promise<void> {
     const { place } = this;
     let made = "";
-    const values = await recordForm({
-      id: "category",
-      title: t(L.newCategory),
-      values: newCategory,
-      groups,
-      save: async (given) => {
-        made = await saveCategory(place, 0, parent, given);
+    const values = await this.fill(
+      {
+        id: "category",
+        title: t(L.newCategory),
+        values: newCategory,
+        groups,
+        save: async (given) => {
+          made = await saveCategory(place, 0, parent, given);
+        },
       },
-    });
-    if (!values) return;
-    toast(t(L.recordAdded, { name: values.title }));
-    await this.load();
-    void go(`${ADDRESS}?category=${made}`);
+      ({ title }) => title,
+    );
+    if (values) void go(`${ADDRESS}?category=${made}`);
   }
 
   private async editCategory(category: Category): Promise<void> {
     const { place } = this;
-    const values = await recordForm({
-      id: "category",
-      title: category.msgB_catTitle,
-      values: categoryValues(category),
-      groups,
-      now: async () => {
-        const found = (await categoriesOf(place)).find((one) => one.msgB_Id === category.msgB_Id);
-        return found && categoryValues(found);
+    await this.fill(
+      {
+        id: "category",
+        title: category.msgB_catTitle,
+        values: categoryValues(category),
+        groups,
+        now: () => valuesIn(categoriesOf(place), (one) => one.msgB_Id === category.msgB_Id, categoryValues),
+        save: (given) => saveCategory(place, category.msgB_Id, "", given),
       },
-      save: (given) => saveCategory(place, category.msgB_Id, "", given),
-    });
-    if (!values) return;
-    toast(t(L.recordSaved, { name: values.title }));
-    await this.load();
+      ({ title }) => title,
+    );
   }
 
   private mark(kind: "category" | "item", id: number, name: string, isMarked: boolean): void {
     const { place } = this;
-    const set = (marked: boolean) => () => markRecord(place, kind, id, marked);
-    const said = (marked: boolean) => t(marked ? L.moduleMarked : L.moduleUnmarked, { name });
-    void this.act(set(!isMarked), said(!isMarked), { run: set(isMarked), said: said(isMarked) });
+    void this.flipMark(name, isMarked, (marked) => markRecord(place, kind, id, marked));
   }
 
-  /** What goes for good is told before, as far as it is known here. */
+  /** What goes is told as far as it is known here. */
   private async publish(board: Board, path: string): Promise<void> {
     const { place } = this;
     const going = board.categories
@@ -152,12 +145,7 @@ export class TvxBoard extends ModuleScreen<Board> {
       .map((one) => one.msgB_catTitle);
     if (board.chosen?.msgB_catId.startsWith(path))
       going.push(...board.items.filter((one) => one.msgB_deleted).map((one) => one.msgB_itemTitle));
-    if (
-      going.length &&
-      !(await ask(t(L.publish), t(L.publishRemoves, { names: going.join(", ") }), t(L.publish), "danger"))
-    )
-      return;
-    await this.act(() => publishBoard(place, path), t(L.published));
+    await this.askAndPublish(going, () => publishBoard(place, path));
   }
 
   private async preview({ msgB_catId, msgB_catTitle }: Category): Promise<void> {
@@ -172,31 +160,31 @@ export class TvxBoard extends ModuleScreen<Board> {
 
   private async addItem(board: Board, chosen: Category): Promise<void> {
     const { place } = this;
-    const values = await recordForm({
-      id: "item",
-      title: t(L.newItem),
-      values: newItem(chosen),
-      groups: itemGroups(place, board.categories),
-      save: (given) => saveItem(place, 0, given),
-    });
-    if (!values) return;
-    toast(t(L.recordAdded, { name: values.title }));
-    await this.load();
+    await this.fill(
+      {
+        id: "item",
+        title: t(L.newItem),
+        values: newItem(chosen),
+        groups: itemGroups(place, board.categories),
+        save: (given) => saveItem(place, 0, given),
+      },
+      ({ title }) => title,
+    );
   }
 
   private async editItem(board: Board, chosen: Category, item: Item): Promise<void> {
     const { place } = this;
-    const values = await recordForm({
-      id: "item",
-      title: item.msgB_itemTitle,
-      values: itemValues(item, chosen.msgB_Id),
-      groups: itemGroups(place, board.categories),
-      now: () => this.itemNow(chosen.msgB_Id, item.msgB_itemId),
-      save: (given) => saveItem(place, item.msgB_itemId, given),
-    });
-    if (!values) return;
-    toast(t(L.recordSaved, { name: values.title }));
-    await this.load();
+    await this.fill(
+      {
+        id: "item",
+        title: item.msgB_itemTitle,
+        values: itemValues(item, chosen.msgB_Id),
+        groups: itemGroups(place, board.categories),
+        now: () => this.itemNow(chosen.msgB_Id, item.msgB_itemId),
+        save: (given) => saveItem(place, item.msgB_itemId, given),
+      },
+      ({ title }) => title,
+    );
   }
 
   private async itemNow(category: number, itemId: number) {

@@ -5,11 +5,10 @@ import { customElement, state } from "lit/decorators.js";
 import { repeat } from "lit/directives/repeat.js";
 import { icon } from "../kit/icon";
 import { ask } from "../kit/tvx-dialog";
-import { toast } from "../kit/tvx-toast";
 import { L, plural, t } from "../labels";
 import { dayText } from "../pages/words";
 import { go } from "../shell/address";
-import { recordForm } from "./form";
+import { valuesIn } from "./form";
 import { type Contribution, FORUM, removePosts, savePost, setPosts, threadOf } from "./forum-data";
 import { answered, hiddenWith, isBelow, shownWith } from "./model";
 import { emptyNote, wordButton } from "./parts";
@@ -86,27 +85,24 @@ export class TvxForumThread extends ModuleScreen<readonly Contribution[]> {
 
   private async edit(post: Contribution): Promise<void> {
     const { forumId, topicId } = this;
-    const saved = await recordForm({
-      id: "post",
-      title: t(L.editPost),
-      values: textsOf(post),
-      groups: () => [
-        {
-          fields: [
-            { name: "title", label: t(L.title), kind: "text", longest: 120 },
-            { name: "text", label: t(L.kindText), kind: "area", longest: 8000 },
-          ],
-        },
-      ],
-      now: async () => {
-        const found = (await threadOf(forumId, topicId)).find((one) => one.reaction_id === post.reaction_id);
-        return found && textsOf(found);
+    await this.fill(
+      {
+        id: "post",
+        title: t(L.editPost),
+        values: textsOf(post),
+        groups: () => [
+          {
+            fields: [
+              { name: "title", label: t(L.title), kind: "text", longest: 120 },
+              { name: "text", label: t(L.kindText), kind: "area", longest: 8000 },
+            ],
+          },
+        ],
+        now: () => valuesIn(threadOf(forumId, topicId), (one) => one.reaction_id === post.reaction_id, textsOf),
+        save: ({ title, text }) => savePost(forumId, topicId, post.reaction_id, title, text),
       },
-      save: ({ title, text }) => savePost(forumId, topicId, post.reaction_id, title, text),
-    });
-    if (!saved) return;
-    toast(t(L.recordSaved, { name: saved.title }));
-    await this.load();
+      ({ title }) => title,
+    );
   }
 
   private async removeIt(posts: readonly Contribution[], post: Contribution): Promise<void> {

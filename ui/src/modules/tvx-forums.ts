@@ -4,20 +4,18 @@ import { html, type TemplateResult } from "lit";
 import { customElement } from "lit/decorators.js";
 import { repeat } from "lit/directives/repeat.js";
 import { icon } from "../kit/icon";
-import { ask } from "../kit/tvx-dialog";
-import { toast } from "../kit/tvx-toast";
 import { L, plural, t } from "../labels";
 import { dayText } from "../pages/words";
-import { changed, type Group, recordForm } from "./form";
+import { type Group, saveMark } from "./form";
 import {
   FORUM,
   type Forum,
   type ForumValues,
-  forumNow,
   forumsOf,
   newForum,
   publishForum,
   saveForum,
+  storedForum,
   valuesOf,
   type Waiting,
   waitingOf,
@@ -92,57 +90,29 @@ export class TvxForums extends ModuleScreen<Forums> {
 
   private async add(): Promise<void> {
     const { place } = this;
-    const values = await recordForm({
-      id: "forum",
-      title: t(L.newForum),
-      values: newForum,
-      groups,
-      save: (given) => saveForum(place, 0, given),
-    });
-    if (!values) return;
-    toast(t(L.recordAdded, { name: values.name }));
-    await this.load();
+    const save = (given: ForumValues) => saveForum(place, 0, given);
+    await this.fill({ id: "forum", title: t(L.newForum), values: newForum, groups, save }, ({ name }) => name);
   }
 
   private async edit(forum: Forum): Promise<void> {
-    const { place } = this;
-    const values = await recordForm({
-      id: "forum",
-      title: forum.forum_name,
-      values: valuesOf(forum),
-      groups,
-      now: () => forumNow(place, forum.forum_id),
-      save: (given) => saveForum(place, forum.forum_id, given),
-    });
-    if (!values) return;
-    toast(t(L.recordSaved, { name: values.name }));
-    await this.load();
+    const stored = storedForum(this.place, forum.forum_id);
+    await this.fill(
+      { id: "forum", title: forum.forum_name, values: valuesOf(forum), groups, ...stored },
+      ({ name }) => name,
+    );
   }
 
   private mark(forum: Forum): void {
-    const { place } = this;
-    const name = forum.forum_name;
-    const isMarked = forum.forum_deleted === 1;
-    const set = (marked: boolean) =>
-      changed(
-        () => forumNow(place, forum.forum_id),
-        (now) => saveForum(place, forum.forum_id, { ...now, marked: marked ? 1 : 0 }),
-      );
-    const said = (marked: boolean) => t(marked ? L.moduleMarked : L.moduleUnmarked, { name });
-    void this.act(set(!isMarked), said(!isMarked), { run: set(isMarked), said: said(isMarked) });
+    const stored = storedForum(this.place, forum.forum_id);
+    void this.flipMark(forum.forum_name, forum.forum_deleted === 1, (marked) => saveMark(stored, marked));
   }
 
-  /** What goes for good is told before. */
   private async publish(forums: readonly Forum[], forumId: number): Promise<void> {
     const { place } = this;
-    const going = forums.filter((one) => one.forum_deleted && (forumId === 0 || one.forum_id === forumId));
-    if (going.length) {
-      const names = going
-        .map((one) => `${one.forum_name} (${plural(one.topics, L.oneTopic, L.manyTopics)})`)
-        .join(", ");
-      if (!(await ask(t(L.publish), t(L.publishRemoves, { names }), t(L.publish), "danger"))) return;
-    }
-    await this.act(() => publishForum(place, forumId), t(L.published));
+    const going = forums
+      .filter((one) => one.forum_deleted && (forumId === 0 || one.forum_id === forumId))
+      .map((one) => `${one.forum_name} (${plural(one.topics, L.oneTopic, L.manyTopics)})`);
+    await this.askAndPublish(going, () => publishForum(place, forumId));
   }
 
   protected override tools({ forums }: Forums): TemplateResult {

@@ -5,13 +5,12 @@ import { customElement } from "lit/decorators.js";
 import { repeat } from "lit/directives/repeat.js";
 import { type AnswerOf, Batch, call, isProblem } from "../api";
 import { icon } from "../kit/icon";
-import { ask, dialog } from "../kit/tvx-dialog";
-import { toast } from "../kit/tvx-toast";
+import { dialog } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { titleOr } from "../pages/words";
 import { pageAddress } from "../shell/address";
-import { changed, type Group, recordForm } from "./form";
+import { type Group, type Stored, saveMark, valuesIn } from "./form";
 import { emptyNote, markButton, previewBox, recordState, wordButton } from "./parts";
 import { pickPage } from "./pick-page";
 import { ModuleScreen, type Place } from "./screen";
@@ -41,11 +40,13 @@ type MenuValues = ReturnType<typeof valuesOf>;
 const saveMenu = ({ site, lang }: Place, pageId: number, values: MenuValues): Promise<unknown> =>
   call("registers.saveMenu", { pageId, site, lang, ...values, marked: values.marked === 1 });
 
-/** The page's menu as it is now: where one that is marked stands beside its successor, the successor. */
-async function menuNow(place: Place, pageId: number): Promise<MenuValues | undefined> {
-  const found = (await listOf(place)).find((one) => one.pageId === pageId);
-  return found && valuesOf(found);
-}
+/** Where one that is marked stands beside its successor, the successor. */
+const storedMenu = (place: Place, pageId: number): Stored<MenuValues> => ({
+  now: () => valuesIn(listOf(place), (one) => one.pageId === pageId, valuesOf),
+  save: (values) => saveMenu(place, pageId, values),
+});
+
+const nameOf = ({ title }: { readonly title: string }): string => t(L.menuOf, { name: titleOr(title) });
 
 const groupsOf = (templates: readonly ModuleTemplate[]) => (): readonly Group<MenuValues>[] => [
   {
@@ -109,73 +110,59 @@ export class TvxMenus extends ModuleScreen<Menus> {
     if (!page) return;
     const there = menus.find((menu) => menu.pageId === page.pageId);
     if (there) return this.edit({ menus, templates }, there);
-    const values = await recordForm<MenuValues>({
-      id: "menu",
-      title: t(L.menuOf, { name: titleOr(page.title) }),
-      values: {
-        minLevels: 1,
-        maxLevels: 2,
-        templateId: menus[0]?.templateId ?? templates[0]?.tpl_id ?? 0,
-        display: 0,
-        extranet: 0,
-        marked: 0,
+    await this.fill<MenuValues>(
+      {
+        id: "menu",
+        title: nameOf(page),
+        values: {
+          minLevels: 1,
+          maxLevels: 2,
+          templateId: menus[0]?.templateId ?? templates[0]?.tpl_id ?? 0,
+          display: 0,
+          extranet: 0,
+          marked: 0,
+        },
+        groups: groupsOf(templates),
+        save: (given) => saveMenu(place, page.pageId, given),
       },
-      groups: groupsOf(templates),
-      save: (given) => saveMenu(place, page.pageId, given),
-    });
-    if (!values) return;
-    toast(t(L.recordAdded, { name: t(L.menuOf, { name: titleOr(page.title) }) }));
-    await this.load();
+      () => nameOf(page),
+    );
   }
 
   private async edit({ templates }: Menus, menu: Menu): Promise<void> {
-    const { place } = this;
-    const name = t(L.menuOf, { name: titleOr(menu.title) });
-    const values = await recordForm({
-      id: "menu",
-      title: name,
-      values: valuesOf(menu),
-      groups: groupsOf(templates),
-      now: () => menuNow(place, menu.pageId),
-      save: (given) => saveMenu(place, menu.pageId, given),
-    });
-    if (!values) return;
-    toast(t(L.recordSaved, { name }));
-    await this.load();
+    const name = nameOf(menu);
+    const stored = storedMenu(this.place, menu.pageId);
+    await this.fill(
+      { id: "menu", title: name, values: valuesOf(menu), groups: groupsOf(templates), ...stored },
+      () => name,
+    );
   }
 
   private mark(menu: Menu): void {
-    const { place } = this;
-    const name = t(L.menuOf, { name: titleOr(menu.title) });
-    const isMarked = menu.deleted === 1;
-    const set = (marked: boolean) =>
-      changed(
-        () => menuNow(place, menu.pageId),
-        (now) => saveMenu(place, menu.pageId, { ...now, marked: marked ? 1 : 0 }),
-      );
-    const said = (marked: boolean) => t(marked ? L.moduleMarked : L.moduleUnmarked, { name });
-    void this.act(set(!isMarked), said(!isMarked), { run: set(isMarked), said: said(isMarked) });
+    const stored = storedMenu(this.place, menu.pageId);
+    void this.flipMark(nameOf(menu), menu.deleted === 1, (marked) => saveMark(stored, marked));
   }
 
   private async publish({ menus }: Menus): Promise<void> {
-    const { site, lang } = this.place;
-    const going = menus.filter(({ deleted }) => deleted).map(({ title }) => t(L.menuOf, { name: titleOr(title) }));
-    const words = t(L.publishRemoves, { names: going.join(", ") });
-    if (going.length && !(await ask(t(L.publish), words, t(L.publish), "danger"))) return;
-    await this.act(() => call("dynMenu.publish", { site, lang }), t(L.published));
+    const { place } = this;
+    const going = menus.filter(({ deleted }) => deleted).map(nameOf);
+    await this.askAndPublish(going, () => call("dynMenu.publish", place));
   }
 
-  private async preview(menus: readonly Menu[], pageId: number, nodeId: string, title: string): Promise<void> {
-    const menu = holding(menus, nodeId);
+  private async preview(
+    menus: readonly Menu[],
+    page: { readonly pageId: number; readonly nodeId: string; readonly title: string },
+  ): Promise<void> {
+    const menu = holding(menus, page.nodeId);
     let content = "";
     try {
-      content = await drawnMenu(pageId);
+      content = await drawnMenu(page.pageId);
     } catch (error) {
       // "The page shows no menu."
       if (!isProblem(error) || error.status !== 409) return failed(error);
     }
     await dialog({
-      title: t(L.menuOf, { name: titleOr(title) }),
+      title: nameOf(page),
       wide: true,
       body: () =>
         html`<p class="note">${menu ? t(L.menuStandsAt, { name: titleOr(menu.title) }) : t(L.menuNone)}</p>${previewBox(content)}`,
@@ -184,7 +171,7 @@ export class TvxMenus extends ModuleScreen<Menus> {
 
   private async previewOfAny({ menus }: Menus): Promise<void> {
     const page = await pickPage(t(L.menuForPage), this.place, t(L.preview));
-    if (page) await this.preview(menus, page.pageId, page.nodeId, page.title);
+    if (page) await this.preview(menus, page);
   }
 
   protected override tools(data: Menus): TemplateResult {
@@ -206,13 +193,13 @@ export class TvxMenus extends ModuleScreen<Menus> {
   }
 
   private row(data: Menus, menu: Menu): TemplateResult {
-    const name = t(L.menuOf, { name: titleOr(menu.title) });
+    const name = nameOf(menu);
     const depth = Math.max(0, (menu.nodeId.length - 5) / 3) + 1;
     return html`<li class="card module-row">
       <div class="module-name"><a href=${pageAddress(menu.pageId)}><strong>${titleOr(menu.title)}</strong></a>
         <p class="note">${t(L.menuTold, { depth, first: menu.minLevels, last: menu.maxLevels })} · ${menu.tpl_name ?? ""}</p></div>
       ${recordState(menu)}
-      <div class="module-buttons">${wordButton("eye", t(L.preview), t(L.previewNamed, { name }), () => this.preview(data.menus, menu.pageId, menu.nodeId, menu.title))}${
+      <div class="module-buttons">${wordButton("eye", t(L.preview), t(L.previewNamed, { name }), () => this.preview(data.menus, menu))}${
         this.mayEdit
           ? html`${wordButton("pencil", t(L.edit), t(L.editNamed, { name }), () => this.edit(data, menu))}
             ${markButton(name, menu.deleted, () => this.mark(menu))}`

@@ -5,13 +5,13 @@ import { customElement } from "lit/decorators.js";
 import { live } from "lit/directives/live.js";
 import { repeat } from "lit/directives/repeat.js";
 import { icon } from "../kit/icon";
-import { ask, dialog } from "../kit/tvx-dialog";
+import { dialog } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { mayChangeIn } from "../shell/workplace";
 import { BOARD, publishBoard } from "./board-data";
-import { changed, type Group, recordForm } from "./form";
+import { type Group, saveMark } from "./form";
 import { indented } from "./item-form";
 import {
   drawnNewsflash,
@@ -22,10 +22,10 @@ import {
   type NewsflashValues,
   newNewsflash,
   newsflashesOf,
-  newsflashNow,
   publishNewsflashes,
   saveNewsflash,
   setFeeds,
+  storedNewsflash,
   valuesOf,
 } from "./newsflash-data";
 import { imagePlaces, itemOrders } from "./orders";
@@ -86,44 +86,34 @@ export class TvxNewsflashes extends ModuleScreen<Newsflashes> {
 
   private async add(data: Newsflashes): Promise<void> {
     const { place } = this;
-    const values = await recordForm({
-      id: "newsflash",
-      title: t(L.newNewsflash),
-      values: newNewsflash(data),
-      groups: groupsOf(data),
-      save: (given) => saveNewsflash(place, 0, given),
-    });
-    if (!values) return;
-    toast(t(L.recordAdded, { name: values.title }));
-    await this.load();
+    await this.fill(
+      {
+        id: "newsflash",
+        title: t(L.newNewsflash),
+        values: newNewsflash(data),
+        groups: groupsOf(data),
+        save: (given) => saveNewsflash(place, 0, given),
+      },
+      ({ title }) => title,
+    );
   }
 
   private async edit(data: Newsflashes, newsflash: Newsflash): Promise<void> {
-    const { place } = this;
-    const values = await recordForm({
-      id: "newsflash",
-      title: newsflash.title,
-      values: valuesOf(newsflash),
-      groups: groupsOf(data),
-      now: () => newsflashNow(place, newsflash.nf_Id),
-      save: (given) => saveNewsflash(place, newsflash.nf_Id, given),
-    });
-    if (!values) return;
-    toast(t(L.recordSaved, { name: values.title }));
-    await this.load();
+    await this.fill(
+      {
+        id: "newsflash",
+        title: newsflash.title,
+        values: valuesOf(newsflash),
+        groups: groupsOf(data),
+        ...storedNewsflash(this.place, newsflash.nf_Id),
+      },
+      ({ title }) => title,
+    );
   }
 
   private mark(newsflash: Newsflash): void {
-    const { place } = this;
-    const name = newsflash.title;
-    const isMarked = newsflash.deleted === 1;
-    const set = (marked: boolean) =>
-      changed(
-        () => newsflashNow(place, newsflash.nf_Id),
-        (now) => saveNewsflash(place, newsflash.nf_Id, { ...now, marked: marked ? 1 : 0 }),
-      );
-    const said = (marked: boolean) => t(marked ? L.moduleMarked : L.moduleUnmarked, { name });
-    void this.act(set(!isMarked), said(!isMarked), { run: set(isMarked), said: said(isMarked) });
+    const stored = storedNewsflash(this.place, newsflash.nf_Id);
+    void this.flipMark(newsflash.title, newsflash.deleted === 1, (marked) => saveMark(stored, marked));
   }
 
   private async preview(newsflash: Newsflash): Promise<void> {
@@ -161,12 +151,9 @@ export class TvxNewsflashes extends ModuleScreen<Newsflashes> {
   }
 
   private async publish({ newsflashes }: Newsflashes): Promise<void> {
-    const names = newsflashes
-      .filter(({ deleted }) => deleted)
-      .map(({ title }) => title)
-      .join(", ");
-    if (names && !(await ask(t(L.publish), t(L.publishRemoves, { names }), t(L.publish), "danger"))) return;
-    await this.act(() => publishNewsflashes(this.place), t(L.published));
+    const { place } = this;
+    const going = newsflashes.filter(({ deleted }) => deleted).map(({ title }) => title);
+    await this.askAndPublish(going, () => publishNewsflashes(place));
   }
 
   protected override tools(data: Newsflashes): TemplateResult {

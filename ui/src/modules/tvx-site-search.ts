@@ -5,13 +5,12 @@ import { customElement } from "lit/decorators.js";
 import { repeat } from "lit/directives/repeat.js";
 import { icon } from "../kit/icon";
 import { dialog } from "../kit/tvx-dialog";
-import { toast } from "../kit/tvx-toast";
 import { L, number, t } from "../labels";
 import { failed } from "../pages/actions";
 import { titleOr } from "../pages/words";
 import { pageAddress } from "../shell/address";
 import { mayChangeIn } from "../shell/workplace";
-import { type Group, recordForm } from "./form";
+import type { Group } from "./form";
 import { emptyNote, wordButton } from "./parts";
 import { pickPage } from "./pick-page";
 import { ModuleScreen, type Place } from "./screen";
@@ -25,6 +24,7 @@ import {
   type SearchValues,
   saveSearch,
   searchesOf,
+  storedSearch,
   valuesOf,
   wordsOf,
 } from "./search-data";
@@ -175,35 +175,31 @@ export class TvxSiteSearch extends ModuleScreen<Searches> {
     if (!page) return;
     const there = data.searches.find((one) => one.search_pageId === page.pageId);
     if (there) return this.edit(data, there);
-    const values = await recordForm({
-      id: "search",
-      title: titleOr(page.title),
-      values: newSearch(data.searches),
-      groups: groupsOf(data.properties),
-      save: (given) => saveSearch(page.pageId, given),
-    });
-    if (!values) return;
-    toast(t(L.recordAdded, { name: titleOr(page.title) }));
-    await this.load();
+    const name = titleOr(page.title);
+    await this.fill(
+      {
+        id: "search",
+        title: name,
+        values: newSearch(data.searches),
+        groups: groupsOf(data.properties),
+        save: (given) => saveSearch(page.pageId, given),
+      },
+      () => name,
+    );
   }
 
   private async edit({ properties }: Searches, search: SearchPage): Promise<void> {
-    const { place } = this;
     const name = titleOr(search.title);
-    const values = await recordForm({
-      id: "search",
-      title: name,
-      values: valuesOf(search),
-      groups: groupsOf(properties),
-      now: async () => {
-        const found = (await searchesOf(place)).find((one) => one.search_pageId === search.search_pageId);
-        return found && valuesOf(found);
+    await this.fill(
+      {
+        id: "search",
+        title: name,
+        values: valuesOf(search),
+        groups: groupsOf(properties),
+        ...storedSearch(this.place, search.search_pageId),
       },
-      save: (given) => saveSearch(search.search_pageId, given),
-    });
-    if (!values) return;
-    toast(t(L.recordSaved, { name }));
-    await this.load();
+      () => name,
+    );
   }
 
   private async words({ search_pageId, title }: SearchPage): Promise<void> {
