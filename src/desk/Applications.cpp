@@ -3,6 +3,7 @@
 #include "accounts/Actor.h"
 #include "authoring/StatusCodes.h"
 #include "desk/DesignStatus.h"
+#include "desk/RecordFields.h"
 #include "desk/RecordLock.h"
 #include "desk/registers.h"
 #include "platform/HostContext.h"
@@ -15,8 +16,6 @@ namespace torvex {
 
 namespace {
 
-constexpr std::size_t longestName = 50;
-constexpr std::size_t longestDescription = 500;
 constexpr std::size_t longestAddress = 500;
 
 constexpr std::string_view selectNamesake =
@@ -38,10 +37,6 @@ struct Texts {
     std::string forAuthors;
     std::string publishes;
 };
-
-std::string cut(const std::string& given, std::size_t longest) {
-    return std::string(text::first(text::trim(given), longest));
-}
 
 /// "0" when there is none.
 std::string namesakeOf(db::Connection& own, const std::string& name, int appId) {
@@ -78,9 +73,8 @@ std::string registers::saveApplication(int appId, const std::string& name, const
                                        const std::string& urlPublish, int advId) {
     const Actor actor = actorOf(host_);
     if (!actor.isLoggedIn()) return std::string(status::notLoggedIn);
-    const Texts texts{cut(name, longestName), cut(description, longestDescription),
-                      cut(urlPublic, longestAddress), cut(urlAdmin, longestAddress),
-                      cut(urlPublish, longestAddress)};
+    const Texts texts{recordName(name), recordDescription(description), recordText(urlPublic, longestAddress),
+                      recordText(urlAdmin, longestAddress), recordText(urlPublish, longestAddress)};
     const auto outcome =
         db::tryInOwnTransaction(host_, "saveApplication of " + std::to_string(appId), status::failed,
                                 [&](auto& own) { return write(own, actor, appId, texts); });

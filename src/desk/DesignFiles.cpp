@@ -5,6 +5,7 @@
 #include "accounts/Actor.h"
 #include "authoring/StatusCodes.h"
 #include "desk/DesignStatus.h"
+#include "desk/RecordFields.h"
 #include "desk/RecordLock.h"
 #include "desk/registers.h"
 #include "media/FileNames.h"
@@ -26,9 +27,6 @@
 namespace torvex {
 
 namespace {
-
-constexpr std::size_t longestName = 50;
-constexpr std::size_t longestDescription = 500;
 
 using Outcome = db::Outcome<std::string>;
 
@@ -255,8 +253,8 @@ Saved save(HostContext& host, const AssetRegister& assets, WantedAsset wanted) {
     if (!actor.isLoggedIn()) return {std::string(status::notLoggedIn), {}, {}};
     wanted.site = siteCode(wanted.site);
     wanted.lang = text::lowerTrim(wanted.lang);
-    wanted.name = text::first(text::trim(wanted.name), longestName);
-    wanted.description = text::first(text::trim(wanted.description), longestDescription);
+    wanted.name = recordName(wanted.name);
+    wanted.description = recordDescription(wanted.description);
     const std::string what = std::string(assets.operation) + " of " + std::to_string(wanted.id);
     AssetChange change(host, assets, actor);
     const auto outcome = db::tryInOwnTransaction(host, what, status::failed,

@@ -2,13 +2,12 @@
 
 #include <string_view>
 
+#include "desk/RecordFields.h"
+
 /// What changes of templates, stylesheets, applications and feeds answer beside the codes of all operations.
 namespace torvex::designStatus {
 
-inline constexpr std::string_view gone = "-1";
-inline constexpr std::string_view nameTaken = "-2";
-inline constexpr std::string_view nameMissing = "-3";
-inline constexpr std::string_view openElsewhere = "-4";
+using namespace recordStatus;
 inline constexpr std::string_view fileTaken = "-5";      ///< of design files
 inline constexpr std::string_view sourceMissing = "-5";  ///< of feeds
 inline constexpr std::string_view noFileName = "-6";     ///< of design files

@@ -8,6 +8,7 @@
 #include "authoring/StatusCodes.h"
 #include "delivery/FeedSource.h"
 #include "desk/DesignStatus.h"
+#include "desk/RecordFields.h"
 #include "desk/RecordLock.h"
 #include "desk/registers.h"
 #include "platform/Errors.h"
@@ -23,8 +24,6 @@ namespace torvex {
 
 namespace {
 
-constexpr std::size_t longestName = 50;
-constexpr std::size_t longestDescription = 500;
 constexpr std::size_t longestAddress = 500;
 constexpr std::size_t longestParameters = 1000;
 
@@ -82,17 +81,13 @@ constexpr std::string_view selectXmlFeeds =
     "feedParameters, feedPreserveWhiteSpace from TORVEX_FEEDS_XML "
     "where feedSite = ? and feedLang = ? and (? = 0 or feedId = ?) order by feedName, feedId";
 
-std::string cut(const std::string& given, std::size_t longest) {
-    return std::string(text::first(text::trim(given), longest));
-}
-
 /// Where one of a feed's documents comes from: a file among the site's documents, or else an address.
 struct Source {
     std::string address;
     std::string file;
 
     Source(const std::string& givenAddress, const std::string& givenFile)
-        : address(cut(givenAddress, longestAddress)), file(cut(givenFile, longestAddress)) {}
+        : address(recordText(givenAddress, longestAddress)), file(recordText(givenFile, longestAddress)) {}
 };
 
 bool isWebAddress(std::string_view address) {
@@ -219,9 +214,9 @@ std::string registers::saveHTMLfeed(int feedId, const std::string& site, const s
     const Feed feed{feedId,
                     siteCode(site),
                     text::lowerTrim(lang),
-                    cut(name, longestName),
-                    cut(description, longestDescription),
-                    cut(parameters, longestParameters),
+                    recordName(name),
+                    recordDescription(description),
+                    recordText(parameters, longestParameters),
                     {Source(url, file)}};
     const auto saved = save(host_, htmlFeeds, feed);
     if (!saved.action.empty()) recordChange("saveHTMLfeed", advId, saved.action, saved.description);
@@ -236,9 +231,9 @@ std::string registers::saveXMLfeed(int feedId, const std::string& site, const st
     const Feed feed{feedId,
                     siteCode(site),
                     text::lowerTrim(lang),
-                    cut(name, longestName),
-                    cut(description, longestDescription),
-                    cut(parameters, longestParameters),
+                    recordName(name),
+                    recordDescription(description),
+                    recordText(parameters, longestParameters),
                     {Source(urlXml, fileXml), Source(urlXsl, fileXsl)},
                     {preserveWhiteSpace ? 1 : 0}};
     const auto saved = save(host_, xmlFeeds, feed);

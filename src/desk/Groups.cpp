@@ -4,6 +4,7 @@
 
 #include "accounts/Actor.h"
 #include "authoring/StatusCodes.h"
+#include "desk/RecordFields.h"
 #include "desk/RecordLock.h"
 #include "desk/registers.h"
 #include "platform/Errors.h"
@@ -17,15 +18,10 @@ namespace torvex {
 
 namespace {
 
-constexpr std::size_t longestName = 50;
-constexpr std::size_t longestDescription = 500;
 constexpr PageId noPage = -1;
 
 namespace group {
-constexpr std::string_view gone = "-1";
-constexpr std::string_view nameTaken = "-2";
-constexpr std::string_view noName = "-3";
-constexpr std::string_view openElsewhere = "-4";
+using namespace recordStatus;
 constexpr std::string_view noSuchPage = "-5";
 }  // namespace group
 
@@ -79,7 +75,7 @@ Outcome writeGroup(db::Connection& own, const Actor& actor, int groupId, const G
     lockRegisters(own);
     if (groupId != 0 && (groupId <= everybodyGroup || !own.query(selectGroup, {groupId}).next()))
         return db::refuse(group::gone);
-    if (change.name.empty()) return db::refuse(group::noName);
+    if (change.name.empty()) return db::refuse(group::nameMissing);
     if (hasNamesake(own, change.name, groupId)) return db::refuse(group::nameTaken);
     const PageId entry = pageOf(own, change.entryPage);
     const PageId exit = pageOf(own, change.exitPage);
@@ -105,9 +101,7 @@ std::string registers::saveGroup(int groupId, const std::string& name, const std
                                  const std::string& entryPage, const std::string& exitPage, int advId) {
     const Actor actor = actorOf(host_);
     if (!actor.isLoggedIn()) return std::string(status::notLoggedIn);
-    const GroupChange change{std::string(text::first(text::trim(name), longestName)),
-                             std::string(text::first(text::trim(description), longestDescription)), entryPage,
-                             exitPage};
+    const GroupChange change{recordName(name), recordDescription(description), entryPage, exitPage};
     const auto outcome =
         db::tryInOwnTransaction(host_, "saveGroup of " + std::to_string(groupId), status::failed,
                                 [&](auto& own) { return writeGroup(own, actor, groupId, change); });

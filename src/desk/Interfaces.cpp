@@ -6,6 +6,7 @@
 
 #include "accounts/Actor.h"
 #include "authoring/StatusCodes.h"
+#include "desk/RecordFields.h"
 #include "desk/registers.h"
 #include "platform/Errors.h"
 #include "platform/db/OwnTransaction.h"
@@ -19,7 +20,6 @@ namespace torvex {
 
 namespace {
 
-constexpr std::size_t longestName = 50;
 constexpr std::size_t wordColumns = 3;
 
 namespace interface {
@@ -108,7 +108,7 @@ Outcome writeWords(db::Connection& own, const std::string& language, const std::
 std::string registers::addInterface(const std::string& langId, const std::string& name, int advId) {
     if (!isLoggedIn()) return std::string(status::notLoggedIn);
     const std::string code = text::lowerTrim(langId);
-    const std::string shown(text::first(text::trim(name), longestName));
+    const std::string shown(recordName(name));
     const auto outcome = db::tryInOwnTransaction(host_, "addInterface of " + code, status::failed,
                                                  [&](auto& own) { return addLanguage(own, code, shown); });
     if (outcome.isCommitted)

@@ -3,6 +3,7 @@
 #include "accounts/Actor.h"
 #include "accounts/RoleRights.h"
 #include "authoring/StatusCodes.h"
+#include "desk/RecordFields.h"
 #include "desk/RecordLock.h"
 #include "desk/RoleStatus.h"
 #include "desk/registers.h"
@@ -15,9 +16,6 @@
 namespace torvex {
 
 namespace {
-
-constexpr std::size_t longestName = 50;
-constexpr std::size_t longestDescription = 500;
 
 constexpr std::string_view selectRoles =
     "select r.roleId, r.roleName, r.roleDesc, count(distinct l.loginId) as logins from TORVEX_ROLES r "
@@ -84,8 +82,7 @@ std::string registers::saveRole(int roleId, const std::string& name, const std::
                                 int advId) {
     const Actor actor = actorOf(host_);
     if (!actor.isLoggedIn()) return std::string(status::notLoggedIn);
-    const RoleTexts texts{std::string(text::first(text::trim(name), longestName)),
-                          std::string(text::first(text::trim(description), longestDescription))};
+    const RoleTexts texts{recordName(name), recordDescription(description)};
     const auto outcome =
         db::tryInOwnTransaction(host_, "saveRole of " + std::to_string(roleId), status::failed,
                                 [&](auto& own) { return writeRole(own, actor, roleId, texts); });

@@ -2,6 +2,7 @@
 
 #include "accounts/Actor.h"
 #include "authoring/StatusCodes.h"
+#include "desk/RecordFields.h"
 #include "desk/RecordLock.h"
 #include "desk/desk.h"
 #include "desk/registers.h"
@@ -17,17 +18,8 @@ namespace torvex {
 
 namespace {
 
-constexpr std::size_t longestName = 50;
-constexpr std::size_t longestDescription = 500;
 constexpr std::size_t longestAddress = 50;
 constexpr int mostMissed = 500;
-
-namespace server {
-constexpr std::string_view gone = "-1";
-constexpr std::string_view nameTaken = "-2";
-constexpr std::string_view noName = "-3";
-constexpr std::string_view openElsewhere = "-4";
-}  // namespace server
 
 constexpr std::string_view selectServer = "select serverName from TORVEX_SERVERS where serverId = ?";
 constexpr std::string_view selectNamesake =
@@ -57,7 +49,7 @@ std::string namesakeOf(db::Connection& connection, const std::string& name, int 
 
 Outcome changeServer(db::Connection& own, const Actor& actor, int serverId, const ServerTexts& texts) {
     const RecordLock lock(own, actor, "server", serverId);
-    if (!lock.isHeld()) return db::refuse(server::openElsewhere);
+    if (!lock.isHeld()) return db::refuse(recordStatus::openElsewhere);
     own.execute(updateServer, {texts.name, texts.description, texts.address, serverId});
     return db::commit(std::to_string(serverId));
 }
@@ -69,9 +61,9 @@ Outcome addServer(db::Connection& own, const ServerTexts& texts) {
 
 Outcome writeServer(db::Connection& own, const Actor& actor, int serverId, const ServerTexts& texts) {
     lockRegisters(own);
-    if (serverId != 0 && !own.query(selectServer, {serverId}).next()) return db::refuse(server::gone);
-    if (!isServerName(texts.name)) return db::refuse(server::noName);
-    if (namesakeOf(own, texts.name, serverId) != "0") return db::refuse(server::nameTaken);
+    if (serverId != 0 && !own.query(selectServer, {serverId}).next()) return db::refuse(recordStatus::gone);
+    if (!isServerName(texts.name)) return db::refuse(recordStatus::nameMissing);
+    if (namesakeOf(own, texts.name, serverId) != "0") return db::refuse(recordStatus::nameTaken);
     return serverId == 0 ? addServer(own, texts) : changeServer(own, actor, serverId, texts);
 }
 
@@ -81,9 +73,8 @@ std::string registers::saveServer(int serverId, const std::string& name, const s
                                   const std::string& address, int advId) {
     const Actor actor = actorOf(host_);
     if (!actor.isLoggedIn()) return std::string(status::notLoggedIn);
-    const ServerTexts texts{std::string(text::first(text::trim(name), longestName)),
-                            std::string(text::first(text::trim(description), longestDescription)),
-                            std::string(text::first(text::trim(address), longestAddress))};
+    const ServerTexts texts{recordName(name), recordDescription(description),
+                            recordText(address, longestAddress)};
     const auto outcome =
         db::tryInOwnTransaction(host_, "saveServer of " + std::to_string(serverId), status::failed,
                                 [&](auto& own) { return writeServer(own, actor, serverId, texts); });
@@ -100,7 +91,7 @@ std::string registers::saveServer(int serverId, const std::string& name, const s
 std::string registers::forgetMissed(int serverId, int advId) try {
     if (!isLoggedIn()) return std::string(status::notLoggedIn);
     auto rows = connection().query(selectServer, {serverId});
-    if (!rows.next()) return std::string(server::gone);
+    if (!rows.next()) return std::string(recordStatus::gone);
     const std::string name(text::trim(rows.text("serverName")));
     forgetMissedChanges(connection(), name);
     recordChange("forgetMissed", advId, "edit",

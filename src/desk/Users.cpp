@@ -6,6 +6,7 @@
 #include "accounts/Actor.h"
 #include "accounts/VisitorProof.h"
 #include "authoring/StatusCodes.h"
+#include "desk/RecordFields.h"
 #include "desk/RecordLock.h"
 #include "desk/registers.h"
 #include "platform/DateTime.h"
@@ -19,14 +20,10 @@ namespace torvex {
 
 namespace {
 
-constexpr std::size_t longestName = 50;
 constexpr int mostUsers = 500;
 
 namespace user {
-constexpr std::string_view gone = "-1";
-constexpr std::string_view nameTaken = "-2";
-constexpr std::string_view noName = "-3";
-constexpr std::string_view openElsewhere = "-4";
+using namespace recordStatus;
 constexpr std::string_view noPassword = "-5";
 constexpr std::string_view noSuchDay = "-6";
 constexpr std::string_view done = "0";
@@ -76,10 +73,6 @@ struct UserChange {
     }
 };
 
-std::string cut(std::string_view given) {
-    return std::string(text::first(text::trim(given), longestName));
-}
-
 bool isDayOrNothing(const std::string& day) {
     return day.empty() || isDate8(day);
 }
@@ -121,7 +114,7 @@ std::optional<std::string> nameOf(db::Connection& connection, double userId) {
 /// Why it can't be written; "" when it can.
 std::string_view lackOf(db::Connection& own, double userId, const UserChange& change) {
     if (userId != 0 && !own.query(selectUser, {userId}).next()) return user::gone;
-    if (change.username.empty()) return user::noName;
+    if (change.username.empty()) return user::nameMissing;
     if (namesakeOf(own, change.username, userId) != 0) return user::nameTaken;
     if (userId == 0 && change.password.empty()) return user::noPassword;
     if (!isDayOrNothing(change.validFrom) || !isDayOrNothing(change.validTo)) return user::noSuchDay;
@@ -202,10 +195,10 @@ std::string registers::saveUser(double userId, const std::string& username, cons
                                 const std::string& validFrom, const std::string& validTo, int advId) {
     const Actor actor = actorOf(host_);
     if (!actor.isLoggedIn()) return std::string(status::notLoggedIn);
-    const UserChange change{cut(username),
+    const UserChange change{recordName(username),
                             text::trim(password),
-                            cut(firstname),
-                            cut(lastname),
+                            recordName(firstname),
+                            recordName(lastname),
                             std::string(text::trim(validFrom)),
                             std::string(text::trim(validTo))};
     const PasswordStore store = passwordStoreOf(host_);
