@@ -8,6 +8,7 @@ import { L, type Label, plural, t } from "../labels";
 import { titleOr } from "../pages/words";
 import { textField } from "../records/fields";
 import { mayChange } from "../records/lock";
+import { changedParts, withOwn } from "../records/model/own-parts";
 import { RecordElement, type RecordWords } from "../records/record";
 import type { TvxCodeField } from "./code-field";
 import "./code-field";
@@ -55,18 +56,15 @@ export class TvxAsset extends RecordElement<Asset> {
     return asset;
   }
 
-  /** What is kept of one's own is what one has changed, on top of what is there now. */
-  protected take(asset: Asset, keepMine: boolean): void {
-    const { texts, record } = this;
-    const mine = keepMine && texts && record ? TEXTS.filter((part) => texts[part] !== record[part]) : [];
-    const pick = (from: AssetTexts, parts: readonly (keyof AssetTexts)[]) =>
-      Object.fromEntries(parts.map((part) => [part, from[part]]));
-    this.texts = { ...(pick(asset, TEXTS) as unknown as AssetTexts), ...(texts ? pick(texts, mine) : {}) };
+  protected take({ name, description, filename, source, isSystem }: Asset, keepMine: boolean): void {
+    const { record: was, texts: mine } = this;
+    const now = { name, description, filename, source, isSystem };
+    this.texts = keepMine && was && mine ? withOwn(TEXTS, now, mine, was) : now;
   }
 
   protected get differs(): boolean {
     const { texts, record } = this;
-    return !!texts && !!record && TEXTS.some((part) => texts[part] !== record[part]);
+    return !!texts && !!record && changedParts(TEXTS, texts, record).length > 0;
   }
 
   protected async store(asset: Asset): Promise<string> {

@@ -5,6 +5,7 @@ import { customElement, property, state } from "lit/decorators.js";
 import { icon } from "../kit/icon";
 import { L, number, t } from "../labels";
 import { mayChange } from "../records/lock";
+import { changedParts, withOwn } from "../records/model/own-parts";
 import { RecordElement, type RecordWords } from "../records/record";
 import { formFields } from "./form-fields";
 import { FORMS, type FormData, type FormKind, formOf, saveForm, type Texts } from "./forms";
@@ -44,20 +45,15 @@ export class TvxForm extends RecordElement<FormData> {
     return form;
   }
 
-  private get changed(): string[] {
-    const { record, texts } = this;
-    return record ? Object.keys(texts).filter((part) => texts[part] !== record.texts[part]) : [];
-  }
-
-  /** What is kept of one's own is what one has changed, on top of what is there now. */
   protected take({ texts }: FormData, keepMine: boolean): void {
-    const mine = keepMine ? this.changed.map((part) => [part, this.texts[part] ?? ""]) : [];
-    this.texts = { ...texts, ...Object.fromEntries(mine) };
+    const { record: was, texts: mine } = this;
+    this.texts = keepMine && was ? withOwn(Object.keys(mine), texts, mine, was.texts) : texts;
     this.tried = undefined;
   }
 
   protected get differs(): boolean {
-    return this.changed.length > 0;
+    const { record: was, texts: mine } = this;
+    return was !== undefined && changedParts(Object.keys(mine), mine, was.texts).length > 0;
   }
 
   protected async store(form: FormData): Promise<string> {

@@ -9,6 +9,7 @@ import { L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { fromDateField, toDateField } from "../pages/model/setup";
 import { textField } from "../records/fields";
+import { changedParts, withOwn } from "../records/model/own-parts";
 import { RecordElement, type RecordWords } from "../records/record";
 import { assign } from "./assign";
 import {
@@ -38,22 +39,13 @@ export class TvxLogin extends RecordElement<LoginRecord> {
   }
 
   protected take({ details }: LoginRecord, keepMine: boolean): void {
-    this.details = keepMine ? this.withMine(details) : details;
-  }
-
-  private get changedParts(): Detail[] {
-    const { record, details } = this;
-    return record && details ? DETAILS.filter((part) => details[part] !== record.details[part]) : [];
-  }
-
-  /** What one has changed oneself, on top of what is there now. */
-  private withMine(now: Details): Details {
-    const own = this.changedParts.map((part) => [part, this.details?.[part]]);
-    return { ...now, ...Object.fromEntries(own) };
+    const { record: was, details: mine } = this;
+    this.details = keepMine && was && mine ? withOwn(DETAILS, details, mine, was.details) : details;
   }
 
   protected get differs(): boolean {
-    return this.changedParts.length > 0;
+    const { record: was, details: mine } = this;
+    return !!was && !!mine && changedParts(DETAILS, mine, was.details).length > 0;
   }
 
   private get isSa(): boolean {

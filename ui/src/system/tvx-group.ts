@@ -7,6 +7,7 @@ import { ask } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { textField } from "../records/fields";
+import { changedParts, withOwn } from "../records/model/own-parts";
 import { RecordElement, type RecordWords } from "../records/record";
 import { type Group, type GroupFields, type GroupRecord, groupOf, removeGroup, saveGroup } from "./data";
 import "../rights/rights.css";
@@ -34,15 +35,14 @@ export class TvxGroup extends RecordElement<GroupRecord> {
   }
 
   protected take({ group }: GroupRecord, keepMine: boolean): void {
+    const { record: was, mine } = this;
     const now = fieldsOf(group);
-    const before = this.record && fieldsOf(this.record.group);
-    const own = keepMine && before ? PARTS.filter((part) => this.mine[part] !== before[part]) : [];
-    this.mine = { ...now, ...Object.fromEntries(own.map((part) => [part, this.mine[part]])) };
+    this.mine = keepMine && was ? withOwn(PARTS, now, mine, fieldsOf(was.group)) : now;
   }
 
   protected get differs(): boolean {
-    const before = this.record && fieldsOf(this.record.group);
-    return before !== undefined && PARTS.some((part) => this.mine[part] !== before[part]);
+    const { record: was, mine } = this;
+    return was !== undefined && changedParts(PARTS, mine, fieldsOf(was.group)).length > 0;
   }
 
   protected async store(record: GroupRecord): Promise<string> {

@@ -10,6 +10,7 @@ import { L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { momentText } from "../pages/words";
 import { textField } from "../records/fields";
+import { changedParts, withOwn } from "../records/model/own-parts";
 import { RecordElement, type RecordWords } from "../records/record";
 import { type Missed, type ServerLine, saveServer, serversOf } from "./data";
 import "../rights/rights.css";
@@ -42,14 +43,13 @@ export class TvxServer extends RecordElement<ServerRecord> {
   }
 
   protected take({ server }: ServerRecord, keepMine: boolean): void {
-    const before = this.record?.server;
-    const own = keepMine && before ? PARTS.filter((part) => this.mine[part] !== before[part]) : [];
-    this.mine = { ...server, ...Object.fromEntries(own.map((part) => [part, this.mine[part]])) };
+    const { record: was, mine } = this;
+    this.mine = keepMine && was ? withOwn(PARTS, server, mine, was.server) : server;
   }
 
   protected get differs(): boolean {
-    const server = this.record?.server;
-    return server !== undefined && PARTS.some((part) => this.mine[part] !== server[part]);
+    const { record: was, mine } = this;
+    return was !== undefined && changedParts(PARTS, mine, was.server).length > 0;
   }
 
   protected async store({ expected }: ServerRecord): Promise<string> {

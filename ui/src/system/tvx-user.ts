@@ -10,6 +10,7 @@ import { L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { fromDateField, toDateField } from "../pages/model/setup";
 import { textField } from "../records/fields";
+import { changedParts, withOwn } from "../records/model/own-parts";
 import { RecordElement, type RecordWords } from "../records/record";
 import {
   removeUser,
@@ -48,15 +49,15 @@ export class TvxUser extends RecordElement<UserRecord> {
   }
 
   protected take({ user }: UserRecord, keepMine: boolean): void {
-    const before = this.record?.user;
-    const own = keepMine && before ? PARTS.filter((part) => this.mine[part] !== before[part]) : [];
-    this.mine = { ...fieldsOf(user), ...Object.fromEntries(own.map((part) => [part, this.mine[part]])) };
+    const { record: was, mine } = this;
+    const now = fieldsOf(user);
+    this.mine = keepMine && was ? withOwn(PARTS, now, mine, was.user) : now;
     if (!keepMine) this.password = "";
   }
 
   protected get differs(): boolean {
-    const user = this.record?.user;
-    return user !== undefined && (this.password !== "" || PARTS.some((part) => this.mine[part] !== user[part]));
+    const { record: was, mine } = this;
+    return was !== undefined && (this.password !== "" || changedParts(PARTS, mine, was.user).length > 0);
   }
 
   protected async store(record: UserRecord): Promise<string> {
