@@ -160,6 +160,22 @@ export abstract class RecordElement<T extends object> extends TvxElement {
     this.tell("tvx-done");
   }
 
+  /** Removes it when its author says so again. */
+  protected async askToRemove(
+    title: string,
+    says: string,
+    remove: () => Promise<unknown>,
+    said: string,
+  ): Promise<void> {
+    if (!(await ask(title, says, t(L.delete), "danger"))) return;
+    try {
+      await remove();
+      this.removed(said);
+    } catch (error) {
+      failed(error);
+    }
+  }
+
   /** It is no more: there is nothing left to let go. */
   protected removed(said: string): void {
     this.held = undefined;

@@ -4,9 +4,7 @@ import { html, nothing, type TemplateResult } from "lit";
 import { customElement, state } from "lit/decorators.js";
 import { live } from "lit/directives/live.js";
 import { icon } from "../kit/icon";
-import { ask } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
-import { failed } from "../pages/actions";
 import { fromDateField, toDateField } from "../pages/model/setup";
 import { textField } from "../records/fields";
 import { changedParts, withOwn } from "../records/model/own-parts";
@@ -63,15 +61,11 @@ export class TvxLogin extends RecordElement<LoginRecord> {
     if (await newPasswordDialog(login)) await this.load(true);
   }
 
-  private async removeIt({ loginId, details }: LoginRecord): Promise<void> {
+  private removeIt({ loginId, details }: LoginRecord): Promise<void> {
     const name = details.adminFullname;
-    if (!(await ask(t(L.removeLoginOf, { name }), t(L.removeLoginAsk, { name }), t(L.delete), "danger"))) return;
-    try {
-      await removeLogin(loginId);
-      this.removed(t(L.loginRemoved, { name }));
-    } catch (error) {
-      failed(error);
-    }
+    const says = t(L.removeLoginAsk, { name });
+    const said = t(L.loginRemoved, { name });
+    return this.askToRemove(t(L.removeLoginOf, { name }), says, () => removeLogin(loginId), said);
   }
 
   private assign({ loginId, details }: LoginRecord, { roleId, roleName }: HeldRole, has: boolean): void {

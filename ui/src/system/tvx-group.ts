@@ -3,9 +3,7 @@
 import { html, type TemplateResult } from "lit";
 import { customElement, state } from "lit/decorators.js";
 import { icon } from "../kit/icon";
-import { ask } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
-import { failed } from "../pages/actions";
 import { textField } from "../records/fields";
 import { changedParts, withOwn } from "../records/model/own-parts";
 import { RecordElement, type RecordWords } from "../records/record";
@@ -54,17 +52,10 @@ export class TvxGroup extends RecordElement<GroupRecord> {
     return group.name;
   }
 
-  private async removeIt({ groupId, name, users, pages, folders }: Group): Promise<void> {
-    if (
-      !(await ask(t(L.removeRecordOf, { name }), t(L.removeGroupAsk, { users, pages, folders }), t(L.delete), "danger"))
-    )
-      return;
-    try {
-      await removeGroup(groupId);
-      this.removed(t(L.recordRemoved, { name }));
-    } catch (error) {
-      failed(error);
-    }
+  private removeIt({ groupId, name, users, pages, folders }: Group): Promise<void> {
+    const says = t(L.removeGroupAsk, { users, pages, folders });
+    const said = t(L.recordRemoved, { name });
+    return this.askToRemove(t(L.removeRecordOf, { name }), says, () => removeGroup(groupId), said);
   }
 
   protected buttons({ group }: GroupRecord): TemplateResult {

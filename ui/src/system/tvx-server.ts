@@ -61,14 +61,10 @@ export class TvxServer extends RecordElement<ServerRecord> {
     return server.serverName;
   }
 
-  private async removeIt({ serverId, serverName: name }: ServerLine): Promise<void> {
-    if (!(await ask(t(L.removeRecordOf, { name }), t(L.removeServerAsk), t(L.delete), "danger"))) return;
-    try {
-      await call("cManager.deleteServer", { serverId });
-      this.removed(t(L.recordRemoved, { name }));
-    } catch (error) {
-      failed(error);
-    }
+  private removeIt({ serverId, serverName: name }: ServerLine): Promise<void> {
+    const remove = (): Promise<unknown> => call("cManager.deleteServer", { serverId });
+    const said = t(L.recordRemoved, { name });
+    return this.askToRemove(t(L.removeRecordOf, { name }), t(L.removeServerAsk), remove, said);
   }
 
   private async catchUp({ serverId, serverName: name }: ServerLine): Promise<void> {

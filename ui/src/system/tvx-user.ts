@@ -4,7 +4,6 @@ import { html, type TemplateResult } from "lit";
 import { customElement, state } from "lit/decorators.js";
 import { live } from "lit/directives/live.js";
 import { icon } from "../kit/icon";
-import { ask } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
 import { failed } from "../pages/actions";
@@ -69,14 +68,10 @@ export class TvxUser extends RecordElement<UserRecord> {
     return user.username;
   }
 
-  private async removeIt({ userId, username: name }: User): Promise<void> {
-    if (!(await ask(t(L.removeRecordOf, { name }), t(L.removeUserAsk, { name }), t(L.delete), "danger"))) return;
-    try {
-      await removeUser(userId);
-      this.removed(t(L.recordRemoved, { name }));
-    } catch (error) {
-      failed(error);
-    }
+  private removeIt({ userId, username: name }: User): Promise<void> {
+    const says = t(L.removeUserAsk, { name });
+    const said = t(L.recordRemoved, { name });
+    return this.askToRemove(t(L.removeRecordOf, { name }), says, () => removeUser(userId), said);
   }
 
   private async put(user: User, { groupId, name: group }: UserGroup, has: boolean, undo = true): Promise<void> {
