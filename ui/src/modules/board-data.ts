@@ -2,7 +2,7 @@
 
 import { type AnswerOf, call } from "../api";
 import { todayAsDigits } from "../labels/moments";
-import { daysBehind } from "./model";
+import { historyFrom } from "./model";
 import type { Place } from "./screen";
 
 export const BOARD = 241;
@@ -10,8 +10,13 @@ export const BOARD = 241;
 export type Category = AnswerOf<"registers.getCategories">[number];
 export type Item = AnswerOf<"registers.getItems">[number];
 
-export const categoriesOf = ({ site, lang }: Place): Promise<readonly Category[]> =>
-  call("registers.getCategories", { site, lang });
+/** How deep it stands: its path has two signs for each level. */
+export const depthOf = ({ msgB_catId }: Category): number => (msgB_catId.length + 1) / 3 - 1;
+
+export const indented = (category: Category): string =>
+  `${"\u00a0\u00a0".repeat(depthOf(category))}${category.msgB_catTitle}`;
+
+export const categoriesOf = (place: Place): Promise<readonly Category[]> => call("registers.getCategories", place);
 
 export const categoryValues = (category: Category) => ({
   title: category.msgB_catTitle ?? "",
@@ -52,11 +57,8 @@ export const saveCategory = (place: Place, category: number, parent: string, val
     online: values.online === 1,
   });
 
-const AT_ONCE = 500;
-export const hasMoreItems = (items: readonly Item[]): boolean => items.length > 0 && items.length % AT_ONCE === 0;
-
-export const itemsOf = ({ site, lang }: Place, category: number, from = 0): Promise<readonly Item[]> =>
-  call("registers.getItems", { site, lang, category, from });
+export const itemsOf = (place: Place, category: number, from = 0): Promise<readonly Item[]> =>
+  call("registers.getItems", { ...place, category, from });
 
 const NEVER = "99999999";
 
@@ -85,7 +87,7 @@ export const newItem = ({ msgB_Id, msgB_linkText, msgB_archiveAfter }: Category)
   image: "",
   date: todayAsDigits(),
   onlineDate: todayAsDigits(),
-  archiveDate: daysBehind(todayAsDigits(), msgB_archiveAfter),
+  archiveDate: historyFrom(msgB_archiveAfter),
   online: 1,
   newsflash: 0,
 });
@@ -99,16 +101,12 @@ export const saveItem = (place: Place, itemId: number, values: ItemValues): Prom
     newsflash: values.newsflash === 1,
   });
 
-export const markRecord = (
-  { site, lang }: Place,
-  kind: "category" | "item",
-  id: number,
-  marked: boolean,
-): Promise<unknown> => call("registers.markDeleted", { kind, id, site, lang, marked });
+export const markRecord = (place: Place, kind: "category" | "item", id: number, marked: boolean): Promise<unknown> =>
+  call("registers.markDeleted", { kind, id, ...place, marked });
 
 /** A category with all below it and all items; an empty path is the whole board. */
-export const publishBoard = ({ site, lang }: Place, catId: string): Promise<unknown> =>
-  call("msgBoard.publish", { site, lang, catId, includeSubcat: true, includeItems: true });
+export const publishBoard = (place: Place, catId: string): Promise<unknown> =>
+  call("msgBoard.publish", { ...place, catId, includeSubcat: true, includeItems: true });
 
 const block = (name: string, inner: string): string => `<!--!${name}_start!-->${inner}<!--!${name}_end!-->`;
 const words =
@@ -125,5 +123,5 @@ const LAYOUT = block(
   ),
 );
 
-export const previewOf = ({ site, lang }: Place, catId: string): Promise<string> =>
-  call("msgBoard.load", { site, lang, mode: "D", catRoot: "", subCat: catId, archive: false, pageTo: 1, html: LAYOUT });
+export const previewOf = (place: Place, catId: string): Promise<string> =>
+  call("msgBoard.load", { ...place, mode: "D", catRoot: "", subCat: catId, archive: false, pageTo: 1, html: LAYOUT });

@@ -6,10 +6,10 @@ import { Problem } from "../api/problem";
 import { icon } from "../kit/icon";
 import { dialog, type TvxDialog } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
-import { fromField, toField } from "./model";
+import { fromDateField, toDateField } from "../pages/model/setup";
 import "./modules.css";
 
-type Choice = readonly [value: string | number, label: string];
+export type Choice = readonly [value: string | number, label: string];
 
 export interface Field<Values> {
   readonly name: keyof Values & string;
@@ -30,7 +30,7 @@ export interface Group<Values> {
   readonly fields: readonly Field<Values>[];
 }
 
-type Change<Values> = (part: Partial<Values>) => void;
+export type Change<Values> = (part: Partial<Values>) => void;
 
 const asPart = <Values>(name: keyof Values, value: unknown): Partial<Values> =>
   ({ [name]: value }) as unknown as Partial<Values>;
@@ -50,8 +50,8 @@ function control<Values>(id: string, field: Field<Values>, values: Values, chang
         change(asPart(name, chosen ?? ""));
       }}>${field.choices?.map(([one, label]) => html`<option value=${one} ?selected=${String(one) === String(value)}>${label}</option>`)}</select>`;
     case "day":
-      return html`<input id=${id} class="input" type="date" aria-describedby=${described} .value=${live(toField(String(value ?? "")))}
-        @input=${(event: Event) => change(asPart(name, fromField(typed(event))))} />`;
+      return html`<input id=${id} class="input" type="date" aria-describedby=${described} .value=${live(toDateField(String(value ?? "")))}
+        @input=${(event: Event) => change(asPart(name, fromDateField(typed(event))))} />`;
     case "number":
       return html`<input id=${id} class="input" type="number" min=${field.least ?? 0} max=${field.most ?? 32767} aria-describedby=${described} .value=${String(value ?? 0)}
         @input=${(event: Event) => /^-?\d+$/.test(typed(event)) && change(asPart(name, Number(typed(event))))}

@@ -2,6 +2,7 @@
 
 import { type AnswerOf, call } from "../api";
 import { type Stored, valuesIn } from "./form";
+import { AT_ONCE } from "./model";
 import type { Place } from "./screen";
 
 export const FORUM = 243;
@@ -10,14 +11,12 @@ export type Forum = AnswerOf<"registers.getForums">[number];
 export type Topic = AnswerOf<"registers.getTopics">[number];
 export type Contribution = AnswerOf<"registers.getReactions">[number];
 
-export const forumsOf = ({ site, lang }: Place): Promise<readonly Forum[]> =>
-  call("registers.getForums", { site, lang });
+export const forumsOf = (place: Place): Promise<readonly Forum[]> => call("registers.getForums", place);
 
 export type Waiting = AnswerOf<"Forum.getWaiting">[number];
 
 /** What waits for a moderator, the oldest first. */
-export const waitingOf = ({ site, lang }: Place): Promise<readonly Waiting[]> =>
-  call("Forum.getWaiting", { site, lang });
+export const waitingOf = (place: Place): Promise<readonly Waiting[]> => call("Forum.getWaiting", place);
 
 /** What a form writes of a forum. */
 export const valuesOf = (forum: Forum) => ({
@@ -73,11 +72,8 @@ export const storedForum = (place: Place, forumId: number): Stored<ForumValues> 
   save: (values) => saveForum(place, forumId, values),
 });
 
-export const publishForum = ({ site, lang }: Place, forumId: number): Promise<unknown> =>
-  call("Forum.publish", { forumId, site, lang });
-
-/** What a list gives at once. */
-const AT_ONCE = 500;
+export const publishForum = (place: Place, forumId: number): Promise<unknown> =>
+  call("Forum.publish", { forumId, ...place });
 
 export const topicsOf = (forumId: number, from: number): Promise<readonly Topic[]> =>
   call("registers.getTopics", { forumId, from });
@@ -91,8 +87,6 @@ export async function threadOf(forumId: number, topicId: number): Promise<readon
     if (some.length < AT_ONCE) return posts;
   }
 }
-
-export const hasMore = (topics: readonly Topic[]): boolean => topics.length > 0 && topics.length % AT_ONCE === 0;
 
 export const setPosts = (forumId: number, topicId: number, places: readonly string[], on: boolean): Promise<string> =>
   call("registers.setReactions", { forumId, topicId, references: places.join(","), on });

@@ -5,15 +5,13 @@ import type { TvxImagePicker } from "../editor/image-dialog";
 import { icon } from "../kit/icon";
 import { dialog, type TvxDialog } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
-import type { Category, ItemValues } from "./board-data";
-import type { Group } from "./form";
+import { type Category, type ItemValues, indented } from "./board-data";
+import type { Change, Group } from "./form";
 import { pickPage } from "./pick-page";
 import type { Place } from "./screen";
 
-type Change = (part: Partial<ItemValues>) => void;
-
 /** A picture of the site's library; its words are the item's own. */
-async function choosePicture(site: string, change: Change): Promise<void> {
+async function choosePicture(site: string, change: Change<ItemValues>): Promise<void> {
   const { rememberPicture } = await import("../editor/pictures");
   await import("../editor/image-dialog");
   let box: TvxDialog | undefined;
@@ -44,13 +42,13 @@ async function choosePicture(site: string, change: Change): Promise<void> {
   change({ image: picture.path });
 }
 
-async function choosePage(place: Place, change: Change): Promise<void> {
+async function choosePage(place: Place, change: Change<ItemValues>): Promise<void> {
   const page = await pickPage(t(L.linkToPage), place, t(L.insert));
   if (page) change({ link: String(page.pageId) });
 }
 
 /** Puts a tag around what is selected in the text. */
-function wrap(tag: string, change: Change): void {
+function wrap(tag: string, change: Change<ItemValues>): void {
   const field = document.querySelector<HTMLTextAreaElement>("#item-text");
   if (!field) return;
   const { selectionStart: from, selectionEnd: to } = field;
@@ -59,7 +57,7 @@ function wrap(tag: string, change: Change): void {
   field.focus();
 }
 
-const tools = (change: Change): TemplateResult =>
+const tools = (change: Change<ItemValues>): TemplateResult =>
   html`<div class="inline">${(
     [
       ["b", t(L.bold)],
@@ -71,13 +69,9 @@ const tools = (change: Change): TemplateResult =>
       html`<button type="button" class="button small" @click=${() => wrap(tag, change)}>${label}</button>`,
   )}</div>`;
 
-/** Paths of categories tell how deep they stand. */
-export const indented = ({ msgB_catId, msgB_catTitle }: Category): string =>
-  `${"\u00a0\u00a0".repeat((msgB_catId.length + 1) / 3 - 1)}${msgB_catTitle}`;
-
 export const itemGroups =
   (place: Place, categories: readonly Category[]) =>
-  (_values: ItemValues, change: Change): readonly Group<ItemValues>[] => [
+  (_values: ItemValues, change: Change<ItemValues>): readonly Group<ItemValues>[] => [
     {
       fields: [
         { name: "title", label: t(L.title), kind: "text", longest: 250 },

@@ -1,6 +1,6 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { answered, daysBehind, fromField, hiddenWith, isBelow, shownWith, stateOf, toField } from "./model";
+import { answered, hasMore, hiddenWith, historyFrom, isBelow, shownWith, stateOf } from "./model";
 
 const post = (reaction_reference: string, reaction_online = 1, reaction_id = 1) => ({
   reaction_reference,
@@ -35,10 +35,15 @@ test("what goes on with a reaction is what is off above it, the topmost first", 
   assert.deepEqual(shownWith(thread, "02"), []);
 });
 
-test("days go into fields and out of them, and never is an empty one", () => {
-  assert.equal(toField("20260503"), "2026-05-03");
-  assert.equal(toField("99999999"), "");
-  assert.equal(fromField("2026-05-03"), "20260503");
-  assert.equal(daysBehind("20260225", 5), "20260302");
-  assert.equal(daysBehind("20260225", 0), "");
+test("what is written becomes history so many days later, or never", () => {
+  const now = new Date(2026, 1, 25, 12);
+  assert.equal(historyFrom(5, now), "20260302");
+  assert.equal(historyFrom(0, now), "");
+});
+
+test("a list may go on behind what came in full", () => {
+  assert.ok(!hasMore([]));
+  assert.ok(!hasMore(Array(499)));
+  assert.ok(hasMore(Array(500)));
+  assert.ok(!hasMore(Array(501)));
 });

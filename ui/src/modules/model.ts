@@ -1,6 +1,7 @@
 /** What records of the modules are: between their design and what visitors have. */
 
 import type { PageWord } from "../formats/status";
+import { daysBefore } from "../labels/moments";
 
 export interface Twins {
   readonly isLive: number;
@@ -46,17 +47,13 @@ export const shownWith = (posts: readonly Post[], place: string): string[] =>
 
 // ---- Days ----
 
-/** "20260503" as a field takes it; "" for a day without end. */
-export const toField = (digits: string): string =>
-  /^\d{8}$/.test(digits) && digits !== "99999999" ? digits.replace(/(\d{4})(\d\d)(\d\d)/, "$1-$2-$3") : "";
+/** The day from which something of today is history, so many days on; "" for never. */
+export const historyFrom = (days: number, now = new Date()): string => (days > 0 ? daysBefore(-days, now) : "");
 
-export const fromField = (text: string): string => text.replaceAll("-", "");
+// ---- Lists ----
 
-/** So many days behind a day; "" for none. */
-export function daysBehind(digits: string, days: number): string {
-  const field = toField(digits);
-  if (!field || days <= 0) return "";
-  const date = new Date(`${field}T12:00:00Z`);
-  date.setUTCDate(date.getUTCDate() + days);
-  return fromField(date.toISOString().slice(0, 10));
-}
+/** What a list gives at once. */
+export const AT_ONCE = 500;
+
+/** Whether there may be more behind what has been read. */
+export const hasMore = (rows: readonly unknown[]): boolean => rows.length > 0 && rows.length % AT_ONCE === 0;

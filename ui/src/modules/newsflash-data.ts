@@ -20,16 +20,14 @@ export interface Newsflashes {
   readonly categories: readonly Category[];
 }
 
-const listOf = ({ site, lang }: Place): Promise<readonly Newsflash[]> =>
-  call("registers.getNewsflashes", { site, lang });
+const listOf = (place: Place): Promise<readonly Newsflash[]> => call("registers.getNewsflashes", place);
 
 export async function newsflashesOf(place: Place): Promise<Newsflashes> {
-  const { site, lang } = place;
   const [newsflashes, feeds, templates, categories] = await Promise.all([
     listOf(place),
-    call("registers.getNewsflashCategories", { site, lang }),
+    call("registers.getNewsflashCategories", place),
     moduleTemplates(place),
-    maySee(BOARD, site, lang) ? categoriesOf(place) : [],
+    maySee(BOARD, place.site, place.lang) ? categoriesOf(place) : [],
   ]);
   return { newsflashes, feeds, templates, categories };
 }
@@ -88,13 +86,12 @@ export async function setFeeds(
 }
 
 /** As its authors have it. */
-export async function drawnNewsflash({ site, lang }: Place, number: number): Promise<string> {
+export async function drawnNewsflash(place: Place, number: number): Promise<string> {
   const work = new Batch();
-  work.do("newsflash.load", { site, lang, newsflashId: number, mode: "D" });
+  work.do("newsflash.load", { ...place, newsflashId: number, mode: "D" });
   const drawn = work.get("newsflash", "nfContent");
   await work.run();
   return drawn.value.nfContent;
 }
 
-export const publishNewsflashes = ({ site, lang }: Place): Promise<unknown> =>
-  call("newsflash.publish", { site, lang });
+export const publishNewsflashes = (place: Place): Promise<unknown> => call("newsflash.publish", place);

@@ -78,6 +78,16 @@ export abstract class ModuleScreen<Data> extends TvxElement {
     }
   };
 
+  /** Shows more than before, unless something else is shown by then. */
+  protected async goOn(before: Data, read: () => Promise<Data>): Promise<void> {
+    try {
+      const more = await read();
+      if (this.data === before) this.data = more;
+    } catch (error) {
+      failed(error);
+    }
+  }
+
   /** Does something at once, says so with its way back, and shows what has come of it. */
   protected async act(
     run: () => Promise<unknown>,

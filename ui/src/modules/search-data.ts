@@ -11,8 +11,7 @@ export const CATALOGUE = 64;
 export type SearchPage = AnswerOf<"registers.getSearches">[number];
 export type SearchedWord = AnswerOf<"registers.getSearchWords">[number];
 
-export const searchesOf = ({ site, lang }: Place): Promise<readonly SearchPage[]> =>
-  call("registers.getSearches", { site, lang });
+export const searchesOf = (place: Place): Promise<readonly SearchPage[]> => call("registers.getSearches", place);
 
 export const wordsOf = (pageId: number): Promise<readonly SearchedWord[]> =>
   call("registers.getSearchWords", { pageId });

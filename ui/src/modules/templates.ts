@@ -11,8 +11,8 @@ export interface ModuleTemplate {
 /** Those of the system, which pages can't have. */
 const OF_THE_SYSTEM = 1;
 
-export const moduleTemplates = ({ site, lang }: Place): Promise<readonly ModuleTemplate[]> =>
-  call("template.getTemplateList", { site, lang, listType: OF_THE_SYSTEM });
+export const moduleTemplates = (place: Place): Promise<readonly ModuleTemplate[]> =>
+  call("template.getTemplateList", { ...place, listType: OF_THE_SYSTEM });
 
 export const templateChoices = (templates: readonly ModuleTemplate[]) =>
   templates.map(({ tpl_id, tpl_name }) => [tpl_id, tpl_name] as const);

@@ -14,7 +14,7 @@ import {
   type CategoryValues,
   categoriesOf,
   categoryValues,
-  hasMoreItems,
+  depthOf,
   type Item,
   itemsOf,
   itemValues,
@@ -27,8 +27,9 @@ import {
   saveItem,
 } from "./board-data";
 import { type Group, valuesIn } from "./form";
+import { itemOrders, pictureGroup } from "./item-fields";
 import { itemGroups } from "./item-form";
-import { imagePlaces, itemOrders } from "./orders";
+import { hasMore } from "./model";
 import { emptyNote, markButton, previewDialog, recordState, wordButton } from "./parts";
 import { ModuleScreen, type Place } from "./screen";
 
@@ -52,14 +53,7 @@ const groups = (): readonly Group<CategoryValues>[] => [
       { name: "linkText", label: t(L.wordsOfLink), kind: "text" },
     ],
   },
-  {
-    heading: t(L.pictures),
-    fields: [
-      { name: "imageAlignment", label: t(L.imagePlace), kind: "choice", choices: imagePlaces() },
-      { name: "imageWidth", label: t(L.imageWidth), kind: "number", hint: t(L.zeroIsNoLimit) },
-      { name: "imageHeight", label: t(L.imageHeight), kind: "number", hint: t(L.zeroIsNoLimit) },
-    ],
-  },
+  pictureGroup(),
 ];
 
 /** 0 off, 1 on, 2 on with the next publishing. */
@@ -90,7 +84,7 @@ export class TvxBoard extends ModuleScreen<Board> {
     const categories = await categoriesOf(place);
     const chosen = categories.find((one) => one.msgB_Id === this.number("category")) ?? categories[0];
     const items = chosen ? await itemsOf(place, chosen.msgB_Id) : [];
-    return { categories, chosen, items, more: hasMoreItems(items) };
+    return { categories, chosen, items, more: hasMore(items) };
   }
 
   protected heading(): string {
@@ -192,18 +186,16 @@ export class TvxBoard extends ModuleScreen<Board> {
       const items = await itemsOf(this.place, category, from);
       const found = items.find((one) => one.msgB_itemId === itemId);
       if (found) return itemValues(found, category);
-      if (!hasMoreItems(items)) return undefined;
+      if (!hasMore(items)) return undefined;
       from += items.length;
     }
   }
 
   private async moreItems(board: Board, chosen: Category): Promise<void> {
-    try {
+    await this.goOn(board, async () => {
       const next = await itemsOf(this.place, chosen.msgB_Id, board.items.length);
-      this.data = { ...board, items: [...board.items, ...next], more: hasMoreItems(next) };
-    } catch (error) {
-      failed(error);
-    }
+      return { ...board, items: [...board.items, ...next], more: hasMore(next) };
+    });
   }
 
   // ---- How it looks ----
@@ -223,9 +215,8 @@ export class TvxBoard extends ModuleScreen<Board> {
   }
 
   private branch(category: Category, isChosen: boolean): TemplateResult {
-    const depth = (category.msgB_catId.length + 1) / 3 - 1;
     const waiting = category.msgB_modified || category.msgB_deleted || category.waiting;
-    return html`<a href="${ADDRESS}?category=${category.msgB_Id}" aria-current=${isChosen ? "true" : "false"} class="depth-${Math.min(depth, 4)}">
+    return html`<a href="${ADDRESS}?category=${category.msgB_Id}" aria-current=${isChosen ? "true" : "false"} class="depth-${Math.min(depthOf(category), 4)}">
       <span class="grow">${category.msgB_catTitle}</span>${waiting ? recordState({ ...twinsOf(category), modified: 1 }) : ""}<span class="note">${category.items}</span></a>`;
   }
 

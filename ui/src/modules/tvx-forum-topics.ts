@@ -5,9 +5,9 @@ import { customElement } from "lit/decorators.js";
 import { repeat } from "lit/directives/repeat.js";
 import { icon } from "../kit/icon";
 import { L, plural, t } from "../labels";
-import { failed } from "../pages/actions";
 import { dayText } from "../pages/words";
-import { FORUM, forumsOf, hasMore, type Topic, topicsOf } from "./forum-data";
+import { FORUM, forumsOf, type Topic, topicsOf } from "./forum-data";
+import { hasMore } from "./model";
 import { emptyNote } from "./parts";
 import { ModuleScreen, type Place } from "./screen";
 
@@ -33,12 +33,10 @@ export class TvxForumTopics extends ModuleScreen<Topics> {
   }
 
   private async more(data: Topics): Promise<void> {
-    try {
+    await this.goOn(data, async () => {
       const next = await topicsOf(this.number("forumId"), data.topics.length);
-      this.data = { ...data, topics: [...data.topics, ...next], more: hasMore(next) };
-    } catch (error) {
-      failed(error);
-    }
+      return { ...data, topics: [...data.topics, ...next], more: hasMore(next) };
+    });
   }
 
   protected override back(): TemplateResult {

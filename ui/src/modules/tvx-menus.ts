@@ -25,7 +25,7 @@ interface Menus {
   readonly templates: readonly ModuleTemplate[];
 }
 
-const listOf = ({ site, lang }: Place): Promise<readonly Menu[]> => call("registers.getMenus", { site, lang });
+const listOf = (place: Place): Promise<readonly Menu[]> => call("registers.getMenus", place);
 
 const valuesOf = ({ minLevels, maxLevels, templateId, display, extranet, deleted }: Menu) => ({
   minLevels,
@@ -37,8 +37,8 @@ const valuesOf = ({ minLevels, maxLevels, templateId, display, extranet, deleted
 });
 type MenuValues = ReturnType<typeof valuesOf>;
 
-const saveMenu = ({ site, lang }: Place, pageId: number, values: MenuValues): Promise<unknown> =>
-  call("registers.saveMenu", { pageId, site, lang, ...values, marked: values.marked === 1 });
+const saveMenu = (place: Place, pageId: number, values: MenuValues): Promise<unknown> =>
+  call("registers.saveMenu", { pageId, ...place, ...values, marked: values.marked === 1 });
 
 /** Where one that is marked stands beside its successor, the successor. */
 const storedMenu = (place: Place, pageId: number): Stored<MenuValues> => ({

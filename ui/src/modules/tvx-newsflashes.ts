@@ -10,9 +10,9 @@ import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { mayChangeIn } from "../shell/workplace";
-import { BOARD, publishBoard } from "./board-data";
+import { BOARD, indented, publishBoard } from "./board-data";
 import { type Group, saveMark } from "./form";
-import { indented } from "./item-form";
+import { itemOrders, pictureGroup } from "./item-fields";
 import {
   drawnNewsflash,
   type Feed,
@@ -28,7 +28,6 @@ import {
   storedNewsflash,
   valuesOf,
 } from "./newsflash-data";
-import { imagePlaces, itemOrders } from "./orders";
 import { emptyNote, markButton, previewDialog, recordState, wordButton } from "./parts";
 import { ModuleScreen, type Place } from "./screen";
 import { templateChoices } from "./templates";
@@ -60,14 +59,7 @@ const groupsOf =
         { name: "itemLength", label: t(L.newsflashLength), kind: "number", least: -1, hint: t(L.newsflashLengthHint) },
       ],
     },
-    {
-      heading: t(L.pictures),
-      fields: [
-        { name: "imageAlignment", label: t(L.imagePlace), kind: "choice", choices: imagePlaces() },
-        { name: "imageWidth", label: t(L.imageWidth), kind: "number", hint: t(L.zeroIsNoLimit) },
-        { name: "imageHeight", label: t(L.imageHeight), kind: "number", hint: t(L.zeroIsNoLimit) },
-      ],
-    },
+    pictureGroup(),
   ];
 
 const waits = ({ inDesign, isLive }: Feed): boolean => inDesign !== isLive;

@@ -91,6 +91,7 @@ test("days go to date fields and back", () => {
   assert.equal(toDateField("20260503"), "2026-05-03");
   assert.equal(fromDateField("2026-05-03"), "20260503");
   assert.equal(toDateField(""), "");
+  assert.equal(toDateField("99999999"), "");
   assert.equal(isDay("20240229"), true);
   assert.equal(isDay("20250229"), false);
 });
