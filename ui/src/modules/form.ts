@@ -11,6 +11,9 @@ import "./modules.css";
 
 export type Choice = readonly [value: string | number, label: string];
 
+/** Words by the numbers that stand for them, the first of which is 0. */
+export const numbered = (...words: string[]): readonly Choice[] => words.map((word, value) => [value, word]);
+
 export interface Field<Values> {
   readonly name: keyof Values & string;
   readonly label: string;

@@ -2,7 +2,6 @@
 
 import { html, type TemplateResult } from "lit";
 import { customElement } from "lit/decorators.js";
-import { repeat } from "lit/directives/repeat.js";
 import { icon } from "../kit/icon";
 import { L, t } from "../labels";
 import { failed } from "../pages/actions";
@@ -30,7 +29,19 @@ import { type Group, valuesIn } from "./form";
 import { itemOrders, pictureGroup } from "./item-fields";
 import { itemGroups } from "./item-form";
 import { hasMore } from "./model";
-import { emptyNote, markButton, previewDialog, recordState, wordButton } from "./parts";
+import {
+  editButton,
+  emptyNote,
+  markButton,
+  moduleList,
+  moreButton,
+  noteOf,
+  previewButton,
+  previewDialog,
+  publishButton,
+  recordState,
+  wordButton,
+} from "./parts";
 import { ModuleScreen, type Place } from "./screen";
 
 const ADDRESS = "/torvex/torvex_msgBoard/categories.asp";
@@ -224,12 +235,12 @@ export class TvxBoard extends ModuleScreen<Board> {
     const { msgB_Id: id, msgB_catTitle: name, msgB_catId: path, msgB_deleted: deleted } = chosen;
     const off = switchWord(chosen.msgB_online);
     return html`<div class="card module-row"><div class="module-name"><h2>${name}</h2>${off ? html`<p class="note">${off}</p>` : ""}</div>${recordState(twinsOf(chosen))}
-      <div class="module-buttons">${wordButton("eye", t(L.preview), t(L.previewNamed, { name }), () => this.preview(chosen))}${
+      <div class="module-buttons">${previewButton(name, () => this.preview(chosen))}${
         this.mayEdit
-          ? html`${wordButton("pencil", t(L.edit), t(L.editNamed, { name }), () => this.editCategory(chosen))}
+          ? html`${editButton(name, () => this.editCategory(chosen))}
             ${wordButton("plus", t(L.categoryBelow), t(L.categoryBelowNamed, { name }), () => this.addCategory(path))}
             ${markButton(name, deleted, () => this.mark("category", id, name, deleted === 1))}
-            ${wordButton("send", t(L.publish), t(L.publishNamed, { name }), () => this.publish(board, path))}`
+            ${publishButton(name, () => this.publish(board, path))}`
           : ""
       }</div></div>`;
   }
@@ -239,12 +250,12 @@ export class TvxBoard extends ModuleScreen<Board> {
       ? html`<div class="inline"><button type="button" class="button primary" @click=${() => this.addItem(board, chosen)}>${icon("plus")}${t(L.newItem)}</button></div>`
       : html``;
     if (board.items.length === 0) return html`${add}${emptyNote("file-text", t(L.boardNoItems))}`;
-    return html`${add}<ul class="module-list" role="list">${repeat(
+    return html`${add}${moduleList(
       board.items,
       ({ msgB_itemId }) => msgB_itemId,
       (item) => this.item(board, chosen, item),
-    )}</ul>
-      ${board.more ? html`<button type="button" class="button" @click=${() => this.moreItems(board, chosen)}>${t(L.showMore)}</button>` : ""}`;
+    )}
+      ${board.more ? moreButton(() => this.moreItems(board, chosen)) : ""}`;
   }
 
   private item(board: Board, chosen: Category, item: Item): TemplateResult {
@@ -252,11 +263,11 @@ export class TvxBoard extends ModuleScreen<Board> {
     const told = [dayText(item.msgB_itemDate), switchWord(item.msgB_itemOnline)];
     if (item.msgB_itemNewsflash === 1) told.push(t(L.boardInNewsflashes));
     if (item.msgB_itemNewsflash === 2) told.push(t(L.newsflashOffSoon));
-    return html`<li class="card module-row"><div class="module-name"><strong>${name}</strong><p class="note">${told.filter(Boolean).join(" · ")}</p></div>
+    return html`<li class="card module-row"><div class="module-name"><strong>${name}</strong>${noteOf(...told)}</div>
       ${recordState(twinsOf(item))}
       ${
         this.mayEdit
-          ? html`<div class="module-buttons">${wordButton("pencil", t(L.edit), t(L.editNamed, { name }), () => this.editItem(board, chosen, item))}
+          ? html`<div class="module-buttons">${editButton(name, () => this.editItem(board, chosen, item))}
           ${markButton(name, deleted, () => this.mark("item", id, name, deleted === 1))}</div>`
           : ""
       }</li>`;

@@ -2,7 +2,6 @@
 
 import { html, type TemplateResult } from "lit";
 import { customElement, state } from "lit/decorators.js";
-import { repeat } from "lit/directives/repeat.js";
 import { icon } from "../kit/icon";
 import { ask } from "../kit/tvx-dialog";
 import { L, plural, t } from "../labels";
@@ -11,7 +10,7 @@ import { go } from "../shell/address";
 import { valuesIn } from "./form";
 import { type Contribution, FORUM, removePosts, savePost, setPosts, threadOf } from "./forum-data";
 import { answered, hiddenWith, isBelow, shownWith } from "./model";
-import { emptyNote, wordButton } from "./parts";
+import { editButton, emptyNote, moduleList, moreButton, noteOf, removeButton, wordButton } from "./parts";
 import { ModuleScreen } from "./screen";
 
 const textsOf = ({ reaction_title, reaction_text }: Contribution) => ({
@@ -127,15 +126,15 @@ export class TvxForumThread extends ModuleScreen<readonly Contribution[]> {
     const titles = new Map(reactions.map((post) => [post.reaction_reference, post.reaction_title ?? ""]));
     return html`${this.post(posts, topic, "")}
       ${reactions.length ? html`<p class="note">${t(L.newestFirst)}</p>` : emptyNote("users", t(L.reactionsEmpty))}
-      <ul class="module-list" role="list">${repeat(
+      ${moduleList(
         reactions.slice(0, this.drawn),
         ({ reaction_id }) => reaction_id,
         (post) => {
           const above = titles.get(answered(post.reaction_reference));
           return html`<li>${this.post(posts, post, above ? t(L.answerTo, { title: above }) : "")}</li>`;
         },
-      )}</ul>
-      ${reactions.length > this.drawn ? html`<button type="button" class="button" @click=${() => this.drawMore()}>${t(L.showMore)}</button>` : ""}`;
+      )}
+      ${reactions.length > this.drawn ? moreButton(() => this.drawMore()) : ""}`;
   }
 
   private drawMore(): void {
@@ -148,7 +147,7 @@ export class TvxForumThread extends ModuleScreen<readonly Contribution[]> {
     const told = [post.reaction_author ?? "", dayText(post.reaction_date), answers, post.reaction_email ?? ""];
     return html`<article class="card post ${isOn ? "" : "off"}">
       ${post.reaction_id === 0 ? "" : html`<h2>${title}</h2>`}
-      <p class="note">${told.filter(Boolean).join(" · ")}</p>
+      ${noteOf(...told)}
       ${isOn ? "" : html`<p class="note">${icon("eye-off")} ${t(L.postIsOff)}</p>`}
       ${post.reaction_text ? html`<p class="post-text">${post.reaction_text}</p>` : ""}
       ${
@@ -162,8 +161,8 @@ export class TvxForumThread extends ModuleScreen<readonly Contribution[]> {
                     this.switchOn(posts, post),
                   )
             }
-          ${wordButton("pencil", t(L.edit), t(L.editNamed, { name: title }), () => this.edit(post))}
-          ${wordButton("trash-2", t(L.delete), t(L.removeNamed, { name: title }), () => this.removeIt(posts, post))}</div>`
+          ${editButton(title, () => this.edit(post))}
+          ${removeButton(title, () => this.removeIt(posts, post))}</div>`
           : ""
       }</article>`;
   }

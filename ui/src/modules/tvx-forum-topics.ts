@@ -2,13 +2,12 @@
 
 import { html, type TemplateResult } from "lit";
 import { customElement } from "lit/decorators.js";
-import { repeat } from "lit/directives/repeat.js";
 import { icon } from "../kit/icon";
 import { L, plural, t } from "../labels";
 import { dayText } from "../pages/words";
 import { FORUM, forumsOf, type Topic, topicsOf } from "./forum-data";
 import { hasMore } from "./model";
-import { emptyNote } from "./parts";
+import { emptyNote, moduleList, moreButton, noteOf } from "./parts";
 import { ModuleScreen, type Place } from "./screen";
 
 interface Topics {
@@ -49,12 +48,12 @@ export class TvxForumTopics extends ModuleScreen<Topics> {
 
   protected content(data: Topics): TemplateResult {
     if (data.topics.length === 0) return emptyNote("users", t(L.topicsEmpty));
-    return html`<ul class="module-list" role="list">${repeat(
+    return html`${moduleList(
       data.topics,
       ({ topic_id }) => topic_id,
       (topic) => this.row(topic),
-    )}</ul>
-      ${data.more ? html`<button type="button" class="button" @click=${() => this.more(data)}>${t(L.showMore)}</button>` : ""}`;
+    )}
+      ${data.more ? moreButton(() => this.more(data)) : ""}`;
   }
 
   private row(topic: Topic): TemplateResult {
@@ -67,7 +66,7 @@ export class TvxForumTopics extends ModuleScreen<Topics> {
     if (topic.hidden) told.push(plural(topic.hidden, L.oneHidden, L.manyHidden));
     return html`<li class="card module-row ${topic.topic_online === 1 ? "" : "post off"}">
       <div class="module-name"><a href=${address}><strong>${topic.topic_title}</strong></a>
-        <p class="note">${told.filter(Boolean).join(" · ")}</p></div>
+        ${noteOf(...told)}</div>
       ${topic.topic_online === 1 ? "" : html`<span class="mark off">${icon("eye-off")}<span class="word">${t(L.postIsOff)}</span></span>`}</li>`;
   }
 }

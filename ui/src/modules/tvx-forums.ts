@@ -2,11 +2,10 @@
 
 import { html, type TemplateResult } from "lit";
 import { customElement } from "lit/decorators.js";
-import { repeat } from "lit/directives/repeat.js";
 import { icon } from "../kit/icon";
 import { L, plural, t } from "../labels";
 import { dayText } from "../pages/words";
-import { type Group, saveMark } from "./form";
+import { type Group, numbered, saveMark } from "./form";
 import {
   FORUM,
   type Forum,
@@ -20,15 +19,11 @@ import {
   type Waiting,
   waitingOf,
 } from "./forum-data";
-import { emptyNote, markButton, recordState, wordButton } from "./parts";
+import { stateOf } from "./model";
+import { editButton, emptyNote, markButton, moduleList, noteOf, publishButton, recordState } from "./parts";
 import { ModuleScreen, type Place } from "./screen";
 
-const asked = () =>
-  [
-    [0, t(L.forumNotAsked)],
-    [1, t(L.forumMayBeGiven)],
-    [2, t(L.forumMustBeGiven)],
-  ] as const;
+const asked = () => numbered(t(L.forumNotAsked), t(L.forumMayBeGiven), t(L.forumMustBeGiven));
 
 const groups = (): readonly Group<ForumValues>[] => [
   {
@@ -45,13 +40,7 @@ const groups = (): readonly Group<ForumValues>[] => [
     heading: t(L.forumPosts),
     fields: [
       { name: "reactionsOnline", label: t(L.forumAtOnce), kind: "check", hint: t(L.forumAtOnceHint) },
-      {
-        name: "words",
-        label: t(L.forumWords),
-        kind: "text",
-        longest: 2000,
-        hint: t(L.forumWordsHint),
-      },
+      { name: "words", label: t(L.forumWords), kind: "text", longest: 2000, hint: t(L.forumWordsHint) },
       { name: "askName", label: t(L.forumAskName), kind: "choice", choices: asked() },
       { name: "askEmail", label: t(L.forumAskEmail), kind: "choice", choices: asked() },
     ],
@@ -123,34 +112,34 @@ export class TvxForums extends ModuleScreen<Forums> {
 
   protected content({ forums, waiting }: Forums): TemplateResult {
     if (forums.length === 0) return emptyNote("users", t(L.forumsEmpty));
-    return html`<ul class="module-list" role="list">${repeat(
+    return html`${moduleList(
       forums,
       ({ forum_id }) => forum_id,
       (forum) => this.row(forums, forum),
-    )}</ul>${waiting.length ? this.waiting(waiting) : ""}`;
+    )}${waiting.length ? this.waiting(waiting) : ""}`;
   }
 
   private waiting(waiting: readonly Waiting[]): TemplateResult {
     return html`<h2>${t(L.waitingPosts)}</h2><ul class="module-list" role="list">${waiting.slice(0, MOST_WAITING).map(
       (post) => html`<li class="card module-row post off"><div class="module-name">
         <a href="/torvex/torvex_forum/reactions.asp?forumId=${post.forum_id}&topicId=${post.topic_id}"><strong>${post.title}</strong></a>
-        <p class="note">${[post.author ?? "", dayText(post.day), post.forum_name].filter(Boolean).join(" · ")}</p>
+        ${noteOf(post.author ?? "", dayText(post.day), post.forum_name)}
         ${post.text ? html`<p class="cut">${post.text}</p>` : ""}</div></li>`,
     )}</ul>`;
   }
 
   private row(forums: readonly Forum[], forum: Forum): TemplateResult {
     const { forum_id: id, forum_name: name, topics, hidden } = forum;
-    const state = { isLive: forum.isLive, modified: forum.forum_modified, deleted: forum.forum_deleted };
+    const twins = { isLive: forum.isLive, modified: forum.forum_modified, deleted: forum.forum_deleted };
     return html`<li class="card module-row">
       <div class="module-name"><a href="/torvex/torvex_forum/topics.asp?forumId=${id}"><strong>${name}</strong></a>
         <p class="note">${plural(topics, L.oneTopic, L.manyTopics)}${hidden ? html` · ${plural(hidden, L.oneHidden, L.manyHidden)}` : ""}</p></div>
-      ${recordState(state)}
+      ${recordState(twins)}
       ${
         this.mayEdit
-          ? html`<div class="module-buttons">${wordButton("pencil", t(L.edit), t(L.editNamed, { name }), () => this.edit(forum))}
+          ? html`<div class="module-buttons">${editButton(name, () => this.edit(forum))}
           ${markButton(name, forum.forum_deleted, () => this.mark(forum))}
-          ${forum.forum_modified || forum.forum_deleted || !forum.isLive ? wordButton("send", t(L.publish), t(L.publishNamed, { name }), () => this.publish(forums, id)) : ""}</div>`
+          ${stateOf(twins) === "live" ? "" : publishButton(name, () => this.publish(forums, id))}</div>`
           : ""
       }</li>`;
   }

@@ -2,7 +2,6 @@
 
 import { html, type TemplateResult } from "lit";
 import { customElement } from "lit/decorators.js";
-import { repeat } from "lit/directives/repeat.js";
 import { type AnswerOf, Batch, call, isProblem } from "../api";
 import { icon } from "../kit/icon";
 import { dialog } from "../kit/tvx-dialog";
@@ -10,8 +9,8 @@ import { L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { titleOr } from "../pages/words";
 import { pageAddress } from "../shell/address";
-import { type Group, type Stored, saveMark, valuesIn } from "./form";
-import { emptyNote, markButton, previewBox, recordState, wordButton } from "./parts";
+import { type Group, numbered, type Stored, saveMark, valuesIn } from "./form";
+import { editButton, emptyNote, markButton, moduleList, previewBox, previewButton, recordState } from "./parts";
 import { pickPage } from "./pick-page";
 import { ModuleScreen, type Place } from "./screen";
 import { type ModuleTemplate, moduleTemplates, templateChoices } from "./templates";
@@ -58,19 +57,13 @@ const groupsOf = (templates: readonly ModuleTemplate[]) => (): readonly Group<Me
         name: "display",
         label: t(L.menuActive),
         kind: "choice",
-        choices: [
-          [0, t(L.menuActiveDeepest)],
-          [1, t(L.menuActiveWay)],
-        ],
+        choices: numbered(t(L.menuActiveDeepest), t(L.menuActiveWay)),
       },
       {
         name: "extranet",
         label: t(L.menuRights),
         kind: "choice",
-        choices: [
-          [0, t(L.menuRightsTested)],
-          [1, t(L.menuRightsAll)],
-        ],
+        choices: numbered(t(L.menuRightsTested), t(L.menuRightsAll)),
       },
     ],
   },
@@ -185,11 +178,11 @@ export class TvxMenus extends ModuleScreen<Menus> {
 
   protected content(data: Menus): TemplateResult {
     if (data.menus.length === 0) return emptyNote("menu", t(L.menusEmpty));
-    return html`<p class="note">${t(L.menusHint)}</p><ul class="module-list" role="list">${repeat(
+    return html`<p class="note">${t(L.menusHint)}</p>${moduleList(
       data.menus,
       ({ pageId, deleted }) => `${pageId}.${deleted}`,
       (menu) => this.row(data, menu),
-    )}</ul>`;
+    )}`;
   }
 
   private row(data: Menus, menu: Menu): TemplateResult {
@@ -199,9 +192,9 @@ export class TvxMenus extends ModuleScreen<Menus> {
       <div class="module-name"><a href=${pageAddress(menu.pageId)}><strong>${titleOr(menu.title)}</strong></a>
         <p class="note">${t(L.menuTold, { depth, first: menu.minLevels, last: menu.maxLevels })} · ${menu.tpl_name ?? ""}</p></div>
       ${recordState(menu)}
-      <div class="module-buttons">${wordButton("eye", t(L.preview), t(L.previewNamed, { name }), () => this.preview(data.menus, menu))}${
+      <div class="module-buttons">${previewButton(name, () => this.preview(data.menus, menu))}${
         this.mayEdit
-          ? html`${wordButton("pencil", t(L.edit), t(L.editNamed, { name }), () => this.edit(data, menu))}
+          ? html`${editButton(name, () => this.edit(data, menu))}
             ${markButton(name, menu.deleted, () => this.mark(menu))}`
           : ""
       }</div></li>`;

@@ -3,7 +3,6 @@
 import { html, type TemplateResult } from "lit";
 import { customElement } from "lit/decorators.js";
 import { live } from "lit/directives/live.js";
-import { repeat } from "lit/directives/repeat.js";
 import { icon } from "../kit/icon";
 import { dialog } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
@@ -28,7 +27,16 @@ import {
   storedNewsflash,
   valuesOf,
 } from "./newsflash-data";
-import { emptyNote, markButton, previewDialog, recordState, wordButton } from "./parts";
+import {
+  editButton,
+  emptyNote,
+  markButton,
+  moduleList,
+  previewButton,
+  previewDialog,
+  recordState,
+  wordButton,
+} from "./parts";
 import { ModuleScreen, type Place } from "./screen";
 import { templateChoices } from "./templates";
 
@@ -156,11 +164,11 @@ export class TvxNewsflashes extends ModuleScreen<Newsflashes> {
 
   protected content(data: Newsflashes): TemplateResult {
     if (data.newsflashes.length === 0) return emptyNote("bell", t(L.newsflashesEmpty));
-    return html`${this.boardNotice(data)}<ul class="module-list" role="list">${repeat(
+    return html`${this.boardNotice(data)}${moduleList(
       data.newsflashes,
       ({ nf_Id }) => nf_Id,
       (newsflash) => this.row(data, newsflash),
-    )}</ul>`;
+    )}`;
   }
 
   /** What feeds newsflashes goes live with the board. */
@@ -184,9 +192,9 @@ export class TvxNewsflashes extends ModuleScreen<Newsflashes> {
     return html`<li class="card module-row">
       <div class="module-name"><strong>${name}</strong><p class="note">${t(L.numberPart)} ${id} · ${fed ? t(L.newsflashFedBy, { names: fed }) : t(L.newsflashFedByNone)}</p></div>
       ${recordState(newsflash)}
-      <div class="module-buttons">${wordButton("eye", t(L.preview), t(L.previewNamed, { name }), () => this.preview(newsflash))}${
+      <div class="module-buttons">${previewButton(name, () => this.preview(newsflash))}${
         this.mayEdit
-          ? html`${wordButton("pencil", t(L.edit), t(L.editNamed, { name }), () => this.edit(data, newsflash))}
+          ? html`${editButton(name, () => this.edit(data, newsflash))}
             ${data.categories.length ? wordButton("list-tree", t(L.newsflashCategories), t(L.categoriesOfNamed, { name }), () => this.feed(data, newsflash)) : ""}
             ${markButton(name, deleted, () => this.mark(newsflash))}`
           : ""

@@ -2,7 +2,6 @@
 
 import { html, type TemplateResult } from "lit";
 import { customElement } from "lit/decorators.js";
-import { repeat } from "lit/directives/repeat.js";
 import { icon } from "../kit/icon";
 import { dialog } from "../kit/tvx-dialog";
 import { L, number, t } from "../labels";
@@ -10,8 +9,8 @@ import { failed } from "../pages/actions";
 import { titleOr } from "../pages/words";
 import { pageAddress } from "../shell/address";
 import { mayChangeIn } from "../shell/workplace";
-import type { Group } from "./form";
-import { emptyNote, wordButton } from "./parts";
+import { type Group, numbered } from "./form";
+import { editButton, emptyNote, moduleList, wordButton } from "./parts";
 import { pickPage } from "./pick-page";
 import { ModuleScreen, type Place } from "./screen";
 import {
@@ -34,14 +33,9 @@ interface Searches {
   readonly properties: string;
 }
 
-const scopes = () =>
-  [
-    [0, t(L.searchByForm)],
-    [1, t(L.none)],
-    [2, t(L.searchAllSites)],
-    [3, t(L.searchThisSite)],
-    [4, t(L.searchList)],
-  ] as const;
+/** What a search page can leave to its form. */
+const byForm = (...words: string[]) => numbered(t(L.searchByForm), ...words);
+const scopes = () => byForm(t(L.none), t(L.searchAllSites), t(L.searchThisSite), t(L.searchList));
 
 const groupsOf =
   (properties: string) =>
@@ -63,11 +57,7 @@ const groupsOf =
           name: "includeDocumentTypes",
           label: t(L.searchTypes),
           kind: "choice",
-          choices: [
-            [0, t(L.searchByForm)],
-            [1, t(L.all)],
-            [2, t(L.searchList)],
-          ],
+          choices: byForm(t(L.all), t(L.searchList)),
         },
         { name: "documentTypes", label: t(L.searchTypeList), kind: "text", longest: 2000, hint: "pdf, docx" },
       ],
@@ -79,23 +69,13 @@ const groupsOf =
           name: "match",
           label: t(L.searchMatch),
           kind: "choice",
-          choices: [
-            [0, t(L.searchByForm)],
-            [1, t(L.searchSome)],
-            [2, t(L.searchEach)],
-            [3, t(L.searchPhrase)],
-          ],
+          choices: byForm(t(L.searchSome), t(L.searchEach), t(L.searchPhrase)),
         },
         {
           name: "derivation",
           label: t(L.searchForms),
           kind: "choice",
-          choices: [
-            [0, t(L.searchByForm)],
-            [1, t(L.searchExact)],
-            [2, t(L.searchBeginnings)],
-            [3, t(L.searchStems)],
-          ],
+          choices: byForm(t(L.searchExact), t(L.searchBeginnings), t(L.searchStems)),
         },
         { name: "wordLength", label: t(L.searchShortest), kind: "number", hint: t(L.zeroIsForm) },
         {
@@ -114,11 +94,7 @@ const groupsOf =
           name: "sortOrder",
           label: t(L.mediaOrder),
           kind: "choice",
-          choices: [
-            [0, t(L.searchByForm)],
-            [1, t(L.searchByRank)],
-            [2, t(L.orderTitle)],
-          ],
+          choices: byForm(t(L.searchByRank), t(L.orderTitle)),
         },
         { name: "maxResults", label: t(L.searchMost), kind: "number", hint: t(L.zeroIsForm) },
         { name: "resultsPerPage", label: t(L.searchOnPage), kind: "number", least: -1, hint: t(L.searchOnPageHint) },
@@ -126,11 +102,7 @@ const groupsOf =
           name: "security",
           label: t(L.menuRights),
           kind: "choice",
-          choices: [
-            [0, t(L.searchByForm)],
-            [1, t(L.menuRightsTested)],
-            [2, t(L.menuRightsAll)],
-          ],
+          choices: byForm(t(L.menuRightsTested), t(L.menuRightsAll)),
         },
       ],
     },
@@ -142,10 +114,7 @@ const groupsOf =
           name: "catalogLocation",
           label: t(L.searchCatalogueAt),
           kind: "choice",
-          choices: [
-            [0, t(L.searchHere)],
-            [1, t(L.searchElsewhere)],
-          ],
+          choices: numbered(t(L.searchHere), t(L.searchElsewhere)),
         },
         ...(catalogLocation === 1
           ? ([
@@ -226,11 +195,11 @@ export class TvxSiteSearch extends ModuleScreen<Searches> {
 
   protected content(data: Searches): TemplateResult {
     if (data.searches.length === 0) return emptyNote("search", t(L.searchesEmpty));
-    return html`<p class="note">${t(L.siteSearchHint)}</p><ul class="module-list" role="list">${repeat(
+    return html`<p class="note">${t(L.siteSearchHint)}</p>${moduleList(
       data.searches,
       (one) => one.search_pageId,
       (one) => this.row(data, one),
-    )}</ul>`;
+    )}`;
   }
 
   private row(data: Searches, search: SearchPage): TemplateResult {
@@ -239,7 +208,7 @@ export class TvxSiteSearch extends ModuleScreen<Searches> {
       <div class="module-name"><a href=${pageAddress(search.search_pageId)}><strong>${name}</strong></a>
         <p class="note">${t(L.searchCatalogue)}: ${search.search_catalogName}</p></div>
       <div class="module-buttons">${wordButton("bar-chart-3", t(L.searchWordsShort), t(L.searchedWords, { name }), () => this.words(search))}${
-        this.mayEdit ? wordButton("pencil", t(L.edit), t(L.editNamed, { name }), () => this.edit(data, search)) : ""
+        this.mayEdit ? editButton(name, () => this.edit(data, search)) : ""
       }</div></li>`;
   }
 }
