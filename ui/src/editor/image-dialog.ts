@@ -193,8 +193,8 @@ export class TvxImagePicker extends TvxElement {
   }
 }
 
-/** Answers the tag of a picture, or null. */
-export async function imageDialog(site: string): Promise<string | null> {
+/** A picture of the library, or nothing. */
+export async function choosePicture(site: string): Promise<Picture | undefined> {
   let picker: TvxImagePicker | null = null;
   const answer = await dialog({
     title: t(L.picture),
@@ -214,8 +214,15 @@ export async function imageDialog(site: string): Promise<string | null> {
     ],
   });
   const picture = (picker as TvxImagePicker | null)?.chosen;
-  if (answer !== "take" || !picture) return null;
+  if (answer !== "take" || !picture) return undefined;
   rememberPicture(site, picture);
+  return picture;
+}
+
+/** Answers the tag of a picture, or null. */
+export async function imageDialog(site: string): Promise<string | null> {
+  const picture = await choosePicture(site);
+  if (!picture) return null;
   const alt = picture.alt ?? (await askedAlt(site, picture));
   return imageTag(site, picture, alt);
 }

@@ -1,48 +1,21 @@
 /** The form of an item of the message board. */
 
 import { html, type TemplateResult } from "lit";
-import type { TvxImagePicker } from "../editor/image-dialog";
 import { icon } from "../kit/icon";
-import { dialog, type TvxDialog } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
 import { type Category, type ItemValues, indented } from "./board-data";
 import type { Change, Group } from "./form";
 import { pickPage } from "./pick-page";
 import type { Place } from "./screen";
 
-/** A picture of the site's library; its words are the item's own. */
-async function choosePicture(site: string, change: Change<ItemValues>): Promise<void> {
-  const { rememberPicture } = await import("../editor/pictures");
-  await import("../editor/image-dialog");
-  let box: TvxDialog | undefined;
-  const chosen = () => box?.querySelector<TvxImagePicker>("tvx-image-picker")?.chosen;
-  let picture: ReturnType<typeof chosen>;
-  await dialog({
-    title: t(L.picture),
-    wide: true,
-    body: (made) => {
-      box = made;
-      return html`<tvx-image-picker .site=${site}></tvx-image-picker>`;
-    },
-    actions: () => [
-      { name: "cancel", label: t(L.cancel) },
-      {
-        name: "take",
-        label: t(L.insert),
-        kind: "primary",
-        run: () => {
-          picture = chosen();
-          return picture !== undefined;
-        },
-      },
-    ],
-  });
-  if (!picture) return;
-  rememberPicture(site, picture);
-  change({ image: picture.path });
+/** The words of the picture are the item's own. */
+async function insertPicture(site: string, change: Change<ItemValues>): Promise<void> {
+  const { choosePicture } = await import("../editor/image-dialog");
+  const picture = await choosePicture(site);
+  if (picture) change({ image: picture.path });
 }
 
-async function choosePage(place: Place, change: Change<ItemValues>): Promise<void> {
+async function linkToPage(place: Place, change: Change<ItemValues>): Promise<void> {
   const page = await pickPage(t(L.linkToPage), place, t(L.insert));
   if (page) change({ link: String(page.pageId) });
 }
@@ -107,7 +80,7 @@ export const itemGroups =
           label: t(L.picture),
           kind: "text",
           longest: 500,
-          below: html`<button type="button" class="button small" @click=${() => choosePicture(place.site, change)}>${icon("image")}${t(L.boardChoosePicture)}</button>`,
+          below: html`<button type="button" class="button small" @click=${() => insertPicture(place.site, change)}>${icon("image")}${t(L.boardChoosePicture)}</button>`,
         },
         {
           name: "link",
@@ -115,7 +88,7 @@ export const itemGroups =
           kind: "text",
           longest: 500,
           hint: t(L.boardLinkHint),
-          below: html`<button type="button" class="button small" @click=${() => choosePage(place, change)}>${icon("link")}${t(L.linkToPage)}</button>`,
+          below: html`<button type="button" class="button small" @click=${() => linkToPage(place, change)}>${icon("link")}${t(L.linkToPage)}</button>`,
         },
         { name: "linkText", label: t(L.wordsOfLink), kind: "text" },
       ],

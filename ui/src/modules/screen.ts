@@ -5,6 +5,7 @@ import { property, state } from "lit/decorators.js";
 import { isProblem } from "../api/problem";
 import { TvxElement, Watch } from "../kit/element";
 import { faultNotice } from "../kit/fault-notice";
+import { icon } from "../kit/icon";
 import { ask } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
@@ -31,9 +32,9 @@ export abstract class ModuleScreen<Data> extends TvxElement {
   protected abstract read(place: Place): Promise<Data>;
   protected abstract heading(data: Data | undefined): TemplateResult | string;
   protected abstract content(data: Data): TemplateResult;
-  /** Before the heading and behind it. */
-  protected back(): TemplateResult | typeof nothing {
-    return nothing;
+  /** Where the list is that leads here. */
+  protected get listAddress(): string {
+    return "";
   }
   protected tools(_data: Data): TemplateResult | typeof nothing {
     return nothing;
@@ -135,6 +136,11 @@ export abstract class ModuleScreen<Data> extends TvxElement {
     const words = t(L.publishRemoves, { names: going.join(", ") });
     if (going.length && !(await ask(t(L.publish), words, t(L.publish), "danger"))) return;
     await this.act(run, t(L.published));
+  }
+
+  private back(): TemplateResult | typeof nothing {
+    if (!this.listAddress) return nothing;
+    return html`<a class="button quiet icon-only" href=${this.listAddress} aria-label=${t(L.back)}>${icon("arrow-left")}</a>`;
   }
 
   protected override render(): TemplateResult {

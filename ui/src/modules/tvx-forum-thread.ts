@@ -38,16 +38,12 @@ export class TvxForumThread extends ModuleScreen<readonly Contribution[]> {
     return this.number("topicId");
   }
 
-  private get list(): string {
+  protected override get listAddress(): string {
     return `/torvex/torvex_forum/topics.asp?forumId=${this.forumId}`;
   }
 
   protected read(): Promise<readonly Contribution[]> {
     return threadOf(this.forumId, this.topicId);
-  }
-
-  protected override back(): TemplateResult {
-    return html`<a class="button quiet icon-only" href=${this.list} aria-label=${t(L.back)}>${icon("arrow-left")}</a>`;
   }
 
   protected heading(posts: readonly Contribution[] | undefined): string {
@@ -116,7 +112,7 @@ export class TvxForumThread extends ModuleScreen<readonly Contribution[]> {
       () => removePosts(forumId, topicId, place),
       (count) => plural(Number(count), L.oneIsGone, L.manyAreGone),
     );
-    if (isTopic) void go(this.list, { replace: true });
+    if (isTopic) void go(this.listAddress, { replace: true });
   }
 
   protected content(posts: readonly Contribution[]): TemplateResult {

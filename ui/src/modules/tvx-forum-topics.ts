@@ -38,8 +38,8 @@ export class TvxForumTopics extends ModuleScreen<Topics> {
     });
   }
 
-  protected override back(): TemplateResult {
-    return html`<a class="button quiet icon-only" href="/torvex/torvex_forum/forums.asp" aria-label=${t(L.back)}>${icon("arrow-left")}</a>`;
+  protected override get listAddress(): string {
+    return "/torvex/torvex_forum/forums.asp";
   }
 
   protected heading(data: Topics | undefined): string {
