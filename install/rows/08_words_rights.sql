@@ -123,5 +123,12 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (5813, 'You will no longer have what {role} gives you.', 'Sie haben dann nicht mehr, was {role} Ihnen gibt.'),
   (5814, 'Give it up', 'Aufgeben'),
   (5815, 'This isn’t open to you', 'Das steht Ihnen nicht offen'),
-  (5816, 'None of your roles opens it in this website. Whoever gives rights can change that.', 'Keine Ihrer Rollen öffnet es in dieser Website. Wer Rechte vergibt, kann das ändern.')
+  (5816, 'None of your roles opens it in this website. Whoever gives rights can change that.', 'Keine Ihrer Rollen öffnet es in dieser Website. Wer Rechte vergibt, kann das ändern.'),
+  (5817, 'A program works with this login', 'Mit dieser Anmeldung arbeitet ein Programm'),
+  (5818, 'Nobody can log in with it then. Programs call with its tokens, which are kept under My settings.', 'Niemand kann sich dann damit anmelden. Programme rufen mit ihren Zugriffstoken auf, die unter Meine Einstellungen stehen.'),
+  (5819, 'Give {name} to a program?', '{name} einem Programm geben?'),
+  (5820, 'Nobody will be able to log in as {name} until a person works with it again.', 'Niemand kann sich mehr als {name} anmelden, bis wieder ein Mensch damit arbeitet.'),
+  (5821, 'Give it to a program', 'Einem Programm geben'),
+  (5822, 'A program works with {name} now.', 'Mit {name} arbeitet jetzt ein Programm.'),
+  (5823, 'A person works with {name} again.', 'Mit {name} arbeitet wieder ein Mensch.')
 on conflict (lang_label) do nothing;

@@ -237,6 +237,7 @@ export interface LoginRecord {
   readonly loginId: number;
   readonly details: Details;
   readonly roles: readonly HeldRole[];
+  readonly isProgram: boolean;
 }
 
 export async function loginOf(loginId: number): Promise<LoginRecord> {
@@ -244,8 +245,10 @@ export async function loginOf(loginId: number): Promise<LoginRecord> {
   work.do("cManager.getLoginDetails", { loginId });
   const details = work.get("cManager", ...DETAILS);
   const roles = work.do("cManager.getLoginRoles", { loginId });
+  const all = work.do("registers.getLogins", {});
   await work.run();
-  return { loginId, details: details.value, roles: roles.value as HeldRole[] };
+  const isProgram = all.value.some((login) => login.loginId === loginId && login.isProgram === 1);
+  return { loginId, details: details.value, roles: roles.value as HeldRole[], isProgram };
 }
 
 export const loginRolesOf = (loginId: number): Promise<HeldRole[]> =>
@@ -275,6 +278,9 @@ export async function saveLogin(was: LoginRecord, details: Details, password = "
 
 export const addLogin = (details: Details, password: string): Promise<unknown> =>
   call("cManager.saveLogin", ofDetails(0, details, password));
+
+export const setProgram = (loginId: number, isProgram: boolean): Promise<unknown> =>
+  call("desk.setProgram", { loginId, isProgram });
 
 export const removeLogin = (loginId: number): Promise<unknown> => call("cManager.deleteLogin", { loginId });
 

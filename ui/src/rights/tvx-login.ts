@@ -4,7 +4,10 @@ import { html, nothing, type TemplateResult } from "lit";
 import { customElement, state } from "lit/decorators.js";
 import { live } from "lit/directives/live.js";
 import { icon } from "../kit/icon";
+import { ask } from "../kit/tvx-dialog";
+import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
+import { failed } from "../pages/actions";
 import { fromDateField, toDateField } from "../pages/model/setup";
 import { textField } from "../records/fields";
 import { changedParts, withOwn } from "../records/model/own-parts";
@@ -20,6 +23,7 @@ import {
   loginRolesOf,
   removeLogin,
   saveLogin,
+  setProgram,
 } from "./data";
 import { newPasswordDialog } from "./login-dialogs";
 import "./tvx-why";
@@ -68,6 +72,21 @@ export class TvxLogin extends RecordElement<LoginRecord> {
     return this.askToRemove(t(L.removeLoginOf, { name }), says, () => removeLogin(loginId), said);
   }
 
+  /** Counts at once, as roles do. */
+  private async makeProgram({ loginId, details }: LoginRecord, isProgram: boolean): Promise<void> {
+    const name = details.adminFullname;
+    const agreed = !isProgram || (await ask(t(L.programAskTitle, { name }), t(L.programAsk, { name }), t(L.programDo)));
+    try {
+      if (agreed) {
+        await setProgram(loginId, isProgram);
+        toast(t(isProgram ? L.programDone : L.personDone, { name }));
+      }
+    } catch (error) {
+      failed(error);
+    }
+    await this.renew(async (id) => ({ isProgram: (await loginOf(id)).isProgram }));
+  }
+
   private assign({ loginId, details }: LoginRecord, { roleId, roleName }: HeldRole, has: boolean): void {
     const member = { loginId, name: details.adminFullname, roleId, role: roleName };
     void assign(member, has, () => this.renew(async (id) => ({ roles: await loginRolesOf(id) })));
@@ -87,7 +106,7 @@ export class TvxLogin extends RecordElement<LoginRecord> {
   }
 
   protected sheet(login: LoginRecord): TemplateResult {
-    return html`${this.form(this.details ?? login.details)}
+    return html`${this.form(this.details ?? login.details)}${this.isSa ? nothing : this.program(login)}
       <h2>${t(L.roles)}</h2>${this.roles(login)}
       <h2>${t(L.whatMayShe)}</h2><div class="card why-card"><tvx-why .loginId=${login.loginId} .name=${login.details.adminFullname}></tvx-why></div>`;
   }
@@ -116,6 +135,12 @@ export class TvxLogin extends RecordElement<LoginRecord> {
       ${field("login-name", t(L.fullName), "adminFullname", 30)}${field("login-user", t(L.userName), "adminUsername", 20, this.isSa)}
       ${field("login-job", t(L.job), "adminJob", 50)}${field("login-mail", t(L.email), "adminEmail", 50)}
       ${day("login-from", t(L.validFrom), "adminValidFrom")}${day("login-to", t(L.validTo), "adminValidTo")}</div>`;
+  }
+
+  private program(login: LoginRecord): TemplateResult {
+    return html`<div><label class="check"><input type="checkbox" aria-describedby="login-program-hint" .checked=${live(login.isProgram)} ?disabled=${this.isFixed}
+        @change=${(event: Event) => this.makeProgram(login, (event.target as HTMLInputElement).checked)} /><span>${t(L.programLogin)}</span></label>
+      <p class="note" id="login-program-hint">${t(L.programHint)}</p></div>`;
   }
 
   private roles(login: LoginRecord): TemplateResult {

@@ -115,4 +115,11 @@ export const rights = {
   giveItUp: 5814,
   notYours: 5815,
   notYoursWhy: 5816,
+  programLogin: 5817,
+  programHint: 5818,
+  programAskTitle: 5819,
+  programAsk: 5820,
+  programDo: 5821,
+  programDone: 5822,
+  personDone: 5823,
 } as const;
