@@ -167,6 +167,7 @@ describe("what an author types is never lost", () => {
     await page.keyboard.press("Control+s");
     await page.getByRole("status").filter({ hasText: "Not connected" }).waitFor();
     await page.keyboard.type(" zwölf");
+    await keptHere(page, "elf zwölf");
     await context.setOffline(false);
     await page.getByRole("status").filter({ hasText: "Saved" }).waitFor();
     assert.match(bodyOf(site, 11, 3), /elf zwölf/);

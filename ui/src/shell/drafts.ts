@@ -46,6 +46,8 @@ export class DraftKeeper {
   private dropped = false;
   private waits = false;
   private sent: string | undefined;
+  /** What the server has taken: what another tab made of it since isn't to be followed by it once more. */
+  private taken: string | undefined;
   private readonly onHide = () => this.hide();
 
   constructor(
@@ -82,6 +84,7 @@ export class DraftKeeper {
   async drop(): Promise<void> {
     this.dropped = true;
     this.read = undefined;
+    this.taken = undefined;
     this.clear();
     await this.sending.catch(() => {});
     const { pageId, bodyId } = this.place;
@@ -147,11 +150,13 @@ export class DraftKeeper {
     if (!draft) return;
     if (connection.state !== "online") return this.tryAgain();
     const { pageId, bodyId, html, base } = draft;
+    if (html === this.taken) return;
     this.sent = html;
     const sent = call("desk.saveDraft", { pageIdent: String(pageId), bodyId, html, base }, { background: true });
     this.sending = sent;
     try {
       await sent;
+      this.taken = html;
       if (!this.dropped) keeping.value = { state: "kept", at: new Date() };
     } catch (error) {
       if (!isFinal(error)) this.tryAgain();
