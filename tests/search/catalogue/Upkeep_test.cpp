@@ -88,7 +88,7 @@ class UpkeepTest : public DatabaseTest {
         return names;
     }
     bool isFoundInTime(const std::string& text, std::size_t count,
-                       std::chrono::seconds patience = 20s) const {
+                       std::chrono::seconds patience = 120s) const {
         for (const auto end = std::chrono::steady_clock::now() + patience;
              std::chrono::steady_clock::now() < end;) {
             try {
