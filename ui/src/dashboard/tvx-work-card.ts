@@ -83,11 +83,11 @@ export class TvxWorkCard extends TvxElement {
     }
   }
 
-  private titleCell(row: WorkRow) {
+  private titleCell(row: WorkRow, hasMany: boolean) {
     const reason = this.watch.value.reasons.get(keyOf(row));
     const other =
       row.liveTitle && row.liveTitle !== row.title ? html` <span class="note">${row.liveTitle}</span>` : nothing;
-    const website = this.hasMany ? html` <span class="note">${websiteName(row.siteId, row.lang)}</span>` : nothing;
+    const website = hasMany ? html` <span class="note">${websiteName(row.siteId, row.lang)}</span>` : nothing;
     return html`<a class="plain" href=${pageAddress(row.pageId)} tabindex="-1">${row.title || t(L.pageNumber, { id: row.pageId })}</a>${other}${website}
       ${reason ? html`<span class="reason">${icon("triangle-alert")}${reason}</span>` : nothing}`;
   }
@@ -97,8 +97,14 @@ export class TvxWorkCard extends TvxElement {
   }
 
   private get columns(): TableColumn<WorkRow>[] {
+    const { hasMany } = this;
     return [
-      { id: "title", label: t(L.title), cell: (row) => this.titleCell(row), by: (row) => row.title.toLowerCase() },
+      {
+        id: "title",
+        label: t(L.title),
+        cell: (row) => this.titleCell(row, hasMany),
+        by: (row) => row.title.toLowerCase(),
+      },
       {
         id: "state",
         label: t(L.state),

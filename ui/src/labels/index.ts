@@ -1,3 +1,4 @@
+import { numbers } from "./formats";
 import type { Places } from "./labels.gen";
 import { core } from "./names/core";
 import { design } from "./names/design";
@@ -41,8 +42,7 @@ export const interfaceLanguage = () => language;
 /** How dates and numbers are written: English ones with the day ahead, and hours to 24. */
 export const locale = () => (language === "en" ? "en-GB" : language);
 
-export const number = (value: number, options?: Intl.NumberFormatOptions) =>
-  new Intl.NumberFormat(locale(), options).format(value);
+export const number = (value: number, options?: Intl.NumberFormatOptions) => numbers(locale(), options).format(value);
 
 /** Calls back when the words are another language's. */
 export function onWords(listener: () => void): () => void {

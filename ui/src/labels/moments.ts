@@ -1,4 +1,5 @@
 import { locale } from ".";
+import { dates, spans } from "./formats";
 
 const units: [Intl.RelativeTimeFormatUnit, number][] = [
   ["minute", 60],
@@ -20,13 +21,12 @@ export function when(text: string | null | undefined, now = new Date()): string 
   const moment = momentOf(text);
   if (!moment) return "";
   const lang = locale();
-  const time = new Intl.DateTimeFormat(lang, { hour: "2-digit", minute: "2-digit" }).format(moment);
+  const time = dates(lang, { hour: "2-digit", minute: "2-digit" }).format(moment);
   if (isSameDay(moment, now)) return time;
   const yesterday = new Date(now.getTime() - 86_400_000);
-  if (isSameDay(moment, yesterday))
-    return `${new Intl.RelativeTimeFormat(lang, { numeric: "auto" }).format(-1, "day")}, ${time}`;
+  if (isSameDay(moment, yesterday)) return `${spans(lang, { numeric: "auto" }).format(-1, "day")}, ${time}`;
   const sameYear = moment.getFullYear() === now.getFullYear();
-  return new Intl.DateTimeFormat(lang, {
+  return dates(lang, {
     day: "numeric",
     month: "short",
     ...(sameYear ? {} : { year: "numeric" }),
@@ -39,13 +39,13 @@ export function ago(text: string | null | undefined, now = new Date()): string {
   if (!moment) return "";
   const seconds = (moment.getTime() - now.getTime()) / 1000;
   const [unit, length] = [...units].reverse().find(([, size]) => Math.abs(seconds) >= size) ?? units[0]!;
-  return new Intl.RelativeTimeFormat(locale(), { numeric: "auto" }).format(Math.round(seconds / length), unit);
+  return spans(locale(), { numeric: "auto" }).format(Math.round(seconds / length), unit);
 }
 
 /** The whole of it, for a tip. */
 export function full(text: string | null | undefined): string {
   const moment = momentOf(text);
-  return moment ? new Intl.DateTimeFormat(locale(), { dateStyle: "full", timeStyle: "short" }).format(moment) : "";
+  return moment ? dates(locale(), { dateStyle: "full", timeStyle: "short" }).format(moment) : "";
 }
 
 const digitsOf = (moment: Date) =>
@@ -61,7 +61,7 @@ export function day(digits: string, now = new Date()): string {
   if (!/^\d{8}$/.test(digits)) return "";
   const date = new Date(Number(digits.slice(0, 4)), Number(digits.slice(4, 6)) - 1, Number(digits.slice(6)));
   const isThisYear = date.getFullYear() === now.getFullYear();
-  return new Intl.DateTimeFormat(locale(), {
+  return dates(locale(), {
     day: "numeric",
     month: "short",
     ...(isThisYear ? {} : { year: "numeric" }),

@@ -2,6 +2,7 @@
 
 import type { IconName } from "../kit/icon";
 import { L, type Label, locale, t } from "../labels";
+import { dates, numbers } from "../labels/formats";
 import type { PageState } from "./model/status";
 
 /** The text of a label that is chosen from several. */
@@ -57,20 +58,20 @@ export function whenText(moment: string | null | undefined, now = new Date()): s
       : date.getFullYear() === now.getFullYear()
         ? THIS_YEAR
         : ANY_YEAR;
-  return new Intl.DateTimeFormat(locale(), style).format(date);
+  return dates(locale(), style).format(date);
 }
 
 export function momentText(moment: string | null | undefined): string {
   const date = moment ? new Date(moment) : undefined;
   if (!date || Number.isNaN(date.getTime()) || date.getFullYear() <= 1900) return "";
-  return new Intl.DateTimeFormat(locale(), { dateStyle: "medium", timeStyle: "short" }).format(date);
+  return dates(locale(), { dateStyle: "medium", timeStyle: "short" }).format(date);
 }
 
 /** "20260503" as people write a day. */
 export function dayText(digits: string): string {
   if (!/^\d{8}$/.test(digits)) return "";
   const date = new Date(Number(digits.slice(0, 4)), Number(digits.slice(4, 6)) - 1, Number(digits.slice(6)));
-  return new Intl.DateTimeFormat(locale(), { day: "numeric", month: "long", year: "numeric" }).format(date);
+  return dates(locale(), { day: "numeric", month: "long", year: "numeric" }).format(date);
 }
 
 /** "42 minutes": how long somebody hasn't moved. */
@@ -81,5 +82,5 @@ export function spanText(seconds: number): string {
       : seconds < 3600
         ? [Math.floor(seconds / 60), "minute"]
         : [Math.floor(seconds / 3600), "hour"];
-  return new Intl.NumberFormat(locale(), { style: "unit", unit, unitDisplay: "long" }).format(value);
+  return numbers(locale(), { style: "unit", unit, unitDisplay: "long" }).format(value);
 }

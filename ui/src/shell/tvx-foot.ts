@@ -5,6 +5,7 @@ import { Store } from "../kit";
 import { TvxElement, Watch } from "../kit/element";
 import { icon } from "../kit/icon";
 import { L, locale, t } from "../labels";
+import { dates } from "../labels/formats";
 import { place } from "./address";
 import { here } from "./presence";
 import { footNotes } from "./registry";
@@ -19,7 +20,7 @@ export interface Keeping {
 export const keeping = new Store<Keeping>({ state: "", at: null });
 
 export const clock = (at: Date | null) =>
-  at ? new Intl.DateTimeFormat(locale(), { hour: "numeric", minute: "2-digit" }).format(at) : "";
+  at ? dates(locale(), { hour: "numeric", minute: "2-digit" }).format(at) : "";
 
 /** The lower edge: what became of what was typed, who is here, what is being sent. */
 @customElement("tvx-foot")

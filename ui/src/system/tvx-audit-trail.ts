@@ -9,6 +9,7 @@ import { TvxElement } from "../kit/element";
 import { faultNotice } from "../kit/fault-notice";
 import { icon } from "../kit/icon";
 import { L, locale, t } from "../labels";
+import { dates } from "../labels/formats";
 import { momentOf } from "../labels/moments";
 import { actionIcon, actionWord } from "../pages/action-words";
 import { fromDateField, toDateField } from "../pages/model/setup";
@@ -194,7 +195,7 @@ export class TvxAuditTrail extends TvxElement {
 
   private line(line: TrailLine): TemplateResult {
     const moment = momentOf(line.moment);
-    const time = moment ? new Intl.DateTimeFormat(locale(), { timeStyle: "medium" }).format(moment) : "";
+    const time = moment ? dates(locale(), { timeStyle: "medium" }).format(moment) : "";
     return html`<tr><td class="trail-time">${time}</td><td>${line.name || t(L.nobody)}</td>
       <td class="trail-did">${icon(actionIcon(line.action))}<span>${line.entry > 0 && line.action === "delete" ? t(L.didRemove) : actionWord(line.action)}</span></td>
       <td class="trail-what">${this.what(line)}${line.detail ? html`<span>${line.detail}</span>` : nothing}</td></tr>`;

@@ -10,6 +10,7 @@ import { icon } from "../kit/icon";
 import "../kit/tvx-table";
 import type { TableColumn } from "../kit/tvx-table";
 import { L, type Label, locale, number, plural, t } from "../labels";
+import { dates } from "../labels/formats";
 import { daysBefore } from "../labels/moments";
 import { fromDateField, toDateField } from "../pages/model/setup";
 import { dayText, titleOr, word } from "../pages/words";
@@ -150,7 +151,7 @@ export class TvxStatistics extends TvxElement {
     if (period.length === 8) return dayText(period);
     if (period.length === 4) return period;
     const month = new Date(Number(period.slice(0, 4)), Number(period.slice(4)) - 1, 1);
-    return new Intl.DateTimeFormat(locale(), { month: "long", year: "numeric" }).format(month);
+    return dates(locale(), { month: "long", year: "numeric" }).format(month);
   };
 
   private told = (point: Point): string => {

@@ -1,5 +1,7 @@
 /** The files of a media folder: rows of the two lists, how they are sorted, named and shown. */
 
+import { numbers } from "../../labels/formats";
+
 export type MediaKind = "images" | "documents";
 
 export interface MediaFile {
@@ -70,7 +72,7 @@ export function sorted(files: readonly MediaFile[], by: Order, down: boolean): M
 export function sizeText(bytes: number, locale: string): string {
   if (bytes < 1024) return `${bytes} B`;
   const [value, unit] = bytes < 1024 * 1024 ? [bytes / 1024, "KB"] : [bytes / 1024 / 1024, "MB"];
-  return `${new Intl.NumberFormat(locale, { maximumFractionDigits: value < 10 ? 1 : 0 }).format(value)} ${unit}`;
+  return `${numbers(locale, { maximumFractionDigits: value < 10 ? 1 : 0 }).format(value)} ${unit}`;
 }
 
 /** Each segment encoded, so that a name with "#" or "?" is still an address. */
