@@ -5,13 +5,15 @@ import { html, render } from "lit";
 import { isCancelled, isProblem } from "../api/problem";
 import { icon } from "../kit/icon";
 import { L, t } from "../labels";
-import { startAddresses } from "./address";
+import { place, startAddresses } from "./address";
 import { startAppearance } from "./appearance";
 import "./builtin";
 import { startKeys } from "./keys";
+import { readyOr } from "./loader";
 import { startLoginAgain } from "./login-again";
 import { startNotices } from "./notices";
 import { startPresence } from "./presence";
+import { screenAt } from "./registry";
 import { startSession, watchConnection } from "./session";
 import "./tvx-faces";
 import "./tvx-phone-nav";
@@ -42,6 +44,8 @@ function quietAboutTheLine(): void {
 async function start(): Promise<void> {
   quietAboutTheLine();
   startAppearance();
+  // What draws the screen comes while the server is asked who is here.
+  readyOr(screenAt(place.value)?.load, () => {});
   if (!(await startSession())) return logInFirst();
   document.getElementById("loading")?.remove();
   startAddresses();

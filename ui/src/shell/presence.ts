@@ -1,5 +1,6 @@
 import { call } from "../api";
 import { connection } from "../api/connection";
+import { whenIdle } from "../kit/idle";
 import { Store } from "../kit/store";
 import { place } from "./address";
 import { workplace } from "./workplace";
@@ -107,5 +108,5 @@ export function startPresence(): void {
   workplace.watch(() => {
     if (!timer) void pulse();
   });
-  void pulse();
+  whenIdle(pulse);
 }

@@ -2,6 +2,7 @@ import { html, nothing } from "lit";
 import { customElement, property } from "lit/decorators.js";
 import { TvxElement, Watch } from "../kit/element";
 import { icon } from "../kit/icon";
+import { whenIdle } from "../kit/idle";
 import { initials } from "../kit/initials";
 import { type MenuEntry, openMenu, rule } from "../kit/tvx-menu";
 import { interfaceLanguage, L, plural, t } from "../labels";
@@ -33,7 +34,7 @@ export class TvxBar extends TvxElement {
 
   override connectedCallback(): void {
     super.connectedCallback();
-    void readLanguages();
+    whenIdle(readLanguages);
   }
 
   private websiteMenu(event: Event): void {

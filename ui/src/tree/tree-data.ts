@@ -135,7 +135,12 @@ function work(): void {
   else tree.patch({ phase: "ready" });
 }
 
+let started = false;
+
+/** Fetches the tree, and does so again where one works next. */
 export function startTree(): void {
+  if (started) return;
+  started = true;
   workplace.watch(work);
   onPagesChanged((change) => void follow(change));
   work();
