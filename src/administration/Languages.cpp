@@ -21,7 +21,7 @@ namespace torvex {
 
 namespace {
 
-constexpr std::string_view selectNamesake = "select lang from TORVEX_LANGUAGES where name = ?";
+constexpr std::string_view selectNamesake = "select lang from TORVEX_LANGUAGES where name = ? or lang = ?";
 constexpr std::string_view insertLanguage =
     "insert into TORVEX_LANGUAGES (lang, name, charset_id, lock) values (?, ?, ?, '')";
 constexpr std::string_view updateNameAndCharset =
@@ -74,11 +74,11 @@ struct Language {
     bool isComplete() const { return hasCodeLength(code) && !name.empty() && charsetId >= 1; }
 };
 
-/// False when the name is taken.
+/// False when the name or the code is taken.
 db::Outcome<bool> insertWithFolders(HostContext& host, db::Connection& transaction, const Language& language,
                                     SharedFiles& files) {
     lockRegisters(transaction);
-    if (transaction.query(selectNamesake, {language.name}).next()) return db::refuse(false);
+    if (transaction.query(selectNamesake, {language.name, language.code}).next()) return db::refuse(false);
     transaction.execute(insertLanguage, {language.code, language.name, language.charsetId});
     createSiteDirectories(host, transaction, files);
     return db::commit(true);

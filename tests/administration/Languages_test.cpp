@@ -81,12 +81,17 @@ TEST_P(LanguagesTest, ANameThatIsTakenAddsNothing) {
     EXPECT_THAT(auditTrail(), IsEmpty());
 }
 
-TEST_P(LanguagesTest, ACodeThatIsTakenIsAnErrorAndChangesNothing) {
+TEST_P(LanguagesTest, ACodeThatIsTakenAddsNothing) {
     const auto before = folders();
-    EXPECT_THAT(errorOf([&] { manager().addLanguage("EN", "English", 2, 12); }),
-                StartsWith(chain({"addLanguage !"})));
+    const auto copies = host.files.bytes;
+    const std::string charsetBefore = charset();
+    for (const auto* code : {"en", " EN "}) {
+        EXPECT_FALSE(manager().addLanguage(code, "English", 2, 12)) << code;
+    }
     EXPECT_THAT(languages(), ElementsAre("en|Language en|1|"));
     EXPECT_EQ(folders(), before);
+    EXPECT_EQ(host.files.bytes, copies);
+    EXPECT_EQ(charset(), charsetBefore);
     EXPECT_THAT(auditTrail(), IsEmpty());
 }
 

@@ -42,8 +42,9 @@ std::vector<Row<cManager>> languageRows() {
         writes("addLanguage", &cManager::addLanguage,
                {argument("langId"), argument("langName"), argument("charsetID"), argument("advId", 0)},
                "Adds a language with its folders in all sites.", editAccess(adminEntry::languages))
-            .codes({refusal(
-                false, "The code can't be used, the name is empty or taken, or no character set is given.")}),
+            .codes({refusal(false,
+                            "The code can't be used or is taken, the name is empty or taken, or no character "
+                            "set is given.")}),
         writes("updateLanguage", &cManager::updateLanguage,
                {argument("lang"), argument("name"), argument("charsetID"), argument("advId", 0)},
                "Renames a language, sets its character set and frees its record.",

@@ -182,10 +182,7 @@ async function languageInTheWay(code: string, name: string): Promise<string> {
   return namesake.value ? t(L.langHasName, { code: namesake.value }) : "";
 }
 
-/** A code that is taken isn't refused by the operation, it makes it fail. */
 export async function addLanguage({ code, name, charsetId }: Language): Promise<void> {
-  const why = await languageInTheWay(code.trim().toLowerCase(), name.trim());
-  if (why) throw new Problem({ status: 409, detail: why });
   try {
     await call("cManager.addLanguage", { langId: code, langName: name, charsetID: charsetId });
   } catch (error) {
