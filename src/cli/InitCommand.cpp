@@ -6,6 +6,7 @@
 #include <ostream>
 #include <vector>
 
+#include "accounts/CommonPasswords.h"
 #include "cli/GeneratedPassword.h"
 #include "cli/InterfaceRenewal.h"
 #include "cli/OpenInstallation.h"
@@ -236,6 +237,12 @@ std::string_view storeText(const InitOptions& options) {
            "strong\nhashes; docs/passwords.md tells how to change to it later.\n";
 }
 
+/// It is the owner's to choose, on a machine that nobody else can reach.
+void warnOfCommonPassword(const InitOptions& options, std::ostream& err) {
+    if (!options.adminPassword || !isCommonPassword(*options.adminPassword)) return;
+    err << "torvex: the password of \"sa\" is one of the 100,000 commonest: it would be guessed at once\n";
+}
+
 void report(const InitOptions& options, const fs::path& folder, const std::string& password,
             const FirstPeople& people, std::ostream& out) {
     out << fmt::format("Made an installation {} in {}\n", contentText(options), folder.string());
@@ -265,6 +272,7 @@ ExitCode init(const InitOptions& options, const Environment& environment, const 
     const auto people = Maker(options, installation, *database).make(password);
     if (options.content != FirstContent::Empty) writeFirstSnapshots(folder, environment);
     report(options, folder, password, people, terminal.out);
+    warnOfCommonPassword(options, terminal.err);
     return ExitCode::Ok;
 }
 

@@ -7,6 +7,7 @@
 #include <iterator>
 #include <ostream>
 
+#include "accounts/CommonPasswords.h"
 #include "accounts/UserFile.h"
 #include "cli/OpenInstallation.h"
 #include "cli/Progress.h"
@@ -103,6 +104,15 @@ ExitCode report(const UserFile& file, const std::string& name, const Terminal& t
     return file.bad.empty() ? ExitCode::Ok : ExitCode::Failed;
 }
 
+/// They are written all the same: the owner may know what they guard.
+void warnOfCommonPasswords(const UserFile& file, const std::string& name, const Terminal& terminal) {
+    for (const auto& [line, change] : file.users) {
+        if (!change.password || !isCommonPassword(*change.password)) continue;
+        terminal.err << fmt::format("torvex: {}, line {}: the password is one of the 100,000 commonest\n",
+                                    name, line);
+    }
+}
+
 void showPlan(db::Connection& connection, const UserFile& file, const Terminal& terminal) {
     Counts counts;
     for (const auto& [line, change] : file.users) {
@@ -148,6 +158,7 @@ ExitCode importInto(HostContext& host, db::Connection& connection, const ImportU
     UserFile file = readUserFile(textOf(options, terminal.in), GroupNames(connection));
     refuseWithoutPassword(connection, file);
     leaveOutSamePasswords(connection, file);
+    warnOfCommonPasswords(file, options.file, terminal);
     if (options.dryRun) {
         showPlan(connection, file, terminal);
         return report(file, options.file, terminal);

@@ -1,7 +1,8 @@
-// desk: the caller's own password.
+// desk: the caller's own password, and whether a password is easily guessed.
 
 #include "accounts/Actor.h"
 #include "accounts/ActorLine.h"
+#include "accounts/CommonPasswords.h"
 #include "accounts/Proof.h"
 #include "desk/desk.h"
 #include "platform/Errors.h"
@@ -20,8 +21,14 @@ namespace password {
 constexpr int changed = 0;
 constexpr int wrong = 1;
 constexpr int missing = 2;
+constexpr int common = 3;
 constexpr int notLoggedIn = -10;
 }  // namespace password
+
+namespace judgement {
+constexpr int fine = 0;
+constexpr int common = 1;
+}  // namespace judgement
 
 constexpr std::string_view selectPassword = "select password from TORVEX_LOGINS where loginId = ?";
 
@@ -43,6 +50,7 @@ int desk::changePassword(const std::string& username, const std::string& passwor
     const PasswordStore store = passwordStoreOf(host_);
     const bool isOwn = text::equals(text::trim(username), actor.username);
     if (!isOwn || !proofOf(connection(), store, actor.username, text::trim(password))) return password::wrong;
+    if (isCommonPassword(newPassword)) return password::common;
     const auto outcome = db::inOwnTransaction(host_, [&](db::Connection& own) {
         return db::commit(writePassword(own, store, actor, text::trim(newPassword)));
     });
@@ -53,6 +61,12 @@ int desk::changePassword(const std::string& username, const std::string& passwor
     return password::changed;
 } catch (...) {
     raiseFrom("changePassword !");
+}
+
+int desk::judgePassword(const std::string& password) try {
+    return isCommonPassword(password) ? judgement::common : judgement::fine;
+} catch (...) {
+    raiseFrom("judgePassword !");
 }
 
 }  // namespace torvex

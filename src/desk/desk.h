@@ -118,9 +118,11 @@ class desk {
     /// What other servers have missed of the installation's files, by server, the latest first; at most 500.
     Value getReplication();
     /// A new password for the caller's own login, whose name and password are to be proved: 0, 1 when they are
-    /// wrong, 2 without a new one, -10.
+    /// wrong, 2 without a new one, 3 when it is one of the commonest (see accounts/CommonPasswords.h), -10.
     int changePassword(const std::string& username, const std::string& password,
                        const std::string& newPassword);
+    /// What a password is that somebody is to be given: 0 fine, 1 one of the commonest.
+    int judgePassword(const std::string& password);
 
     // ---- Programs (desk/Tokens.cpp) ----
 

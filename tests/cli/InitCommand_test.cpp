@@ -319,6 +319,23 @@ TEST_F(InitFolder, WrongCodesAreRefused) {
     }
 }
 
+TEST_F(InitFolder, ACommonPasswordIsTakenWithAWarning) {
+    const ProgramResult result = run({"init", site(), "--empty", "--admin-password", " QwErTy "});
+    EXPECT_EQ(result.code, 0) << result.err;
+    EXPECT_THAT(
+        result.err,
+        HasSubstr("torvex: the password of \"sa\" is one of the 100,000 commonest: it would be guessed"));
+    EXPECT_EQ(output({"sql", "--install", site(), "--json", "select password from TORVEX_LOGINS"}),
+              "{\"password\":\"" + encodePassword("qwerty") + "\"}\n");
+}
+
+TEST_F(InitFolder, OthersAndMadeOnesArent) {
+    const ProgramResult result = run({"init", site(), "--empty", "--admin-password", "fern and moss"});
+    EXPECT_EQ(result.code, 0) << result.err;
+    EXPECT_THAT(result.err, testing::Not(HasSubstr("commonest")));
+    EXPECT_THAT(run({"init", folder() + "/other", "--empty"}).err, testing::Not(HasSubstr("commonest")));
+}
+
 TEST_F(InitFolder, EmptyTitleAndPasswordAreRefused) {
     expectRefused({"init", site(), "--title", " "}, 2, "--title");
     expectRefused({"init", site(), "--admin-password", " "}, 2, "--admin-password");

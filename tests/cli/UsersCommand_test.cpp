@@ -63,6 +63,20 @@ constexpr const char* annsLine =
     R"({"username":"ann","password":"rose","firstname":"Ann","lastname":"O'Neil","validFrom":null,"validTo":"20261231"})"
     "\n";
 
+TEST_P(UsersCommand, CommonPasswordsAreTakenWithAWarning) {
+    const std::string table = "username,password\r\nbob,fern and moss\r\ncleo, Qwerty\r\nann,\r\n";
+    const std::string warning = "users.csv, line 3: the password is one of the 100,000 commonest\n";
+    const ProgramResult dry = importTable(table, {"--dry-run"});
+    EXPECT_EQ(dry.code, 0);
+    EXPECT_THAT(dry.err, HasSubstr(warning));
+    const ProgramResult result = importTable(table);
+    EXPECT_EQ(result.code, 0);
+    EXPECT_THAT(result.err, HasSubstr(warning));
+    EXPECT_THAT(result.err, testing::Not(HasSubstr("line 2:")));
+    EXPECT_THAT(result.err, testing::Not(HasSubstr("line 4:")));
+    EXPECT_EQ(result.out, "Users: 2 added, 0 changed, 1 as they are\n");
+}
+
 TEST_P(UsersCommand, AddsUsersWithTheirGroups) {
     const ProgramResult result = importTable(
         "username,password,firstname,lastname,validFrom,validTo,groups\r\n"

@@ -82,8 +82,14 @@ std::vector<Row<desk>> settings() {
                "Gives the caller's own login another password.", anyLogin())
             .codes({code(0, "It is changed."),
                     refusal(1, "The name or the password isn't the caller's.", label::wrongOldPassword),
-                    refusal(2, "A new password is missing.", label::newPasswordMissing), notLoggedIn()})
+                    refusal(2, "A new password is missing.", label::newPasswordMissing),
+                    refusal(3, "The new password is one of the 100,000 commonest.", label::newPasswordCommon),
+                    notLoggedIn()})
             .testsPassword({"username", 0, 1}),
+        // Nothing is noted, but what only reads may be asked for in an address, and addresses stand in logs.
+        enters("judgePassword", &desk::judgePassword, {argument("password")},
+               "Whether a password could be given to somebody, before it is. It is kept nowhere.", anyLogin())
+            .codes({code(0, "It is fine."), code(1, "It is one of the 100,000 commonest.")}),
     };
 }
 

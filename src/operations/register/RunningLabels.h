@@ -7,6 +7,7 @@ namespace torvex::operations::label {
 
 inline constexpr CodeLabel wrongOldPassword{6600, "wrong-password"};
 inline constexpr CodeLabel newPasswordMissing{6601, "password-missing"};
+inline constexpr CodeLabel newPasswordCommon{5890, "password-common"};  // 08_words_passwords.sql
 inline constexpr CodeLabel interfaceCodeBad{6602, "no-such-code"};
 inline constexpr CodeLabel interfaceCodeTaken{6603, "code-taken"};
 inline constexpr CodeLabel interfaceNameMissing{6604, "name-missing"};
