@@ -88,8 +88,17 @@ describe("settings", () => {
     await assertAccessible(page, "my settings");
     await page.getByRole("button", { name: "Dark" }).click();
     await page.locator("html[data-appearance=dark]").waitFor();
+    assert.equal(await page.getByText("Nothing uses this any more.").count(), 0);
     await page.getByLabel("Your password now").fill("wrong");
-    await page.getByLabel("New password", { exact: true }).fill("heath and fen");
+    const next = page.getByLabel("New password", { exact: true });
+    await next.fill("QWERTY");
+    await page.getByLabel("The new password again").fill("QWERTY");
+    await page.getByText(/^This password is one of the 100,000 commonest/).waitFor();
+    assert.equal(await next.getAttribute("aria-invalid"), "true");
+    await page.getByRole("button", { name: "Change the password" }).and(page.locator("[aria-disabled=true]")).waitFor();
+    await assertAccessible(page, "a common password");
+    await next.fill("heath and fen");
+    await page.getByText(/^This password is one of the 100,000 commonest/).waitFor({ state: "detached" });
     await page.getByLabel("The new password again").fill("heath");
     await page.getByText("The two aren't the same.").waitFor();
     await page.getByLabel("The new password again").fill("heath and fen");

@@ -66,8 +66,15 @@ describe("groups, users and servers", () => {
     await work.dialog.getByLabel("User name").fill("fern");
     await work.dialog.getByRole("button", { name: "Add" }).click();
     await work.dialog.getByText("The password is missing.").waitFor();
-    await work.dialog.getByLabel("Password").fill("moss");
     await work.dialog.getByLabel("Last name").fill("Farn");
+    const common = /^This password is one of the 100,000 commonest/;
+    await work.dialog.getByLabel("Password").fill("moss");
+    await work.dialog.getByRole("status").filter({ hasText: common }).waitFor();
+    await work.dialog.getByRole("button", { name: "Add" }).click();
+    await work.dialog.getByRole("alert").filter({ hasText: common }).waitFor();
+    assert.equal(userOf("fern"), undefined);
+    await work.dialog.getByLabel("Password").fill("moss and bark");
+    await work.dialog.getByRole("status").filter({ hasText: common }).waitFor({ state: "detached" });
     await work.dialog.getByRole("button", { name: "Add" }).click();
     await page.getByRole("heading", { name: "fern" }).waitFor();
     await page.getByRole("checkbox", { name: "Helpers" }).check();

@@ -5,12 +5,23 @@ import { design } from "./names/design";
 import { editor } from "./names/editor";
 import { modules } from "./names/modules";
 import { pages } from "./names/pages";
+import { passwords } from "./names/passwords";
 import { rights } from "./names/rights";
 import { running } from "./names/running";
 import { screens } from "./names/screens";
 
 /** The words of the interface by name: their numbers in the vocabulary. */
-export const L = { ...core, ...design, ...editor, ...modules, ...pages, ...rights, ...running, ...screens } as const;
+export const L = {
+  ...core,
+  ...design,
+  ...editor,
+  ...modules,
+  ...pages,
+  ...passwords,
+  ...rights,
+  ...running,
+  ...screens,
+} as const;
 
 export type Label = (typeof L)[keyof typeof L];
 type PlacesOf<N> = N extends keyof Places

@@ -1,19 +1,19 @@
 /** Asks for what a new record is to hold, and adds it. */
 
 import { html, type TemplateResult } from "lit";
-import { dialog } from "../kit/tvx-dialog";
+import { dialog, type TvxDialog } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
 
 /** What `add` gave, or "" when nothing was added. */
 export async function addDialog(
   title: string,
-  fields: () => TemplateResult,
+  fields: (dialog: TvxDialog) => TemplateResult,
   add: () => Promise<unknown>,
 ): Promise<string> {
   let made = "";
   await dialog({
     title,
-    body: () => html`<div class="stack">${fields()}</div>`,
+    body: (box) => html`<div class="stack">${fields(box)}</div>`,
     actions: () => [
       { name: "cancel", label: t(L.cancel) },
       {

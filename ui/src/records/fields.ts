@@ -13,13 +13,15 @@ interface TextField {
   fixed?: boolean;
   type?: string;
   hint?: string;
+  /** What is wrong with it. */
+  wrong?: string;
 }
 
-export const textField = ({ id, label, value, longest, change, fixed, type, hint }: TextField): TemplateResult =>
+export const textField = ({ id, label, value, longest, change, fixed, type, hint, wrong }: TextField): TemplateResult =>
   html`<div class="field"><label for=${id}>${label}</label>
     <input id=${id} class="input" type=${type ?? "text"} autocomplete="off" maxlength=${longest} ?readonly=${fixed ?? false} .value=${value}
-      aria-describedby=${hint ? `${id}-hint` : nothing} @input=${(event: Event) => change((event.target as HTMLInputElement).value)} />
-    ${hint ? html`<p class="note" id="${id}-hint">${hint}</p>` : nothing}</div>`;
+      aria-invalid=${wrong ? "true" : nothing} aria-describedby=${[hint && `${id}-hint`, wrong && `${id}-wrong`].filter(Boolean).join(" ") || nothing} @input=${(event: Event) => change((event.target as HTMLInputElement).value)} />
+    ${hint ? html`<p class="note" id="${id}-hint">${hint}</p>` : nothing}${wrong ? html`<p class="note wrong" id="${id}-wrong" role="status">${wrong}</p>` : nothing}</div>`;
 
 /** Narrows a list; what was typed stands in the address. */
 export const filterField = (words: string): TemplateResult =>

@@ -12,6 +12,7 @@ import { interfaceLanguage, L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { textField } from "../records/fields";
 import { isChanged, mayChange } from "../records/lock";
+import { Judgement } from "../records/passwords";
 import { LOGINS } from "../rights/data";
 import { type Appearance, appearance } from "../shell/appearance";
 import { useLanguage } from "../shell/language";
@@ -25,12 +26,6 @@ import "../rights/rights.css";
 import "./system.css";
 
 const LANGUAGE = "torvex_interface_language";
-/** Forms of dates as they are kept. */
-const DATES: readonly (readonly [string, string])[] = [
-  ["ddmmyyyy", "31.12.2026"],
-  ["mmddyyyy", "12/31/2026"],
-  ["yyyymmdd", "2026-12-31"],
-];
 
 @customElement("tvx-my-settings")
 export class TvxMySettings extends TvxElement {
@@ -40,6 +35,7 @@ export class TvxMySettings extends TvxElement {
   @state() private fault: unknown;
   @state() private password = { now: "", next: "", again: "" };
   @state() private busy = false;
+  private readonly judgement = new Judgement(() => this.requestUpdate());
   private readonly looks = new Watch(this, appearance);
 
   override connectedCallback(): void {
@@ -81,9 +77,14 @@ export class TvxMySettings extends TvxElement {
     await this.load();
   }
 
-  private async changePassword(): Promise<void> {
+  private get canChange(): boolean {
     const { now, next, again } = this.password;
-    if (this.busy || !now || !next || next !== again) return;
+    return now !== "" && next !== "" && next === again && !this.judgement.wrong;
+  }
+
+  private async changePassword(): Promise<void> {
+    const { now, next } = this.password;
+    if (this.busy || !this.canChange) return;
     this.busy = true;
     try {
       const username = workplace.value.login?.username ?? "";
@@ -108,12 +109,13 @@ export class TvxMySettings extends TvxElement {
   }
 
   private choicesOf({ parameter }: Setting): readonly (readonly [string, string])[] | undefined {
-    if (parameter === LANGUAGE) return this.languages.map(({ lang_ID, lang_name }) => [lang_ID, lang_name] as const);
-    return parameter === "torvex_date_format" ? DATES : undefined;
+    return parameter === LANGUAGE
+      ? this.languages.map(({ lang_ID, lang_name }) => [lang_ID, lang_name] as const)
+      : undefined;
   }
 
   private kept(settings: readonly Setting[]): TemplateResult {
-    const own = settings.filter(({ section }) => section === "login");
+    const own = settings.filter(({ section, takes }) => section === "login" && takes !== "unused");
     return html`<section class="card settings"><h2>${t(L.settings)}</h2>${own.map((setting) => {
       const choices = this.choicesOf(setting);
       return settingField({
@@ -145,7 +147,7 @@ export class TvxMySettings extends TvxElement {
   }
 
   private passwordForm(): TemplateResult {
-    const { now, next, again } = this.password;
+    const { next, again } = this.password;
     const differs = again !== "" && next !== again;
     const field = (part: "now" | "next" | "again", label: string, hint = ""): TemplateResult =>
       textField({
@@ -156,15 +158,17 @@ export class TvxMySettings extends TvxElement {
         type: "password",
         change: (text) => {
           this.password = { ...this.password, [part]: text };
+          if (part === "next") this.judgement.typed(text);
         },
         ...(hint ? { hint } : {}),
+        ...(part === "next" ? { wrong: this.judgement.wrong } : {}),
       });
     return html`<form class="card settings" lang=${interfaceLanguage()} @submit=${(event: Event) => {
       event.preventDefault();
       void this.changePassword();
     }}><h2>${t(L.password)}</h2>
       ${field("now", t(L.oldPassword))}${field("next", t(L.newPassword), t(L.passwordHint))}${field("again", t(L.passwordAgain))}
-      <div class="whole inline"><button class="button" aria-disabled=${now && next && next === again ? nothing : "true"} aria-busy=${this.busy ? "true" : nothing}>${t(L.changePassword)}</button>
+      <div class="whole inline"><button class="button" aria-disabled=${this.canChange ? nothing : "true"} aria-busy=${this.busy ? "true" : nothing}>${t(L.changePassword)}</button>
         <span role="status" class="soft">${differs ? t(L.passwordsDiffer) : ""}</span></div></form>`;
   }
 }

@@ -10,6 +10,7 @@ import { failed } from "../pages/actions";
 import { fromDateField, toDateField } from "../pages/model/setup";
 import { textField } from "../records/fields";
 import { changedParts, withOwn } from "../records/model/own-parts";
+import { Judgement, refuseCommon } from "../records/passwords";
 import { RecordElement, type RecordWords } from "../records/record";
 import {
   removeUser,
@@ -39,6 +40,7 @@ const fieldsOf = (user: User): UserFields => ({
 export class TvxUser extends RecordElement<UserRecord> {
   @state() private mine: UserFields = { username: "", firstname: "", lastname: "", validFrom: "", validTo: "" };
   @state() private password = "";
+  private readonly judgement = new Judgement(() => this.requestUpdate());
   protected readonly item = "user";
   protected readonly address = "/torvex/users.asp";
   protected readonly words: RecordWords = { icon: "user", isGone: L.recordIsGone, isOthers: L.recordChanged };
@@ -51,7 +53,12 @@ export class TvxUser extends RecordElement<UserRecord> {
     const { record: was, mine } = this;
     const now = fieldsOf(user);
     this.mine = keepMine && was ? withOwn(PARTS, now, mine, was.user) : now;
-    if (!keepMine) this.password = "";
+    if (!keepMine) this.type("");
+  }
+
+  private type(password: string): void {
+    this.password = password;
+    this.judgement.typed(password);
   }
 
   protected get differs(): boolean {
@@ -60,6 +67,7 @@ export class TvxUser extends RecordElement<UserRecord> {
   }
 
   protected async store(record: UserRecord): Promise<string> {
+    await refuseCommon(this.password);
     await saveUser(record, this.mine, this.password);
     return t(L.recordSaved, { name: this.mine.username });
   }
@@ -121,9 +129,8 @@ export class TvxUser extends RecordElement<UserRecord> {
           type: "password",
           fixed: this.isFixed,
           hint: t(L.keepPassword),
-          change: (text) => {
-            this.password = text;
-          },
+          wrong: this.judgement.wrong,
+          change: (text) => this.type(text),
         })}
         ${field("firstname", t(L.firstName))}${field("lastname", t(L.lastName))}${day("validFrom", t(L.validFrom))}${day("validTo", t(L.validTo))}</div>
       <h2>${t(L.groups)}</h2>

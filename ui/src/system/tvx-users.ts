@@ -6,6 +6,7 @@ import { TvxElement } from "../kit/element";
 import { faultNotice } from "../kit/fault-notice";
 import { icon } from "../kit/icon";
 import "../kit/tvx-table";
+import type { TvxDialog } from "../kit/tvx-dialog";
 import type { TableColumn } from "../kit/tvx-table";
 import { L, t } from "../labels";
 import { todayAsDigits } from "../labels/moments";
@@ -13,6 +14,7 @@ import { fromDateField } from "../pages/model/setup";
 import { addDialog } from "../records/add-dialog";
 import { filterField, textField } from "../records/fields";
 import { mayChange } from "../records/lock";
+import { Judgement, refuseCommon } from "../records/passwords";
 import { isValidOn } from "../rights/words";
 import { setQuery } from "../shell/address";
 import { addUser, type Group, groupsOf, USERS, type User, type UserFields, usersOf } from "./data";
@@ -101,12 +103,31 @@ export class TvxUsers extends TvxElement {
         type,
         change: (text) => (fields = { ...fields, [part]: type === "date" ? fromDateField(text) : text }),
       });
-    const made = await addDialog(
-      t(L.newUser),
-      () => html`${field("username", t(L.userName))}${textField({ id: "user-new-password", label: t(L.password), value: "", longest: 100, type: "password", change: (text) => (password = text) })}
-        ${field("firstname", t(L.firstName))}${field("lastname", t(L.lastName))}${field("validFrom", t(L.validFrom), "date")}${field("validTo", t(L.validTo), "date")}`,
-      () => addUser(fields, password),
-    );
+    let box: TvxDialog | undefined;
+    const judgement = new Judgement(() => box?.requestUpdate());
+    const passwordField = (): TemplateResult =>
+      textField({
+        id: "user-new-password",
+        label: t(L.password),
+        value: "",
+        longest: 100,
+        type: "password",
+        wrong: judgement.wrong,
+        change: (text) => {
+          password = text;
+          judgement.typed(text);
+          box?.requestUpdate();
+        },
+      });
+    const fieldsIn = (dialog: TvxDialog): TemplateResult => {
+      box = dialog;
+      return html`${field("username", t(L.userName))}${passwordField()}
+        ${field("firstname", t(L.firstName))}${field("lastname", t(L.lastName))}${field("validFrom", t(L.validFrom), "date")}${field("validTo", t(L.validTo), "date")}`;
+    };
+    const made = await addDialog(t(L.newUser), fieldsIn, async () => {
+      await refuseCommon(password);
+      return addUser(fields, password);
+    });
     if (!made) return;
     void this.load();
     this.open(made);
