@@ -1,4 +1,4 @@
-// Keys of the tree and of the library: F2 names, Del removes, Ctrl+A takes all.
+// Keys of the tree and of the library: F2 names, Del removes, Ctrl+A takes all. All of them stand in one list.
 import assert from "node:assert/strict";
 import { describe, test } from "node:test";
 import { findingsOfAxe } from "../support.mjs";
@@ -152,4 +152,22 @@ describe("keys of the library", () => {
       await context.close();
     });
   }
+});
+
+describe("the list of keys", () => {
+  const chromium = aBrowser();
+
+  test("has each key once, and those of texts and of the search", async () => {
+    const { page, errors, context } = await openShell(chromium.browser);
+    await page.getByRole("heading", { name: /^Hello/ }).waitFor();
+    await page.keyboard.press("?");
+    const keys = page.getByRole("dialog", { name: "Keys" });
+    await keys.waitFor();
+    const told = await keys.locator("kbd").allTextContents();
+    assert.deepEqual(told, [...new Set(told)]);
+    for (const key of ["Ctrl+S", "Ctrl+L", "Ctrl+Shift+H", "Shift+Enter", "Alt+↑", "Alt+↓"]) assert.ok(told.includes(key), key);
+    assert.deepEqual(await findingsOfAxe(page), []);
+    assert.deepEqual(errors, []);
+    await context.close();
+  });
 });

@@ -94,6 +94,25 @@ describe("the workflow of a page", () => {
     await work.close();
   });
 
+  test("Ctrl+K offers to switch a page to what it isn't already", async () => {
+    const work = await workAs(site, "iris");
+    const notices = pageOf(site, "Notices");
+    const offered = async () => {
+      await work.openPage(notices);
+      await work.page.keyboard.press("Control+k");
+      await work.page.keyboard.type("switch");
+      const options = work.page.getByRole("option", { name: /^Switch o/ });
+      await options.first().waitFor();
+      return options.evaluateAll((all) => all.map((one) => one.querySelector(".cut").textContent).sort());
+    };
+    assert.deepEqual(await offered(), ["Switch off", "Switch off with all below"]);
+    site.sql(`update TORVEX_PAGES_LIVE set online = 0 where pageId = ${notices}`);
+    assert.deepEqual(await offered(), ["Switch on", "Switch on with all below"]);
+    site.sql(`update TORVEX_PAGES_LIVE set online = 1 where pageId = ${notices}`);
+    assert.deepEqual(work.faults, []);
+    await work.close();
+  });
+
   test("a page is reset to what visitors see, after what is lost was told", async () => {
     const work = await workAs(site, "iris");
     await work.openPage(pageOf(site, "Notices"));

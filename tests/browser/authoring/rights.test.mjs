@@ -29,6 +29,7 @@ describe("rights", () => {
     const work = await workAs(site, "iris");
     const { page } = work;
     await work.go("/torvex/roles.asp");
+    await page.getByRole("heading", { name: "Roles and rights", level: 1 }).waitFor();
     await page.getByRole("searchbox", { name: "Filter", exact: true }).fill("programme");
     await page.getByRole("link", { name: "Programme" }).click();
     await publishBox(page).waitFor();

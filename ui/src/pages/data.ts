@@ -148,6 +148,7 @@ export const pageStateOf = (page: PageFacts): PageInShell => ({
   heldByMe: page.status.held && !page.status.heldByOther,
   heldByOther: page.status.heldByOther,
   rights: page.rights,
+  on: page.live?.online ?? null,
 });
 
 async function nodeOf(pageId: number, signal?: AbortSignal): Promise<string> {

@@ -37,16 +37,9 @@ function stepEntries(page: PageFacts, after: After): MenuEntry[] {
 
 /** What the main button does already, and what this page's state leaves no room for. */
 function hidden(page: PageFacts): ReadonlySet<string> {
-  const online = page.live?.online ?? false;
-  const switches = online
-    ? ["page.on", "page.branchOn"]
-    : page.live
-      ? ["page.off", "page.branchOff"]
-      : ["page.on", "page.branchOn", "page.off", "page.branchOff"];
   return new Set([
     "page.publish",
     page.status.marked ? "page.mark" : "page.unmark",
-    ...switches,
     ...(page.live ? [] : ["page.reset"]),
   ]);
 }

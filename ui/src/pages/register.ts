@@ -97,7 +97,11 @@ const newBelow = (page: PageState): unknown =>
 
 const mayEdit = ({ rights }: PageState): boolean => rights.edit;
 const mayMove = ({ rights }: PageState): boolean => rights.move;
-const maySwitch = ({ rights }: PageState): boolean => rights.onOff;
+/** To what it isn't already. */
+const maySwitch =
+  (to: boolean) =>
+  ({ rights, on }: PageState): boolean =>
+    rights.onOff && (on === undefined || on === !to);
 const mayPublish = ({ rights }: PageState): boolean => rights.publish;
 const any = (): boolean => true;
 
@@ -181,7 +185,7 @@ actions.register(
     order: 40,
     label: () => t(L.switchOn),
     icon: "power",
-    when: maySwitch,
+    when: maySwitch(true),
     run: (page) => commands.switchPage(page, true),
   },
   {
@@ -189,7 +193,7 @@ actions.register(
     order: 41,
     label: () => t(L.switchOff),
     icon: "power-off",
-    when: maySwitch,
+    when: maySwitch(false),
     run: (page) => commands.switchPage(page, false),
   },
   {
@@ -197,7 +201,7 @@ actions.register(
     order: 42,
     label: () => t(L.switchBranchOn),
     icon: "power",
-    when: maySwitch,
+    when: maySwitch(true),
     run: (page) => commands.switchPage(page, true, true),
   },
   {
@@ -205,7 +209,7 @@ actions.register(
     order: 43,
     label: () => t(L.switchBranchOff),
     icon: "power-off",
-    when: maySwitch,
+    when: maySwitch(false),
     run: (page) => commands.switchPage(page, false, true),
   },
   {

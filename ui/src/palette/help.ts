@@ -5,20 +5,31 @@ import { shownKey } from "../labels/keys";
 import "./help.css";
 import { actions, commands } from "../shell/registry";
 
+const everywhere: [string, Label][] = [
+  ["Esc", L.back],
+  ["Ctrl+S", L.save],
+  ["Ctrl+Enter", L.keysMain],
+  ["Shift+Enter", L.keysFoundInTree],
+];
+const inTexts: [string, Label][] = [
+  ["Ctrl+L", L.link],
+  ["Ctrl+Shift+H", L.source],
+];
 const inLists: [string, Label][] = [
   ["↑ ↓ ← →", L.keysMove],
   ["Space", L.keysSelect],
   ["Shift+↑ ↓", L.keysExtend],
   ["Enter", L.keysOpen],
   ["Ctrl+X, Ctrl+V", L.keysCut],
-  ["Alt+↑ ↓", L.keysOrder],
 ];
 
 const row = (key: string, label: string) => html`<div><dt><kbd>${shownKey(key)}</kbd></dt><dd>${label}</dd></div>`;
+const rows = (keys: readonly [string, Label][]) => keys.map(([key, label]) => row(key, t(label as typeof L.keysMove)));
 
 /** All keys, in one place. */
 export async function openHelp(): Promise<void> {
-  const everywhere = commands.value.filter(({ key, when }) => key && (when?.() ?? true));
+  const told = new Set([...everywhere, ...inTexts].map(([key]) => key));
+  const ofCommands = commands.value.filter(({ key, when }) => key && !told.has(key) && (when?.() ?? true));
   const ofPages = actions.value.filter(({ key }) => key);
   const blank = {
     pageId: 0,
@@ -38,8 +49,11 @@ export async function openHelp(): Promise<void> {
     wide: true,
     body: () => html`
       <div class="keys">
-        <section><h3>${t(L.keysEverywhere)}</h3><dl>${everywhere.map(({ key, label }) => row(key!, label()))}${row("Esc", t(L.back))}${row("Ctrl+Enter", t(L.keysMain))}</dl></section>
-        <section><h3>${t(L.keysInLists)}</h3><dl>${inLists.map(([key, label]) => row(key, t(label as typeof L.keysMove)))}${ofPages.map(({ key, label }) => row(key!, label(blank)))}</dl></section>
+        <div>
+          <section><h3>${t(L.keysEverywhere)}</h3><dl>${ofCommands.map(({ key, label }) => row(key!, label()))}${rows(everywhere)}</dl></section>
+          <section><h3>${t(L.keysInTexts)}</h3><dl>${rows(inTexts)}</dl></section>
+        </div>
+        <section><h3>${t(L.keysInLists)}</h3><dl>${rows(inLists)}${ofPages.map(({ key, label }) => row(key!, label(blank)))}</dl></section>
       </div>
     `,
   });

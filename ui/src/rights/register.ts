@@ -7,7 +7,7 @@ import { screens } from "../shell/registry";
 screens.register(
   {
     path: "/torvex/roles.asp",
-    title: () => t(L.roles),
+    title: () => t(L.rolesAndRights),
     load: () => import("./tvx-roles"),
     render: ({ params }) => html`<tvx-roles .params=${params}></tvx-roles>`,
   },

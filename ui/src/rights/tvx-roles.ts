@@ -16,7 +16,12 @@ export class TvxRoles extends RecordList<RoleLine> {
   protected readonly address = "/torvex/roles.asp";
   protected readonly key = "role";
   protected readonly entry = ROLES;
-  protected readonly words: ListWords = { icon: "shield", title: L.roles, add: L.newRole, isEmpty: L.rolesEmpty };
+  protected readonly words: ListWords = {
+    icon: "shield",
+    title: L.rolesAndRights,
+    add: L.newRole,
+    isEmpty: L.rolesEmpty,
+  };
 
   protected read(): Promise<RoleLine[]> {
     return rolesOf();

@@ -62,6 +62,8 @@ export interface PageState {
   heldByMe: boolean;
   heldByOther: boolean;
   rights: EditFlags;
+  /** Whether it is switched on, where that is known; null where visitors never had it. */
+  on?: boolean | null;
 }
 
 export const currentPage = new Store<PageState | null>(null);

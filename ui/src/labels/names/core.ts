@@ -154,7 +154,6 @@ export const core = {
   keysExtend: 4128,
   keysOpen: 4129,
   keysCut: 4130,
-  keysOrder: 4131,
   keysMain: 4132,
   asksForPage: 4133,
   shortcuts: 4134,

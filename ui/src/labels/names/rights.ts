@@ -1,5 +1,6 @@
 /** Words of logins, roles and rights: 5700 to 5899. */
 export const rights = {
+  rolesAndRights: 3022,
   taskOnOff: 5700,
   doingEdit: 5701,
   doingApprove: 5702,
