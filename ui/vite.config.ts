@@ -26,6 +26,9 @@ function packed(): Plugin {
 /** Libraries that come late, by the chunk that they come with. */
 const late: [RegExp, string][] = [
   [/node_modules\/(prosemirror-|orderedmap|rope-sequence|w3c-keyname)/, "editor"],
+  // Of its own, so that it stands beneath the languages, which name it, and on top of the editor.
+  [/node_modules\/@codemirror\/autocomplete/, "completion"],
+  [/node_modules\/(@codemirror\/lang-|@lezer\/(html|css|javascript))/, "code-languages"],
   [/node_modules\/(@codemirror|@lezer|@marijn|crelt|style-mod)/, "code"],
   [/node_modules\/(parse5|entities)/, "editor"],
   [

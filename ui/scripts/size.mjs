@@ -29,6 +29,7 @@ const rows = [
   ["its styles", sum(styles), 20 * kib],
   ["editor", sum(lateOf("editor")), 140 * kib],
   ["code", sum(lateOf("code")), 170 * kib],
+  ["completion", sum(lateOf("completion")), 25 * kib],
   ["media", sum(lateOf("media")), 45 * kib],
 ];
 

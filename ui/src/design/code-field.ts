@@ -8,6 +8,8 @@ import { html } from "lit";
 import { customElement, property } from "lit/decorators.js";
 import { codeExtensions, Lines } from "../editor/code";
 import { TvxElement } from "../kit/element";
+import { newsflashTitles } from "./data";
+import type { Side } from "./model/tag-choices";
 import { TAG } from "./model/template-tags";
 
 const tagMark = new MatchDecorator({ regexp: TAG, decoration: Decoration.mark({ class: "template-tag" }) });
@@ -33,9 +35,12 @@ export class TvxCodeField extends TvxElement {
   @property({ attribute: false }) text = "";
   @property() language: "html" | "css" = "html";
   @property({ type: Boolean }) fixed = false;
+  /** The kind of template whose tags are offered; a stylesheet is of none. */
+  @property({ attribute: false }) side: Side | undefined;
   private view: EditorView | undefined;
   private lines = new Lines("");
   private readonly writable = new Compartment();
+  private readonly completion = new Compartment();
 
   protected override render() {
     return html`<div class="code-field"></div>`;
@@ -50,9 +55,19 @@ export class TvxCodeField extends TvxElement {
         // What can be scrolled has to be reached by keys, read-only too.
         EditorView.contentAttributes.of({ tabindex: "0" }),
         this.writable.of(EditorState.readOnly.of(this.fixed)),
+        this.completion.of([]),
       ],
     });
     this.view = new EditorView({ state, parent: this.querySelector(".code-field")! });
+    void this.offerWords(this.view);
+  }
+
+  /** What is offered comes after the text, which can be typed without it. */
+  private async offerWords(view: EditorView): Promise<void> {
+    const { styleCompletion, tagCompletion } = await import("./completion");
+    if (view !== this.view) return;
+    const offered = this.side ? tagCompletion(this.side, newsflashTitles()) : styleCompletion();
+    view.dispatch({ effects: this.completion.reconfigure(offered) });
   }
 
   private get now(): string {

@@ -4,7 +4,7 @@ import { Batch, call } from "../api";
 import type { Step } from "../api/batch";
 import type { IconName } from "../kit/icon";
 import { L, type Label } from "../labels";
-import { workplace } from "../shell/workplace";
+import { maySee, workplace } from "../shell/workplace";
 
 /** Site and language; "" where records are of none. */
 export interface Place {
@@ -204,3 +204,18 @@ export async function addAsset(assets: AssetKind, name: string, filename: string
 
 export const removeAsset = (assets: AssetKind, id: number): Promise<unknown> =>
   call(named(`${assets.on}.del${assets.of}`), { [idName(assets)]: id } as never);
+
+const NEWSFLASHES = 242;
+
+/** The titles of this website's newsflashes by their numbers, once they are known: whoever may not see them does without. */
+export function newsflashTitles(): () => ReadonlyMap<number, string> {
+  const { site, lang } = workplace.value;
+  let titles: ReadonlyMap<number, string> = new Map();
+  if (site && maySee(NEWSFLASHES, site, lang))
+    void call("newsflash.getNewsflashList", { site, lang, mode: "D" })
+      .then((lines) => {
+        titles = new Map(lines.filter(({ deleted }) => !deleted).map(({ id, title }) => [id, title ?? ""]));
+      })
+      .catch(() => {});
+  return () => titles;
+}

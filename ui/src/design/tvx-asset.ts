@@ -13,6 +13,7 @@ import { RecordElement, type RecordWords } from "../records/record";
 import type { TvxCodeField } from "./code-field";
 import "./code-field";
 import { ASSETS, type Asset, type AssetKind, type AssetTexts, assetOf, removeAsset, saveAsset } from "./data";
+import type { Side } from "./model/tag-choices";
 import { type Finding, findingsIn } from "./model/template-tags";
 import { pagesOf, removalDialog, useList } from "./uses";
 import "./design.css";
@@ -23,6 +24,13 @@ const FINDINGS: Readonly<Record<Finding["kind"], Label>> = {
   openedTwice: L.blockOpenedTwice,
   noEnd: L.tagNotEnded,
   bodyMissing: L.bodyLeftOut,
+};
+
+/** Stylesheets go to visitors as they are. */
+const SIDES: Readonly<Record<AssetKind["kind"], Side | undefined>> = {
+  template: "content",
+  baseTemplate: "base",
+  stylesheet: undefined,
 };
 
 const TEXTS = ["name", "description", "filename", "source", "isSystem"] as const;
@@ -108,7 +116,7 @@ export class TvxAsset extends RecordElement<Asset> {
   protected sheet(asset: Asset): TemplateResult {
     const texts = this.texts ?? asset;
     return html`${this.form(texts)}${this.findings(texts.source)}
-      <tvx-code-field class="card" .text=${texts.source} .language=${this.assets.kind === "stylesheet" ? "css" : "html"} .fixed=${this.isFixed}
+      <tvx-code-field class="card" .text=${texts.source} .language=${this.assets.kind === "stylesheet" ? "css" : "html"} .side=${SIDES[this.assets.kind]} .fixed=${this.isFixed}
         @tvx-text=${(event: CustomEvent<string>) => this.set({ source: event.detail })}></tvx-code-field>
       ${this.pages(asset)}`;
   }

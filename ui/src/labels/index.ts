@@ -9,6 +9,7 @@ import { passwords } from "./names/passwords";
 import { rights } from "./names/rights";
 import { running } from "./names/running";
 import { screens } from "./names/screens";
+import { templateTags } from "./names/template-tags";
 
 /** The words of the interface by name: their numbers in the vocabulary. */
 export const L = {
@@ -21,6 +22,7 @@ export const L = {
   ...rights,
   ...running,
   ...screens,
+  ...templateTags,
 } as const;
 
 export type Label = (typeof L)[keyof typeof L];

@@ -59,6 +59,18 @@ function blocks(source: string): Finding[] {
   return [...findings, ...[...open.values()].map((one): Finding => ({ kind: "notClosed", ...one }))];
 }
 
+/** Blocks that begin before a place and end nowhere, the last one first. */
+export function openBlocks(source: string, before: number): string[] {
+  const open = new Map<string, string>();
+  for (const { 1: tag = "", index } of source.matchAll(TAG)) {
+    const [, name = "", side = ""] = /^([\w()]+)_(start|end)$/i.exec(tag) ?? [];
+    const key = name.toLowerCase();
+    if (side.toLowerCase() === "end") open.delete(key);
+    else if (name && index < before) open.set(key, name);
+  }
+  return [...open.values()].reverse();
+}
+
 /** A page's bodies are numbered from 1: a number that is left out is a body that authors never see. */
 function missingBodies(source: string): Finding[] {
   const numbers = new Map<number, number>();
