@@ -7,6 +7,8 @@ std::span<const OwnedTable> accountTables() {
     static constexpr OwnedTable tables[] = {
         {.name = "TORVEX_LOGINS", .login = "loginId"},
         {.name = "TORVEX_API_TOKENS", .login = "loginId"},
+        {.name = "TORVEX_SECOND_FACTORS", .login = "loginId"},
+        {.name = "TORVEX_RECOVERY_CODES", .login = "loginId"},
         {.name = "TORVEX_ROLES"},
         {.name = "TORVEX_ROLES_LOGINS", .login = "loginId"},
         {.name = "TORVEX_EDIT_RIGHTS", .site = "site", .lang = "lang"},

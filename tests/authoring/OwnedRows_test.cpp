@@ -168,7 +168,9 @@ TEST(OwnedRows, ALoginGoesBeforeItsRolesAndSettings) {
     EXPECT_THAT(statementsForLogin(), ElementsAreArray({"delete from TORVEX_API_TOKENS where loginId = ?",
                                                         "delete from TORVEX_DRAFTS where loginId = ?",
                                                         "delete from TORVEX_LOGINS where loginId = ?",
+                                                        "delete from TORVEX_RECOVERY_CODES where loginId = ?",
                                                         "delete from TORVEX_ROLES_LOGINS where loginId = ?",
+                                                        "delete from TORVEX_SECOND_FACTORS where loginId = ?",
                                                         "delete from TORVEX_SETUP where loginId = ?"}));
 }
 
