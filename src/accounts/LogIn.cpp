@@ -5,6 +5,8 @@
 #include "accounts/AccessFilter.h"
 #include "accounts/DoorLog.h"
 #include "accounts/LoginSettings.h"
+#include "accounts/PendingLogin.h"
+#include "accounts/SecondFactor.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
@@ -44,6 +46,7 @@ bool isLetIn(const HostContext& host, std::string& address) {
 std::string_view reasonOf(LoginCode code) {
     if (code == LoginCode::AddressRefused) return "the address filter refuses it";
     if (code == LoginCode::HeldElsewhere) return "the login is held from another address";
+    if (code == LoginCode::WrongCode) return "wrong code";
     return "wrong name or password";
 }
 
@@ -57,7 +60,11 @@ struct Visit {
 
 LoginCode prove(HostContext& host, db::Connection& connection, const Visit& visit, Author& author) {
     const auto attempt = [&](const std::optional<Proof>& proof) {
-        return proof ? takeLogin(host, *proof, visit.address, visit.other, author) : LoginCode::Unknown;
+        if (!proof) return LoginCode::Unknown;
+        SecondProof none;
+        const LoginCode code = takeLogin(host, *proof, none, visit.address, visit.other, author);
+        if (code == LoginCode::NeedsCode) keepPending(host, {*proof, visit.other});
+        return code;
     };
     const auto proof = proofOf(connection, passwordStoreOf(host), visit.username, visit.password);
     const LoginCode code = attempt(proof);
@@ -65,6 +72,35 @@ LoginCode prove(HostContext& host, db::Connection& connection, const Visit& visi
     const bool overtaken = code == LoginCode::Unknown && proof && proof->renewal;
     if (!overtaken || !hasStrongForm(connection, visit.username)) return code;
     return attempt(proofOf(connection, passwordStoreOf(host), visit.username, visit.password));
+}
+
+LoginCode refuse(HostContext& host, LoginCode code, const std::string& username) {
+    auditDenial(host);
+    logFailedLogin(host, LoginAttempt::Kind::Author, username, reasonOf(code));
+    return code;
+}
+
+void enter(HostContext& host, db::Connection& connection, const Author& author, const std::string& address,
+           int factorId) {
+    forgetPending(host);
+    storeAuthor(host, author);
+    setProvenFactor(host.session, factorId);
+    takeOverSettings(host, connection, author.loginId);
+    host.session.renewToken();
+    auditLogin(host, author, address);
+}
+
+/// The step is taken for the login that was proved, whatever name is given with the code.
+LoginCode showSecond(HostContext& host, PendingLogin& pending, SecondProof& second, std::string_view address,
+                     Author& author) {
+    second.factorId = pending.factorId;
+    const LoginCode code = takeLogin(host, pending.proof, second, address, pending.other, author);
+    if (code == LoginCode::HeldElsewhere) {
+        pending.factorId = second.factorId;
+        keepPending(host, pending);
+    }
+    if (code == LoginCode::Unknown) forgetPending(host);
+    return code;
 }
 
 }  // namespace
@@ -84,23 +120,41 @@ LoginCode logIn(HostContext& host, db::Connection& connection, const std::string
     LoginCode code = LoginCode::AddressRefused;
     if (isLetIn(host, address))
         code = prove(host, connection, {name, text::trim(password), address, other}, author);
-    if (code != LoginCode::LoggedIn) {
-        auditDenial(host);
-        logFailedLogin(host, LoginAttempt::Kind::Author, username, reasonOf(code));
-        return code;
-    }
-    storeAuthor(host, author);
-    takeOverSettings(host, connection, author.loginId);
-    host.session.renewToken();
-    auditLogin(host, author, address);
+    if (code == LoginCode::NeedsCode) return code;
+    if (code != LoginCode::LoggedIn) return refuse(host, code, username);
+    enter(host, connection, author, address, 0);
     return code;
+}
+
+LoginCode showCode(HostContext& host, db::Connection& connection, const std::string& username,
+                   const std::string& code, OtherHolder other) {
+    std::string address = callersAddress(host);
+    if (!isLetIn(host, address)) return refuse(host, LoginCode::AddressRefused, username);
+    auto pending = pendingLogin(host);
+    if (!pending || text::lowerTrim(username) != text::lowerTrim(pending->proof.username))
+        return refuse(host, LoginCode::Unknown, username);
+    if (other == OtherHolder::Loses) pending->other = other;
+    SecondProof second{std::string(text::trim(code))};
+    Author author;
+    LoginCode shown = showSecond(host, *pending, second, address, author);
+    if (shown == LoginCode::NeedsCode) shown = LoginCode::WrongCode;
+    if (shown != LoginCode::LoggedIn) return refuse(host, shown, username);
+    enter(host, connection, author, address, second.factorId);
+    if (second.isOfPaper) audit(host, author, "login", author.fullname + " used a recovery code");
+    return shown;
 }
 
 LoginCode confirmLogin(HostContext& host, Author& author) {
     std::string address = callersAddress(host);
     LoginCode code = LoginCode::AddressRefused;
-    if (isLetIn(host, address))
-        code = takeLogin(host, {author.username, author.password, {}}, address, OtherHolder::Keeps, author);
+    const Proof proof{author.username, author.password, {}};
+    SecondProof second{{}, provenFactor(host.session)};
+    if (isLetIn(host, address)) code = takeLogin(host, proof, second, address, OtherHolder::Keeps, author);
+    // The session is older than the factor.
+    if (code == LoginCode::NeedsCode) {
+        keepPending(host, {proof, OtherHolder::Keeps});
+        return code;
+    }
     if (code != LoginCode::LoggedIn) {
         auditDenial(host);
         return code;

@@ -2,13 +2,16 @@
 
 #include <fmt/format.h>
 #include <optional>
+#include <utility>
 
 #include "accounts/Actor.h"
+#include "accounts/SecondFactor.h"
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
 #include "platform/Session.h"
+#include "platform/UnixTime.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/DateWindow.h"
@@ -72,24 +75,37 @@ void renew(db::Connection& connection, const StrongForm& form, Author& author) {
     author.password = form.mark;
 }
 
+/// Logged in when nothing is lacking. A session that has shown the login's factor needn't do so again.
+LoginCode showSecond(db::Connection& own, const HostContext& host, int loginId, SecondProof& second) {
+    const auto factor = secondFactorOf(own, loginId);
+    const int shown = std::exchange(second.factorId, factor ? factor->id : 0);
+    if (!factor || shown == factor->id) return LoginCode::LoggedIn;
+    if (second.code.empty()) return LoginCode::NeedsCode;
+    const TypedCode typed = takeCode(own, loginId, *factor, second.code, unixSeconds(host.clock));
+    second.isOfPaper = typed == TypedCode::OfPaper;
+    return typed == TypedCode::Wrong ? LoginCode::WrongCode : LoginCode::LoggedIn;
+}
+
 }  // namespace
 
-LoginCode takeLogin(HostContext& host, const Proof& proof, std::string_view address, OtherHolder other,
-                    Author& author) {
+LoginCode takeLogin(HostContext& host, const Proof& proof, SecondProof& second, std::string_view address,
+                    OtherHolder other, Author& author) {
     std::optional<LoginRow> row;
     const auto take = [&](db::Connection& own) {
         own.execute(lockRow, {proof.username, proof.password});
         row = readRow(own, proof);
         if (!row || !isValidOn(*row, host.clock.today())) return db::refuse(LoginCode::Unknown);
+        const LoginCode shown = showSecond(own, host, row->author.loginId, second);
+        if (shown != LoginCode::LoggedIn) return db::refuse(shown);
         if (other == OtherHolder::Keeps && isHeldElsewhere(*row, host.session.id(), address))
-            return db::refuse(LoginCode::HeldElsewhere);
+            return db::commit(LoginCode::HeldElsewhere);  // the code is spent
         holdRow(own, host, row->author.loginId, address);
         if (proof.renewal) renew(own, *proof.renewal, row->author);
         return db::commit(LoginCode::LoggedIn);
     };
-    const auto outcome = db::inOwnTransaction(host, take);
-    if (outcome.isCommitted) author = std::move(row->author);
-    return outcome.value;
+    const LoginCode code = db::inOwnTransaction(host, take).value;
+    if (code == LoginCode::LoggedIn) author = std::move(row->author);
+    return code;
 }
 
 void holdRow(db::Connection& connection, HostContext& host, int loginId, std::string_view address) {

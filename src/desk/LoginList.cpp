@@ -12,13 +12,14 @@ namespace torvex {
 
 namespace {
 
-constexpr std::size_t loginColumns = 11;
+constexpr std::size_t loginColumns = 12;
 
 /// A login may hold a role twice.
 constexpr std::string_view selectLogins =
     "select l.loginId, l.username, l.name, l.job, l.date, l.time, l.sessionId, l.validFrom, l.validTo, "
     "l.kind, l.password, "
-    "(select count(distinct a.roleId) from TORVEX_ROLES_LOGINS a where a.loginId = l.loginId) as roles "
+    "(select count(distinct a.roleId) from TORVEX_ROLES_LOGINS a where a.loginId = l.loginId) as roles, "
+    "(select count(*) from TORVEX_SECOND_FACTORS f where f.loginId = l.loginId) as secondFactor "
     "from TORVEX_LOGINS l order by l.name, l.loginId";
 
 int flag(bool is) {
@@ -37,7 +38,8 @@ std::vector<Value> lineOf(const db::Rows& row) {
             row.text("validTo"),
             flag(text::equals(row.view("kind"), programKind)),
             flag(isStrongMark(row.view("password"))),
-            row.value("roles")};
+            row.value("roles"),
+            row.value("secondFactor")};
 }
 
 }  // namespace

@@ -18,10 +18,11 @@ namespace torvex {
 namespace {
 
 constexpr std::string_view selectRoles =
-    "select r.roleId, r.roleName, r.roleDesc, count(distinct l.loginId) as logins from TORVEX_ROLES r "
+    "select r.roleId, r.roleName, r.roleDesc, count(distinct l.loginId) as logins, "
+    "coalesce(r.secondFactor, 0) as secondFactor from TORVEX_ROLES r "
     "left outer join TORVEX_ROLES_LOGINS a on a.roleId = r.roleId "
     "left outer join TORVEX_LOGINS l on l.loginId = a.loginId "
-    "group by r.roleId, r.roleName, r.roleDesc order by r.roleName, r.roleId";
+    "group by r.roleId, r.roleName, r.roleDesc, r.secondFactor order by r.roleName, r.roleId";
 constexpr std::string_view selectLogins =
     "select loginId, username, name, case when loginId in "
     "(select loginId from TORVEX_ROLES_LOGINS where roleId = ?) then 1 else 0 end as held "

@@ -124,6 +124,28 @@ class desk {
     /// What a password is that somebody is to be given: 0 fine, 1 one of the commonest.
     int judgePassword(const std::string& password);
 
+    // ---- The second factor (desk/SecondFactor.cpp) ----
+    // Of the caller's own login: a telephone that shows codes, and ten codes on paper. Texts: what was asked for, or
+    // "-10", "-99" and what stands here. Names and passwords are to be proved as with `changePassword`.
+
+    /// 1 where she has one, since when, how many codes on paper are left, 1 where a role of hers demands one.
+    Value getSecondFactor();
+    /// A new secret, as the address that an application reads; it counts when a code of it is confirmed in this
+    /// session, within ten minutes. "-3" she has one.
+    std::string beginSecondFactor();
+    /// The codes on paper, divided by blanks, told this once. "-1" the code is wrong, "-2" nothing was begun, or too
+    /// long ago, "-3" she has one.
+    std::string confirmSecondFactor(const std::string& code);
+    /// "" when it is gone: by the password, a code of the telephone or one on paper. "-1" it is wrong, "-2" a role
+    /// demands one, "-3" there is none.
+    std::string dropSecondFactor(const std::string& username, const std::string& proof);
+    /// New codes on paper in place of the others, by a code of the telephone. "-1" it is wrong, "-3" there is none.
+    std::string renewRecoveryCodes(const std::string& username, const std::string& code);
+    /// The second step of a login, after `cManager.login` or `takeOver` asked for a code: 0 when she has it, 1 when
+    /// name and password are to be given anew, 2, 3, and 5 when the code is wrong. After a 3 `takeOver` ends the
+    /// other session, and the code needn't be given again.
+    int proveSecond(const std::string& username, const std::string& code, bool takeOver = false);
+
     // ---- Programs (desk/Tokens.cpp) ----
 
     /// Makes a login a program's, or with false a person's again: whoever holds it is out. "" when it is done,

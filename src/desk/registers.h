@@ -59,9 +59,17 @@ class registers {
     // ---- Logins (desk/LoginList.cpp) ----
 
     /// All logins, by name: number, username, name, job, when each logged in last, whether it is online, its
-    /// first and last day, whether it is a program's, whether its password is kept strongly, and how many roles
-    /// it has.
+    /// first and last day, whether it is a program's, whether its password is kept strongly, how many roles it
+    /// has, and whether it has a second factor.
     Value getLogins();
+
+    // ---- Second factors (desk/SecondFactors.cpp) ----
+
+    /// Takes away the second factor of whoever has lost it. "" when it is gone, "-1" no such login, "-2" the
+    /// administrator's, which is her own to reset, "-3" it has none.
+    std::string resetSecondFactor(int loginId, int advId = 0);
+    /// Whether logins with the role must have one. "0" when it is saved, "-1" gone, "-4" open elsewhere.
+    std::string demandSecondFactor(int roleId, bool isDemanded, int advId = 0);
 
     // ---- Roles (desk/Roles.cpp, desk/RoleRights.cpp, desk/RightsImpact.cpp) ----
     // `rights` are five flags: onOff, move, publish, approve, edit. A `scope` is nodes divided by commas, "" for
@@ -69,7 +77,7 @@ class registers {
     // Nobody gives what she hasn't got, and nobody but "sa" takes the last right to administer from all others.
     // A change is refused while another session has the record, and leaves its lock as it is.
 
-    /// Number, name, description and how many logins have it; by name.
+    /// Number, name, description, how many logins have it, and whether it demands a second factor; by name.
     Value getRoles();
     /// All logins, by name: number, username, name, and 1 where the login has the role.
     Value getRoleLogins(int roleId);

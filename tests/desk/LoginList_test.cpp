@@ -28,13 +28,13 @@ TEST_P(LoginListTest, ALoginIsListedWithItsUseAndItsRoles) {
     set("validTo", "20261231");
     row("TORVEX_ROLES_LOGINS", {{"roleId", programme}, {"loginId", bert}});
     row("TORVEX_ROLES_LOGINS", {{"roleId", desk}, {"loginId", bert}});
-    EXPECT_EQ(lineOf("bert"), "8|bert|Bert Broker|Broker|2026-06-14T09:12:00|1|20260101|20261231|0|0|2");
+    EXPECT_EQ(lineOf("bert"), "8|bert|Bert Broker|Broker|2026-06-14T09:12:00|1|20260101|20261231|0|0|2|0");
 }
 
 TEST_P(LoginListTest, WhoNeverCameHasNoMomentAndAProgramIsOne) {
     set("sessionId", "");
     set("kind", "program");
-    EXPECT_EQ(lineOf("bert"), "8|bert|Bert Broker||-|0|||1|0|1");
+    EXPECT_EQ(lineOf("bert"), "8|bert|Bert Broker||-|0|||1|0|1|0");
 }
 
 TEST_P(LoginListTest, AFailureIsSaid) {

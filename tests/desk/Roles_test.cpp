@@ -26,8 +26,9 @@ TEST_P(RegistersRolesTest, RolesAreListedByNameWithHowManyHaveThem) {
     row("TORVEX_ROLES_LOGINS", {{"roleId", desk}, {"loginId", bert}});
     row("TORVEX_ROLES_LOGINS", {{"roleId", desk}, {"loginId", bert}});
     row("TORVEX_ROLES_LOGINS", {{"roleId", desk}, {"loginId", 99}});
-    EXPECT_THAT(linesOf(registers().getRoles()),
-                ElementsAre("9|Alone|About Alone|0", "3|Desk|About Desk|2", "4|Programme|About Programme|1"));
+    EXPECT_THAT(
+        linesOf(registers().getRoles()),
+        ElementsAre("9|Alone|About Alone|0|0", "3|Desk|About Desk|2|0", "4|Programme|About Programme|1|0"));
 }
 
 TEST_P(RegistersRolesTest, TheLoginsOfARoleAreMarkedAmongAll) {

@@ -2,6 +2,7 @@
 
 #include "accounts/LoginHold.h"
 #include "accounts/LoginSettings.h"
+#include "accounts/SecondFactor.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
@@ -31,6 +32,8 @@ void holdLogin(HostContext& host, const std::string& username) {
     holdRow(*connection, host, author.loginId, text::trim(host.request.serverVariable("remote_addr")));
     transaction.commit();
     storeAuthor(host, author);
+    const auto factor = secondFactorOf(*connection, author.loginId);
+    setProvenFactor(host.session, factor ? factor->id : 0);
     takeOverSettings(host, *connection, author.loginId);
 }
 

@@ -23,7 +23,7 @@ struct Outcome {
 /// connection, which is opened then. Made for one request; one thread uses it.
 ///
 /// From the network, a call is run only if the gate allows it, tested in this order: that there is such an
-/// operation within reach, a login where one is needed, names and kinds of the arguments, the right and the
+/// operation within reach, a login where one is needed, with a second factor where a role demands it, names and kinds of the arguments, the right and the
 /// arguments that are withheld, and the wait after wrong passwords. An argument that the gate fills has the
 /// entry of the row, whatever was sent. From the command line everything is allowed.
 ///

@@ -1,6 +1,7 @@
 #include "operations/calls/Gate.h"
 
 #include <algorithm>
+#include <array>
 
 #include "accounts/Actor.h"
 #include "accounts/AdminEntries.h"
@@ -8,6 +9,7 @@
 #include "accounts/DoorLog.h"
 #include "accounts/EditRights.h"
 #include "accounts/Logins.h"
+#include "accounts/SecondFactor.h"
 #include "authoring/PageIdentList.h"
 #include "media/MediaKind.h"
 #include "modules/forum/ForumPlace.h"
@@ -41,6 +43,10 @@ Verdict notLoggedIn() {
     return {Kind::NotLoggedIn, "You are not logged in."};
 }
 
+Verdict notEnrolled() {
+    return {Kind::NotEnrolled, "A role of yours demands a second factor. Set it up first."};
+}
+
 Verdict noRight() {
     return {Kind::NoRight, "You do not have the right to do this."};
 }
@@ -50,6 +56,13 @@ Verdict tooManyTries(std::chrono::seconds wait) {
             "There were too many failed logins. Wait " + std::to_string(wait.count()) +
                 " seconds, then try again.",
             wait};
+}
+
+/// All that is open, beside what visitors may do, to a login that must set up a second factor first.
+bool isEnrolment(std::string_view name) {
+    constexpr std::array<std::string_view, 3> open{"getSecondFactor", "beginSecondFactor",
+                                                   "confirmSecondFactor"};
+    return std::find(open.begin(), open.end(), name) != open.end();
 }
 
 /// Who calls, and by what it is looked up what he may do.
@@ -185,7 +198,9 @@ int entryFor(const Operation& operation, const std::vector<Value>& values) {
 Verdict Gate::mayAsk(const Right& right, const std::string& name) {
     if (right.kind == Right::Kind::Visitor) return {};
     if (right.kind == Right::Kind::Nobody) return outOfReach(name);
-    return ownsItsLogin(connection_, actorOf(host_)) ? Verdict() : notLoggedIn();
+    const Actor actor = actorOf(host_);
+    if (!ownsItsLogin(connection_, actor)) return notLoggedIn();
+    return isEnrolment(name) || !mustEnrol(connection_, actor) ? Verdict() : notEnrolled();
 }
 
 Verdict Gate::mayCall(const Operation& operation, const std::vector<Value>& values,

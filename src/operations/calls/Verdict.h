@@ -13,7 +13,8 @@ struct Verdict {
         NotLoggedIn,  ///< nobody is, or the session has lost its login
         NoRight,      ///< the login hasn't got the right for what the arguments name
         Withheld,     ///< an argument was given that nobody may give over the network
-        Wait          ///< too many wrong passwords from this address or for this name
+        Wait,         ///< too many wrong passwords from this address or for this name
+        NotEnrolled   ///< a role of the login demands a second factor, and it hasn't set one up yet
     };
 
     Kind kind = Kind::Allowed;

@@ -1,5 +1,6 @@
 #include "accounts/AdminEntries.h"
 #include "operations/register/DeskRows.h"
+#include "operations/register/SecondFactorLabels.h"
 
 namespace torvex::operations {
 
@@ -81,10 +82,12 @@ std::vector<Row<desk>> door() {
                "Logs an author in as `cManager.login` does, and ends the session at another address that has "
                "the login.",
                visitor())
-            .codes({code(0, "The session has the login."),
-                    refusal(1, "The name or the password is wrong, or the login isn't valid today.",
-                            label::wrongPassword),
-                    refusal(2, "Logging in isn't allowed from this address.", label::otherAddress)})
+            .codes(
+                {code(0, "The session has the login."),
+                 refusal(1, "The name or the password is wrong, or the login isn't valid today.",
+                         label::wrongPassword),
+                 refusal(2, "Logging in isn't allowed from this address.", label::otherAddress),
+                 refusal(4, "The login has a second factor: `desk.proveSecond` goes on.", label::codeNeeded)})
             .testsPassword({"username", 0, 1}),
     };
 }

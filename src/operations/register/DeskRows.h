@@ -10,6 +10,7 @@ namespace torvex::operations {
 
 std::vector<Row<desk>> deskWorkRows();
 std::vector<Row<desk>> deskTokenRows();
+std::vector<Row<desk>> deskSecondFactorRows();
 std::vector<Row<desk>> deskLiveRows();
 std::vector<Row<desk>> deskFindRows();
 std::vector<Row<desk>> deskPageRows();

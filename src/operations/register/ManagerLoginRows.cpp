@@ -3,6 +3,7 @@
 #include "operations/register/Binding.h"
 #include "operations/register/ManagerRows.h"
 #include "operations/register/RightsLabels.h"
+#include "operations/register/SecondFactorLabels.h"
 
 namespace torvex::operations {
 
@@ -10,11 +11,13 @@ std::vector<Row<cManager>> managerLoginRows() {
     return {
         writes("login", &cManager::login, {argument("username", ""), argument("password", "")},
                "Logs an author in; without arguments verifies the session's login again.", visitor())
-            .codes({code(0, "The session has the login."),
-                    refusal(1, "The name or the password is wrong, or the login isn't valid today.",
-                            label::wrongPassword),
-                    refusal(2, "Logging in isn't allowed from this address.", label::otherAddress),
-                    refusal(3, "A session at another address has this login.", label::heldElsewhere)})
+            .codes(
+                {code(0, "The session has the login."),
+                 refusal(1, "The name or the password is wrong, or the login isn't valid today.",
+                         label::wrongPassword),
+                 refusal(2, "Logging in isn't allowed from this address.", label::otherAddress),
+                 refusal(3, "A session at another address has this login.", label::heldElsewhere),
+                 refusal(4, "The login has a second factor: `desk.proveSecond` goes on.", label::codeNeeded)})
             .testsPassword({"username", 0, 1}),
         writes("logout", &cManager::logout, {}, "Frees the session's login and ends the session.", visitor()),
         writes("endLogin", &cManager::endLogin, {argument("loginId")},

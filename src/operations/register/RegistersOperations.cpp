@@ -6,9 +6,9 @@ namespace torvex::operations {
 ClassEntry registersOperations() {
     return describe<registers>(
         "registers", "Writes the records of the registers, with their checks and locks.",
-        joined({registersMediaRows(), registersRoleRows(), registersForumRows(), registersBoardRows(),
-                registersMenuRows(), registersSearchRows(), registersDesignRows(), registersRecordRows(),
-                registersRunningRows(), registersVisitorRows()}));
+        joined({registersMediaRows(), registersRoleRows(), registersSecondFactorRows(), registersForumRows(),
+                registersBoardRows(), registersMenuRows(), registersSearchRows(), registersDesignRows(),
+                registersRecordRows(), registersRunningRows(), registersVisitorRows()}));
 }
 
 }  // namespace torvex::operations

@@ -45,16 +45,21 @@ std::vector<Row<registers>> logins() {
                     {"validTo", Text},
                     {"isProgram", Number},
                     {"isStrong", Number},
-                    {"roles", Number}}),
+                    {"roles", Number},
+                    {"secondFactor", Number}}),
     };
 }
 
 std::vector<Row<registers>> lists() {
     const Right look = viewAccess(adminEntry::roles);
     return {
-        reads("getRoles", &registers::getRoles, {}, "The roles, and how many logins have each; by name.",
-              look)
-            .lists({{"roleId", Number}, {"roleName", Text}, {"roleDesc", Text}, {"logins", Number}}),
+        reads("getRoles", &registers::getRoles, {},
+              "The roles, how many logins have each, and whether it demands a second factor; by name.", look)
+            .lists({{"roleId", Number},
+                    {"roleName", Text},
+                    {"roleDesc", Text},
+                    {"logins", Number},
+                    {"secondFactor", Number}}),
         reads("getRoleLogins", &registers::getRoleLogins, {argument("roleId")},
               "The logins, with 1 where they have the role; by name.", look)
             .lists({{"loginId", Number}, {"username", Text}, {"name", Text}, {"held", Number}}),

@@ -10,6 +10,7 @@ namespace torvex::operations {
 
 std::vector<Row<registers>> registersMediaRows();
 std::vector<Row<registers>> registersRoleRows();
+std::vector<Row<registers>> registersSecondFactorRows();
 std::vector<Row<registers>> registersForumRows();
 std::vector<Row<registers>> registersBoardRows();
 std::vector<Row<registers>> registersMenuRows();

@@ -178,6 +178,8 @@ Problem Calls::refusedBy(const Verdict& verdict) const {
     switch (verdict.kind) {
         case Verdict::Kind::NotLoggedIn:
             return problem(lackOfLogin(host_.session));
+        case Verdict::Kind::NotEnrolled:
+            return problem(kind::notEnrolled);
         case Verdict::Kind::NoRight:
             return problem(kind::noRight);
         case Verdict::Kind::Withheld: {

@@ -3,6 +3,7 @@
 
 #include "accounts/Actor.h"
 #include "accounts/Logins.h"
+#include "accounts/SecondFactor.h"
 #include "desk/Export.h"
 #include "operations/register/NeedLabels.h"
 #include "pages/api/Answers.h"
@@ -69,6 +70,7 @@ void answerExport(HostContext& host, Api& api) {
     const Actor actor = actorOf(host);
     if (!ownsItsLogin(*connection, actor))
         return answer(host.response, problemFor(host, api, lackOfLogin(host.session)));
+    if (mustEnrol(*connection, actor)) return answer(host.response, problemFor(host, api, kind::notEnrolled));
     const auto choice = choiceOf(host.request);
     if (!choice) return answer(host.response, badDay(host, api));
     if (!coversReading(host.session)) return answer(host.response, problemFor(host, api, kind::notCovered));

@@ -25,6 +25,8 @@ inline constexpr ProblemKind notLoggedIn{401, "not-logged-in", "Nobody is logged
 inline constexpr ProblemKind loginLost{401, "login-lost", "The session has lost its login", 5001};
 inline constexpr ProblemKind badToken{401, "bad-token", "The access token isn't valid", 5018};
 inline constexpr ProblemKind notCovered{403, "not-covered", "The access token doesn't allow it", 5019};
+inline constexpr ProblemKind notEnrolled{403, "second-factor-demanded",
+                                         "A second factor has to be set up first", 5830};
 inline constexpr ProblemKind noRight{403, "no-right", "The login hasn't got the right", 45};
 inline constexpr ProblemKind withheld{403, "withheld", "An argument can't be given over the network", 5004};
 inline constexpr ProblemKind foreign{403, "foreign", "The request doesn't come from this site's own pages",

@@ -4,6 +4,7 @@
 #include "accounts/Actor.h"
 #include "accounts/EditRights.h"
 #include "accounts/Logins.h"
+#include "accounts/SecondFactor.h"
 #include "pages/api/Answers.h"
 #include "pages/api/Api.h"
 #include "pages/api/BatchRequest.h"
@@ -98,10 +99,12 @@ json::object limits(const Api& api) {
 
 json::value loginOf(db::Connection& connection, const Actor& actor) {
     if (!actor.isLoggedIn() || !ownsItsLogin(connection, actor)) return nullptr;
-    return json::object{{"loginId", actor.loginId},
-                        {"username", textOf(actor.username)},
-                        {"name", textOf(actor.fullname)},
-                        {"isAdministrator", actor.isAdministrator()}};
+    json::object login{{"loginId", actor.loginId},
+                       {"username", textOf(actor.username)},
+                       {"name", textOf(actor.fullname)},
+                       {"isAdministrator", actor.isAdministrator()}};
+    if (mustEnrol(connection, actor)) login["mustEnrol"] = true;
+    return login;
 }
 
 }  // namespace

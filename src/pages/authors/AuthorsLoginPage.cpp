@@ -3,6 +3,7 @@
 #include "accounts/Actor.h"
 #include "accounts/LoginSettings.h"
 #include "accounts/Logins.h"
+#include "accounts/PendingLogin.h"
 #include "operations/calls/CallRun.h"
 #include "pages/NoStore.h"
 #include "pages/Posted.h"
@@ -33,20 +34,30 @@ constexpr double waitOverLabel = 4905;
 constexpr double loggedOutLabel = 4906;
 constexpr double comeBackLabel = 4907;
 constexpr double staleLabel = 4908;
+constexpr double wrongCodeLabel = 5832;
+constexpr double tooLateLabel = 5833;
+constexpr double codeLabel = 5841;
+constexpr double codeHintLabel = 5842;
 
 const std::vector<double> labels{introLabel,    wrongLabel,     addressLabel,  capsLockLabel, waitLabel,
-                                 waitOverLabel, loggedOutLabel, comeBackLabel, staleLabel};
+                                 waitOverLabel, loggedOutLabel, comeBackLabel, staleLabel,    wrongCodeLabel,
+                                 tooLateLabel,  codeLabel,      codeHintLabel};
 
 constexpr int loggedIn = 0;
 constexpr int addressRefused = 2;
 constexpr int heldElsewhere = 3;
+constexpr int needsCode = 4;
+constexpr int wrongCode = 5;
 
-/// What stands above the form.
+enum class Form { Password, Code, TakeOver };
+
+/// What stands above the form, and which form it is.
 struct Notice {
     int status = 200;
     double label = 0;  ///< 0 for none
     std::chrono::seconds wait{0};
     std::string held{};  ///< in place of a label: who has the login
+    Form form = Form::Password;
 };
 
 struct Visit {
@@ -83,8 +94,9 @@ void showNotice(AuthorsDocument& page, const Notice& notice) {
     const bool isRefused = !notice.held.empty() || (notice.label != 0 && !isGood);
     page.showBlock("status", isGood);
     page.showBlock("refusal", isRefused);
-    page.showBlock("fields", notice.held.empty());
-    page.showBlock("takeOver", !notice.held.empty());
+    page.showBlock("fields", notice.form == Form::Password);
+    page.showBlock("code", notice.form == Form::Code);
+    page.showBlock("takeOver", notice.form == Form::TakeOver);
     if (isGood) page.fill("status", notice.label);
     const std::string seconds = std::to_string(notice.wait.count());
     if (!notice.held.empty()) {
@@ -104,13 +116,15 @@ void draw(Visit& visit, const Notice& notice) {
     const std::string username(text::trim(host.request.formField("username")));
     const bool comesBack = visit.target != safeTarget({});
     showNotice(page, notice);
-    page.fill("intro", comesBack ? comeBackLabel : introLabel);
+    const double intro = comesBack ? comeBackLabel : introLabel;
+    page.fill("intro", notice.form == Form::Code ? codeLabel : intro);
     page.fill("token", pageToken::of(host.session));
     page.fill("to", visit.target);
     page.fill("chosenLang", visit.chosen);
     page.fill("username", text::first(username, 50));
     page.fillHtml(username.empty() ? "focusName" : "focusPassword", " autofocus");
     page.fill("capsLock", capsLockLabel);
+    page.fill("codeHint", codeHintLabel);
     page.fill("again", addressOf(visit, page.language()));
     page.showBlock("languages", visit.languages.size() > 1);
     page.fillHtml("languages", languageLinks(visit, page.language()));
@@ -127,25 +141,54 @@ void enter(Visit& visit) {
     visit.host.response.redirect(visit.target);
 }
 
-Notice noticeOf(Visit& visit, int code, const std::string& username, const std::string& password) {
+Notice noticeOf(Visit& visit, int code, const std::string& username) {
     if (code == addressRefused) return {.status = 403, .label = addressLabel};
+    if (code == needsCode) return {.form = Form::Code};
+    if (code == wrongCode) return {.status = 403, .label = wrongCodeLabel, .form = Form::Code};
     if (code != heldElsewhere) return {.status = 403, .label = wrongLabel};
-    keepTyped(visit.host, {username, password});
-    return {.status = 409, .held = holderSentence(visit.host, visit.connection, visit.language(), username)};
+    return {.status = 409,
+            .held = holderSentence(visit.host, visit.connection, visit.language(), username),
+            .form = Form::TakeOver};
 }
 
-/// The operation that was asked for, past the gate, which slows down who guesses.
-void tryLogin(Visit& visit, const AuthorsShared& shared, const std::string& onto,
-              const std::string& operation, const std::string& username, const std::string& password) {
+/// The operation's answer, past the gate, which slows down who guesses; nothing when the request is answered by it.
+std::optional<int> answerOf(Visit& visit, const AuthorsShared& shared, const operations::Call& call,
+                            Form form) {
     operations::CallRun run(shared.classes, visit.host, operations::Network{shared.throttle});
-    const auto outcome =
-        run.run(operations::Call{onto, operation, {{"username", username}, {"password", password}}});
+    const auto outcome = run.run(call);
     if (outcome.verdict.kind == operations::Verdict::Kind::Wait) {
-        return draw(visit, {.status = 429, .label = waitLabel, .wait = outcome.verdict.wait});
+        draw(visit, {.status = 429, .label = waitLabel, .wait = outcome.verdict.wait, .form = form});
+        return std::nullopt;
     }
     const int code = outcome.verdict.isAllowed() ? static_cast<int>(outcome.result.toNumber()) : -1;
-    if (code == loggedIn) return enter(visit);
-    draw(visit, noticeOf(visit, code, username, password));
+    if (code != loggedIn) return code;
+    enter(visit);
+    return std::nullopt;
+}
+
+void tryLogin(Visit& visit, const AuthorsShared& shared, const std::string& onto,
+              const std::string& operation, const TypedLogin& typed) {
+    const operations::Call call{
+        onto, operation, {{"username", typed.username}, {"password", typed.password}}};
+    const auto code = answerOf(visit, shared, call, Form::Password);
+    if (!code) return;
+    if (*code == heldElsewhere) keepTyped(visit.host, typed);
+    draw(visit, noticeOf(visit, *code, typed.username));
+}
+
+/// The second step of whoever gave the right password, which is kept nowhere.
+void tryCode(Visit& visit, const AuthorsShared& shared, const std::string& username) {
+    const Request& request = visit.host.request;
+    const operations::Call call{"desk",
+                                "proveSecond",
+                                {{"username", username},
+                                 {"code", request.formField("code")},
+                                 {"takeOver", request.hasFormField("takeOver")}}};
+    const auto code = answerOf(visit, shared, call, Form::Code);
+    if (!code) return;
+    if (*code == static_cast<int>(LoginCode::Unknown))
+        return draw(visit, {.status = 403, .label = tooLateLabel});
+    draw(visit, noticeOf(visit, *code, username));
 }
 
 void answerForm(Visit& visit, const AuthorsShared& shared) {
@@ -153,14 +196,19 @@ void answerForm(Visit& visit, const AuthorsShared& shared) {
     const auto typed = takeTyped(visit.host);
     if (!comesFromOwnPages(visit.host) || !pageToken::isOf(visit.host.session, request.formField("token")))
         return draw(visit, {.status = 403, .label = staleLabel});
-    if (request.hasFormField("takeOver") && typed)
-        return tryLogin(visit, shared, "desk", "takeOver", typed->username, typed->password);
+    const bool takesOver = request.hasFormField("takeOver");
+    if (takesOver && typed) return tryLogin(visit, shared, "desk", "takeOver", *typed);
+    if (takesOver || request.hasFormField("code")) {
+        const auto pending = pendingLogin(visit.host);
+        if (pending) return tryCode(visit, shared, pending->proof.username);
+        return draw(visit, {.status = 403, .label = takesOver ? wrongLabel : tooLateLabel});
+    }
     const std::string username(text::trim(request.formField("username")));
     const std::string password = request.formField("password");
     // The operation without arguments verifies the session's own login, which nobody asked for here.
     if (username.empty() || text::trim(password).empty())
         return draw(visit, {.status = 403, .label = wrongLabel});
-    tryLogin(visit, shared, "cManager", "login", username, password);
+    tryLogin(visit, shared, "cManager", "login", {username, password});
 }
 
 }  // namespace

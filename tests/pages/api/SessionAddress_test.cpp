@@ -53,6 +53,19 @@ TEST_P(ApiSession, TheAdministratorMayDoAll) {
     EXPECT_EQ(loggedIn("sa").get("session").at("/rights/all"), true);
 }
 
+TEST_P(ApiSession, WhoMustSetUpASecondFactorLearnsItAndCanDoNothingElse) {
+    role(1);
+    connection().execute("update TORVEX_ROLES set secondFactor = 1 where roleId = 1");
+    ApiClient browser = loggedIn();
+    EXPECT_EQ(browser.get("session").at("/login/mustEnrol"), true);
+    const ApiReply refused = browser.post("desk/getDrafts");
+    EXPECT_EQ(refused.status(), 403);
+    EXPECT_EQ(refused.kind(), "second-factor-demanded");
+    EXPECT_EQ(refused.text("/detail"), "A role of yours demands a second factor. Set it up first.");
+    EXPECT_EQ(browser.get("export/users.csv").kind(), "second-factor-demanded");
+    EXPECT_EQ(browser.post("desk/getSecondFactor").status(), 200);
+}
+
 TEST_P(ApiSession, WhoHasLostTheLoginIsNobody) {
     ApiClient browser = loggedIn();
     connection().execute("update TORVEX_LOGINS set sessionId = 'another' where loginId = 7");

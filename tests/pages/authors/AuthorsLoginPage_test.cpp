@@ -3,6 +3,7 @@
 #include "accounts/LoginAttempt.h"
 #include "pages/Pages.h"
 #include "support/AuthorsPagesTest.h"
+#include "support/SecondFactorTest.h"
 
 namespace torvex::test {
 namespace {
@@ -279,6 +280,102 @@ TEST_P(AuthorsLogoutPage, NobodyIsLedToTheDoorAsWell) {
     authorsLogoutPage(host.context(), shared);
     EXPECT_EQ(location(host), "/torvex/login?out=1");
     EXPECT_TRUE(auditTrail().empty());
+}
+
+// ---- With a second factor ----
+
+class AuthorsDoorWithCode : public WithSecondFactor<AuthorsPagesTest> {
+  protected:
+    void SetUp() override {
+        WithSecondFactor::SetUp();
+        if (!HasFatalFailure()) codes = enrolled(anna);
+    }
+    void send(NamedValues form) {
+        form.emplace_back("token", token());
+        form.emplace_back("to", "/torvex/page.asp?pageId=12");
+        post(std::move(form));
+        authorsLoginPage(host.context(), shared);
+    }
+    void givePassword() { send({{"username", "anna"}, {"password", "Secret"}}); }
+    void giveCode(const std::string& typed) { send({{"code", typed}}); }
+    void expectIn() {
+        EXPECT_EQ(location(host), "/torvex/page.asp?pageId=12");
+        EXPECT_THAT(holder(anna), StartsWith(host.session.id() + "|"));
+    }
+
+    std::vector<std::string> codes;
+};
+INSTANTIATE_TEST_SUITE_P(Engines, AuthorsDoorWithCode, bothEngines(), engineName);
+
+TEST_P(AuthorsDoorWithCode, AsksForTheCodeInAFormThatNeedsNoScript) {
+    givePassword();
+    EXPECT_EQ(host.response.status, 200);
+    EXPECT_THAT(html(), HasSubstr("<label for=\"code\">Code</label>"));
+    EXPECT_THAT(html(), HasSubstr("inputmode=\"numeric\" autocomplete=\"one-time-code\""));
+    EXPECT_THAT(html(), HasSubstr("enter one of your recovery codes"));
+    EXPECT_THAT(html(), HasSubstr("name=\"to\" value=\"/torvex/page.asp?pageId=12\""));
+    EXPECT_THAT(html(), Not(HasSubstr("name=\"password\"")));
+    EXPECT_THAT(html(), Not(HasSubstr("Secret")));
+    EXPECT_THAT(html(), Not(HasSubstr("<!--!")));
+}
+
+TEST_P(AuthorsDoorWithCode, TheCodeOrOneOnPaperLeadsOn) {
+    const std::string before = token();
+    givePassword();
+    giveCode(code());
+    expectIn();
+    EXPECT_NE(token(), before);
+    host.session = Session("session-b");
+    set(anna, "sessionId", "");
+    givePassword();
+    giveCode(codes[0]);
+    expectIn();
+}
+
+TEST_P(AuthorsDoorWithCode, AWrongCodeIsToldAndAskedForAgain) {
+    givePassword();
+    giveCode(wrongCode());
+    EXPECT_EQ(host.response.status, 403);
+    EXPECT_THAT(html(), HasSubstr("The code is wrong, or was used before."));
+    EXPECT_THAT(html(), HasSubstr("id=\"code\""));
+    giveCode(code());
+    expectIn();
+}
+
+TEST_P(AuthorsDoorWithCode, ACodeWithoutAPasswordBeforeIsTooLate) {
+    giveCode(code());
+    EXPECT_EQ(host.response.status, 403);
+    EXPECT_THAT(html(), HasSubstr("Log in again with name and password."));
+    EXPECT_THAT(html(), HasSubstr("name=\"password\""));
+}
+
+TEST_P(AuthorsDoorWithCode, ManyWrongCodesHaveToWait) {
+    givePassword();
+    for (int i = 0; i < 6; ++i) giveCode(wrongCode());
+    giveCode(wrongCode());
+    EXPECT_EQ(host.response.status, 429);
+    EXPECT_THAT(html(), HasSubstr("id=\"code\""));
+}
+
+TEST_P(AuthorsDoorWithCode, AHolderElsewhereIsAskedAboutAfterTheCodeAndEndedByOneClick) {
+    set(anna, "sessionId", "another");
+    set(anna, "ipAddress", "10.0.0.7");
+    givePassword();
+    EXPECT_THAT(html(), Not(HasSubstr("10.0.0.7")));
+    giveCode(code());
+    EXPECT_EQ(host.response.status, 409);
+    EXPECT_THAT(html(), HasSubstr("name=\"takeOver\""));
+    send({{"takeOver", "1"}});
+    expectIn();
+}
+
+TEST_P(AuthorsDoorWithCode, TheOtherSessionIsNotEndedWithoutACode) {
+    set(anna, "sessionId", "another");
+    set(anna, "ipAddress", "10.0.0.7");
+    givePassword();
+    send({{"takeOver", "1"}});
+    EXPECT_EQ(host.response.status, 403);
+    EXPECT_THAT(holder(anna), StartsWith("another|10.0.0.7"));
 }
 
 }  // namespace
