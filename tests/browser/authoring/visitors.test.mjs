@@ -113,6 +113,7 @@ describe("groups, users and servers", () => {
     await assertAccessible(page, "a dry run");
     await work.dialog.getByLabel("File").setInputFiles(file('username;password;lastname;groups\nivy;wall;"Efeu; klein";Helpers\nmoss;bog;Moos;'));
     await work.dialog.getByText("Added: 2").waitFor();
+    await work.dialog.getByText("Lines whose password is one of the 100,000 commonest: 2").waitFor();
     assert.equal(userOf("ivy"), undefined, "nothing is taken before it is confirmed");
     await work.dialog.getByRole("button", { name: "Take them" }).click();
     await work.says("Users: 2 added, 0 changed");

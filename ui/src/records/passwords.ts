@@ -1,6 +1,6 @@
 /** Passwords that are being given to somebody: the server knows which are the commonest. */
 
-import { call, Problem } from "../api";
+import { Batch, call, Problem } from "../api";
 import { L, t } from "../labels";
 
 /** So that not every letter is asked for. */
@@ -12,6 +12,14 @@ const judge = async (password: string): Promise<boolean> => (await call("desk.ju
 export async function refuseCommon(password: string): Promise<void> {
   if (password !== "" && (await judge(password)))
     throw new Problem({ status: 409, kind: "password-common", detail: t(L.passwordCommon) });
+}
+
+/** Those of the passwords that would be guessed at once. */
+export async function commonOf(passwords: readonly string[]): Promise<string[]> {
+  const work = new Batch();
+  const steps = passwords.map((password) => work.do("desk.judgePassword", { password }));
+  await work.run();
+  return passwords.filter((_, at) => steps[at]?.value === 1);
 }
 
 /** Says of a password that is being typed whether it is one of the commonest. */

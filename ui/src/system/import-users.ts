@@ -1,11 +1,14 @@
 /** Visitors' accounts out of a table: what each line would do is found out first, and all of them are taken or none. */
 
+import { html, nothing, type TemplateResult } from "lit";
+import { icon } from "../kit/icon";
 import { toast } from "../kit/tvx-toast";
 import { L, number, t } from "../labels";
+import { commonOf } from "../records/passwords";
 import { importUsers } from "./data";
 import { type BadLine, importDialog, planView } from "./import-dialog";
 import { readCsv } from "./model/csv";
-import { lineIn, type Piece, piecesOf, twice } from "./model/users";
+import { lineIn, type Piece, passwordsIn, piecesOf, twice } from "./model/users";
 
 interface Plan {
   readonly pieces: readonly Piece[];
@@ -13,7 +16,12 @@ interface Plan {
   readonly changes: number;
   readonly same: number;
   readonly bad: readonly BadLine[];
+  /** The lines whose passwords would be guessed at once. */
+  readonly common: readonly number[];
 }
+
+/** More lines than these aren't read by anybody. */
+const TOLD = 20;
 
 async function planOf(text: string): Promise<Plan> {
   const table = readCsv(text);
@@ -30,7 +38,23 @@ async function planOf(text: string): Promise<Plan> {
     }
   }
   const told = [...bad].map(([line, reason]) => ({ line, reason })).sort((a, b) => a.line - b.line);
-  return { pieces, adds: counts.adds, changes: counts.changes, same: counts.same, bad: told };
+  const passwords = passwordsIn(table);
+  const common = (await commonOf([...passwords.keys()])).flatMap((password) => passwords.get(password) ?? []);
+  return {
+    pieces,
+    adds: counts.adds,
+    changes: counts.changes,
+    same: counts.same,
+    bad: told,
+    common: common.sort((a, b) => a - b),
+  };
+}
+
+/** They are taken all the same: who reads them in may know what they guard. */
+function commonNote({ common }: Plan): TemplateResult | typeof nothing {
+  if (common.length === 0) return nothing;
+  const lines = common.slice(0, TOLD).join(", ") + (common.length > TOLD ? ", …" : "");
+  return html`<p class="notice warn" role="status">${icon("triangle-alert")}<span>${t(L.importCommon, { lines })}</span></p>`;
 }
 
 async function take({ pieces }: Plan): Promise<void> {
@@ -45,7 +69,8 @@ export async function importUsersDialog(): Promise<boolean> {
   const taken = await importDialog({
     says: t(L.importColumns),
     planOf,
-    view: ({ adds, changes, same, bad }) => planView(t(L.importAdds, { count: number(adds) }), changes, same, bad),
+    view: (plan) =>
+      html`${planView(t(L.importAdds, { count: number(plan.adds) }), plan.changes, plan.same, plan.bad)}${commonNote(plan)}`,
     mayTake: ({ adds, changes, bad }) => bad.length === 0 && adds + changes > 0,
     take,
   });

@@ -3,4 +3,5 @@ export const passwords = {
   passwordCommon: 5890,
   keysInTexts: 5891,
   keysFoundInTree: 5892,
+  importCommon: 5893,
 } as const;

@@ -1,7 +1,7 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 import { readCsv } from "./csv";
-import { lineIn, piecesOf, twice } from "./users";
+import { lineIn, passwordsIn, piecesOf, twice } from "./users";
 
 test("each piece has the line that names the columns, and knows where its lines stood", () => {
   const rows = Array.from({ length: 1100 }, (_, at) => `user${at};"a\nb"`);
@@ -21,4 +21,17 @@ test("each piece has the line that names the columns, and knows where its lines 
 test("who stands in the file twice is told", () => {
   assert.deepEqual(twice(readCsv("lastname,username\nA,rose\nB,lily\nC, ROSE ")), [{ line: 4, username: " ROSE " }]);
   assert.deepEqual(twice(readCsv("name\nrose\nrose")), []);
+});
+
+test("passwords are told with all lines that give them", () => {
+  const table = readCsv("username,Password\nrose,moss\nlily,\nfern, moss \niris,bark");
+  assert.deepEqual(
+    [...passwordsIn(table)],
+    [
+      ["moss", [2, 4]],
+      ["bark", [5]],
+    ],
+  );
+  assert.deepEqual([...passwordsIn(readCsv("username\nrose"))], []);
+  assert.deepEqual([...passwordsIn(readCsv(""))], []);
 });

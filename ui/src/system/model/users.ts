@@ -31,10 +31,25 @@ export function piecesOf({ lines }: CsvTable): Piece[] {
 /** The line of the file that a line of a piece was; lines count from 1, and the first one names the columns. */
 export const lineIn = ({ lines }: Piece, line: number): number => lines[line - 2] ?? 1;
 
+/** The column of a name, in any case; -1 where there is none. */
+const columnOf = ({ lines: [head] }: CsvTable, name: string): number =>
+  head?.cells.findIndex((cell) => cell.trim().toLowerCase() === name) ?? -1;
+
+/** The passwords that lines of the file give, with the lines of each. */
+export function passwordsIn(table: CsvTable): Map<string, number[]> {
+  const at = columnOf(table, "password");
+  const given = new Map<string, number[]>();
+  for (const { line, cells } of at < 0 ? [] : table.lines.slice(1)) {
+    const password = cells[at]?.trim() ?? "";
+    if (password) given.set(password, [...(given.get(password) ?? []), line]);
+  }
+  return given;
+}
+
 /** Users that stand in several lines of the file: the pieces don't know each other. */
-export function twice({ lines }: CsvTable): { line: number; username: string }[] {
-  const [head, ...rest] = lines;
-  const at = head?.cells.findIndex((cell) => cell.trim().toLowerCase() === "username") ?? -1;
+export function twice(table: CsvTable): { line: number; username: string }[] {
+  const rest = table.lines.slice(1);
+  const at = columnOf(table, "username");
   const seen = new Set<string>();
   if (at < 0) return [];
   return rest.flatMap(({ line, cells }) => {
