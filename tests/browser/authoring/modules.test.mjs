@@ -16,6 +16,19 @@ describe("modules", () => {
   const press = (work, name) => work.dialog.getByRole("button", { name, exact: true }).click();
   const row = (page, name) => page.getByRole("listitem").filter({ has: page.getByText(name, { exact: true }) });
 
+  // Somebody else is done in the moment in which a save is on its way to the server.
+  async function changeBefore(page, operation, statement) {
+    let isChanged = false;
+    await page.route("**/torvex/api/batch", async (route) => {
+      if (!isChanged && route.request().postData().includes(operation)) {
+        isChanged = true;
+        site.sql(statement);
+      }
+      await route.continue();
+    });
+    return () => isChanged;
+  }
+
   test("on the tram a rude reaction is switched off with its thread, and comes back", async () => {
     const offInThread = () => valuesOf("select reaction_reference from TORVEX_FORUM_REACTIONS where reaction_forumId = 1 and reaction_topicId = 1 and reaction_online = 0 order by reaction_reference");
     site.sql("update TORVEX_FORUM_REACTIONS set reaction_online = 0 where reaction_forumId = 1 and reaction_topicId = 1 and reaction_reference = '01.02'");
@@ -117,6 +130,57 @@ describe("modules", () => {
     await press(work, "Publish");
     await row(page, "Bees and wasps").waitFor({ state: "detached" });
     assert.deepEqual(live(), []);
+    assert.deepEqual(work.faults, []);
+    await work.close();
+  });
+
+  test("what somebody changes while a save is on its way isn't overwritten, and what stands beside it doesn't matter", async () => {
+    const work = await workAs(site, "iris");
+    const { page, dialog } = work;
+    const names = () => valuesOf("select title, itemLength from TORVEX_NEWSFLASH_DESIGN where site = 'bg' and lang = 'en' order by id");
+    const [first, second] = site.query("select nf_Id, title from TORVEX_NEWSFLASH_DESIGN where site = 'bg' and lang = 'en' order by id");
+    const lengthen = ({ nf_Id: id }) => `update TORVEX_NEWSFLASH_DESIGN set itemLength = 77 where nf_Id = ${id}`;
+    await work.go("/torvex/torvex_newsflash/newsflashes.asp");
+    await page.getByRole("button", { name: `Edit ${first.title}`, exact: true }).click();
+    await dialog.getByLabel("Title").fill("Mine");
+    const isTheirs = await changeBefore(page, "saveNewsflash", lengthen(first));
+    await press(work, "Save");
+    await dialog.getByText("Somebody has changed this meanwhile.").waitFor();
+    assert.ok(isTheirs());
+    assert.equal(names()[0], `${first.title}|77`);
+    await assertAccessible(page, "a newsflash that somebody else has changed");
+    await press(work, "Go on with mine");
+    await dialog.getByText("Somebody has changed this meanwhile.").waitFor({ state: "detached" });
+    await page.unroute("**/torvex/api/batch");
+    const isBeside = await changeBefore(page, "saveNewsflash", lengthen(second));
+    await press(work, "Save");
+    await work.says("Mine is saved.");
+    assert.ok(isBeside());
+    assert.equal(names()[0].split("|")[0], "Mine");
+    assert.equal(names()[1], `${second.title}|77`, "another one's change stays, and isn't asked about");
+    await page.unroute("**/torvex/api/batch");
+
+    // A mark takes the rest along as it is by then.
+    await changeBefore(page, "saveNewsflash", `update TORVEX_NEWSFLASH_DESIGN set itemLength = 55 where nf_Id = ${first.nf_Id}`);
+    await page.getByRole("button", { name: "Delete Mine" }).click();
+    await work.says("Mine goes with the next publishing.");
+    assert.equal(names()[0], "Mine|55");
+    await page.unroute("**/torvex/api/batch");
+    await page.getByRole("button", { name: "Keep Mine" }).click();
+    await work.says("Mine stays.");
+    site.sql(`update TORVEX_NEWSFLASH_DESIGN set title = '${first.title}' where nf_Id = ${first.nf_Id}`);
+
+    const [item] = site.query("select i.msgB_itemId as id, i.msgB_itemTitle as title from TORVEX_MSGB_ITEMS_DESIGN i where i.msgB_Id = 2 order by i.msgB_itemDate desc limit 1");
+    await work.go(`/torvex/torvex_msgBoard/categories.asp?category=2`);
+    await page.getByRole("button", { name: `Edit ${item.title}`, exact: true }).click();
+    await dialog.getByLabel("Title").fill("My item");
+    await changeBefore(page, "saveItem", `update TORVEX_MSGB_ITEMS_DESIGN set msgB_itemTitle = 'Their item' where msgB_itemId = ${item.id}`);
+    await press(work, "Save");
+    await dialog.getByText("Somebody has changed this meanwhile.").waitFor();
+    assert.deepEqual(valuesOf(`select msgB_itemTitle from TORVEX_MSGB_ITEMS_DESIGN where msgB_itemId = ${item.id}`), ["Their item"]);
+    await press(work, "Show theirs");
+    assert.equal(await dialog.getByLabel("Title").inputValue(), "Their item");
+    await press(work, "Cancel");
     assert.deepEqual(work.faults, []);
     await work.close();
   });

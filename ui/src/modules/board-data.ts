@@ -1,9 +1,10 @@
 /** The message board's categories and items, as they come from the server and go there. */
 
-import { type AnswerOf, call } from "../api";
+import { type AnswerOf, type Batch, call } from "../api";
 import { todayAsDigits } from "../labels/moments";
 import { historyFrom } from "./model";
 import type { Place } from "./screen";
+import { behind, foundAmong, foundInPieces, type Stored } from "./stored";
 
 export const BOARD = 241;
 
@@ -47,15 +48,27 @@ export const newCategory: CategoryValues = {
   pageSize: 10,
 };
 
-export const saveCategory = (place: Place, category: number, parent: string, values: CategoryValues): Promise<string> =>
-  call("registers.saveCategory", {
-    category,
-    ...place,
-    parent,
-    ...values,
-    archiveVisible: values.archiveVisible === 1,
-    online: values.online === 1,
-  });
+export const saveCategory = (
+  place: Place,
+  category: number,
+  parent: string,
+  values: CategoryValues,
+  work: Batch,
+): Promise<string> => {
+  const [archiveVisible, online] = [values.archiveVisible === 1, values.online === 1];
+  const given = { category, ...place, parent, ...values, archiveVisible, online };
+  return behind(work, work.do("registers.saveCategory", given));
+};
+
+export const storedCategory = (place: Place, category: number): Stored<CategoryValues> => ({
+  now: () =>
+    foundAmong(
+      (work, asBefore) => work.do("registers.getCategories", { ...place }, asBefore),
+      (one) => one.msgB_Id === category,
+      categoryValues,
+    ),
+  save: (values, work) => saveCategory(place, category, "", values, work),
+});
 
 export const itemsOf = (place: Place, category: number, from = 0): Promise<readonly Item[]> =>
   call("registers.getItems", { ...place, category, from });
@@ -92,14 +105,20 @@ export const newItem = ({ msgB_Id, msgB_linkText, msgB_archiveAfter }: Category)
   newsflash: 0,
 });
 
-export const saveItem = (place: Place, itemId: number, values: ItemValues): Promise<string> =>
-  call("registers.saveItem", {
-    itemId,
-    ...place,
-    ...values,
-    online: values.online === 1,
-    newsflash: values.newsflash === 1,
-  });
+export const saveItem = (place: Place, itemId: number, values: ItemValues, work: Batch): Promise<string> => {
+  const given = { itemId, ...place, ...values, online: values.online === 1, newsflash: values.newsflash === 1 };
+  return behind(work, work.do("registers.saveItem", given));
+};
+
+export const storedItem = (place: Place, category: number, itemId: number): Stored<ItemValues> => ({
+  now: () =>
+    foundInPieces(
+      (from) => (work, asBefore) => work.do("registers.getItems", { ...place, category, from }, asBefore),
+      (one) => one.msgB_itemId === itemId,
+      (item) => itemValues(item, category),
+    ),
+  save: (values, work) => saveItem(place, itemId, values, work),
+});
 
 export const markRecord = (place: Place, kind: "category" | "item", id: number, marked: boolean): Promise<unknown> =>
   call("registers.markDeleted", { kind, id, ...place, marked });

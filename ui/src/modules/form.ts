@@ -2,11 +2,12 @@
 
 import { html, nothing, type TemplateResult } from "lit";
 import { live } from "lit/directives/live.js";
-import { Problem } from "../api/problem";
+import { Batch } from "../api";
 import { icon } from "../kit/icon";
 import { dialog, type TvxDialog } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
 import { fromDateField, toDateField } from "../pages/model/setup";
+import { type Stored, saveOver } from "./stored";
 import "./modules.css";
 
 export type Choice = readonly [value: string | number, label: string];
@@ -76,13 +77,6 @@ function drawn<Values>(prefix: string, field: Field<Values>, values: Values, cha
   return html`<div class="field ${field.kind === "area" ? "whole" : ""}"><label for=${id}>${field.label}</label>${control(id, field, values, change)}${field.below ?? nothing}${hint}</div>`;
 }
 
-/** A record at the server. */
-export interface Stored<Values> {
-  /** As it is now; nothing when it is gone. */
-  readonly now: () => Promise<Values | undefined>;
-  readonly save: (values: Values) => Promise<unknown>;
-}
-
 export interface RecordForm<Values> {
   readonly id: string;
   readonly title: string;
@@ -93,28 +87,6 @@ export interface RecordForm<Values> {
   readonly now?: Stored<Values>["now"];
   /** What stands behind the fields. */
   readonly more?: (values: Values, box: TvxDialog) => TemplateResult;
-}
-
-async function unlessGone<Values>(now: Stored<Values>["now"]): Promise<Values> {
-  const values = await now();
-  if (!values) throw new Problem({ status: 409, detail: t(L.moduleRecordGone) });
-  return values;
-}
-
-/** All but the mark is saved as it is now, not as it was when it was listed. */
-export const saveMark = async <Values extends { marked: number }>(
-  stored: Stored<Values>,
-  marked: boolean,
-): Promise<unknown> => stored.save({ ...(await unlessGone(stored.now)), marked: marked ? 1 : 0 });
-
-/** A record that is read among others. */
-export async function valuesIn<Row, Values>(
-  rows: Promise<readonly Row[]>,
-  isIt: (row: Row) => boolean,
-  valuesOf: (row: Row) => Values,
-): Promise<Values | undefined> {
-  const found = (await rows).find(isIt);
-  return found && valuesOf(found);
 }
 
 /** One form on its way: what is typed, what it began with, and what others have made of that meanwhile. */
@@ -152,15 +124,18 @@ class FormQuestion<Values extends object> {
   };
 
   private async save(): Promise<boolean> {
-    const { form } = this;
-    const now = form.now && (await unlessGone(form.now));
-    if (now && JSON.stringify(now) !== JSON.stringify(this.was)) {
-      this.theirs = now;
-      this.box?.requestUpdate();
-      return false;
-    }
-    await form.save(this.values);
+    const { now, save } = this.form;
+    if (now) return saveOver({ now, save }, (there) => this.unlessTheirs(there));
+    await save(this.values, new Batch());
     return true;
+  }
+
+  /** What is typed, where it was begun with what is there. */
+  private unlessTheirs(there: Values): Values | undefined {
+    if (JSON.stringify(there) === JSON.stringify(this.was)) return this.values;
+    this.theirs = there;
+    this.box?.requestUpdate();
+    return undefined;
   }
 
   private take(theirs: Values, values: Values): void {

@@ -1,9 +1,9 @@
 /** Forums and what was written in them, as they come from the server and go there. */
 
-import { type AnswerOf, call } from "../api";
-import { type Stored, valuesIn } from "./form";
+import { type AnswerOf, type Batch, call } from "../api";
 import { AT_ONCE } from "./model";
 import type { Place } from "./screen";
+import { behind, foundAmong, foundInPieces, type Stored } from "./stored";
 
 export const FORUM = 243;
 
@@ -56,8 +56,8 @@ export const newForum: ForumValues = {
   marked: 0,
 };
 
-export const saveForum = (place: Place, forumId: number, values: ForumValues): Promise<unknown> =>
-  call("registers.saveForum", {
+export const saveForum = (place: Place, forumId: number, values: ForumValues, work: Batch): Promise<unknown> => {
+  const given = {
     forumId,
     ...place,
     ...values,
@@ -65,11 +65,18 @@ export const saveForum = (place: Place, forumId: number, values: ForumValues): P
     archiveVisible: values.archiveVisible === 1,
     sendEmail: values.sendEmail === 1,
     marked: values.marked === 1,
-  });
+  };
+  return behind(work, work.do("registers.saveForum", given));
+};
 
 export const storedForum = (place: Place, forumId: number): Stored<ForumValues> => ({
-  now: () => valuesIn(forumsOf(place), (one) => one.forum_id === forumId, valuesOf),
-  save: (values) => saveForum(place, forumId, values),
+  now: () =>
+    foundAmong(
+      (work, asBefore) => work.do("registers.getForums", { ...place }, asBefore),
+      (one) => one.forum_id === forumId,
+      valuesOf,
+    ),
+  save: (values, work) => saveForum(place, forumId, values, work),
 });
 
 export const publishForum = (place: Place, forumId: number): Promise<unknown> =>
@@ -94,10 +101,20 @@ export const setPosts = (forumId: number, topicId: number, places: readonly stri
 export const removePosts = (forumId: number, topicId: number, place: string): Promise<string> =>
   call("registers.deleteReactions", { forumId, topicId, references: place });
 
-export const savePost = (
-  forumId: number,
-  topicId: number,
-  reactionId: number,
-  title: string,
-  text: string,
-): Promise<unknown> => call("registers.saveReaction", { forumId, topicId, reactionId, title, text });
+/** What a form writes of a topic or a reaction. */
+export const textsOf = ({ reaction_title, reaction_text }: Contribution) => ({
+  title: reaction_title ?? "",
+  text: reaction_text ?? "",
+});
+export type PostTexts = ReturnType<typeof textsOf>;
+
+export const storedPost = (forumId: number, topicId: number, reactionId: number): Stored<PostTexts> => ({
+  now: () =>
+    foundInPieces(
+      (from) => (work, asBefore) => work.do("registers.getReactions", { forumId, topicId, from }, asBefore),
+      (one) => one.reaction_id === reactionId,
+      textsOf,
+    ),
+  save: ({ title, text }, work) =>
+    behind(work, work.do("registers.saveReaction", { forumId, topicId, reactionId, title, text })),
+});

@@ -3,8 +3,8 @@
 import { type AnswerOf, Batch, call } from "../api";
 import { maySee } from "../shell/workplace";
 import { BOARD, type Category, categoriesOf } from "./board-data";
-import { type Stored, valuesIn } from "./form";
 import type { Place } from "./screen";
+import { behind, foundAmong, type Stored } from "./stored";
 import { type ModuleTemplate, moduleTemplates } from "./templates";
 
 export const NEWSFLASH = 242;
@@ -62,12 +62,19 @@ export const newNewsflash = ({ newsflashes, templates }: Newsflashes): Newsflash
   marked: 0,
 });
 
-export const saveNewsflash = (place: Place, nfId: number, values: NewsflashValues): Promise<unknown> =>
-  call("registers.saveNewsflash", { nfId, ...place, ...values, marked: values.marked === 1 });
+export const saveNewsflash = (place: Place, nfId: number, values: NewsflashValues, work: Batch): Promise<unknown> => {
+  const given = { nfId, ...place, ...values, marked: values.marked === 1 };
+  return behind(work, work.do("registers.saveNewsflash", given));
+};
 
 export const storedNewsflash = (place: Place, nfId: number): Stored<NewsflashValues> => ({
-  now: () => valuesIn(listOf(place), (one) => one.nf_Id === nfId, valuesOf),
-  save: (values) => saveNewsflash(place, nfId, values),
+  now: () =>
+    foundAmong(
+      (work, asBefore) => work.do("registers.getNewsflashes", { ...place }, asBefore),
+      (one) => one.nf_Id === nfId,
+      valuesOf,
+    ),
+  save: (values, work) => saveNewsflash(place, nfId, values, work),
 });
 
 /** Lets categories feed a newsflash, or feed it no longer. */

@@ -1,8 +1,8 @@
 /** What search pages decide, as it comes from the server and goes there. */
 
-import { type AnswerOf, call } from "../api";
-import { type Stored, valuesIn } from "./form";
+import { type AnswerOf, type Batch, call } from "../api";
 import type { Place } from "./screen";
+import { behind, foundAmong, type Stored } from "./stored";
 
 export const SEARCH = 245;
 /** Who may have the copies renewed that are searched. */
@@ -60,12 +60,17 @@ export const newSearch = (others: readonly SearchPage[]): SearchValues => ({
   security: 1,
 });
 
-export const saveSearch = (pageId: number, values: SearchValues): Promise<unknown> =>
-  call("registers.saveSearch", { pageId, ...values });
+export const saveSearch = (pageId: number, values: SearchValues, work: Batch): Promise<unknown> =>
+  behind(work, work.do("registers.saveSearch", { pageId, ...values }));
 
 export const storedSearch = (place: Place, pageId: number): Stored<SearchValues> => ({
-  now: () => valuesIn(searchesOf(place), (one) => one.search_pageId === pageId, valuesOf),
-  save: (values) => saveSearch(pageId, values),
+  now: () =>
+    foundAmong(
+      (work, asBefore) => work.do("registers.getSearches", { ...place }, asBefore),
+      (one) => one.search_pageId === pageId,
+      valuesOf,
+    ),
+  save: (values, work) => saveSearch(pageId, values, work),
 });
 
 export const propertiesOf = (site: string): Promise<string> => call("search.getAllProperties", { site });

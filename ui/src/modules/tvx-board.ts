@@ -24,8 +24,10 @@ import {
   publishBoard,
   saveCategory,
   saveItem,
+  storedCategory,
+  storedItem,
 } from "./board-data";
-import { type Group, valuesIn } from "./form";
+import type { Group } from "./form";
 import { itemOrders, pictureGroup } from "./item-fields";
 import { itemGroups } from "./item-form";
 import { hasMore } from "./model";
@@ -113,8 +115,8 @@ export class TvxBoard extends ModuleScreen<Board> {
         title: t(L.newCategory),
         values: newCategory,
         groups,
-        save: async (given) => {
-          made = await saveCategory(place, 0, parent, given);
+        save: async (given, work) => {
+          made = await saveCategory(place, 0, parent, given, work);
         },
       },
       ({ title }) => title,
@@ -130,8 +132,7 @@ export class TvxBoard extends ModuleScreen<Board> {
         title: category.msgB_catTitle,
         values: categoryValues(category),
         groups,
-        now: () => valuesIn(categoriesOf(place), (one) => one.msgB_Id === category.msgB_Id, categoryValues),
-        save: (given) => saveCategory(place, category.msgB_Id, "", given),
+        ...storedCategory(place, category.msgB_Id),
       },
       ({ title }) => title,
     );
@@ -171,7 +172,7 @@ export class TvxBoard extends ModuleScreen<Board> {
         title: t(L.newItem),
         values: newItem(chosen),
         groups: itemGroups(place, board.categories),
-        save: (given) => saveItem(place, 0, given),
+        save: (given, work) => saveItem(place, 0, given, work),
       },
       ({ title }) => title,
     );
@@ -185,21 +186,10 @@ export class TvxBoard extends ModuleScreen<Board> {
         title: item.msgB_itemTitle,
         values: itemValues(item, chosen.msgB_Id),
         groups: itemGroups(place, board.categories),
-        now: () => this.itemNow(chosen.msgB_Id, item.msgB_itemId),
-        save: (given) => saveItem(place, item.msgB_itemId, given),
+        ...storedItem(place, chosen.msgB_Id, item.msgB_itemId),
       },
       ({ title }) => title,
     );
-  }
-
-  private async itemNow(category: number, itemId: number) {
-    for (let from = 0; ; ) {
-      const items = await itemsOf(this.place, category, from);
-      const found = items.find((one) => one.msgB_itemId === itemId);
-      if (found) return itemValues(found, category);
-      if (!hasMore(items)) return undefined;
-      from += items.length;
-    }
   }
 
   private async moreItems(board: Board, chosen: Category): Promise<void> {

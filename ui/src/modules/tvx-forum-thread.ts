@@ -7,16 +7,10 @@ import { ask } from "../kit/tvx-dialog";
 import { L, plural, t } from "../labels";
 import { dayText } from "../pages/words";
 import { go } from "../shell/address";
-import { valuesIn } from "./form";
-import { type Contribution, FORUM, removePosts, savePost, setPosts, threadOf } from "./forum-data";
+import { type Contribution, FORUM, removePosts, setPosts, storedPost, textsOf, threadOf } from "./forum-data";
 import { answered, hiddenWith, isBelow, shownWith } from "./model";
 import { editButton, emptyNote, moduleList, moreButton, noteOf, removeButton, wordButton } from "./parts";
 import { ModuleScreen } from "./screen";
-
-const textsOf = ({ reaction_title, reaction_text }: Contribution) => ({
-  title: reaction_title ?? "",
-  text: reaction_text ?? "",
-});
 
 /** Threads may be thousands long; nobody reads that far at once. */
 const DRAWN_AT_ONCE = 100;
@@ -93,8 +87,7 @@ export class TvxForumThread extends ModuleScreen<readonly Contribution[]> {
             ],
           },
         ],
-        now: () => valuesIn(threadOf(forumId, topicId), (one) => one.reaction_id === post.reaction_id, textsOf),
-        save: ({ title, text }) => savePost(forumId, topicId, post.reaction_id, title, text),
+        ...storedPost(forumId, topicId, post.reaction_id),
       },
       ({ title }) => title,
     );

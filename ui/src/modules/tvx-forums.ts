@@ -2,10 +2,11 @@
 
 import { html, type TemplateResult } from "lit";
 import { customElement } from "lit/decorators.js";
+import type { Batch } from "../api";
 import { icon } from "../kit/icon";
 import { L, plural, t } from "../labels";
 import { dayText } from "../pages/words";
-import { type Group, numbered, saveMark } from "./form";
+import { type Group, numbered } from "./form";
 import {
   FORUM,
   type Forum,
@@ -22,6 +23,7 @@ import {
 import { stateOf } from "./model";
 import { editButton, emptyNote, markButton, moduleList, noteOf, publishButton, recordState } from "./parts";
 import { ModuleScreen, type Place } from "./screen";
+import { saveMark } from "./stored";
 
 const asked = () => numbered(t(L.forumNotAsked), t(L.forumMayBeGiven), t(L.forumMustBeGiven));
 
@@ -79,7 +81,7 @@ export class TvxForums extends ModuleScreen<Forums> {
 
   private async add(): Promise<void> {
     const { place } = this;
-    const save = (given: ForumValues) => saveForum(place, 0, given);
+    const save = (given: ForumValues, work: Batch) => saveForum(place, 0, given, work);
     await this.fill({ id: "forum", title: t(L.newForum), values: newForum, groups, save }, ({ name }) => name);
   }
 

@@ -9,10 +9,11 @@ import { L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { titleOr } from "../pages/words";
 import { pageAddress } from "../shell/address";
-import { type Group, numbered, type Stored, saveMark, valuesIn } from "./form";
+import { type Group, numbered } from "./form";
 import { editButton, emptyNote, markButton, moduleList, previewBox, previewButton, recordState } from "./parts";
 import { pickPage } from "./pick-page";
 import { ModuleScreen, type Place } from "./screen";
+import { behind, foundAmong, type Stored, saveMark } from "./stored";
 import { type ModuleTemplate, moduleTemplates, templateChoices } from "./templates";
 
 const MENUS = 244;
@@ -36,13 +37,20 @@ const valuesOf = ({ minLevels, maxLevels, templateId, display, extranet, deleted
 });
 type MenuValues = ReturnType<typeof valuesOf>;
 
-const saveMenu = (place: Place, pageId: number, values: MenuValues): Promise<unknown> =>
-  call("registers.saveMenu", { pageId, ...place, ...values, marked: values.marked === 1 });
+const saveMenu = (place: Place, pageId: number, values: MenuValues, work: Batch): Promise<unknown> => {
+  const given = { pageId, ...place, ...values, marked: values.marked === 1 };
+  return behind(work, work.do("registers.saveMenu", given));
+};
 
 /** Where one that is marked stands beside its successor, the successor. */
 const storedMenu = (place: Place, pageId: number): Stored<MenuValues> => ({
-  now: () => valuesIn(listOf(place), (one) => one.pageId === pageId, valuesOf),
-  save: (values) => saveMenu(place, pageId, values),
+  now: () =>
+    foundAmong(
+      (work, asBefore) => work.do("registers.getMenus", { ...place }, asBefore),
+      (one) => one.pageId === pageId,
+      valuesOf,
+    ),
+  save: (values, work) => saveMenu(place, pageId, values, work),
 });
 
 const nameOf = ({ title }: { readonly title: string }): string => t(L.menuOf, { name: titleOr(title) });
@@ -116,7 +124,7 @@ export class TvxMenus extends ModuleScreen<Menus> {
           marked: 0,
         },
         groups: groupsOf(templates),
-        save: (given) => saveMenu(place, page.pageId, given),
+        save: (given, work) => saveMenu(place, page.pageId, given, work),
       },
       () => nameOf(page),
     );

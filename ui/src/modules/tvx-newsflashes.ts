@@ -10,7 +10,7 @@ import { L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { mayChangeIn } from "../shell/workplace";
 import { BOARD, indented, publishBoard } from "./board-data";
-import { type Group, saveMark } from "./form";
+import type { Group } from "./form";
 import { itemOrders, pictureGroup } from "./item-fields";
 import {
   drawnNewsflash,
@@ -38,6 +38,7 @@ import {
   wordButton,
 } from "./parts";
 import { ModuleScreen, type Place } from "./screen";
+import { saveMark } from "./stored";
 import { templateChoices } from "./templates";
 
 const groupsOf =
@@ -92,7 +93,7 @@ export class TvxNewsflashes extends ModuleScreen<Newsflashes> {
         title: t(L.newNewsflash),
         values: newNewsflash(data),
         groups: groupsOf(data),
-        save: (given) => saveNewsflash(place, 0, given),
+        save: (given, work) => saveNewsflash(place, 0, given, work),
       },
       ({ title }) => title,
     );

@@ -151,7 +151,7 @@ export class TvxSiteSearch extends ModuleScreen<Searches> {
         title: name,
         values: newSearch(data.searches),
         groups: groupsOf(data.properties),
-        save: (given) => saveSearch(page.pageId, given),
+        save: (given, work) => saveSearch(page.pageId, given, work),
       },
       () => name,
     );
