@@ -1,12 +1,14 @@
 // Whatever a client may send: the parser, and what reads the parts that it finds. The first byte chooses how
 // the rest is cut in pieces.
 
+#include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 
 #include "host/files/StaticFiles.h"
 #include "host/http/ByteRange.h"
+#include "host/http/ContentCoding.h"
 #include "host/http/RequestConversion.h"
 #include "host/http/RequestParser.h"
 #include "host/http/RequestTarget.h"
@@ -28,6 +30,7 @@ void readParts(const torvex::RequestHead& head) {
     }
     torvex::isValidHost(head.field("Host"));
     torvex::cookie(head.field("Cookie"), "torvex_session");
+    torvex::preferredCoding(head, std::array{torvex::Coding::Brotli, torvex::Coding::Gzip});
     const auto selection = torvex::selectRange(head.field("Range"), 1000);
     if (const auto* part = std::get_if<torvex::FilePart>(&selection))
         require(part->length > 0 && part->offset + part->length <= 1000);

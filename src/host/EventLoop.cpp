@@ -47,9 +47,9 @@ void ignoreBrokenPipes() {
 EventLoop::EventLoop(const LoopSetting& setting) : setting_(setting) {
     if (!setting.root) return;
     const ServerOptions& options = setting.options;
-    files_.emplace(*setting.root,
+    files_.emplace(*setting.root, setting.encoded,
                    StaticFileOptions{options.smallFile, options.fileCache, options.staticCacheControl,
-                                     options.uploadFolders, options.fileTypes});
+                                     options.uploadFolders, options.fileTypes, options.compression});
 }
 
 EventLoop::~EventLoop() = default;

@@ -36,6 +36,7 @@ struct LoopSetting {
     const ServerOptions& options;
     const Pipeline& pipeline;
     const RootFolder* root;
+    EncodedFiles& encoded;
     std::atomic<std::size_t>& connections;
     PeerLimits& peers;
     const TrustedProxies& proxies;

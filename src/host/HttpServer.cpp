@@ -104,12 +104,13 @@ class HttpServer::Implementation {
           tls_(openTls(options_.tls)),
           sessions_(options_.sessions),
           workers_(workerCount(options_), options_.queuedPages, options_.mostWorkers),
-          pipeline_({services, log, std::move(served.startSession), sessions_, workers_, root_.get(),
-                     guardedFiles("private, no-cache"), guardedFiles("private, no-store"),
-                     options_.secureCookies, SessionCookie(schemesOf(options_)), HostNames(options_.hosts),
-                     options_.httpsAlone, options_.limits, options_.authoringHost, publicHost(options_)},
-                    std::move(served.pages), root_ ? std::move(served.guards) : std::vector<FileGuard>(),
-                    std::move(served.interface)) {
+          pipeline_(
+              {services, log, std::move(served.startSession), sessions_, workers_, root_.get(), encoded_,
+               options_.compression, guardedFiles("private, no-cache"), guardedFiles("private, no-store"),
+               options_.secureCookies, SessionCookie(schemesOf(options_)), HostNames(options_.hosts),
+               options_.httpsAlone, options_.limits, options_.authoringHost, publicHost(options_)},
+              std::move(served.pages), root_ ? std::move(served.guards) : std::vector<FileGuard>(),
+              std::move(served.interface)) {
         listen();
     }
 
@@ -154,8 +155,9 @@ class HttpServer::Implementation {
         if (both) checkAddressIsFree(options_.address, *options_.tlsPort);
         const unsigned count = options_.loops > 0 ? options_.loops : cores();
         const LoopSetting setting{
-            options_, pipeline_, root_.get(), connections_,
-            peers_,   proxies_,  fields_,     [this](const EventLoop& asking) { giveRoom(asking); }};
+            options_, pipeline_,    root_.get(),
+            encoded_, connections_, peers_,
+            proxies_, fields_,      [this](const EventLoop& asking) { giveRoom(asking); }};
         port_ = options_.port;
         tlsPort_ = options_.tlsPort.value_or(0);
         for (unsigned i = 0; i < count; ++i) {
@@ -207,6 +209,7 @@ class HttpServer::Implementation {
                       std::max(options_.limits.bodies / 4, options_.limits.body)};
     const TrustedProxies proxies_{options_.trustedProxies};
     const SecurityFields fields_{options_};
+    EncodedFiles encoded_{options_.fileCache};
     // The workers end before the loops that they hand their answers to.
     std::vector<std::unique_ptr<EventLoop>> loops_;
     WorkerPool workers_;

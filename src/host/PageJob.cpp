@@ -1,9 +1,12 @@
 #include "host/PageJob.h"
 
+#include <array>
+
 #include "host/FailureReport.h"
 #include "host/LineLog.h"
 #include "host/Shortage.h"
 #include "host/files/PublicFile.h"
+#include "host/http/ContentCoding.h"
 #include "host/http/ErrorPages.h"
 #include "host/http/Refusal.h"
 #include "host/http/RequestConversion.h"
@@ -17,6 +20,20 @@
 #include "platform/Response.h"
 
 namespace torvex {
+
+namespace {
+
+constexpr std::array quickestFirst{Coding::Zstd, Coding::Brotli, Coding::Gzip};
+
+/// The first field of every converted answer.
+std::string_view typeOf(const Answer& answer) {
+    constexpr std::string_view name = "Content-Type: ";
+    const std::string_view fields = answer.fields;
+    return fields.starts_with(name) ? fields.substr(name.size(), fields.find('\r') - name.size())
+                                    : std::string_view();
+}
+
+}  // namespace
 
 bool PageJob::start() {
     const std::string_view token = bringsToken() ? std::string_view()
@@ -88,7 +105,22 @@ Answer PageJob::runPage(HostContext& context) {
     }
     isPersonal = isPersonal || holdsLogin(context.session);
     if (isPersonal && exchange_->page->isPersonal) forbidStoring(context.response);
-    return toAnswer(std::move(context.response));
+    const bool isOpen = !isPersonal && exchange_->page->isOpen && setting_.compresses;
+    Answer answer = toAnswer(std::move(context.response));
+    return isOpen ? compressed(std::move(answer)) : answer;
+}
+
+/// Only what everybody may know: of a secret beside words that a stranger has chosen the length would tell.
+Answer PageJob::compressed(Answer answer) const {
+    auto* body = std::get_if<std::string>(&answer.body);
+    const bool isText = answer.hasLength && body && isWorthEncoding(typeOf(answer));
+    if (!isText || body->size() < leastEncoded) return answer;
+    answer.addField("Vary", "Accept-Encoding");
+    const Coding coding = preferredCoding(exchange_->head(), quickestFirst);
+    if (coding == Coding::Identity) return answer;
+    answer.body = encodedAs(coding, *body, Effort::EachTime);
+    answer.addField("Content-Encoding", codingName(coding));
+    return answer;
 }
 
 Answer PageJob::runGuard(HostContext& context) {

@@ -25,6 +25,8 @@ struct PageSetting {
     SessionStore& sessions;
     WorkerPool& workers;
     const RootFolder* root;  ///< of guarded files
+    EncodedFiles& encoded;   ///< of public files
+    bool compresses;         ///< pages for whoever takes them so
     StaticFileOptions guardedFiles;
     StaticFileOptions membersFiles;  ///< the same for somebody who has logged in
     bool secureCookies;
@@ -55,6 +57,7 @@ class PageJob : public std::enable_shared_from_this<PageJob> {
     Answer produce();
     void openSession(HostContext& context);
     Answer runPage(HostContext& context);
+    Answer compressed(Answer answer) const;
     Answer runGuard(HostContext& context);
     Answer failed(std::string_view description, const std::exception* error);
     void addCookie(Answer& answer, const SessionToken& token) const;

@@ -26,7 +26,8 @@
 //  7. body               its type and length are refused before it is read, by what the address takes; then
 //                        it is read within its deadline and the budget of all bodies, or goes where the
 //                        address wants it, at its own pace
-//  8. public file        on the loop, without a session: it takes microseconds and needs no worker
+//  8. public file        on the loop, without a session: it takes microseconds and needs no worker, but once for
+//                        each compressed form of a version
 //  9. session            requests of one visitor queue up here, where waiting costs no thread
 // 10. worker             the page or guard runs; it may wait for the database or a feed
 // 11. response           converted on the worker, which has the time for it
@@ -202,9 +203,27 @@ BodyReception Pipeline::receive(const Exchange& exchange) const {
                                    [&head](std::string_view name) { return head.field(name); });
 }
 
-Answer Pipeline::answerFile(const Exchange& exchange, StaticFiles& files) const {
+/// On a worker, as it takes milliseconds; once for each version of a file. When too much waits already, the bytes go as
+/// they are.
+std::optional<Answer> Pipeline::encode(const std::shared_ptr<Exchange>& exchange, FileToEncode work) const {
+    Answer plain = work.file.answer({});
+    const bool isTaken = setting_.workers.submit(
+        [exchange, work = std::move(work), &encoded = setting_.encoded]() mutable {
+            Exchange& one = *exchange;
+            Answer answer = work.answer(encoded);
+            one.finish(std::move(exchange), std::move(answer));
+        },
+        exchange->origin);
+    if (isTaken) return std::nullopt;
+    return plain;
+}
+
+std::optional<Answer> Pipeline::answerFile(const std::shared_ptr<Exchange>& exchange,
+                                           StaticFiles& files) const {
     try {
-        return files.answer(exchange.target.path, exchange.head());
+        FileReply reply = files.answer(exchange->target.path, exchange->head());
+        if (auto* work = std::get_if<FileToEncode>(&reply)) return encode(exchange, std::move(*work));
+        return std::get<Answer>(std::move(reply));
     } catch (const OutOfDescriptors&) {
         return outOfDescriptors(setting_.log);
     }
@@ -219,7 +238,7 @@ std::optional<Answer> Pipeline::answer(const std::shared_ptr<Exchange>& exchange
         const std::string_view cookies = exchange->head().field("Cookie");
         if (!cookies.empty())
             setting_.sessions.touch(setting_.cookie.token(cookies, setting_.isSecure(*exchange)));
-        return files ? answerFile(*exchange, *files) : errorPages::page(404);
+        return files ? answerFile(exchange, *files) : errorPages::page(404);
     }
     if (hasForm(*exchange) && formFields(exchange->body()) > setting_.limits.formFields)
         return refusals::of(*exchange, 413);

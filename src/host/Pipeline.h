@@ -49,7 +49,8 @@ class Pipeline {
     std::optional<Answer> checkMethod(const Exchange& exchange) const;
     void findResponsible(Exchange& exchange) const;
     const PageRoute* pageAt(const std::string& path) const;
-    Answer answerFile(const Exchange& exchange, StaticFiles& files) const;
+    std::optional<Answer> answerFile(const std::shared_ptr<Exchange>& exchange, StaticFiles& files) const;
+    std::optional<Answer> encode(const std::shared_ptr<Exchange>& exchange, FileToEncode work) const;
     std::optional<Answer> checkBody(const Exchange& exchange) const;
     std::uint64_t bodyLimit(const Exchange& exchange) const;
 

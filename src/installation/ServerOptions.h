@@ -143,6 +143,8 @@ struct ServerOptions {
     std::vector<std::string> uploadFolders{};
     /// Types of files that are public besides those that are known.
     MediaTypes fileTypes{};
+    /// Texts are compressed for whoever takes them so: public files once, pages each time.
+    bool compression = true;
 };
 
 }  // namespace torvex

@@ -20,6 +20,8 @@ struct StaticFileOptions {
     std::vector<std::string> uploads;
     /// Public besides those that are known.
     MediaTypes types{};
+    /// Whether texts are sent smaller to whoever takes them so.
+    bool encodes = false;
 };
 
 }  // namespace torvex

@@ -78,6 +78,9 @@ struct PageRoute {
     bool takesTokens = false;
     /// False where answers are the same for everybody, so that browsers may keep what a login has got.
     bool isPersonal = true;
+    /// True where an answer to somebody who isn't logged in holds nothing that others mayn't know, as the token of a form:
+    /// it may be compressed together with what the request brought.
+    bool isOpen = false;
     RefusalHandler refusal{};  ///< none: the server's own pages say what went wrong
     BodyReceiver receiver{};   ///< none: bodies are kept in memory
 };

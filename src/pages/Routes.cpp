@@ -26,6 +26,12 @@ constexpr std::uint64_t searchBody = 16 * 1024;
 /// More than a post may hold, so that one that is too long comes back to its author.
 constexpr std::uint64_t postBody = 512 * 1024;
 
+/// What it says to whoever isn't logged in, it says to everybody.
+PageRoute open(PageRoute route) {
+    route.isOpen = true;
+    return route;
+}
+
 }  // namespace
 
 std::vector<PageRoute> pageRoutes(std::shared_ptr<const BuiltInterface> interface,
@@ -36,26 +42,27 @@ std::vector<PageRoute> pageRoutes(std::shared_ptr<const BuiltInterface> interfac
     const auto posts = std::make_shared<PostDesk>();
     std::vector<PageRoute> routes{
         {"/", homePage},
-        {"/tvx.asp", [reports](HostContext& host) { tvxPage(host, *reports); }},
-        {"/torvex_msgboard/", [reports](HostContext& host) { msgBoardPage(host, *reports); }},
-        {"/frameset.asp", framesetPage},
+        open({"/tvx.asp", [reports](HostContext& host) { tvxPage(host, *reports); }}),
+        open({"/torvex_msgboard/", [reports](HostContext& host) { msgBoardPage(host, *reports); }}),
+        open({"/frameset.asp", framesetPage}),
         {"/redirect.asp", redirectPage},
         {"/tvxlogin.asp", [throttle](HostContext& host) { loginPage(host, *throttle); }, methods::form,
          loginBody},
         {"/tvxlogout.asp", logoutPage, methods::form, loginBody},
         {"/torvex_search/", searchFolderPage, methods::form, searchBody},
-        {"/torvex_search/search.asp", [reports](HostContext& host) { searchPage(host, *reports); },
-         methods::form, searchBody},
-        {"/torvex_search/suggest", searchSuggestions},
+        open({"/torvex_search/search.asp", [reports](HostContext& host) { searchPage(host, *reports); },
+              methods::form, searchBody}),
+        open({"/torvex_search/suggest", searchSuggestions}),
         {"/error.asp", errorPage},
         {std::string(policyReportPath),
          [reports](HostContext& host) { policyReportPage(host, *reports); },
          methods::form,
          reportBody,
          {"application/csp-report"}},
-        {"/torvex_forum/", [reports](HostContext& host) { forumsPage(host, *reports); }},
-        {"/torvex_forum/topics.asp", [reports](HostContext& host) { forumTopicsPage(host, *reports); }},
-        {"/torvex_forum/reactions.asp", [reports](HostContext& host) { forumReactionsPage(host, *reports); }},
+        open({"/torvex_forum/", [reports](HostContext& host) { forumsPage(host, *reports); }}),
+        open({"/torvex_forum/topics.asp", [reports](HostContext& host) { forumTopicsPage(host, *reports); }}),
+        open({"/torvex_forum/reactions.asp",
+              [reports](HostContext& host) { forumReactionsPage(host, *reports); }}),
         {"/torvex_forum/reaction.asp",
          [reports, posts](HostContext& host) { forumReactionPage(host, *reports, *posts); }, methods::form,
          postBody},

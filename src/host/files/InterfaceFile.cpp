@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 #include "host/files/StaticFiles.h"
 #include "host/http/Ascii.h"
+#include "host/http/ContentCoding.h"
 #include "host/http/ErrorPages.h"
 #include "installation/BuiltInterface.h"
 #include "media/MediaTypes.h"
@@ -15,27 +17,13 @@ namespace {
 
 constexpr std::size_t hashLength = 8;
 
-struct Coding {
-    std::string_view name;
+struct Packed {
+    Coding coding;
     std::string_view suffix;
 };
 
 // The better one first.
-constexpr std::array codings{Coding{"br", ".br"}, Coding{"gzip", ".gz"}};
-
-/// "br" in "gzip, br;q=1.0". One that is offered with q=0 is refused.
-bool accepts(std::string_view field, std::string_view coding) {
-    while (!field.empty()) {
-        const std::string_view item = field.substr(0, field.find(','));
-        field.remove_prefix(std::min(field.size(), item.size() + 1));
-        const std::size_t parameters = item.find(';');
-        if (!ascii::equals(ascii::trimmed(item.substr(0, parameters)), coding)) continue;
-        if (parameters == std::string_view::npos) return true;
-        const std::string_view quality = item.substr(parameters);
-        return quality.find_first_of("123456789") != std::string_view::npos;
-    }
-    return false;
-}
+constexpr std::array packedForms{Packed{Coding::Brotli, ".br"}, Packed{Coding::Gzip, ".gz"}};
 
 /// "main-BJm3x1yZ.js": another text has another name.
 bool holdsHash(std::string_view name) {
@@ -53,6 +41,20 @@ std::string_view cacheControl(const BuiltInterface& interface, std::string_view 
     return interface.isFixed() && holdsHash(name) ? "public, max-age=31536000, immutable" : "no-cache";
 }
 
+/// In the form that was made with it, if the request takes one.
+void encode(Answer& answer, BuiltInterface::Bytes& bytes, const BuiltInterface& interface,
+            const std::string& name, const RequestHead& head) {
+    std::vector<Coding> offered;
+    for (const Packed& form : packedForms)
+        if (interface.file(name + std::string(form.suffix))) offered.push_back(form.coding);
+    const Coding coding = preferredCoding(head, offered);
+    if (coding == Coding::Identity) return;
+    const auto* form = std::find_if(packedForms.begin(), packedForms.end(),
+                                    [coding](const Packed& one) { return one.coding == coding; });
+    bytes = interface.file(name + std::string(form->suffix));
+    answer.addField("Content-Encoding", codingName(coding));
+}
+
 }  // namespace
 
 Answer interfaceAnswer(const BuiltInterface& interface, std::string_view path, const RequestHead& head) {
@@ -64,15 +66,7 @@ Answer interfaceAnswer(const BuiltInterface& interface, std::string_view path, c
     answer.addField("Content-Type", mediaType(name));
     answer.addField("Cache-Control", cacheControl(interface, name));
     answer.addField("Vary", "Accept-Encoding");
-    const std::string_view accepted = head.field("Accept-Encoding");
-    for (const Coding& coding : codings) {
-        if (!accepts(accepted, coding.name)) continue;
-        BuiltInterface::Bytes packed = interface.file(name + std::string(coding.suffix));
-        if (!packed) continue;
-        answer.addField("Content-Encoding", coding.name);
-        bytes = std::move(packed);
-        break;
-    }
+    encode(answer, bytes, interface, name, head);
     answer.body = std::move(bytes);
     return answer;
 }

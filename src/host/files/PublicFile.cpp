@@ -51,6 +51,9 @@ std::optional<std::string> readStable(const Descriptor& file, FileStamp& stamp, 
     return std::nullopt;
 }
 
+/// A larger text takes a worker too long, and a cache too much.
+constexpr std::uint64_t largestEncoded = 4 * 1024 * 1024;
+
 /// Whether a browser would run script in a document of this type.
 bool isActive(std::string_view type) {
     return type.starts_with("text/html") || type.find("xml") != std::string_view::npos;
@@ -69,6 +72,9 @@ void describe(PublicFile& file, std::string_view name, const StaticFileOptions& 
     file.fields = fmt::format(
         "Content-Type: {}\r\nLast-Modified: {}\r\nETag: {}\r\nCache-Control: {}\r\nAccept-Ranges: bytes\r\n",
         type, httpDate(file.modified()), file.etag, options.cacheControl);
+    file.isText = options.encodes && isWorthEncoding(type) && file.stamp.size >= leastEncoded &&
+                  file.stamp.size <= largestEncoded;
+    if (file.isText) file.fields += "Vary: Accept-Encoding\r\n";
     if (isActive(type) && isUpload(name, options)) file.fields += "Content-Security-Policy: sandbox\r\n";
 }
 
@@ -114,6 +120,42 @@ Answer PublicFile::answer(const FileConditions& conditions) const {
     if (std::holds_alternative<UnsatisfiableRange>(selection)) return unsatisfiable();
     if (const auto* selected = std::get_if<FilePart>(&selection)) return part(*selected);
     return whole();
+}
+
+std::shared_ptr<const std::string> PublicFile::read() const {
+    if (bytes) return bytes;
+    FileStamp found = stamp;
+    std::optional<std::string> all = readStable(*file, found, static_cast<std::size_t>(stamp.size));
+    if (!all || found != stamp) return nullptr;
+    return std::make_shared<const std::string>(std::move(*all));
+}
+
+std::string PublicFile::etagOf(Coding coding) const {
+    return fmt::format("{}.{}\"", std::string_view(etag).substr(0, etag.size() - 1), codingName(coding));
+}
+
+std::string PublicFile::fieldsOf(Coding coding) const {
+    std::string result = fields;
+    result.replace(result.find(etag), etag.size(), etagOf(coding));
+    return result + fmt::format("Content-Encoding: {}\r\n", codingName(coding));
+}
+
+bool PublicFile::isKnown(const FileConditions& conditions, Coding coding) const {
+    const std::string tag = etagOf(coding);
+    return std::holds_alternative<NotModified>(select(conditions, {stamp.size, tag, modified()}));
+}
+
+Answer PublicFile::notModified(Coding coding) const {
+    Answer answer = notModified();
+    answer.fields = fieldsOf(coding);
+    return answer;
+}
+
+Answer PublicFile::encoded(Coding coding, std::shared_ptr<const std::string> form) const {
+    Answer answer;
+    answer.fields = fieldsOf(coding);
+    answer.body = std::move(form);
+    return answer;
 }
 
 Answer PublicFile::whole() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <ctime>
 #include <memory>
@@ -10,6 +11,7 @@
 
 #include "host/http/Answer.h"
 #include "host/http/ByteRange.h"
+#include "host/http/ContentCoding.h"
 #include "installation/StaticFileOptions.h"
 #include "platform/Errors.h"
 #include "platform/files/RootFolder.h"
@@ -28,7 +30,7 @@ struct FileStamp {
     /// False while another change could leave the stamp as it is, because the file system's clock has not
     /// moved on.
     bool isSettled() const;
-    bool operator==(const FileStamp&) const = default;
+    auto operator<=>(const FileStamp&) const = default;
 };
 
 /// The file may be there, but nothing more can be opened just now.
@@ -47,6 +49,7 @@ struct PublicFile {
     std::string fields;  ///< of an answer with the whole file
     std::shared_ptr<const std::string> bytes;
     std::shared_ptr<const Descriptor> file;
+    bool isText = false;  ///< worth sending in a form that is smaller
 
     std::time_t modified() const { return static_cast<std::time_t>(stamp.modified / 1'000'000'000); }
 
@@ -58,7 +61,19 @@ struct PublicFile {
     /// The whole, a part, "not modified" or a refusal.
     Answer answer(const FileConditions& conditions) const;
 
+    /// All bytes, also of a large file; null when they aren't those of the stamp any more.
+    std::shared_ptr<const std::string> read() const;
+
+    // The file in another form is another version: it has a tag of its own.
+
+    /// Whether the conditions say that the form is known to whoever asks.
+    bool isKnown(const FileConditions& conditions, Coding coding) const;
+    Answer notModified(Coding coding) const;
+    Answer encoded(Coding coding, std::shared_ptr<const std::string> form) const;
+
   private:
+    std::string etagOf(Coding coding) const;
+    std::string fieldsOf(Coding coding) const;
     Answer whole() const;
     Answer part(const FilePart& part) const;
     Answer notModified() const;

@@ -1,11 +1,11 @@
 #include "host/files/StaticFiles.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <ctime>
 #include <fcntl.h>
 
-#include "host/files/PublicFile.h"
 #include "host/http/ErrorPages.h"
 #include "media/MediaTypes.h"
 
@@ -23,6 +23,8 @@ FileConditions conditionsOf(const RequestHead& head) {
     }
     return conditions;
 }
+
+constexpr std::array smallestFirst{Coding::Brotli, Coding::Zstd, Coding::Gzip};
 
 std::string relative(std::string_view path) {
     return std::string(path.substr(1));
@@ -58,17 +60,41 @@ struct StaticFiles::Kept {
     std::size_t cost() const { return file.bytes->size() + path.size() + file.fields.size() + 512; }
 };
 
-StaticFiles::StaticFiles(const RootFolder& root, StaticFileOptions options)
-    : root_(root), options_(std::move(options)), folder_(root.open(".", O_PATH | O_DIRECTORY)) {}
+Answer FileToEncode::answer(EncodedFiles& encoded) const {
+    try {
+        if (EncodedFiles::Bytes bytes = encoded.make(file, coding))
+            return file.encoded(coding, std::move(bytes));
+    } catch (const std::exception&) {
+        // Without memory for it the bytes do as they are.
+    }
+    return file.answer({});
+}
+
+StaticFiles::StaticFiles(const RootFolder& root, EncodedFiles& encoded, StaticFileOptions options)
+    : root_(root),
+      encoded_(encoded),
+      options_(std::move(options)),
+      folder_(root.open(".", O_PATH | O_DIRECTORY)) {}
 
 StaticFiles::~StaticFiles() = default;
 
-Answer StaticFiles::answer(std::string_view path, const RequestHead& head) {
-    if (const Kept* kept = findCurrent(path)) return kept->file.answer(conditionsOf(head));
+/// A part of a file is a part of its bytes as they are.
+FileReply StaticFiles::reply(const PublicFile& file, const RequestHead& head) const {
+    const FileConditions conditions = conditionsOf(head);
+    const Coding coding =
+        file.isText && conditions.range.empty() ? preferredCoding(head, smallestFirst) : Coding::Identity;
+    if (coding == Coding::Identity) return file.answer(conditions);
+    if (file.isKnown(conditions, coding)) return file.notModified(coding);
+    if (auto bytes = encoded_.find(file.stamp, coding)) return file.encoded(coding, std::move(bytes));
+    return FileToEncode{file, coding};
+}
+
+FileReply StaticFiles::answer(std::string_view path, const RequestHead& head) {
+    if (const Kept* kept = findCurrent(path)) return reply(kept->file, head);
     if (!isPublicPath(path, options_.types)) return errorPages::page(404);
     std::optional<PublicFile> file = PublicFile::open(root_, relative(path), options_);
     if (!file) return errorPages::page(404);
-    Answer answer = file->answer(conditionsOf(head));
+    FileReply answer = reply(*file, head);
     if (file->bytes && file->stamp.isSettled())
         keep({std::string(path), std::move(*file), std::time(nullptr)});
     return answer;

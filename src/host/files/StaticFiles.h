@@ -6,7 +6,10 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <variant>
 
+#include "host/files/EncodedFiles.h"
+#include "host/files/PublicFile.h"
 #include "host/http/Answer.h"
 #include "host/http/RequestHead.h"
 #include "installation/StaticFileOptions.h"
@@ -23,16 +26,27 @@ bool isPublicPath(std::string_view path, const MediaTypes& more = {});
 Answer fileAnswer(const RootFolder& root, std::string_view path, const RequestHead& head,
                   const StaticFileOptions& options);
 
+/// A public file whose answer takes a worker's time.
+struct FileToEncode {
+    PublicFile file;
+    Coding coding;
+
+    /// The whole file in that form, or as it is when it has changed meanwhile. On a worker.
+    Answer answer(EncodedFiles& encoded) const;
+};
+
+using FileReply = std::variant<Answer, FileToEncode>;
+
 /// Answers from a folder and keeps small files in memory. A kept file is compared with the file on disk at
 /// each request, so that an answer is never older than the file's last change. One event loop uses it.
 class StaticFiles {
   public:
-    /// `root` must outlive this.
-    StaticFiles(const RootFolder& root, StaticFileOptions options);
+    /// `root` and `encoded`, which all loops share, must outlive this.
+    StaticFiles(const RootFolder& root, EncodedFiles& encoded, StaticFileOptions options);
     ~StaticFiles();
 
     /// Throws `OutOfDescriptors`.
-    Answer answer(std::string_view path, const RequestHead& head);
+    FileReply answer(std::string_view path, const RequestHead& head);
 
     std::size_t cachedBytes() const { return cachedBytes_; }
 
@@ -40,12 +54,14 @@ class StaticFiles {
     struct Kept;
     using Order = std::list<Kept>;
 
+    FileReply reply(const PublicFile& file, const RequestHead& head) const;
     const Kept* findCurrent(std::string_view path);
     bool isStillReached(Kept& kept) const;
     void drop(Order::iterator place);
     void keep(Kept file);
 
     const RootFolder& root_;
+    EncodedFiles& encoded_;
     StaticFileOptions options_;
     Descriptor folder_;
     Order order_;  ///< the most recently used first

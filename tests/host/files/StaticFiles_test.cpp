@@ -343,7 +343,7 @@ TEST_F(StaticFilesTest, AGuardThatFailsSendsNothingOfTheFile) {
 class FileCacheTest : public testing::Test {
   protected:
     std::string body(std::string_view path) {
-        const Answer answer = files().answer(path, head);
+        const Answer answer = std::get<Answer>(files().answer(path, head));
         if (const auto* shared = std::get_if<std::shared_ptr<const std::string>>(&answer.body))
             return **shared;
         return "status " + std::to_string(answer.status);
@@ -353,7 +353,7 @@ class FileCacheTest : public testing::Test {
     StaticFiles& files() {
         if (!root) {
             root.emplace(folder.path());
-            cache.emplace(*root, options);
+            cache.emplace(*root, encoded, options);
         }
         return *cache;
     }
@@ -362,6 +362,7 @@ class FileCacheTest : public testing::Test {
     StaticFileOptions options;
     RequestHead head;
     std::optional<RootFolder> root;
+    EncodedFiles encoded{0};
     std::optional<StaticFiles> cache;
 };
 
