@@ -142,6 +142,7 @@ TEST_F(XmlWorkersTest, TheDeadlineOfTheRequestCounts) {
 }
 
 TEST_F(XmlWorkersTest, ManyThreadsShareTheWorkers) {
+    workers();  // made by one thread
     std::vector<std::thread> threads;
     std::atomic<int> right = 0;
     for (int thread = 0; thread < 8; ++thread) {
