@@ -9,6 +9,7 @@ import { passwords } from "./names/passwords";
 import { rights } from "./names/rights";
 import { running } from "./names/running";
 import { screens } from "./names/screens";
+import { secondFactor } from "./names/second-factor";
 import { templateTags } from "./names/template-tags";
 
 /** The words of the interface by name: their numbers in the vocabulary. */
@@ -22,6 +23,7 @@ export const L = {
   ...rights,
   ...running,
   ...screens,
+  ...secondFactor,
   ...templateTags,
 } as const;
 

@@ -27,6 +27,7 @@ export interface RoleLine {
   readonly roleName: string;
   readonly roleDesc: string;
   readonly logins: number;
+  readonly secondFactor: number;
 }
 
 export interface RoleLogin {
@@ -61,6 +62,7 @@ export interface Role {
   readonly grants: ReadonlyMap<string, EditGrant>;
   readonly entries: ReadonlyMap<string, EntryGrant>;
   readonly logins: readonly RoleLogin[];
+  readonly demandsFactor: boolean;
   readonly expected: readonly unknown[];
 }
 
@@ -73,9 +75,11 @@ export async function roleOf(roleId: number): Promise<Role> {
   const editRights = work.do("registers.getEditRights", { roleId });
   const access = work.do("registers.getAdvancedRights", { roleId });
   const logins = work.do("registers.getRoleLogins", { roleId });
+  const roles = work.do("registers.getRoles", {});
   await work.run();
   return {
     roleId,
+    demandsFactor: roles.value.some((role) => role.roleId === roleId && role.secondFactor === 1),
     name: name.value,
     description: description.value,
     grants: editGrants(editRights.value as EditRow[]),
@@ -212,6 +216,7 @@ export interface LoginLine {
   readonly isProgram: number;
   readonly isStrong: number;
   readonly roles: number;
+  readonly secondFactor: number;
 }
 
 export const loginsOf = (): Promise<LoginLine[]> => call("registers.getLogins", {}) as Promise<LoginLine[]>;
@@ -238,6 +243,7 @@ export interface LoginRecord {
   readonly details: Details;
   readonly roles: readonly HeldRole[];
   readonly isProgram: boolean;
+  readonly hasFactor: boolean;
 }
 
 export async function loginOf(loginId: number): Promise<LoginRecord> {
@@ -247,8 +253,10 @@ export async function loginOf(loginId: number): Promise<LoginRecord> {
   const roles = work.do("cManager.getLoginRoles", { loginId });
   const all = work.do("registers.getLogins", {});
   await work.run();
-  const isProgram = all.value.some((login) => login.loginId === loginId && login.isProgram === 1);
-  return { loginId, details: details.value, roles: roles.value as HeldRole[], isProgram };
+  const line = all.value.find((login) => login.loginId === loginId);
+  const isProgram = line?.isProgram === 1;
+  const hasFactor = line?.secondFactor === 1;
+  return { loginId, details: details.value, roles: roles.value as HeldRole[], isProgram, hasFactor };
 }
 
 export const loginRolesOf = (loginId: number): Promise<HeldRole[]> =>

@@ -5,11 +5,13 @@ import { customElement, property, state } from "lit/decorators.js";
 import { live } from "lit/directives/live.js";
 import { icon } from "../kit/icon";
 import "../kit/tvx-tabs";
+import { toast } from "../kit/tvx-toast";
 import { L, plural, t } from "../labels";
 import { failed } from "../pages/actions";
 import { textField } from "../records/fields";
 import { isChanged } from "../records/lock";
 import { RecordElement, type RecordWords } from "../records/record";
+import { demandFactor } from "../second-factor/data";
 import { setQuery } from "../shell/address";
 import { assign } from "./assign";
 import {
@@ -126,6 +128,17 @@ export class TvxRole extends RecordElement<PlacedRole> {
     }
   }
 
+  /** Counts at once, as who has the role does. */
+  private async demand({ roleId, name }: Role, isDemanded: boolean): Promise<void> {
+    try {
+      await demandFactor(roleId, isDemanded);
+      toast(t(isDemanded ? L.roleDemands : L.roleDemandsNot, { name }));
+    } catch (error) {
+      failed(error);
+    }
+    await this.renew(async (id) => ({ demandsFactor: (await roleOf(id)).demandsFactor }));
+  }
+
   private assign({ roleId, name: role }: Role, { loginId, name }: RoleLogin, has: boolean): void {
     const member = { loginId, name, roleId, role };
     void assign(member, has, () => this.renew(async (id) => ({ logins: await roleLoginsOf(id) })));
@@ -144,6 +157,9 @@ export class TvxRole extends RecordElement<PlacedRole> {
         ${textField({ id: "role-name", label: t(L.name), value: this.name, longest: 50, fixed: this.isFixed, change: (text) => (this.name = text) })}
         ${textField({ id: "role-text", label: t(L.description), value: this.description, longest: 500, fixed: this.isFixed, change: (text) => (this.description = text) })}
       </div>
+      <div><label class="check"><input type="checkbox" aria-describedby="role-factor-hint" .checked=${live(role.demandsFactor)} ?disabled=${this.isFixed}
+          @change=${(event: Event) => this.demand(role, (event.target as HTMLInputElement).checked)} /><span>${t(L.roleDemandsFactor)}</span></label>
+        <p class="note" id="role-factor-hint">${t(L.roleDemandsFactorHint)}</p></div>
       ${this.tabs(role)}
       <div id="role-panel" role="tabpanel" aria-labelledby="role-tab-${this.shown}" tabindex="0">${this.panel(role)}</div>`;
   }

@@ -18,16 +18,32 @@ async function freshToken(): Promise<void> {
   if (token) connection.token = token;
 }
 
-async function proven(operation: string, username: string, password: string): Promise<void> {
+async function proven(operation: string, proof: Record<string, unknown>): Promise<void> {
   await freshToken();
-  const response = await post(operation, { username, password });
+  const response = await post(operation, proof);
   connection.token = response.headers.get("X-Torvex-Token") ?? connection.token;
 }
 
-const heldElsewhere = (error: unknown) => isProblem(error) && error.status === 409 && error.code === "3";
+const refusedBy = (error: unknown) => (isProblem(error) && error.status === 409 ? error.code : "");
 
-async function logIn(username: string, password: string, takeOver: boolean): Promise<void> {
-  await proven(takeOver ? "desk/takeOver" : "cManager/login", username, password);
+/** What is asked for: with the name a password, or the code of a second factor; and whether it ends another session. */
+interface Asked {
+  byCode: boolean;
+  held: boolean;
+}
+
+/** What is asked for next, after a refusal. */
+function next(error: unknown, { byCode, held }: Asked): Asked {
+  const code = refusedBy(error);
+  if (code === "4") return { byCode: true, held };
+  if (byCode && code === "1") return { byCode: false, held: false };
+  if (byCode && code === "5") return { byCode, held: false };
+  return { byCode, held: code === "3" };
+}
+
+async function logIn(username: string, typed: string, { byCode, held }: Asked): Promise<void> {
+  if (byCode) await proven("desk/proveSecond", { username, code: held ? "" : typed, takeOver: held });
+  else await proven(held ? "desk/takeOver" : "cManager/login", { username, password: typed });
   const login = await whoAmI();
   if (!login) throw new Problem({ status: 401, detail: t(L.notLoggedIn) });
   // Somebody else must not go on in what is on the screen.
@@ -55,13 +71,23 @@ async function heard({ data }: MessageEvent<Sealed>): Promise<void> {
   if (login?.loginId === workplace.value.login?.loginId) box?.close();
 }
 
-const form = (username: string, password: Ref<HTMLInputElement>) => html`
+const enter = (event: KeyboardEvent): void => {
+  if (event.key === "Enter")
+    (event.target as HTMLElement).closest("dialog")?.querySelector<HTMLElement>(".primary")?.click();
+};
+
+const codeField = (typed: Ref<HTMLInputElement>) =>
+  html`<div class="field"><label for="again-code">${t(L.factorCode)}</label>
+    <input id="again-code" class="input" inputmode="numeric" autocomplete="one-time-code" maxlength="50" aria-describedby="again-code-hint" ${ref(typed)} @keydown=${enter} />
+    <p class="note" id="again-code-hint">${t(L.factorCodeHint)}</p></div>`;
+
+const form = (username: string, password: Ref<HTMLInputElement>, code: Ref<HTMLInputElement>, asked: Asked) => html`
   <p class="notice">${icon("info")}<span>${t(L.sessionEnded)} ${t(L.textIsKept)}</span></p>
   <form class="stack" @submit=${(event: Event) => event.preventDefault()}>
     <div class="field"><label for="again-name">${t(L.userName)}</label><input id="again-name" class="input" autocomplete="username" readonly .value=${username} /></div>
     <div class="field"><label for="again-password">${t(L.password)}</label>
-      <input id="again-password" class="input" type="password" autocomplete="current-password" autofocus ${ref(password)}
-        @keydown=${(event: KeyboardEvent) => event.key === "Enter" && (event.target as HTMLElement).closest("dialog")?.querySelector<HTMLElement>(".primary")?.click()} /></div>
+      <input id="again-password" class="input" type="password" autocomplete="current-password" autofocus ?readonly=${asked.byCode} ${ref(password)} @keydown=${enter} /></div>
+    ${asked.byCode && !asked.held ? codeField(code) : nothing}
   </form>
 `;
 
@@ -71,25 +97,35 @@ async function askAgain(): Promise<void> {
   asking = true;
   lost = connection.token;
   const password: Ref<HTMLInputElement> = createRef();
+  const code: Ref<HTMLInputElement> = createRef();
   const username = workplace.value.login?.username ?? "";
-  let held = false;
+  let asked: Asked = { byCode: false, held: false };
   const run = async () => {
     try {
-      await logIn(username, password.value?.value ?? "", held);
+      await logIn(username, (asked.byCode ? code : password).value?.value ?? "", asked);
       await tellOthers();
     } catch (error) {
-      held = heldElsewhere(error);
+      const wasByCode = asked.byCode;
+      asked = next(error, asked);
+      if (asked.byCode && !wasByCode) return askForCode();
       throw error;
     }
+  };
+  /** The same dialog goes on: nothing went wrong. */
+  const askForCode = async (): Promise<boolean> => {
+    box?.requestUpdate();
+    await box?.updateComplete;
+    code.value?.focus();
+    return false;
   };
   await dialog({
     title: t(L.logInAgain),
     stays: true,
     body: (own) => {
       box = own;
-      return html`${form(username, password)}${held ? html`<p>${t(L.takeOverQuestion)}</p>` : nothing}`;
+      return html`${form(username, password, code, asked)}${asked.held ? html`<p>${t(L.takeOverQuestion)}</p>` : nothing}`;
     },
-    actions: () => [{ name: "login", label: held ? t(L.takeOver) : t(L.logIn), kind: "primary", run }],
+    actions: () => [{ name: "login", label: asked.held ? t(L.takeOver) : t(L.logIn), kind: "primary", run }],
   });
   asking = false;
   lost = "";

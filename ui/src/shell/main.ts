@@ -18,6 +18,7 @@ import { startSession, watchConnection } from "./session";
 import "./tvx-faces";
 import "./tvx-phone-nav";
 import { TvxShell } from "./tvx-shell";
+import { workplace } from "./workplace";
 
 function logInFirst(): void {
   const here = location.pathname + location.search;
@@ -48,6 +49,7 @@ async function start(): Promise<void> {
   readyOr(screenAt(place.value)?.load, () => {});
   if (!(await startSession())) return logInFirst();
   document.getElementById("loading")?.remove();
+  if (workplace.value.login?.mustEnrol) return (await import("../second-factor/enrol-first")).enrolFirst();
   startAddresses();
   startKeys();
   watchConnection();

@@ -14,8 +14,8 @@ const asked = async () => (await requestNow("session", undefined)) as SessionAns
 
 function loginOf({ login }: SessionAnswer): Login | null {
   if (!login?.loginId) return null;
-  const { loginId, username = "", name, isAdministrator = false } = login;
-  return { loginId, username, name: name || username, isAdministrator };
+  const { loginId, username = "", name, isAdministrator = false, mustEnrol = false } = login;
+  return { loginId, username, name: name || username, isAdministrator, mustEnrol };
 }
 
 /** Whom the server takes us for, or null. */

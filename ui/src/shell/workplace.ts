@@ -9,6 +9,8 @@ export interface Login {
   username: string;
   name: string;
   isAdministrator: boolean;
+  /** A role demands a second factor, and it isn't set up yet: nothing else is open. */
+  mustEnrol: boolean;
 }
 
 const noRights = editFlagsOf("");
@@ -119,7 +121,7 @@ export async function allWebsites(): Promise<WebsiteRow[]> {
   try {
     return rowsOf(((await requestNow("cManager/getWebsites", {})) as { result: unknown }).result) as WebsiteRow[];
   } catch (error) {
-    if (isProblem(error) && error.status === 401) return [];
+    if (isProblem(error) && (error.status === 401 || error.kind === "second-factor-demanded")) return [];
     throw error;
   }
 }

@@ -20,6 +20,7 @@ import { shell } from "../shell/tvx-shell";
 import { workplace } from "../shell/workplace";
 import { type InterfaceLanguage, interfacesOf, type Setting, type Settings, saveSettings, settingsOf } from "./data";
 import { isKept, settingField } from "./setting-fields";
+import "../second-factor/tvx-second-factor";
 import "./tokens";
 import "../pages/lists.css";
 import "../rights/rights.css";
@@ -104,6 +105,7 @@ export class TvxMySettings extends TvxElement {
       <header class="list-head"><h1>${t(L.mySettings)}</h1></header>
       ${faultNotice(this.fault, this.load)}
       ${this.all ? html`${this.kept(this.all.settings)}${this.here()}${this.passwordForm()}` : nothing}
+      ${this.all ? html`<section class="card settings"><h2>${t(L.factor)}</h2><div class="whole"><tvx-second-factor></tvx-second-factor></div></section>` : nothing}
       ${this.mayKeepTokens ? html`<section class="card settings"><h2>${t(L.tokens)}</h2><div class="whole"><tvx-tokens></tvx-tokens></div></section>` : nothing}
     </section>`;
   }
