@@ -265,6 +265,19 @@ describe("the dashboard", () => {
     await context.close();
   });
 
+  test("draws all of a long list, though not at once, and End goes to its last page", async () => {
+    const many = Array.from({ length: 80 }, (_, i) => workRow(100 + i, `Bed ${i}`));
+    const { page, context } = await openShell(chromium.browser, { api: { "desk/getWork": ({ kind }) => grid(workNames, kind === "approve" ? many : []) } });
+    const rows = card(page, "To approve").locator("tr[data-key]");
+    await rows.nth(79).waitFor();
+    assert.equal(await rows.count(), 80);
+    assert.equal(await card(page, "To approve").locator("tr.gap").count(), 0);
+    await rows.first().focus();
+    await page.keyboard.press("End");
+    await page.locator("tr:focus").filter({ hasText: "Bed 79" }).waitFor();
+    await context.close();
+  });
+
   test("publishes one by one, parents first, and stops when it is told to", async () => {
     const begun = [];
     const goOn = [];

@@ -202,6 +202,7 @@ async function finding(page) {
   });
   await measured(page, "find a page by a word of its title: the page", 600, async (i) => {
     await ask(`word${40_000 + i}`);
+    await page.locator("tvx-palette .palette-entry").filter({ hasText: new RegExp(`\\s${40_000 + i}`) }).first().waitFor();
     return timed(page, {
       act: () => page.keyboard.press("Enter"),
       seen: () => !document.querySelector("tvx-palette") && !document.querySelector("tvx-page-view .skeleton") && document.querySelector(".frame-stage")?.getAttribute("aria-busy") === "false",

@@ -4,8 +4,9 @@ import { repeat } from "lit/directives/repeat.js";
 import { L, t } from "../labels";
 import { TvxElement } from "./element";
 import { icon } from "./icon";
+import { whenIdle } from "./idle";
 import { styles } from "./styles";
-import { VirtualRows } from "./virtual";
+import { VirtualRows, type Window } from "./virtual";
 import "./tvx-table.css";
 
 export interface TableColumn<T> {
@@ -20,6 +21,9 @@ export interface TableColumn<T> {
   numeric?: boolean;
   width?: string;
 }
+
+/** So many rows are drawn at once, some more than are in sight; the others follow when the browser has time. */
+const first = 30;
 
 // biome-ignore lint/suspicious/noExplicitAny: an element's class can't be generic in its document.
 type Any = any;
@@ -41,6 +45,7 @@ export class TvxTable<T = Any> extends TvxElement {
   @property({ attribute: false }) opens = true;
   @state() private sorted = { id: "", down: false };
   @state() private at = 0;
+  @state() private whole = false;
   private from = 0;
   private readonly virtual = new VirtualRows(
     this,
@@ -59,6 +64,13 @@ export class TvxTable<T = Any> extends TvxElement {
     const compare = (a: string | number, b: string | number) =>
       typeof a === "number" && typeof b === "number" ? a - b : String(a).localeCompare(String(b));
     return [...this.rows].sort((a, b) => sign * compare(by(a), by(b)));
+  }
+
+  protected override updated(): void {
+    if (!this.whole && this.rows.length > first)
+      whenIdle(() => {
+        this.whole = true;
+      });
   }
 
   private sortBy({ id }: TableColumn<T>): void {
@@ -82,6 +94,7 @@ export class TvxTable<T = Any> extends TvxElement {
   }
 
   private async focusOn(to: number, count: number): Promise<void> {
+    this.whole = true;
     this.at = Math.max(0, Math.min(count - 1, to));
     this.virtual.show(this.at);
     await this.updateComplete;
@@ -120,7 +133,7 @@ export class TvxTable<T = Any> extends TvxElement {
 
   protected override render() {
     const rows = this.ordered;
-    const { from, to, before, after } = this.virtual.window(rows.length);
+    const { from, to, before, after } = this.begun(this.virtual.window(rows.length));
     const span = this.columns.length + (this.selectable ? 1 : 0);
     const gap = (height: number) =>
       height > 0
@@ -136,6 +149,13 @@ export class TvxTable<T = Any> extends TvxElement {
         </table>
       </div>
     `;
+  }
+
+  private begun(window: Window): Window {
+    const { from, to, after } = window;
+    const left = to - from - first;
+    if (this.whole || left <= 0) return window;
+    return { ...window, to: from + first, after: after + left * this.rowHeight };
   }
 
   private allBox(rows: T[]) {
