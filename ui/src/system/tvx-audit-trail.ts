@@ -16,6 +16,7 @@ import { fromDateField, toDateField } from "../pages/model/setup";
 import { dayText } from "../pages/words";
 import { pageAddress, setQuery } from "../shell/address";
 import {
+  behind,
   byDays,
   filtersOf,
   type TrailChoice,
@@ -30,9 +31,8 @@ import {
 import "../pages/lists.css";
 import "./system.css";
 
-/** What one answer holds, and how many lines can be gone through without narrowing the days. */
+/** What one answer holds. */
 const AT_ONCE = 200;
-const MOST = 32_000;
 
 @customElement("tvx-audit-trail")
 export class TvxAuditTrail extends TvxElement {
@@ -95,12 +95,14 @@ export class TvxAuditTrail extends TvxElement {
 
   private async more(): Promise<void> {
     const { run, lines = [] } = this;
+    const next = behind(this.csv, lines);
+    if (!next) return;
     this.busy = true;
     try {
-      const further = (await call("desk.getTrail", { filters: this.csv, from: lines.length })) as TrailLine[];
+      const further = (await call("desk.getTrail", { ...next })) as TrailLine[];
       if (run !== this.run) return;
       this.lines = [...lines, ...further];
-      this.hasMore = further.length === AT_ONCE && this.lines.length < MOST;
+      this.hasMore = further.length === AT_ONCE && behind(this.csv, this.lines) !== undefined;
     } catch (error) {
       this.fault = error;
     }

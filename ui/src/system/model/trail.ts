@@ -46,6 +46,34 @@ export function filtersOf(wishes: Wishes): string {
     .join(",");
 }
 
+/** What comes behind the lines that are there: its filters, and how many lines of those are to be passed over. */
+export interface Further {
+  readonly filters: string;
+  readonly from: number;
+}
+
+/** A count of lines has 16 bits at the server. */
+const MOST = 32_767;
+
+/**
+ * Counted from the day of the last line on, so that any trail can be gone through to its end; nothing where that day alone has
+ * too many. Lines without a moment stand at the very end.
+ */
+export function behind(filters: string, lines: readonly TrailLine[]): Further | undefined {
+  const seen = new Set<number>();
+  let day = "";
+  for (let at = lines.length - 1; at >= 0; --at) {
+    const { line, moment } = lines[at]!;
+    const own = (moment ?? "").slice(0, 10);
+    if (day && own !== day) break;
+    day = own;
+    seen.add(line);
+  }
+  if (seen.size > MOST) return undefined;
+  const others = filters.split(",").filter((part) => part && !part.startsWith("to:"));
+  return { filters: day ? [...others, `to:${day.replaceAll("-", "")}`].join(",") : filters, from: seen.size };
+}
+
 export interface TrailDay {
   /** "2026-11-22", or "" for lines without a moment. */
   readonly day: string;
