@@ -60,6 +60,8 @@ describe("languages of the interface", () => {
     assert.equal(rowOf("fr").lang_enabled, 1);
     await page.getByRole("button", { name: /^Iris/ }).click();
     await page.getByRole("menuitemradio", { name: "Français" }).or(page.getByRole("menuitem", { name: "Français" })).click();
+    // The choice is kept when its words have come.
+    await page.getByRole("heading", { name: "·Interface languages", exact: true }).waitFor();
     for (const [address, heading] of [["interfaceLanguages.asp", "·Interface languages"], ["vocabulary.asp", "·Vocabulary"], ["auditTrail.asp", "·Audit trail"], ["mySettings.asp", "·My settings"]]) {
       await work.go(`/torvex/${address}`);
       await page.getByRole("heading", { name: heading, exact: true }).waitFor();
