@@ -30,7 +30,7 @@ using operations::Verdict;
 constexpr int somebodyElse = 5023;
 
 HostContext inside(HostContext& host, Response& scratch) {
-    HostContext made{host, host.request, scratch, host.session};
+    HostContext made{static_cast<const Services&>(host), host.request, scratch, host.session};
     made.scriptTimeout = host.scriptTimeout;
     made.begin = host.begin;
     return made;

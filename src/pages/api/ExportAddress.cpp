@@ -58,7 +58,8 @@ void write(HostContext& host, db::Connection& connection, const Export& list, co
     std::vector<Value> head;
     for (const auto column : list.columns) head.emplace_back(column);
     host.response.write(csvLine(head));
-    list.rows(connection, choice, [&](std::vector<Value> cells) { host.response.write(csvLine(cells)); });
+    list.rows(connection, choice,
+              [&](const std::vector<Value>& cells) { host.response.write(csvLine(cells)); });
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ bool isLetIn(const HostContext& host, std::string address) {
 
 Session sessionFor(HostContext& host, db::Connection& connection, const ProgramToken& token) {
     Session session(programSession(token.loginId));
-    HostContext own{host, host.request, host.response, session};
+    HostContext own{static_cast<const Services&>(host), host.request, host.response, session};
     Setup(own).initSession();
     session.set(sessionKey::authorLoginId, token.loginId);
     session.set(sessionKey::authorName, token.username);
@@ -68,7 +68,7 @@ bool answerInOwnSession(HostContext& host, const PageHandler& answer) {
     }
     std::optional<Session> session = sessionOfToken(host);
     if (!session) return false;
-    HostContext own{host, host.request, host.response, *session};
+    HostContext own{static_cast<const Services&>(host), host.request, host.response, *session};
     own.scriptTimeout = host.scriptTimeout;
     own.begin = host.begin;
     answer(own);

@@ -72,7 +72,6 @@ const char* plainLetter(UChar32 c) {
         case 0xF8:
             return "o";
         case 0x111:
-            return "d";
         case 0xF0:
             return "d";
         case 0xFE:
