@@ -105,9 +105,9 @@ Answer PageJob::runPage(HostContext& context) {
     }
     isPersonal = isPersonal || holdsLogin(context.session);
     if (isPersonal && exchange_->page->isPersonal) forbidStoring(context.response);
-    const bool isOpen = !isPersonal && exchange_->page->isOpen && setting_.compresses;
+    const bool isOpen = !exchange_->page->isPersonal || (exchange_->page->isOpen && !isPersonal);
     Answer answer = toAnswer(std::move(context.response));
-    return isOpen ? compressed(std::move(answer)) : answer;
+    return isOpen && setting_.compresses ? compressed(std::move(answer)) : answer;
 }
 
 /// Only what everybody may know: of a secret beside words that a stranger has chosen the length would tell.

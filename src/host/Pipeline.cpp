@@ -208,7 +208,7 @@ BodyReception Pipeline::receive(const Exchange& exchange) const {
 std::optional<Answer> Pipeline::encode(const std::shared_ptr<Exchange>& exchange, FileToEncode work) const {
     Answer plain = work.file.answer({});
     const bool isTaken = setting_.workers.submit(
-        [exchange, work = std::move(work), &encoded = setting_.encoded]() mutable {
+        [exchange = exchange, work = std::move(work), &encoded = setting_.encoded]() mutable {
             Exchange& one = *exchange;
             Answer answer = work.answer(encoded);
             one.finish(std::move(exchange), std::move(answer));

@@ -76,7 +76,8 @@ struct PageRoute {
     Reach reach = Reach::Exact;
     /// A request that has a field Authorization has a session that ends with it: its cookie isn't looked at.
     bool takesTokens = false;
-    /// False where answers are the same for everybody, so that browsers may keep what a login has got.
+    /// False where answers are the same for everybody, so that browsers may keep what a login has got, and that they may
+    /// be compressed.
     bool isPersonal = true;
     /// True where an answer to somebody who isn't logged in holds nothing that others mayn't know, as the token of a form:
     /// it may be compressed together with what the request brought.

@@ -263,6 +263,17 @@ TEST_F(CompressionTest, APageOfSomebodyWhoIsLoggedInIsNot) {
     EXPECT_EQ(reply.field("Content-Encoding"), "");
 }
 
+TEST_F(CompressionTest, WhatIsTheSameForEverybodyIsCompressedForWhoIsLoggedInToo) {
+    PageRoute route{"/a.asp", [](HostContext& host) {
+                        host.session.set(sessionKey::authorName, Value("anna"));
+                        host.response.write(longText("roses"));
+                    }};
+    route.isPersonal = false;
+    server_.pages.push_back(std::move(route));
+    start();
+    EXPECT_EQ(decoded("br", get("/a.asp", "br").body), longText("roses"));
+}
+
 TEST_F(CompressionTest, APageThatMayHoldATokenIsNot) {
     page("/a.asp", false, [](HostContext& host) { host.response.write(longText("roses")); });
     start();
