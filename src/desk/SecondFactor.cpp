@@ -74,6 +74,14 @@ Outcome confirm(db::Connection& own, const Actor& actor, const BegunFactor& begu
     return db::commit(told(renewRecoveryCodes(own, actor.loginId)));
 }
 
+/// The trail, after a change of the caller's own factor.
+void tell(HostContext& host, const Actor& actor, const std::string& operation, std::string_view action,
+          std::string_view what) {
+    followUp(host.log, operation, [&] {
+        writeActorLine(host, actor, 0, action, fmt::format("Login \"{}\" {}", actor.fullname, what));
+    });
+}
+
 /// What keeps the factor from being dropped; nothing when it may be.
 std::string_view obstacle(db::Connection& own, const Actor& actor,
                           const std::optional<SecondFactor>& factor) {
@@ -123,9 +131,7 @@ std::string desk::confirmSecondFactor(const std::string& code) try {
     if (!outcome.isCommitted) return outcome.value;
     host_.session.setObject(begunKey, nullptr);
     setProvenFactor(host_.session, factorId);
-    followUp(host_.log, "confirmSecondFactor", [&] {
-        writeActorLine(host_, actor, 0, "save", "Login \"" + actor.fullname + "\" has a second factor");
-    });
+    tell(host_, actor, "confirmSecondFactor", "save", "has a second factor");
     return outcome.value;
 } catch (...) {
     raiseFrom("confirmSecondFactor !");
@@ -147,11 +153,7 @@ std::string desk::dropSecondFactor(const std::string& username, const std::strin
             torvex::dropSecondFactor(own, actor.loginId);
             return db::commit(std::string());
         });
-    if (outcome.isCommitted)
-        followUp(host_.log, "dropSecondFactor", [&] {
-            writeActorLine(host_, actor, 0, "delete",
-                           "Login \"" + actor.fullname + "\" has no second factor");
-        });
+    if (outcome.isCommitted) tell(host_, actor, "dropSecondFactor", "delete", "has no second factor");
     return outcome.value;
 } catch (...) {
     raiseFrom("dropSecondFactor !");
@@ -168,11 +170,7 @@ std::string desk::renewRecoveryCodes(const std::string& username, const std::str
             if (!takeTimeCode(own, *factor, code, unixSeconds(host_.clock))) return db::refuse(wrong);
             return db::commit(told(torvex::renewRecoveryCodes(own, actor.loginId)));
         });
-    if (outcome.isCommitted)
-        followUp(host_.log, "renewRecoveryCodes", [&] {
-            writeActorLine(host_, actor, 0, "save",
-                           "Login \"" + actor.fullname + "\" has new recovery codes");
-        });
+    if (outcome.isCommitted) tell(host_, actor, "renewRecoveryCodes", "save", "has new recovery codes");
     return outcome.value;
 } catch (...) {
     raiseFrom("renewRecoveryCodes !");

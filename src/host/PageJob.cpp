@@ -25,14 +25,6 @@ namespace {
 
 constexpr std::array quickestFirst{Coding::Zstd, Coding::Brotli, Coding::Gzip};
 
-/// The first field of every converted answer.
-std::string_view typeOf(const Answer& answer) {
-    constexpr std::string_view name = "Content-Type: ";
-    const std::string_view fields = answer.fields;
-    return fields.starts_with(name) ? fields.substr(name.size(), fields.find('\r') - name.size())
-                                    : std::string_view();
-}
-
 }  // namespace
 
 bool PageJob::start() {
@@ -106,15 +98,15 @@ Answer PageJob::runPage(HostContext& context) {
     isPersonal = isPersonal || holdsLogin(context.session);
     if (isPersonal && exchange_->page->isPersonal) forbidStoring(context.response);
     const bool isOpen = !exchange_->page->isPersonal || (exchange_->page->isOpen && !isPersonal);
+    const bool compresses = setting_.compresses && isOpen && isTextType(context.response.contentType);
     Answer answer = toAnswer(std::move(context.response));
-    return isOpen && setting_.compresses ? compressed(std::move(answer)) : answer;
+    return compresses ? compressed(std::move(answer)) : answer;
 }
 
-/// Only what everybody may know: of a secret beside words that a stranger has chosen the length would tell.
+/// A text that everybody may know: of a secret beside words that a stranger has chosen the length would tell.
 Answer PageJob::compressed(Answer answer) const {
     auto* body = std::get_if<std::string>(&answer.body);
-    const bool isText = answer.hasLength && body && isWorthEncoding(typeOf(answer));
-    if (!isText || body->size() < leastEncoded) return answer;
+    if (!answer.hasLength || !body || body->size() < leastEncoded) return answer;
     answer.addField("Vary", "Accept-Encoding");
     const Coding coding = preferredCoding(exchange_->head(), quickestFirst);
     if (coding == Coding::Identity) return answer;

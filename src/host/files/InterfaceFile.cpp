@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
+#include <utility>
 #include <vector>
 
 #include "host/files/StaticFiles.h"
@@ -41,18 +43,19 @@ std::string_view cacheControl(const BuiltInterface& interface, std::string_view 
     return interface.isFixed() && holdsHash(name) ? "public, max-age=31536000, immutable" : "no-cache";
 }
 
-/// In the form that was made with it, if the request takes one.
-void encode(Answer& answer, BuiltInterface::Bytes& bytes, const BuiltInterface& interface,
-            const std::string& name, const RequestHead& head) {
+/// Of the file and the forms that were made with it the one that the request takes.
+std::pair<Coding, BuiltInterface::Bytes> bestForm(const BuiltInterface& interface, const std::string& name,
+                                                  BuiltInterface::Bytes plain, const RequestHead& head) {
     std::vector<Coding> offered;
-    for (const Packed& form : packedForms)
-        if (interface.file(name + std::string(form.suffix))) offered.push_back(form.coding);
+    std::map<Coding, BuiltInterface::Bytes> forms{{Coding::Identity, std::move(plain)}};
+    for (const Packed& form : packedForms) {
+        BuiltInterface::Bytes bytes = interface.file(name + std::string(form.suffix));
+        if (!bytes) continue;
+        offered.push_back(form.coding);
+        forms.emplace(form.coding, std::move(bytes));
+    }
     const Coding coding = preferredCoding(head, offered);
-    if (coding == Coding::Identity) return;
-    const auto* form = std::find_if(packedForms.begin(), packedForms.end(),
-                                    [coding](const Packed& one) { return one.coding == coding; });
-    bytes = interface.file(name + std::string(form->suffix));
-    answer.addField("Content-Encoding", codingName(coding));
+    return {coding, forms.at(coding)};
 }
 
 }  // namespace
@@ -66,8 +69,9 @@ Answer interfaceAnswer(const BuiltInterface& interface, std::string_view path, c
     answer.addField("Content-Type", mediaType(name));
     answer.addField("Cache-Control", cacheControl(interface, name));
     answer.addField("Vary", "Accept-Encoding");
-    encode(answer, bytes, interface, name, head);
-    answer.body = std::move(bytes);
+    auto [coding, form] = bestForm(interface, name, std::move(bytes), head);
+    if (coding != Coding::Identity) answer.addField("Content-Encoding", codingName(coding));
+    answer.body = std::move(form);
     return answer;
 }
 

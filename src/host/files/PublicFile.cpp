@@ -72,7 +72,7 @@ void describe(PublicFile& file, std::string_view name, const StaticFileOptions& 
     file.fields = fmt::format(
         "Content-Type: {}\r\nLast-Modified: {}\r\nETag: {}\r\nCache-Control: {}\r\nAccept-Ranges: bytes\r\n",
         type, httpDate(file.modified()), file.etag, options.cacheControl);
-    file.isText = options.encodes && isWorthEncoding(type) && file.stamp.size >= leastEncoded &&
+    file.isText = options.encodes && isTextType(type) && file.stamp.size >= leastEncoded &&
                   file.stamp.size <= largestEncoded;
     if (file.isText) file.fields += "Vary: Accept-Encoding\r\n";
     if (isActive(type) && isUpload(name, options)) file.fields += "Content-Security-Policy: sandbox\r\n";

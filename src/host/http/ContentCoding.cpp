@@ -167,7 +167,7 @@ std::string encodedAs(Coding coding, std::string_view bytes, Effort effort) {
     return std::string(bytes);
 }
 
-bool isWorthEncoding(std::string_view mediaType) {
+bool isTextType(std::string_view mediaType) {
     const std::string_view type = mediaType.substr(0, mediaType.find(';'));
     return ascii::startsWith(type, "text/") || ascii::endsWith(type, "xml") ||
            ascii::endsWith(type, "javascript") || ascii::endsWith(type, "json");

@@ -28,8 +28,8 @@ enum class Effort { Once, EachTime };
 /// The bytes in the form of the coding. Throws `Error` when the library fails. Safe from any thread.
 std::string encodedAs(Coding coding, std::string_view bytes, Effort effort);
 
-/// Whether bodies of a media type get much smaller: texts do, pictures and archives are compressed already.
-bool isWorthEncoding(std::string_view mediaType);
+/// Whether a media type is one of texts: they have a charset and get much smaller, unlike pictures and archives.
+bool isTextType(std::string_view mediaType);
 
 /// Smaller ones fit into one packet as they are.
 inline constexpr std::size_t leastEncoded = 1024;

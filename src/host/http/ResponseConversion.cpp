@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "host/http/Ascii.h"
+#include "host/http/ContentCoding.h"
 #include "platform/net/HttpDate.h"
 #include "platform/text/Charset.h"
 
@@ -48,14 +49,10 @@ std::string address(std::string_view value) {
     return result;
 }
 
-bool isText(std::string_view type) {
-    return ascii::startsWith(type, "text/") || type.find("xml") != std::string_view::npos ||
-           ascii::endsWith(type, "javascript") || ascii::endsWith(type, "json");
-}
-
 /// The name of the charset to send in: the response's, if it can be written.
 std::string charsetOf(const Response& response) {
-    if (response.charset.empty()) return isText(response.contentType) && !response.isBinary() ? "utf-8" : "";
+    if (response.charset.empty())
+        return isTextType(response.contentType) && !response.isBinary() ? "utf-8" : "";
     return response.isBinary() || charset::isKnown(response.charset) ? response.charset : "utf-8";
 }
 

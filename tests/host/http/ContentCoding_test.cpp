@@ -85,13 +85,13 @@ TEST(ContentCoding, WhatIsEncodedIsReadAgain) {
     EXPECT_EQ(encodedAs(Coding::Identity, "as it is", Effort::Once), "as it is");
 }
 
-TEST(ContentCoding, TextsAreWorthItPicturesAreNot) {
+TEST(ContentCoding, PicturesAndArchivesAreNoTexts) {
     for (const char* type : {"text/css; charset=utf-8", "TEXT/HTML", "image/svg+xml", "application/xml",
                              "application/json", "text/javascript"})
-        EXPECT_TRUE(isWorthEncoding(type)) << type;
+        EXPECT_TRUE(isTextType(type)) << type;
     for (const char* type : {"", "image/png", "application/zip", "font/woff2",
                              "application/vnd.openxmlformats-officedocument.wordprocessingml.document"})
-        EXPECT_FALSE(isWorthEncoding(type)) << type;
+        EXPECT_FALSE(isTextType(type)) << type;
 }
 
 }  // namespace

@@ -1,9 +1,8 @@
 /** A new login, and a new password for one. */
 
 import { html, type TemplateResult } from "lit";
-import { icon } from "../kit/icon";
+import { copyButton } from "../kit/copy-button";
 import { dialog } from "../kit/tvx-dialog";
-import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
 import { addDialog } from "../records/add-dialog";
 import { textField } from "../records/fields";
@@ -19,22 +18,13 @@ const empty: Details = {
   adminValidTo: "",
 };
 
-async function copied(password: string): Promise<void> {
-  try {
-    await navigator.clipboard.writeText(password);
-    toast(t(L.copiedIt));
-  } catch {
-    // Without leave for the clipboard it is still there to be read and marked.
-  }
-}
-
 /** Shown this once: nobody can be told it again. */
 const shownOnce = (name: string, password: string): Promise<string> =>
   dialog({
     title: t(L.passwordOf, { name }),
     stays: true,
     body: () => html`<p>${t(L.passwordOnce)}</p>
-      <p class="new-password"><code>${password}</code><button class="button" @click=${() => copied(password)}>${icon("copy")}${t(L.copy)}</button></p>`,
+      <p class="new-password"><code>${password}</code>${copyButton(password)}</p>`,
     actions: () => [{ name: "close", label: t(L.passwordNoted), kind: "primary" }],
   });
 

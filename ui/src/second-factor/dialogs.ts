@@ -1,30 +1,44 @@
 /** Setting a second factor up, its codes, and switching it off. */
 
-import { html, nothing, type TemplateResult } from "lit";
+import { html, type TemplateResult } from "lit";
+import { copyButton } from "../kit/copy-button";
 import { icon } from "../kit/icon";
 import { dialog } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
 import { textField } from "../records/fields";
 import { saveFile } from "../system/save-file";
+import { codeField } from "./code-field";
 import { begin, confirm, drop, renewCodes, secretIn } from "./data";
 import "./second-factor.css";
 
-async function copied(text: string): Promise<void> {
-  try {
-    await navigator.clipboard.writeText(text);
-    toast(t(L.copiedIt));
-  } catch {
-    // Without leave for the clipboard they are still there to be read and marked.
-  }
+/** Asks for a code, and gives what it opens; nothing when that is called off. */
+async function codesFor(
+  title: string,
+  go: string,
+  body: (change: (text: string) => unknown) => TemplateResult,
+  open: (code: string) => Promise<string[]>,
+): Promise<string[]> {
+  let typed = "";
+  let codes: string[] = [];
+  const change = (text: string) => (typed = text);
+  await dialog({
+    title,
+    body: () => html`<div class="stack">${body(change)}</div>`,
+    actions: () => [
+      { name: "cancel", label: t(L.cancel) },
+      {
+        name: "go",
+        label: go,
+        kind: "primary",
+        run: async () => {
+          codes = await open(typed);
+        },
+      },
+    ],
+  });
+  return codes;
 }
-
-const codeField = (change: (text: string) => unknown, hint = ""): TemplateResult =>
-  html`<div class="field"><label for="factor-code">${t(L.factorCode)}</label>
-    <input id="factor-code" class="input" inputmode="numeric" autocomplete="one-time-code" maxlength="50" autofocus
-      aria-describedby=${hint ? "factor-code-hint" : "factor-scan"} @input=${(event: Event) => change((event.target as HTMLInputElement).value)}
-      @keydown=${(event: KeyboardEvent) => event.key === "Enter" && (event.target as HTMLElement).closest("dialog")?.querySelector<HTMLElement>(".primary")?.click()} />
-    ${hint ? html`<p class="note" id="factor-code-hint">${hint}</p>` : nothing}</div>`;
 
 /** Shown this once: nobody can be told them again. */
 const showCodes = (codes: readonly string[]): Promise<string> => {
@@ -34,7 +48,7 @@ const showCodes = (codes: readonly string[]): Promise<string> => {
     stays: true,
     body: () => html`<p>${t(L.factorCodesHint)}</p>
       <ul class="factor-codes" role="list">${codes.map((code) => html`<li><code>${code}</code></li>`)}</ul>
-      <p class="inline"><button type="button" class="button" @click=${() => copied(text)}>${icon("copy")}${t(L.copy)}</button>
+      <p class="inline">${copyButton(text)}
         <button type="button" class="button" @click=${() => saveFile("torvex-recovery-codes.txt", text, "text/plain;charset=utf-8")}>${icon("download")}${t(L.factorDownload)}</button>
         <button type="button" class="button" @click=${() => window.print()}>${icon("printer")}${t(L.printIt)}</button></p>`,
     actions: () => [{ name: "close", label: t(L.factorCodesKept), kind: "primary" }],
@@ -44,25 +58,14 @@ const showCodes = (codes: readonly string[]): Promise<string> => {
 /** Whether it is set up by now. */
 export async function setUp(): Promise<boolean> {
   const [{ picture }, address] = await Promise.all([import("./picture"), begin()]);
-  let typed = "";
-  let codes: string[] = [];
-  await dialog({
-    title: t(L.factorSetUpTitle),
-    body: () => html`<div class="stack"><p id="factor-scan">${t(L.factorScan)}</p>${picture(address)}
+  const codes = await codesFor(
+    t(L.factorSetUpTitle),
+    t(L.factorSwitchOn),
+    (change) => html`<p id="factor-scan">${t(L.factorScan)}</p>${picture(address)}
       <p class="note">${t(L.factorSecret)}: <code class="factor-secret">${secretIn(address)}</code></p>
-      ${codeField((text) => (typed = text))}</div>`,
-    actions: () => [
-      { name: "cancel", label: t(L.cancel) },
-      {
-        name: "go",
-        label: t(L.factorSwitchOn),
-        kind: "primary",
-        run: async () => {
-          codes = await confirm(typed);
-        },
-      },
-    ],
-  });
+      ${codeField({ id: "factor-code", change, describedBy: "factor-scan", isFirst: true })}`,
+    confirm,
+  );
   if (codes.length === 0) return false;
   toast(t(L.factorIsOn));
   await showCodes(codes);
@@ -70,23 +73,12 @@ export async function setUp(): Promise<boolean> {
 }
 
 export async function newCodes(): Promise<void> {
-  let typed = "";
-  let codes: string[] = [];
-  await dialog({
-    title: t(L.factorNewCodes),
-    body: () => html`<div class="stack">${codeField((text) => (typed = text), t(L.factorNewCodesHint))}</div>`,
-    actions: () => [
-      { name: "cancel", label: t(L.cancel) },
-      {
-        name: "go",
-        label: t(L.factorMakeCodes),
-        kind: "primary",
-        run: async () => {
-          codes = await renewCodes(typed);
-        },
-      },
-    ],
-  });
+  const codes = await codesFor(
+    t(L.factorNewCodes),
+    t(L.factorMakeCodes),
+    (change) => codeField({ id: "factor-code", change, hint: t(L.factorNewCodesHint), isFirst: true }),
+    renewCodes,
+  );
   if (codes.length > 0) await showCodes(codes);
 }
 

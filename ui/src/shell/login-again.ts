@@ -1,11 +1,13 @@
-import { html, nothing } from "lit";
+import { html, nothing, type TemplateResult } from "lit";
 import { createRef, type Ref, ref } from "lit/directives/ref.js";
 import { connection, tokenIn } from "../api/connection";
 import { isProblem, Problem } from "../api/problem";
 import { post } from "../api/request";
 import { icon } from "../kit/icon";
+import { pressPrimary } from "../kit/press-primary";
 import { dialog, type TvxDialog } from "../kit/tvx-dialog";
 import { L, t } from "../labels";
+import { codeField } from "../second-factor/code-field";
 import { canSeal, type Sealed, seal, unseal } from "./sealed";
 import { whoAmI } from "./session";
 import { workplace } from "./workplace";
@@ -71,23 +73,13 @@ async function heard({ data }: MessageEvent<Sealed>): Promise<void> {
   if (login?.loginId === workplace.value.login?.loginId) box?.close();
 }
 
-const enter = (event: KeyboardEvent): void => {
-  if (event.key === "Enter")
-    (event.target as HTMLElement).closest("dialog")?.querySelector<HTMLElement>(".primary")?.click();
-};
-
-const codeField = (typed: Ref<HTMLInputElement>) =>
-  html`<div class="field"><label for="again-code">${t(L.factorCode)}</label>
-    <input id="again-code" class="input" inputmode="numeric" autocomplete="one-time-code" maxlength="50" aria-describedby="again-code-hint" ${ref(typed)} @keydown=${enter} />
-    <p class="note" id="again-code-hint">${t(L.factorCodeHint)}</p></div>`;
-
-const form = (username: string, password: Ref<HTMLInputElement>, code: Ref<HTMLInputElement>, asked: Asked) => html`
+const form = (username: string, password: Ref<HTMLInputElement>, code: TemplateResult, asked: Asked) => html`
   <p class="notice">${icon("info")}<span>${t(L.sessionEnded)} ${t(L.textIsKept)}</span></p>
   <form class="stack" @submit=${(event: Event) => event.preventDefault()}>
     <div class="field"><label for="again-name">${t(L.userName)}</label><input id="again-name" class="input" autocomplete="username" readonly .value=${username} /></div>
     <div class="field"><label for="again-password">${t(L.password)}</label>
-      <input id="again-password" class="input" type="password" autocomplete="current-password" autofocus ?readonly=${asked.byCode} ${ref(password)} @keydown=${enter} /></div>
-    ${asked.byCode && !asked.held ? codeField(code) : nothing}
+      <input id="again-password" class="input" type="password" autocomplete="current-password" autofocus ?readonly=${asked.byCode} ${ref(password)} @keydown=${pressPrimary} /></div>
+    ${asked.byCode && !asked.held ? code : nothing}
   </form>
 `;
 
@@ -97,12 +89,13 @@ async function askAgain(): Promise<void> {
   asking = true;
   lost = connection.token;
   const password: Ref<HTMLInputElement> = createRef();
-  const code: Ref<HTMLInputElement> = createRef();
+  let code = "";
+  const typedCode = () => codeField({ id: "again-code", change: (text) => (code = text), hint: t(L.factorCodeHint) });
   const username = workplace.value.login?.username ?? "";
   let asked: Asked = { byCode: false, held: false };
   const run = async () => {
     try {
-      await logIn(username, (asked.byCode ? code : password).value?.value ?? "", asked);
+      await logIn(username, asked.byCode ? code : (password.value?.value ?? ""), asked);
       await tellOthers();
     } catch (error) {
       const wasByCode = asked.byCode;
@@ -113,9 +106,10 @@ async function askAgain(): Promise<void> {
   };
   /** The same dialog goes on: nothing went wrong. */
   const askForCode = async (): Promise<boolean> => {
+    code = "";
     box?.requestUpdate();
     await box?.updateComplete;
-    code.value?.focus();
+    box?.querySelector<HTMLElement>("#again-code")?.focus();
     return false;
   };
   await dialog({
@@ -123,7 +117,7 @@ async function askAgain(): Promise<void> {
     stays: true,
     body: (own) => {
       box = own;
-      return html`${form(username, password, code, asked)}${asked.held ? html`<p>${t(L.takeOverQuestion)}</p>` : nothing}`;
+      return html`${form(username, password, typedCode(), asked)}${asked.held ? html`<p>${t(L.takeOverQuestion)}</p>` : nothing}`;
     },
     actions: () => [{ name: "login", label: asked.held ? t(L.takeOver) : t(L.logIn), kind: "primary", run }],
   });

@@ -3,6 +3,7 @@
 import { html, nothing, type TemplateResult } from "lit";
 import { customElement, state } from "lit/decorators.js";
 import { call } from "../api";
+import { copyButton } from "../kit/copy-button";
 import { TvxElement } from "../kit/element";
 import { faultNotice } from "../kit/fault-notice";
 import { icon } from "../kit/icon";
@@ -30,12 +31,8 @@ const shownOnce = (name: string, token: string): Promise<string> =>
   dialog({
     title: name,
     stays: true,
-    body: () => html`<p>${t(L.tokenOnce)}</p><p class="new-password"><code class="token">${token}</code>
-      <button class="button" @click=${() =>
-        navigator.clipboard.writeText(token).then(
-          () => toast(t(L.copiedIt)),
-          () => {},
-        )}>${icon("copy")}${t(L.copy)}</button></p>`,
+    body: () =>
+      html`<p>${t(L.tokenOnce)}</p><p class="new-password"><code class="token">${token}</code> ${copyButton(token)}</p>`,
     actions: () => [{ name: "close", label: t(L.passwordNoted), kind: "primary" }],
   });
 
