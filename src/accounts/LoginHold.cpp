@@ -11,7 +11,6 @@
 #include "platform/HostContext.h"
 #include "platform/Keys.h"
 #include "platform/Session.h"
-#include "platform/UnixTime.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 #include "records/DateWindow.h"
@@ -81,7 +80,7 @@ LoginCode showSecond(db::Connection& own, const HostContext& host, int loginId, 
     const int shown = std::exchange(second.factorId, factor ? factor->id : 0);
     if (!factor || shown == factor->id) return LoginCode::LoggedIn;
     if (second.code.empty()) return LoginCode::NeedsCode;
-    const TypedCode typed = takeCode(own, loginId, *factor, second.code, unixSeconds(host.clock));
+    const TypedCode typed = takeCode(own, loginId, *factor, second.code, host.clock.unixSeconds());
     second.isOfPaper = typed == TypedCode::OfPaper;
     return typed == TypedCode::Wrong ? LoginCode::WrongCode : LoginCode::LoggedIn;
 }

@@ -2,9 +2,9 @@
 
 #include <memory>
 
+#include "platform/DateTime.h"
 #include "platform/HostContext.h"
 #include "platform/Session.h"
-#include "platform/UnixTime.h"
 
 namespace torvex {
 
@@ -21,13 +21,13 @@ struct KeptPending final : SessionObject {
 }  // namespace
 
 void keepPending(HostContext& host, PendingLogin pending) {
-    if (pending.begun == 0) pending.begun = unixSeconds(host.clock);
+    if (pending.begun == 0) pending.begun = host.clock.unixSeconds();
     host.session.setObject(key, std::make_shared<KeptPending>(std::move(pending)));
 }
 
 std::optional<PendingLogin> pendingLogin(const HostContext& host) {
     const auto kept = std::dynamic_pointer_cast<const KeptPending>(host.session.object(key));
-    if (!kept || unixSeconds(host.clock) - kept->pending.begun > longest) return std::nullopt;
+    if (!kept || host.clock.unixSeconds() - kept->pending.begun > longest) return std::nullopt;
     return kept->pending;
 }
 

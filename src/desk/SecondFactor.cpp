@@ -12,12 +12,12 @@
 #include "accounts/TimeCode.h"
 #include "authoring/StatusCodes.h"
 #include "desk/desk.h"
+#include "platform/DateTime.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
-#include "platform/UnixTime.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 
@@ -55,7 +55,7 @@ struct BegunFactor final : SessionObject {
 std::shared_ptr<const BegunFactor> begunBy(const HostContext& host, const Actor& actor) {
     auto begun = std::dynamic_pointer_cast<const BegunFactor>(host.session.object(begunKey));
     const bool isUsable =
-        begun && begun->loginId == actor.loginId && unixSeconds(host.clock) - begun->at <= longest;
+        begun && begun->loginId == actor.loginId && host.clock.unixSeconds() - begun->at <= longest;
     return isUsable ? begun : nullptr;
 }
 
@@ -109,7 +109,7 @@ std::string desk::beginSecondFactor() try {
     if (secondFactorOf(connection(), actor.loginId)) return std::string(hasOne);
     const std::string secret = newSecret();
     host_.session.setObject(begunKey,
-                            std::make_shared<BegunFactor>(actor.loginId, secret, unixSeconds(host_.clock)));
+                            std::make_shared<BegunFactor>(actor.loginId, secret, host_.clock.unixSeconds()));
     const std::string site = host_.request.serverVariable("http_host");
     return enrolmentAddress(issuer, actor.username + (site.empty() ? "" : " - " + site), secret);
 } catch (...) {
@@ -124,7 +124,7 @@ std::string desk::confirmSecondFactor(const std::string& code) try {
     int factorId = 0;
     const auto outcome =
         db::tryInOwnTransaction(host_, "confirmSecondFactor", status::failed, [&](db::Connection& own) {
-            const Outcome confirmed = confirm(own, actor, *begun, code, unixSeconds(host_.clock));
+            const Outcome confirmed = confirm(own, actor, *begun, code, host_.clock.unixSeconds());
             if (confirmed.isCommitted) factorId = secondFactorOf(own, actor.loginId)->id;
             return confirmed;
         });
@@ -148,7 +148,7 @@ std::string desk::dropSecondFactor(const std::string& username, const std::strin
             const auto factor = secondFactorOf(own, actor.loginId);
             if (const auto why = obstacle(own, actor, factor); !why.empty()) return db::refuse(why);
             if (!isPassword &&
-                takeCode(own, actor.loginId, *factor, proof, unixSeconds(host_.clock)) == TypedCode::Wrong)
+                takeCode(own, actor.loginId, *factor, proof, host_.clock.unixSeconds()) == TypedCode::Wrong)
                 return db::refuse(wrong);
             torvex::dropSecondFactor(own, actor.loginId);
             return db::commit(std::string());
@@ -167,7 +167,7 @@ std::string desk::renewRecoveryCodes(const std::string& username, const std::str
         host_, "renewRecoveryCodes", status::failed, [&](db::Connection& own) -> Outcome {
             const auto factor = secondFactorOf(own, actor.loginId);
             if (!factor) return db::refuse(hasNone);
-            if (!takeTimeCode(own, *factor, code, unixSeconds(host_.clock))) return db::refuse(wrong);
+            if (!takeTimeCode(own, *factor, code, host_.clock.unixSeconds())) return db::refuse(wrong);
             return db::commit(told(torvex::renewRecoveryCodes(own, actor.loginId)));
         });
     if (outcome.isCommitted) tell(host_, actor, "renewRecoveryCodes", "save", "has new recovery codes");

@@ -75,6 +75,23 @@ bool isDate8(std::string_view text) {
            moment.year > 0;
 }
 
+std::int64_t Clock::unixSeconds() const {
+    const DateTime local = now();
+    std::tm parts{};
+    parts.tm_year = local.year - 1900;
+    parts.tm_mon = local.month - 1;
+    parts.tm_mday = local.day;
+    parts.tm_hour = local.hour;
+    parts.tm_min = local.minute;
+    parts.tm_sec = local.second;
+    parts.tm_isdst = -1;
+    return std::mktime(&parts);
+}
+
+std::int64_t SystemClock::unixSeconds() const {
+    return std::time(nullptr);
+}
+
 DateTime SystemClock::now() const {
     const std::time_t seconds = std::time(nullptr);
     std::tm local{};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <compare>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -37,6 +38,8 @@ class Clock {
   public:
     virtual ~Clock() = default;
     virtual DateTime now() const = 0;
+    /// Seconds since 1970. A civil time can't tell them in the hour that comes twice when summer time ends.
+    virtual std::int64_t unixSeconds() const;
 
     std::string today() const { return date8(now()); }
 };
@@ -45,6 +48,7 @@ class Clock {
 class SystemClock final : public Clock {
   public:
     DateTime now() const override;
+    std::int64_t unixSeconds() const override;
 };
 
 /// A clock that stands still: for scripts that replay a day, and for tests.

@@ -13,7 +13,7 @@ class SecondFactors : public test::SecondFactorTest {
   protected:
     TypedCode take(const std::string& typed, int loginId = anna) {
         return takeCode(connection(), loginId, *secondFactorOf(connection(), loginId), typed,
-                        unixSeconds(host.clock));
+                        host.clock.unixSeconds());
     }
     bool mustEnrol() { return torvex::mustEnrol(connection(), actorOf(host.context())); }
 };
@@ -33,8 +33,8 @@ TEST_P(SecondFactors, ACodeOfTheTelephoneIsTakenOnce) {
 TEST_P(SecondFactors, OfTwoThatComeAtOnceOnlyOneIsTaken) {
     enrolled(anna);
     const auto read = secondFactorOf(connection(), anna);
-    EXPECT_TRUE(takeTimeCode(connection(), *read, code(), unixSeconds(host.clock)));
-    EXPECT_FALSE(takeTimeCode(connection(), *read, code(), unixSeconds(host.clock)));
+    EXPECT_TRUE(takeTimeCode(connection(), *read, code(), host.clock.unixSeconds()));
+    EXPECT_FALSE(takeTimeCode(connection(), *read, code(), host.clock.unixSeconds()));
 }
 
 TEST_P(SecondFactors, WrongCodesAreNotTakenAndSpendNothing) {

@@ -9,7 +9,7 @@
 #include "accounts/SecondFactor.h"
 #include "accounts/TimeCode.h"
 #include "desk/desk.h"
-#include "platform/UnixTime.h"
+#include "platform/DateTime.h"
 #include "support/DoorTest.h"
 
 namespace torvex::test {
@@ -27,14 +27,14 @@ class WithSecondFactor : public Base {
     }
     /// The time goes on.
     void wait(std::int64_t seconds) {
-        const std::int64_t wanted = unixSeconds(this->host.clock) + seconds;
+        const std::int64_t wanted = this->host.clock.unixSeconds() + seconds;
         std::time_t moment = wanted;
         std::tm local{};
         localtime_r(&moment, &local);
         this->host.clock = FixedClock(DateTime{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
                                                local.tm_hour, local.tm_min, local.tm_sec});
     }
-    std::int64_t step() { return stepAt(unixSeconds(this->host.clock)); }
+    std::int64_t step() { return stepAt(this->host.clock.unixSeconds()); }
     std::string code(std::int64_t stepsAhead = 0) {
         return timeCode(*bytesOfBase32(secret), step() + stepsAhead);
     }
