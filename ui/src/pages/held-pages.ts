@@ -106,7 +106,7 @@ export class TvxHeldPages extends TvxElement {
 
   protected override render(): TemplateResult {
     const { size } = this.selected;
-    return html`<section class="list-screen">
+    return html`<section class="list-screen" aria-busy=${this.rows || this.fault ? nothing : "true"}>
       <header class="list-head"><h1>${t(L.heldPages)}</h1><span class="grow"></span>
         <button class="button primary" ?disabled=${size === 0} @click=${() => this.release()}>${size ? plural(size, L.release1, L.releaseMany) : t(L.release)}</button></header>
       <p class="note list-note">${t(L.heldHint)}</p>

@@ -122,7 +122,7 @@ export class TvxLoginsOnline extends TvxElement {
   }
 
   protected override render(): TemplateResult {
-    return html`<section class="list-screen">
+    return html`<section class="list-screen" aria-busy=${this.rows || this.fault ? nothing : "true"}>
       <header class="list-head"><h1>${t(L.loginsOnline)}</h1></header>
       ${faultNotice(this.fault, () => this.load())}
       ${this.rows && this.rows.length === 0 ? html`<div class="empty">${icon("users")}<p>${t(L.onlineEmpty)}</p></div>` : nothing}

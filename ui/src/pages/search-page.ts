@@ -246,7 +246,7 @@ export class TvxSearchPage extends TvxElement {
   }
 
   protected override render(): TemplateResult {
-    return html`<section class="list-screen">
+    return html`<section class="list-screen" aria-busy=${this.busy ? "true" : nothing}>
       <header class="list-head"><h1>${t(L.search)}</h1></header>
       ${this.filters()}${this.keptList()}
       ${faultNotice(this.fault, () => this.search(0))}

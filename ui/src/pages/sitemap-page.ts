@@ -267,7 +267,7 @@ export class TvxSitemap extends TvxElement {
   protected override render(): TemplateResult {
     const rows = this.shown;
     const chosen = rows.filter((row) => this.selected.has(String(row.pageId)));
-    return html`<section class="list-screen">
+    return html`<section class="list-screen" aria-busy=${this.busy ? "true" : nothing}>
       <header class="list-head"><h1>${t(L.sitemap)}</h1><span class="note" role="status">${plural(rows.length, L.pagesOne, L.pagesMany)}${this.busy ? " ..." : ""}</span></header>
       ${this.tools()}
       ${faultNotice(this.fault, () => this.begin())}

@@ -83,7 +83,7 @@ export abstract class RecordList<Row extends object> extends TvxElement {
     const chosen = Number(this.params.get(this.key));
     if (chosen > 0) return this.one(chosen);
     const words = this.params.get("words") ?? "";
-    return html`<section class="list-screen">
+    return html`<section class="list-screen" aria-busy=${this.rows || this.fault ? nothing : "true"}>
       <header class="list-head"><h1>${word(this.words.title)}</h1><span class="grow"></span>${filterField(words)}
         ${this.mayAdd ? html`<button class="button primary" @click=${this.addOne}>${icon("plus")}${word(this.words.add)}</button>` : nothing}</header>
       ${faultNotice(this.fault, this.load)}
