@@ -11,7 +11,7 @@ import { shownKey } from "../labels/keys";
 import { type Entry, entriesNow, foundEntries, grouped, merged } from "./entries";
 import "./tvx-palette.css";
 
-const asksAfter = 90;
+const asksAfter = 40;
 
 /** One field for all that can be found and done. */
 @customElement("tvx-palette")
