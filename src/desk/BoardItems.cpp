@@ -5,6 +5,7 @@
 
 #include "authoring/StatusCodes.h"
 #include "desk/BoardRecords.h"
+#include "desk/FirstRow.h"
 #include "desk/ModuleStatus.h"
 #include "desk/registers.h"
 #include "platform/DateTime.h"
@@ -131,10 +132,10 @@ std::optional<std::string> markBoardItem(db::Connection& own, int itemId, const 
     return "Item \"" + title + '"';
 }
 
-Value registers::getItems(const std::string& site, const std::string& lang, int category, int from) try {
+Value registers::getItems(const std::string& site, const std::string& lang, int category, double from) try {
     const ModulePlace place = placeFrom(site, lang);
-    return db::gridOf(
-        connection().query(selectItems, {category, place.site, place.lang, listedAtOnce, std::max(from, 0)}));
+    return db::gridOf(connection().query(
+        selectItems, {category, place.site, place.lang, listedAtOnce, firstRow(from).value_or(0)}));
 } catch (...) {
     raiseFrom("getItems !");
 }

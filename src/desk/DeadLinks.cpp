@@ -5,6 +5,7 @@
 #include <tuple>
 #include <vector>
 
+#include "desk/FirstRow.h"
 #include "desk/desk.h"
 #include "media/MediaKind.h"
 #include "platform/DateTime.h"
@@ -186,15 +187,16 @@ class DeadLinks {
 
 }  // namespace
 
-Value desk::getDeadLinks(const std::string& site, const std::string& lang, int from) try {
-    if (from < 0) return {};
+Value desk::getDeadLinks(const std::string& site, const std::string& lang, double from) try {
+    const auto first = firstRow(from);
+    if (!first) return {};
     const std::string wantedSite = text::lowerTrim(site);
     const std::string wantedLang = text::lowerTrim(lang);
     const std::string_view s = wantedSite;
     const std::string_view l = wantedLang;
     const std::string today = host_.clock.today();
     const std::string_view day = today;
-    const int most = from + static_cast<int>(mostLines);
+    const int most = *first + static_cast<int>(mostLines);
     db::Connection& connection = this->connection();
     DeadLinks links;
     links.addAll(connection.query(toPages, {day, day, s, l, day, day, most}));
@@ -203,7 +205,7 @@ Value desk::getDeadLinks(const std::string& site, const std::string& lang, int f
     links.addMissing(connection.query(toDocuments, {s, s, l, most}),
                      FilesOnDisk(host_, MediaKind::Documents));
     links.addAll(connection.query(unchosen, {s, l, most}));
-    links.sortAndCut(from);
+    links.sortAndCut(*first);
     links.nameWhatIsGone(connection);
     return links.grid();
 } catch (...) {

@@ -10,6 +10,7 @@
 #include "accounts/AdminEntries.h"
 #include "accounts/AdvancedRights.h"
 #include "accounts/EditReach.h"
+#include "desk/FirstRow.h"
 #include "desk/FoundPages.h"
 #include "desk/desk.h"
 #include "media/MediaKind.h"
@@ -126,16 +127,17 @@ void addPages(ResultGrid& grid, const std::vector<FoundPage>& pages) {
 }  // namespace
 
 Value desk::find(const std::string& words, const std::string& kinds, const std::string& site,
-                 const std::string& lang, const std::string& filters, int from) try {
+                 const std::string& lang, const std::string& filters, double from) try {
     const Actor actor = actorOf(host_);
-    if (!actor.isLoggedIn() || from < 0) return {};
+    const auto first = firstRow(from);
+    if (!actor.isLoggedIn() || !first) return {};
     const auto wanted = listOf(kinds);
     const auto wantedFilters = listOf(filters);
     const std::string inSite = text::lowerTrim(site);
     const EditReach reach = editReachOf(connection(), actor, editTasks);
     ResultGrid grid(findColumns);
     if (isWanted(wanted, "page")) {
-        const PageSearch search{words, inSite, text::lowerTrim(lang), wantedFilters, from, mostOfAKind};
+        const PageSearch search{words, inSite, text::lowerTrim(lang), wantedFilters, *first, mostOfAKind};
         addPages(grid, foundPages(connection(), actor, reach, search));
     }
     for (const auto& [kind, word] :
@@ -143,7 +145,7 @@ Value desk::find(const std::string& words, const std::string& kinds, const std::
         // Filters are for pages: no file has what they ask for.
         if (!isWanted(wanted, word) || !wantedFilters.empty()) continue;
         addMedia(grid, connection(), kind,
-                 {patternsOf(words), sitesFor(connection(), actor, reach, kind, inSite), from});
+                 {patternsOf(words), sitesFor(connection(), actor, reach, kind, inSite), *first});
     }
     return gridOrEmpty(std::move(grid));
 } catch (...) {

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "authoring/StatusCodes.h"
+#include "desk/FirstRow.h"
 #include "desk/ModuleFields.h"
 #include "desk/ModuleStatus.h"
 #include "desk/registers.h"
@@ -79,15 +80,15 @@ Outcome writePost(db::Connection& own, const TopicKey& topic, int reactionId, co
 
 }  // namespace
 
-Value registers::getTopics(int forumId, int from) try {
-    return db::gridOf(connection().query(selectTopics, {forumId, listedAtOnce, shortNumber(from)}));
+Value registers::getTopics(int forumId, double from) try {
+    return db::gridOf(connection().query(selectTopics, {forumId, listedAtOnce, firstRow(from).value_or(0)}));
 } catch (...) {
     raiseFrom("getTopics !");
 }
 
-Value registers::getReactions(int forumId, int topicId, int from) try {
+Value registers::getReactions(int forumId, int topicId, double from) try {
     return db::gridOf(connection().query(
-        selectPosts, {forumId, topicId, forumId, topicId, listedAtOnce, shortNumber(from)}));
+        selectPosts, {forumId, topicId, forumId, topicId, listedAtOnce, firstRow(from).value_or(0)}));
 } catch (...) {
     raiseFrom("getReactions !");
 }

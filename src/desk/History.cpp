@@ -1,5 +1,6 @@
 // desk: what was done to a page.
 
+#include "desk/FirstRow.h"
 #include "desk/StoredMoment.h"
 #include "desk/desk.h"
 #include "platform/Errors.h"
@@ -23,11 +24,12 @@ Value momentOf(const db::Rows& row) {
 
 }  // namespace
 
-Value desk::getHistory(const std::string& pageIdent, int from) try {
+Value desk::getHistory(const std::string& pageIdent, double from) try {
     const PageId pageId = pageIdFrom(connection(), pageIdent);
-    if (pageId <= 0 || from < 0) return {};
+    const auto first = firstRow(from);
+    if (pageId <= 0 || !first) return {};
     ResultGrid grid(historyColumns);
-    auto rows = connection().query(selectLines, {pageId, mostLines, from});
+    auto rows = connection().query(selectLines, {pageId, mostLines, *first});
     while (rows.next()) {
         grid.add({momentOf(rows), rows.value("loginId"), rows.text("loginName"), rows.text("action"),
                   rows.text("description")});

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "authoring/StatusCodes.h"
+#include "desk/FirstRow.h"
 #include "desk/MediaStatus.h"
 #include "desk/registers.h"
 #include "media/MediaRecords.h"
@@ -46,10 +47,10 @@ Value registers::getFolders(const std::string& site, const std::string& folderTy
 }
 
 Value registers::getMedia(const std::string& site, const std::string& folderType, const std::string& folder,
-                          const std::string& words, int from) try {
+                          const std::string& words, double from) try {
     const MediaFolder asked{mediaKindOf(folderType), text::lowerTrim(site), std::string(text::trim(folder))};
     return gridOf(listMedia(connection(), asked), text::trim(words),
-                  static_cast<std::size_t>(std::max(from, 0)));
+                  static_cast<std::size_t>(firstRow(from).value_or(0)));
 } catch (...) {
     raiseFrom("getMedia !");
 }

@@ -4,6 +4,7 @@
 #include <map>
 #include <set>
 
+#include "desk/FirstRow.h"
 #include "desk/registers.h"
 #include "platform/Errors.h"
 #include "platform/db/Connection.h"
@@ -17,7 +18,6 @@ namespace {
 
 constexpr int mostPages = 200;
 /// Beyond any tree, and within what engines count to.
-constexpr double mostRows = 1e9;
 constexpr std::size_t mostNodes = 200;
 
 /// Pages without a value for the tag come first. The system branch has no meta data.
@@ -102,10 +102,10 @@ class AncestorValues {
 }  // namespace
 
 Value registers::getMetaSheet(const std::string& site, const std::string& lang, int tag, double from) try {
-    if (from < 0 || from > mostRows) return {};
-    const std::vector<Line> lines =
-        linesOf(connection().query(selectPages, {tag, siteCode(site), text::lowerTrim(lang), mostPages,
-                                                 static_cast<std::int64_t>(from)}));
+    const auto first = firstRow(from);
+    if (!first) return {};
+    const std::vector<Line> lines = linesOf(
+        connection().query(selectPages, {tag, siteCode(site), text::lowerTrim(lang), mostPages, *first}));
     const AncestorValues ancestors(connection(), lines);
     ResultGrid grid(6);
     for (const Line& line : lines) {

@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "desk/FirstRow.h"
 #include "desk/StoredMoment.h"
 #include "desk/TrailSearch.h"
 #include "desk/desk.h"
@@ -88,13 +89,14 @@ void addEntries(db::Connection& connection, std::string_view language, ResultGri
 
 }  // namespace
 
-Value desk::getTrail(const std::string& filters, int from) try {
+Value desk::getTrail(const std::string& filters, double from) try {
     const auto search = TrailSearch::of(connection(), filters);
-    if (!search || from < 0) return {};
+    const auto first = firstRow(from);
+    if (!search || !first) return {};
     std::string statement(selectLines);
     statement.append(search->condition()).append(latestFirst);
     auto values = search->values();
-    values.insert(values.end(), {mostLines, from});
+    values.insert(values.end(), {mostLines, *first});
     ResultGrid grid(lineColumns);
     auto rows = connection().query(statement, values);
     while (rows.next()) grid.add(lineOf(rows));

@@ -6,6 +6,7 @@
 #include "accounts/Actor.h"
 #include "accounts/VisitorProof.h"
 #include "authoring/StatusCodes.h"
+#include "desk/FirstRow.h"
 #include "desk/RecordFields.h"
 #include "desk/RecordLock.h"
 #include "desk/registers.h"
@@ -164,8 +165,9 @@ Outcome writeMembership(db::Connection& own, const Actor& actor, double userId, 
 
 }  // namespace
 
-Value registers::getUsers(const std::string& words, int groupId, int from) try {
-    if (from < 0) return {};
+Value registers::getUsers(const std::string& words, int groupId, double from) try {
+    const auto first = firstRow(from);
+    if (!first) return {};
     const auto patterns = patternsOf(words);
     std::string statement(selectColumns);
     std::vector<db::Parameter> values;
@@ -178,7 +180,7 @@ Value registers::getUsers(const std::string& words, int groupId, int from) try {
         values.emplace_back(groupId);
     }
     statement += inOrder;
-    values.insert(values.end(), {mostUsers, from});
+    values.insert(values.end(), {mostUsers, *first});
     return db::gridOf(connection().query(statement, values));
 } catch (...) {
     raiseFrom("getUsers !");

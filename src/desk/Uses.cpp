@@ -4,6 +4,7 @@
 
 #include "accounts/Actor.h"
 #include "desk/DesignReach.h"
+#include "desk/FirstRow.h"
 #include "desk/ReachCondition.h"
 #include "desk/desk.h"
 #include "platform/Errors.h"
@@ -137,15 +138,16 @@ std::optional<Uses> usesOf(db::Connection& connection, std::string_view kind, co
 
 }  // namespace
 
-Value desk::getUses(const std::string& kind, const std::string& id, int from) try {
+Value desk::getUses(const std::string& kind, const std::string& id, double from) try {
     const auto uses = usesOf(connection(), text::trim(kind), id);
     const EditReach reach = designReachOf(connection(), actorOf(host_));
-    if (!uses || reach.isNowhere() || from < 0) return {};
+    const auto first = firstRow(from);
+    if (!uses || reach.isNowhere() || !first) return {};
     const ReachCondition isReadable("d.nodeId", reach);
     std::vector<db::Parameter> values;
     uses->addTo(values);
     isReadable.addTo(values);
-    values.insert(values.end(), {mostLines, from});
+    values.insert(values.end(), {mostLines, *first});
     std::string statement(selectFrom);
     statement.append(uses->select).append(joined).append(isReadable.text()).append(ordered);
     ResultGrid grid(usesColumns);

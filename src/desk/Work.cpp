@@ -10,6 +10,7 @@
 #include "accounts/Actor.h"
 #include "accounts/EditReach.h"
 #include "accounts/EditScope.h"
+#include "desk/FirstRow.h"
 #include "desk/PageState.h"
 #include "desk/ReachCondition.h"
 #include "desk/desk.h"
@@ -203,13 +204,15 @@ int numberWaiting(db::Connection& connection, const Actor& actor, std::string_vi
     return counter.number();
 }
 
-Value desk::getWork(const std::string& site, const std::string& lang, const std::string& kind, int from) try {
+Value desk::getWork(const std::string& site, const std::string& lang, const std::string& kind,
+                    double from) try {
     const Actor actor = actorOf(host_);
     const Horizon horizon(actor.now);
     const auto list = workListOf(text::trim(kind), actor, horizon);
-    if (!list) return {};
+    const auto first = firstRow(from);
+    if (!list || !first) return {};
     return listed(connection(), actor, *list,
-                  {text::lowerTrim(site), text::lowerTrim(lang), from, mostLines});
+                  {text::lowerTrim(site), text::lowerTrim(lang), *first, mostLines});
 } catch (...) {
     raiseFrom("getWork !");
 }

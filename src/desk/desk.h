@@ -38,7 +38,7 @@ class desk {
     /// "mine": those that the caller has changed or holds, the latest change first. By node: "approve" what can
     /// be approved now, "publish" what can be published, "marked" what is marked for deletion, "dates" what
     /// comes on line or goes off line within 14 days. At most 500 lines, from the line `from` (0) on.
-    Value getWork(const std::string& site, const std::string& lang, const std::string& kind, int from = 0);
+    Value getWork(const std::string& site, const std::string& lang, const std::string& kind, double from = 0);
     /// The pages changed last, the latest first and of the same second the one made later; at most 200.
     Value getRecent(const std::string& site, const std::string& lang, int number = 20);
     /// The page and all below it, by node: whether each would go live (or be removed) by
@@ -55,7 +55,7 @@ class desk {
     /// FoundPages.h, also for `filters`). Then files of the sites where she has one, or may look at the files:
     /// those with all words anywhere in title, file name or alternative text, by title, site and file.
     Value find(const std::string& words, const std::string& kinds = "", const std::string& site = "",
-               const std::string& lang = "", const std::string& filters = "", int from = 0);
+               const std::string& lang = "", const std::string& filters = "", double from = 0);
 
     // ---- Where texts lead (desk/DeadLinks.cpp, Uses.cpp, Impact.cpp) ----
 
@@ -63,12 +63,12 @@ class desk {
     /// pages, "noFile", and links that are still "unchosen". By node, body (0 for meta data), target, reason; at
     /// most 500, from the line `from` (0) on. A target that is a page has its title, of one that is gone the
     /// last that the audit trail knows.
-    Value getDeadLinks(const std::string& site, const std::string& lang, int from = 0);
+    Value getDeadLinks(const std::string& site, const std::string& lang, double from = 0);
     /// The pages that use something, in trees whose designs the caller may read: a "page" by its number or node;
     /// an "image" or "document" by "SITE/PATH", where a path that ends in "/" is a folder with all in it; a
     /// "template", "baseTemplate", "stylesheet", "application", "htmlFeed", "xmlFeed" or "group" by its number. By
     /// node, twin ("D" before "L") and body, 0 for the setup and meta data; at most 500, from the line `from` on.
-    Value getUses(const std::string& kind, const std::string& id, int from = 0);
+    Value getUses(const std::string& kind, const std::string& id, double from = 0);
     /// What would go with the page and all below it, and what would lose something: each "page" of the branch,
     /// those that are "held" (by whom) and "notApproved"; outside of it each "link" to it (body 0: of the setup)
     /// and each page whose "login" page is in it; pages in it that are a group's "entry" or "exit" page or have a
@@ -87,7 +87,7 @@ class desk {
     /// pages as "Visit (aa.en.01)". A page that isn't live differs in all it has.
     Value compare(const std::string& pageIdent);
     /// The lines of the audit trail for the page, the latest first; at most 500, from the line `from` (0) on.
-    Value getHistory(const std::string& pageIdent, int from = 0);
+    Value getHistory(const std::string& pageIdent, double from = 0);
     /// Views and visitors of a page, given by its number, or of a page and all below it, given by its node:
     /// those of each day, "month" or "year" from one day ("yyyymmdd", "" for no limit) to another that had any,
     /// the earliest first.
@@ -98,7 +98,7 @@ class desk {
 
     /// The lines of the whole audit trail that the filters hold for (see TrailSearch.h), the latest first; at most
     /// 200, from the line `from` (0) on. An unknown filter finds nothing.
-    Value getTrail(const std::string& filters, int from = 0);
+    Value getTrail(const std::string& filters, double from = 0);
     /// What the trail can be narrowed to: each "login" with the last name that it has there, by name, each "action",
     /// each "entry" of the administration menu with its title in the caller's language.
     Value getTrailChoices();

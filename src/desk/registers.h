@@ -31,7 +31,7 @@ class registers {
     /// folder, path, title, type, size, width, height, alternative text. `words` stand in title, path or
     /// alternative text.
     Value getMedia(const std::string& site, const std::string& folderType, const std::string& folder = "",
-                   const std::string& words = "", int from = 0);
+                   const std::string& words = "", double from = 0);
     /// Whether a file may come into the folder under this name: "0", "-1" no such folder, "exists".
     std::string checkUpload(const std::string& site, const std::string& folderType, const std::string& folder,
                             const std::string& filename);
@@ -131,10 +131,10 @@ class registers {
 
     /// The topics of a forum, the liveliest first, 500 from the row `from` on: number, title, author, first and
     /// last day, whether it is shown, how many reactions it has, and how many of them nobody sees.
-    Value getTopics(int forumId, int from = 0);
+    Value getTopics(int forumId, double from = 0);
     /// A topic (as reaction 0) and its reactions, the newest first, 500 from the row `from` on: number, place,
     /// title, author, mail address, day, whether it is shown, text.
-    Value getReactions(int forumId, int topicId, int from = 0);
+    Value getReactions(int forumId, int topicId, double from = 0);
     /// "-1" gone, "-3" no title.
     std::string saveReaction(int forumId, int topicId, int reactionId, const std::string& title,
                              const std::string& text, int advId = 0);
@@ -152,7 +152,7 @@ class registers {
     /// many visitors see something else.
     Value getCategories(const std::string& site, const std::string& lang);
     /// The items of a category, the latest first, 500 from the row `from` on.
-    Value getItems(const std::string& site, const std::string& lang, int category, int from = 0);
+    Value getItems(const std::string& site, const std::string& lang, int category, double from = 0);
     /// The category's number; a new one for 0, below the path `parent` ("" the top). "-1" gone, "-2" no such
     /// website, or none to stand below, "-3" no title, "-4" no such order or alignment, "-9" no place is left.
     std::string saveCategory(int category, const std::string& site, const std::string& lang,
@@ -250,7 +250,7 @@ class registers {
                           const std::string& entryPage, const std::string& exitPage, int advId = 0);
     /// Number, username, first and last name, first and last day, and in how many groups: by username, 500 from the
     /// row `from` on. `words` stand in any of the names; `groupId` 0 is any.
-    Value getUsers(const std::string& words = "", int groupId = 0, int from = 0);
+    Value getUsers(const std::string& words = "", int groupId = 0, double from = 0);
     /// One of them.
     Value getUser(double userId);
     /// The number of the user, a new one for 0, and lets it go. An empty password stays. "-1" gone, "-2" another one

@@ -38,7 +38,7 @@ class RegistersUsersTest : public RegistersTest {
         return rowsOf("select groupId from TORVEX_GROUPS_USERS where userId = " + std::to_string(userId) +
                       " order by groupId");
     }
-    std::vector<std::string> found(const std::string& words, int groupId = 0, int from = 0) {
+    std::vector<std::string> found(const std::string& words, int groupId = 0, double from = 0) {
         std::vector<std::string> names;
         const Value list = registers().getUsers(words, groupId, from);
         if (!list.isGrid()) return names;
@@ -55,6 +55,19 @@ class RegistersUsersTest : public RegistersTest {
 INSTANTIATE_TEST_SUITE_P(Engines, RegistersUsersTest, bothEngines(), engineName);
 
 // ---- Looking ----
+
+TEST_P(RegistersUsersTest, AListGoesOnBehindTheThirtyThousandthName) {
+    connection().execute(
+        "insert into TORVEX_USERS (userId, username, password, firstname, lastname) "
+        "with recursive n (i) as (select 1 union all select i + 1 from n where i < 33000) "
+        "select 100 + i, 'guest' || cast(100000 + i as text), '', '', '' from n");
+    EXPECT_EQ(found("guest", 0, 32'767).front(), "guest132768");
+    EXPECT_EQ(found("guest", 0, 32'768).front(), "guest132769");
+    EXPECT_THAT(found("guest", 0, 32'999), ElementsAre("guest133000"));
+    EXPECT_THAT(found("guest", 0, 33'000), IsEmpty());
+    EXPECT_THAT(found("guest", 0, -1), IsEmpty());
+    EXPECT_THAT(found("guest", 0, 1e18), IsEmpty());
+}
 
 TEST_P(RegistersUsersTest, UsersAreListedByName) {
     EXPECT_THAT(linesOf(registers().getUsers()), ElementsAre("2|lily|-|-|-|-|0", "1|rose|Rosa|Canina|-|-|1"));

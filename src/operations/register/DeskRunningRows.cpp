@@ -8,7 +8,7 @@ namespace {
 
 std::vector<Row<desk>> trail() {
     return {
-        reads("getTrail", &desk::getTrail, {argument("filters"), argument("from", 0)},
+        reads("getTrail", &desk::getTrail, {argument("filters"), argument("from", 0.0)},
               "What was done, the latest first; 200 lines at most. Filters, divided by commas: \"login:7\", "
               "\"page:12\", \"branch:aa.en.01\", \"action:check in\", \"entry:61\", \"from:20261101\", "
               "\"to:20261130\".",

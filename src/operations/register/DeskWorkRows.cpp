@@ -18,7 +18,7 @@ std::vector<Row<desk>> deskWorkRows() {
     return {
         reads(
             "getWork", &desk::getWork,
-            {argument("site"), argument("lang"), argument("kind"), argument("from", 0)},
+            {argument("site"), argument("lang"), argument("kind"), argument("from", 0.0)},
             "Pages that wait, where the caller may do it: \"mine\", \"approve\", \"publish\", \"marked\" or "
             "\"dates\"; 500 lines at most. An empty site or language means all.",
             anyLogin())
@@ -46,7 +46,7 @@ std::vector<Row<desk>> deskFindRows() {
     return {
         reads("find", &desk::find,
               {argument("words"), argument("kinds", ""), argument("site", ""), argument("lang", ""),
-               argument("filters", ""), argument("from", 0)},
+               argument("filters", ""), argument("from", 0.0)},
               "Pages where the caller may do something, images and documents with words that begin with "
               "those given; 30 "
               "of each kind. Filters for pages: \"state:changed\", \"type:P\", \"below:aa.en.01\".",
@@ -61,7 +61,8 @@ std::vector<Row<desk>> deskFindRows() {
                     {"state", Text},
                     {"isLive", Boolean},
                     {"excerpt", Text}}),
-        reads("getDeadLinks", &desk::getDeadLinks, {argument("site"), argument("lang"), argument("from", 0)},
+        reads("getDeadLinks", &desk::getDeadLinks,
+              {argument("site"), argument("lang"), argument("from", 0.0)},
               "Links and files in the designs of a tree that lead nowhere: \"gone\", \"notLive\", "
               "\"offline\", \"noFile\" or \"unchosen\"; 500 at most. The title of a page that is gone is its "
               "last.",
@@ -73,7 +74,7 @@ std::vector<Row<desk>> deskFindRows() {
                     {"target", Text},
                     {"reason", Text},
                     {"targetTitle", Text}}),
-        reads("getUses", &desk::getUses, {argument("kind"), argument("id"), argument("from", 0)},
+        reads("getUses", &desk::getUses, {argument("kind"), argument("id"), argument("from", 0.0)},
               "The pages that use something, as far as the caller may read them: a \"page\", an \"image\" "
               "or \"document\" (SITE/PATH, or a folder's SITE/PATH/), a \"template\", \"baseTemplate\", "
               "\"stylesheet\", \"application\", \"htmlFeed\", \"xmlFeed\" or \"group\"; 500 at most.",
@@ -113,7 +114,7 @@ std::vector<Row<desk>> deskPageRows() {
         reads("compare", &desk::compare, {argument("pageIdent")},
               "Where a page's design differs from what visitors see.", designOf("pageIdent"))
             .lists({{"part", Text}, {"bodyId", Number}, {"design", Text}, {"live", Text}, {"name", Text}}),
-        reads("getHistory", &desk::getHistory, {argument("pageIdent"), argument("from", 0)},
+        reads("getHistory", &desk::getHistory, {argument("pageIdent"), argument("from", 0.0)},
               "What was done to a page, the latest first; 500 lines at most.", designOf("pageIdent"))
             .lists(
                 {{"moment", Date}, {"loginId", Number}, {"name", Text}, {"action", Text}, {"detail", Text}}),

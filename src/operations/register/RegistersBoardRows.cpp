@@ -38,7 +38,7 @@ std::vector<Row<registers>> boardLists() {
                     {"waiting", Number}}),
         reads(
             "getItems", &registers::getItems,
-            {argument("site"), argument("lang"), argument("category"), argument("from", 0)},
+            {argument("site"), argument("lang"), argument("category"), argument("from", 0.0)},
             "The items of a category, the latest first, 500 at once, with all that the design says of them.",
             look)
             .lists({{"msgB_itemId", Number},

@@ -56,7 +56,7 @@ std::vector<Row<registers>> definitions() {
 
 std::vector<Row<registers>> posts() {
     return {
-        reads("getTopics", &registers::getTopics, {argument("forumId"), argument("from", 0)},
+        reads("getTopics", &registers::getTopics, {argument("forumId"), argument("from", 0.0)},
               "The topics of a forum, the liveliest first, 500 at once, also those that nobody sees.",
               accessAtForum("view", "forumId"))
             .lists({{"topic_id", Number},
@@ -68,7 +68,7 @@ std::vector<Row<registers>> posts() {
                     {"reactions", Number},
                     {"hidden", Number}}),
         reads("getReactions", &registers::getReactions,
-              {argument("forumId"), argument("topicId"), argument("from", 0)},
+              {argument("forumId"), argument("topicId"), argument("from", 0.0)},
               "A topic, as reaction 0, and all its reactions, the newest first, 500 at once.",
               accessAtForum("view", "forumId"))
             .lists({{"reaction_id", Number},

@@ -30,7 +30,7 @@ std::vector<Row<registers>> lists() {
                 {{"folder", Text}, {"name", Text}, {"parent", Text}, {"level", Number}, {"files", Number}}),
         reads("getMedia", &registers::getMedia,
               {argument("site"), argument("folderType"), argument("folder", ""), argument("words", ""),
-               argument("from", 0)},
+               argument("from", 0.0)},
               "The files of a media folder and those below it that hold the words; 500 from a row on. An "
               "alternative text that is empty, not missing, says that the picture is decoration.",
               anyLogin())

@@ -46,7 +46,7 @@ std::vector<Row<registers>> groups() {
 std::vector<Row<registers>> users() {
     return {
         reads("getUsers", &registers::getUsers,
-              {argument("words", ""), argument("groupId", 0), argument("from", 0)},
+              {argument("words", ""), argument("groupId", 0), argument("from", 0.0)},
               "The accounts of visitors with words in their names, of a group or of any; by username, 500 at "
               "most.",
               viewAccess(adminEntry::users))

@@ -96,13 +96,12 @@ export class TvxAuditTrail extends TvxElement {
   private async more(): Promise<void> {
     const { run, lines = [] } = this;
     const next = behind(this.csv, lines);
-    if (!next) return;
     this.busy = true;
     try {
       const further = (await call("desk.getTrail", { ...next })) as TrailLine[];
       if (run !== this.run) return;
       this.lines = [...lines, ...further];
-      this.hasMore = further.length === AT_ONCE && behind(this.csv, this.lines) !== undefined;
+      this.hasMore = further.length === AT_ONCE;
     } catch (error) {
       this.fault = error;
     }

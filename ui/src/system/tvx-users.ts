@@ -24,9 +24,8 @@ import "../pages/lists.css";
 import "../rights/rights.css";
 import "./system.css";
 
-/** What one answer holds, and how many can be gone through without narrowing them. */
+/** What one answer holds. */
 const AT_ONCE = 500;
-const MOST = 32_000;
 
 const fullName = ({ firstname, lastname }: Pick<User, "firstname" | "lastname">): string =>
   [lastname, firstname].filter(Boolean).join(", ");
@@ -77,7 +76,7 @@ export class TvxUsers extends TvxElement {
       const found = await usersOf(this.words, this.group, from);
       if (wish !== this.shown) return;
       this.rows = from > 0 ? [...(this.rows ?? []), ...found] : found;
-      this.hasMore = found.length === AT_ONCE && this.rows.length < MOST;
+      this.hasMore = found.length === AT_ONCE;
       this.fault = undefined;
     } catch (error) {
       if (wish === this.shown) this.fault = error;

@@ -52,14 +52,10 @@ export interface Further {
   readonly from: number;
 }
 
-/** A count of lines has 16 bits at the server. */
-const MOST = 32_767;
-
 /**
- * Counted from the day of the last line on, so that any trail can be gone through to its end; nothing where that day alone has
- * too many. Lines without a moment stand at the very end.
+ * Counted from the day of the last line on, so that a trail that grows meanwhile leaves none out. Lines without a moment stand at the very end.
  */
-export function behind(filters: string, lines: readonly TrailLine[]): Further | undefined {
+export function behind(filters: string, lines: readonly TrailLine[]): Further {
   const seen = new Set<number>();
   let day = "";
   for (let at = lines.length - 1; at >= 0; --at) {
@@ -69,7 +65,6 @@ export function behind(filters: string, lines: readonly TrailLine[]): Further | 
     day = own;
     seen.add(line);
   }
-  if (seen.size > MOST) return undefined;
   const others = filters.split(",").filter((part) => part && !part.startsWith("to:"));
   return { filters: day ? [...others, `to:${day.replaceAll("-", "")}`].join(",") : filters, from: seen.size };
 }
