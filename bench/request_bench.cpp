@@ -26,8 +26,8 @@ class Demo {
   public:
     Demo() {
         hits_ = std::make_unique<BufferedHits>(
-            [this] {
-                return demo_.opened().installation.openDatabase(*demo_.opened().database, db::Purpose::Hits);
+            [this](db::Purpose purpose) {
+                return demo_.opened().installation.openDatabase(*demo_.opened().database, purpose);
             },
             log_);
     }

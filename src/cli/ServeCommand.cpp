@@ -130,8 +130,9 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
     });
     server.uploadFolders = {opened.application.text(applicationKey::imagesUrl),
                             opened.application.text(applicationKey::documentsUrl)};
-    BufferedHits hits([&] { return opened.installation.openDatabase(*opened.database, db::Purpose::Hits); },
-                      log);
+    BufferedHits hits(
+        [&](db::Purpose purpose) { return opened.installation.openDatabase(*opened.database, purpose); },
+        log);
     std::unique_ptr<HttpServer> http;
     const auto interface = interfaceOf(opened.installation.settings().authoring, log);
     user.asRoot([&] {

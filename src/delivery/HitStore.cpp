@@ -36,14 +36,33 @@ void addHits(db::Connection& connection, std::string_view nodeId, std::string_vi
                                   day.substr(6, 2), day, hits, uniqueHits});
 }
 
+db::Lease DirectHits::open() {
+    return database_.open(application_.text(applicationKey::databaseText),
+                          application_.text(applicationKey::databaseUser),
+                          application_.text(applicationKey::databasePassword), db::Purpose::Transaction);
+}
+
 bool DirectHits::count(std::string_view nodeId, std::string_view day, bool unique) {
-    const auto connection = database_.open(
-        application_.text(applicationKey::databaseText), application_.text(applicationKey::databaseUser),
-        application_.text(applicationKey::databasePassword), db::Purpose::Transaction);
+    const auto connection = open();
     auto rows = connection->query(countOne, {nodeId, siteOf(nodeId), langOf(nodeId), day.substr(0, 4),
                                              day.substr(4, 2), day.substr(6, 2), day, unique});
     const bool isFirst = rows.next() && rows.number("hits") == 1;
     return unique || isFirst;
+}
+
+void DirectHits::countSearch(const SearchedWords& searched) {
+    store(searchesOf(searched));
+}
+
+void DirectHits::countNothingFound(const SearchedWords& searched) {
+    store(emptySearchesOf(searched));
+}
+
+void DirectHits::store(const SearchBatch& batch) {
+    const auto connection = open();
+    db::Transaction transaction(*connection);
+    addSearches(*connection, batch);
+    transaction.commit();
 }
 
 }  // namespace torvex

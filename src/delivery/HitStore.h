@@ -3,15 +3,13 @@
 #include <cstdint>
 #include <string_view>
 
+#include "delivery/SearchStore.h"
 #include "platform/HitCounter.h"
+#include "platform/db/Database.h"
 
 namespace torvex {
 
 class ApplicationValues;
-namespace db {
-class Connection;
-class Database;
-}  // namespace db
 
 /// Whether a node has been viewed on a day (yyyymmdd) before.
 bool hasHits(db::Connection& connection, std::string_view nodeId, std::string_view day);
@@ -20,7 +18,7 @@ bool hasHits(db::Connection& connection, std::string_view nodeId, std::string_vi
 void addHits(db::Connection& connection, std::string_view nodeId, std::string_view day, std::int64_t hits,
              std::int64_t uniqueHits);
 
-/// Counts every view in the database at once: for programs that end soon.
+/// Counts every view and every search in the database at once: for programs that end soon.
 class DirectHits final : public HitCounter {
   public:
     /// Both must outlive the object; the values name the database at each count.
@@ -28,8 +26,14 @@ class DirectHits final : public HitCounter {
         : database_(database), application_(application) {}
 
     bool count(std::string_view nodeId, std::string_view day, bool unique) override;
+    void countSearch(const SearchedWords& searched) override;
+    void countNothingFound(const SearchedWords& searched) override;
+    bool flush() override { return true; }
 
   private:
+    db::Lease open();
+    void store(const SearchBatch& batch);
+
     db::Database& database_;
     const ApplicationValues& application_;
 };

@@ -23,6 +23,10 @@ constexpr std::string_view inOrder = " order by Date, time, auditId";
 constexpr std::string_view selectHits =
     "select yyyymmdd, nodeId, hits, uniquehits from TORVEX_LOGGING where nodeId >= ? and nodeId < ? and "
     "yyyymmdd >= ? and yyyymmdd <= ? order by yyyymmdd, nodeId";
+constexpr std::string_view selectWords =
+    "select search_word, sum(searches), sum(withoutResult) from TORVEX_SEARCH_DAYS "
+    "where site = ? and lang = ? and yyyymmdd >= ? and yyyymmdd <= ? group by search_word "
+    "order by sum(searches) desc, search_word";
 constexpr std::string_view selectPages =
     "select nodeId, pageId, title, type, editStatus, lockStatus, deleteStatus, approveStatus, onlineFrom, "
     "onlineTo, editingDate from TORVEX_PAGES_DESIGN where site = ? and lang = ? order by nodeId";
@@ -63,6 +67,12 @@ void auditRows(db::Connection& connection, const ExportChoice& choice, const Tak
 void statisticsRows(db::Connection& connection, const ExportChoice& choice, const Take& take) {
     const std::string root = text::lowerTrim(choice.site) + '.' + text::lowerTrim(choice.lang);
     takeRows(connection.query(selectHits, {root, root + '/', choice.from, until(choice)}), 4, take);
+}
+
+void searchRows(db::Connection& connection, const ExportChoice& choice, const Take& take) {
+    const std::string site = text::lowerTrim(choice.site);
+    const std::string lang = text::lowerTrim(choice.lang);
+    takeRows(connection.query(selectWords, {site, lang, choice.from, until(choice)}), 3, take);
 }
 
 void sitemapRows(db::Connection& connection, const ExportChoice& choice, const Take& take) {
@@ -106,6 +116,7 @@ std::span<const Export> exports() {
          {"day", "nodeId", "views", "visitors"},
          withEntry(adminEntry::statistics),
          statisticsRows},
+        {"searches", {"word", "searches", "withoutResult"}, withEntry(adminEntry::statistics), searchRows},
         {"sitemap",
          {"nodeId", "pageId", "title", "type", "editStatus", "lockStatus", "deleteStatus", "approveStatus",
           "onlineFrom", "onlineTo", "changed"},

@@ -35,7 +35,7 @@ struct Export {
         rows;
 };
 
-/// audit, statistics, sitemap, users, words.
+/// audit, statistics, searches, sitemap, users, words.
 std::span<const Export> exports();
 
 /// A line of it, with its end. Texts that a spreadsheet would take for a formula are marked as texts.

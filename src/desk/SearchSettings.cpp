@@ -8,6 +8,8 @@
 #include "desk/ModuleStatus.h"
 #include "desk/registers.h"
 #include "platform/Errors.h"
+#include "platform/HitCounter.h"
+#include "platform/HostContext.h"
 #include "platform/db/Grid.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
@@ -126,6 +128,7 @@ Value registers::getSearches(const std::string& site, const std::string& lang) t
 }
 
 Value registers::getSearchWords(double pageId) try {
+    host_.hits.flush();
     return db::gridOf(connection().query(selectWords, {pageId, listedAtOnce}));
 } catch (...) {
     raiseFrom("getSearchWords !");

@@ -94,7 +94,8 @@ class desk {
     Value getHits(const std::string& scope, const std::string& from, const std::string& to,
                   const std::string& by);
 
-    // ---- Running it (desk/Trail.cpp, PageHits.cpp, Settings.cpp, OwnPassword.cpp, Servers.cpp) ----
+    // ---- Running it (desk/Trail.cpp, PageHits.cpp, SearchedWords.cpp, Catalogue.cpp, Settings.cpp,
+    // OwnPassword.cpp, Servers.cpp) ----
 
     /// The lines of the whole audit trail that the filters hold for (see TrailSearch.h), the latest first; at most
     /// 200, from the line `from` (0) on. An unknown filter finds nothing.
@@ -106,7 +107,12 @@ class desk {
     /// they are than in as many days before, "unread" those that can be seen and weren't, by node; at most 100 from
     /// the line `start` on, with views, visitors, and views in the days before.
     Value getPageHits(const std::string& site, const std::string& lang, const std::string& from,
-                      const std::string& to, const std::string& kind, int start = 0);
+                      const std::string& to, const std::string& kind, double start = 0);
+    /// The words that visitors of a website searched for between two days, with how often, and how often nothing was
+    /// found: "all" by how often, "empty" those that at least once nothing was found for, by that; at most 100 from
+    /// the line `start` on.
+    Value getSearchedWords(const std::string& site, const std::string& lang, const std::string& from,
+                           const std::string& to, const std::string& kind, double start = 0);
     /// On which days how many pages were published: of the scope that `getHits` takes.
     Value getPublishings(const std::string& scope, const std::string& from, const std::string& to);
     /// The settings of a login, for 0 those of the installation: name, what it means, group, type, value, what is

@@ -34,7 +34,7 @@ bool BufferedHits::count(std::string_view nodeId, std::string_view day, bool uni
             unique = unique || !before;
         }
     }
-    const bool isFirst = pending_.empty();
+    const bool isFirst = !hasPending();
     add(key, unique);
     lock.unlock();
     // The thread that writes waits for the first view; while it gathers more, waking it would only cost.
@@ -55,62 +55,96 @@ void BufferedHits::know(const Key& key) {
 }
 
 bool BufferedHits::wasViewedBefore(const Key& key) {
-    return hasHits(*open_(), key.second, key.first);
+    return hasHits(*open_(db::Purpose::Hits), key.second, key.first);
 }
 
 void BufferedHits::add(const Key& key, bool unique) {
-    Views& views = pending_[key];
-    ++views.hits;
-    if (unique) ++views.uniqueHits;
+    pending_[key] += {1, unique ? 1 : 0};
+}
+
+BufferedHits::Views& BufferedHits::Views::operator+=(const Views& other) {
+    hits += other.hits;
+    uniqueHits += other.uniqueHits;
+    return *this;
+}
+
+void BufferedHits::countSearch(const SearchedWords& searched) {
+    addWords(searchesOf(searched));
+}
+
+void BufferedHits::countNothingFound(const SearchedWords& searched) {
+    addWords(emptySearchesOf(searched));
+}
+
+void BufferedHits::addWords(const SearchBatch& words) {
+    if (!hasRoomFor(words.size()) && !flush()) return;
+    bool isFirst = false;
+    {
+        const std::scoped_lock guard(mutex_);
+        isFirst = !hasPending();
+        for (const auto& [key, counts] : words) pendingWords_[key] += counts;
+    }
+    if (isFirst) changed_.notify_one();
+}
+
+bool BufferedHits::hasRoomFor(std::size_t words) {
+    const std::scoped_lock guard(mutex_);
+    return pendingWords_.size() + words <= mostWords;
 }
 
 bool BufferedHits::flush() {
     const std::scoped_lock oneAtATime(writing_);
-    Batch batch;
+    const bool areViewsStored = store(pending_, views_);
+    return store(pendingWords_, words_) && areViewsStored;
+}
+
+/// Writes what waits; what can't be written waits on.
+template <typename Counts>
+bool BufferedHits::store(Counts& waiting, Kind& kind) {
+    Counts batch;
     {
         const std::scoped_lock guard(mutex_);
-        batch.swap(pending_);
+        batch.swap(waiting);
     }
     if (batch.empty()) return true;
     try {
         write(batch);
-        noteResult(nullptr);
+        noteResult(kind, nullptr);
         return true;
     } catch (const std::exception& error) {
-        putBack(batch);
-        noteResult(error.what());
+        const std::scoped_lock guard(mutex_);
+        for (const auto& [key, counts] : batch) waiting[key] += counts;
+        noteResult(kind, error.what());
         return false;
     }
 }
 
 void BufferedHits::write(const Batch& batch) {
-    const db::Lease connection = open_();
+    const db::Lease connection = open_(db::Purpose::Hits);
     db::Transaction transaction(*connection);
     for (const auto& [key, views] : batch)
         addHits(*connection, key.second, key.first, views.hits, views.uniqueHits);
     transaction.commit();
 }
 
-void BufferedHits::putBack(const Batch& batch) {
-    const std::scoped_lock guard(mutex_);
-    for (const auto& [key, views] : batch) {
-        Views& waiting = pending_[key];
-        waiting.hits += views.hits;
-        waiting.uniqueHits += views.uniqueHits;
-    }
+void BufferedHits::write(const SearchBatch& batch) {
+    const db::Lease connection = open_(db::Purpose::Transaction);
+    db::Transaction transaction(*connection);
+    addSearches(*connection, batch);
+    transaction.commit();
 }
 
-void BufferedHits::noteResult(const char* failure) {
-    if (failure && !isFailing_)
-        log_.error(fmt::format("views can't be stored and are kept for later: {}", failure));
-    if (!failure && isFailing_) log_.info("views can be stored again");
-    isFailing_ = failure != nullptr;
+void BufferedHits::noteResult(Kind& kind, const char* failure) {
+    if (failure && !kind.isFailing)
+        log_.error(fmt::format("{} can't be stored and are kept for later: {}", kind.name, failure));
+    if (!failure && kind.isFailing) log_.info(fmt::format("{} can be stored again", kind.name));
+    kind.isFailing = failure != nullptr;
 }
 
 void BufferedHits::work() {
     std::unique_lock lock(mutex_);
     while (!isStopping_) {
-        changed_.wait(lock, [this] { return isStopping_ || !pending_.empty(); });
+        changed_.wait(lock, [this] { return isStopping_ || hasPending(); });
         changed_.wait_for(lock, delay_, [this] { return isStopping_; });
         lock.unlock();
         flush();

@@ -1,5 +1,6 @@
 #include "search/Search.h"
 
+#include "platform/HitCounter.h"
 #include "platform/HostContext.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/files/FileSystem.h"
@@ -48,6 +49,7 @@ std::string Search::getAllProperties(const std::string& site) {
 
 void Search::CleanUpDB() {
     report("Error in function CleanUpDB (Search module) !", [&] {
+        host_.hits.flush();
         db::inOwnTransaction(host_, [](db::Connection& own) {
             cleanSearchRecords(own);
             return db::commit(true);

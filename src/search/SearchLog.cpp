@@ -1,8 +1,8 @@
 #include "search/SearchLog.h"
 
-#include <map>
-
-#include "platform/db/OwnTransaction.h"
+#include "platform/DateTime.h"
+#include "platform/HitCounter.h"
+#include "platform/HostContext.h"
 #include "platform/text/Text.h"
 #include "search/SearchError.h"
 #include "search/SearchTexts.h"
@@ -11,15 +11,11 @@ namespace torvex {
 
 namespace {
 
-constexpr std::string_view countWord =
-    "insert into TORVEX_SEARCH_LOG (search_pageId, search_word, search_count) values (?, ?, ?) "
-    "on conflict (search_pageId, search_word) do update set search_count = TORVEX_SEARCH_LOG.search_count + "
-    "excluded.search_count";
+constexpr std::string_view failure = "Error in function logSearch (Search module) !";
 
 constexpr std::size_t longestWord = 250;
 
-/// How often each word was given; in order, so that visitors who search at the same time meet at the rows in
-/// one order.
+/// How often each word was given.
 std::map<std::string, int> countedWords(const SearchParameters& search, const std::string& words) {
     std::map<std::string, int> counts;
     const bool isPhrase = search.match == SearchMatch::Phrase;
@@ -31,16 +27,22 @@ std::map<std::string, int> countedWords(const SearchParameters& search, const st
     return counts;
 }
 
+SearchedWords searchedWords(const HostContext& host, const SearchParameters& search,
+                            const std::string& words) {
+    return {.pageId = search.page.pageId,
+            .nodeId = search.page.nodeId,
+            .day = host.clock.today(),
+            .words = countedWords(search, words)};
+}
+
 }  // namespace
 
 void logSearch(HostContext& host, const SearchParameters& search, const std::string& words) {
-    asSearchStep(host, "Error in function logSearch (Search module) !", [&] {
-        db::inOwnTransaction(host, [&](db::Connection& own) {
-            for (const auto& [word, count] : countedWords(search, words))
-                own.execute(countWord, {search.page.pageId, word, count});
-            return db::commit(true);
-        });
-    });
+    asSearchStep(host, failure, [&] { host.hits.countSearch(searchedWords(host, search, words)); });
+}
+
+void logNothingFound(HostContext& host, const SearchParameters& search, const std::string& words) {
+    asSearchStep(host, failure, [&] { host.hits.countNothingFound(searchedWords(host, search, words)); });
 }
 
 }  // namespace torvex

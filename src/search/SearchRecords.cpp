@@ -22,6 +22,8 @@ constexpr std::string_view everyProperty =
 
 constexpr std::string_view deleteWords =
     "delete from TORVEX_SEARCH_LOG where search_pageId not in (select pageId from TORVEX_PAGES_LIVE)";
+constexpr std::string_view deleteWordsOfDays =
+    "delete from TORVEX_SEARCH_DAYS where search_pageId not in (select pageId from TORVEX_PAGES_LIVE)";
 constexpr std::string_view deleteSettings =
     "delete from TORVEX_SEARCH where search_pageId not in (select pageId from TORVEX_PAGES_LIVE)";
 constexpr std::string_view selectSettings =
@@ -129,6 +131,7 @@ std::string allSearchProperties(db::Connection& connection, std::string_view sit
 
 void cleanSearchRecords(db::Connection& connection) {
     connection.execute(deleteWords);
+    connection.execute(deleteWordsOfDays);
     connection.execute(deleteSettings);
     const auto lists = storedLists(connection);
     const auto nodes = nodesThere(connection, lists);

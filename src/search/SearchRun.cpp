@@ -15,6 +15,7 @@ namespace torvex {
 
 namespace {
 
+constexpr std::string_view newResults = "Error initializing query object (new recordset) !";
 constexpr std::string_view notFound = "Search parameters not found !";
 
 std::unique_ptr<catalogue::Catalogue> openedCatalogue(HostContext& host, const OpenCatalogue& open,
@@ -46,6 +47,10 @@ std::shared_ptr<KeptQuery> madeQuery(HostContext& host, db::Connection& connecti
     return made;
 }
 
+bool findsNothing(HostContext& host, const catalogue::Results& results) {
+    return asSearchStep(host, newResults, [&] { return !results.has(0); });
+}
+
 /// Groups may have come to guard something since the search began.
 SearchSecurity stricter(const HostContext& host, db::Connection& connection, const SearchParameters& search) {
     if (!search.wantsSecurity) return search.security;
@@ -63,6 +68,7 @@ SearchRun beginSearch(HostContext& host, db::Connection& connection, const OpenC
     const auto query = madeQuery(host, connection, std::move(search));
     const auto results = std::make_shared<KeptResults>();
     results->results = resultsOf(host, *run.catalogue, query->query);
+    if (findsNothing(host, *results->results)) logNothingFound(host, query->search, query->soughtWords);
     run.search = query->search;
     run.running = {query, results};
     return run;
@@ -86,7 +92,7 @@ SearchRun resumeSearch(HostContext& host, db::Connection& connection) {
 
 std::shared_ptr<const catalogue::Results> resultsOf(HostContext& host, catalogue::Catalogue& catalogue,
                                                     const catalogue::Query& query) {
-    return asSearchStep(host, "Error initializing query object (new recordset) !", [&] {
+    return asSearchStep(host, newResults, [&] {
         try {
             auto results = catalogue.find(query);
             if (!results) throw Error("the catalogue gave no results");

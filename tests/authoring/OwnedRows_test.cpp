@@ -189,6 +189,7 @@ TEST(OwnedRows, ABranchGoesFromWhatHangsOnItToItsPages) {
                                                                      "TORVEX_PAGE_WORDS",
                                                                      "TORVEX_SEARCH",
                                                                      "TORVEX_SEARCH_LOG",
+                                                                     "TORVEX_SEARCH_DAYS",
                                                                      "TORVEX_DYNMENU_DESIGN",
                                                                      "TORVEX_DYNMENU_LIVE",
                                                                      "update TORVEX_PAGES_DESIGN",

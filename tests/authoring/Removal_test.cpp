@@ -78,6 +78,8 @@ TEST_P(RemovalTest, LeavesNoRowOfThePagesInAnyTable) {
         row("TORVEX_MAILFORM_OPTIONS", {{"pageId", pageId}});
         row("TORVEX_SEARCH", {{"search_pageId", pageId}});
         row("TORVEX_SEARCH_LOG", {{"search_pageId", pageId}, {"search_word", "word"}});
+        row("TORVEX_SEARCH_DAYS",
+            {{"search_pageId", pageId}, {"search_word", "word"}, {"yyyymmdd", "20260615"}});
         row("TORVEX_DYNMENU_DESIGN", {{"pageId", pageId}});
         row("TORVEX_DYNMENU_LIVE", {{"pageId", pageId}});
     });
@@ -90,7 +92,7 @@ TEST_P(RemovalTest, LeavesNoRowOfThePagesInAnyTable) {
     for (const auto* table : {"TORVEX_PAGES_METADATA_DESIGN", "TORVEX_PAGES_METADATA_LIVE"}) {
         expectNeighboursOnly(table, "metaData_pageId");
     }
-    for (const auto* table : {"TORVEX_SEARCH", "TORVEX_SEARCH_LOG"}) {
+    for (const auto* table : {"TORVEX_SEARCH", "TORVEX_SEARCH_LOG", "TORVEX_SEARCH_DAYS"}) {
         expectNeighboursOnly(table, "search_pageId");
     }
 }

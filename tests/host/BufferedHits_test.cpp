@@ -1,7 +1,7 @@
 #include "host/BufferedHits.h"
 
 #include <atomic>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <spdlog/logger.h>
 #include <spdlog/sinks/ostream_sink.h>
 #include <sstream>
@@ -23,10 +23,10 @@ constexpr const char* today = "20260615";
 class BufferedHitsTest : public test::DatabaseTest {
   protected:
     BufferedHits::OpenDatabase opener() {
-        return [this] {
+        return [this](db::Purpose purpose) {
             ++opened_;
             if (isBroken_) throw db::DatabaseError("the disk is full");
-            return openAnother(db::Purpose::Transaction);
+            return openAnother(purpose);
         };
     }
 
@@ -36,6 +36,31 @@ class BufferedHitsTest : public test::DatabaseTest {
             "select hits, uniquehits from TORVEX_LOGGING where nodeId = ? and yyyymmdd = ?", {nodeId, day});
         if (!rows.next()) return {};
         return rows.text("hits") + "/" + rows.text("uniquehits");
+    }
+
+    static SearchedWords searched(std::map<std::string, int> words, const std::string& day = today) {
+        return {.pageId = 20, .nodeId = "01.en.09", .day = day, .words = std::move(words)};
+    }
+    /// "word count" of each word.
+    std::vector<std::string> words() {
+        return lines("select search_word, search_count from TORVEX_SEARCH_LOG order by search_word");
+    }
+    /// "word day searches withoutResult" of each day.
+    std::vector<std::string> days() {
+        return lines(
+            "select search_word, yyyymmdd, searches, withoutResult from TORVEX_SEARCH_DAYS "
+            "where search_pageId = 20 and site = '01' and lang = 'en' order by search_word, yyyymmdd");
+    }
+    std::vector<std::string> lines(const std::string& statement) {
+        std::vector<std::string> lines;
+        auto rows = connection().query(statement);
+        while (rows.next()) {
+            std::string line;
+            for (std::size_t i = 0; i < rows.columns(); ++i)
+                line += (i == 0 ? "" : " ") + rows.value(i).toText();
+            lines.push_back(line);
+        }
+        return lines;
     }
 
     std::size_t errorLines() {
@@ -138,6 +163,91 @@ TEST_P(BufferedHitsTest, ViewsFromManyThreadsAreAllCountedAndOneIsTheFirst) {
     }
     EXPECT_EQ(uniques, 1);
     EXPECT_EQ(stored(), "1000/1");
+}
+
+// Searched words
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST_P(BufferedHitsTest, WordsAreWrittenByThemselvesAfterTheDelay) {
+    BufferedHits hits(opener(), log_, 20ms);
+    hits.countSearch(searched({{"tax", 1}}));
+    for (int i = 0; i < 200 && words().empty(); ++i) std::this_thread::sleep_for(10ms);
+    EXPECT_THAT(words(), ElementsAre("tax 1"));
+}
+
+TEST_P(BufferedHitsTest, WordsAreCountedInAllAndByDay) {
+    BufferedHits hits(opener(), log_, 1h);
+    hits.countSearch(searched({{"tax", 1}, {"rates", 2}}));
+    hits.countNothingFound(searched({{"tax", 1}, {"rates", 2}}));
+    hits.countSearch(searched({{"tax", 1}}, "20260616"));
+    EXPECT_THAT(words(), IsEmpty());
+    EXPECT_TRUE(hits.flush());
+    EXPECT_THAT(words(), ElementsAre("rates 2", "tax 2"));
+    EXPECT_THAT(days(), ElementsAre("rates 20260615 2 2", "tax 20260615 1 1", "tax 20260616 1 0"));
+    hits.countSearch(searched({{"tax", 1}}));
+    EXPECT_TRUE(hits.flush());
+    EXPECT_THAT(words(), ElementsAre("rates 2", "tax 3"));
+    EXPECT_THAT(days(), ElementsAre("rates 20260615 2 2", "tax 20260615 2 1", "tax 20260616 1 0"));
+}
+
+TEST_P(BufferedHitsTest, ThatNothingWasFoundMayBeWrittenApart) {
+    BufferedHits hits(opener(), log_, 1h);
+    hits.countSearch(searched({{"tax", 1}}));
+    EXPECT_TRUE(hits.flush());
+    hits.countNothingFound(searched({{"tax", 1}}));
+    EXPECT_TRUE(hits.flush());
+    EXPECT_THAT(words(), ElementsAre("tax 1"));
+    EXPECT_THAT(days(), ElementsAre("tax 20260615 1 1"));
+}
+
+TEST_P(BufferedHitsTest, TheEndWritesTheWordsThatAreLeft) {
+    {
+        BufferedHits hits(opener(), log_, 1h);
+        hits.countSearch(searched({{"tax", 1}}));
+        EXPECT_THAT(words(), IsEmpty());
+    }
+    EXPECT_THAT(words(), ElementsAre("tax 1"));
+}
+
+TEST_P(BufferedHitsTest, WordsThatCannotBeWrittenAreKeptAndDoNotHoldUpViews) {
+    BufferedHits hits(opener(), log_, 1h);
+    connection().execute("alter table TORVEX_SEARCH_DAYS rename to TORVEX_AWAY");
+    hits.count(node, today, true);
+    hits.countSearch(searched({{"tax", 1}}));
+    EXPECT_FALSE(hits.flush());
+    EXPECT_FALSE(hits.flush());
+    EXPECT_EQ(stored(), "1/1");
+    EXPECT_THAT(words(), IsEmpty());
+    EXPECT_EQ(errorLines(), 1U);
+    connection().execute("alter table TORVEX_AWAY rename to TORVEX_SEARCH_DAYS");
+    EXPECT_TRUE(hits.flush());
+    EXPECT_THAT(words(), ElementsAre("tax 1"));
+}
+
+TEST_P(BufferedHitsTest, WhoBringsTooManyWordsWritesThemFirst) {
+    BufferedHits hits(opener(), log_, 1h);
+    std::map<std::string, int> many;
+    for (std::size_t i = 0; i < BufferedHits::mostWords; ++i) many["word" + std::to_string(i)] = 1;
+    hits.countSearch(searched(many));
+    EXPECT_THAT(words(), IsEmpty());
+    hits.countSearch(searched({{"one more", 1}}));
+    EXPECT_EQ(words().size(), BufferedHits::mostWords);
+    EXPECT_TRUE(hits.flush());
+    EXPECT_EQ(words().size(), BufferedHits::mostWords + 1);
+}
+
+TEST_P(BufferedHitsTest, WordsBeyondTheMemoryAreLeftOutWhileTheyCannotBeWritten) {
+    BufferedHits hits(opener(), log_, 1h);
+    std::map<std::string, int> many;
+    for (std::size_t i = 0; i < BufferedHits::mostWords; ++i) many["word" + std::to_string(i)] = 1;
+    hits.countSearch(searched(many));
+    isBroken_ = true;
+    hits.countSearch(searched({{"left out", 1}}));
+    isBroken_ = false;
+    EXPECT_TRUE(hits.flush());
+    EXPECT_EQ(words().size(), BufferedHits::mostWords);
 }
 
 }  // namespace

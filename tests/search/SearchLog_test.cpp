@@ -22,6 +22,20 @@ class SearchLogTest : public SearchPageTest {
         while (rows.next()) words.push_back(rows.text("search_word") + " " + rows.text("search_count"));
         return words;
     }
+    /// "word site lang day searches withoutResult" of each row.
+    std::vector<std::string> ofDays() {
+        std::vector<std::string> words;
+        auto rows = connection().query(
+            "select search_word, site, lang, yyyymmdd, searches, withoutResult from TORVEX_SEARCH_DAYS "
+            "where search_pageId = 20 order by search_word, yyyymmdd");
+        while (rows.next()) {
+            std::string line = rows.text("search_word");
+            for (const auto* column : {"site", "lang", "yyyymmdd", "searches", "withoutResult"})
+                line += " " + rows.text(column);
+            words.push_back(line);
+        }
+        return words;
+    }
 };
 INSTANTIATE_TEST_SUITE_P(Engines, SearchLogTest, bothEngines(), engineName);
 
@@ -80,6 +94,23 @@ TEST_P(SearchLogTest, AFurtherPageCountsNothing) {
     searchFor("tax");
     turnTo("2");
     EXPECT_THAT(logged(), ElementsAre("tax 1"));
+}
+
+TEST_P(SearchLogTest, WordsAreCountedByDay) {
+    fake.rows = {documentRow("aa/1.pdf")};
+    searchFor("Tax rates");
+    host.clock = FixedClock({2026, 6, 16, 8, 0, 0});
+    searchFor("tax");
+    EXPECT_THAT(ofDays(),
+                ElementsAre("rates aa bb 20260615 1 0", "tax aa bb 20260615 1 0", "tax aa bb 20260616 1 0"));
+}
+
+TEST_P(SearchLogTest, WordsThatNothingWasFoundForAreCountedApart) {
+    searchFor("tax rates");
+    fake.rows = {documentRow("aa/1.pdf")};
+    searchFor("rates");
+    EXPECT_THAT(ofDays(), ElementsAre("rates aa bb 20260615 2 1", "tax aa bb 20260615 1 1"));
+    EXPECT_THAT(logged(), ElementsAre("rates 2", "tax 1"));
 }
 
 TEST_P(SearchLogTest, ALogThatFailsEndsTheSearch) {

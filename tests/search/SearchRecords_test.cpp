@@ -62,7 +62,12 @@ TEST_P(SearchRecordsTest, WhatBelongsToPagesThatArentLiveGoes) {
     row("TORVEX_SEARCH", {{"search_pageId", design}});
     row("TORVEX_SEARCH_LOG", {{"search_pageId", design}, {"search_word", "tax"}});
     row("TORVEX_SEARCH_LOG", {{"search_pageId", 20}, {"search_word", "rates"}});
+    for (const double pageId : {design, PageId(20)})
+        row("TORVEX_SEARCH_DAYS",
+            {{"search_pageId", pageId}, {"search_word", "tax"}, {"yyyymmdd", "20260615"}});
     EXPECT_EQ(cleaned(), "");
+    EXPECT_EQ(host.hits.flushes, 1);
+    EXPECT_EQ(cell("select search_pageId from TORVEX_SEARCH_DAYS"), "20");
     EXPECT_EQ(cell("select count(*) from TORVEX_SEARCH"), "1");
     EXPECT_EQ(cell("select search_word from TORVEX_SEARCH_LOG"), "rates");
 }

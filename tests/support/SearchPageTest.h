@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "delivery/HitStore.h"
 #include "search/Search.h"
 #include "support/ExtranetTest.h"
 #include "support/FakeCatalogue.h"
@@ -82,7 +83,11 @@ class SearchPageTest : public ExtranetTest {
     }
     std::string load(const std::string& html, const std::string& mode = "",
                      const std::string& pageIdent = searchPage) {
-        Search search(host.context(), fake.opener());
+        HostContext context = host.context();
+        DirectHits hits(context.database, context.application);
+        HostContext counting{context.with(hits), context.request,       context.response,
+                             context.session,    context.scriptTimeout, context.begin};
+        Search search(counting, fake.opener());
         search.connect(*counted_);
         std::string filled = search.loadResults(pageIdent, mode, html);
         error = search.search_error();

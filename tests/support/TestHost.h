@@ -38,6 +38,14 @@ class FakeHitCounter final : public HitCounter {
     std::map<std::pair<std::string, std::string>, int> uniqueViews;
 
     bool count(std::string_view nodeId, std::string_view day, bool unique) override;
+    /// Words are counted by the tests of searching, in the database.
+    void countSearch(const SearchedWords&) override {}
+    void countNothingFound(const SearchedWords&) override {}
+    bool flush() override {
+        ++flushes;
+        return true;
+    }
+    int flushes = 0;
 };
 
 /// Hands on to a database that comes later; until then using it throws `DatabaseError`.

@@ -34,7 +34,7 @@ std::vector<Row<desk>> statistics() {
     return {
         reads("getPageHits", &desk::getPageHits,
               {argument("site"), argument("lang"), argument("from"), argument("to"), argument("kind"),
-               argument("start", 0)},
+               argument("start", 0.0)},
               "Pages by what visitors looked at between two days: \"best\", \"rising\" or \"unread\"; 100 at "
               "most. Days are yyyymmdd.",
               viewAccess(adminEntry::statistics, "site", "lang"))
@@ -44,6 +44,14 @@ std::vector<Row<desk>> statistics() {
                     {"views", Number},
                     {"visitors", Number},
                     {"earlier", Number}}),
+        reads(
+            "getSearchedWords", &desk::getSearchedWords,
+            {argument("site"), argument("lang"), argument("from"), argument("to"), argument("kind"),
+             argument("start", 0.0)},
+            "What visitors searched for between two days, and how often nothing was found: \"all\" words or "
+            "those of \"empty\" results; 100 at most. Days are yyyymmdd.",
+            viewAccess(adminEntry::statistics, "site", "lang"))
+            .lists({{"word", Text}, {"searches", Number}, {"withoutResult", Number}}),
         reads("getPublishings", &desk::getPublishings, {argument("scope"), argument("from"), argument("to")},
               "On which days how many pages were published: a page, given by its number, or a branch, given "
               "by its node.",

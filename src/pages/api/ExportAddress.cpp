@@ -10,6 +10,7 @@
 #include "pages/api/Api.h"
 #include "pages/api/Tokens.h"
 #include "platform/DateTime.h"
+#include "platform/HitCounter.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/Session.h"
@@ -55,6 +56,7 @@ void write(HostContext& host, db::Connection& connection, const Export& list, co
     addFields(host.response);
     host.response.addHeader("Content-Disposition",
                             "attachment; filename=\"" + std::string(list.name) + ".csv\"");
+    host.hits.flush();
     std::vector<Value> head;
     for (const auto column : list.columns) head.emplace_back(column);
     host.response.write(csvLine(head));

@@ -16,7 +16,13 @@ const line = ({ login = 3, name = "Basil Thymian", page = 0, node = "", entry = 
 const hits = (node, day, views, visitors) =>
   `insert into TORVEX_LOGGING (site, lang, nodeId, yyyymmdd, yyyy, mm, dd, hits, uniquehits) values ('bg', 'en', '${node}', '${day}', '${day.slice(0, 4)}', '${day.slice(4, 6)}', '${day.slice(6)}', ${views}, ${visitors})`;
 
+const searched = (word, day, searches, without) =>
+  `insert into TORVEX_SEARCH_DAYS (site, lang, search_pageId, search_word, yyyymmdd, searches, withoutResult) values ('bg', 'en', 20, '${word}', '${day}', ${searches}, ${without})`;
+
 const statements = [
+  searched("snowdrop", digits(2), 12, 0),
+  searched("=dragon tree", digits(3), 4, 3),
+  searched("mandrake", digits(40), 9, 9),
   "delete from TORVEX_AUDIT_TRAIL",
   line({ action: "publish", page: 77, node: "bg.en.03.01", day: "20250301" }),
   line({ action: "check in", page: 77, node: "bg.en.03.01", day: "20250301" }),
@@ -114,6 +120,28 @@ describe("the audit trail and the statistics", () => {
     await page.locator("tvx-table").getByRole("link", { name: titleOf("bg.en.02"), exact: true }).click();
     await page.getByRole("heading", { name: `Statistics of ${titleOf("bg.en.02")}` }).waitFor();
     await page.getByText("7 views", { exact: true }).waitFor();
+    assert.deepEqual(work.faults, []);
+    await work.close();
+  });
+
+  test("words that were searched for are listed and saved, and so are those that nothing was found for", async () => {
+    const work = await workAs(site, "iris");
+    const { page } = work;
+    await work.go("/torvex/statistics.asp");
+    const words = page.locator("tvx-stat-words");
+    await words.getByRole("row", { name: /snowdrop.*\b12\b.*\b0\b/ }).waitFor();
+    await words.getByRole("row", { name: /dragon tree.*\b4\b.*\b3\b/ }).waitFor();
+    assert.equal(await words.getByText("mandrake").count(), 0, "it was searched for earlier");
+    await assertAccessible(page, "the words");
+    const file = await fileOf(page, () => words.getByRole("link", { name: "Save as CSV" }).click());
+    assert.equal(file, "word,searches,withoutResult\r\nsnowdrop,12,0\r\n'=dragon tree,4,3\r\n");
+
+    await words.getByRole("group", { name: "Words searched for" }).getByRole("button", { name: "Nothing found" }).click();
+    await words.getByText("snowdrop").waitFor({ state: "detached" });
+    assert.match(page.url(), /words=empty/);
+    await page.getByRole("button", { name: "Last 90 days" }).click();
+    await words.getByRole("row", { name: /mandrake.*\b9\b.*\b9\b/ }).waitFor();
+    await words.getByText("dragon tree").waitFor();
     assert.deepEqual(work.faults, []);
     await work.close();
   });

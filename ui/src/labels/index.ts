@@ -6,6 +6,7 @@ import { editor } from "./names/editor";
 import { modules } from "./names/modules";
 import { pages } from "./names/pages";
 import { passwords } from "./names/passwords";
+import { rest } from "./names/rest";
 import { rights } from "./names/rights";
 import { running } from "./names/running";
 import { screens } from "./names/screens";
@@ -20,6 +21,7 @@ export const L = {
   ...modules,
   ...pages,
   ...passwords,
+  ...rest,
   ...rights,
   ...running,
   ...screens,

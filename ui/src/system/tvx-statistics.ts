@@ -20,6 +20,8 @@ import { chart } from "./chart";
 import { csvText } from "./model/csv";
 import { type By, type Hits, type Point, periodsOf, pointsOf, type What, yearBefore } from "./model/series";
 import { saveFile } from "./save-file";
+import "./stat-words";
+import { wordsKind } from "./stat-words";
 import "../pages/lists.css";
 import "./system.css";
 
@@ -217,7 +219,7 @@ export class TvxStatistics extends TvxElement {
       ${this.tools()}
       ${faultNotice(this.fault, this.again)}
       ${this.points ? this.numbers(this.points) : html`<div class="skeleton stat-wait"></div>`}
-      ${this.page ? nothing : this.pages()}
+      ${this.page ? nothing : html`${this.pages()}${this.words()}`}
     </section>`;
   }
 
@@ -299,6 +301,12 @@ export class TvxStatistics extends TvxElement {
       amount("visitors", t(L.visitorsColumn), true),
       amount("earlier", t(L.statEarlier), true),
     ];
+  }
+
+  private words(): TemplateResult {
+    const { site, lang } = this.where.value;
+    const { from, to } = this.time;
+    return html`<tvx-stat-words .site=${site} .language=${lang} .from=${from} .to=${to} .kind=${wordsKind(this.params.get("words"))}></tvx-stat-words>`;
   }
 
   private pages(): TemplateResult {
