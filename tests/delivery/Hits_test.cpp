@@ -182,6 +182,32 @@ TEST_P(HitStoreTest, AFurtherViewByANewVisitorAddsToBoth) {
     EXPECT_EQ(day("uniquehits"), "2");
 }
 
+/// "node month hits/uniquehits" of those with any.
+TEST_P(HitStoreTest, MonthsFollowWhoeverWritesTheHits) {
+    const auto months = [&] {
+        std::string all;
+        auto rows = connection().query(
+            "select nodeId, yyyymm, hits, uniquehits, site, lang from TORVEX_LOGGING_MONTHS where hits > 0 "
+            "order by nodeId, yyyymm");
+        while (rows.next())
+            all += rows.text("site") + "/" + rows.text("lang") + " " + rows.text("nodeId") + " " +
+                   rows.text("yyyymm") + " " + rows.text("hits") + "/" + rows.text("uniquehits") + "; ";
+        return all;
+    };
+    hits.count("aa.en.01", "20260615", true);
+    hits.count("aa.en.01", "20260616", false);
+    hits.count("aa.en.01", "20260616", false);
+    hits.count("aa.en.01", "20260701", true);
+    addHits(connection(), "aa.en.02", "20260615", 10, 4);
+    EXPECT_EQ(months(), "aa/en aa.en.01 202606 3/2; aa/en aa.en.01 202607 1/1; aa/en aa.en.02 202606 10/4; ");
+    connection().execute("update TORVEX_LOGGING set hits = 20 where nodeId = 'aa.en.02'");
+    EXPECT_EQ(months(), "aa/en aa.en.01 202606 3/2; aa/en aa.en.01 202607 1/1; aa/en aa.en.02 202606 20/4; ");
+    connection().execute("update TORVEX_LOGGING set nodeId = 'aa.en.05' where nodeId = 'aa.en.01'");
+    EXPECT_EQ(months(), "aa/en aa.en.02 202606 20/4; aa/en aa.en.05 202606 3/2; aa/en aa.en.05 202607 1/1; ");
+    connection().execute("delete from TORVEX_LOGGING where yyyymmdd >= '20260616'");
+    EXPECT_EQ(months(), "aa/en aa.en.02 202606 20/4; aa/en aa.en.05 202606 1/1; ");
+}
+
 TEST_P(HitStoreTest, TheFirstViewOfANewDayIsUniqueEvenByAKnownVisitor) {
     hits.count("aa.en.01", "20260615", true);
     EXPECT_TRUE(hits.count("aa.en.01", "20260616", false));

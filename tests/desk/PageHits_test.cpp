@@ -1,6 +1,10 @@
+#include <chrono>
 #include <gmock/gmock.h>
+#include <map>
 
 #include "delivery/HitStore.h"
+#include "platform/DateTime.h"
+#include "platform/Days.h"
 #include "support/DeskTest.h"
 
 namespace torvex::test {
@@ -57,6 +61,48 @@ TEST_P(DeskPageHitsTest, RisingPagesAreAboveAsManyDaysBefore) {
     addHits(connection(), "aa.en.03", "20260110", 100, 1);
     addHits(connection(), "aa.en.03", "20260109", 90, 1);
     EXPECT_THAT(pages("rising"), ElementsAre("aa.en.02|25|10|0", "aa.en.03|100|1|90"));
+}
+
+/// As the days alone say it.
+TEST_P(DeskPageHitsTest, MonthsAddUpToTheirDays) {
+    std::map<std::string, int> hits;
+    auto day = std::chrono::sys_days(std::chrono::year(2024) / 1 / 1);
+    for (int i = 0; i < 900; i += 3, day += std::chrono::days(3)) {
+        const std::string digits = date8(momentOf(day));
+        addHits(connection(), "aa.en.03", digits, i + 1, 1);
+        hits[digits] += i + 1;
+    }
+    const auto between = [&](const std::string& from, const std::string& to) {
+        int sum = 0;
+        for (const auto& [when, count] : hits) sum += when >= from && when <= to ? count : 0;
+        return std::to_string(sum);
+    };
+    struct Period {
+        std::string from;
+        std::string to;
+        std::string before;  ///< as many days
+        std::string dayBefore;
+    };
+    for (const auto& [from, to, before, dayBefore] :
+         {Period{"20250101", "20251231", "20240102", "20241231"},
+          Period{"20250115", "20250615", "20240816", "20250114"},
+          Period{"20250201", "20250228", "20250104", "20250131"},
+          Period{"20250131", "20250301", "20250101", "20250130"},
+          Period{"20250310", "20250312", "20250307", "20250309"},
+          Period{"20250630", "20250801", "20250528", "20250629"}}) {
+        SCOPED_TRACE(from + " to " + to);
+        const Value list = desk().getPageHits("aa", "en", from, to, "best");
+        ASSERT_TRUE(list.isGrid());
+        std::size_t row = 0;
+        while (row < list.grid().rows() && list.grid().at(1, row).toText() != "aa.en.03") ++row;
+        ASSERT_LT(row, list.grid().rows());
+        EXPECT_EQ(list.grid().at(3, row).toText(), between(from, to));
+        EXPECT_EQ(list.grid().at(5, row).toText(), between(before, dayBefore));
+    }
+    const Value all = desk().getPageHits("aa", "en", "", "", "best");
+    EXPECT_EQ(all.grid().at(3, 0).toText(), between("", "9"));
+    const Value since = desk().getPageHits("aa", "en", "20250115", "", "best");
+    EXPECT_EQ(since.grid().at(3, 0).toText(), between("20250115", "9"));
 }
 
 TEST_P(DeskPageHitsTest, UnreadPagesCanBeSeenAndWerent) {

@@ -1,11 +1,14 @@
 #include "installation/Schema.h"
 
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include "platform/DateTime.h"
 #include "platform/Errors.h"
 #include "platform/db/ConnectionText.h"
 #include "platform/db/SqliteStore.h"
+#include "support/SourceFolder.h"
 #include "support/TestDatabase.h"
 
 namespace torvex {
@@ -97,6 +100,36 @@ TEST_P(SchemaTest, NotesEachStepWithItsTime) {
     EXPECT_EQ(valueOf("select name from TORVEX_SCHEMA_CONTENT where version = 1"), "pages");
     EXPECT_EQ(valueOf("select applied from TORVEX_SCHEMA_AUDIT where version = 1"), "2026-03-04 05:06:07");
     EXPECT_EQ(valueOf("select count(*) as n from TORVEX_SCHEMA_HITS"), "1");
+}
+
+/// The text of a step of the stored hits.
+std::string hitsStep(const std::string& file) {
+    std::ifstream in(fs::path(test::sourceFolder()) / "install/schema/hits" / file);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+TEST_P(SchemaTest, MonthsBeginWithTheHitsThatStand) {
+    auto steps = firstSteps();
+    steps.push_back({"hits", 2, "hits", hitsStep("0001_hits.sql")});
+    create(steps);
+    open()->executeScript(
+        "insert into TORVEX_LOGGING (site, lang, nodeId, yyyymmdd, hits, uniquehits) values "
+        "('aa', 'en', 'aa.en.01', '20260630', 3, 1), ('aa', 'en', 'aa.en.01', '20260601', 4, 2), "
+        "('aa', 'en', 'aa.en.01', '20260701', 5, null)");
+    steps.push_back({"hits", 3, "months", hitsStep("0003_months.sql")});
+    migrate(steps);
+    const auto month = [&](const std::string& column, const std::string& yyyymm) {
+        return valueOf("select " + column +
+                       " from TORVEX_LOGGING_MONTHS where nodeId = 'aa.en.01' and "
+                       "site = 'aa' and lang = 'en' and yyyymm = '" +
+                       yyyymm + "'");
+    };
+    EXPECT_EQ(month("hits", "202606"), "7");
+    EXPECT_EQ(month("uniquehits", "202606"), "3");
+    EXPECT_EQ(month("hits", "202607"), "5");
+    open()->executeScript("update TORVEX_LOGGING set hits = 6, uniquehits = 1 where yyyymmdd = '20260701'");
+    EXPECT_EQ(month("hits", "202607"), "6");
+    EXPECT_EQ(month("uniquehits", "202607"), "1");
 }
 
 TEST_P(SchemaTest, IsNotCreatedWhereThereIsOne) {

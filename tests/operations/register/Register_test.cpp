@@ -121,6 +121,20 @@ TEST(Register, WhatAsksForALoginOfOnesOwnTakesItAsANumber) {
     });
 }
 
+/// The 16 bits of an integer end at 32,767.
+TEST(Register, AListGoesOnWithAnyOfItsRows) {
+    int lists = 0;
+    forEachOperation([&](const ClassEntry&, const Operation& operation) {
+        for (const auto& argument : operation.arguments) {
+            if (!argument.defaultValue || (argument.name != "from" && argument.name != "start")) continue;
+            if (argument.type == ArgumentType::Text) continue;
+            EXPECT_EQ(argument.type, ArgumentType::Number) << operation.name;
+            ++lists;
+        }
+    });
+    EXPECT_GE(lists, 14);
+}
+
 // ---- Rows belong to one class ----
 
 class Apple {
