@@ -165,7 +165,7 @@ describe("the list of keys", () => {
     await keys.waitFor();
     const told = await keys.locator("kbd").allTextContents();
     assert.deepEqual(told, [...new Set(told)]);
-    for (const key of ["Ctrl+S", "Ctrl+L", "Ctrl+Shift+H", "Shift+Enter", "Alt+↑", "Alt+↓"]) assert.ok(told.includes(key), key);
+    for (const key of ["Ctrl+S", "Ctrl+L", "Ctrl+Shift+H", "Ctrl+Space", "Shift+Enter", "Alt+↑", "Alt+↓"]) assert.ok(told.includes(key), key);
     assert.deepEqual(await findingsOfAxe(page), []);
     assert.deepEqual(errors, []);
     await context.close();

@@ -76,8 +76,14 @@ export function setWords(lang: string, texts: Record<string, string>): void {
   for (const listener of listeners) listener();
 }
 
-export async function loadWords(lang: string): Promise<void> {
+const areTexts = (given: unknown): given is Record<string, string> =>
+  typeof given === "object" && given !== null && Object.values(given).every((text) => typeof text === "string");
+
+/** All words of a language as the server has them; nothing is shown in them yet. */
+export async function fetchWords(lang: string): Promise<Record<string, string>> {
   const response = await fetch(`/torvex/api/labels?lang=${encodeURIComponent(lang)}`, { credentials: "same-origin" });
   if (!response.ok) throw new Error(`labels: ${response.status}`);
-  setWords(lang, await response.json());
+  const texts: unknown = await response.json();
+  if (!areTexts(texts) || Object.keys(texts).length === 0) throw new Error("labels: no words");
+  return texts;
 }

@@ -14,6 +14,7 @@ const everywhere: [string, Label][] = [
 const inTexts: [string, Label][] = [
   ["Ctrl+L", L.link],
   ["Ctrl+Shift+H", L.source],
+  ["Ctrl+Space", L.keysTags],
 ];
 const inLists: [string, Label][] = [
   ["↑ ↓ ← →", L.keysMove],

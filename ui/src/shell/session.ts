@@ -1,7 +1,6 @@
 import { connection } from "../api/connection";
 import { requestNow } from "../api/request";
-import { loadWords } from "../labels";
-import { wishedLanguage } from "./language";
+import { startWords } from "./language";
 import { allWebsites, type Login, nothingAllowed, type SessionRights, takeWebsites, workplace } from "./workplace";
 
 interface SessionAnswer {
@@ -23,7 +22,7 @@ export const whoAmI = async () => loginOf(await asked());
 
 /** Learns who works here, and in which words; false when nobody is logged in. */
 export async function startSession(): Promise<boolean> {
-  const [session, websites] = await Promise.all([asked(), allWebsites(), loadWords(wishedLanguage())]);
+  const [session, websites] = await Promise.all([asked(), allWebsites(), startWords()]);
   const login = loginOf(session);
   workplace.patch({ login });
   if (login) takeWebsites(websites, session.rights ?? nothingAllowed);

@@ -5,6 +5,7 @@ import { icon } from "../kit/icon";
 import { whenIdle } from "../kit/idle";
 import { initials } from "../kit/initials";
 import { type MenuEntry, openMenu, rule } from "../kit/tvx-menu";
+import { toast } from "../kit/tvx-toast";
 import { interfaceLanguage, L, plural, t } from "../labels";
 import { shownKey } from "../labels/keys";
 import { go } from "./address";
@@ -57,7 +58,7 @@ export class TvxBar extends TvxElement {
       ...this.languages.value.map(([id, label]) => ({
         label,
         checked: id === interfaceLanguage(),
-        run: () => void useLanguage(id),
+        run: () => useLanguage(id).catch(() => toast(t(L.languageKept), { kind: "warn" })),
       })),
       rule,
       ...appearances.map(([id, label]) => ({

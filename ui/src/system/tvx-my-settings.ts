@@ -69,8 +69,9 @@ export class TvxMySettings extends TvxElement {
     const { all } = this;
     if (!all || value === setting.content || !isKept(setting, value)) return;
     try {
-      await saveSettings(all, new Map([[setting.parameter, value]]));
-      if (setting.parameter === LANGUAGE) await useLanguage(value);
+      const keep = () => saveSettings(all, new Map([[setting.parameter, value]]));
+      if (setting.parameter === LANGUAGE) await useLanguage(value, keep);
+      else await keep();
       toast(t(L.settingsSaved));
     } catch (error) {
       if (!isChanged(error)) failed(error);
