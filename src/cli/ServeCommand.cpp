@@ -144,8 +144,9 @@ ExitCode serve(const ServeOptions& options, const Environment& environment) {
     std::optional<MailDelivery> mails(mailDesk(opened, mailClient));
     log.info(
         fmt::format("serving {} at {}", opened.installation.folder().string(), addresses(server, *http)));
+    catalogue::Renewal renewal(opened.application);
     std::optional<catalogue::Keeper> keeper;
-    keeper.emplace(opened.upkeepParts(), opened.changedFiles,
+    keeper.emplace(opened.upkeepParts(), opened.changedFiles, renewal,
                    catalogue::KeeperTimes{.compare = opened.installation.settings().search.compare});
     signals.watch([&] { http->stop(); });
     http->run();

@@ -123,6 +123,10 @@ class desk {
     bool tryAccessFilter(const std::string& filter, bool exact, const std::string& address);
     /// What other servers have missed of the installation's files, by server, the latest first; at most 500.
     Value getReplication();
+    /// The search catalogue of this server: its entries, its size in bytes, the changed files that wait, 1 where a
+    /// running server keeps it, what it is asked for ("compare", "anew", "stop") and what is at work, the files of that
+    /// and how many are done, when all files were compared last, and what is in the way.
+    Value getCatalogue();
     /// A new password for the caller's own login, whose name and password are to be proved: 0, 1 when they are
     /// wrong, 2 without a new one, 3 when it is one of the commonest (see accounts/CommonPasswords.h), -10.
     int changePassword(const std::string& username, const std::string& password,

@@ -206,12 +206,16 @@ class registers {
                          int maxLevels, int templateId, int display, int extranet, bool marked = false,
                          int advId = 0);
 
-    // ---- Site search (desk/SearchSettings.cpp) ----
+    // ---- Site search (desk/SearchSettings.cpp, Catalogue.cpp) ----
 
     /// What the search pages of a website decide, by their nodes.
     Value getSearches(const std::string& site, const std::string& lang);
     /// The 500 words that were searched most from a search page, with how often.
     Value getSearchWords(double pageId);
+    /// Asks for the search catalogue of this server to be compared with all files ("compare") or made "anew", or for
+    /// that work to "stop": what is left then is done by the next comparison. "0", "-1" where no server keeps it,
+    /// "-2" for another task.
+    std::string renewCatalogue(const std::string& task, int advId = 0);
     /// Makes a page a search page, or changes what it decides; at once. Arguments are as their columns. "-1" no
     /// such page, "-3" no catalogue, "-4" no such choice, "-6" server or share of a remote catalogue missing.
     std::string saveSearch(double pageId, const std::string& catalogName, int catalogLocation,

@@ -60,6 +60,25 @@ std::vector<Row<desk>> statistics() {
     };
 }
 
+std::vector<Row<desk>> catalogue() {
+    return {
+        reads("getCatalogue", &desk::getCatalogue, {},
+              "The search catalogue of this server: what it holds, what waits, and how far its renewal has "
+              "come.",
+              viewAccess(adminEntry::catalogue))
+            .lists({{"entries", Number},
+                    {"bytes", Number},
+                    {"queued", Number},
+                    {"isKept", Number},
+                    {"asked", Text},
+                    {"task", Text},
+                    {"total", Number},
+                    {"done", Number},
+                    {"compared", Date},
+                    {"failure", Text}}),
+    };
+}
+
 std::vector<Row<desk>> settings() {
     return {
         reads(
@@ -104,7 +123,7 @@ std::vector<Row<desk>> settings() {
 }  // namespace
 
 std::vector<Row<desk>> deskRunningRows() {
-    return joined({trail(), statistics(), settings()});
+    return joined({trail(), statistics(), catalogue(), settings()});
 }
 
 }  // namespace torvex::operations

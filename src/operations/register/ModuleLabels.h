@@ -9,6 +9,7 @@ inline constexpr CodeLabel recordGone{6400, "gone"};
 inline constexpr CodeLabel noSuchWebsiteHere{6401, "no-such-website"};
 inline constexpr CodeLabel titleMissing{6402, "title-missing"};
 inline constexpr CodeLabel noSuchChoice{6403, "no-such-choice"};
+inline constexpr CodeLabel catalogueNotKept{6030, "not-kept"};  // 08_words_rest.sql
 inline constexpr CodeLabel noSystemTemplate{6404, "no-such-template"};
 inline constexpr CodeLabel noMailAddress{6405, "no-address"};
 inline constexpr CodeLabel numberTaken{6406, "number-taken"};

@@ -43,6 +43,15 @@ std::vector<Row<registers>> registersSearchRows() {
               "The 500 words that were searched most from a search page, with how often.",
               accessAtSearchPage("view"))
             .lists({{"search_word", Text}, {"search_count", Number}}),
+        writes(
+            "renewCatalogue", &registers::renewCatalogue, {argument("task"), argument("advId", 0)},
+            "Asks for the search catalogue of this server to be compared with all files (\"compare\") or "
+            "made "
+            "\"anew\", or for that work to \"stop\". Nobody waits for it: getCatalogue tells how far it is.",
+            editAccess(adminEntry::catalogue))
+            .codes({code(0, "It is asked for."),
+                    refusal(-1, "No running server keeps the catalogue.", label::catalogueNotKept),
+                    refusal(-2, "There is no such task.", label::noSuchChoice), notLoggedIn()}),
         writes("saveSearch", &registers::saveSearch,
                {argument("pageId"),
                 argument("catalogName"),

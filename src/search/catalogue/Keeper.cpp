@@ -1,8 +1,10 @@
 #include "search/catalogue/Keeper.h"
 
+#include <algorithm>
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include "platform/DateTime.h"
 #include "platform/OperatorLog.h"
 #include "search/catalogue/Catalogue.h"
 #include "search/catalogue/Queue.h"
@@ -18,10 +20,11 @@ constexpr int niceness = 10;
 
 }  // namespace
 
-Keeper::Keeper(UpkeepParts parts, ChangedFiles& changes, KeeperTimes times)
-    : parts_(std::move(parts)), changes_(changes), times_(times), upkeep_(parts_), thread_([this] {
-          work();
-      }) {}
+Keeper::Keeper(UpkeepParts parts, ChangedFiles& changes, Renewal& renewal, KeeperTimes times)
+    : parts_(std::move(parts)), changes_(changes), renewal_(renewal), times_(times), upkeep_(parts_) {
+    tell();
+    thread_ = std::thread([this] { work(); });
+}
 
 Keeper::~Keeper() {
     {
@@ -30,6 +33,7 @@ Keeper::~Keeper() {
     }
     changed_.notify_all();
     thread_.join();
+    renewal_.end();
 }
 
 /// False when it is time to end.
@@ -67,11 +71,47 @@ void Keeper::work() {
 
 void Keeper::keep() {
     queueChanges();
+    heed();
     compareWhenDue();
     while (upkeep_->step(piece)) {
+        tell();
         if (!rest(std::chrono::milliseconds(0))) return upkeep_->rest();
         queueChanges();
+        heed();
+        if (!hasCompared_) compare();
     }
+    progress_.task = Task::None;
+    progress_.total = 0;
+    tell();
+}
+
+/// What was asked for stays so until it is begun: another may be writing the catalogue now.
+void Keeper::heed() {
+    const Task task = renewal_.asked();
+    if (task == Task::None) return;
+    begin(task);
+    tell();
+    renewal_.take(task);
+}
+
+void Keeper::begin(Task task) {
+    if (task == Task::Stop) {
+        upkeep_->plan({});
+        progress_.task = Task::None;
+        progress_.total = 0;
+        return;
+    }
+    if (task == Task::Anew) upkeep_->beginAnew();
+    progress_.task = task;
+    progress_.total = 0;
+    hasCompared_ = false;
+}
+
+void Keeper::tell() {
+    progress_.done = progress_.total - std::min(progress_.total, upkeep_->planned());
+    if (told_ == progress_) return;
+    renewal_.tell(progress_);
+    told_ = progress_;
 }
 
 void Keeper::queueChanges() {
@@ -88,19 +128,28 @@ void Keeper::queueChanges() {
 void Keeper::compareWhenDue() {
     const auto now = std::chrono::steady_clock::now();
     const bool isDue = !hasCompared_ || (times_.compare.count() > 0 && now - compared_ >= times_.compare);
-    if (!isDue) return;
+    if (isDue) compare();
+}
+
+void Keeper::compare() {
+    if (progress_.task == Task::None) progress_.task = Task::Compare;
+    tell();
     upkeep_->plan(upkeep_->compare());
     upkeep_->tidyQueue();
     hasCompared_ = true;
-    compared_ = now;
+    compared_ = std::chrono::steady_clock::now();
+    progress_.compared = parts_.clock.now();
+    progress_.total = upkeep_->planned();
+    tell();
 }
 
 /// A failure that goes on is told once.
 void Keeper::note(const std::string& failure) {
-    if (failure == failure_) return;
+    if (failure == progress_.failure) return;
     if (!failure.empty()) parts_.log.warn("site search: " + failure);
     if (failure.empty()) parts_.log.warn("site search: the catalogue is kept up to date again");
-    failure_ = failure;
+    progress_.failure = failure;
+    tell();
 }
 
 }  // namespace torvex::catalogue

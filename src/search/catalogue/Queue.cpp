@@ -15,6 +15,8 @@ constexpr std::string_view insertFile =
 constexpr std::string_view selectNext =
     "select queue_id, queue_path from TORVEX_SEARCH_QUEUE where queue_id > ? order by queue_id limit ?";
 constexpr std::string_view selectLast = "select max(queue_id) as number from TORVEX_SEARCH_QUEUE";
+constexpr std::string_view countBehind =
+    "select count(*) as files from TORVEX_SEARCH_QUEUE where queue_id > ?";
 constexpr std::string_view deleteOld = "delete from TORVEX_SEARCH_QUEUE where queue_day < ?";
 
 constexpr int daysKept = 7;
@@ -52,6 +54,11 @@ std::vector<QueuedFile> queuedBehind(db::Connection& connection, std::int64_t nu
 std::int64_t lastQueued(db::Connection& connection) {
     auto rows = connection.query(selectLast);
     return rows.next() ? static_cast<std::int64_t>(rows.number("number")) : 0;
+}
+
+std::size_t countQueuedBehind(db::Connection& connection, std::int64_t number) {
+    auto rows = connection.query(countBehind, {number});
+    return rows.next() ? static_cast<std::size_t>(rows.number("files")) : 0;
 }
 
 void removeOldQueue(db::Connection& connection, const Clock& clock) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -27,6 +28,9 @@ void enqueue(db::Connection& connection, const Clock& clock, const std::vector<s
 std::vector<QueuedFile> queuedBehind(db::Connection& connection, std::int64_t number, std::size_t most);
 /// The number of the last one; 0 without any.
 std::int64_t lastQueued(db::Connection& connection);
+
+/// How many stand behind a number.
+std::size_t countQueuedBehind(db::Connection& connection, std::int64_t number);
 
 /// Removes those of more than some days ago: a server that has not seen them by then compares all files when
 /// it starts.

@@ -366,4 +366,26 @@ describe("modules", () => {
     assert.deepEqual(work.faults, []);
     await work.close();
   });
+
+  test("the catalogue tells what it holds, and is compared and made anew while nobody waits", async () => {
+    const work = await workAs(site, "iris");
+    const { page } = work;
+    const rests = page.getByText("Nothing is at work.");
+    await work.go("/torvex/torvex_search/catalogue.asp");
+    await page.getByText(/^\d[\d,]* entries, /).waitFor();
+    await rests.waitFor();
+    await page.getByRole("button", { name: "Compare now" }).click();
+    await work.says("The search catalogue is up to date.");
+    await page.getByText(/Compared with all files: /).waitFor();
+    await page.getByRole("button", { name: "Make anew" }).click();
+    // Whether the work is still going on or done by then: the server, not this page, does it.
+    await page.reload();
+    await rests.waitFor();
+    await page.getByRole("button", { name: "Make anew" }).waitFor();
+    await assertAccessible(page, "the catalogue at rest");
+    const noted = site.query("select description from TORVEX_AUDIT_TRAIL where advId = 64 and action = 'renew' order by auditId");
+    assert.deepEqual(noted.map(({ description }) => description), ["The search catalogue is to be compared with all files", "The search catalogue is to be made anew"]);
+    assert.deepEqual(work.faults, []);
+    await work.close();
+  });
 });

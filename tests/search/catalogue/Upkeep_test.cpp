@@ -8,6 +8,7 @@
 #include <thread>
 #include <xapian.h>
 
+#include "platform/ApplicationValues.h"
 #include "platform/files/DiskFileSystem.h"
 #include "platform/files/WatchedFileSystem.h"
 #include "search/catalogue/Catalogue.h"
@@ -18,6 +19,7 @@
 #include "search/catalogue/Queue.h"
 #include "search/catalogue/Reader.h"
 #include "search/extraction/TextExtractor.h"
+#include "support/Gate.h"
 #include "support/TestDatabase.h"
 #include "support/TestHost.h"
 
@@ -50,6 +52,19 @@ class SafeLog final : public OperatorLog {
     std::vector<std::string> lines_;
 };
 
+/// Can be held up.
+class GatedExtractor final : public catalogue::TextExtractor {
+  public:
+    catalogue::Reading read(const std::string& fileName, std::string_view bytes) override {
+        if (gate) gate->pass();
+        return direct_.read(fileName, bytes);
+    }
+    std::optional<Gate> gate;
+
+  private:
+    catalogue::DirectExtractor direct_;
+};
+
 /// An installation on the disk with a catalogue and a queue.
 class UpkeepTest : public DatabaseTest {
   protected:
@@ -70,7 +85,7 @@ class UpkeepTest : public DatabaseTest {
     void queue(const std::vector<std::string>& paths) { catalogue::enqueue(connection(), clock_, paths); }
 
     catalogue::UpkeepParts parts() {
-        return {database(), {root(), "documents"},           files(), extractor_, log,
+        return {database(), {root(), "documents"},           files(), extractor, log,
                 clock_,     [this] { return openAnother(); }};
     }
     FileSystem& files() {
@@ -100,12 +115,32 @@ class UpkeepTest : public DatabaseTest {
         return false;
     }
 
+    static bool isSoon(const std::function<bool()>& holds) {
+        for (int i = 0; i < 6'000; ++i) {
+            if (holds()) return true;
+            std::this_thread::sleep_for(20ms);
+        }
+        return false;
+    }
+    bool isAtRest() const {
+        return renewal.asked() == catalogue::Task::None && renewal.progress()->compared &&
+               renewal.progress()->task == catalogue::Task::None;
+    }
+    std::string generation() const {
+        std::string generation;
+        catalogue::Reader(root()).read(
+            [&](const Xapian::Database& database) { generation = database.get_metadata("generation"); });
+        return generation;
+    }
+
     SafeLog log;
+    GatedExtractor extractor;
+    ApplicationValues application;
+    catalogue::Renewal renewal{application};
 
   private:
     TemporaryFolder folder_;
     FixedClock clock_{DateTime{2026, 6, 15, 12, 0, 0}};
-    catalogue::DirectExtractor extractor_;
     std::optional<DiskFileSystem> files_;
 };
 INSTANTIATE_TEST_SUITE_P(Engines, UpkeepTest, bothEngines(), engineName);
@@ -312,7 +347,7 @@ TEST_P(UpkeepTest, TheKeeperTakesInWhatThisProgramWrites) {
     catalogue::ChangedFiles changes({root(), "documents"});
     WatchedFileSystem watched(files(), [&](const std::string& path) { changes.note(path); });
     write(document("before.txt"), "word");
-    const catalogue::Keeper keeper(parts(), changes, {.look = 20ms});
+    const catalogue::Keeper keeper(parts(), changes, renewal, {.look = 20ms});
     EXPECT_TRUE(isFoundInTime("word", 1));
     watched.writeText(root() + "/" + page("ab.en.01"), "word", TextFormat::Unicode);
     watched.writeBytes(root() + "/" + document("a.txt"), "word");
@@ -326,11 +361,72 @@ TEST_P(UpkeepTest, TheKeeperTakesInWhatThisProgramWrites) {
 }
 TEST_P(UpkeepTest, TheKeeperTakesInWhatOthersQueue) {
     catalogue::ChangedFiles changes({root(), "documents"});
-    const catalogue::Keeper keeper(parts(), changes, {.look = 20ms});
+    const catalogue::Keeper keeper(parts(), changes, renewal, {.look = 20ms});
     EXPECT_TRUE(isFoundInTime("#filename=*", 0));
     write(page("ab.en.01"), "word");
     queue({page("ab.en.01")});
     EXPECT_TRUE(isFoundInTime("word", 1));
+}
+TEST_P(UpkeepTest, TheKeeperComparesWhenItIsAsked) {
+    catalogue::ChangedFiles changes({root(), "documents"});
+    const catalogue::Keeper keeper(parts(), changes, renewal, {.look = 20ms});
+    EXPECT_TRUE(isFoundInTime("#filename=*", 0));
+    ASSERT_TRUE(isSoon([&] { return isAtRest(); }));
+    write(document("late.txt"), "word");
+    EXPECT_TRUE(renewal.ask(catalogue::Task::Compare));
+    EXPECT_TRUE(isFoundInTime("word", 1));
+    EXPECT_TRUE(isSoon([&] { return isAtRest(); }));
+    EXPECT_EQ(renewal.asked(), catalogue::Task::None);
+}
+TEST_P(UpkeepTest, TheKeeperMakesTheCatalogueAnewWhenItIsAsked) {
+    write(document("a.txt"), "word");
+    catalogue::ChangedFiles changes({root(), "documents"});
+    const catalogue::Keeper keeper(parts(), changes, renewal, {.look = 20ms});
+    EXPECT_TRUE(isFoundInTime("word", 1));
+    ASSERT_TRUE(isSoon([&] { return isAtRest(); }));
+    const std::string before = generation();
+    EXPECT_TRUE(renewal.ask(catalogue::Task::Anew));
+    EXPECT_TRUE(isSoon([&] { return generation() != before && isAtRest(); }));
+    EXPECT_THAT(found("word"), ElementsAre("a.txt"));
+    catalogue::Upkeep upkeep(parts());
+    EXPECT_EQ(upkeep.compare().count(), 0);
+}
+TEST_P(UpkeepTest, TheKeeperTellsHowFarItIsAndStopsWhenItIsAsked) {
+    for (int n = 0; n < 40; ++n) write(document(std::to_string(n) + ".txt"), "word");
+    extractor.gate.emplace();
+    catalogue::ChangedFiles changes({root(), "documents"});
+    const catalogue::Keeper keeper(parts(), changes, renewal, {.look = 20ms});
+    EXPECT_TRUE(isSoon([&] { return renewal.progress()->total == 40; }));
+    EXPECT_EQ(renewal.progress()->task, catalogue::Task::Compare);
+    extractor.gate->await(1);
+    EXPECT_TRUE(renewal.ask(catalogue::Task::Stop));
+    std::this_thread::sleep_for(600ms);  // longer than it works without looking up
+    extractor.gate->open();
+    EXPECT_TRUE(isSoon([&] { return isAtRest(); }));
+    EXPECT_THAT(found("word"), testing::SizeIs(1));
+    EXPECT_TRUE(renewal.ask(catalogue::Task::Compare));
+    EXPECT_TRUE(isFoundInTime("word", 40));
+}
+TEST_P(UpkeepTest, WhatIsAskedWaitsForWhoWritesTheCatalogue) {
+    catalogue::ChangedFiles changes({root(), "documents"});
+    std::optional<catalogue::Writer> other(database());
+    const catalogue::Keeper keeper(parts(), changes, renewal, {.look = 20ms});
+    EXPECT_TRUE(renewal.ask(catalogue::Task::Anew));
+    std::this_thread::sleep_for(200ms);
+    EXPECT_EQ(renewal.asked(), catalogue::Task::Anew);
+    other.reset();
+    EXPECT_TRUE(isSoon([&] { return renewal.asked() == catalogue::Task::None && isAtRest(); }));
+}
+TEST_P(UpkeepTest, NobodyCanAskWhereNoKeeperIs) {
+    EXPECT_FALSE(renewal.ask(catalogue::Task::Compare));
+    catalogue::ChangedFiles changes({root(), "documents"});
+    std::optional<catalogue::Keeper> keeper(std::in_place, parts(), changes, renewal,
+                                            catalogue::KeeperTimes{.look = 20ms});
+    EXPECT_TRUE(renewal.progress().has_value());
+    keeper.reset();
+    EXPECT_FALSE(renewal.progress().has_value());
+    EXPECT_FALSE(renewal.ask(catalogue::Task::Compare));
+    EXPECT_EQ(renewal.asked(), catalogue::Task::None);
 }
 TEST_P(UpkeepTest, TheKeeperMakesADamagedCatalogueAnew) {
     write(page("ab.en.01"), "word");
@@ -341,7 +437,7 @@ TEST_P(UpkeepTest, TheKeeperMakesADamagedCatalogueAnew) {
     }
     std::ofstream(database() + "/iamglass") << "nonsense";
     catalogue::ChangedFiles changes({root(), "documents"});
-    const catalogue::Keeper keeper(parts(), changes, {.look = 20ms});
+    const catalogue::Keeper keeper(parts(), changes, renewal, {.look = 20ms});
     EXPECT_TRUE(isFoundInTime("word", 1));
     EXPECT_THAT(log.lines(), testing::Contains(HasSubstr("it is made anew")));
 }
@@ -354,7 +450,7 @@ TEST_P(UpkeepTest, TheKeeperMakesACatalogueWithMissingFilesAnew) {
     }
     fs::remove(database() + "/postlist.glass");
     catalogue::ChangedFiles changes({root(), "documents"});
-    const catalogue::Keeper keeper(parts(), changes, {.look = 20ms});
+    const catalogue::Keeper keeper(parts(), changes, renewal, {.look = 20ms});
     EXPECT_TRUE(isFoundInTime("word", 1));
 }
 TEST_P(UpkeepTest, TheKeeperLeavesALaterCatalogueAloneAndSaysSo) {
@@ -364,7 +460,7 @@ TEST_P(UpkeepTest, TheKeeperLeavesALaterCatalogueAloneAndSaysSo) {
         writer.commit();
     }
     catalogue::ChangedFiles changes({root(), "documents"});
-    const catalogue::Keeper keeper(parts(), changes, {.look = 20ms, .afterFailure = 20ms});
+    const catalogue::Keeper keeper(parts(), changes, renewal, {.look = 20ms, .afterFailure = 20ms});
     for (int n = 0; n < 500 && log.lines().empty(); ++n) std::this_thread::sleep_for(20ms);
     std::this_thread::sleep_for(200ms);
     EXPECT_THAT(log.lines(), ElementsAre(HasSubstr("one of a newer version")));
@@ -375,7 +471,7 @@ TEST_P(UpkeepTest, TheKeeperGoesOnWhenTheFolderCanBeMadeAgain) {
     write("data/search", "a file is in the way");
     write(page("ab.en.01"), "word");
     catalogue::ChangedFiles changes({root(), "documents"});
-    const catalogue::Keeper keeper(parts(), changes, {.look = 20ms, .afterFailure = 20ms});
+    const catalogue::Keeper keeper(parts(), changes, renewal, {.look = 20ms, .afterFailure = 20ms});
     for (int n = 0; n < 500 && log.lines().empty(); ++n) std::this_thread::sleep_for(20ms);
     EXPECT_THAT(log.lines(), ElementsAre(HasSubstr("site search: ")));
     fs::remove(root() + "/data/search");
@@ -421,7 +517,7 @@ void readAll(const Xapian::Database& database) {
 TEST_P(UpkeepTest, ACatalogueThatFindsNoRoomStaysWholeAndGoesOn) {
     write(document("before.txt"), "word");
     catalogue::ChangedFiles changes({root(), "documents"});
-    const catalogue::Keeper keeper(parts(), changes, {.look = 20ms, .afterFailure = 20ms});
+    const catalogue::Keeper keeper(parts(), changes, renewal, {.look = 20ms, .afterFailure = 20ms});
     ASSERT_TRUE(isFoundInTime("word", 1));
     std::vector<std::string> queued;
     for (int n = 0; n < 60; ++n) {

@@ -6,6 +6,7 @@ import { call } from "../api";
 import { icon } from "../kit/icon";
 import { L, t } from "../labels";
 import { mayChangeIn } from "../shell/workplace";
+import "./catalogue-state";
 import { ModuleScreen } from "./screen";
 import { CATALOGUE, renewCopies } from "./search-data";
 
@@ -38,12 +39,13 @@ export class TvxCatalogue extends ModuleScreen<boolean> {
   }
 
   protected content(mayChange: boolean): TemplateResult {
-    return html`<p class="list-note soft">${t(L.catalogueHint)}</p>${
-      mayChange
-        ? html`<ul class="module-list" role="list">
+    return html`<p class="list-note soft">${t(L.catalogueHint)}</p>
+      <tvx-catalogue-state class="stack" ?mayChange=${mayChange}></tvx-catalogue-state>${
+        mayChange
+          ? html`<ul class="module-list" role="list">
           ${this.job("renew", t(L.renewCopies), t(L.renewCopiesHint), renewCopies, t(L.copiesRenewed))}
           ${this.job("clean", t(L.cleanUpSearch), t(L.cleanUpHint), () => call("search.CleanUpDB", {}), t(L.cleanedUp))}</ul>`
-        : nothing
-    }`;
+          : nothing
+      }`;
   }
 }
