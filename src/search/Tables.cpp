@@ -6,6 +6,7 @@ std::span<const OwnedTable> searchTables() {
     static constexpr OwnedTable tables[] = {
         {.name = "TORVEX_SEARCH", .page = "search_pageId", .turn = PageTurn::Search},
         {.name = "TORVEX_SEARCH_LOG", .page = "search_pageId", .turn = PageTurn::Search},
+        // As with hits, what is left without a page is history.
         {.name = "TORVEX_SEARCH_DAYS", .page = "search_pageId", .turn = PageTurn::Search},
         // Files of what goes have to leave the catalogue.
         {.name = "TORVEX_SEARCH_QUEUE"},

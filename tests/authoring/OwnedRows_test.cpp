@@ -81,7 +81,8 @@ TEST_P(OwnedRowsTest, WhatBelongsToAPageOrALoginGoesWithItOrIsKnownToStay) {
 }
 
 TEST_P(OwnedRowsTest, WhatIsOfASiteOrALanguageGoesWithItOrIsKnownToStay) {
-    const Names pages{"torvex_pages_design", "torvex_pages_live", "torvex_logging", "torvex_dynmenu_design",
+    const Names pages{"torvex_pages_design",   "torvex_pages_live",  "torvex_logging",
+                      "torvex_logging_months", "torvex_search_days", "torvex_dynmenu_design",
                       "torvex_dynmenu_live"};
     const Names feeds{"torvex_feeds_html", "torvex_feeds_xml"};
     Names siteStays = pages;
