@@ -7,7 +7,7 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (6034, 'Searched for', 'Gesucht'),
   (6035, 'In this time nobody searched for anything.', 'In dieser Zeit hat niemand etwas gesucht.'),
   (6036, 'In this time every search found something.', 'In dieser Zeit hat jede Suche etwas gefunden.'),
-  (6037, 'The lighter part of a bar: searches that found something. The darker part: those that found nothing.', 'Der helle Teil eines Balkens: Suchen, die etwas fanden. Der dunkle Teil: solche, die nichts fanden.'),
+  (6037, 'The filled part of a bar: searches that found nothing.', 'Der ausgefüllte Teil eines Balkens: Suchen, die nichts fanden.'),
   (6038, 'Word', 'Wort'),
   (6040, '{count} entry, {size}', '{count} Eintrag, {size}'),
   (6041, '{count} entries, {size}', '{count} Einträge, {size}'),

@@ -83,14 +83,13 @@ class SearchPageTest : public ExtranetTest {
     }
     std::string load(const std::string& html, const std::string& mode = "",
                      const std::string& pageIdent = searchPage) {
-        HostContext context = host.context();
-        DirectHits hits(context.database, context.application);
-        HostContext counting{context.with(hits), context.request,       context.response,
-                             context.session,    context.scriptTimeout, context.begin};
-        Search search(counting, fake.opener());
+        DirectHits words(host.database, host.application);
+        host.hits.words = &words;
+        Search search(host.context(), fake.opener());
         search.connect(*counted_);
         std::string filled = search.loadResults(pageIdent, mode, html);
         error = search.search_error();
+        host.hits.words = nullptr;
         return filled;
     }
     const catalogue::Query& asked() const { return fake.queries.back(); }

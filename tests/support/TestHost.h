@@ -38,14 +38,18 @@ class FakeHitCounter final : public HitCounter {
     std::map<std::pair<std::string, std::string>, int> uniqueViews;
 
     bool count(std::string_view nodeId, std::string_view day, bool unique) override;
-    /// Words are counted by the tests of searching, in the database.
-    void countSearch(const SearchedWords&) override {}
-    void countNothingFound(const SearchedWords&) override {}
+    void countSearch(const SearchedWords& searched) override {
+        if (words) words->countSearch(searched);
+    }
+    void countNothingFound(const SearchedWords& searched) override {
+        if (words) words->countNothingFound(searched);
+    }
     bool flush() override {
         ++flushes;
         return true;
     }
     int flushes = 0;
+    HitCounter* words = nullptr;  ///< where searched words are counted; nowhere without it
 };
 
 /// Hands on to a database that comes later; until then using it throws `DatabaseError`.

@@ -70,7 +70,7 @@ export class TvxStatWords extends TvxElement {
       cell: (row) => number(row[id]),
       by: (row) => row[id],
       numeric: true,
-      width: "120px",
+      width: "96px",
     });
     return [
       { id: "word", label: t(L.wordColumn), cell: (row) => row.word, by: (row) => row.word ?? "" },
@@ -84,7 +84,7 @@ export class TvxStatWords extends TvxElement {
     if (lines.length === 0) return html`<p class="soft">${t(this.kind === "all" ? L.wordsNone : L.wordsAllFound)}</p>`;
     const top = Math.max(1, ...lines.map(({ searches, withoutResult }) => Math.max(searches, withoutResult)));
     return html`<tvx-table class="card" .label=${t(L.wordsSearched)} .columns=${this.columns(top)} .rows=${[...lines]} .keyOf=${(row: Line) => row.word ?? ""} .nameOf=${(row: Line) => row.word ?? ""}></tvx-table>
-      <p class="note">${t(L.wordsBars)}</p>
+      <p class="note word-bars">${t(L.wordsBars)}</p>
       ${this.hasMore ? html`<p><button type="button" class="button" @click=${() => this.busy || this.load(lines.length)}>${t(L.showMore)}</button></p>` : nothing}`;
   }
 
