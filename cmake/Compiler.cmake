@@ -35,7 +35,7 @@ find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
   # Paths are made relative, so that another checkout of the same sources hits the cache too.
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
-      ${CCACHE_PROGRAM})
+      CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_PCH_EXTSUM=1 ${CCACHE_PROGRAM})
 endif()
 
 # The quick linker, except for what users run: of two unwind entries at one address it keeps the first, and GCC writes
