@@ -20,7 +20,11 @@ class MigrateCommand : public ProgramDatabaseTest {
         return found;
     }
     /// Puts the database back to before its step that makes the table of hits.
-    void goBack() { sql("drop table TORVEX_LOGGING; delete from TORVEX_SCHEMA_HITS"); }
+    void goBack() {
+        sql("drop table TORVEX_LOGGING; drop table TORVEX_SEARCH_DAYS; drop table TORVEX_LOGGING_MONTHS; "
+            "delete from TORVEX_SCHEMA_HITS");
+        if (GetParam() == db::Engine::PostgreSql) sql("drop function torvex_hits_changed()");
+    }
 };
 INSTANTIATE_TEST_SUITE_P(Engines, MigrateCommand, bothEngines(), engineName);
 
