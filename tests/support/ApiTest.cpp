@@ -3,7 +3,7 @@
 #include <boost/json/parse.hpp>
 
 #include "accounts/StoredPassword.h"
-#include "pages/authors/Token.h"
+#include "pages/Token.h"
 #include "platform/Session.h"
 
 namespace torvex::test {

@@ -1,9 +1,9 @@
 #include "pages/api/Api.h"
 
 #include "pages/SameSite.h"
+#include "pages/Token.h"
 #include "pages/api/Answers.h"
 #include "pages/api/Tokens.h"
-#include "pages/authors/Token.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/Session.h"

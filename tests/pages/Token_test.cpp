@@ -1,4 +1,4 @@
-#include "pages/authors/Token.h"
+#include "pages/Token.h"
 
 #include <gtest/gtest.h>
 
