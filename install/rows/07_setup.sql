@@ -5,6 +5,7 @@ insert into TORVEX_SETUP (parameter, value, dataType, loginId) values
   ('tvx_extranet_ssl', '0', 'B', 0),
   ('torvex_ssl', '0', 'B', 0),
   ('torvex_extranet', '0', 'B', 0),
+  ('torvex_extranet_secondFactor', 'off', 'C', 0),
   ('torvex_feeds', '0', 'B', 0),
   ('torvex_frames', '0', 'B', 0),
   ('torvex_hyperlink_check', '1', 'B', 0),

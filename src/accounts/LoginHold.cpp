@@ -76,11 +76,11 @@ void renew(db::Connection& connection, const StrongForm& form, Author& author) {
 
 /// Logged in when nothing is lacking. A session that has shown the login's factor needn't do so again.
 LoginCode showSecond(db::Connection& own, const HostContext& host, int loginId, SecondProof& second) {
-    const auto factor = secondFactorOf(own, loginId);
+    const auto factor = secondFactorOf(own, ofLogin(loginId));
     const int shown = std::exchange(second.factorId, factor ? factor->id : 0);
     if (!factor || shown == factor->id) return LoginCode::LoggedIn;
     if (second.code.empty()) return LoginCode::NeedsCode;
-    const TypedCode typed = takeCode(own, loginId, *factor, second.code, host.clock.unixSeconds());
+    const TypedCode typed = takeCode(own, ofLogin(loginId), *factor, second.code, host.clock.unixSeconds());
     second.isOfPaper = typed == TypedCode::OfPaper;
     return typed == TypedCode::Wrong ? LoginCode::WrongCode : LoginCode::LoggedIn;
 }

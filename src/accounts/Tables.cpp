@@ -15,6 +15,8 @@ std::span<const OwnedTable> accountTables() {
         {.name = "TORVEX_ADVANCED"},
         {.name = "TORVEX_ADVANCED_RIGHTS", .site = "site", .lang = "lang"},
         {.name = "TORVEX_USERS"},
+        {.name = "TORVEX_USER_FACTORS"},
+        {.name = "TORVEX_USER_RECOVERY_CODES"},
         {.name = "TORVEX_USERGROUPS", .pagePointers = doors},
         {.name = "TORVEX_GROUPS_USERS"},
     };

@@ -24,7 +24,9 @@ constexpr std::string_view selectGroups =
     "then 1 else 0 end as member from TORVEX_USERGROUPS "
     "where groupId > 1 and name <> 'everybody' and name <> 'inherited' order by name, groupId";
 
-constexpr std::array<std::string_view, 2> userRows{
+constexpr std::array<std::string_view, 4> userRows{
+    "delete from TORVEX_USER_RECOVERY_CODES where userId = ?",
+    "delete from TORVEX_USER_FACTORS where userId = ?",
     "delete from TORVEX_GROUPS_USERS where userId = ?",
     "delete from TORVEX_USERS where userId = ?",
 };

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "accounts/VisitorFactor.h"
 #include "delivery/FolderTrail.h"
 #include "delivery/PageRecord.h"
 #include "delivery/Users.h"
@@ -70,6 +71,7 @@ bool hasExtranet(const HostContext& host) {
 }
 
 Visitor visitorOf(const HostContext& host) {
+    if (!countsAsLoggedIn(host)) return {};
     return {host.session.text(sessionKey::visitorName), host.session.text(sessionKey::visitorPassword)};
 }
 

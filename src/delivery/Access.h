@@ -20,7 +20,7 @@ struct Visitor {
     std::string password;
 };
 
-/// As the session holds it.
+/// As the session holds it; nobody while she has still to show a second factor that is demanded.
 Visitor visitorOf(const HostContext& host);
 
 /// The groups that the visitor belongs to today (yyyymmdd); none of a user outside her dates.

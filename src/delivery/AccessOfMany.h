@@ -40,6 +40,7 @@ class AccessOfMany {
     void learnPageGroups(const std::vector<PageId>& pages);
     void learnFolderGroups(const std::string& site, const std::set<std::string>& ids);
     bool groupsLetIn(PageId pageId, std::string_view nodeId);
+    bool seesAllFolders();
     int folderVerdict(GuardedFolder folder);
     bool isMemberOfAny(const Groups& groups);
 
@@ -52,6 +53,7 @@ class AccessOfMany {
     std::map<std::string, PageId, std::less<>> nodes_;  ///< in small letters
     std::map<PageId, Groups> pageGroups_;
     std::map<FolderKey, Groups> folderGroups_;
+    std::optional<bool> seesAllFolders_;
     std::optional<Groups> ownGroups_;  ///< of the visitor, those in which the membership holds today
 };
 

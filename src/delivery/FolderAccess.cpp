@@ -1,5 +1,7 @@
 #include "delivery/FolderAccess.h"
 
+#include "accounts/Actor.h"
+#include "accounts/SecondFactor.h"
 #include "delivery/Access.h"
 #include "platform/ApplicationValues.h"
 #include "platform/HostContext.h"
@@ -34,10 +36,12 @@ bool GuardedFolder::goUp() {
     return true;
 }
 
+bool seesAllFolders(const HostContext& host, db::Connection& connection) {
+    return !host.session.text(sessionKey::authorName).empty() && !mustEnrol(connection, actorOf(host));
+}
+
 std::variant<int, GuardedFolder> guardedFolder(const HostContext& host, const std::string& folder) {
     const auto& application = host.application;
-    if (!host.session.text(sessionKey::authorName).empty())
-        return folderAccess::open;  // an author sees everything
     const std::string images = application.text(applicationKey::imagesPath);
     const std::string documents = application.text(applicationKey::documentsPath);
     const bool isImage = text::startsWith(folder, images);

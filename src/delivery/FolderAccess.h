@@ -32,7 +32,11 @@ struct GuardedFolder {
     bool goUp();
 };
 
-/// What the place of a folder says for the visitor: an answer that needs no groups, or the folder whose
+/// Whether the session is an author's, who sees all folders: not while a role of hers demands a second factor that she has
+/// still to set up.
+bool seesAllFolders(const HostContext& host, db::Connection& connection);
+
+/// What the place of a folder says for who doesn't see all of them: an answer that needs no groups, or the folder whose
 /// groups have to be asked.
 std::variant<int, GuardedFolder> guardedFolder(const HostContext& host, const std::string& folder);
 

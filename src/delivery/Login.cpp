@@ -2,9 +2,11 @@
 
 #include <optional>
 
+#include "accounts/VisitorLogin.h"
 #include "accounts/VisitorProof.h"
 #include "delivery/Access.h"
 #include "delivery/OnlineState.h"
+#include "delivery/SecondFactorAddress.h"
 #include "delivery/Users.h"
 #include "delivery/cServer.h"
 #include "platform/ApplicationValues.h"
@@ -110,9 +112,12 @@ class FormLogin {
         : host_(host), connection_(connection), pages_(host, connection) {}
 
     std::string run() {
-        std::string target = lead();
-        if (isIn_ && proof_->renewal) keepStrongly();
-        return target;
+        std::string address = lead();
+        if (!rule_) return address;
+        VisitorLogin login{{static_cast<int>(userId_), name_, proof_->stored}, *rule_, std::move(address)};
+        if (proof_->renewal) keepStrongly(login.visitor.stored);
+        if (admitVisitor(host_, connection_, login)) return login.address;
+        return secondFactorAddress(connection_, page_);
     }
 
   private:
@@ -154,10 +159,9 @@ class FormLogin {
     }
 
     /// At last, as until then all questions go by what the row holds. A login mustn't fail for it.
-    void keepStrongly() {
-        followUp(host_.log, "strong form of a visitor's password", [&] {
-            host_.session.set(sessionKey::visitorPassword, renewVisitor(host_, *proof_, name_, password_));
-        });
+    void keepStrongly(std::string& stored) {
+        followUp(host_.log, "strong form of a visitor's password",
+                 [&] { stored = renewVisitor(host_, *proof_, name_, password_); });
     }
 
     std::string enterWanted() {
@@ -195,14 +199,8 @@ class FormLogin {
 
     bool hasRealGroup() { return userId_ > 0 && connection_.query(selectRealGroup, {userId_}).next(); }
 
-    void logIn(std::string_view target) {
-        host_.session.set(sessionKey::visitorName, name_);
-        host_.session.set(sessionKey::visitorPassword, proof_->stored);
-        host_.session.set(sessionKey::visitorTarget, target);
-        host_.session.set(sessionKey::loginTrials, 0);
-        host_.session.renewToken();
-        isIn_ = true;
-    }
+    /// By which rule; she is let in when the way on is known.
+    void logIn(std::string_view target) { rule_ = target; }
 
     std::string fail() {
         auto& session = host_.session;
@@ -228,7 +226,7 @@ class FormLogin {
     PageId wanted_ = 0;  ///< a page that is asked for by name or was applied for before
     std::optional<VisitorProof> proof_;
     double userId_ = 0;
-    bool isIn_ = false;
+    std::optional<std::string> rule_;
 };
 
 /// Chooses where a visitor who has just left goes on.

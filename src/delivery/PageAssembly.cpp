@@ -3,6 +3,7 @@
 #include <optional>
 #include <set>
 
+#include "delivery/Access.h"
 #include "delivery/PageModules.h"
 #include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
@@ -202,7 +203,7 @@ class PageAssembly {
             view_.noteLoginForm();
             base_.replaceTag("torvex_loginURL", siteAddress(secure) + "/tvxLogin.asp");
         }
-        const bool loggedIn = !host_.session.text(sessionKey::visitorName).empty();
+        const bool loggedIn = !visitorOf(host_).username.empty();
         base_.replaceAllBlocks(loggedIn ? "torvex_noUserLoggedIn" : "torvex_userLoggedIn", "");
         if (host_.session.isTrue(sessionKey::loginError)) {
             host_.session.set(sessionKey::loginError, false);  // the message shows once

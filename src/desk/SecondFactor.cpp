@@ -3,10 +3,10 @@
 #include "accounts/SecondFactor.h"
 
 #include <fmt/format.h>
-#include <memory>
 
 #include "accounts/Actor.h"
 #include "accounts/ActorLine.h"
+#include "accounts/BegunFactor.h"
 #include "accounts/LogIn.h"
 #include "accounts/Proof.h"
 #include "accounts/TimeCode.h"
@@ -17,7 +17,6 @@
 #include "platform/HostContext.h"
 #include "platform/OperatorLog.h"
 #include "platform/Request.h"
-#include "platform/Session.h"
 #include "platform/db/OwnTransaction.h"
 #include "platform/text/Text.h"
 
@@ -31,47 +30,27 @@ constexpr std::string_view isDemanded = "-2";
 constexpr std::string_view hasOne = "-3";
 constexpr std::string_view hasNone = "-3";
 
-constexpr std::string_view begunKey = "torvex_begun_second_factor";
-constexpr std::int64_t longest = 600;
 constexpr std::string_view issuer = "Torvex";
 constexpr std::size_t stateColumns = 4;
 
-constexpr std::string_view selectState =
-    "select (select count(*) from TORVEX_RECOVERY_CODES c where c.loginId = l.loginId) as codesLeft, f.since "
-    "from TORVEX_LOGINS l left outer join TORVEX_SECOND_FACTORS f on f.loginId = l.loginId "
-    "where l.loginId = ?";
-
 using Outcome = db::Outcome<std::string>;
-
-/// A secret that was told and not confirmed yet: in the memory of the session alone.
-struct BegunFactor final : SessionObject {
-    BegunFactor(int login, std::string made, std::int64_t moment)
-        : loginId(login), secret(std::move(made)), at(moment) {}
-    int loginId;
-    std::string secret;
-    std::int64_t at;
-};
-
-std::shared_ptr<const BegunFactor> begunBy(const HostContext& host, const Actor& actor) {
-    auto begun = std::dynamic_pointer_cast<const BegunFactor>(host.session.object(begunKey));
-    const bool isUsable =
-        begun && begun->loginId == actor.loginId && host.clock.unixSeconds() - begun->at <= longest;
-    return isUsable ? begun : nullptr;
-}
 
 std::string told(const std::vector<std::string>& codes) {
     return fmt::format("{}", fmt::join(codes, " "));
 }
 
-Outcome confirm(db::Connection& own, const Actor& actor, const BegunFactor& begun, std::string_view code,
-                std::int64_t now) {
-    std::string digits(code);
-    std::erase(digits, ' ');
-    const auto secret = bytesOfBase32(begun.secret);
-    const auto step = typedStep(secret.value_or(""), digits, stepAt(now), 0);
-    if (!step) return db::refuse(wrong);
-    if (!giveSecondFactor(own, actor.loginId, begun.secret, *step, actor.now)) return db::refuse(hasOne);
-    return db::commit(told(renewRecoveryCodes(own, actor.loginId)));
+Outcome confirm(db::Connection& own, const Actor& actor, const std::string& secret, std::string_view code,
+                const Clock& clock) {
+    std::vector<std::string> codes;
+    switch (confirmFactor(own, ofLogin(actor.loginId), secret, code, clock, codes)) {
+        case FirstCode::Wrong:
+            return db::refuse(wrong);
+        case FirstCode::HasFactor:
+            return db::refuse(hasOne);
+        case FirstCode::Taken:
+            break;
+    }
+    return db::commit(told(codes));
 }
 
 /// The trail, after a change of the caller's own factor.
@@ -93,11 +72,11 @@ std::string_view obstacle(db::Connection& own, const Actor& actor,
 
 Value desk::getSecondFactor() try {
     const Actor actor = actorOf(host_);
+    if (!actor.isLoggedIn()) return {};
     const bool demanded = isSecondFactorDemanded(connection(), actor.loginId);
-    auto rows = connection().query(selectState, {actor.loginId});
-    if (!rows.next()) return {};
+    const auto state = factorStateOf(connection(), ofLogin(actor.loginId));
     ResultGrid grid(stateColumns);
-    grid.add({rows.isNull("since") ? 0 : 1, rows.value("since"), rows.value("codesLeft"), demanded ? 1 : 0});
+    grid.add({state ? 1 : 0, state ? state->since : Value(), state ? state->codesLeft : 0, demanded ? 1 : 0});
     return gridOrEmpty(std::move(grid));
 } catch (...) {
     raiseFrom("getSecondFactor !");
@@ -106,10 +85,8 @@ Value desk::getSecondFactor() try {
 std::string desk::beginSecondFactor() try {
     const Actor actor = actorOf(host_);
     if (!actor.isLoggedIn()) return std::string(status::notLoggedIn);
-    if (secondFactorOf(connection(), actor.loginId)) return std::string(hasOne);
-    const std::string secret = newSecret();
-    host_.session.setObject(begunKey,
-                            std::make_shared<BegunFactor>(actor.loginId, secret, host_.clock.unixSeconds()));
+    if (secondFactorOf(connection(), ofLogin(actor.loginId))) return std::string(hasOne);
+    const std::string secret = beginFactor(host_, ofLogin(actor.loginId));
     const std::string site = host_.request.serverVariable("http_host");
     return enrolmentAddress(issuer, actor.username + (site.empty() ? "" : " - " + site), secret);
 } catch (...) {
@@ -119,17 +96,17 @@ std::string desk::beginSecondFactor() try {
 std::string desk::confirmSecondFactor(const std::string& code) try {
     const Actor actor = actorOf(host_);
     if (!actor.isLoggedIn()) return std::string(status::notLoggedIn);
-    const auto begun = begunBy(host_, actor);
-    if (!begun) return std::string(notBegun);
+    const std::string secret = begunSecret(host_, ofLogin(actor.loginId));
+    if (secret.empty()) return std::string(notBegun);
     int factorId = 0;
     const auto outcome =
         db::tryInOwnTransaction(host_, "confirmSecondFactor", status::failed, [&](db::Connection& own) {
-            const Outcome confirmed = confirm(own, actor, *begun, code, host_.clock.unixSeconds());
-            if (confirmed.isCommitted) factorId = secondFactorOf(own, actor.loginId)->id;
+            const Outcome confirmed = confirm(own, actor, secret, code, host_.clock);
+            if (confirmed.isCommitted) factorId = secondFactorOf(own, ofLogin(actor.loginId))->id;
             return confirmed;
         });
     if (!outcome.isCommitted) return outcome.value;
-    host_.session.setObject(begunKey, nullptr);
+    forgetBegun(host_);
     setProvenFactor(host_.session, factorId);
     tell(host_, actor, "confirmSecondFactor", "save", "has a second factor");
     return outcome.value;
@@ -145,12 +122,12 @@ std::string desk::dropSecondFactor(const std::string& username, const std::strin
         proofOf(connection(), passwordStoreOf(host_), actor.username, text::trim(proof)).has_value();
     const auto outcome = db::tryInOwnTransaction(
         host_, "dropSecondFactor", status::failed, [&](db::Connection& own) -> Outcome {
-            const auto factor = secondFactorOf(own, actor.loginId);
+            const auto factor = secondFactorOf(own, ofLogin(actor.loginId));
             if (const auto why = obstacle(own, actor, factor); !why.empty()) return db::refuse(why);
-            if (!isPassword &&
-                takeCode(own, actor.loginId, *factor, proof, host_.clock.unixSeconds()) == TypedCode::Wrong)
+            if (!isPassword && takeCode(own, ofLogin(actor.loginId), *factor, proof,
+                                        host_.clock.unixSeconds()) == TypedCode::Wrong)
                 return db::refuse(wrong);
-            torvex::dropSecondFactor(own, actor.loginId);
+            torvex::dropSecondFactor(own, ofLogin(actor.loginId));
             return db::commit(std::string());
         });
     if (outcome.isCommitted) tell(host_, actor, "dropSecondFactor", "delete", "has no second factor");
@@ -165,10 +142,11 @@ std::string desk::renewRecoveryCodes(const std::string& username, const std::str
     if (!text::equals(text::trim(username), actor.username)) return std::string(wrong);
     const auto outcome = db::tryInOwnTransaction(
         host_, "renewRecoveryCodes", status::failed, [&](db::Connection& own) -> Outcome {
-            const auto factor = secondFactorOf(own, actor.loginId);
+            const auto factor = secondFactorOf(own, ofLogin(actor.loginId));
             if (!factor) return db::refuse(hasNone);
-            if (!takeTimeCode(own, *factor, code, host_.clock.unixSeconds())) return db::refuse(wrong);
-            return db::commit(told(torvex::renewRecoveryCodes(own, actor.loginId)));
+            if (!takeTimeCode(own, ofLogin(actor.loginId), *factor, code, host_.clock.unixSeconds()))
+                return db::refuse(wrong);
+            return db::commit(told(torvex::renewRecoveryCodes(own, ofLogin(actor.loginId))));
         });
     if (outcome.isCommitted) tell(host_, actor, "renewRecoveryCodes", "save", "has new recovery codes");
     return outcome.value;

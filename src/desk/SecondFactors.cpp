@@ -36,7 +36,7 @@ Outcome reset(db::Connection& own, const Actor& actor, int loginId) {
     const auto username = usernameOf(own, loginId);
     if (!username) return db::refuse(roleStatus::gone);
     if (isAdministrator(*username) && !actor.isAdministrator()) return db::refuse(isTheAdministrators);
-    if (!dropSecondFactor(own, loginId)) return db::refuse(hasNone);
+    if (!dropSecondFactor(own, ofLogin(loginId))) return db::refuse(hasNone);
     return db::commit(std::string());
 }
 

@@ -12,8 +12,8 @@ namespace {
 class SecondFactors : public test::SecondFactorTest {
   protected:
     TypedCode take(const std::string& typed, int loginId = anna) {
-        return takeCode(connection(), loginId, *secondFactorOf(connection(), loginId), typed,
-                        host.clock.unixSeconds());
+        return takeCode(connection(), ofLogin(loginId), *secondFactorOf(connection(), ofLogin(loginId)),
+                        typed, host.clock.unixSeconds());
     }
     bool mustEnrol() { return torvex::mustEnrol(connection(), actorOf(host.context())); }
 };
@@ -32,9 +32,9 @@ TEST_P(SecondFactors, ACodeOfTheTelephoneIsTakenOnce) {
 /// Who read the factor before another one spent the code doesn't spend it again.
 TEST_P(SecondFactors, OfTwoThatComeAtOnceOnlyOneIsTaken) {
     enrolled(anna);
-    const auto read = secondFactorOf(connection(), anna);
-    EXPECT_TRUE(takeTimeCode(connection(), *read, code(), host.clock.unixSeconds()));
-    EXPECT_FALSE(takeTimeCode(connection(), *read, code(), host.clock.unixSeconds()));
+    const auto read = secondFactorOf(connection(), ofLogin(anna));
+    EXPECT_TRUE(takeTimeCode(connection(), ofLogin(anna), *read, code(), host.clock.unixSeconds()));
+    EXPECT_FALSE(takeTimeCode(connection(), ofLogin(anna), *read, code(), host.clock.unixSeconds()));
 }
 
 TEST_P(SecondFactors, WrongCodesAreNotTakenAndSpendNothing) {
@@ -78,16 +78,16 @@ TEST_P(SecondFactors, AnothersCodesAreNone) {
 
 TEST_P(SecondFactors, ALoginHasOneAtMost) {
     enrolled(anna);
-    EXPECT_FALSE(giveSecondFactor(connection(), anna, newSecret(), 1, host.clock.now()));
-    EXPECT_EQ(secondFactorOf(connection(), anna)->secret, secret);
-    EXPECT_TRUE(dropSecondFactor(connection(), anna));
-    EXPECT_FALSE(dropSecondFactor(connection(), anna));
+    EXPECT_FALSE(giveSecondFactor(connection(), ofLogin(anna), newSecret(), 1, host.clock.now()));
+    EXPECT_EQ(secondFactorOf(connection(), ofLogin(anna))->secret, secret);
+    EXPECT_TRUE(dropSecondFactor(connection(), ofLogin(anna)));
+    EXPECT_FALSE(dropSecondFactor(connection(), ofLogin(anna)));
     EXPECT_EQ(factorsAndCodes(), "0|0");
 }
 
 TEST_P(SecondFactors, NewCodesOnPaperTakeThePlaceOfTheOthers) {
     const auto before = enrolled(anna);
-    const auto codes = renewRecoveryCodes(connection(), anna);
+    const auto codes = renewRecoveryCodes(connection(), ofLogin(anna));
     EXPECT_EQ(take(before[0]), TypedCode::Wrong);
     EXPECT_EQ(take(codes[0]), TypedCode::OfPaper);
 }

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "accounts/SecondFactor.h"
 #include "support/RecordsTest.h"
 
 namespace torvex::test {
@@ -145,6 +146,17 @@ class VisitorsTest : public GroupsTest {
     }
 };
 INSTANTIATE_TEST_SUITE_P(Engines, VisitorsTest, bothEngines(), engineName);
+
+TEST_P(VisitorsTest, OneWhoIsRemovedTakesHerSecondFactorAlong) {
+    person(41, "Falk", "Iris");
+    for (const int id : {40, 41}) {
+        giveSecondFactor(connection(), ofVisitor(id), "MZXW6YTB", 1, host.clock.now());
+        renewRecoveryCodes(connection(), ofVisitor(id));
+    }
+    EXPECT_EQ(removeUser(40), "");
+    EXPECT_EQ(cell("select userId from TORVEX_USER_FACTORS"), "41");
+    EXPECT_EQ(cell("select count(*) from TORVEX_USER_RECOVERY_CODES"), "10");
+}
 
 TEST_P(VisitorsTest, TheFullNameBeginsWithTheLastName) {
     person(41, "Falk", Value());

@@ -1,3 +1,5 @@
+#include "accounts/SecondFactor.h"
+#include "delivery/AccessOfMany.h"
 #include "support/ExtranetTest.h"
 #include "support/PageAnswer.h"
 
@@ -267,6 +269,21 @@ TEST_P(FilesTest, AMembersDocumentOfASecureExtranetNeedsASecureAddress) {
     ask("", {}, {{"https", "off"}});
     EXPECT_EQ(send("/install/wwwroot/documents/aa/001/plan.pdf"), "-10");
     EXPECT_EQ(send("/install/wwwroot/documents/aa/002/plan.pdf"), "0");
+}
+
+/// Until then she is nobody to them.
+TEST_P(FilesTest, AnAuthorWhoHasStillToSetUpADemandedFactorSeesNoGuardedFolder) {
+    host.session.set("torvex_username", "anna");
+    host.session.set("torvex_loginId", 7);
+    row("TORVEX_ROLES", {{"roleId", 33}, {"roleName", "Careful"}, {"secondFactor", 1}});
+    EXPECT_EQ(server().checkFolderAccess("/install/wwwroot/documents/aa/001/"), 0);
+    row("TORVEX_ROLES_LOGINS", {{"roleId", 33}, {"loginId", 7}});
+    EXPECT_EQ(server().checkFolderAccess("/install/wwwroot/documents/aa/001/"), -2);
+    EXPECT_EQ(server().checkFolderAccess("/install/wwwroot/documents/aa/002/"), 0);
+    EXPECT_EQ(AccessOfMany(host.context(), connection()).folderAccess("/install/wwwroot/documents/aa/001/"),
+              -2);
+    giveSecondFactor(connection(), ofLogin(7), "MZXW6YTB", 1, host.clock.now());
+    EXPECT_EQ(server().checkFolderAccess("/install/wwwroot/documents/aa/001/"), 0);
 }
 
 TEST_P(FilesTest, AnAuthorsOwnSettingDecidesOnTheSecureAddress) {

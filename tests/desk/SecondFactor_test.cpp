@@ -49,7 +49,7 @@ TEST_P(SecondFactorOfOneself, IsSetUpByACodeOfTheNewSecret) {
     EXPECT_EQ(words(codes).size(), 10U);
     EXPECT_EQ(state(), "1|10|0");
     EXPECT_EQ(desk().getSecondFactor().grid().at(1, 0).toText(), "2026-06-15T12:00:00");
-    EXPECT_EQ(secondFactorOf(connection(), anna)->secret, secret);
+    EXPECT_EQ(secondFactorOf(connection(), ofLogin(anna))->secret, secret);
     EXPECT_THAT(auditTrail(),
                 ElementsAre("7|Anna Author|0||0|save|Login \"Anna Author\" has a second factor"));
 }
@@ -88,7 +88,7 @@ TEST_P(SecondFactorOfOneself, WhoHasOneBeginsNoOther) {
     expectRefusal("-3", desk().beginSecondFactor());
     secret = begun;
     expectRefusal("-3", desk().confirmSecondFactor(code()));
-    EXPECT_NE(secondFactorOf(connection(), anna)->secret, begun);
+    EXPECT_NE(secondFactorOf(connection(), ofLogin(anna))->secret, begun);
 }
 
 TEST_P(SecondFactorOfOneself, TheCodeThatConfirmedLogsNobodyIn) {
@@ -256,7 +256,7 @@ TEST_P(LoginByCode, WithoutThePasswordNoCodeIsLookedAt) {
     EXPECT_EQ(desk().proveSecond("bert", code()), 1);
     comeFrom("10.0.0.1", "session-b");
     EXPECT_EQ(prove(code()), 1);
-    EXPECT_EQ(secondFactorOf(connection(), anna)->lastStep, 1);
+    EXPECT_EQ(secondFactorOf(connection(), ofLogin(anna))->lastStep, 1);
 }
 
 TEST_P(LoginByCode, ThePasswordCountsForFiveMinutes) {
@@ -321,7 +321,7 @@ TEST_P(LoginByCode, TakingOverByThePasswordTakesACode) {
 
 /// A session that logged in by the password alone before there was a factor.
 TEST_P(LoginByCode, AnOlderSessionCannotTakeTheLoginAgainWithoutACode) {
-    dropSecondFactor(connection(), anna);
+    dropSecondFactor(connection(), ofLogin(anna));
     EXPECT_EQ(login(), 0);
     enrolled(anna);
     set(anna, "sessionId", "");

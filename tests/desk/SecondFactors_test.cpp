@@ -16,11 +16,11 @@ class SecondFactorsOfOthers : public RolesTest {
     void SetUp() override {
         RolesTest::SetUp();
         if (HasFatalFailure()) return;
-        giveSecondFactor(connection(), bert, "MZXW6YTB", 1, host.clock.now());
-        renewRecoveryCodes(connection(), bert);
+        giveSecondFactor(connection(), ofLogin(bert), "MZXW6YTB", 1, host.clock.now());
+        renewRecoveryCodes(connection(), ofLogin(bert));
         connection().execute("delete from TORVEX_AUDIT_TRAIL");
     }
-    bool hasOne(int loginId) { return secondFactorOf(connection(), loginId).has_value(); }
+    bool hasOne(int loginId) { return secondFactorOf(connection(), ofLogin(loginId)).has_value(); }
     std::string demands(int roleId) {
         return cell("select coalesce(secondFactor, 0) from TORVEX_ROLES where roleId = " +
                     std::to_string(roleId));
@@ -51,7 +51,7 @@ TEST_P(SecondFactorsOfOthers, OneThatIsNotThereIsNotReset) {
 TEST_P(SecondFactorsOfOthers, TheAdministratorsIsHersAlone) {
     connection().execute("delete from TORVEX_LOGINS where username = 'sa'");
     login(2, "sa", "The Administrator");
-    giveSecondFactor(connection(), 2, "MZXW6YTB", 1, host.clock.now());
+    giveSecondFactor(connection(), ofLogin(2), "MZXW6YTB", 1, host.clock.now());
     expectRefusal("-2", registers().resetSecondFactor(2, 21));
     EXPECT_TRUE(hasOne(2));
     actAs(2, "sa", "The Administrator");

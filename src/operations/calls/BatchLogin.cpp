@@ -32,7 +32,7 @@ void holdLogin(HostContext& host, const std::string& username) {
     holdRow(*connection, host, author.loginId, text::trim(host.request.serverVariable("remote_addr")));
     transaction.commit();
     storeAuthor(host, author);
-    const auto factor = secondFactorOf(*connection, author.loginId);
+    const auto factor = secondFactorOf(*connection, ofLogin(author.loginId));
     setProvenFactor(host.session, factor ? factor->id : 0);
     takeOverSettings(host, *connection, author.loginId);
 }

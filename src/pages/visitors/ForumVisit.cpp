@@ -2,22 +2,18 @@
 
 #include <limits>
 
+#include "delivery/Access.h"
 #include "delivery/PageAssembly.h"
 #include "delivery/PageRecord.h"
 #include "modules/forum/ForumViews.h"
-#include "pages/ContentPolicy.h"
 #include "pages/NoStore.h"
 #include "pages/PublicAddress.h"
 #include "pages/visitors/PostNews.h"
 #include "pages/visitors/SitePage.h"
-#include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
-#include "platform/Errors.h"
 #include "platform/HostContext.h"
-#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
-#include "platform/Session.h"
 #include "platform/text/Text.h"
 #include "templates/HTMLTemplate.h"
 
@@ -30,8 +26,8 @@ ForumVisit::ForumVisit(HostContext& host, db::Connection& connection, const Poli
 
 bool ForumVisit::begin() {
     server_.setCodePage();
-    server_.getPage(host_.request.queryString("pageId"), host_.session.text(sessionKey::visitorName),
-                    host_.session.text(sessionKey::visitorPassword));
+    const Visitor visitor = visitorOf(host_);
+    server_.getPage(host_.request.queryString("pageId"), visitor.username, visitor.password);
     if (server_.pgAccess() != pageAccess::open) forbidStoring(host_.response);
     const std::string elsewhere = server_.securityCheck(ForumAddress::folder);
     if (!elsewhere.empty()) {
@@ -60,17 +56,7 @@ int ForumVisit::number(std::string_view parameter) const {
 void ForumVisit::show(const std::string& title, const std::function<void(HTMLTemplate&)>& fill) {
     const std::string html = server_.torvex_preparePage(title);
     if (text::startsWith(html, errorMark)) return host_.response.redirect(html.substr(errorMark.size()));
-    HTMLTemplate page(host_);
-    // What visitors have written comes last, so that nothing of it is read as a link or as a place to fill.
-    page.setStrVal(withPublicPorts(host_, server_.buildLinks(html, std::string(siteOf(page_.nodeId)))));
-    addContentPolicy(host_, siteOf(page_.nodeId), ownScripts(host_, page_, page.strVal()), reports_);
-    fill(page);
-    if (host_.application.isTrue(applicationKey::usesFrames))
-        asLevel("syncFrames !", [&] { page.tellFrames(page_); });
-    host_.response.charset = charsetOf(host_, server_);
-    if (server_.hasLoginForm()) forbidStoring(host_.response);
-    if (host_.response.cacheControl.empty()) host_.response.cacheControl = "private, no-cache";
-    host_.response.write(page.takeStrVal());
+    answerFilled(host_, server_, reports_, html, fill);
 }
 
 void showForums(HostContext& host, ForumVisit& visit, bool isGone) {

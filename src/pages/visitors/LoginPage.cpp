@@ -1,5 +1,6 @@
 #include "accounts/DoorLog.h"
 #include "accounts/LoginAttempt.h"
+#include "accounts/VisitorLogin.h"
 #include "delivery/cServer.h"
 #include "pages/Pages.h"
 #include "pages/Posted.h"
@@ -71,9 +72,10 @@ void loginPage(HostContext& host, GuessThrottle& throttle) {
     const double trials = host.session.number(sessionKey::loginTrials);
     if (trials > trialsBefore) {
         reportFailure(host, attempt, username);
-    } else if (trials == noTrials && !username.empty() &&
+    } else if (trials == noTrials && !username.empty() && !pendingVisitor(host) &&
                host.session.text(sessionKey::visitorName) == username) {
-        // Somebody else who is logged in may post a name without trying to log in; that forgives nothing.
+        // Somebody else who is logged in may post a name without trying to log in; that forgives nothing. Nor does a
+        // password whose second factor is still to be shown.
         attempt.succeeded();
     } else {
         attempt.takeBack();

@@ -1,4 +1,5 @@
 #include "accounts/DoorLog.h"
+#include "accounts/VisitorLogin.h"
 #include "delivery/cServer.h"
 #include "pages/Pages.h"
 #include "pages/SameSite.h"
@@ -19,6 +20,7 @@ void logoutPage(HostContext& host) {
     const std::string target = server.getLogoutURL();
     if (!username.empty() && host.session.text(sessionKey::visitorName).empty())
         logLogout(host, LoginAttempt::Kind::Visitor, username);
+    forgetPendingVisitor(host);
     host.session.renewToken();
     host.response.redirect(target.empty() ? "/" : target);
 }

@@ -2,13 +2,12 @@
 #include <boost/json/object.hpp>
 #include <boost/json/serialize.hpp>
 
+#include "delivery/Access.h"
 #include "delivery/cServer.h"
 #include "pages/Pages.h"
 #include "platform/HostContext.h"
-#include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
-#include "platform/Session.h"
 #include "records/PageIdentity.h"
 #include "search/Completion.h"
 
@@ -22,8 +21,8 @@ namespace json = boost::json;
 std::vector<Completion> completionsAt(HostContext& host, db::Connection& connection) {
     cServer server(host);
     server.connect(connection);
-    server.getPage(host.request.queryString("pageId"), host.session.text(sessionKey::visitorName),
-                   host.session.text(sessionKey::visitorPassword));
+    const Visitor visitor = visitorOf(host);
+    server.getPage(host.request.queryString("pageId"), visitor.username, visitor.password);
     if (server.pgAccess() < 0) return {};
     return completions(host, connection, siteOf(server.pgNodeId()), langOf(server.pgNodeId()),
                        host.request.queryString("q"));

@@ -51,7 +51,7 @@ TEST_P(GateEnrolment, PropertiesAreClosedToo) {
     const Property property{
         "pgTitle", ArgumentType::Text, "For tests.", anyLogin(), [](const void*) { return Value(); }, {}};
     EXPECT_EQ(ask(property).kind, Kind::NotEnrolled);
-    giveSecondFactor(connection(), anna, "MZXW6YTB", 1, host.clock.now());
+    giveSecondFactor(connection(), ofLogin(anna), "MZXW6YTB", 1, host.clock.now());
     EXPECT_EQ(ask(property).kind, Kind::Allowed);
 }
 
@@ -62,9 +62,9 @@ TEST_P(GateEnrolment, SheIsToldWhatToDo) {
 
 TEST_P(GateEnrolment, WithAFactorAllIsOpenAsBefore) {
     EXPECT_EQ(askState(), Kind::NotEnrolled);
-    giveSecondFactor(connection(), anna, "MZXW6YTB", 1, host.clock.now());
+    giveSecondFactor(connection(), ofLogin(anna), "MZXW6YTB", 1, host.clock.now());
     EXPECT_EQ(askState(), Kind::Allowed);
-    dropSecondFactor(connection(), anna);
+    dropSecondFactor(connection(), ofLogin(anna));
     EXPECT_EQ(askState(), Kind::NotEnrolled);
 }
 
@@ -129,7 +129,7 @@ TEST_P(GateEnrolment, ARightCodeForgives) {
 }
 
 TEST_P(GateEnrolment, WhoDropsAFactorOrRenewsItsCodesGuessesSlowlyToo) {
-    giveSecondFactor(connection(), anna, "MZXW6YTB", 1, host.clock.now());
+    giveSecondFactor(connection(), ofLogin(anna), "MZXW6YTB", 1, host.clock.now());
     for (const char* name : {"dropSecondFactor", "renewRecoveryCodes"}) {
         const Operation& row = find("desk", name);
         for (int i = 0; i < 6; ++i) ask(row, {name, "123456"}, "-1");
