@@ -5,6 +5,7 @@
 #include <span>
 
 #include "accounts/AccessFilter.h"
+#include "accounts/VisitorFactor.h"
 #include "desk/desk.h"
 #include "installation/SettingValue.h"
 #include "platform/ApplicationValues.h"
@@ -44,7 +45,7 @@ struct Known {
 };
 
 // In the order in which they are shown.
-constexpr std::array<Known, 41> ofInstallation{{
+constexpr std::array<Known, 42> ofInstallation{{
     {"tvx_default_pageId", "website", "N", "", 6700},
     {"tvx_website_ssl", "website", "B", "0", 6701},
     {"torvex_hyperlink_check", "website", "B", "1", 6702},
@@ -54,6 +55,7 @@ constexpr std::array<Known, 41> ofInstallation{{
     {"tvx_log_IP_filter", "website", "C", "", 6706},
     {"torvex_extranet", "visitors", "B", "0", 6707},
     {"tvx_extranet_ssl", "visitors", "B", "0", 6708},
+    {visitorFactorSetting, "visitors", "C", "off", 5981},
     {"torvex_img_security", "visitors", "B", "0", 6709},
     {"torvex_doc_security", "visitors", "B", "0", 6710},
     {"torvex_ssl", "authors", "B", "0", 6711, takes::nextSession},

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "accounts/Actor.h"
+#include "accounts/SecondFactor.h"
 #include "accounts/VisitorProof.h"
 #include "authoring/StatusCodes.h"
 #include "desk/FirstRow.h"
@@ -22,12 +23,14 @@ namespace torvex {
 namespace {
 
 constexpr int mostUsers = 500;
+constexpr std::size_t factorColumns = 2;
 
 namespace user {
 using namespace recordStatus;
 constexpr std::string_view noPassword = "-5";
 constexpr std::string_view noSuchDay = "-6";
 constexpr std::string_view done = "0";
+constexpr std::string_view noFactor = "-3";
 }  // namespace user
 
 constexpr std::string_view selectColumns =
@@ -163,6 +166,14 @@ Outcome writeMembership(db::Connection& own, const Actor& actor, double userId, 
     return db::commit(user::done);
 }
 
+Outcome resetFactor(db::Connection& own, double userId, std::string& told) {
+    const auto name = nameOf(own, userId);
+    if (!name) return db::refuse(user::gone);
+    if (!dropSecondFactor(own, ofVisitor(static_cast<int>(userId)))) return db::refuse(user::noFactor);
+    told = *name;
+    return db::commit(std::string());
+}
+
 }  // namespace
 
 Value registers::getUsers(const std::string& words, int groupId, double from) try {
@@ -229,6 +240,28 @@ std::string registers::setUserGroup(double userId, int groupId, bool has, int ad
                      fmt::format("Intranet/extranet user \"{}\" is {} the group \"{}\"", told.user,
                                  has ? "in" : "no longer in", told.group));
     }
+    return outcome.value;
+}
+
+Value registers::getUserFactor(double userId) try {
+    const auto state = factorStateOf(connection(), ofVisitor(static_cast<int>(userId)));
+    ResultGrid grid(factorColumns);
+    if (state) grid.add({state->since, state->codesLeft});
+    return gridOrEmpty(std::move(grid));
+} catch (...) {
+    raiseFrom("getUserFactor !");
+}
+
+std::string registers::resetUserFactor(double userId, int advId) {
+    const Actor actor = actorOf(host_);
+    if (!actor.isLoggedIn()) return std::string(status::notLoggedIn);
+    std::string told;
+    const auto outcome =
+        db::tryInOwnTransaction(host_, "resetUserFactor of " + text::fromNumber(userId), status::failed,
+                                [&](auto& own) { return resetFactor(own, userId, told); });
+    if (outcome.isCommitted)
+        recordChange("resetUserFactor", advId, "delete",
+                     "Second factor of intranet/extranet user \"" + told + "\" has been reset");
     return outcome.value;
 }
 

@@ -71,6 +71,11 @@ class registers {
     /// Whether logins with the role must have one. "0" when it is saved, "-1" gone, "-4" open elsewhere.
     std::string demandSecondFactor(int roleId, bool isDemanded, int advId = 0);
 
+    /// Since when the account of a visitor has a second factor, and how many codes on paper are left.
+    Value getUserFactor(double userId);
+    /// Takes it away. "" when it is gone, "-1" no such user, "-3" there is none.
+    std::string resetUserFactor(double userId, int advId = 0);
+
     // ---- Roles (desk/Roles.cpp, desk/RoleRights.cpp, desk/RightsImpact.cpp) ----
     // `rights` are five flags: onOff, move, publish, approve, edit. A `scope` is nodes divided by commas, "" for
     // the whole tree. An `entry` is one of the administration menu; an empty site or language means all of them.

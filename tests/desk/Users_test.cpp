@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "accounts/SecondFactor.h"
 #include "support/RegistersTest.h"
 
 namespace torvex::test {
@@ -96,6 +97,38 @@ TEST_P(RegistersUsersTest, ManyComeInParts) {
     EXPECT_THAT(found(""), SizeIs(500));
     EXPECT_THAT(found("", 0, 500), SizeIs(102));
     EXPECT_THAT(found("", 0, -1), IsEmpty());
+}
+
+// ---- Second factors ----
+
+TEST_P(RegistersUsersTest, ALostFactorIsReset) {
+    giveSecondFactor(connection(), ofVisitor(1), "MZXW6YTB", 1, host.clock.now());
+    renewRecoveryCodes(connection(), ofVisitor(1));
+    EXPECT_THAT(linesOf(registers().getUserFactor(1)), ElementsAre("2026-06-15T12:00:00|10"));
+    EXPECT_TRUE(registers().getUserFactor(2).isEmpty());
+    EXPECT_EQ(registers().resetUserFactor(1, 32), "");
+    EXPECT_EQ(cell("select count(*) from TORVEX_USER_FACTORS"), "0");
+    EXPECT_EQ(cell("select count(*) from TORVEX_USER_RECOVERY_CODES"), "0");
+    EXPECT_THAT(auditTrail().back(),
+                testing::HasSubstr(
+                    "|32|delete|Second factor of intranet/extranet user \"Canina Rosa\" has been reset"));
+    EXPECT_EQ(registers().resetUserFactor(1, 32), "-3");
+    EXPECT_EQ(auditTrail().size(), 1U);
+}
+
+TEST_P(RegistersUsersTest, OneThatIsNotThereIsNotReset) {
+    EXPECT_EQ(registers().resetUserFactor(99, 32), "-1");
+    EXPECT_EQ(registers().resetUserFactor(2, 32), "-3");
+    actAsNobody();
+    EXPECT_EQ(registers().resetUserFactor(1, 32), "-10");
+    EXPECT_THAT(auditTrail(), IsEmpty());
+}
+
+TEST_P(RegistersUsersTest, AResetThatFailsChangesNothing) {
+    giveSecondFactor(connection(), ofVisitor(1), "MZXW6YTB", 1, host.clock.now());
+    drop("TORVEX_USER_RECOVERY_CODES");
+    EXPECT_EQ(registers().resetUserFactor(1, 32), "-99");
+    EXPECT_EQ(cell("select count(*) from TORVEX_USER_FACTORS"), "1");
 }
 
 // ---- Saving ----

@@ -1,6 +1,7 @@
 #include "accounts/AdminEntries.h"
 #include "operations/register/RegistersRows.h"
 #include "operations/register/RunningLabels.h"
+#include "operations/register/SecondFactorLabels.h"
 
 namespace torvex::operations {
 
@@ -72,6 +73,18 @@ std::vector<Row<registers>> users() {
             .codes({code(0, "It is saved."),
                     refusal(-1, "The user or the group is gone.", label::userOrGroupGone), openElsewhere(),
                     notLoggedIn(), failed()}),
+        reads("getUserFactor", &registers::getUserFactor, {argument("userId")},
+              "Since when the account of a visitor has a second factor, and how many recovery codes are "
+              "left; nothing "
+              "when it has none.",
+              viewAccess(adminEntry::users))
+            .lists({{"since", Date}, {"codesLeft", Number}}),
+        writes(
+            "resetUserFactor", &registers::resetUserFactor, {argument("userId"), argument("advId", 0)},
+            "Takes the second factor and its recovery codes from the account of a visitor who has lost them.",
+            editAccess(adminEntry::users))
+            .codes({code("", "It is gone."), notLoggedIn(), refusal(-1, "The user is gone.", label::userGone),
+                    refusal(-3, "The account has no second factor.", label::hasNoFactor), failed()}),
         writes(
             "importUsers", &registers::importUsers,
             {argument("table"), argument("dryRun"), argument("advId", 0)},
