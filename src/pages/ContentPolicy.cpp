@@ -114,6 +114,14 @@ std::string linkSources(std::string_view html) {
     return sources;
 }
 
+std::string ownFormPolicy(const HostContext& host) {
+    return fmt::format(
+        "default-src 'none'; style-src 'unsafe-inline'; img-src 'self'; base-uri 'none'; form-action "
+        "'self'{}; "
+        "frame-ancestors 'self'",
+        formTargets(host));
+}
+
 std::string ownPagePolicy(std::string_view scripts, std::string_view further) {
     std::string policy("default-src 'none'; style-src 'unsafe-inline'; img-src 'self'");
     if (!scripts.empty()) policy.append("; script-src 'self'").append(scripts);

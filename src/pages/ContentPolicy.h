@@ -26,6 +26,9 @@ std::string scriptSource(std::string_view script);
 /// The addresses of links in a page that are scripts, the first few of them.
 std::string linkSources(std::string_view html);
 
+/// The policy of a page for visitors that is wholly the server's own and holds forms.
+std::string ownFormPolicy(const HostContext& host);
+
 /// The policy of a page that is wholly the server's own and runs the scripts that are given.
 std::string ownPagePolicy(std::string_view scripts = {}, std::string_view further = {});
 

@@ -26,6 +26,10 @@ void redirectPage(HostContext& host);
 void loginPage(HostContext& host, GuessThrottle& throttle);
 /// "/tvxLogout.asp": logs the visitor out and goes where that leads.
 void logoutPage(HostContext& host);
+/// "/torvex_secondFactor/?pageId=N&from=N": asks a visitor whose password was right for the code of her second factor, and
+/// lets her set one up and keep it. In the application page of that number if it is one, else in a page of the server's own;
+/// it leads back to the page that she came from.
+void secondFactorPage(HostContext& host, const PolicyReports& reports, GuessThrottle& throttle);
 /// "/torvex_search/search.asp?pageId=N": a search page with the results of what the request searches for. A
 /// form that is posted is kept, and leads to the same address.
 void searchPage(HostContext& host, const PolicyReports& reports, const OpenCatalogue& open = catalogue::open);

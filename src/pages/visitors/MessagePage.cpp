@@ -35,25 +35,35 @@ void answerMessage(Response& response, int status, const MessagePage& page) {
     response.write(messagePageHtml(page));
 }
 
-std::string messagePageHtml(const MessagePage& page) {
-    const std::string title = text::htmlEncode(page.title);
-    std::string html = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n";
+std::string ownDocument(std::string_view language, std::string_view title, std::string_view content,
+                        std::string_view furtherStyle) {
+    const std::string heading = text::htmlEncode(title);
+    std::string html = "<!DOCTYPE html>\n<html lang=\"";
+    html.append(text::htmlEncode(language)).append("\">\n<head>\n<meta charset=\"utf-8\">\n");
     html.append("<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n");
     html.append("<meta name=\"robots\" content=\"noindex\">\n<title>")
-        .append(title)
+        .append(heading)
         .append("</title>\n<style>");
-    html.append(style).append("</style>\n</head>\n<body>\n<main>\n<h1>").append(title).append("</h1>\n");
-    html += paragraph(page.explanation);
-    html += paragraph(page.advice, " class=\"advice\"");
+    html.append(style)
+        .append(furtherStyle)
+        .append("</style>\n</head>\n<body>\n<main>\n<h1>")
+        .append(heading)
+        .append("</h1>\n");
+    return html.append(content).append("</main>\n</body>\n</html>\n");
+}
+
+std::string messagePageHtml(const MessagePage& page) {
+    std::string content = paragraph(page.explanation);
+    content += paragraph(page.advice, " class=\"advice\"");
     if (!page.reference.empty()) {
-        html.append("<p>If it happens again, give the owner of this site the number <code>")
+        content.append("<p>If it happens again, give the owner of this site the number <code>")
             .append(text::htmlEncode(page.reference))
             .append("</code></p>\n");
     }
-    html.append("<p><a href=\"")
+    content.append("<p><a href=\"")
         .append(text::htmlEncode(page.homeAddress))
         .append("\">To the home page</a></p>\n");
-    return html.append("</main>\n</body>\n</html>\n");
+    return ownDocument("en", page.title, content);
 }
 
 }  // namespace torvex

@@ -19,6 +19,10 @@ class Response;
 /// Answers with the page: kept by nobody, and running no script.
 void answerMessage(Response& response, int status, const MessagePage& page);
 
+/// A document of the server's own around content, which is HTML; the title is plain text. `furtherStyle` is CSS.
+std::string ownDocument(std::string_view language, std::string_view title, std::string_view content,
+                        std::string_view furtherStyle = {});
+
 /// The page as HTML in UTF-8; all texts are encoded.
 std::string messagePageHtml(const MessagePage& page);
 

@@ -1,5 +1,6 @@
 #include "pages/visitors/SitePage.h"
 
+#include "delivery/Access.h"
 #include "delivery/PageAssembly.h"
 #include "delivery/PageRecord.h"
 #include "delivery/ViewCount.h"
@@ -14,7 +15,6 @@
 #include "platform/Keys.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
-#include "platform/Session.h"
 #include "platform/text/Text.h"
 #include "records/PageIdentity.h"
 #include "records/PageKind.h"
@@ -70,14 +70,30 @@ void answerSitePage(HostContext& host, const PolicyReports& reports, const std::
     cServer server(host, &modules);
     server.connect(*connection);
     server.setCodePage();
-    server.getPage(askedPage(host), host.session.text(sessionKey::visitorName),
-                   host.session.text(sessionKey::visitorPassword));
+    const Visitor visitor = visitorOf(host);
+    server.getPage(askedPage(host), visitor.username, visitor.password);
     if (server.pgAccess() != pageAccess::open) forbidStoring(host.response);
     const std::string elsewhere = server.securityCheck(folder);
     if (!elsewhere.empty()) return host.response.redirect(withPublicPorts(host, elsewhere));
     if (folder.empty() && hasApplication(kindOf(server.pgType())))
         return host.response.redirect(server.pgAppURLpublic());
     answerPage(host, server, *connection, reports, make(server, *connection));
+}
+
+void answerFilled(HostContext& host, cServer& server, const PolicyReports& reports, const std::string& html,
+                  const std::function<void(HTMLTemplate&)>& fill) {
+    const PageIdentity identity{server.pgPageId(), server.pgNodeId()};
+    const std::string site(siteOf(identity.nodeId));
+    HTMLTemplate page(host);
+    page.setStrVal(withPublicPorts(host, server.buildLinks(html, site)));
+    addContentPolicy(host, site, ownScripts(host, identity, page.strVal()), reports);
+    fill(page);
+    if (host.application.isTrue(applicationKey::usesFrames))
+        asLevel("syncFrames !", [&] { page.tellFrames(identity); });
+    host.response.charset = charsetOf(host, server);
+    if (server.hasLoginForm()) forbidStoring(host.response);
+    if (host.response.cacheControl.empty()) host.response.cacheControl = "private, no-cache";
+    host.response.write(page.takeStrVal());
 }
 
 }  // namespace torvex

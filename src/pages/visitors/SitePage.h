@@ -6,6 +6,7 @@
 
 namespace torvex {
 
+class HTMLTemplate;
 class cServer;
 class PolicyReports;
 struct HostContext;
@@ -29,5 +30,10 @@ using MakePage = std::function<std::string(cServer& server, db::Connection& conn
 /// holds the folder. Nothing is written while a page is made.
 void answerSitePage(HostContext& host, const PolicyReports& reports, const std::string& folder,
                     const MakePage& make);
+
+/// Answers with an assembled page of an application, whose places are filled at last: what is put in is read neither as a
+/// link nor as a place to fill.
+void answerFilled(HostContext& host, cServer& server, const PolicyReports& reports, const std::string& html,
+                  const std::function<void(HTMLTemplate&)>& fill);
 
 }  // namespace torvex
