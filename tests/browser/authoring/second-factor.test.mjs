@@ -1,26 +1,9 @@
 // The second factor: set up by a picture, asked for at the door, gone by a recovery code; and demanded by a role.
 import assert from "node:assert/strict";
-import { createHmac } from "node:crypto";
 import { describe, test } from "node:test";
+import { codeAt, stepNow } from "../telephone.mjs";
 import { passDoor, passwords, servedAuthors } from "./door.mjs";
 import { assertAccessible, workAs } from "./workplace.mjs";
-
-const letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ234567";
-
-function bytesOf(secret) {
-  const bits = [...secret.replaceAll(" ", "")].map((letter) => letters.indexOf(letter).toString(2).padStart(5, "0")).join("");
-  return Buffer.from(bits.match(/.{8}/g).map((byte) => Number.parseInt(byte, 2)));
-}
-
-const stepNow = () => Math.floor(Date.now() / 30000);
-
-function codeAt(secret, step) {
-  const message = Buffer.alloc(8);
-  message.writeBigUInt64BE(BigInt(step));
-  const hash = createHmac("sha1", bytesOf(secret)).update(message).digest();
-  const number = hash.readUInt32BE(hash[19] & 15) & 0x7fffffff;
-  return String(number % 1_000_000).padStart(6, "0");
-}
 
 describe("the second factor", () => {
   const site = servedAuthors([

@@ -44,6 +44,21 @@ describe("settings", () => {
     await work.close();
   });
 
+  test("visitors' second factors are one of three choices", async () => {
+    const work = await workAs(site, "iris");
+    const { page } = work;
+    await work.go("/torvex/settings.asp?words=secondFactor");
+    const choice = page.getByLabel(/^Second factor of visitors/);
+    await choice.waitFor();
+    assert.deepEqual(await choice.locator("option").allTextContents(), ["Off", "Offered", "Demanded"]);
+    await choice.selectOption({ label: "Offered" });
+    await page.getByRole("button", { name: "Save" }).click();
+    await work.says("The settings are saved.");
+    assert.equal(valueOf("torvex_extranet_secondFactor"), "offered");
+    assert.deepEqual(work.faults, []);
+    await work.close();
+  });
+
   test("addresses are tried with the filter that is being written", async () => {
     const work = await workAs(site, "iris");
     const { page } = work;

@@ -9,6 +9,8 @@ const statements = [
   "insert into TORVEX_ROLES_LOGINS (roleId, loginId) values (9, 2)",
   "insert into TORVEX_ADVANCED_RIGHTS (roleId, advId, site, lang, viewAccess, editAccess) values (9, 31, '', '', 1, 1), (9, 32, '', '', 1, 1), (9, 62, '', '', 1, 1)",
   "insert into TORVEX_USERGROUPS (groupId, name, description, entryPage, exitPage) values (90, 'Helpers', '', -1, -1)",
+  "insert into TORVEX_USER_FACTORS (userId, secret, since, lastStep) values (2, 'MZXW6YTB', '2026-06-01 10:00:00', 1)",
+  "insert into TORVEX_USER_RECOVERY_CODES (userId, codeHash) values (2, 'one'), (2, 'another')",
   "insert into TORVEX_SERVERS (serverId, serverName, serverDescription, serverIP) values (3, 'web3', 'Third', '10.0.0.3')",
   "insert into TORVEX_SERVERS_MISSED (serverName, path, task, reason, moment) values ('web3', 'wwwroot/images/rose.gif', 'write', 'No space left on device', '2026-06-01 10:00:00')",
 ];
@@ -96,6 +98,23 @@ describe("groups, users and servers", () => {
     await work.dialog.getByRole("button", { name: "Delete" }).click();
     await work.says("fern is removed.");
     assert.equal(userOf("fern"), undefined);
+    assert.deepEqual(work.faults, []);
+    await work.close();
+  });
+
+  test("a user's lost second factor is reset", async () => {
+    const work = await workAs(site, "iris");
+    const { page } = work;
+    await work.go("/torvex/users.asp?words=rowan");
+    await page.getByRole("link", { name: "rowan" }).click();
+    await page.getByText(/^Second factor since .*2026.* Recovery codes left: 2\.$/).waitFor();
+    await assertAccessible(page, "a user with a second factor");
+    await page.getByRole("button", { name: "Reset second factor" }).click();
+    await work.dialog.getByRole("button", { name: "Reset second factor" }).click();
+    await work.says("The second factor of rowan is reset.");
+    await page.getByText("No second factor.").waitFor();
+    assert.equal(await page.getByRole("button", { name: "Reset second factor" }).count(), 0);
+    assert.deepEqual(site.query("select userId from TORVEX_USER_FACTORS"), []);
     assert.deepEqual(work.faults, []);
     await work.close();
   });

@@ -12,6 +12,7 @@ import { running } from "./names/running";
 import { screens } from "./names/screens";
 import { secondFactor } from "./names/second-factor";
 import { templateTags } from "./names/template-tags";
+import { visitorsFactor } from "./names/visitors-factor";
 
 /** The words of the interface by name: their numbers in the vocabulary. */
 export const L = {
@@ -27,6 +28,7 @@ export const L = {
   ...screens,
   ...secondFactor,
   ...templateTags,
+  ...visitorsFactor,
 } as const;
 
 export type Label = (typeof L)[keyof typeof L];

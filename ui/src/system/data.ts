@@ -229,9 +229,16 @@ export interface UserGroup {
   readonly member: number;
 }
 
+/** The second factor of an account, if it has one. */
+export interface UserFactor {
+  readonly since: string | null;
+  readonly codesLeft: number;
+}
+
 export interface UserRecord {
   readonly user: User;
   readonly groups: readonly UserGroup[];
+  readonly factor: UserFactor | undefined;
   readonly expected: unknown;
 }
 
@@ -252,6 +259,7 @@ export async function userOf(userId: number): Promise<UserRecord> {
   const batch = new Batch();
   const user = batch.do("registers.getUser", { userId });
   const groups = batch.do("cManager.getUserGroups", { userId });
+  const factor = batch.do("registers.getUserFactor", { userId });
   await batch.run();
   const { firstname, lastname, validFrom, validTo, ...others } = user.value[0] ?? noUser;
   return {
@@ -264,12 +272,20 @@ export async function userOf(userId: number): Promise<UserRecord> {
       validTo: validTo ?? "",
     },
     groups: groups.value,
+    factor: factor.value[0],
     expected: user.raw,
   };
 }
 
 export const userGroupsOf = (userId: number): Promise<UserGroup[]> =>
   call("cManager.getUserGroups", { userId }) as Promise<UserGroup[]>;
+
+export async function userFactorOf(userId: number): Promise<UserFactor | undefined> {
+  const [factor] = (await call("registers.getUserFactor", { userId })) as UserFactor[];
+  return factor;
+}
+
+export const resetUserFactor = (userId: number): Promise<unknown> => call("registers.resetUserFactor", { userId });
 
 export function saveUser({ user, expected }: UserRecord, fields: UserFields, password: string): Promise<void> {
   const batch = new Batch();

@@ -30,6 +30,16 @@ const SECTIONS: readonly (readonly [string, Label])[] = [
   ["server", L.systemPlace],
   ["other", L.settingsOther],
 ];
+const CHOICES: ReadonlyMap<string, readonly (readonly [string, Label])[]> = new Map([
+  [
+    "torvex_extranet_secondFactor",
+    [
+      ["off", L.visitorFactorsOff],
+      ["offered", L.visitorFactorsOffered],
+      ["demanded", L.visitorFactorsDemanded],
+    ],
+  ],
+]);
 const FILTER = "torvex_access_IP_filter";
 const EXACT = "torvex_access_IP_filter_exact";
 
@@ -163,8 +173,10 @@ export class TvxSettings extends TvxElement {
   }
 
   private setting(setting: Setting): TemplateResult {
+    const choices = CHOICES.get(setting.parameter);
     return settingField({
       setting,
+      ...(choices ? { choices: choices.map(([value, label]) => [value, word(label)] as const) } : {}),
       value: this.current(setting),
       fixed: this.held?.state !== "held" || setting.takes === "file",
       change: (value) => this.change(setting, value),

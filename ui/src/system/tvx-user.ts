@@ -1,25 +1,29 @@
 /** The account of a visitor: names, days, a new password, and the groups that it is in. */
 
-import { html, type TemplateResult } from "lit";
+import { html, nothing, type TemplateResult } from "lit";
 import { customElement, state } from "lit/decorators.js";
 import { live } from "lit/directives/live.js";
 import { icon } from "../kit/icon";
+import { ask } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
 import { failed } from "../pages/actions";
 import { fromDateField, toDateField } from "../pages/model/setup";
+import { whenText } from "../pages/words";
 import { textField } from "../records/fields";
 import { changedParts, withOwn } from "../records/model/own-parts";
 import { Judgement, refuseCommon } from "../records/passwords";
 import { RecordElement, type RecordWords } from "../records/record";
 import {
   removeUser,
+  resetUserFactor,
   saveUser,
   setUserGroup,
   type User,
   type UserFields,
   type UserGroup,
   type UserRecord,
+  userFactorOf,
   userGroupsOf,
   userOf,
 } from "./data";
@@ -93,11 +97,31 @@ export class TvxUser extends RecordElement<UserRecord> {
     await this.renew(async (id) => ({ groups: await userGroupsOf(id) }));
   }
 
-  protected buttons({ user }: UserRecord): TemplateResult {
-    return html`<button class="button" @click=${() => this.removeIt(user)}>${icon("trash-2")}${t(L.delete)}</button>`;
+  private async reset({ userId, username: name }: User): Promise<void> {
+    if (!(await ask(t(L.factorResetOf, { name }), t(L.factorResetAsk, { name }), t(L.factorReset), "danger"))) return;
+    try {
+      await resetUserFactor(userId);
+      toast(t(L.factorIsReset, { name }));
+    } catch (error) {
+      failed(error);
+    }
+    await this.renew(async (id) => ({ factor: await userFactorOf(id) }));
   }
 
-  protected sheet({ user, groups }: UserRecord): TemplateResult {
+  protected buttons({ user, factor }: UserRecord): TemplateResult {
+    return html`${factor ? html`<button class="button" @click=${() => this.reset(user)}>${icon("shield")}${t(L.factorReset)}</button>` : nothing}
+      <button class="button" @click=${() => this.removeIt(user)}>${icon("trash-2")}${t(L.delete)}</button>`;
+  }
+
+  private factorLine({ factor }: UserRecord): TemplateResult {
+    const says = factor
+      ? `${t(L.userFactorSince, { date: whenText(factor.since ?? "") })} ${t(L.factorCodesLeft, { count: factor.codesLeft })}`
+      : t(L.userFactorNone);
+    return html`<p class="note user-factor">${says}</p>`;
+  }
+
+  protected sheet(record: UserRecord): TemplateResult {
+    const { user, groups } = record;
     const set = (part: keyof UserFields, text: string): void => {
       this.mine = { ...this.mine, [part]: text };
     };
@@ -133,6 +157,7 @@ export class TvxUser extends RecordElement<UserRecord> {
           change: (text) => this.type(text),
         })}
         ${field("firstname", t(L.firstName))}${field("lastname", t(L.lastName))}${day("validFrom", t(L.validFrom))}${day("validTo", t(L.validTo))}</div>
+      ${this.factorLine(record)}
       <h2>${t(L.groups)}</h2>
       ${
         groups.length === 0
