@@ -18,5 +18,6 @@ insert into TORVEX_INTERFACE_VOCAB (lang_label, lang_vocab1, lang_vocab2) values
   (5984, 'Off', 'Aus'),
   (5985, 'Offered', 'Angeboten'),
   (5986, 'Demanded', 'Verlangt'),
-  (5987, 'Too many codes were wrong. Log in again with name and password.', 'Zu viele Codes waren falsch. Melden Sie sich nochmals mit Name und Passwort an.')
+  (5987, 'Too many codes were wrong. Log in again with name and password.', 'Zu viele Codes waren falsch. Melden Sie sich nochmals mit Name und Passwort an.'),
+  (5988, 'The forms of a visitor’s second factor, on a page of its application', 'Die Formulare des zweiten Faktors eines Besuchers, auf einer Seite seiner Anwendung')
 on conflict (lang_label) do nothing;

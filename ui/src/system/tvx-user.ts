@@ -115,7 +115,7 @@ export class TvxUser extends RecordElement<UserRecord> {
 
   private factorLine({ factor }: UserRecord): TemplateResult {
     const says = factor
-      ? `${t(L.userFactorSince, { date: whenText(factor.since ?? "") })} ${t(L.factorCodesLeft, { count: factor.codesLeft })}`
+      ? `${t(L.userFactorSince, { date: whenText(factor.since) })} ${t(L.factorCodesLeft, { count: factor.codesLeft })}`
       : t(L.userFactorNone);
     return html`<p class="note user-factor">${says}</p>`;
   }

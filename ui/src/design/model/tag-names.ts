@@ -48,6 +48,7 @@ const ofPages: readonly TagName[] = [
   ...blocks(L.tagLoggedIn, "torvex_userLoggedIn"),
   ...blocks(L.tagNotLoggedIn, "torvex_noUserLoggedIn"),
   ...blocks(L.tagLoginError, "torvex_loginError"),
+  ...tags(L.tagSecondFactor, "torvex_secondFactor"),
   ...tags(L.tagSearchURL, "search_URL"),
   ...blocks(L.tagAdmin, "torvex_admin", content),
   ...blocks(L.tagPublic, "torvex_public", content),
