@@ -1,4 +1,5 @@
 import { connection } from "./connection";
+import { patiently } from "./patience";
 import { offlineProblem, Problem, type ProblemFields } from "./problem";
 import { type Lane, Queue } from "./queue";
 
@@ -12,8 +13,6 @@ export interface CallOptions {
 
 const base = "/torvex/api/";
 const queue = new Queue();
-const triesWhenBusy = 4;
-const longestPause = 10_000;
 
 async function problemOf(response: Response): Promise<Problem> {
   const fields = await response.json().catch(() => ({}));
@@ -39,34 +38,21 @@ async function sent(path: string, body: unknown, signal?: AbortSignal): Promise<
   }
 }
 
-const pause = (milliseconds: number) => new Promise((resolve) => setTimeout(resolve, milliseconds));
 /** Not logged in any more, or logged in anew in another tab, by which the token of this one is void. */
 const isStranger = ({ status, kind }: Problem) => status === 401 || (status === 403 && kind === "foreign");
-const isBusy = (response: Response) => response.status === 429 || response.status === 503;
-
-function waitOf(response: Response, tries: number): number {
-  const asked = Number(response.headers.get("Retry-After"));
-  return Number.isFinite(asked) && asked > 0 ? asked * 1000 : 250 * 2 ** tries;
-}
-
 /** One request: repeated when the server is busy, held while the login is lost. */
 async function answered(path: string, body: unknown, { signal, noLogin }: CallOptions): Promise<unknown> {
-  for (let tries = 0; ; ++tries) {
+  for (;;) {
     const { token } = connection;
-    const response = await sent(path, body, signal);
+    const response = await patiently(() => sent(path, body, signal));
     if (connection.state === "offline") connection.state = "online";
     if (response.ok) return response.status === 204 ? null : response.json();
-    const wait = waitOf(response, tries);
-    if (!isBusy(response) || tries >= triesWhenBusy || wait > longestPause) {
-      const problem = await problemOf(response);
-      if (noLogin || !isStranger(problem)) throw problem;
-      // Another tab has logged in while this was on its way.
-      if (connection.token !== token) continue;
-      connection.state = "loggedOut";
-      await connection.untilOnline(signal);
-      continue;
-    }
-    await pause(wait);
+    const problem = await problemOf(response);
+    if (noLogin || !isStranger(problem)) throw problem;
+    // Another tab has logged in while this was on its way.
+    if (connection.token !== token) continue;
+    connection.state = "loggedOut";
+    await connection.untilOnline(signal);
   }
 }
 

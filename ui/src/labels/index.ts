@@ -1,3 +1,4 @@
+import { patiently } from "../api/patience";
 import { numbers } from "./formats";
 import type { Places } from "./labels.gen";
 import { core } from "./names/core";
@@ -83,7 +84,8 @@ const areTexts = (given: unknown): given is Record<string, string> =>
 
 /** All words of a language as the server has them; nothing is shown in them yet. */
 export async function fetchWords(lang: string): Promise<Record<string, string>> {
-  const response = await fetch(`/torvex/api/labels?lang=${encodeURIComponent(lang)}`, { credentials: "same-origin" });
+  const address = `/torvex/api/labels?lang=${encodeURIComponent(lang)}`;
+  const response = await patiently(() => fetch(address, { credentials: "same-origin" }));
   if (!response.ok) throw new Error(`labels: ${response.status}`);
   const texts: unknown = await response.json();
   if (!areTexts(texts) || Object.keys(texts).length === 0) throw new Error("labels: no words");

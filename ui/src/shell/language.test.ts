@@ -3,7 +3,12 @@ import { beforeEach, test } from "node:test";
 import { interfaceLanguage, L, t } from "../labels";
 import { startWords, useLanguage } from "./language";
 
-type Answer = { readonly ok: boolean; readonly status: number; readonly json: () => Promise<unknown> };
+type Answer = {
+  readonly ok: boolean;
+  readonly status: number;
+  readonly headers?: Headers;
+  readonly json: () => Promise<unknown>;
+};
 
 const stored = new Map<string, string>();
 const page = { lang: "en", dataset: {} as Record<string, string> };
@@ -50,7 +55,7 @@ test("a language is shown and remembered once its words are there", async () => 
 
 const failures: Record<string, () => Promise<Answer>> = {
   "no line": async () => Promise.reject(new TypeError("fetch failed")),
-  "a refusal": async () => ({ ok: false, status: 503, json: async () => ({}) }),
+  "a refusal": async () => ({ ok: false, status: 403, json: async () => ({}) }),
   "half an answer": async () => ({ ok: true, status: 200, json: async () => JSON.parse('{"5": "Speich') }),
   "no object": async () => ({ ok: true, status: 200, json: async () => null }),
   "no words": async () => ({ ok: true, status: 200, json: async () => ({}) }),
@@ -65,6 +70,15 @@ for (const [name, failure] of Object.entries(failures)) {
     assert.equal(kept, false);
   });
 }
+
+test("a server that is busy is asked again for words", async () => {
+  const busy = { ok: false, status: 429, headers: new Headers({ "Retry-After": "0.01" }), json: async () => ({}) };
+  let asked = 0;
+  answers = { de: async () => (++asked < 3 ? busy : words("de")) };
+  await useLanguage("de");
+  assert.equal(t(L.save), "Speichern");
+  assert.equal(asked, 3);
+});
 
 test("a choice that can't be stored isn't shown", async () => {
   await assert.rejects(useLanguage("de", async () => Promise.reject(new Error("locked"))));
