@@ -63,7 +63,7 @@ LoginCode prove(HostContext& host, db::Connection& connection, const Visit& visi
         if (!proof) return LoginCode::Unknown;
         SecondProof none;
         const LoginCode code = takeLogin(host, *proof, none, visit.address, visit.other, author);
-        if (code == LoginCode::NeedsCode) keepPending(host, {*proof, visit.other});
+        if (code == LoginCode::NeedsCode) pendingLogins.keep(host, {*proof, visit.other});
         return code;
     };
     const auto proof = proofOf(connection, passwordStoreOf(host), visit.username, visit.password);
@@ -82,7 +82,7 @@ LoginCode refuse(HostContext& host, LoginCode code, const std::string& username)
 
 void enter(HostContext& host, db::Connection& connection, const Author& author, const std::string& address,
            int factorId) {
-    forgetPending(host);
+    pendingLogins.forget(host);
     storeAuthor(host, author);
     setProvenFactor(host.session, factorId);
     takeOverSettings(host, connection, author.loginId);
@@ -91,15 +91,15 @@ void enter(HostContext& host, db::Connection& connection, const Author& author, 
 }
 
 /// The step is taken for the login that was proved, whatever name is given with the code.
-LoginCode showSecond(HostContext& host, PendingLogin& pending, SecondProof& second, std::string_view address,
+LoginCode showSecond(HostContext& host, PendingLogin pending, SecondProof& second, std::string_view address,
                      Author& author) {
     second.factorId = pending.factorId;
     const LoginCode code = takeLogin(host, pending.proof, second, address, pending.other, author);
     if (code == LoginCode::HeldElsewhere) {
         pending.factorId = second.factorId;
-        keepPending(host, pending);
+        pendingLogins.change(host, std::move(pending));
     }
-    if (code == LoginCode::Unknown) forgetPending(host);
+    if (code == LoginCode::Unknown) pendingLogins.forget(host);
     return code;
 }
 
@@ -130,13 +130,14 @@ LoginCode showCode(HostContext& host, db::Connection& connection, const std::str
                    const std::string& code, OtherHolder other) {
     std::string address = callersAddress(host);
     if (!isLetIn(host, address)) return refuse(host, LoginCode::AddressRefused, username);
-    auto pending = pendingLogin(host);
-    if (!pending || text::lowerTrim(username) != text::lowerTrim(pending->proof.username))
+    const auto kept = pendingLogins.get(host);
+    if (!kept || text::lowerTrim(username) != text::lowerTrim(kept->proof.username))
         return refuse(host, LoginCode::Unknown, username);
-    if (other == OtherHolder::Loses) pending->other = other;
+    PendingLogin pending = *kept;
+    if (other == OtherHolder::Loses) pending.other = other;
     SecondProof second{std::string(text::trim(code))};
     Author author;
-    LoginCode shown = showSecond(host, *pending, second, address, author);
+    LoginCode shown = showSecond(host, std::move(pending), second, address, author);
     if (shown == LoginCode::NeedsCode) shown = LoginCode::WrongCode;
     if (shown != LoginCode::LoggedIn) return refuse(host, shown, username);
     enter(host, connection, author, address, second.factorId);
@@ -152,7 +153,7 @@ LoginCode confirmLogin(HostContext& host, Author& author) {
     if (isLetIn(host, address)) code = takeLogin(host, proof, second, address, OtherHolder::Keeps, author);
     // The session is older than the factor.
     if (code == LoginCode::NeedsCode) {
-        keepPending(host, {proof, OtherHolder::Keeps});
+        pendingLogins.keep(host, {proof, OtherHolder::Keeps});
         return code;
     }
     if (code != LoginCode::LoggedIn) {

@@ -1,41 +1,25 @@
 #include "accounts/VisitorLogin.h"
 
-#include <memory>
-
+#include "accounts/BriefMemory.h"
 #include "accounts/SecondFactor.h"
-#include "platform/DateTime.h"
-#include "platform/HostContext.h"
 #include "platform/Keys.h"
-#include "platform/Session.h"
 #include "platform/db/OwnTransaction.h"
 
 namespace torvex {
 
 namespace {
 
-constexpr std::string_view key = "torvex_pending_visitor";
-constexpr std::int64_t longest = 600;
 /// Each has three in a million; then the password is to be given again.
 constexpr int mostWrongCodes = 5;
 
-struct Pending final : SessionObject {
-    Pending(VisitorLogin kept, std::int64_t moment, int wrong)
-        : login(std::move(kept)), begun(moment), wrongCodes(wrong) {}
+struct Pending {
     VisitorLogin login;
-    std::int64_t begun;
-    int wrongCodes;
+    int wrongCodes = 0;
 };
+constexpr BriefMemory<Pending> pendingLogins{"torvex_pending_visitor", std::chrono::minutes(10)};
 
 std::shared_ptr<const Pending> pendingOf(const HostContext& host) {
-    auto pending = std::dynamic_pointer_cast<const Pending>(host.session.object(key));
-    const bool isUsable = pending && host.clock.unixSeconds() - pending->begun <= longest &&
-                          visitorFactors(host) != VisitorFactors::Off;
-    return isUsable ? pending : nullptr;
-}
-
-void countWrong(HostContext& host, const Pending& pending) {
-    host.session.setObject(key,
-                           std::make_shared<Pending>(pending.login, pending.begun, pending.wrongCodes + 1));
+    return visitorFactors(host) == VisitorFactors::Off ? nullptr : pendingLogins.get(host);
 }
 
 /// The session is the visitor's from now on.
@@ -67,7 +51,7 @@ bool admitVisitor(HostContext& host, db::Connection& connection, const VisitorLo
         enter(host, login);
         return true;
     }
-    host.session.setObject(key, std::make_shared<Pending>(login, host.clock.unixSeconds(), 0));
+    pendingLogins.keep(host, {login});
     return false;
 }
 
@@ -77,7 +61,7 @@ std::optional<VisitorLogin> pendingVisitor(const HostContext& host) {
 }
 
 void forgetPendingVisitor(HostContext& host) {
-    host.session.setObject(key, nullptr);
+    pendingLogins.forget(host);
 }
 
 ShownCode showVisitorCode(HostContext& host, std::string_view typed) {
@@ -94,7 +78,8 @@ ShownCode showVisitorCode(HostContext& host, std::string_view typed) {
     const ShownCode shown = db::inOwnTransaction(host, show).value;
     if (shown == ShownCode::LetIn) enterWithFactor(host, pending->login);
     const bool isLast = shown == ShownCode::Wrong && pending->wrongCodes + 1 >= mostWrongCodes;
-    if (shown == ShownCode::Wrong && !isLast) countWrong(host, *pending);
+    if (shown == ShownCode::Wrong && !isLast)
+        pendingLogins.change(host, {pending->login, pending->wrongCodes + 1});
     if (shown == ShownCode::ProveAgain || isLast) forgetPendingVisitor(host);
     return isLast ? ShownCode::ProveAgain : shown;
 }

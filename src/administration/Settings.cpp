@@ -2,7 +2,7 @@
 
 #include "authoring/cManager.h"
 #include "installation/SettingValue.h"
-#include "platform/ApplicationValues.h"
+#include "platform/ApplicationWriting.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Session.h"
@@ -58,9 +58,8 @@ void store(HostContext& host, int loginId, const Setting& setting) {
 void apply(HostContext& host, int loginId, const std::string& parameter, const Value& value) {
     if (loginId != everybody) return host.session.set(parameter, value);
     if (isHeldByFile(host.application, parameter)) return;
-    host.application.lock();
+    const ApplicationWriting writing(host.application);
     host.application.set(parameter, value);
-    host.application.unlock();
 }
 
 }  // namespace

@@ -15,12 +15,11 @@ constexpr std::string_view addToWord =
     "on conflict (search_pageId, search_word) do update set search_count = TORVEX_SEARCH_LOG.search_count + "
     "excluded.search_count";
 constexpr std::string_view addToDay =
-    "insert into TORVEX_SEARCH_DAYS (search_pageId, search_word, yyyymmdd, site, lang, searches, "
-    "withoutResult) "
-    "values (?, ?, ?, ?, ?, ?, ?) "
-    "on conflict (search_pageId, search_word, yyyymmdd) do update set searches = TORVEX_SEARCH_DAYS.searches "
-    "+ "
-    "excluded.searches, withoutResult = TORVEX_SEARCH_DAYS.withoutResult + excluded.withoutResult";
+    "insert into TORVEX_SEARCH_DAYS "
+    "(search_pageId, search_word, yyyymmdd, site, lang, searches, withoutResult) "
+    "values (?, ?, ?, ?, ?, ?, ?) on conflict (search_pageId, search_word, yyyymmdd) do update set "
+    "searches = TORVEX_SEARCH_DAYS.searches + excluded.searches, "
+    "withoutResult = TORVEX_SEARCH_DAYS.withoutResult + excluded.withoutResult";
 
 SearchBatch batchOf(const SearchedWords& searched, const SearchCounts& each) {
     SearchBatch batch;

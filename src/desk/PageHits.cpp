@@ -31,9 +31,8 @@ constexpr std::string_view inMonths =
 
 /// Those stand between; what a page is compared by stands behind.
 constexpr std::string_view selectViewed =
-    "select p.pageId, h.nodeId, p.title, h.views, h.visitors, h.earlier from (select nodeId, sum(views) as "
-    "views, "
-    "sum(visitors) as visitors, sum(earlier) as earlier from (";
+    "select p.pageId, h.nodeId, p.title, h.views, h.visitors, h.earlier from "
+    "(select nodeId, sum(views) as views, sum(visitors) as visitors, sum(earlier) as earlier from (";
 constexpr std::string_view joinedPages =
     ") parts group by nodeId) h inner join TORVEX_PAGES_LIVE p on p.nodeId = h.nodeId where ";
 constexpr std::string_view byViews = "h.views > 0 order by h.views desc, h.nodeId limit ? offset ?";

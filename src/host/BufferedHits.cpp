@@ -35,7 +35,7 @@ bool BufferedHits::count(std::string_view nodeId, std::string_view day, bool uni
         }
     }
     const bool isFirst = !hasPending();
-    add(key, unique);
+    addView(key, unique);
     lock.unlock();
     // The thread that writes waits for the first view; while it gathers more, waking it would only cost.
     if (isFirst) changed_.notify_one();
@@ -58,8 +58,8 @@ bool BufferedHits::wasViewedBefore(const Key& key) {
     return hasHits(*open_(db::Purpose::Hits), key.second, key.first);
 }
 
-void BufferedHits::add(const Key& key, bool unique) {
-    pending_[key] += {1, unique ? 1 : 0};
+void BufferedHits::addView(const Key& key, bool unique) {
+    pendingViews_[key] += {1, unique ? 1 : 0};
 }
 
 BufferedHits::Views& BufferedHits::Views::operator+=(const Views& other) {
@@ -94,7 +94,7 @@ bool BufferedHits::hasRoomFor(std::size_t words) {
 
 bool BufferedHits::flush() {
     const std::scoped_lock oneAtATime(writing_);
-    const bool areViewsStored = store(pending_, views_);
+    const bool areViewsStored = store(pendingViews_, views_);
     return store(pendingWords_, words_) && areViewsStored;
 }
 
@@ -119,7 +119,7 @@ bool BufferedHits::store(Counts& waiting, Kind& kind) {
     }
 }
 
-void BufferedHits::write(const Batch& batch) {
+void BufferedHits::write(const ViewBatch& batch) {
     const db::Lease connection = open_(db::Purpose::Hits);
     db::Transaction transaction(*connection);
     for (const auto& [key, views] : batch)

@@ -57,7 +57,7 @@ class BufferedHits final : public HitCounter {
 
         Views& operator+=(const Views& other);
     };
-    using Batch = std::map<Key, Views>;
+    using ViewBatch = std::map<Key, Views>;
     /// What is counted apart: its name in the log, and whether it can't be written.
     struct Kind {
         const char* name;
@@ -67,11 +67,11 @@ class BufferedHits final : public HitCounter {
     bool isKnown(const Key& key);
     void know(const Key& key);
     bool wasViewedBefore(const Key& key);
-    void add(const Key& key, bool unique);
+    void addView(const Key& key, bool unique);
     void addWords(const SearchBatch& words);
     bool hasRoomFor(std::size_t words);
-    bool hasPending() const { return !pending_.empty() || !pendingWords_.empty(); }
-    void write(const Batch& batch);
+    bool hasPending() const { return !pendingViews_.empty() || !pendingWords_.empty(); }
+    void write(const ViewBatch& batch);
     void write(const SearchBatch& batch);
     template <typename Counts>
     bool store(Counts& waiting, Kind& kind);
@@ -89,7 +89,7 @@ class BufferedHits final : public HitCounter {
     std::mutex mutex_;
     std::condition_variable changed_;
     std::map<std::string, std::set<std::string, std::less<>>> known_;  ///< nodes that have a row, by day
-    Batch pending_;
+    ViewBatch pendingViews_;
     SearchBatch pendingWords_;
     bool isStopping_ = false;
     std::thread thread_;

@@ -43,11 +43,10 @@ std::string qrPicture(std::string_view text, std::string_view title) {
     for (int row = 0; row < code->width; ++row) drawRow(path, *code, row);
     const int side = code->width + 2 * border;
     return fmt::format(
-        "<svg class=\"factor-picture\" role=\"img\" aria-label=\"{}\" width=\"240\" height=\"240\" "
-        "viewBox=\"0 0 {} {}\" "
-        "shape-rendering=\"crispEdges\"><path fill=\"#fff\" d=\"M0 0h{}v{}h-{}z\"/><path fill=\"#000\" "
-        "d=\"{}\"/></svg>",
-        text::htmlEncode(title), side, side, side, side, side, path);
+        "<svg class=\"qr-picture\" role=\"img\" aria-label=\"{0}\" width=\"240\" height=\"240\" "
+        "viewBox=\"0 0 {1} {1}\" shape-rendering=\"crispEdges\">"
+        "<path fill=\"#fff\" d=\"M0 0h{1}v{1}h-{1}z\"/><path fill=\"#000\" d=\"{2}\"/></svg>",
+        text::htmlEncode(title), side, path);
 }
 
 }  // namespace torvex

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/ApplicationValues.h"
+#include "platform/ApplicationWriting.h"
 #include "platform/Keys.h"
 #include "platform/db/Connection.h"
 #include "platform/text/Text.h"
@@ -52,21 +52,9 @@ bool isKeptByOther(db::Connection& connection, std::string_view holder, const Lo
     return connection.query(selectOtherHolder, {holder, seeker.loginId}).next();
 }
 
-/// Other writers of the application's values wait while it lives.
-class WriterLock {
-  public:
-    explicit WriterLock(ApplicationValues& application) : application_(application) { application_.lock(); }
-    WriterLock(const WriterLock&) = delete;
-    WriterLock& operator=(const WriterLock&) = delete;
-    ~WriterLock() { application_.unlock(); }
-
-  private:
-    ApplicationValues& application_;
-};
-
 /// False when the holder isn't the expected one any more.
 bool replaceHolder(ApplicationValues& application, std::string_view expected, std::string_view next) {
-    const WriterLock lock(application);
+    const ApplicationWriting lock(application);
     if (!text::equals(application.text(configurationLock), expected)) return false;
     application.set(configurationLock, next);
     return true;

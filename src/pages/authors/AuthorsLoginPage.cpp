@@ -199,7 +199,7 @@ void answerForm(Visit& visit, const AuthorsShared& shared) {
     const bool takesOver = request.hasFormField("takeOver");
     if (takesOver && typed) return tryLogin(visit, shared, "desk", "takeOver", *typed);
     if (takesOver || request.hasFormField("code")) {
-        const auto pending = pendingLogin(visit.host);
+        const auto pending = pendingLogins.get(visit.host);
         if (pending) return tryCode(visit, shared, pending->proof.username);
         return draw(visit, {.status = 403, .label = takesOver ? wrongLabel : tooLateLabel});
     }

@@ -50,7 +50,7 @@ input{display:block;width:100%;margin-top:.3rem;padding:.6rem .75rem;border:1px 
 background:var(--card);color:var(--ink);font:inherit}
 button{padding:.6rem 1.2rem;border:0;border-radius:.5rem;background:var(--accent);color:var(--card);font:inherit;font-weight:600}
 .alert,.done{padding:.75rem 1rem;border-left:.3rem solid var(--accent)}.alert{border-color:#b3261e}
-.factor-picture{display:block;width:15rem;max-width:100%;height:auto;margin:0 0 1rem;border-radius:.5rem}
+.qr-picture{display:block;width:15rem;max-width:100%;height:auto;margin:0 0 1rem;border-radius:.5rem}
 .factor-secret{overflow-wrap:anywhere}.factor-codes{columns:2;padding:0;list-style:none}
 @media (max-width:26rem){.factor-codes{columns:1}}
 @media print{form,.factor-on{display:none}})";

@@ -3,7 +3,7 @@
 #include <array>
 #include <utility>
 
-#include "platform/ApplicationValues.h"
+#include "platform/ApplicationWriting.h"
 #include "platform/text/Text.h"
 
 namespace torvex::catalogue {
@@ -17,18 +17,6 @@ constexpr std::array<std::pair<Task, std::string_view>, 4> taskNames{
     {{Task::None, ""}, {Task::Compare, "compare"}, {Task::Anew, "anew"}, {Task::Stop, "stop"}}};
 
 enum Column : std::size_t { taskColumn, totalColumn, doneColumn, comparedColumn, failureColumn, columns };
-
-/// Writers see and write a sequence whole.
-class Writing {
-  public:
-    explicit Writing(ApplicationValues& application) : application_(application) { application_.lock(); }
-    Writing(const Writing&) = delete;
-    Writing& operator=(const Writing&) = delete;
-    ~Writing() { application_.unlock(); }
-
-  private:
-    ApplicationValues& application_;
-};
 
 std::size_t countOf(const Value& value) {
     return static_cast<std::size_t>(value.toNumber());
@@ -49,7 +37,7 @@ std::optional<Task> taskOf(std::string_view name) {
 }
 
 bool Renewal::ask(Task task) {
-    const Writing writing(application_);
+    const ApplicationWriting writing(application_);
     if (!application_.get(progressKey).isGrid()) return false;
     application_.set(askedKey, taskName(task));
     return true;
@@ -81,12 +69,12 @@ void Renewal::tell(const Progress& progress) {
 }
 
 void Renewal::take(Task task) {
-    const Writing writing(application_);
+    const ApplicationWriting writing(application_);
     if (asked() == task) application_.set(askedKey, Value());
 }
 
 void Renewal::end() {
-    const Writing writing(application_);
+    const ApplicationWriting writing(application_);
     application_.set(askedKey, Value());
     application_.set(progressKey, Value());
 }

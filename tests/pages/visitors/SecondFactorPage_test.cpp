@@ -178,7 +178,7 @@ TEST_P(SecondFactorPage, SetsOneUpByACodeOfTheSecretThatItShows) {
     const std::string html = show();
     secret = secretOf(html);
     EXPECT_EQ(secret.size(), 32U);
-    EXPECT_THAT(html, HasSubstr("<svg class=\"factor-picture\""));
+    EXPECT_THAT(html, HasSubstr("<svg class=\"qr-picture\""));
     EXPECT_EQ(secretOf(show()), secret);
     EXPECT_THAT(send({{"factor_code", wrongCode()}}), HasSubstr("role=\"alert\""));
     EXPECT_EQ(factorsAndCodes(), "0|0");
