@@ -40,6 +40,7 @@ async function sent(path: string, body: unknown, signal?: AbortSignal): Promise<
 
 /** Not logged in any more, or logged in anew in another tab, by which the token of this one is void. */
 const isStranger = ({ status, kind }: Problem) => status === 401 || (status === 403 && kind === "foreign");
+
 /** One request: repeated when the server is busy, held while the login is lost. */
 async function answered(path: string, body: unknown, { signal, noLogin }: CallOptions): Promise<unknown> {
   for (;;) {

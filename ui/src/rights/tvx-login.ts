@@ -12,6 +12,7 @@ import { fromDateField, toDateField } from "../pages/model/setup";
 import { textField } from "../records/fields";
 import { changedParts, withOwn } from "../records/model/own-parts";
 import { RecordElement, type RecordWords } from "../records/record";
+import { resetFactorButton, resetFactorOf } from "../records/reset-factor";
 import { resetFactor } from "../second-factor/data";
 import { assign } from "./assign";
 import {
@@ -89,15 +90,8 @@ export class TvxLogin extends RecordElement<LoginRecord> {
   }
 
   private async reset({ loginId, details }: LoginRecord): Promise<void> {
-    const name = details.adminFullname;
-    if (!(await ask(t(L.factorResetOf, { name }), t(L.factorResetAsk, { name }), t(L.factorReset), "danger"))) return;
-    try {
-      await resetFactor(loginId);
-      toast(t(L.factorIsReset, { name }));
-    } catch (error) {
-      failed(error);
-    }
-    await this.renew(async (id) => ({ hasFactor: (await loginOf(id)).hasFactor }));
+    if (await resetFactorOf(details.adminFullname, () => resetFactor(loginId)))
+      await this.renew(async (id) => ({ hasFactor: (await loginOf(id)).hasFactor }));
   }
 
   private assign({ loginId, details }: LoginRecord, { roleId, roleName }: HeldRole, has: boolean): void {
@@ -115,7 +109,7 @@ export class TvxLogin extends RecordElement<LoginRecord> {
 
   protected buttons(login: LoginRecord): TemplateResult {
     return html`<button class="button" @click=${() => this.newPassword(login)}>${icon("lock")}${t(L.newPassword)}</button>
-      ${login.hasFactor ? html`<button class="button" @click=${() => this.reset(login)}>${icon("shield")}${t(L.factorReset)}</button>` : nothing}
+      ${login.hasFactor ? resetFactorButton(() => this.reset(login)) : nothing}
       ${this.isSa ? nothing : html`<button class="button" @click=${() => this.removeIt(login)}>${icon("trash-2")}${t(L.delete)}</button>`}`;
   }
 

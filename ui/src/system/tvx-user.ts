@@ -4,7 +4,6 @@ import { html, nothing, type TemplateResult } from "lit";
 import { customElement, state } from "lit/decorators.js";
 import { live } from "lit/directives/live.js";
 import { icon } from "../kit/icon";
-import { ask } from "../kit/tvx-dialog";
 import { toast } from "../kit/tvx-toast";
 import { L, t } from "../labels";
 import { failed } from "../pages/actions";
@@ -14,6 +13,7 @@ import { textField } from "../records/fields";
 import { changedParts, withOwn } from "../records/model/own-parts";
 import { Judgement, refuseCommon } from "../records/passwords";
 import { RecordElement, type RecordWords } from "../records/record";
+import { resetFactorButton, resetFactorOf } from "../records/reset-factor";
 import {
   removeUser,
   resetUserFactor,
@@ -97,19 +97,13 @@ export class TvxUser extends RecordElement<UserRecord> {
     await this.renew(async (id) => ({ groups: await userGroupsOf(id) }));
   }
 
-  private async reset({ userId, username: name }: User): Promise<void> {
-    if (!(await ask(t(L.factorResetOf, { name }), t(L.factorResetAsk, { name }), t(L.factorReset), "danger"))) return;
-    try {
-      await resetUserFactor(userId);
-      toast(t(L.factorIsReset, { name }));
-    } catch (error) {
-      failed(error);
-    }
-    await this.renew(async (id) => ({ factor: await userFactorOf(id) }));
+  private async reset({ userId, username }: User): Promise<void> {
+    if (await resetFactorOf(username, () => resetUserFactor(userId)))
+      await this.renew(async (id) => ({ factor: await userFactorOf(id) }));
   }
 
   protected buttons({ user, factor }: UserRecord): TemplateResult {
-    return html`${factor ? html`<button class="button" @click=${() => this.reset(user)}>${icon("shield")}${t(L.factorReset)}</button>` : nothing}
+    return html`${factor ? resetFactorButton(() => this.reset(user)) : nothing}
       <button class="button" @click=${() => this.removeIt(user)}>${icon("trash-2")}${t(L.delete)}</button>`;
   }
 

@@ -5,6 +5,7 @@ import { customElement, property, state } from "lit/decorators.js";
 import { TvxElement } from "../kit/element";
 import { faultNotice } from "../kit/fault-notice";
 import { icon } from "../kit/icon";
+import { Parts } from "../kit/parts";
 import "../kit/tvx-table";
 import type { TvxDialog } from "../kit/tvx-dialog";
 import type { TableColumn } from "../kit/tvx-table";
@@ -33,12 +34,9 @@ const fullName = ({ firstname, lastname }: Pick<User, "firstname" | "lastname">)
 @customElement("tvx-users")
 export class TvxUsers extends TvxElement {
   @property({ attribute: false }) params = new URLSearchParams();
-  @state() private rows: readonly User[] | undefined;
   @state() private groups: readonly Group[] = [];
-  @state() private hasMore = false;
   @state() private mayAdd = false;
-  @state() private busy = false;
-  @state() private fault: unknown;
+  private readonly users = new Parts<User>(this, (from) => usersOf(this.words, this.group, from), AT_ONCE);
   private shown: string | undefined;
 
   override connectedCallback(): void {
@@ -68,23 +66,10 @@ export class TvxUsers extends TvxElement {
     this.groups = await groupsOf().catch(() => []);
   }
 
-  private readonly load = async (from = 0): Promise<void> => {
-    const { wish } = this;
-    this.shown = wish;
-    this.busy = true;
-    try {
-      const found = await usersOf(this.words, this.group, from);
-      if (wish !== this.shown) return;
-      this.rows = from > 0 ? [...(this.rows ?? []), ...found] : found;
-      this.hasMore = found.length === AT_ONCE;
-      this.fault = undefined;
-    } catch (error) {
-      if (wish === this.shown) this.fault = error;
-    }
-    this.busy = false;
+  private readonly load = (): Promise<void> => {
+    this.shown = this.wish;
+    return this.users.load();
   };
-
-  private readonly again = (): Promise<void> => this.load();
 
   private open(userId: string): void {
     setQuery({ user: userId }, { push: true });
@@ -159,8 +144,8 @@ export class TvxUsers extends TvxElement {
 
   protected override render(): TemplateResult {
     const chosen = Number(this.params.get("user"));
-    if (chosen > 0) return html`<tvx-user .recordId=${chosen} @tvx-done=${this.again}></tvx-user>`;
-    return html`<section class="list-screen" aria-busy=${this.busy ? "true" : nothing}>
+    if (chosen > 0) return html`<tvx-user .recordId=${chosen} @tvx-done=${this.load}></tvx-user>`;
+    return html`<section class="list-screen" aria-busy=${this.users.busy ? "true" : nothing}>
       <header class="list-head"><h1>${t(L.users)}</h1><span class="grow"></span>${filterField(this.words)}
         ${
           this.groups.length
@@ -170,8 +155,8 @@ export class TvxUsers extends TvxElement {
         }
         <a class="button" href="/torvex/api/export/users.csv" download>${t(L.sitemapCsv)}</a>
         ${this.mayAdd ? html`<button class="button" @click=${this.read}>${icon("upload")}${t(L.readCsv)}</button><button class="button primary" @click=${this.add}>${icon("plus")}${t(L.newUser)}</button>` : nothing}</header>
-      ${faultNotice(this.fault, this.again)}
-      ${this.rows ? this.found(this.rows) : nothing}
+      ${faultNotice(this.users.fault, this.load)}
+      ${this.users.rows ? this.found(this.users.rows) : nothing}
     </section>`;
   }
 
@@ -180,6 +165,6 @@ export class TvxUsers extends TvxElement {
       return html`<div class="empty">${icon("user")}<p>${this.words || this.group ? t(L.nothingFound) : t(L.usersEmpty)}</p></div>`;
     return html`<tvx-table class="card" .label=${t(L.users)} .columns=${this.columns} .rows=${[...rows]} .keyOf=${(row: User) => String(row.userId)} .nameOf=${(row: User) => row.username}
         @tvx-open=${(event: CustomEvent<User>) => this.open(String(event.detail.userId))}></tvx-table>
-      ${this.hasMore ? html`<p><button class="button" @click=${() => this.busy || this.load(rows.length)}>${t(L.showMore)}</button></p>` : nothing}`;
+      ${this.users.hasMore ? html`<p><button class="button" @click=${this.users.more}>${t(L.showMore)}</button></p>` : nothing}`;
   }
 }
