@@ -6,9 +6,10 @@
 #
 # --plain switches the check of links and the groups of visitors off.
 #
-# Three answers are measured: the demo's home page, assembled for every request; a static file of some
-# kilobytes; and the page again through a session that comes back with its cookie. Everything runs on
-# 127.0.0.1 and in a temporary folder. What is missing (nginx, wrk) is installed from Debian's packages.
+# The demo's home page is measured as it is kept (whole, compressed, and when the browser knows it already), and made anew for
+# every request by a second server that keeps none; nginx with a cache of its own stands before that one, too, which is how
+# others do it. And a static file of some kilobytes. Everything runs on 127.0.0.1 and in a temporary folder. What is missing
+# (nginx, wrk) is installed from Debian's packages.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . bench/common.sh
@@ -32,6 +33,14 @@ init_demo
     where parameter in ('torvex_hyperlink_check', 'torvex_extranet') and loginId = 0" >/dev/null
 nginx_port=$((port + 10001))
 serve_demo
+keeping=$server
+# The settings are read when a server starts.
+printf '\n' >>"$folder/site/torvex.toml"
+sed -i 's/^\[server\]/[server]\npage_cache_bytes = 0/' "$folder/site/torvex.toml"
+grep -q '^page_cache_bytes = 0' "$folder/site/torvex.toml"
+anew_port=$((port + 1))
+serve "$torvex" "$folder/site" "$anew_port" "$folder/anew.log"
+anew=$server
 
 page=$(home_page)
 static=/stylesheets/shared/core.css
@@ -39,6 +48,8 @@ mkdir -p "$folder/www/stylesheets/shared" "$folder/nginx"
 chmod 755 "$folder"
 curl -s "$site$page" >"$folder/www/page.html"
 curl -s "$site$static" >"$folder/www$static"
+gzip -9 -k "$folder/www/page.html"
+mkdir -p "$folder/nginx/kept"
 echo "page $page: $(stat -c %s "$folder/www/page.html") bytes; file $static: $(stat -c %s "$folder/www$static") bytes"
 
 cat >"$folder/nginx/nginx.conf" <<CONF
@@ -55,7 +66,18 @@ http {
     include /etc/nginx/mime.types;
     client_body_temp_path $folder/nginx; proxy_temp_path $folder/nginx; fastcgi_temp_path $folder/nginx;
     uwsgi_temp_path $folder/nginx; scgi_temp_path $folder/nginx;
+    gzip_static on;
+    proxy_cache_path $folder/nginx/kept keys_zone=kept:10m;
     server { listen 127.0.0.1:$nginx_port reuseport; root $folder/www; }
+    server {
+        listen 127.0.0.1:$((nginx_port + 1)) reuseport;
+        location / {
+            proxy_pass http://127.0.0.1:$anew_port;
+            proxy_cache kept;
+            proxy_cache_valid 200 60s;
+            proxy_ignore_headers Cache-Control Set-Cookie Vary;
+        }
+    }
 }
 CONF
 PATH=$PATH:/usr/sbin nginx -c "$folder/nginx/nginx.conf" 2>/dev/null &
@@ -84,12 +106,24 @@ load() {
 # The best round of each, as noise only ever slows down.
 best() { sort -rn "$folder/$1" | head -n 1; }
 
-cookie=$(curl -s -D - -o /dev/null "$site$page" | sed -n 's/^[Ss]et-[Cc]ookie: \([^;]*\).*/\1/p')
+tag_of() { curl -s -I "$1" | tr -d '\r' | sed -n 's/^ETag: //p'; }
+kept=http://127.0.0.1:$port$page
+made=http://127.0.0.1:$anew_port$page
+nginx_page=http://127.0.0.1:$nginx_port/page.html
+# What is kept after its first views.
+for _ in 1 2 3; do curl -s -o /dev/null "$kept"; curl -s -o /dev/null -H 'Accept-Encoding: gzip' "$kept"; sleep 0.3; done
+known=$(tag_of "$kept")
+nginx_known=$(tag_of "$nginx_page")
 for _ in $(seq "$rounds"); do
-    load page "$server" "$site$page"
-    load nginx-page "$nginx" "http://127.0.0.1:$nginx_port/page.html"
-    load cookie "$server" "$site$page" "Cookie: $cookie"
-    load file "$server" "$site$static"
+    load kept "$keeping" "$kept"
+    load nginx-page "$nginx" "$nginx_page"
+    load gzip "$keeping" "$kept" "Accept-Encoding: gzip"
+    load nginx-gzip "$nginx" "$nginx_page" "Accept-Encoding: gzip"
+    load known "$keeping" "$kept" "If-None-Match: $known"
+    load nginx-known "$nginx" "$nginx_page" "If-None-Match: $nginx_known"
+    load cached "$nginx" "http://127.0.0.1:$((nginx_port + 1))$page"
+    load made "$anew" "$made"
+    load file "$keeping" "$site$static"
     load nginx-file "$nginx" "http://127.0.0.1:$nginx_port$static"
 done
 
@@ -101,6 +135,9 @@ report() {
         "${ours[0]}" "${theirs[0]}" "$(echo "${ours[0]} ${theirs[0]}" | awk '{print $1 / $2}')" "${ours[1]}" "${ours[2]}" \
         "${ours[3]}" "${theirs[3]}" "${ours[*]:4}"
 }
-report "home page" page nginx-page
-report "home page, one visitor" cookie nginx-page
+report "kept page" kept nginx-page
+report "kept page, compressed" gzip nginx-gzip
+report "kept page, known" known nginx-known
+report "page made anew" made nginx-page
 report "static file" file nginx-file
+report "kept page, nginx's own" kept cached

@@ -56,8 +56,8 @@ void cServer::setCodePage() {
         charset = session.text(sessionKey::charset);
     }
     if (charset.empty()) return;
-    session.set(sessionKey::codePage, codePage);
-    session.set(sessionKey::charset, charset);
+    session.setPassing(sessionKey::codePage, codePage);
+    session.setPassing(sessionKey::charset, charset);
     if (text::isNumeric(codePage)) session.setCodePage(static_cast<int>(text::toNumber(codePage)));
 }
 

@@ -20,7 +20,6 @@ namespace torvex {
 
 namespace {
 
-/// Keeps the site's own staff out of the figures.
 bool isFilteredOut(std::string_view filter, std::string_view address) {
     if (filter.empty() || address.empty()) return false;
     if (text::contains(filter, address)) return true;
@@ -35,15 +34,18 @@ bool isFilteredOut(std::string_view filter, std::string_view address) {
 
 }  // namespace
 
+bool areViewsCounted(const ApplicationValues& application, std::string_view address) {
+    const std::string filter = application.text(applicationKey::logFilter);
+    return !isFilteredOut(text::trim(filter), text::trim(address));
+}
+
 void countView(HostContext& host, std::string_view nodeId) {
-    if (nodeId.size() < PageIdentity::rootLength) return;
-    const std::string filter = host.application.text(applicationKey::logFilter);
-    const std::string address = host.request.serverVariable("remote_addr");
-    if (isFilteredOut(text::trim(filter), text::trim(address))) return;
+    if (nodeId.size() < PageIdentity::rootLength || host.hits.defersView(nodeId)) return;
+    if (!areViewsCounted(host.application, host.request.serverVariable("remote_addr"))) return;
     const std::string mark = "," + std::string(nodeId) + ",";
     const std::string visited = host.session.text(sessionKey::visitedPages);
     if (host.hits.count(nodeId, host.clock.today(), !text::contains(visited, mark))) {
-        host.session.set(sessionKey::visitedPages, visited + mark);
+        host.session.setPassing(sessionKey::visitedPages, visited + mark);
     }
 }
 

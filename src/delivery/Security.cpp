@@ -52,7 +52,7 @@ std::string cServer::securityCheck(const std::string& applicationDir) try {
         pageId = record_.pageId;
         // The page applied for lives for one page view after the visitor was sent to log in.
         const double counter = session.number(sessionKey::counter) + 1;
-        session.set(sessionKey::counter, counter);
+        session.setPassing(sessionKey::counter, counter);
         if (counter != 0) session.set(sessionKey::pageAppliedFor, "");
         if (systemBranch::hasDigits(record_.nodeId)) code = pageAccess::notFound;
         if (code >= 0 && !applicationDir.empty() && !text::contains(record_.appUrlPublic, applicationDir)) {
@@ -62,7 +62,7 @@ std::string cServer::securityCheck(const std::string& applicationDir) try {
             if (const PageId login = guardOf(host_, connection(), pageId); login > 0) {
                 if (session.text(sessionKey::pageAppliedFor).empty())
                     session.set(sessionKey::pageAppliedFor, pageId);
-                session.set(sessionKey::counter, -1);
+                session.setPassing(sessionKey::counter, -1);
                 return "/tvx.asp?pageId=" + text::fromNumber(login);
             }
             session.set(sessionKey::pageAppliedFor, "");

@@ -42,6 +42,12 @@ bool BufferedHits::count(std::string_view nodeId, std::string_view day, bool uni
     return unique;
 }
 
+bool BufferedHits::isReadyFor(std::string_view nodeId, std::string_view day) {
+    const Key key(day, nodeId);
+    const std::scoped_lock guard(mutex_);
+    return isKnown(key);
+}
+
 bool BufferedHits::isKnown(const Key& key) {
     const auto day = known_.find(key.first);
     return day != known_.end() && day->second.contains(key.second);

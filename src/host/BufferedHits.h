@@ -38,6 +38,7 @@ class BufferedHits final : public HitCounter {
 
     /// Asks the database once for each node and day whether it was viewed before; throws when it can't.
     bool count(std::string_view nodeId, std::string_view day, bool unique) override;
+    bool isReadyFor(std::string_view nodeId, std::string_view day) override;
 
     /// Visitors may search for whatever they like: who brings too many different words for the memory waits until
     /// those before them are written, and they are left out where that fails.

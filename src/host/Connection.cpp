@@ -261,8 +261,8 @@ bool Connection::pour() {
 void Connection::cutShort() {
     isCut_ = true;
     enter(Stage::Handling);
-    auto answer =
-        loop_.pipeline().answer(std::static_pointer_cast<Exchange>(shared_from_this()), loop_.files());
+    auto answer = loop_.pipeline().answer(std::static_pointer_cast<Exchange>(shared_from_this()),
+                                          loop_.files(), loop_.content());
     if (answer && send(std::move(*answer))) process();
 }
 
@@ -278,8 +278,8 @@ bool Connection::askForBody() {
 bool Connection::onComplete() {
     enter(Stage::Handling);
     body_.swap(parser_.body());
-    auto answer =
-        loop_.pipeline().answer(std::static_pointer_cast<Exchange>(shared_from_this()), loop_.files());
+    auto answer = loop_.pipeline().answer(std::static_pointer_cast<Exchange>(shared_from_this()),
+                                          loop_.files(), loop_.content());
     return answer && send(std::move(*answer));
 }
 

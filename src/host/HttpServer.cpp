@@ -104,13 +104,14 @@ class HttpServer::Implementation {
           tls_(openTls(options_.tls)),
           sessions_(options_.sessions),
           workers_(workerCount(options_), options_.queuedPages, options_.mostWorkers),
-          pipeline_(
-              {services, log, std::move(served.startSession), sessions_, workers_, root_.get(), encoded_,
-               options_.compression, guardedFiles("private, no-cache"), guardedFiles("private, no-store"),
-               options_.secureCookies, SessionCookie(schemesOf(options_)), HostNames(options_.hosts),
-               options_.httpsAlone, options_.limits, options_.authoringHost, publicHost(options_)},
-              std::move(served.pages), root_ ? std::move(served.guards) : std::vector<FileGuard>(),
-              std::move(served.interface)) {
+          pages_(services, options_.pageCache),
+          pipeline_({services, log, std::move(served.startSession), sessions_, workers_, pages_, root_.get(),
+                     encoded_, options_.compression, guardedFiles("private, no-cache"),
+                     guardedFiles("private, no-store"), options_.secureCookies,
+                     SessionCookie(schemesOf(options_)), HostNames(options_.hosts), options_.httpsAlone,
+                     options_.limits, options_.authoringHost, publicHost(options_)},
+                    std::move(served.pages), root_ ? std::move(served.guards) : std::vector<FileGuard>(),
+                    std::move(served.interface)) {
         listen();
     }
 
@@ -213,6 +214,7 @@ class HttpServer::Implementation {
     // The workers end before the loops that they hand their answers to.
     std::vector<std::unique_ptr<EventLoop>> loops_;
     WorkerPool workers_;
+    SharedPages pages_;
     Pipeline pipeline_;
     std::uint16_t port_ = 0;
     std::uint16_t tlsPort_ = 0;

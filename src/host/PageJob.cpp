@@ -5,6 +5,8 @@
 #include "host/FailureReport.h"
 #include "host/LineLog.h"
 #include "host/Shortage.h"
+#include "host/cache/Recording.h"
+#include "host/cache/StrangerHits.h"
 #include "host/files/PublicFile.h"
 #include "host/http/ContentCoding.h"
 #include "host/http/ErrorPages.h"
@@ -14,16 +16,29 @@
 #include "installation/ScriptTimeouts.h"
 #include "pages/NoStore.h"
 #include "pages/PageRoute.h"
+#include "platform/ApplicationValues.h"
 #include "platform/Errors.h"
 #include "platform/HostContext.h"
 #include "platform/Request.h"
 #include "platform/Response.h"
+#include "platform/text/Text.h"
 
 namespace torvex {
 
 namespace {
 
 constexpr std::array quickestFirst{Coding::Zstd, Coding::Brotli, Coding::Gzip};
+
+/// Whether all who bring no session may have the answer: it leaves nothing behind with this visitor and says nothing
+/// that only holds now.
+bool isForAll(const HostContext& context) {
+    const Session& session = context.session;
+    const Response& response = context.response;
+    const bool isMarked =
+        session.holdsSomething() || session.isIdKnown() || session.isAbandoned() || session.wantsNewToken();
+    const bool isPage = response.status == 200 || (response.status >= 301 && response.status <= 308);
+    return !isMarked && isPage && !response.expires && !text::contains(response.cacheControl, "no-store");
+}
 
 }  // namespace
 
@@ -64,11 +79,10 @@ void PageJob::run() {
 Answer PageJob::produce() {
     try {
         Request request = toRequest(*exchange_);
-        Response response;
-        HostContext context{setting_.services, request, response, lease_->session()};
-        context.begin = Deadline::Clock::now();
-        context.scriptTimeout = normalTimeout(context);
-        return exchange_->guard ? runGuard(context) : runPage(context);
+        if (!lease_->isNew()) return runWith(setting_.services, request);
+        if (setting_.pages.mayShare(*exchange_)) return runShared(request);
+        StrangerHits hits(setting_.services.hits, setting_.pages.strangers(), *exchange_);
+        return runWith(setting_.services.with(hits), request);
     } catch (const OutOfDescriptors&) {
         return outOfDescriptors(setting_.log);
     } catch (const std::exception& error) {
@@ -76,6 +90,33 @@ Answer PageJob::produce() {
     } catch (...) {
         return failed("unknown error", nullptr);
     }
+}
+
+Answer PageJob::runWith(const Services& services, Request& request) {
+    Response response;
+    HostContext context{services, request, response, lease_->session()};
+    begin(context);
+    return exchange_->guard ? runGuard(context) : runPage(context);
+}
+
+/// Noting what the answer is made of, so that others can have it.
+Answer PageJob::runShared(Request& request) {
+    const std::uint64_t changes = setting_.services.application.changes();
+    Recording recording(setting_.services);
+    request.noteQuestions(recording.questions());
+    Response response;
+    HostContext context{recording.services(), request, response, lease_->session()};
+    begin(context);
+    const bool isPersonal = runHandler(context);
+    setting_.pages.count(*exchange_, recording.views());
+    const bool compresses = mayCompress(response, isPersonal);
+    auto made = isPersonal || !isForAll(context) ? std::nullopt : recording.ingredients();
+    if (!made) return finished(std::move(response), compresses);
+    if (response.cacheControl.empty()) response.cacheControl = "no-cache";
+    made->conditions = response.takeConditions();
+    const auto page = setting_.pages.keep(*exchange_, std::move(*made), changes,
+                                          {toAnswer(std::move(response)), recording.views(), compresses});
+    return page->isKnownTo(exchange_->head()) ? page->notModified() : page->firstAnswer(exchange_->head());
 }
 
 void PageJob::openSession(HostContext& context) {
@@ -86,7 +127,13 @@ void PageJob::openSession(HostContext& context) {
     isSessionReady_ = true;
 }
 
-Answer PageJob::runPage(HostContext& context) {
+void PageJob::begin(HostContext& context) {
+    context.begin = Deadline::Clock::now();
+    context.scriptTimeout = normalTimeout(context);
+}
+
+/// The result says whether the answer is about somebody who is, or was, logged in.
+bool PageJob::runHandler(HostContext& context) {
     bool isPersonal = false;
     try {
         openSession(context);
@@ -97,9 +144,22 @@ Answer PageJob::runPage(HostContext& context) {
     }
     isPersonal = isPersonal || holdsLogin(context.session);
     if (isPersonal && exchange_->page->isPersonal) forbidStoring(context.response);
+    return isPersonal;
+}
+
+Answer PageJob::runPage(HostContext& context) {
+    const bool isPersonal = runHandler(context);
+    const bool compresses = mayCompress(context.response, isPersonal);
+    return finished(std::move(context.response), compresses);
+}
+
+bool PageJob::mayCompress(const Response& response, bool isPersonal) const {
     const bool isOpen = !exchange_->page->isPersonal || (exchange_->page->isOpen && !isPersonal);
-    const bool compresses = setting_.compresses && isOpen && isTextType(context.response.contentType);
-    Answer answer = toAnswer(std::move(context.response));
+    return setting_.compresses && isOpen && isTextType(response.contentType);
+}
+
+Answer PageJob::finished(Response response, bool compresses) const {
+    Answer answer = toAnswer(std::move(response));
     return compresses ? compressed(std::move(answer)) : answer;
 }
 

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "host/WorkerPool.h"
+#include "host/cache/SharedPages.h"
 #include "host/files/StaticFiles.h"
 #include "host/http/Exchange.h"
 #include "host/sessions/SessionCookie.h"
@@ -14,8 +15,10 @@
 
 namespace torvex {
 
-struct HostContext;
 class LineLog;
+class Request;
+class Response;
+struct HostContext;
 
 /// What page jobs share; outlives them all.
 struct PageSetting {
@@ -24,6 +27,7 @@ struct PageSetting {
     std::function<void(HostContext&)> startSession;
     SessionStore& sessions;
     WorkerPool& workers;
+    SharedPages& pages;
     const RootFolder* root;  ///< of guarded files
     EncodedFiles& encoded;   ///< of public files
     bool compresses;         ///< pages for whoever takes them so
@@ -56,7 +60,13 @@ class PageJob : public std::enable_shared_from_this<PageJob> {
     void run();
     Answer produce();
     void openSession(HostContext& context);
+    Answer runWith(const Services& services, Request& request);
+    Answer runShared(Request& request);
+    static void begin(HostContext& context);
+    bool runHandler(HostContext& context);
     Answer runPage(HostContext& context);
+    bool mayCompress(const Response& response, bool isPersonal) const;
+    Answer finished(Response response, bool compresses) const;
     Answer compressed(Answer answer) const;
     Answer runGuard(HostContext& context);
     Answer failed(std::string_view description, const std::exception* error);

@@ -12,7 +12,10 @@
 #include "host/http/RequestConversion.h"
 #include "host/http/ResponseConversion.h"
 #include "pages/ContentPolicy.h"
+#include "platform/ApplicationValues.h"
+#include "platform/Keys.h"
 #include "platform/Response.h"
+#include "platform/db/Database.h"
 
 // The steps of a request, in order:
 //
@@ -28,11 +31,12 @@
 //                        address wants it, at its own pace
 //  8. public file        on the loop, without a session: it takes microseconds and needs no worker, but once for
 //                        each compressed form of a version
-//  9. session            requests of one visitor queue up here, where waiting costs no thread
-// 10. worker             the page or guard runs; it may wait for the database or a feed
-// 11. response           converted on the worker, which has the time for it
-// 12. security headers   added by the connection, so that no answer, not even a refusal, is without them
-// 13. write
+//  9. kept page          on the loop, too, when what it was made of stands: for visitors without a session
+// 10. session            requests of one visitor queue up here, where waiting costs no thread
+// 11. worker             the page or guard runs; it may wait for the database or a feed
+// 12. response           converted on the worker, which has the time for it
+// 13. security headers   added by the connection, so that no answer, not even a refusal, is without them
+// 14. write
 
 namespace torvex {
 
@@ -229,7 +233,37 @@ std::optional<Answer> Pipeline::answerFile(const std::shared_ptr<Exchange>& exch
     }
 }
 
-std::optional<Answer> Pipeline::answer(const std::shared_ptr<Exchange>& exchange, StaticFiles* files) const {
+std::unique_ptr<db::ContentWatch> Pipeline::watchContent() const {
+    const ApplicationValues& values = setting_.services.application;
+    return setting_.services.database.watch(values.text(applicationKey::databaseText),
+                                            values.text(applicationKey::databaseUser),
+                                            values.text(applicationKey::databasePassword));
+}
+
+bool Pipeline::hasSession(const Exchange& exchange) const {
+    const std::string_view cookies = exchange.head().field("Cookie");
+    return !cookies.empty() &&
+           setting_.sessions.isKnown(setting_.cookie.token(cookies, setting_.isSecure(exchange)));
+}
+
+std::optional<Answer> Pipeline::answerKept(const std::shared_ptr<Exchange>& exchange,
+                                           const PageCache::Page& page) const {
+    if (page->isKnownTo(exchange->head())) return page->notModified();
+    const Coding coding = page->codingFor(exchange->head());
+    if (page->hasForm(coding)) return page->answer(coding);
+    const bool isTaken = setting_.workers.submit(
+        [exchange = exchange, page, coding]() mutable {
+            Exchange& one = *exchange;
+            Answer answer = page->answer(coding);
+            one.finish(std::move(exchange), std::move(answer));
+        },
+        exchange->origin);
+    if (isTaken) return std::nullopt;
+    return page->answer(Coding::Identity);
+}
+
+std::optional<Answer> Pipeline::answer(const std::shared_ptr<Exchange>& exchange, StaticFiles* files,
+                                       db::ContentWatch* content) const {
     const bool isOfInterface = interface_ && isBelow(exchange->target.path, interfaceFolder);
     if (!exchange->page && isOfInterface)
         return interfaceAnswer(*interface_, exchange->target.path, exchange->head());
@@ -242,6 +276,9 @@ std::optional<Answer> Pipeline::answer(const std::shared_ptr<Exchange>& exchange
     }
     if (hasForm(*exchange) && formFields(exchange->body()) > setting_.limits.formFields)
         return refusals::of(*exchange, 413);
+    if (setting_.pages.mayShare(*exchange) && !hasSession(*exchange)) {
+        if (const auto page = setting_.pages.find(*exchange, content)) return answerKept(exchange, page);
+    }
     if (std::make_shared<PageJob>(setting_, exchange)->start()) return std::nullopt;
     return refusals::of(*exchange, 503);
 }

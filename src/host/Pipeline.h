@@ -31,8 +31,12 @@ class Pipeline {
     BodyReception receive(const Exchange& exchange) const;
 
     /// Answers a whole request: at once, or later through the exchange. `files` are the calling loop's, null
-    /// when none are served.
-    std::optional<Answer> answer(const std::shared_ptr<Exchange>& exchange, StaticFiles* files) const;
+    /// when none are served, and so is `content`, without which no page is answered at once.
+    std::optional<Answer> answer(const std::shared_ptr<Exchange>& exchange, StaticFiles* files,
+                                 db::ContentWatch* content = nullptr) const;
+
+    /// For one loop, whose thread alone may ask it; null when the database can't be watched.
+    std::unique_ptr<db::ContentWatch> watchContent() const;
 
     SessionStore& sessions() const { return setting_.sessions; }
     LineLog& log() const { return setting_.log; }
@@ -51,6 +55,9 @@ class Pipeline {
     const PageRoute* pageAt(const std::string& path) const;
     std::optional<Answer> answerFile(const std::shared_ptr<Exchange>& exchange, StaticFiles& files) const;
     std::optional<Answer> encode(const std::shared_ptr<Exchange>& exchange, FileToEncode work) const;
+    std::optional<Answer> answerKept(const std::shared_ptr<Exchange>& exchange,
+                                     const PageCache::Page& page) const;
+    bool hasSession(const Exchange& exchange) const;
     std::optional<Answer> checkBody(const Exchange& exchange) const;
     std::uint64_t bodyLimit(const Exchange& exchange) const;
 

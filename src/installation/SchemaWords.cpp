@@ -1,9 +1,11 @@
 // Schema: what the words in braces of its steps mean to each engine.
 
 #include <array>
+#include <fmt/format.h>
 
 #include "installation/Schema.h"
 #include "platform/db/Connection.h"
+#include "platform/db/TableStates.h"
 #include "platform/text/Text.h"
 
 namespace torvex {
@@ -207,6 +209,101 @@ constexpr std::array<Word, 8> words = {{
     {"{upkeep of TORVEX_LOGGING_MONTHS}", monthsSqlite, monthsPostgres},
 }};
 
+/// What visitors' pages are made of.
+constexpr std::array<std::string_view, 37> countedTables = {
+    "TORVEX_APPLICATIONS",
+    "TORVEX_BASETEMPLATES",
+    "TORVEX_BODIES_LIVE",
+    "TORVEX_CHARSETS",
+    "TORVEX_DOCUMENTS",
+    "TORVEX_DOCUMENTS_FOLDERS",
+    "TORVEX_DYNMENU_LIVE",
+    "TORVEX_FEEDS_HTML",
+    "TORVEX_FEEDS_XML",
+    "TORVEX_FOLDERS_GROUPS",
+    "TORVEX_FORUM_LIVE",
+    "TORVEX_FORUM_REACTIONS",
+    "TORVEX_FORUM_TOPICS",
+    "TORVEX_GROUPS_USERS",
+    "TORVEX_IMAGES",
+    "TORVEX_IMAGES_FOLDERS",
+    "TORVEX_INTERFACE_LANGUAGES",
+    "TORVEX_INTERFACE_VOCAB",
+    "TORVEX_LANGUAGES",
+    "TORVEX_MAILFORM",
+    "TORVEX_MAILFORM_OPTIONS",
+    "TORVEX_METADATA",
+    "TORVEX_MIMETYPES",
+    "TORVEX_MSGB_CATEGORIES_LIVE",
+    "TORVEX_MSGB_ITEMS_LIVE",
+    "TORVEX_NEWSFLASH_CATEGORIES_LIVE",
+    "TORVEX_NEWSFLASH_LIVE",
+    "TORVEX_PAGES_GROUPS_LIVE",
+    "TORVEX_PAGES_LIVE",
+    "TORVEX_PAGES_METADATA_LIVE",
+    "TORVEX_SETUP",
+    "TORVEX_SITES",
+    "TORVEX_SITES_LANGUAGES",
+    "TORVEX_STYLESHEETS",
+    "TORVEX_TEMPLATES",
+    "TORVEX_USERGROUPS",
+    "TORVEX_USERS",
+};
+
+/// Triggers run in the transaction of the change, so the count is as new as the rows.
+std::string countingSqlite(std::string_view table, std::string_view event, std::string_view counted) {
+    const std::string_view kind = event.substr(0, event.find(' '));
+    return fmt::format(
+        "create trigger {}_counts_{} after {} on {} begin update TORVEX_TABLE_CHANGES set changes = changes "
+        "+ 1 "
+        "where tableName = '{}'; end;\n",
+        text::lower(counted == table ? table : "torvex_names"), kind, event, table, counted);
+}
+
+std::string changesSqlite() {
+    std::string sql;
+    const auto count = [&](std::string_view table, std::string_view update, std::string_view counted) {
+        sql += fmt::format("insert into TORVEX_TABLE_CHANGES (tableName) values ('{}');\n", counted);
+        for (const std::string_view event : {std::string_view("insert"), update, std::string_view("delete")})
+            sql += countingSqlite(table, event, counted);
+    };
+    for (const std::string_view table : countedTables) count(table, "update", table);
+    count(db::designs, "update of pageId, nodeId", db::namesOfDesigns);
+    return sql;
+}
+
+constexpr std::string_view tellChange = R"sql(
+create function torvex_table_changed() returns trigger language plpgsql as $body$
+begin
+  perform pg_notify('torvex_changes', tg_argv[0]);
+  return null;
+end
+$body$;
+)sql";
+
+std::string changesPostgres() {
+    std::string sql(tellChange);
+    const auto tell = [&](std::string_view table, std::string_view name, std::string_view update,
+                          std::string_view told) {
+        sql += fmt::format("insert into TORVEX_TABLE_CHANGES (tableName) values ('{}');\n", told);
+        sql += fmt::format(
+            "create trigger {} after insert or {} or delete or truncate on {} for each statement execute "
+            "function torvex_table_changed('{}');\n",
+            name, update, table, told);
+    };
+    for (const std::string_view table : countedTables) tell(table, "torvex_changes", "update", table);
+    tell(db::designs, "torvex_names_change", "update of pageId, nodeId", db::namesOfDesigns);
+    tell(db::designs, "torvex_changes", "update", db::designs);
+    return sql;
+}
+
+/// Put together when a database is made or brought up to date, which is seldom.
+std::string withTableChanges(db::Engine engine, std::string sql) {
+    constexpr std::string_view word = "{upkeep of TORVEX_TABLE_CHANGES}";
+    if (!text::contains(sql, word)) return sql;
+    return text::replaceAll(sql, word, engine == db::Engine::Sqlite ? changesSqlite() : changesPostgres());
+}
+
 }  // namespace
 
 std::string Schema::wordsOf(db::Engine engine, std::string_view sql) {
@@ -215,7 +312,7 @@ std::string Schema::wordsOf(db::Engine engine, std::string_view sql) {
         result =
             text::replaceAll(result, word.word, engine == db::Engine::Sqlite ? word.sqlite : word.postgres);
     }
-    return result;
+    return withTableChanges(engine, std::move(result));
 }
 
 }  // namespace torvex

@@ -145,6 +145,9 @@ struct ServerOptions {
     MediaTypes fileTypes{};
     /// Texts are compressed for whoever takes them so: public files once, pages each time.
     bool compression = true;
+    /// Of memory for pages that visitors without a session share, as long as nothing has changed that they were made of; 0
+    /// makes each page anew.
+    std::size_t pageCache = 64 * 1024 * 1024;
 };
 
 }  // namespace torvex

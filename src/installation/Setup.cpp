@@ -116,6 +116,12 @@ void Setup::raiseEditorFloors() {
     }
 }
 
+std::string Setup::defaultInterface(db::Connection& connection) {
+    const db::ReadScope oneState(connection);
+    auto rows = connection.query(selectDefaultInterface);
+    return rows.next() ? rows.text("lang_ID") : "en";
+}
+
 void Setup::initSession() try {
     auto& session = host_.session;
     const auto& application = host_.application;
@@ -139,8 +145,7 @@ void Setup::initSession() try {
     session.set(sessionKey::url,
                 (application.isTrue(applicationKey::websiteSsl) ? "https://" : "http://") + host);
     session.set(sessionKey::authoringSsl, application.get(applicationKey::authoringSsl));
-    std::string language = "en";
-    if (auto rows = connection_->query(selectDefaultInterface); rows.next()) language = rows.text("lang_ID");
+    const std::string language = defaultInterface(*connection_);
     session.set(sessionKey::chosenInterface, language);
     session.set(sessionKey::interfaceLanguage, language);
     session.set(sessionKey::adminTemplatesPath,

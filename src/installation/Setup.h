@@ -26,6 +26,7 @@ class Setup {
     void initSession();
 
   private:
+    static std::string defaultInterface(db::Connection& connection);
     void derivePaths();
     void setDefaults();
     void readSettings();

@@ -80,6 +80,7 @@ void addContentPolicy(HostContext& host, std::string_view site, std::string_view
     if (text::equals(mode, "off")) return;
     const bool isInForce = text::equals(mode, "on");
     const bool isReported = reports.areWanted();
+    host.response.holdsWhile([&reports, isReported] { return reports.areWanted() == isReported; });
     if (!isInForce && !isReported) return;
     std::string policy = policyOf(host, site, scripts);
     if (isReported) policy.append("; report-uri ").append(policyReportPath);

@@ -82,6 +82,9 @@ struct PageRoute {
     /// True where an answer to somebody who isn't logged in holds nothing that others mayn't know, as the token of a form:
     /// it may be compressed together with what the request brought.
     bool isOpen = false;
+    /// True where an answer follows from what the host lets a handler read, and from nothing else: visitors without a
+    /// session may then share it as long as all of that stands.
+    bool isShared = false;
     RefusalHandler refusal{};  ///< none: the server's own pages say what went wrong
     BodyReceiver receiver{};   ///< none: bodies are kept in memory
 };

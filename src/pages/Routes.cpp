@@ -32,6 +32,12 @@ PageRoute open(PageRoute route) {
     return route;
 }
 
+/// Open, and the same for all who bring nothing of their own.
+PageRoute shared(PageRoute route) {
+    route.isShared = true;
+    return open(std::move(route));
+}
+
 }  // namespace
 
 std::vector<PageRoute> pageRoutes(std::shared_ptr<const BuiltInterface> interface,
@@ -41,9 +47,9 @@ std::vector<PageRoute> pageRoutes(std::shared_ptr<const BuiltInterface> interfac
     const auto reports = std::make_shared<PolicyReports>();
     const auto posts = std::make_shared<PostDesk>();
     std::vector<PageRoute> routes{
-        {"/", homePage},
-        open({"/tvx.asp", [reports](HostContext& host) { tvxPage(host, *reports); }}),
-        open({"/torvex_msgboard/", [reports](HostContext& host) { msgBoardPage(host, *reports); }}),
+        shared({"/", homePage}),
+        shared({"/tvx.asp", [reports](HostContext& host) { tvxPage(host, *reports); }}),
+        shared({"/torvex_msgboard/", [reports](HostContext& host) { msgBoardPage(host, *reports); }}),
         open({"/frameset.asp", framesetPage}),
         {"/redirect.asp", redirectPage},
         {"/tvxlogin.asp", [throttle](HostContext& host) { loginPage(host, *throttle); }, methods::form,

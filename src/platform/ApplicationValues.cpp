@@ -32,7 +32,7 @@ void ApplicationValues::set(std::string_view key, Value value) {
     const bool bracketed = pending_ != nullptr;
     if (!bracketed) pending_ = std::make_shared<Map>(*snapshot());
     (*pending_)[std::string(key)] = std::move(value);
-    if (!bracketed) map_.store(std::exchange(pending_, nullptr), std::memory_order_release);
+    if (!bracketed) publish();
 }
 
 void ApplicationValues::lock() {
@@ -41,8 +41,14 @@ void ApplicationValues::lock() {
 }
 
 void ApplicationValues::unlock() {
-    map_.store(std::exchange(pending_, nullptr), std::memory_order_release);
+    publish();
     writing_.unlock();
+}
+
+/// Counted behind the values: whoever knows of the change finds it.
+void ApplicationValues::publish() {
+    map_.store(std::exchange(pending_, nullptr), std::memory_order_release);
+    changes_.fetch_add(1, std::memory_order_release);
 }
 
 }  // namespace torvex

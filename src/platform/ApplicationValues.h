@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -17,18 +18,24 @@ namespace torvex {
 class ApplicationValues {
   public:
     ApplicationValues();
+    ApplicationValues(const ApplicationValues&) = delete;
+    ApplicationValues& operator=(const ApplicationValues&) = delete;
+    virtual ~ApplicationValues() = default;
 
-    Value get(std::string_view key) const;
+    virtual Value get(std::string_view key) const;
     std::string text(std::string_view key) const { return get(key).toText(); }
     double number(std::string_view key) const { return get(key).toNumber(); }
     bool isTrue(std::string_view key) const { return get(key).isTrue(); }
 
     /// Written at once; inside `lock` and `unlock`, seen by others (and by `get`) when `unlock` is called.
-    void set(std::string_view key, Value value);
+    virtual void set(std::string_view key, Value value);
 
     /// Keeps other writers out until `unlock` is called on the same thread.
-    void lock();
-    void unlock();
+    virtual void lock();
+    virtual void unlock();
+
+    /// How often any of them has been written: whoever read them since it was as it is, has read them as they are.
+    std::uint64_t changes() const { return changes_.load(std::memory_order_acquire); }
 
   private:
     struct KeyHash {
@@ -41,9 +48,11 @@ class ApplicationValues {
     };
     using Map = std::unordered_map<std::string, Value, KeyHash, KeyEqual>;
 
+    void publish();
     std::shared_ptr<const Map> snapshot() const { return map_.load(std::memory_order_acquire); }
 
     std::atomic<std::shared_ptr<const Map>> map_;
+    std::atomic<std::uint64_t> changes_ = 0;
     std::recursive_mutex writing_;
     std::shared_ptr<Map> pending_;  ///< the copy being written between `lock` and `unlock`
 };

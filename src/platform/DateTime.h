@@ -41,7 +41,7 @@ class Clock {
     /// Seconds since 1970. A civil time can't tell them in the hour that comes twice when summer time ends.
     virtual std::int64_t unixSeconds() const;
 
-    std::string today() const { return date8(now()); }
+    virtual std::string today() const { return date8(now()); }
 };
 
 /// The machine's clock in its local time zone.

@@ -25,6 +25,11 @@ class HitCounter {
     /// node. Returns whether the view was counted as a unique one. Throws `Error` when it can't be stored.
     virtual bool count(std::string_view nodeId, std::string_view day, bool unique) = 0;
 
+    /// True when a view is counted later, by who knows the visitor better; then nothing is counted here.
+    virtual bool defersView(std::string_view /*nodeId*/) { return false; }
+    /// Whether `count` would return at once, without waiting for the database.
+    virtual bool isReadyFor(std::string_view /*nodeId*/, std::string_view /*day*/) { return true; }
+
     /// Counts the words of a search that begins. Throws `Error` when they can't be stored.
     virtual void countSearch(const SearchedWords& searched) = 0;
     /// Counts them as words that nothing was found for, besides.

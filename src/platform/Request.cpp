@@ -54,27 +54,49 @@ Request::Request(std::string queryString, NamedValues form, NamedValues serverVa
       body_(std::move(body)) {}
 
 std::string Request::item(std::string_view name) const {
+    note(RequestQuestion::Kind::Item, name);
     if (has(query_, name)) return joined(query_, name);
     if (has(form_, name)) return joined(form_, name);
-    return serverVariable(name);
+    return variable(name);
 }
 
 std::string Request::queryString(std::string_view name) const {
+    note(RequestQuestion::Kind::Query, name);
     return joined(query_, name);
 }
 
 std::string Request::formField(std::string_view name) const {
+    note(RequestQuestion::Kind::Other);
     return joined(form_, name);
 }
 
 bool Request::hasFormField(std::string_view name) const {
+    note(RequestQuestion::Kind::Other);
     return has(form_, name);
 }
 
 std::string Request::serverVariable(std::string_view name) const {
+    note(RequestQuestion::Kind::Variable, name);
+    return variable(name);
+}
+
+std::string Request::reduced(std::string_view name, RequestQuestion::Reduction reduction) const {
+    note(RequestQuestion::Kind::Variable, name, reduction);
+    return reduction(variable(name));
+}
+
+std::string Request::variable(std::string_view name) const {
     const auto found = std::find_if(serverVariables_.begin(), serverVariables_.end(),
                                     [name](const auto& entry) { return text::equals(entry.first, name); });
     return found == serverVariables_.end() ? std::string() : found->second;
+}
+
+void Request::note(RequestQuestion::Kind kind, std::string_view name,
+                   RequestQuestion::Reduction reduction) const {
+    if (!questions_) return;
+    RequestQuestion question{kind, text::lower(name), reduction};
+    if (std::ranges::find(*questions_, question) == questions_->end())
+        questions_->push_back(std::move(question));
 }
 
 void Request::setServerVariable(std::string_view name, std::string value) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -41,6 +42,12 @@ class Response {
     [[noreturn]] void end();
     void redirect(std::string address);
 
+    /// Says what the answer depends on besides what was read for it: it holds as long as this is true. Asked from any
+    /// thread and for as long as the server runs.
+    using Condition = std::function<bool()>;
+    void holdsWhile(Condition condition) { conditions_.push_back(std::move(condition)); }
+    std::vector<Condition> takeConditions() { return std::move(conditions_); }
+
     const std::string& body() const { return body_; }
     std::string takeBody() { return std::move(body_); }
     bool isBinary() const { return binary_; }
@@ -49,6 +56,7 @@ class Response {
     bool isTouched() const;
 
   private:
+    std::vector<Condition> conditions_;
     std::string body_;
     bool binary_ = false;
     bool ended_ = false;

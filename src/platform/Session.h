@@ -28,10 +28,16 @@ class Session {
     explicit Session(std::string id, std::shared_ptr<const Values> defaults = nullptr)
         : id_(std::move(id)), defaults_(std::move(defaults)) {}
 
-    const std::string& id() const { return id_; }
+    const std::string& id() const {
+        isIdKnown_ = true;
+        return id_;
+    }
+    /// Whether anybody has asked for the id.
+    bool isIdKnown() const { return isIdKnown_; }
     /// Asks for a new token in the visitor's cookie when the request is done: after a login, so that a token
     /// known before is worth nothing.
     void renewToken() { wantsNewToken_ = true; }
+    bool wantsNewToken() const { return wantsNewToken_; }
     /// Whether one was asked for; asks once.
     bool takeTokenRequest() { return std::exchange(wantsNewToken_, false); }
 
@@ -40,6 +46,12 @@ class Session {
     double number(std::string_view key) const { return get(key).toNumber(); }
     bool isTrue(std::string_view key) const { return get(key).isTrue(); }
     void set(std::string_view key, Value value);
+    /// The same for what only matters as long as there is a session: a visitor without one needs none for it. `key` is a
+    /// constant.
+    void setPassing(std::string_view key, Value value);
+
+    /// Whether something was stored that a later request must find: more than the defaults, and what is passing.
+    bool holdsSomething() const;
 
     /// Objects have keys of their own, apart from those of values; null when there is none.
     std::shared_ptr<const SessionObject> object(std::string_view key) const;
@@ -57,13 +69,17 @@ class Session {
     const Values& ownValues() const { return own_; }
 
   private:
+    Value defaultOf(std::string_view key) const;
+
     std::string id_;
     std::shared_ptr<const Values> defaults_;
     Values own_;
+    std::vector<std::string_view> passing_;  ///< keys
     std::vector<std::pair<std::string, std::shared_ptr<const SessionObject>>> objects_;
     int codePage_ = 65001;
     bool abandoned_ = false;
     bool wantsNewToken_ = false;
+    mutable bool isIdKnown_ = false;
 };
 
 }  // namespace torvex

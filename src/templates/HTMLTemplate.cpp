@@ -18,9 +18,12 @@ namespace torvex {
 
 namespace {
 
+std::string familyOf(const std::string& agent) {
+    return text::contains(agent, "msie") || !text::contains(agent, "mozilla") ? "IE" : "NS";
+}
+
 bool isInternetExplorer(const Request& request) {
-    const std::string agent = request.serverVariable("HTTP_USER_AGENT");
-    return text::contains(agent, "msie") || !text::contains(agent, "mozilla");
+    return request.reduced("HTTP_USER_AGENT", familyOf) == "IE";
 }
 
 /// "row_i" stands for a family of blocks. A name that holds "_i" further ahead as well is taken as it stands.

@@ -368,7 +368,7 @@ TEST_F(HttpServerTest, ALineBreakCannotGetIntoAHeaderField) {
     const RawReply reply = get("/go.asp");
     EXPECT_EQ(reply.status, 302);
     EXPECT_EQ(reply.field("Location"), "/aSet-Cookie:%20b=c");
-    EXPECT_EQ(reply.fields("Set-Cookie").size(), 1U);  // the session's own
+    EXPECT_TRUE(reply.fields("Set-Cookie").empty());
 }
 
 TEST_F(HttpServerTest, ASlowHeaderIsCutOffByItsTotalTime) {

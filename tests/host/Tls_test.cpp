@@ -136,9 +136,9 @@ TEST_F(TlsTest, BothSchemesAreServedSideBySideWithTheSameSessions) {
 }
 
 TEST_F(TlsTest, CookiesAreSecureAndOfThisHostAlone) {
+    running.page("/kept.asp", [](HostContext& host) { host.session.set("kept", true); });
     running.start();
-    const std::string answer = ask("/hello.asp");
-    const std::string cookie = cookieOf(answer);
+    const std::string cookie = cookieOf(ask("/kept.asp"));
     EXPECT_TRUE(cookie.starts_with("__Host-torvex_session=")) << cookie;
     EXPECT_TRUE(cookie.ends_with("; Path=/; HttpOnly; SameSite=Lax; Secure")) << cookie;
     EXPECT_EQ(cookie.find("Domain"), std::string::npos);

@@ -54,6 +54,8 @@ std::vector<std::string> RecordsTest::rowsOf(const std::string& statement) {
 RecordsTest::Tables RecordsTest::everything() {
     Tables tables;
     for (const std::string& name : tableNames()) {
+        // How often something was changed says nothing of how it is.
+        if (name == "TORVEX_TABLE_CHANGES") continue;
         auto lines = rowsOf("select * from " + name);
         std::sort(lines.begin(), lines.end());
         tables.emplace(name, std::move(lines));

@@ -15,10 +15,6 @@ namespace torvex {
 
 namespace {
 
-std::int64_t nanoseconds(const timespec& moment) {
-    return static_cast<std::int64_t>(moment.tv_sec) * 1'000'000'000 + moment.tv_nsec;
-}
-
 std::optional<FileStamp> stampOf(const Descriptor& file) {
     struct stat status {};
     if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
@@ -82,18 +78,6 @@ void describe(PublicFile& file, std::string_view name, const StaticFileOptions& 
 
 bool isOutOfDescriptors(int errorNumber) {
     return errorNumber == EMFILE || errorNumber == ENFILE || errorNumber == ENOMEM;
-}
-
-FileStamp FileStamp::of(const struct stat& status) {
-    return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size),
-            nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
-}
-
-bool FileStamp::isSettled() const {
-    // Two seconds is the coarsest clock of any file system in use.
-    timespec now{};
-    ::clock_gettime(CLOCK_REALTIME, &now);
-    return nanoseconds(now) - changed > 2'000'000'000;
 }
 
 std::optional<PublicFile> PublicFile::open(const RootFolder& root, const std::string& relativePath,

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <sys/stat.h>
 
+#include "host/files/FileStamp.h"
 #include "host/http/Answer.h"
 #include "host/http/ByteRange.h"
 #include "host/http/ContentCoding.h"
@@ -17,21 +18,6 @@
 #include "platform/files/RootFolder.h"
 
 namespace torvex {
-
-/// What tells one version of a file from another.
-struct FileStamp {
-    std::uint64_t device = 0;
-    std::uint64_t inode = 0;
-    std::uint64_t size = 0;
-    std::int64_t modified = 0;  ///< nanoseconds
-    std::int64_t changed = 0;   ///< nanoseconds; can't be set back, unlike `modified`
-
-    static FileStamp of(const struct stat& status);
-    /// False while another change could leave the stamp as it is, because the file system's clock has not
-    /// moved on.
-    bool isSettled() const;
-    auto operator<=>(const FileStamp&) const = default;
-};
 
 /// The file may be there, but nothing more can be opened just now.
 class OutOfDescriptors : public Error {

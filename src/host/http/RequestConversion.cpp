@@ -1,5 +1,8 @@
 #include "host/http/RequestConversion.h"
 
+#include <algorithm>
+#include <array>
+
 #include "host/http/Exchange.h"
 #include "pages/PageRoute.h"
 
@@ -24,23 +27,41 @@ void addField(NamedValues& variables, std::string_view field, std::string_view v
     variables.emplace_back(std::move(name), value);
 }
 
+using Give = std::string (*)(const Exchange&);
+struct OwnVariable {
+    std::string_view name;
+    Give give;
+};
+
+/// Those that are no header fields; the host is one that is read in its own way.
+constexpr std::array<OwnVariable, 11> ownVariables{{
+    {"http_host", [](const Exchange& one) { return std::string(one.host); }},
+    {"https", [](const Exchange& one) { return std::string(one.isTls ? "on" : "off"); }},
+    {"script_name", [](const Exchange& one) { return std::string(one.target.path); }},
+    {"remote_addr", [](const Exchange& one) { return one.remoteAddress; }},
+    {"request_method", [](const Exchange& one) { return std::string(one.head().methodText); }},
+    {"query_string", [](const Exchange& one) { return std::string(one.target.query); }},
+    {"server_name", [](const Exchange& one) { return std::string(hostName(one.host)); }},
+    {"server_port", [](const Exchange& one) { return std::to_string(one.localPort); }},
+    {"server_protocol",
+     [](const Exchange& one) { return std::string(one.head().version == 10 ? "HTTP/1.0" : "HTTP/1.1"); }},
+    {"content_type", [](const Exchange& one) { return std::string(one.head().field("Content-Type")); }},
+    {"content_length", [](const Exchange& one) { return std::to_string(one.body().size()); }},
+}};
+
+/// The fields but for the host's, as variables.
+void addFields(NamedValues& variables, const RequestHead& head, std::string_view only = {}) {
+    for (const auto& [field, value] : head.fields) {
+        if (ascii::equals(field, "Host")) continue;
+        if (only.empty() || variableName(field) == only) addField(variables, field, value);
+    }
+}
+
 NamedValues serverVariables(const Exchange& exchange) {
-    const RequestHead& head = exchange.head();
     NamedValues variables;
-    variables.reserve(head.fields.size() + 12);
-    for (const auto& [field, value] : head.fields)
-        if (!ascii::equals(field, "Host")) addField(variables, field, value);
-    variables.emplace_back("http_host", exchange.host);
-    variables.emplace_back("https", exchange.isTls ? "on" : "off");
-    variables.emplace_back("script_name", exchange.target.path);
-    variables.emplace_back("remote_addr", exchange.remoteAddress);
-    variables.emplace_back("request_method", head.methodText);
-    variables.emplace_back("query_string", exchange.target.query);
-    variables.emplace_back("server_name", hostName(exchange.host));
-    variables.emplace_back("server_port", std::to_string(exchange.localPort));
-    variables.emplace_back("server_protocol", head.version == 10 ? "HTTP/1.0" : "HTTP/1.1");
-    variables.emplace_back("content_type", head.field("Content-Type"));
-    variables.emplace_back("content_length", std::to_string(exchange.body().size()));
+    variables.reserve(exchange.head().fields.size() + ownVariables.size() + 1);
+    addFields(variables, exchange.head());
+    for (const OwnVariable& own : ownVariables) variables.emplace_back(own.name, own.give(exchange));
     if (exchange.sink) variables.emplace_back("body_receipt", exchange.sink->receipt());
     return variables;
 }
@@ -84,6 +105,15 @@ std::size_t formFields(std::string_view body) {
 Request toRequest(const Exchange& exchange) {
     return Request(std::string(exchange.target.query), formOf(exchange), serverVariables(exchange),
                    takesForms(exchange) ? std::string() : exchange.body());
+}
+
+std::string serverVariable(const Exchange& exchange, std::string_view name) {
+    const auto own = std::ranges::find_if(
+        ownVariables, [&](const OwnVariable& one) { return ascii::equals(one.name, name); });
+    if (own != ownVariables.end()) return own->give(exchange);
+    NamedValues variables;
+    addFields(variables, exchange.head(), ascii::lowered(name));
+    return variables.empty() ? std::string() : std::move(variables.front().second);
 }
 
 std::string_view cookie(std::string_view cookieField, std::string_view name) {

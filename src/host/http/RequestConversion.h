@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 #include "platform/Request.h"
@@ -13,6 +14,8 @@ class Exchange;
 /// header field is there as "http_" and its name; names with "_" are left out, as they could pose as another
 /// field.
 Request toRequest(const Exchange& exchange);
+/// One of these server variables, without making the others.
+std::string serverVariable(const Exchange& exchange, std::string_view name);
 
 /// Whether a body of this type can be read as a form.
 bool isFormType(std::string_view contentType);

@@ -237,7 +237,7 @@ std::optional<SessionToken> SessionLease::finish() {
     }
     // Asked in any case: a new session's token is new enough, and mustn't change at the next request.
     const bool isAskedFor = entry->session.takeTokenRequest();
-    const bool sendsToken = isAskedFor || kind_ == Kind::New;
+    const bool sendsToken = isAskedFor || (kind_ == Kind::New && entry->session.holdsSomething());
     if (sendsToken && isNew()) store_->keep(entry);
     if (sendsToken && !isNew()) store_->giveNewToken(entry);
     const SessionToken token = entry->token;
@@ -302,6 +302,15 @@ bool SessionStore::enter(std::string_view token, std::uint64_t origin, Turn turn
     if (!entry) return startNew(turn, origin, otherwise), true;
     turn(SessionLease(*this, std::move(entry), Kind::Known));
     return true;
+}
+
+bool SessionStore::isKnown(std::string_view token) const {
+    const std::optional<SessionToken> known = SessionToken::parse(token);
+    if (!known) return false;
+    Shard& shard = shardOf(*known);
+    const std::scoped_lock guard(shard.mutex);
+    const auto found = shard.entries.find(*known);
+    return found != shard.entries.end() && (found->second->isBusy || !isOutlived(*found->second));
 }
 
 void SessionStore::touch(std::string_view token) {

@@ -38,7 +38,8 @@ class SessionLease {
   public:
     struct Entry;  ///< what the store keeps for a session
 
-    /// `Known` has the session of the request's token. `New` has one that is kept when the turn ends.
+    /// `Known` has the session of the request's token. `New` has one that is kept when the turn ends, if something was
+    /// stored in it that a later request must find: who only looks needs none.
     /// `Passing` has a new one, too, but came with a token that was changed a moment ago: whoever sent it may
     /// be holding the new token by now, and a cookie of this turn would overwrite it. So nothing is kept or
     /// sent, unless the turn itself asks for a token.
@@ -88,6 +89,9 @@ class SessionStore {
     /// those who wait under the old one are strangers: each passes with a new session. False when too many
     /// wait for this session already. `origin` is the same for all requests of one address.
     bool enter(std::string_view token, std::uint64_t origin, Turn turn);
+
+    /// Whether the token is one of a session that lives.
+    bool isKnown(std::string_view token) const;
 
     /// Notes that the visitor has sent the cookie back, without a turn.
     void touch(std::string_view token);

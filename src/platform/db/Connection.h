@@ -22,6 +22,7 @@ class DatabaseError : public std::runtime_error {
 };
 
 class ScopeMemory;
+struct ReadRecord;
 
 enum class Engine { Sqlite, PostgreSql };
 
@@ -111,6 +112,9 @@ class Connection {
     virtual void beginReading() = 0;
     /// What is kept of the state that `beginReading` has begun to read; null outside of that.
     virtual ScopeMemory* memory() = 0;
+    /// Notes from now on what is read, until the connection goes back to its pool; the record must live as long. One
+    /// that can't leaves it as it is.
+    virtual void record(ReadRecord& /*record*/) {}
     virtual void commit() = 0;
     virtual void rollback() = 0;
 };

@@ -29,6 +29,7 @@ class OpensAtFirstUse final : public Connection {
     void begin() override { opened().begin(); }
     void beginReading() override { opened().beginReading(); }
     ScopeMemory* memory() override { return lease_ ? lease_->memory() : nullptr; }
+    void record(ReadRecord& record) override { opened().record(record); }
     void commit() override { opened().commit(); }
     void rollback() override { opened().rollback(); }
 

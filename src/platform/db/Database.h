@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "platform/db/Connection.h"
+#include "platform/db/TableStates.h"
 
 namespace torvex::db {
 
@@ -27,6 +28,18 @@ class Database {
     /// Throws `DatabaseError` for a text that names no engine, and when the database can't be reached.
     virtual Lease open(std::string_view text, std::string_view user = {}, std::string_view password = {},
                        Purpose purpose = Purpose::Everything) = 0;
+
+    /// Looks at the content of the database that `open` opens by the same text. Null where that can't be done.
+    virtual std::unique_ptr<ContentWatch> watch(std::string_view /*text*/, std::string_view /*user*/ = {},
+                                                std::string_view /*password*/ = {}) {
+        return nullptr;
+    }
+    /// The state that the content of that database had at some moment before this one, where a `watch` knows it from any
+    /// thread; null elsewhere: there each connection knows the state that it reads.
+    virtual SharedStates watched(std::string_view /*text*/, std::string_view /*user*/ = {},
+                                 std::string_view /*password*/ = {}) {
+        return nullptr;
+    }
 };
 
 /// The pools of a running program.

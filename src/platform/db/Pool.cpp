@@ -5,7 +5,9 @@
 #include "platform/db/Database.h"
 #include "platform/db/PooledConnection.h"
 #include "platform/db/PostgresConnection.h"
+#include "platform/db/PostgresWatch.h"
 #include "platform/db/SqliteConnection.h"
+#include "platform/db/SqliteWatch.h"
 
 namespace torvex::db {
 
@@ -44,6 +46,18 @@ class Pool : public std::enable_shared_from_this<Pool> {
         return Lease(connection.release(), GiveBack{shared_from_this()});
     }
 
+    /// Begins to listen when it is first asked for.
+    std::shared_ptr<const PostgresListener> listener() {
+        const std::scoped_lock lock(mutex_);
+        if (!listener_) listener_ = std::make_shared<const PostgresListener>(text_, user_, password_);
+        return listener_;
+    }
+    /// Null when nobody listens.
+    SharedStates watched() {
+        const std::scoped_lock lock(mutex_);
+        return listener_ ? listener_->now() : nullptr;
+    }
+
   private:
     struct GiveBack {
         std::shared_ptr<Pool> pool;
@@ -73,6 +87,7 @@ class Pool : public std::enable_shared_from_this<Pool> {
     Purpose purpose_;
     std::mutex mutex_;
     std::vector<std::unique_ptr<PooledConnection>> idle_;
+    std::shared_ptr<const PostgresListener> listener_;
 };
 
 class Pools final : public Database {
@@ -82,6 +97,17 @@ class Pools final : public Database {
         // PostgreSQL knows one kind of connection; two pools of it would only hold more of them.
         if (engineOf(text) == Engine::PostgreSql) purpose = Purpose::Everything;
         return poolOf({text, user, password, purpose})->lease();
+    }
+
+    std::unique_ptr<ContentWatch> watch(std::string_view text, std::string_view user,
+                                        std::string_view password) override {
+        if (engineOf(text) == Engine::Sqlite) return watchSqliteStore(storeFolder(text));
+        return watchBy(poolOf({text, user, password, Purpose::Everything})->listener());
+    }
+
+    SharedStates watched(std::string_view text, std::string_view user, std::string_view password) override {
+        if (engineOf(text) == Engine::Sqlite) return nullptr;
+        return poolOf({text, user, password, Purpose::Everything})->watched();
     }
 
   private:

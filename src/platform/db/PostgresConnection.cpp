@@ -121,6 +121,7 @@ class PostgresConnection final : public PooledConnection {
     void begin() override { beginWith("begin"); }
     void beginReading() override;
     ScopeMemory* memory() override { return memory_ ? &*memory_ : nullptr; }
+    void record(ReadRecord& record) override;
     void commit() override;
     void rollback() override;
     bool makeReusable() noexcept override;
@@ -141,6 +142,7 @@ class PostgresConnection final : public PooledConnection {
     std::string text_;
     PostgresNames names_;
     std::optional<ScopeMemory> memory_;  ///< while it only reads
+    ReadRecord* record_ = nullptr;       ///< null: nobody wants to know
     bool rested_ = false;                ///< it comes from the pool and hasn't been used since
     bool outdated_ = false;              ///< prepared statements no longer fit the schema
 };
@@ -193,6 +195,12 @@ void PostgresConnection::beginWith(const char* statement) {
 void PostgresConnection::beginReading() {
     beginWith("begin transaction isolation level repeatable read read only");
     memory_.emplace();
+}
+
+/// All that is read was so when the states were looked at, or has been changed since and is told of.
+void PostgresConnection::record(ReadRecord& record) {
+    record_ = &record;
+    record_->isWhole = true;
 }
 
 void PostgresConnection::commit() {
@@ -258,15 +266,18 @@ void PostgresConnection::forgetStatements() {
 }
 
 Rows PostgresConnection::query(std::string_view statement, Parameters parameters) {
+    if (record_) record_->tables |= tablesNamedIn(statement);
     return Rows(openPostgresRows(run(statement, parameters)));
 }
 
 std::int64_t PostgresConnection::execute(std::string_view statement, Parameters parameters) {
+    if (record_) record_->isWhole = false;
     const PostgresResult result = run(statement, parameters);
     return static_cast<std::int64_t>(text::toNumber(PQcmdTuples(result.get())));
 }
 
 bool PostgresConnection::makeReusable() noexcept {
+    record_ = nullptr;
     try {
         if (PQstatus(handle_.get()) != CONNECTION_OK) return false;
         rollback();
@@ -279,6 +290,10 @@ bool PostgresConnection::makeReusable() noexcept {
 }
 
 }  // namespace
+
+PGconn* connectPostgres(std::string_view text, std::string_view user, std::string_view password) {
+    return connect(wholeText(std::string(text), user, password)).release();
+}
 
 std::unique_ptr<PooledConnection> openPostgres(std::string_view text, std::string_view user,
                                                std::string_view password) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <libpq-fe.h>
 #include <memory>
 #include <string_view>
 
@@ -11,5 +12,8 @@ namespace torvex::db {
 /// `DatabaseError`, never with the text or a password in it.
 std::unique_ptr<PooledConnection> openPostgres(std::string_view text, std::string_view user,
                                                std::string_view password);
+
+/// The bare connection, for who listens on it; the caller ends it by `PQfinish`. Throws as above.
+PGconn* connectPostgres(std::string_view text, std::string_view user, std::string_view password);
 
 }  // namespace torvex::db

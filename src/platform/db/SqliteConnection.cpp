@@ -51,9 +51,10 @@ unsigned fileOfSchema(std::string_view schema) {
 
 /// SQLite asks this about each thing that a statement does while it is prepared. It leaves out the schema of
 /// a table of which no column is read.
-int noteUse(void* noted, int action, const char* table, const char* /*column*/, const char* schema,
+int noteUse(void* noted, int action, const char* table, const char* column, const char* schema,
             const char* /*trigger*/) {
     auto& use = *static_cast<SqliteUse*>(noted);
+    if (action == SQLITE_READ) use.tables.set(countedNumber(table, column));
     if (schema == nullptr) {
         if (action == SQLITE_READ) use.unplaced.emplace_back(table);
         return SQLITE_OK;
@@ -113,6 +114,15 @@ void tune(sqlite3* database, std::string_view schema, std::string_view synchrono
                               schema, synchronous, cacheKibibytes, mappedBytes, keptLogBytes));
 }
 
+/// What tells one state of the content from the next, whoever made it; nothing outside of a scope that reads.
+std::optional<unsigned> contentVersion(sqlite3* database) {
+    if (sqlite3_txn_state(database, "main") != SQLITE_TXN_READ) return std::nullopt;
+    unsigned version = 0;
+    if (sqlite3_file_control(database, "main", SQLITE_FCNTL_DATA_VERSION, &version) != SQLITE_OK)
+        return std::nullopt;
+    return version;
+}
+
 class SqliteConnection final : public PooledConnection {
   public:
     SqliteConnection(Handle handle, std::string text, bool wholeStore)
@@ -130,6 +140,7 @@ class SqliteConnection final : public PooledConnection {
     void begin() override;
     void beginReading() override;
     ScopeMemory* memory() override;
+    void record(ReadRecord& record) override;
     void commit() override;
     void rollback() override;
     bool makeReusable() noexcept override;
@@ -144,6 +155,9 @@ class SqliteConnection final : public PooledConnection {
     void lockTouched(const SqliteUse& use);
     void lock(const LockStatement& statement);
     LastingMemory* lastingNow();
+    void noteReads(const SqliteUse& use);
+    void endReading();
+    SharedStates statesNow();
 
     Handle handle_;
     std::string text_;
@@ -151,6 +165,9 @@ class SqliteConnection final : public PooledConnection {
     SqliteUse preparing_;
     std::optional<ScopeMemory> memory_;  ///< while it only reads
     LastingMemory lasting_;
+    ReadRecord* record_ = nullptr;  ///< null: nobody wants to know
+    SharedStates states_;           ///< of the content when it was of `statesOf_`
+    std::optional<unsigned> statesOf_;
     bool writing_ = false;
     unsigned locked_ = NoFile;  ///< while `writing_`
     SqliteStatementCache statements_;
@@ -189,8 +206,18 @@ SqliteRun SqliteConnection::prepare(std::string_view statement, Parameters param
         throw DatabaseError("a change within a scope that only reads");
     }
     if (writing_) lockTouched(taken->use());
+    noteReads(taken->use());
     taken->bind(parameters);
     return taken;
+}
+
+/// What is read outside of a scope may be of another state than the rest.
+void SqliteConnection::noteReads(const SqliteUse& use) {
+    if (memory_) {
+        memory_->tablesRead() |= use.tables;
+    } else if (record_) {
+        record_->isWhole = false;
+    }
 }
 
 Rows SqliteConnection::query(std::string_view statement, Parameters parameters) {
@@ -251,28 +278,54 @@ ScopeMemory* SqliteConnection::memory() {
 /// The file of the content counts its changes, whoever makes them. What it says holds once this scope has
 /// begun to read it. What lasts may be made of that file alone: the others change with each view.
 LastingMemory* SqliteConnection::lastingNow() {
-    if (sqlite3_txn_state(handle_.get(), "main") != SQLITE_TXN_READ) return nullptr;
-    unsigned int version = 0;
-    if (sqlite3_file_control(handle_.get(), "main", SQLITE_FCNTL_DATA_VERSION, &version) != SQLITE_OK)
-        return nullptr;
-    lasting_.readsState(version);
+    const auto version = contentVersion(handle_.get());
+    if (!version) return nullptr;
+    lasting_.readsState(*version);
     return &lasting_;
 }
 
-void SqliteConnection::commit() {
-    runOnly("commit");
+void SqliteConnection::record(ReadRecord& record) {
+    record_ = &record;
+    record_->isWhole = true;
+}
+
+/// The states are those of the rows that were read: the scope is still open.
+void SqliteConnection::endReading() {
+    if (record_ && memory_ && memory_->tablesRead().any()) {
+        const SharedStates now = statesNow();
+        if (!now || (record_->states && record_->states != now)) record_->isWhole = false;
+        record_->tables |= memory_->tablesRead();
+        record_->states = now;
+    }
     memory_.reset();
+}
+
+SharedStates SqliteConnection::statesNow() try {
+    const auto version = contentVersion(handle_.get());
+    if (!version) return nullptr;
+    if (!states_ || statesOf_ != version)
+        states_ = readStates(Rows(openSqliteRows(take(selectTableChanges))));
+    statesOf_ = version;
+    return states_;
+} catch (const DatabaseError&) {
+    return nullptr;
+}
+
+void SqliteConnection::commit() {
+    endReading();
+    runOnly("commit");
     writing_ = false;
 }
 
 void SqliteConnection::rollback() {
-    memory_.reset();
+    endReading();
     writing_ = false;
     // After some failures SQLite has rolled back by itself.
     if (sqlite3_get_autocommit(handle_.get()) == 0) runOnly("rollback");
 }
 
 bool SqliteConnection::makeReusable() noexcept {
+    record_ = nullptr;
     try {
         rollback();
         return true;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/db/RowSource.h"
+#include "platform/db/TableStates.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -22,6 +23,7 @@ enum SqliteFiles : unsigned { NoFile = 0, MainFile = 1, HitsFile = 2, AuditFile 
 struct SqliteUse {
     unsigned files = NoFile;
     unsigned written = NoFile;
+    TableSet tables;  ///< that it reads
     /// Tables that SQLite named without their file.
     std::vector<std::string> unplaced;
 };

@@ -19,8 +19,16 @@ class SessionStoreTest : public testing::Test {
         return *store_;
     }
 
-    /// One request: runs `body` with the session and returns the token sent, "" when none is.
+    /// One request: runs `body` with the session and returns the token sent, "" when none is. A new session is made worth
+    /// keeping.
     std::string request(std::string_view token, const std::function<void(SessionLease&)>& body = {}) {
+        return passingRequest(token, [&](SessionLease& lease) {
+            if (body) body(lease);
+            if (lease.isNew()) lease.session().set("kept", true);
+        });
+    }
+    /// One that leaves the session as `body` does.
+    std::string passingRequest(std::string_view token, const std::function<void(SessionLease&)>& body = {}) {
         std::string sent;
         store().enter(token, origin, [&](SessionLease lease) {
             if (body) body(lease);

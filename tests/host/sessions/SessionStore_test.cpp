@@ -36,6 +36,41 @@ TEST_F(SessionStoreTest, WhatIsNoTokenStartsAnew) {
         EXPECT_EQ(request(token).size(), 32U) << token;
 }
 
+TEST_F(SessionStoreTest, OneInWhichNothingWasStoredIsNotKept) {
+    EXPECT_EQ(passingRequest(""), "");
+    EXPECT_EQ(passingRequest("", [](SessionLease& lease) { lease.session().setPassing("counter", 1); }), "");
+    EXPECT_EQ(passingRequest("", [](SessionLease& lease) { lease.session().set("applied", ""); }), "");
+    EXPECT_EQ(store().size(), 0U);
+}
+
+TEST_F(SessionStoreTest, OneWhoseDefaultsWereChangedIsKept) {
+    const auto change = [](SessionLease& lease) {
+        lease.session().set("limit", 10);
+        lease.keepAsDefaults();
+        lease.session().set("limit", 10);
+        EXPECT_FALSE(lease.session().holdsSomething());
+        lease.session().set("limit", 11);
+    };
+    EXPECT_NE(passingRequest("", change), "");
+    EXPECT_EQ(store().size(), 1U);
+}
+
+TEST_F(SessionStoreTest, OneWithAnObjectIsKept) {
+    const auto keepObject = [](SessionLease& lease) {
+        lease.session().setObject("key", std::make_shared<const SessionObject>());
+    };
+    EXPECT_NE(passingRequest("", keepObject), "");
+}
+
+TEST_F(SessionStoreTest, OnlyTokensOfSessionsThatLiveAreKnown) {
+    const std::string token = request("");
+    EXPECT_TRUE(store().isKnown(token));
+    EXPECT_FALSE(store().isKnown("0123456789abcdef0123456789abcdef"));
+    EXPECT_FALSE(store().isKnown("no token"));
+    now += 10min;
+    EXPECT_FALSE(store().isKnown(token));
+}
+
 TEST_F(SessionStoreTest, TokensAndIdsAreAllDifferent) {
     std::set<std::string> seen;
     for (int i = 0; i < 1000; ++i) {
@@ -153,7 +188,7 @@ TEST_F(SessionStoreTest, SessionsThatStartAlikeShareTheirValues) {
     std::string url;
     request(token, [&](SessionLease& lease) {
         url = lease.session().text("tvx_url");
-        EXPECT_EQ(lease.session().ownValues().size(), 1U);
+        EXPECT_EQ(lease.session().ownValues().size(), 2U);
     });
     EXPECT_EQ(url, "http://a");
 }

@@ -8,7 +8,7 @@ namespace {
 constexpr std::string_view question = "which?";
 constexpr std::string_view otherQuestion = "where?";
 
-std::string answerOf(const ScopeMemory& memory, std::string_view asked, std::string_view about) {
+std::string answerOf(ScopeMemory& memory, std::string_view asked, std::string_view about) {
     const std::string* answer = memory.find(asked, about);
     return answer == nullptr ? "unknown" : *answer;
 }
@@ -16,17 +16,40 @@ std::string answerOf(const ScopeMemory& memory, std::string_view asked, std::str
 TEST(ScopeMemory, KnowsWhatWasKeptByQuestionAndSubject) {
     ScopeMemory memory;
     EXPECT_EQ(answerOf(memory, question, "1"), "unknown");
-    memory.keep(question, "1", "one");
-    memory.keep(question, "2", "");
+    memory.keep(question, "1", "one", {});
+    memory.keep(question, "2", "", {});
     EXPECT_EQ(answerOf(memory, question, "1"), "one");
     EXPECT_EQ(answerOf(memory, question, "2"), "");
     EXPECT_EQ(answerOf(memory, question, "3"), "unknown");
     EXPECT_EQ(answerOf(memory, otherQuestion, "1"), "unknown");
 }
 
+TEST(ScopeMemory, WhatIsRememberedCountsAsReadFromTheSameTables) {
+    ScopeMemory memory;
+    TableSet tables;
+    tables.set(7);
+    memory.keep(question, "1", "one", tables);
+    EXPECT_TRUE(memory.tablesRead().none());
+    answerOf(memory, question, "1");
+    EXPECT_EQ(memory.tablesRead(), tables);
+}
+
+TEST(ScopeMemory, TellsWhatIsReadWithinFromWhatWasReadBefore) {
+    ScopeMemory memory;
+    memory.tablesRead().set(1);
+    {
+        const ReadsOf reads(memory);
+        memory.tablesRead().set(2);
+        EXPECT_TRUE(reads.tables().test(2));
+        EXPECT_FALSE(reads.tables().test(1));
+    }
+    EXPECT_TRUE(memory.tablesRead().test(1));
+    EXPECT_TRUE(memory.tablesRead().test(2));
+}
+
 TEST(ScopeMemory, KeepsTheLatest) {
     ScopeMemory memory;
-    for (int i = 0; i < 100; ++i) memory.keep(question, std::to_string(i), "kept");
+    for (int i = 0; i < 100; ++i) memory.keep(question, std::to_string(i), "kept", {});
     EXPECT_EQ(answerOf(memory, question, "99"), "kept");
     EXPECT_EQ(answerOf(memory, question, "97"), "kept");
     EXPECT_EQ(answerOf(memory, question, "0"), "unknown");
@@ -80,10 +103,10 @@ TEST_P(ScopeMemoryTest, OutsideOfAScopeEveryQuestionIsAnswered) {
 TEST(LastingMemory, HoldsUntilAnotherStateIsRead) {
     LastingMemory memory;
     memory.readsState(1);
-    memory.keep("a", "one");
+    memory.keep("a", {"one", {}});
     memory.readsState(1);
     ASSERT_NE(memory.find("a"), nullptr);
-    EXPECT_EQ(*memory.find("a"), "one");
+    EXPECT_EQ(memory.find("a")->text, "one");
     EXPECT_EQ(memory.find("b"), nullptr);
     memory.readsState(2);
     EXPECT_EQ(memory.find("a"), nullptr);
@@ -92,11 +115,11 @@ TEST(LastingMemory, HoldsUntilAnotherStateIsRead) {
 TEST(LastingMemory, TakesNoMoreThanItMay) {
     LastingMemory memory;
     const std::string large(300 * 1024, 'x');
-    memory.keep("a", large);
-    memory.keep("b", large);
+    memory.keep("a", {large, {}});
+    memory.keep("b", {large, {}});
     EXPECT_EQ(memory.find("a"), nullptr);
     ASSERT_NE(memory.find("b"), nullptr);
-    memory.keep("c", large + large);
+    memory.keep("c", {large + large, {}});
     EXPECT_EQ(memory.find("c"), nullptr);
     EXPECT_NE(memory.find("b"), nullptr);
 }

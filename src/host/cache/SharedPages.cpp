@@ -1,0 +1,52 @@
+#include "host/cache/SharedPages.h"
+
+#include <algorithm>
+
+#include "delivery/ViewCount.h"
+#include "host/http/Exchange.h"
+#include "pages/PageRoute.h"
+#include "platform/ApplicationValues.h"
+#include "platform/DateTime.h"
+#include "platform/HitCounter.h"
+
+namespace torvex {
+
+bool SharedPages::mayShare(const Exchange& exchange) const {
+    return cache_.isOn() && exchange.page && exchange.page->isShared && !exchange.head().hasBody &&
+           methods::page.has(exchange.head().method);
+}
+
+PageCache::Page SharedPages::find(const Exchange& exchange, db::ContentWatch* watch) {
+    if (!watch) return nullptr;
+    auto page = cache_.find(exchange);
+    if (!page) return nullptr;
+    if (!page->stands(services_, watch->now())) {
+        cache_.drop(exchange, page);
+        return nullptr;
+    }
+    if (!canCount(page->views())) return nullptr;
+    count(exchange, page->views());
+    return page;
+}
+
+PageCache::Page SharedPages::keep(const Exchange& exchange, Ingredients made, std::uint64_t changes,
+                                  MadePage page) {
+    auto kept = std::make_shared<KeptPage>(std::move(made), changes, std::move(page));
+    cache_.keep(exchange, kept);
+    return kept;
+}
+
+bool SharedPages::canCount(const std::vector<std::string>& views) const {
+    const std::string today = services_.clock.today();
+    return std::ranges::all_of(
+        views, [&](const std::string& nodeId) { return services_.hits.isReadyFor(nodeId, today); });
+}
+
+void SharedPages::count(const Exchange& exchange, const std::vector<std::string>& views) {
+    if (views.empty() || !areViewsCounted(services_.application, exchange.remoteAddress)) return;
+    const std::string today = services_.clock.today();
+    for (const std::string& nodeId : views)
+        services_.hits.count(nodeId, today, strangers_.isFirst(exchange, nodeId, today));
+}
+
+}  // namespace torvex
