@@ -38,7 +38,7 @@ NamedValues serverVariables(const Exchange& exchange) {
     variables.emplace_back("query_string", exchange.target.query);
     variables.emplace_back("server_name", hostName(exchange.host));
     variables.emplace_back("server_port", std::to_string(exchange.localPort));
-    variables.emplace_back("server_protocol", head.version == 10 ? "HTTP/1.0" : "HTTP/1.1");
+    variables.emplace_back("server_protocol", head.protocol());
     variables.emplace_back("content_type", head.field("Content-Type"));
     variables.emplace_back("content_length", std::to_string(exchange.body().size()));
     if (exchange.sink) variables.emplace_back("body_receipt", exchange.sink->receipt());
