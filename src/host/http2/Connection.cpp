@@ -16,6 +16,8 @@ using boost::system::error_code;
 constexpr std::size_t readSize = 4096;
 constexpr std::size_t bodyReadSize = 16 * 1024;  ///< one record of TLS, while a body comes
 constexpr std::size_t lingerBytes = 256 * 1024;  ///< dropped behind the goodbye; more is cut off
+/// Open at a time for one connection. Each takes a descriptor, of which all visitors have as many as the system gives.
+constexpr std::size_t mostFiles = 16;
 constexpr std::chrono::milliseconds betweenLooks{200};
 /// By which the protocol counts a field as larger than HTTP/1.1 does.
 constexpr std::size_t perField = 32;
@@ -77,7 +79,24 @@ void Connection::followHeader(std::size_t count) {
     headersBefore_ = frames.headers();
 }
 
+bool Connection::takeFile(std::int32_t stream) {
+    if (files_ >= mostFiles) return waiting_.push_back(stream), false;
+    ++files_;
+    return true;
+}
+
+void Connection::runWaiting() {
+    while (files_ < mostFiles && !waiting_.empty()) {
+        const auto found = streams_.find(waiting_.front());
+        waiting_.pop_front();
+        if (found == streams_.end()) continue;
+        const std::shared_ptr<Stream> stream = found->second;
+        stream->run();
+    }
+}
+
 void Connection::goOn() {
+    if (!isClosed_ && !isLingering_) runWaiting();
     write();
     settle();
 }

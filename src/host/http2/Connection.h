@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <unordered_map>
@@ -48,6 +49,9 @@ class Connection final : public LoopConnection,
     bool isWorking() const { return working_ > 0; }
     void beginWork() { ++working_; }
     void endWork() { --working_; }
+    /// Room for one more file that is open while it is sent; without any, the stream is run again when there is some.
+    bool takeFile(std::int32_t stream);
+    void leaveFile() { --files_; }
     void remove(const Stream& stream) { streams_.erase(stream.id()); }
     /// Sends what there is to be sent.
     void goOn();
@@ -59,6 +63,7 @@ class Connection final : public LoopConnection,
     void read();
     void onRead(const boost::system::error_code& error, std::size_t count);
     void followHeader(std::size_t count);
+    void runWaiting();
     void write();
     void writeOn();
     void onWritten(std::size_t count);
@@ -80,8 +85,10 @@ class Connection final : public LoopConnection,
     Session session_;
     AnswerFields answerFields_;
     std::unordered_map<std::int32_t, std::shared_ptr<Stream>> streams_;
-    std::array<std::size_t, 5> counts_{};  ///< of streams, by their stages
+    std::array<std::size_t, 6> counts_{};  ///< of streams, by their stages
     std::size_t working_ = 0;              ///< pages that are being made
+    std::size_t files_ = 0;                ///< that may be open
+    std::deque<std::int32_t> waiting_;     ///< streams that need one more
     std::vector<char> in_;
     std::string out_;
     std::size_t outSent_ = 0;

@@ -97,11 +97,15 @@ void Stream::abandon() {
         work();
         return;
     }
+    const bool isWorking = stage_ == Stage::Working;
     enter(Stage::Closed);
     answer_ = {};
+    if (!isWorking) leaveFile();
 }
 
 void Stream::run() {
+    isFile_ = !page && connection_.takeFile(id_);
+    if (!page && !isFile_) return enter(Stage::Waiting);
     enter(Stage::Working);
     if (!takePlace()) return send(refusals::of(*this, 503));
     connection_.beginWork();
@@ -113,6 +117,11 @@ void Stream::run() {
 bool Stream::takePlace() {
     if ((!page && !guard) || connection_.source().isProxy || !connection_.isWorking()) return true;
     return account_.enter(tooManyPages);
+}
+
+void Stream::leaveFile() {
+    if (isFile_) connection_.leaveFile();
+    isFile_ = false;
 }
 
 void Stream::work() {
@@ -134,7 +143,8 @@ void Stream::finish(std::shared_ptr<Exchange> self, Answer answer) {
 void Stream::onFinished(Answer answer) {
     connection_.endWork();
     if (!connection_.source().isProxy) account_.leave();
-    if (stage_ == Stage::Working) send(std::move(answer));
+    if (stage_ == Stage::Working) return send(std::move(answer));
+    leaveFile();
 }
 
 void Stream::send(Answer answer) {
@@ -143,6 +153,7 @@ void Stream::send(Answer answer) {
     answer_ = std::move(answer);
     bodyToSend_ = fields_.isHead() || !answer_.hasLength ? 0 : answerParts::bodyLength(answer_);
     enter(Stage::Answering);
+    if (unsent() == 0 || !std::holds_alternative<FileAnswer>(answer_.body)) leaveFile();
     AnswerFields& fields = connection_.answerFields();
     fields.set(answer_, connection_.loop().date(), commonFields());
     connection_.session().answer(id_, *this, fields.list());

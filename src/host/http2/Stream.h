@@ -20,7 +20,7 @@ class Stream final : public Exchange, public StreamEvents, public std::enable_sh
   public:
     using TimePoint = std::chrono::steady_clock::time_point;
 
-    enum class Stage { Header, Body, Working, Answering, Closed };
+    enum class Stage { Header, Body, Waiting, Working, Answering, Closed };
 
     Stream(Connection& connection, std::int32_t id);
 
@@ -41,13 +41,15 @@ class Stream final : public Exchange, public StreamEvents, public std::enable_sh
     void checkDeadline(TimePoint now);
     /// The connection has ended: nothing of it may be used any more.
     void abandon();
+    /// The request is whole: has it answered, or waits until the connection has room for one more file.
+    void run();
 
   private:
     void enter(Stage stage);
     bool isBodyInTime(TimePoint now) const;
     int putAway(std::string_view bytes);
-    void run();
     bool takePlace();
+    void leaveFile();
     void work();
     void onFinished(Answer answer);
     void send(Answer answer);
@@ -72,6 +74,7 @@ class Stream final : public Exchange, public StreamEvents, public std::enable_sh
     TimePoint bodyBegan_{};
     TimePoint lastMove_{};
     bool hasHead_ = false;
+    bool isFile_ = false;  ///< counted as one that may hold a file open
 };
 
 }  // namespace torvex::http2

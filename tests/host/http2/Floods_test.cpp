@@ -1,5 +1,6 @@
 // What somebody who means harm can do with frames, and how long the server puts up with it.
 
+#include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <unistd.h>
@@ -24,6 +25,16 @@ std::size_t residentBytes() {
     std::size_t resident = 0;
     file >> all >> resident;
     return resident * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+}
+
+/// How often this process has a file of the name open.
+std::size_t openFiles(const std::string& name) {
+    std::size_t count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        std::error_code gone;
+        if (std::filesystem::read_symlink(entry.path(), gone).filename() == name) ++count;
+    }
+    return count;
 }
 
 class Http2Floods : public Http2Test {
@@ -200,6 +211,26 @@ TEST_F(Http2Floods, AStreamThatIsHeldUpByItsReaderEndsAlone) {
     EXPECT_EQ(other.await(NGHTTP2_RST_STREAM, 1).code(), NGHTTP2_CANCEL);
     other.headers(3, get("/hello.asp"));
     EXPECT_EQ(other.reply(3).body, "Hello");
+}
+
+TEST_F(Http2Floods, FilesThatAreHeldOpen) {
+    folder.write("big.zip", std::string(200'000, 'x'));
+    start();
+    Http2Client one(running.server->port());
+    one.greet(setting(NGHTTP2_SETTINGS_INITIAL_WINDOW_SIZE, 1000));
+    one.givesNoRoom();
+    for (std::int32_t id = 1; id < 81; id += 2) one.headers(id, get("/big.zip"));
+    one.headers(81, get("/hello.asp"));
+    EXPECT_EQ(one.reply(81).body, "Hello");
+    EXPECT_EQ(openFiles("big.zip"), 16U);
+}
+
+TEST_F(Http2Floods, FilesThatWaitForOthersComeAsWell) {
+    folder.write("big.zip", std::string(200'000, 'x'));
+    start();
+    Http2Client one = client();
+    for (std::int32_t id = 1; id < 81; id += 2) one.headers(id, get("/big.zip"));
+    for (std::int32_t id = 1; id < 81; id += 2) EXPECT_EQ(one.reply(id).body.size(), 200'000U) << id;
 }
 
 TEST_F(Http2Floods, PingsDontKeepAConnectionThatAsksNothing) {
