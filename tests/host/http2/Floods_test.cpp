@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "host/http2/Http2Test.h"
+#include "support/RunningServer.h"
 
 namespace torvex::test {
 

@@ -4,6 +4,7 @@
 
 #include "host/http2/Http2Test.h"
 #include "platform/Request.h"
+#include "support/RunningServer.h"
 
 namespace torvex::test {
 
