@@ -15,6 +15,7 @@ pkg_check_modules(XML REQUIRED IMPORTED_TARGET libxml-2.0 libxslt)
 pkg_check_modules(SODIUM REQUIRED IMPORTED_TARGET libsodium)
 pkg_check_modules(ENCODINGS REQUIRED IMPORTED_TARGET zlib libbrotlienc libzstd)
 pkg_check_modules(QRENCODE REQUIRED IMPORTED_TARGET libqrencode)
+pkg_check_modules(NGHTTP2 REQUIRED IMPORTED_TARGET libnghttp2>=1.52)
 # One source each includes these, by paths below the system's include folder: no further flags for all.
 pkg_check_modules(XAPIAN REQUIRED xapian-core)
 pkg_check_modules(POPPLER REQUIRED poppler-cpp)
@@ -32,6 +33,7 @@ add_library(torvex_libraries INTERFACE)
 target_link_libraries(torvex_libraries INTERFACE
   Threads::Threads OpenSSL::SSL OpenSSL::Crypto Boost::json Boost::url fmt::fmt spdlog::spdlog CURL::libcurl
   PkgConfig::SQLITE PkgConfig::PQ PkgConfig::ICU PkgConfig::XML PkgConfig::SODIUM PkgConfig::ENCODINGS PkgConfig::QRENCODE
+  PkgConfig::NGHTTP2
   ${XAPIAN_LINK_LIBRARIES} ${POPPLER_LINK_LIBRARIES} ${ZIP_LINK_LIBRARIES})
 target_compile_definitions(torvex_libraries INTERFACE
   BOOST_ASIO_NO_DEPRECATED BOOST_ASIO_SEPARATE_COMPILATION BOOST_BEAST_SEPARATE_COMPILATION SPDLOG_FMT_EXTERNAL)

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <boost/asio/post.hpp>
-#include <linux/sockios.h>
-#include <sys/ioctl.h>
 
+#include "host/Admission.h"
 #include "host/EventLoop.h"
 #include "host/LineLog.h"
 #include "host/Pipeline.h"
@@ -27,31 +26,19 @@ constexpr std::string_view goOn = "HTTP/1.1 100 Continue\r\n\r\n";
 
 }  // namespace
 
-Connection::Connection(EventLoop& loop, Socket socket, asio::ssl::context* tls, const Source& source)
-    : loop_(loop), transport_(std::move(socket), tls), parser_(loop.options().limits), source_(source) {
-    takeAs(source.visitor);
-}
-
-void Connection::takeAs(const Client& visitor) {
-    visitor_ = Peer::of(visitor.address);
-    remoteAddress = textOf(visitor.address);
-    origin = PeerHash()(visitor_);
-    isTls = visitor.isTls;
+Connection::Connection(EventLoop& loop, std::unique_ptr<Transport> transport, const Source& source)
+    : LoopConnection(source),
+      loop_(loop),
+      transport_(std::move(transport)),
+      parser_(loop.options().limits),
+      account_(loop.peers(), loop.pipeline().log()) {
+    localPort = source.localPort;
+    account_.takeAs(source.visitor, *this);
 }
 
 void Connection::start() {
-    loop_.add(*this);
-    if (!transport_.isEncrypted()) {
-        enter(Stage::Header);
-        return read();
-    }
-    enter(Stage::Handshake);
-    transport_.handshake([self = shared_from_this()](const error_code& error) {
-        if (self->stage_ == Stage::Closed) return;
-        if (error) return self->close();
-        self->enter(Stage::Header);
-        self->read();
-    });
+    enter(Stage::Header);
+    read();
 }
 
 void Connection::enter(Stage stage) {
@@ -67,12 +54,9 @@ void Connection::enter(Stage stage) {
             deadline_ = std::min(stageEnd_, now + loop_.options().speed.grace);
             return loop_.noteMove(*this);
         case Stage::Writing:
-            takenBefore_ = writer_.written();
-            taken_ = 0;
-            lastTaken_ = now;
+            readerPace_.begin(writer_.written(), now);
             deadline_ = now + std::min(loop_.options().deadlines.write, loop_.options().speed.grace);
             return loop_.noteMove(*this);
-        case Stage::Handshake:
         case Stage::Lingering:
             return loop_.noteMove(*this);
         case Stage::Idle:
@@ -86,7 +70,6 @@ void Connection::enter(Stage stage) {
 Connection::TimePoint Connection::endOf(Stage stage, TimePoint now) const {
     const Deadlines& deadlines = loop_.options().deadlines;
     switch (stage) {
-        case Stage::Handshake:
         case Stage::Header:
             return now + deadlines.header;
         case Stage::Idle:
@@ -119,11 +102,13 @@ void Connection::checkDeadline(TimePoint now) {
     deadline_ = TimePoint::max();
     isTimedOut_ = true;
     error_code ignored;
-    transport_.socket().cancel(ignored);
+    transport_->socket().cancel(ignored);
 }
 
 bool Connection::keepsPace(TimePoint now) {
-    if (stage_ == Stage::Writing) return isTaking(now);
+    if (stage_ == Stage::Writing)
+        return readerPace_.isKept(loop_.options(), transport_->socket().native_handle(), writer_.written(),
+                                  now);
     if (stage_ == Stage::Body) return isBodyInTime(now);
     // One that has sent nothing yet isn't slow: browsers connect ahead of what they ask for.
     return buffer_.size() == 0 || isFastEnough(buffer_.size(), now);
@@ -136,26 +121,7 @@ bool Connection::isBodyInTime(TimePoint now) {
 }
 
 bool Connection::isFastEnough(std::uint64_t bytes, TimePoint now) const {
-    const SpeedLimits& speed = loop_.options().speed;
-    const auto passed = std::chrono::duration_cast<std::chrono::milliseconds>(now - movingSince_);
-    if (passed < speed.grace) return true;
-    return bytes * 1000 >= speed.bytesPerSecond * static_cast<std::uint64_t>(passed.count());
-}
-
-/// What the system has taken over from us says nothing of the reader: it may hold megabytes.
-bool Connection::isTaking(TimePoint now) {
-    if (const std::uint64_t bytes = taken(); bytes > taken_) {
-        taken_ = bytes;
-        lastTaken_ = now;
-    }
-    return now - lastTaken_ < loop_.options().deadlines.write && isFastEnough(taken_, now);
-}
-
-std::uint64_t Connection::taken() {
-    const std::uint64_t given = writer_.written() - takenBefore_;
-    int waiting = 0;
-    if (::ioctl(transport_.socket().native_handle(), SIOCOUTQ, &waiting) != 0 || waiting < 0) return given;
-    return given - std::min(given, static_cast<std::uint64_t>(waiting));
+    return torvex::isFastEnough(loop_.options().speed, bytes, movingSince_, now);
 }
 
 void Connection::giveWay() {
@@ -164,17 +130,16 @@ void Connection::giveWay() {
 }
 
 void Connection::closeIfIdle() {
-    const bool isWaiting = stage_ == Stage::Idle || stage_ == Stage::Handshake;
-    if (!isWaiting && !(stage_ == Stage::Header && buffer_.size() == 0)) return;
+    if (stage_ != Stage::Idle && !(stage_ == Stage::Header && buffer_.size() == 0)) return;
     const auto self = shared_from_this();
     close();
 }
 
 void Connection::read() {
-    transport_.read(buffer_.prepare(sink ? pouredSize : readSize),
-                    [self = shared_from_this()](const error_code& error, std::size_t count) {
-                        self->onRead(error, count);
-                    });
+    transport_->read(buffer_.prepare(sink ? pouredSize : readSize),
+                     [self = shared_from_this()](const error_code& error, std::size_t count) {
+                         self->onRead(error, count);
+                     });
 }
 
 void Connection::onRead(const error_code& error, std::size_t count) {
@@ -215,7 +180,8 @@ bool Connection::processOnce() {
     const std::string_view bytes(static_cast<const char*>(buffer_.data().data()), buffer_.size());
     const std::size_t consumed = parser_.feed(bytes);
     buffer_.consume(consumed);
-    if (!parser_.body().empty() && !(holdBody() && pour())) return refuse(refusals::of(*this, 503));
+    if (!parser_.body().empty() && !(account_.hold(parser_.body().capacity()) && pour()))
+        return refuse(refusals::of(*this, 503));
     switch (parser_.state()) {
         case RequestParser::State::HeaderDone:
             return onHeader();
@@ -231,22 +197,13 @@ bool Connection::processOnce() {
 }
 
 bool Connection::onHeader() {
-    if (source_.isProxy) takeAs(loop_.proxies().visitorOf(head(), source_.visitor));
-    if (auto refusal = loop_.pipeline().examine(*this)) return decline(std::move(*refusal));
-    if (source_.isProxy && !enterForVisitor()) return decline(refusals::of(*this, 503));
-    if (auto refusal = receiveBody()) return decline(std::move(*refusal));
+    Admission admission = admit(loop_, source(), *this, account_);
+    if (admission.refusal) return decline(std::move(*admission.refusal));
+    poured_ = 0;
+    parser_.readBody(admission.bodyLimit);
     if (parser_.state() != RequestParser::State::Body) return true;
     enter(Stage::Body);
     return askForBody();
-}
-
-std::optional<Answer> Connection::receiveBody() {
-    BodyReception reception = loop_.pipeline().receive(*this);
-    if (reception.refusal != 0) return refusals::of(*this, reception.refusal);
-    sink = std::move(reception.sink);
-    poured_ = 0;
-    parser_.readBody(reception.limit);
-    return std::nullopt;
 }
 
 bool Connection::pour() {
@@ -305,11 +262,10 @@ bool Connection::send(Answer answer) {
     const bool hasRequest = parser_.state() != RequestParser::State::Refused && !isTimedOut_;
     closesAfterAnswer_ = answer.closes || isCut_ || !hasRequest || !head().keepAlive || loop_.isStopping();
     const bool isHead = hasRequest && head().method == Method::Head;
-    const bool isPublicFile = hasRequest && !page && !guard;
-    writer_.start(std::move(answer),
-                  {loop_.date(), !closesAfterAnswer_, isHead, hasRequest && head().version == 10,
-                   loop_.fields().of(
-                       isPublicFile ? SecurityFields::Kind::PublicFile : SecurityFields::Kind::Page, isTls)});
+    writer_.start(
+        std::move(answer),
+        {loop_.date(), !closesAfterAnswer_, isHead, hasRequest && head().version == 10,
+         hasRequest ? loop_.fieldsFor(*this) : loop_.fields().of(SecurityFields::Kind::Page, isTls)});
     isInterim_ = false;
     enter(Stage::Writing);
     return writeOn();
@@ -317,14 +273,14 @@ bool Connection::send(Answer answer) {
 
 /// True when all is written and the next request can be looked at.
 bool Connection::writeOn() {
-    if (!transport_.isEncrypted()) return writePlain();
+    if (!transport_->isEncrypted()) return writePlain();
     writeEncrypted();
     return false;
 }
 
 bool Connection::writePlain() {
     const std::uint64_t before = writer_.written();
-    const AnswerWriter::Progress progress = writer_.writeTo(transport_.socket().native_handle());
+    const AnswerWriter::Progress progress = writer_.writeTo(transport_->socket().native_handle());
     if (progress == AnswerWriter::Progress::Done) return afterAnswer();
     if (progress == AnswerWriter::Progress::Failed) return close(), false;
     if (writer_.written() > before) moved();
@@ -333,7 +289,7 @@ bool Connection::writePlain() {
 }
 
 void Connection::awaitWritable() {
-    transport_.socket().async_wait(Socket::wait_write, [self = shared_from_this()](const error_code& error) {
+    transport_->socket().async_wait(Socket::wait_write, [self = shared_from_this()](const error_code& error) {
         if (self->stage_ == Stage::Closed) return;
         if (error) return self->close();
         if (self->writePlain()) self->process();
@@ -343,15 +299,16 @@ void Connection::awaitWritable() {
 void Connection::writeEncrypted() {
     const std::string_view bytes = writer_.next();
     if (writer_.failed()) return close();
-    transport_.writeEncrypted(asio::const_buffer(bytes.data(), bytes.size()),
-                              [self = shared_from_this()](const error_code& error, std::size_t count) {
-                                  if (self->stage_ == Stage::Closed) return;
-                                  if (error) return self->close();
-                                  self->writer_.advance(count);
-                                  self->moved();
-                                  if (!self->writer_.next().empty()) return self->writeEncrypted();
-                                  if (self->afterAnswer()) self->process();
-                              });
+    transport_->writeEncrypted(asio::const_buffer(bytes.data(), bytes.size()),
+                               [self = shared_from_this()](const error_code& error, std::size_t count) {
+                                   if (self->stage_ == Stage::Closed) return;
+                                   if (error) return self->close();
+                                   self->writer_.advance(count);
+                                   self->moved();
+                                   const bool isAll = self->writer_.next().empty() && !self->writer_.failed();
+                                   if (!isAll) return self->writeEncrypted();
+                                   if (self->afterAnswer()) self->process();
+                               });
 }
 
 bool Connection::afterAnswer() {
@@ -367,49 +324,16 @@ bool Connection::afterAnswer() {
     sink.reset();
     if (buffer_.size() == 0 && buffer_.capacity() >= pouredSize) buffer_.shrink_to_fit();
     releaseBody();
-    leaveForVisitor();
     enter(buffer_.size() > 0 ? Stage::Header : Stage::Idle);
-    return true;
-}
-
-/// What a proxy brings for a visitor counts like a connection of theirs while it is being answered. What it
-/// asks for itself doesn't.
-bool Connection::enterForVisitor() {
-    if (visitor_ == source_.peer) return true;
-    isCounted_ = loop_.peers().enter(visitor_);
-    if (!isCounted_)
-        loop_.pipeline().log().warn(
-            "a proxy has as many requests for one address as connections_per_address in [limits] gives it: "
-            "further ones are turned away");
-    return isCounted_;
-}
-
-void Connection::leaveForVisitor() {
-    if (!source_.isProxy) return;
-    if (isCounted_) loop_.peers().leave(visitor_);
-    isCounted_ = false;
-    takeAs(source_.visitor);
-}
-
-/// The memory that the body takes, counted as it grows: an announced length alone takes none from others.
-bool Connection::holdBody() {
-    const std::uint64_t takes = parser_.body().capacity();
-    if (takes <= heldOfBody_) return true;
-    if (!loop_.peers().hold(visitor_, takes - heldOfBody_)) {
-        loop_.pipeline().log().warn(
-            "bodies of requests take all the memory that bodies_bytes in [limits] gives them");
-        return false;
-    }
-    heldOfBody_ = takes;
     return true;
 }
 
 void Connection::releaseBody() {
     if (body_.capacity() > keptBody) body_ = {};
     body_.clear();
-    if (heldOfBody_ == 0) return;
-    loop_.peers().release(visitor_, heldOfBody_);
-    heldOfBody_ = 0;
+    account_.release();
+    account_.leave();
+    if (source().isProxy) account_.takeAs(source().visitor, *this);
 }
 
 /// Closing while the visitor still sends would make the system discard the answer; so the sending end is
@@ -417,9 +341,9 @@ void Connection::releaseBody() {
 void Connection::linger() {
     error_code ignored;
     enter(Stage::Lingering);
-    transport_.socket().shutdown(Socket::shutdown_send, ignored);
+    transport_->socket().shutdown(Socket::shutdown_send, ignored);
     buffer_.clear();
-    transport_.socket().async_read_some(
+    transport_->socket().async_read_some(
         buffer_.prepare(readSize), [self = shared_from_this()](const error_code& error, std::size_t count) {
             self->onLinger(error, count);
         });
@@ -429,7 +353,7 @@ void Connection::onLinger(const error_code& error, std::size_t count) {
     lingered_ += count;
     if (stage_ == Stage::Closed) return;
     if (error || lingered_ > lingerBytes) return close();
-    transport_.socket().async_read_some(
+    transport_->socket().async_read_some(
         buffer_.prepare(readSize), [self = shared_from_this()](const error_code& failure, std::size_t more) {
             self->onLinger(failure, more);
         });
@@ -439,9 +363,8 @@ void Connection::close() {
     if (stage_ == Stage::Closed) return;
     enter(Stage::Closed);
     error_code ignored;
-    transport_.socket().close(ignored);
+    transport_->socket().close(ignored);
     releaseBody();
-    leaveForVisitor();
     loop_.remove(*this);
 }
 

@@ -7,11 +7,13 @@
 #include <vector>
 
 #include "host/Connection.h"
+#include "host/Handshake.h"
 #include "host/LineLog.h"
 #include "host/Shortage.h"
 #include "host/files/PublicFile.h"
 #include "host/http/AnswerWriter.h"
 #include "host/http/ErrorPages.h"
+#include "host/http/Exchange.h"
 #include "host/http/SecurityFields.h"
 #include "platform/Errors.h"
 #include "platform/net/HttpDate.h"
@@ -107,11 +109,19 @@ void EventLoop::welcome(Socket socket, const Listener& listener) {
     socket.non_blocking(true, ignored);
     socket.set_option(tcp::no_delay(true), ignored);
     const asio::ip::address address = listener.peer.address();
-    const Source source{{address, listener.tls != nullptr}, Peer::of(address), proxies().contains(address)};
+    const Source source{
+        {address, listener.tls != nullptr}, Peer::of(address), proxies().contains(address), listener.port};
     if (!takePlace(source)) return turnAway(socket, listener);
-    const auto connection = std::make_shared<Connection>(*this, std::move(socket), listener.tls, source);
-    connection->localPort = listener.port;
+    const auto connection =
+        connectionOn(std::make_unique<Transport>(std::move(socket), listener.tls), source);
+    add(*connection);
     connection->start();
+}
+
+std::shared_ptr<LoopConnection> EventLoop::connectionOn(std::unique_ptr<Transport> transport,
+                                                        const Source& source) {
+    if (transport->isEncrypted()) return std::make_shared<Handshake>(*this, std::move(transport), source);
+    return std::make_shared<Connection>(*this, std::move(transport), source);
 }
 
 /// Counts a newcomer with its address, for which another may have to go; false when there is no place.
@@ -146,7 +156,7 @@ bool EventLoop::endIdlest(IdleOrder<Tag>& order) {
         return true;
     }
     if (order.underWay.empty()) return false;
-    Connection& idlest = order.underWay.front();
+    LoopConnection& idlest = order.underWay.front();
     if (std::chrono::steady_clock::now() - idlest.lastMove() < idleUnderWay) return false;
     idlest.giveWay();
     return true;
@@ -173,8 +183,8 @@ void EventLoop::tick() {
     timer_.async_wait([this](const error_code& error) {
         if (error) return;
         const TimePoint now = std::chrono::steady_clock::now();
-        const std::vector<Connection*> current(connections_.begin(), connections_.end());
-        for (Connection* connection : current) connection->checkDeadline(now);
+        const std::vector<LoopConnection*> current(connections_.begin(), connections_.end());
+        for (LoopConnection* connection : current) connection->checkDeadline(now);
         if (!isStopping_) acceptAgain(now);
         if (everyTick_) everyTick_();
         if (everySecond_ && now - lastSecond_ >= std::chrono::seconds(1)) {
@@ -191,8 +201,8 @@ void EventLoop::beginStop() {
         isStopping_ = true;
         error_code ignored;
         for (auto& listener : listeners_) listener->acceptor.close(ignored);
-        const std::vector<Connection*> current(connections_.begin(), connections_.end());
-        for (Connection* connection : current) connection->closeIfIdle();
+        const std::vector<LoopConnection*> current(connections_.begin(), connections_.end());
+        for (LoopConnection* connection : current) connection->closeIfIdle();
         endWhenIdle();
     });
 }
@@ -201,7 +211,7 @@ void EventLoop::endWhenIdle() {
     if (isStopping_ && connections_.empty()) context_.stop();
 }
 
-void EventLoop::add(Connection& connection) {
+void EventLoop::add(LoopConnection& connection) {
     connections_.insert(&connection);
     OfOne& own = byPeer_[connection.source().peer];
     ++own.connections;
@@ -209,7 +219,7 @@ void EventLoop::add(Connection& connection) {
     setting_.connections.fetch_add(1, std::memory_order_relaxed);
 }
 
-void EventLoop::remove(Connection& connection) {
+void EventLoop::remove(LoopConnection& connection) {
     if (connections_.erase(&connection) == 0) return;
     const Source& source = connection.source();
     const auto own = byPeer_.find(source.peer);
@@ -219,18 +229,25 @@ void EventLoop::remove(Connection& connection) {
     endWhenIdle();
 }
 
-void EventLoop::noteBusy(Connection& connection) {
+void EventLoop::replace(LoopConnection& connection, LoopConnection& next) {
+    noteBusy(connection);
+    connections_.erase(&connection);
+    connections_.insert(&next);
+    next.joins(connection.orderOfPeer());
+}
+
+void EventLoop::noteBusy(LoopConnection& connection) {
     connection.OrderHook<OfLoop>::unlink();
     connection.OrderHook<OfPeer>::unlink();
 }
 
-void EventLoop::noteMove(Connection& connection) {
+void EventLoop::noteMove(LoopConnection& connection) {
     noteBusy(connection);
     idle_.underWay.push_back(connection);
     connection.orderOfPeer().underWay.push_back(connection);
 }
 
-void EventLoop::noteRest(Connection& connection) {
+void EventLoop::noteRest(LoopConnection& connection) {
     noteBusy(connection);
     idle_.resting.push_back(connection);
     connection.orderOfPeer().resting.push_back(connection);
@@ -247,6 +264,12 @@ db::ContentWatch* EventLoop::content() {
         // Pages are made anew until it can be had; what keeps them from it is told where they are made.
     }
     return content_.get();
+}
+
+std::string_view EventLoop::fieldsFor(const Exchange& exchange) const {
+    const bool isPublicFile = !exchange.page && !exchange.guard;
+    return fields().of(isPublicFile ? SecurityFields::Kind::PublicFile : SecurityFields::Kind::Page,
+                       exchange.isTls);
 }
 
 std::string_view EventLoop::date() {

@@ -26,8 +26,9 @@
 
 namespace torvex {
 
-class Connection;
 class EventLoop;
+class Exchange;
+class LoopConnection;
 class SecurityFields;
 class TrustedProxies;
 struct Source;
@@ -68,18 +69,22 @@ class EventLoop {
     /// Ends at once.
     void abort() { context_.stop(); }
 
-    void add(Connection& connection);
-    void remove(Connection& connection);
+    void add(LoopConnection& connection);
+    void remove(LoopConnection& connection);
+    /// What was one of its connections goes on as another one.
+    void replace(LoopConnection& connection, LoopConnection& next);
     /// Something was read or written; nothing is under way; a request is being answered.
-    void noteMove(Connection& connection);
-    void noteRest(Connection& connection);
-    void noteBusy(Connection& connection);
+    void noteMove(LoopConnection& connection);
+    void noteRest(LoopConnection& connection);
+    void noteBusy(LoopConnection& connection);
     /// From any thread: if all connections of the server are taken, the idlest one here goes.
     void giveRoom();
 
     const ServerOptions& options() const { return setting_.options; }
     PeerLimits& peers() const { return setting_.peers; }
     const SecurityFields& fields() const { return setting_.fields; }
+    /// The header fields that every answer to such a request carries.
+    std::string_view fieldsFor(const Exchange& exchange) const;
     const TrustedProxies& proxies() const { return setting_.proxies; }
     const Pipeline& pipeline() const { return setting_.pipeline; }
     StaticFiles* files() { return files_ ? &*files_ : nullptr; }
@@ -105,6 +110,7 @@ class EventLoop {
     void accept(Listener& listener);
     void acceptAgain(TimePoint now);
     void welcome(Socket socket, const Listener& listener);
+    std::shared_ptr<LoopConnection> connectionOn(std::unique_ptr<Transport> transport, const Source& source);
     bool takePlace(const Source& source);
     bool enterAsOne(const Source& source);
     bool isFull() const;
@@ -129,7 +135,7 @@ class EventLoop {
         IdleOrder<OfPeer> idle;
     };
 
-    std::unordered_set<Connection*> connections_;
+    std::unordered_set<LoopConnection*> connections_;
     IdleOrder<OfLoop> idle_;
     std::unordered_map<Peer, OfOne, PeerHash> byPeer_;
     std::function<void()> everySecond_;

@@ -15,6 +15,7 @@
 #include "host/TrustedProxies.h"
 #include "host/http/Ascii.h"
 #include "host/http/SecurityFields.h"
+#include "host/http/TlsContext.h"
 #include "host/sessions/EndedAuthors.h"
 #include "platform/Errors.h"
 #include "platform/files/RootFolder.h"
@@ -45,27 +46,6 @@ std::string publicHost(const ServerOptions& options) {
         return host.find('*') == std::string::npos && !ascii::equals(host, options.authoringHost);
     });
     return found == options.hosts.end() ? std::string() : *found;
-}
-
-/// Of TLS 1.2; those of 1.3 are all of this kind. Keys that aren't kept after a connection, and encryption
-/// that tells when something was changed.
-constexpr const char* tls12Suites = "ECDHE+AESGCM:ECDHE+CHACHA20";
-
-std::unique_ptr<asio::ssl::context> openTls(const TlsFiles& files) {
-    if (files.certificate.empty()) return nullptr;
-    try {
-        auto context = std::make_unique<asio::ssl::context>(asio::ssl::context::tls_server);
-        context->set_options(asio::ssl::context::default_workarounds | asio::ssl::context::no_compression);
-        SSL_CTX_set_options(context->native_handle(), SSL_OP_NO_RENEGOTIATION);
-        SSL_CTX_set_min_proto_version(context->native_handle(), TLS1_2_VERSION);
-        SSL_CTX_set_cipher_list(context->native_handle(), tls12Suites);
-        context->use_certificate_chain_file(files.certificate);
-        context->use_private_key_file(files.key, asio::ssl::context::pem);
-        return context;
-    } catch (const boost::system::system_error& error) {
-        throw Error(fmt::format("Can't use the certificate \"{}\" with the key \"{}\": {}", files.certificate,
-                                files.key, error.code().message()));
-    }
 }
 
 /// No more connections than there are descriptors for: one too many, and files couldn't be opened.
@@ -101,7 +81,7 @@ class HttpServer::Implementation {
           services_(services),
           log_(log),
           root_(openRoot(options_)),
-          tls_(openTls(options_.tls)),
+          tls_(openTls(options_.tls, options_.http2)),
           sessions_(options_.sessions),
           workers_(workerCount(options_), options_.queuedPages, options_.mostWorkers),
           pages_(services, options_.pageCache),

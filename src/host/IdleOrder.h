@@ -5,7 +5,7 @@
 
 namespace torvex {
 
-class Connection;
+class LoopConnection;
 
 /// A place in an order; a connection leaves it by itself when it ends. Two tags, as a connection stands in
 /// two orders: its loop's and its address's.
@@ -20,7 +20,7 @@ struct OfPeer;
 /// allocated.
 template <class Tag>
 struct IdleOrder {
-    using List = boost::intrusive::list<Connection, boost::intrusive::base_hook<OrderHook<Tag>>,
+    using List = boost::intrusive::list<LoopConnection, boost::intrusive::base_hook<OrderHook<Tag>>,
                                         boost::intrusive::constant_time_size<false>>;
 
     List resting;   ///< kept for a further request: they lose nothing when they go

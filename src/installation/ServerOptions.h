@@ -92,6 +92,8 @@ struct ServerOptions {
     /// With a certificate: https is spoken on this port (0 takes a free one) beside http on `port`. Without
     /// it, https is spoken on `port` alone.
     std::optional<std::uint16_t> tlsPort{};
+    /// HTTP/2 is spoken over TLS with whoever offers it; all others get HTTP/1.1.
+    bool http2 = true;
     /// Marks cookies "Secure" although this server speaks plain HTTP: when TLS ends at a proxy in front.
     bool secureCookies = false;
     /// Whose X-Forwarded-For and X-Forwarded-Proto are believed: addresses and networks, as "10.0.0.0/8".
@@ -126,6 +128,10 @@ struct ServerOptions {
     /// Of them, those of one address (an IPv6 /64 is one). An office behind one address needs six for each
     /// person at work; an attacker gets no more of the server than this.
     std::size_t connectionsOfOne = 256;
+
+    /// Requests that a connection with HTTP/2 may have under way. Browsers ask for all that a page shows at once; each
+    /// takes some KB until it is answered.
+    std::size_t streams = 100;
 
     Deadlines deadlines;
     RequestLimits limits;

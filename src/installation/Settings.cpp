@@ -93,6 +93,7 @@ void readServer(SettingsSection section, ServerOptions& server) {
     section.readNumber("workers", server.workers, 0, 1024);
     section.readNumber("most_workers", server.mostWorkers, 1, 1024);
     section.readNumber("queued_pages", server.queuedPages, 1, 1'000'000);
+    section.read("http2", server.http2);
     section.read("secure_cookies", server.secureCookies);
     section.read("trusted_proxies", server.trustedProxies);
     section.read("hosts", server.hosts);
@@ -136,6 +137,7 @@ void readTls(SettingsSection section, const std::filesystem::path& folder, Serve
 void readLimits(SettingsSection section, ServerOptions& server) {
     section.readNumber("connections", server.connections, 1, 1'000'000);
     section.readNumber("connections_per_address", server.connectionsOfOne, 1, 1'000'000);
+    section.readNumber("streams_per_connection", server.streams, 1, 1000);
     section.readNumber("lowest_bytes_per_second", server.speed.bytesPerSecond, 0, 1'000'000);
     section.readSeconds("slow_seconds", server.speed.grace);
     section.readNumber("request_line_bytes", server.limits.requestLine, 256, mebibyte);

@@ -35,6 +35,14 @@ for (const frames of [0, 1]) {
       await content().locator("h1").waitFor();
     });
 
+    test("is spoken with by HTTP/2, its styles and pictures too", async () => {
+      const protocols = await page.evaluate(() =>
+        [...performance.getEntriesByType("navigation"), ...performance.getEntriesByType("resource")]
+          .map((entry) => entry.nextHopProtocol));
+      assert.ok(protocols.length > 1, `${protocols}`);
+      assert.deepEqual([...new Set(protocols)], ["h2"]);
+    });
+
     test("stays there from page to page", async () => {
       await content().getByRole("link", { name: "The garden" }).first().click();
       await content().locator("h1", { hasText: "The garden" }).waitFor();

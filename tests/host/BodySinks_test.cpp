@@ -83,7 +83,15 @@ class BodySinks : public testing::Test {
     std::vector<std::string> answered_;
 };
 
-TEST_F(BodySinks, ABodyGoesThereInPieces) {
+/// What holds whatever is spoken.
+class BodySinksOfEveryProtocol : public BodySinks, public testing::WithParamInterface<test::Protocol> {
+  protected:
+    BodySinksOfEveryProtocol() { running.protocol = GetParam(); }
+};
+
+INSTANTIATE_TEST_SUITE_P(Protocols, BodySinksOfEveryProtocol, test::everyProtocol, test::nameOf);
+
+TEST_P(BodySinksOfEveryProtocol, ABodyGoesThereInPieces) {
     start();
     const std::size_t length = 20 * 1024 * 1024;
     EXPECT_EQ(running.client().ask(head(length) + std::string(length, 'x')).body,
@@ -91,14 +99,14 @@ TEST_F(BodySinks, ABodyGoesThereInPieces) {
     EXPECT_LE(sink->largest(), 128U * 1024);
 }
 
-TEST_F(BodySinks, ItDoesntCountAgainstTheMemoryOfBodies) {
+TEST_P(BodySinksOfEveryProtocol, ItDoesntCountAgainstTheMemoryOfBodies) {
     running.options.limits.bodies = 256 * 1024;
     start();
     const std::size_t length = 8 * 1024 * 1024;
     EXPECT_EQ(running.client().ask(head(length) + std::string(length, 'x')).status, 200);
 }
 
-TEST_F(BodySinks, OneInChunksGoesThereToo) {
+TEST_P(BodySinksOfEveryProtocol, OneInChunksGoesThereToo) {
     start();
     EXPECT_EQ(running.client()
                   .ask("PATCH /sink/1 HTTP/1.1\r\nHost: a\r\nContent-Type: application/octet-stream\r\n"
@@ -107,7 +115,7 @@ TEST_F(BodySinks, OneInChunksGoesThereToo) {
               "got 7|");
 }
 
-TEST_F(BodySinks, TheConnectionTakesTheNextRequest) {
+TEST_P(BodySinksOfEveryProtocol, TheConnectionTakesTheNextRequest) {
     start();
     RawHttpClient client = running.client();
     EXPECT_EQ(client.ask(head(3) + "abc").body, "got 3|");
@@ -115,21 +123,21 @@ TEST_F(BodySinks, TheConnectionTakesTheNextRequest) {
     EXPECT_EQ(client.get("/sink/1").body, "got |");
 }
 
-TEST_F(BodySinks, ARequestWithoutABodyHasNoReceipt) {
+TEST_P(BodySinksOfEveryProtocol, ARequestWithoutABodyHasNoReceipt) {
     start();
     EXPECT_EQ(running.client().ask("PATCH /sink/1 HTTP/1.1\r\nHost: a\r\nContent-Length: 0\r\n\r\n").body,
               "got |");
     EXPECT_EQ(sink, nullptr);
 }
 
-TEST_F(BodySinks, TheAddressRefusesABodyBeforeItComes) {
+TEST_P(BodySinksOfEveryProtocol, TheAddressRefusesABodyBeforeItComes) {
     start();
     EXPECT_EQ(running.client().ask(head(1000, "/sink/none")).status, 404);
     EXPECT_EQ(running.client().ask(head(1000, "/sink/1", "X-Refuse: yes\r\n")).status, 409);
     EXPECT_EQ(sink, nullptr);
 }
 
-TEST_F(BodySinks, ABodyThatIsTooLongIsRefused) {
+TEST_P(BodySinksOfEveryProtocol, ABodyThatIsTooLongIsRefused) {
     limit = 10;
     start();
     EXPECT_EQ(running.client().ask(head(11)).status, 413);
@@ -141,7 +149,7 @@ TEST_F(BodySinks, ABodyThatIsTooLongIsRefused) {
     EXPECT_TRUE(answered(0).empty());
 }
 
-TEST_F(BodySinks, ASinkThatIsFullRefusesTheRequest) {
+TEST_P(BodySinksOfEveryProtocol, ASinkThatIsFullRefusesTheRequest) {
     most = 100;
     start();
     EXPECT_EQ(running.client().ask(head(101) + std::string(101, 'x')).status, 503);
@@ -162,7 +170,7 @@ TEST_F(BodySinks, WhatCameOfABodyWhoseSenderIsGoneIsHandedOn) {
     EXPECT_EQ(answered(2), (std::vector<std::string>{"6", "3"}));
 }
 
-TEST_F(BodySinks, WhatCameOfABodyThatRestsForTooLongIsHandedOn) {
+TEST_P(BodySinksOfEveryProtocol, WhatCameOfABodyThatRestsForTooLongIsHandedOn) {
     running.options.deadlines.body = std::chrono::milliseconds(300);
     running.options.speed.grace = std::chrono::milliseconds(100);
     start();
@@ -171,7 +179,7 @@ TEST_F(BodySinks, WhatCameOfABodyThatRestsForTooLongIsHandedOn) {
     EXPECT_EQ(client.read().body, "got 50000|");
 }
 
-TEST_F(BodySinks, OneThatKeepsComingMayTakeLongerThanOthers) {
+TEST_P(BodySinksOfEveryProtocol, OneThatKeepsComingMayTakeLongerThanOthers) {
     running.options.deadlines.body = std::chrono::milliseconds(300);
     running.options.speed.bytesPerSecond = 0;
     start();
@@ -181,7 +189,7 @@ TEST_F(BodySinks, OneThatKeepsComingMayTakeLongerThanOthers) {
     EXPECT_EQ(client.read().body, "got 10|");
 }
 
-TEST_F(BodySinks, OneThatIsTooSlowIsHandedOnAsItIs) {
+TEST_P(BodySinksOfEveryProtocol, OneThatIsTooSlowIsHandedOnAsItIs) {
     running.options.speed = {.bytesPerSecond = 1000, .grace = std::chrono::milliseconds(200)};
     start();
     RawHttpClient client = running.client();
@@ -190,7 +198,7 @@ TEST_F(BodySinks, OneThatIsTooSlowIsHandedOnAsItIs) {
     EXPECT_THAT(client.read().body, HasSubstr("got "));
 }
 
-TEST_F(BodySinks, AnotherTypeIsRefusedBefore) {
+TEST_P(BodySinksOfEveryProtocol, AnotherTypeIsRefusedBefore) {
     start();
     EXPECT_EQ(
         running.client()

@@ -46,9 +46,17 @@ class CompressionTest : public testing::Test {
     RunningServer server_;
 };
 
+/// What holds whatever is spoken.
+class CompressionOfEveryProtocol : public CompressionTest, public testing::WithParamInterface<Protocol> {
+  protected:
+    CompressionOfEveryProtocol() { server_.protocol = GetParam(); }
+};
+
+INSTANTIATE_TEST_SUITE_P(Protocols, CompressionOfEveryProtocol, everyProtocol, nameOf);
+
 // ---- Public files ----
 
-TEST_F(CompressionTest, ATextGoesInTheFormThatIsWantedMost) {
+TEST_P(CompressionOfEveryProtocol, ATextGoesInTheFormThatIsWantedMost) {
     const std::string text = longText("roses");
     folder_.write("a.css", text);
     start();
@@ -65,7 +73,7 @@ TEST_F(CompressionTest, ATextGoesInTheFormThatIsWantedMost) {
     EXPECT_EQ(get("/a.css", "br;q=0.1, gzip").field("Content-Encoding"), "gzip");
 }
 
-TEST_F(CompressionTest, WhoeverWantsNoFormGetsTheBytes) {
+TEST_P(CompressionOfEveryProtocol, WhoeverWantsNoFormGetsTheBytes) {
     const std::string text = longText("roses");
     folder_.write("a.css", text);
     start();
@@ -77,7 +85,7 @@ TEST_F(CompressionTest, WhoeverWantsNoFormGetsTheBytes) {
     }
 }
 
-TEST_F(CompressionTest, PicturesAndShortTextsStayAsTheyAre) {
+TEST_P(CompressionOfEveryProtocol, PicturesAndShortTextsStayAsTheyAre) {
     folder_.write("a.png", longText("png"));
     folder_.write("a.txt", "short");
     start();
@@ -89,7 +97,7 @@ TEST_F(CompressionTest, PicturesAndShortTextsStayAsTheyAre) {
     }
 }
 
-TEST_F(CompressionTest, ATextThatIsNotKeptInMemoryIsEncodedToo) {
+TEST_P(CompressionOfEveryProtocol, ATextThatIsNotKeptInMemoryIsEncodedToo) {
     std::string text;
     while (text.size() < 300'000) text += longText("tulips");
     folder_.write("a.csv", text);
@@ -101,7 +109,7 @@ TEST_F(CompressionTest, ATextThatIsNotKeptInMemoryIsEncodedToo) {
     }
 }
 
-TEST_F(CompressionTest, EachFormIsAVersionOfItsOwn) {
+TEST_P(CompressionOfEveryProtocol, EachFormIsAVersionOfItsOwn) {
     folder_.write("a.css", longText("roses"));
     start();
     const RawReply plain = get("/a.css", "");
@@ -120,7 +128,7 @@ TEST_F(CompressionTest, EachFormIsAVersionOfItsOwn) {
               304);
 }
 
-TEST_F(CompressionTest, APartIsAPartOfTheBytes) {
+TEST_P(CompressionOfEveryProtocol, APartIsAPartOfTheBytes) {
     const std::string text = longText("roses");
     folder_.write("a.css", text);
     start();
@@ -131,7 +139,7 @@ TEST_F(CompressionTest, APartIsAPartOfTheBytes) {
     EXPECT_EQ(part.body, text.substr(100, 100));
 }
 
-TEST_F(CompressionTest, AnotherVersionIsNeverAnsweredByTheForm) {
+TEST_P(CompressionOfEveryProtocol, AnotherVersionIsNeverAnsweredByTheForm) {
     const std::string file = folder_.path() + "/a.css";
     folder_.write("a.css", longText("roses"));
     start();
@@ -143,7 +151,7 @@ TEST_F(CompressionTest, AnotherVersionIsNeverAnsweredByTheForm) {
     EXPECT_EQ(decoded("br", get("/a.css", "br").body), longText("lilac"));
 }
 
-TEST_F(CompressionTest, HeadTellsTheLengthOfTheForm) {
+TEST_P(CompressionOfEveryProtocol, HeadTellsTheLengthOfTheForm) {
     folder_.write("a.css", longText("roses"));
     start();
     const std::size_t size = get("/a.css", "gzip").body.size();
@@ -153,7 +161,7 @@ TEST_F(CompressionTest, HeadTellsTheLengthOfTheForm) {
     EXPECT_EQ(client.get("/a.css").status, 200);
 }
 
-TEST_F(CompressionTest, ManyWhoAskAtOnceGetTheSame) {
+TEST_P(CompressionOfEveryProtocol, ManyWhoAskAtOnceGetTheSame) {
     const std::string text = longText("roses");
     folder_.write("a.css", text);
     start();
@@ -165,7 +173,7 @@ TEST_F(CompressionTest, ManyWhoAskAtOnceGetTheSame) {
     EXPECT_EQ(right, 8);
 }
 
-TEST_F(CompressionTest, SwitchedOffNothingIsEncoded) {
+TEST_P(CompressionOfEveryProtocol, SwitchedOffNothingIsEncoded) {
     folder_.write("a.css", longText("roses"));
     page("/a.asp", true, [](HostContext& host) { host.response.write(longText("roses")); });
     server_.options.compression = false;
@@ -229,7 +237,7 @@ TEST_F(EncodedFilesTest, WithoutRoomNothingIsKept) {
 
 // ---- Pages ----
 
-TEST_F(CompressionTest, AnOpenPageIsCompressed) {
+TEST_P(CompressionOfEveryProtocol, AnOpenPageIsCompressed) {
     page("/a.asp", true, [](HostContext& host) { host.response.write(longText("roses")); });
     start();
     const RawReply reply = get("/a.asp", "gzip, deflate, br, zstd");
@@ -241,7 +249,7 @@ TEST_F(CompressionTest, AnOpenPageIsCompressed) {
     EXPECT_EQ(get("/a.asp", "").field("Vary"), "Accept-Encoding");
 }
 
-TEST_F(CompressionTest, APageInAnotherCharsetIsCompressedAsItIsSent) {
+TEST_P(CompressionOfEveryProtocol, APageInAnotherCharsetIsCompressedAsItIsSent) {
     page("/a.asp", true, [](HostContext& host) {
         host.response.charset = "iso-8859-1";
         host.response.write(longText("Kürbis"));
@@ -252,7 +260,7 @@ TEST_F(CompressionTest, APageInAnotherCharsetIsCompressedAsItIsSent) {
     EXPECT_NE(body.find("K\xFCrbis"), std::string::npos);
 }
 
-TEST_F(CompressionTest, APageOfSomebodyWhoIsLoggedInIsNot) {
+TEST_P(CompressionOfEveryProtocol, APageOfSomebodyWhoIsLoggedInIsNot) {
     page("/a.asp", true, [](HostContext& host) {
         host.session.set(sessionKey::visitorName, Value("vera"));
         host.response.write(longText("roses"));
@@ -263,7 +271,7 @@ TEST_F(CompressionTest, APageOfSomebodyWhoIsLoggedInIsNot) {
     EXPECT_EQ(reply.field("Content-Encoding"), "");
 }
 
-TEST_F(CompressionTest, WhatIsTheSameForEverybodyIsCompressedForWhoIsLoggedInToo) {
+TEST_P(CompressionOfEveryProtocol, WhatIsTheSameForEverybodyIsCompressedForWhoIsLoggedInToo) {
     PageRoute route{"/a.asp", [](HostContext& host) {
                         host.session.set(sessionKey::authorName, Value("anna"));
                         host.response.write(longText("roses"));
@@ -274,13 +282,13 @@ TEST_F(CompressionTest, WhatIsTheSameForEverybodyIsCompressedForWhoIsLoggedInToo
     EXPECT_EQ(decoded("br", get("/a.asp", "br").body), longText("roses"));
 }
 
-TEST_F(CompressionTest, APageThatMayHoldATokenIsNot) {
+TEST_P(CompressionOfEveryProtocol, APageThatMayHoldATokenIsNot) {
     page("/a.asp", false, [](HostContext& host) { host.response.write(longText("roses")); });
     start();
     EXPECT_EQ(get("/a.asp", "br, gzip").field("Content-Encoding"), "");
 }
 
-TEST_F(CompressionTest, ShortPagesPicturesAndRedirectionsAreNot) {
+TEST_P(CompressionOfEveryProtocol, ShortPagesPicturesAndRedirectionsAreNot) {
     page("/short.asp", true, [](HostContext& host) { host.response.write("short"); });
     page("/picture.asp", true, [](HostContext& host) {
         host.response.contentType = "image/png";

@@ -91,7 +91,16 @@ class ConnectionsTest : public testing::Test {
     RunningServer running;
 };
 
-TEST_F(ConnectionsTest, TheIdlestConnectionGoesWhenAllAreTaken) {
+/// What holds whatever is spoken.
+class ConnectionsOfEveryProtocol : public ConnectionsTest,
+                                   public testing::WithParamInterface<test::Protocol> {
+  protected:
+    ConnectionsOfEveryProtocol() { running.protocol = GetParam(); }
+};
+
+INSTANTIATE_TEST_SUITE_P(Protocols, ConnectionsOfEveryProtocol, test::everyProtocol, test::nameOf);
+
+TEST_P(ConnectionsOfEveryProtocol, TheIdlestConnectionGoesWhenAllAreTaken) {
     startWithRoomFor(2);
     RawHttpClient first = from("127.0.0.2");
     RawHttpClient second = from("127.0.0.3");
@@ -154,7 +163,7 @@ TEST_F(ConnectionsTest, AnAddressHasNoMoreThanItsShare) {
     release(first, second);
 }
 
-TEST_F(ConnectionsTest, OfAnAddressWithItsShareTheIdlestGoesAndNobodyElses) {
+TEST_P(ConnectionsOfEveryProtocol, OfAnAddressWithItsShareTheIdlestGoesAndNobodyElses) {
     running.options.connectionsOfOne = 2;
     start();
     RawHttpClient other = from("127.0.0.3");
@@ -170,7 +179,7 @@ TEST_F(ConnectionsTest, OfAnAddressWithItsShareTheIdlestGoesAndNobodyElses) {
     expectAnswer(other);
 }
 
-TEST_F(ConnectionsTest, WhatEndsIsNoLongerCounted) {
+TEST_P(ConnectionsOfEveryProtocol, WhatEndsIsNoLongerCounted) {
     running.options.connectionsOfOne = 2;
     running.options.connections = 3;
     start();
@@ -180,7 +189,7 @@ TEST_F(ConnectionsTest, WhatEndsIsNoLongerCounted) {
     }
 }
 
-TEST_F(ConnectionsTest, PagesOfOneAddressDontWaitBehindAllThoseOfAnother) {
+TEST_P(ConnectionsOfEveryProtocol, PagesOfOneAddressDontWaitBehindAllThoseOfAnother) {
     running.options.workers = 1;
     running.options.mostWorkers = 1;
     std::mutex mutex;
@@ -213,7 +222,7 @@ TEST_F(ConnectionsTest, AHeaderBelowTheLowestSpeedIsCutOff) {
     expectCutOff(client, "GET /hello.asp HTTP/1.1\r\nHost: a\r\nX: " + std::string(2000, 'x'));
 }
 
-TEST_F(ConnectionsTest, ABodyBelowTheLowestSpeedIsCutOff) {
+TEST_P(ConnectionsOfEveryProtocol, ABodyBelowTheLowestSpeedIsCutOff) {
     running.options.speed = {1000, 200ms};
     start();
     RawHttpClient client = running.client();
@@ -221,7 +230,7 @@ TEST_F(ConnectionsTest, ABodyBelowTheLowestSpeedIsCutOff) {
     expectCutOff(client, std::string(5000, 'x'));
 }
 
-TEST_F(ConnectionsTest, OneThatConnectsAheadOfItsRequestIsNotSlow) {
+TEST_P(ConnectionsOfEveryProtocol, OneThatConnectsAheadOfItsRequestIsNotSlow) {
     running.options.speed = {100'000, 100ms};
     start();
     RawHttpClient client = running.client();
@@ -229,7 +238,7 @@ TEST_F(ConnectionsTest, OneThatConnectsAheadOfItsRequestIsNotSlow) {
     expectAnswer(client);
 }
 
-TEST_F(ConnectionsTest, AReaderBelowTheLowestSpeedIsCutOff) {
+TEST_P(ConnectionsOfEveryProtocol, AReaderBelowTheLowestSpeedIsCutOff) {
     running.options.speed = {100'000'000, 300ms};
     folder.write("big.zip", std::string(40'000'000, 'x'));
     start();
@@ -274,7 +283,7 @@ TEST_F(ConnectionsTest, WhatIsNoPostToAPageBringsNoBody) {
     EXPECT_EQ(client.get("/a.txt").status, 200);
 }
 
-TEST_F(ConnectionsTest, APageMayTakeLessThanOthers) {
+TEST_P(ConnectionsOfEveryProtocol, APageMayTakeLessThanOthers) {
     running.pages.push_back({"/small.asp", [](HostContext&) {}, methods::form, 100});
     start();
     EXPECT_EQ(running.client().ask(post("/small.asp", 100) + std::string(100, 'a')).status, 200);
@@ -282,7 +291,7 @@ TEST_F(ConnectionsTest, APageMayTakeLessThanOthers) {
     EXPECT_EQ(running.client().ask(post("/form.asp", 101) + std::string(101, 'a')).status, 200);
 }
 
-TEST_F(ConnectionsTest, AFormHasNoMoreFieldsThanItMay) {
+TEST_P(ConnectionsOfEveryProtocol, AFormHasNoMoreFieldsThanItMay) {
     start();
     const std::string most = formOf(999) + "&last=here";
     EXPECT_EQ(running.client().ask(post("/form.asp", most.size()) + most).body, "here");
@@ -295,7 +304,7 @@ TEST_F(ConnectionsTest, AFormHasNoMoreFieldsThanItMay) {
     expectAnswer(client);
 }
 
-TEST_F(ConnectionsTest, BodiesOfOneAddressTakeNoMoreThanItsShare) {
+TEST_P(ConnectionsOfEveryProtocol, BodiesOfOneAddressTakeNoMoreThanItsShare) {
     running.options.limits.body = 100'000;
     running.options.limits.bodies = 250'000;
     start();
@@ -311,7 +320,7 @@ TEST_F(ConnectionsTest, BodiesOfOneAddressTakeNoMoreThanItsShare) {
     EXPECT_EQ(first.ask(std::string(5000, 'a')).status, 200);
 }
 
-TEST_F(ConnectionsTest, AllBodiesTogetherTakeNoMoreThanTheyMay) {
+TEST_P(ConnectionsOfEveryProtocol, AllBodiesTogetherTakeNoMoreThanTheyMay) {
     running.options.limits.body = 100'000;
     running.options.limits.bodies = 200'000;
     start();

@@ -36,7 +36,18 @@ class HttpServerTest : public testing::Test {
     RunningServer running;
 };
 
-TEST_F(HttpServerTest, APageIsAnswered) {
+/// What holds whatever is spoken.
+class HttpServerOfEveryProtocol : public HttpServerTest, public testing::WithParamInterface<test::Protocol> {
+  protected:
+    HttpServerOfEveryProtocol() { running.protocol = GetParam(); }
+
+    static bool isHttps() { return GetParam() != test::Protocol::Http1; }
+    static bool isHttp2() { return GetParam() == test::Protocol::Http2; }
+};
+
+INSTANTIATE_TEST_SUITE_P(Protocols, HttpServerOfEveryProtocol, test::everyProtocol, test::nameOf);
+
+TEST_P(HttpServerOfEveryProtocol, APageIsAnswered) {
     start();
     const RawReply reply = get("/hello.asp");
     EXPECT_EQ(reply.status, 200);
@@ -47,7 +58,7 @@ TEST_F(HttpServerTest, APageIsAnswered) {
     EXPECT_EQ(reply.field("Server"), "");
 }
 
-TEST_F(HttpServerTest, APageKnowsUntilWhenItMayWork) {
+TEST_P(HttpServerOfEveryProtocol, APageKnowsUntilWhenItMayWork) {
     running.host.application.set("torvex_scriptTimeout_normal", 20);
     running.page("/left.asp", [](HostContext& host) {
         host.response.write(host.deadline().left() > 15s && host.deadline().left() <= 20s ? "20 s" : "?");
@@ -62,7 +73,7 @@ TEST_F(HttpServerTest, APageKnowsUntilWhenItMayWork) {
     EXPECT_THAT(running.logged(), testing::Contains(HasSubstr("the request took longer than it may")));
 }
 
-TEST_F(HttpServerTest, PathsMatchIgnoringCase) {
+TEST_P(HttpServerOfEveryProtocol, PathsMatchIgnoringCase) {
     start();
     EXPECT_EQ(get("/HELLO.Asp").status, 200);
 }
@@ -84,7 +95,7 @@ TEST_F(HttpServerTest, OnlyTheHostsThatAreNamedAreAnswered) {
     EXPECT_EQ(client().ask("GET /hello.asp HTTP/1.0\r\n\r\n").status, 421);
 }
 
-TEST_F(HttpServerTest, AHostThatIsNotAnsweredIsToldSo) {
+TEST_P(HttpServerOfEveryProtocol, AHostThatIsNotAnsweredIsToldSo) {
     running.options.hosts = {"www.site.test"};
     running.page("/", [](HostContext& host) { host.response.redirect("/tvx.asp"); });
     start();
@@ -98,7 +109,7 @@ TEST_F(HttpServerTest, AHostThatIsNotAnsweredIsToldSo) {
     EXPECT_EQ(connection.ask("GET /hello.asp HTTP/1.1\r\nHost: www.site.test\r\n\r\n").status, 200);
 }
 
-TEST_F(HttpServerTest, APageMayTakeATextInPlaceOfAForm) {
+TEST_P(HttpServerOfEveryProtocol, APageMayTakeATextInPlaceOfAForm) {
     running.pages.push_back({"/text.asp",
                              [](HostContext& host) { host.response.write(host.request.body()); },
                              methods::form,
@@ -114,7 +125,7 @@ TEST_F(HttpServerTest, APageMayTakeATextInPlaceOfAForm) {
     EXPECT_EQ(post("application/csp-report", std::string(101, 'x')).status, 413);
 }
 
-TEST_F(HttpServerTest, AnUnknownAddressIsNotFound) {
+TEST_P(HttpServerOfEveryProtocol, AnUnknownAddressIsNotFound) {
     start();
     const RawReply reply = get("/nothing.asp");
     EXPECT_EQ(reply.status, 404);
@@ -122,7 +133,7 @@ TEST_F(HttpServerTest, AnUnknownAddressIsNotFound) {
     EXPECT_EQ(reply.field("Cache-Control"), "no-store");
 }
 
-TEST_F(HttpServerTest, PipelinedRequestsAreAnsweredInOrder) {
+TEST_P(HttpServerOfEveryProtocol, PipelinedRequestsAreAnsweredInOrder) {
     running.page("/slow.asp", [](HostContext& host) {
         std::this_thread::sleep_for(50ms);
         host.response.write("slow");
@@ -146,7 +157,7 @@ TEST_F(HttpServerTest, ManyPipelinedRequestsAreAllAnswered) {
     for (int i = 0; i < 200; ++i) ASSERT_EQ(connection.read().status, 404) << i;
 }
 
-TEST_F(HttpServerTest, AConnectionIsKeptForFurtherRequests) {
+TEST_P(HttpServerOfEveryProtocol, AConnectionIsKeptForFurtherRequests) {
     start();
     RawHttpClient connection = client();
     EXPECT_EQ(connection.get("/hello.asp").status, 200);
@@ -171,7 +182,7 @@ TEST_F(HttpServerTest, AnOldClientsConnectionEndsUnlessItAsksToKeepIt) {
     EXPECT_EQ(kept.get("/hello.asp").status, 200);
 }
 
-TEST_F(HttpServerTest, HeadGivesTheHeaderOfTheFullAnswerAndNoBody) {
+TEST_P(HttpServerOfEveryProtocol, HeadGivesTheHeaderOfTheFullAnswerAndNoBody) {
     start();
     RawHttpClient connection = client();
     connection.send("HEAD /hello.asp HTTP/1.1\r\nHost: a\r\n\r\n");
@@ -181,12 +192,12 @@ TEST_F(HttpServerTest, HeadGivesTheHeaderOfTheFullAnswerAndNoBody) {
     EXPECT_EQ(connection.get("/hello.asp").status, 200);  // read as the next answer: there was no body
 }
 
-TEST_F(HttpServerTest, UnknownMethodsAreNotImplemented) {
+TEST_P(HttpServerOfEveryProtocol, UnknownMethodsAreNotImplemented) {
     start();
     EXPECT_EQ(client().ask("BREW /hello.asp HTTP/1.1\r\nHost: a\r\n\r\n").status, 501);
 }
 
-TEST_F(HttpServerTest, KnownMethodsThatAnAddressDoesNotTakeAreRefusedWithThoseItDoes) {
+TEST_P(HttpServerOfEveryProtocol, KnownMethodsThatAnAddressDoesNotTakeAreRefusedWithThoseItDoes) {
     start();
     const RawReply page = client().ask("POST /hello.asp HTTP/1.1\r\nHost: a\r\nContent-Length: 0\r\n\r\n");
     EXPECT_EQ(page.status, 405);
@@ -196,7 +207,7 @@ TEST_F(HttpServerTest, KnownMethodsThatAnAddressDoesNotTakeAreRefusedWithThoseIt
     EXPECT_EQ(form.field("Allow"), "GET, HEAD, POST");
 }
 
-TEST_F(HttpServerTest, AFormIsDecoded) {
+TEST_P(HttpServerOfEveryProtocol, AFormIsDecoded) {
     start();
     const RawReply reply = client().ask(
         "POST /form.asp HTTP/1.1\r\nHost: a\r\nContent-Type: application/x-www-form-urlencoded; "
@@ -206,7 +217,7 @@ TEST_F(HttpServerTest, AFormIsDecoded) {
     EXPECT_EQ(reply.body, "Mülle|POST");  // the length says where the body ends
 }
 
-TEST_F(HttpServerTest, AFormInChunksIsDecoded) {
+TEST_P(HttpServerOfEveryProtocol, AFormInChunksIsDecoded) {
     start();
     RawHttpClient connection = client();
     const RawReply reply = connection.ask(
@@ -226,7 +237,7 @@ TEST_F(HttpServerTest, OtherBodiesThanFormsAreRefusedUnread) {
     EXPECT_EQ(reply.field("Connection"), "close");
 }
 
-TEST_F(HttpServerTest, AClientThatAsksIsToldToSendItsBody) {
+TEST_P(HttpServerOfEveryProtocol, AClientThatAsksIsToldToSendItsBody) {
     start();
     RawHttpClient connection = client();
     connection.send(
@@ -236,7 +247,7 @@ TEST_F(HttpServerTest, AClientThatAsksIsToldToSendItsBody) {
     EXPECT_EQ(connection.ask("name=abc").body, "abc|POST");
 }
 
-TEST_F(HttpServerTest, ABodyThatWouldBeRefusedIsNotAskedFor) {
+TEST_P(HttpServerOfEveryProtocol, ABodyThatWouldBeRefusedIsNotAskedFor) {
     running.options.limits.body = 100;
     start();
     const RawReply reply = client().ask(
@@ -245,12 +256,12 @@ TEST_F(HttpServerTest, ABodyThatWouldBeRefusedIsNotAskedFor) {
     EXPECT_EQ(reply.status, 413);
 }
 
-TEST_F(HttpServerTest, OtherExpectationsAreRefused) {
+TEST_P(HttpServerOfEveryProtocol, OtherExpectationsAreRefused) {
     start();
     EXPECT_EQ(get("/hello.asp", "Expect: miracles\r\n").status, 417);
 }
 
-TEST_F(HttpServerTest, ABodyAboveTheLimitIsRefused) {
+TEST_P(HttpServerOfEveryProtocol, ABodyAboveTheLimitIsRefused) {
     running.options.limits.body = 100;
     start();
     const std::string head =
@@ -261,7 +272,7 @@ TEST_F(HttpServerTest, ABodyAboveTheLimitIsRefused) {
               413);
 }
 
-TEST_F(HttpServerTest, TheVisitorSeesTheRefusalOfALargeBodyThatIsStillBeingSent) {
+TEST_P(HttpServerOfEveryProtocol, TheVisitorSeesTheRefusalOfALargeBodyThatIsStillBeingSent) {
     running.options.limits.body = 1000;
     start();
     const RawReply reply = client().ask(
@@ -272,29 +283,30 @@ TEST_F(HttpServerTest, TheVisitorSeesTheRefusalOfALargeBodyThatIsStillBeingSent)
     EXPECT_THAT(reply.body, HasSubstr("</html>"));
 }
 
-TEST_F(HttpServerTest, ServerVariablesTellOfTheRequest) {
+TEST_P(HttpServerOfEveryProtocol, ServerVariablesTellOfTheRequest) {
     running.page("/vars.asp", [](HostContext& host) {
         for (const char* name :
              {"http_host", "https", "http_referer", "http_user_agent", "script_name", "remote_addr",
-              "request_method", "query_string", "server_name", "http_x_a_b"})
+              "request_method", "query_string", "server_name", "server_protocol", "http_x_a_b"})
             host.response.write(host.request.serverVariable(name) + "\n");
     });
     start();
     const RawReply reply = client().ask(
         "GET /Vars.asp?a=%41 HTTP/1.1\r\nHost: www.example.org:8080\r\nReferer: http://x/\r\n"
         "User-Agent: probe\r\nX-A-B: 1\r\nX-A-B: 2\r\nX_Forged: 3\r\n\r\n");
-    EXPECT_EQ(reply.body,
-              "www.example.org:8080\noff\nhttp://x/\nprobe\n/"
-              "Vars.asp\n127.0.0.1\nGET\na=%41\nwww.example.org\n1, 2\n");
+    EXPECT_EQ(reply.body, "www.example.org:8080\n" + std::string(isHttps() ? "on" : "off") +
+                              "\nhttp://x/\nprobe\n/"
+                              "Vars.asp\n127.0.0.1\nGET\na=%41\nwww.example.org\n" +
+                              std::string(isHttp2() ? "HTTP/2.0" : "HTTP/1.1") + "\n1, 2\n");
 }
 
-TEST_F(HttpServerTest, ABrokenEscapeInTheQueryStaysAsItStands) {
+TEST_P(HttpServerOfEveryProtocol, ABrokenEscapeInTheQueryStaysAsItStands) {
     running.page("/query.asp", [](HostContext& host) { host.response.write(host.request.queryString("a")); });
     start();
     EXPECT_EQ(get("/query.asp?a=100%zz").body, "100%zz");
 }
 
-TEST_F(HttpServerTest, TextIsSentInTheCharsetOfTheResponse) {
+TEST_P(HttpServerOfEveryProtocol, TextIsSentInTheCharsetOfTheResponse) {
     running.page("/latin.asp", [](HostContext& host) {
         host.response.charset = "iso-8859-1";
         host.response.write("é€");
@@ -305,7 +317,7 @@ TEST_F(HttpServerTest, TextIsSentInTheCharsetOfTheResponse) {
     EXPECT_EQ(reply.body, "\xe9&#8364;");
 }
 
-TEST_F(HttpServerTest, EndingTheResponseIsANormalEnd) {
+TEST_P(HttpServerOfEveryProtocol, EndingTheResponseIsANormalEnd) {
     running.page("/end.asp", [](HostContext& host) {
         host.response.write("before");
         host.response.end();
@@ -317,7 +329,7 @@ TEST_F(HttpServerTest, EndingTheResponseIsANormalEnd) {
     EXPECT_TRUE(running.logged().empty());
 }
 
-TEST_F(HttpServerTest, AFailureIsLoggedOnceAndShownAsANumberOnly) {
+TEST_P(HttpServerOfEveryProtocol, AFailureIsLoggedOnceAndShownAsANumberOnly) {
     running.startSession = [](HostContext& host) {
         host.session.set("torvex_username", Value(std::string("anna")));
     };
@@ -338,7 +350,7 @@ TEST_F(HttpServerTest, AFailureIsLoggedOnceAndShownAsANumberOnly) {
     EXPECT_THAT(log[0], HasSubstr(reply.body.substr(code, reply.body.find("</code>") - code)));
 }
 
-TEST_F(HttpServerTest, WhatAVisitorSendsIsCutAndEscapedInTheLog) {
+TEST_P(HttpServerOfEveryProtocol, WhatAVisitorSendsIsCutAndEscapedInTheLog) {
     running.form("/broken.asp", [](HostContext& host) {
         throw Error("Error in function getLoginURL !\r\nthere is no login target \"" +
                     host.request.item("target") + "\"");
@@ -362,7 +374,7 @@ TEST_F(HttpServerTest, WhatAVisitorSendsIsCutAndEscapedInTheLog) {
     }
 }
 
-TEST_F(HttpServerTest, ALineBreakCannotGetIntoAHeaderField) {
+TEST_P(HttpServerOfEveryProtocol, ALineBreakCannotGetIntoAHeaderField) {
     running.page("/go.asp", [](HostContext& host) { host.response.redirect("/a\r\nSet-Cookie: b=c"); });
     start();
     const RawReply reply = get("/go.asp");
@@ -383,7 +395,7 @@ TEST_F(HttpServerTest, ASlowHeaderIsCutOffByItsTotalTime) {
     EXPECT_TRUE(connection.isClosedWithin(5s));
 }
 
-TEST_F(HttpServerTest, ASlowBodyIsCutOffByItsTotalTime) {
+TEST_P(HttpServerOfEveryProtocol, ASlowBodyIsCutOffByItsTotalTime) {
     running.options.deadlines.body = 300ms;
     start();
     RawHttpClient connection = client();
@@ -394,7 +406,7 @@ TEST_F(HttpServerTest, ASlowBodyIsCutOffByItsTotalTime) {
     EXPECT_EQ(connection.read().status, 408);
 }
 
-TEST_F(HttpServerTest, AnIdleConnectionIsClosedInSilence) {
+TEST_P(HttpServerOfEveryProtocol, AnIdleConnectionIsClosedInSilence) {
     running.options.deadlines.idle = 200ms;
     start();
     RawHttpClient connection = client();
@@ -402,13 +414,13 @@ TEST_F(HttpServerTest, AnIdleConnectionIsClosedInSilence) {
     EXPECT_TRUE(connection.isClosedWithin(3s));
 }
 
-TEST_F(HttpServerTest, AConnectionThatNeverAsksIsClosedInSilence) {
+TEST_P(HttpServerOfEveryProtocol, AConnectionThatNeverAsksIsClosedInSilence) {
     running.options.deadlines.header = 200ms;
     start();
     EXPECT_TRUE(client().isClosedWithin(3s));
 }
 
-TEST_F(HttpServerTest, AReaderWhoStopsIsCutOff) {
+TEST_P(HttpServerOfEveryProtocol, AReaderWhoStopsIsCutOff) {
     running.options.deadlines.write = 300ms;
     running.page("/huge.asp",
                  [](HostContext& host) { host.response.write(std::string(32 * 1024 * 1024, 'x')); });
@@ -450,7 +462,7 @@ TEST_F(HttpServerTest, ATakenAddressIsReported) {
     EXPECT_THROW(other.start(), Error);
 }
 
-TEST_F(HttpServerTest, StoppingLetsRunningRequestsFinish) {
+TEST_P(HttpServerOfEveryProtocol, StoppingLetsRunningRequestsFinish) {
     std::atomic<bool> hasBegun = false;
     running.page("/slow.asp", [&](HostContext& host) {
         hasBegun = true;
@@ -467,11 +479,11 @@ TEST_F(HttpServerTest, StoppingLetsRunningRequestsFinish) {
     EXPECT_TRUE(idle.isClosedWithin(200ms));
     const RawReply reply = connection.read();
     EXPECT_EQ(reply.body, "done");
-    EXPECT_EQ(reply.field("Connection"), "close");
+    EXPECT_EQ(reply.field("Connection"), isHttp2() ? "" : "close");
     running.stop();
 }
 
-TEST_F(HttpServerTest, StoppingDoesNotWaitBeyondItsDeadline) {
+TEST_P(HttpServerOfEveryProtocol, StoppingDoesNotWaitBeyondItsDeadline) {
     running.options.deadlines.stop = 200ms;
     running.options.deadlines.body = 60s;
     start();

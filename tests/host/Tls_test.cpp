@@ -1,97 +1,55 @@
-#include <array>
-#include <csignal>
-#include <cstdio>
 #include <gtest/gtest.h>
-#include <memory>
-#include <openssl/evp.h>
-#include <openssl/pem.h>
-#include <openssl/ssl.h>
-#include <openssl/x509.h>
 
 #include "platform/Errors.h"
+#include "support/Certificate.h"
 #include "support/RunningServer.h"
+#include "support/TlsLine.h"
 
 namespace torvex {
 
 namespace {
 
-template <auto Free>
-struct Freed {
-    template <class T>
-    void operator()(T* object) const {
-        Free(object);
-    }
-};
-template <class T, auto Free>
-using Held = std::unique_ptr<T, Freed<Free>>;
-
-/// A key and a certificate for it, signed by itself.
-void writeCertificate(const std::string& certificateFile, const std::string& keyFile) {
-    const Held<EVP_PKEY, EVP_PKEY_free> key(EVP_EC_gen("P-256"));
-    const Held<X509, X509_free> certificate(X509_new());
-    X509_set_version(certificate.get(), 2);
-    ASN1_INTEGER_set(X509_get_serialNumber(certificate.get()), 1);
-    X509_gmtime_adj(X509_getm_notBefore(certificate.get()), -60);
-    X509_gmtime_adj(X509_getm_notAfter(certificate.get()), 3600);
-    X509_set_pubkey(certificate.get(), key.get());
-    X509_sign(certificate.get(), key.get(), EVP_sha256());
-    const Held<FILE, std::fclose> out(std::fopen(certificateFile.c_str(), "w"));
-    PEM_write_X509(out.get(), certificate.get());
-    const Held<FILE, std::fclose> keyOut(std::fopen(keyFile.c_str(), "w"));
-    PEM_write_PrivateKey(keyOut.get(), key.get(), nullptr, nullptr, 0, nullptr, nullptr);
-}
-
 class TlsClient {
   public:
-    explicit TlsClient(test::RawHttpClient connection)
-        : connection_(std::move(connection)),
-          context_(SSL_CTX_new(TLS_client_method())),
-          ssl_(SSL_new(context_.get())) {
-        SSL_set_fd(ssl_.get(), connection_.descriptor());
-    }
-    bool shakeHands() { return SSL_connect(ssl_.get()) == 1; }
-    void allowOnly(int version) { SSL_set_max_proto_version(ssl_.get(), version); }
+    explicit TlsClient(std::uint16_t port, std::string_view protocols = {})
+        : line_(test::connectTo(port, "127.0.0.1"), protocols) {}
+    bool shakeHands() { return line_.shakeHands(); }
+    std::string protocol() const { return line_.protocol(); }
+    void allowOnly(int version) { SSL_set_max_proto_version(line_.ssl(), version); }
     /// Of TLS 1.2, by their names.
     void offer(const char* suites) {
         allowOnly(TLS1_2_VERSION);
-        SSL_set_cipher_list(ssl_.get(), suites);
+        SSL_set_cipher_list(line_.ssl(), suites);
     }
-    std::string version() const { return SSL_get_version(ssl_.get()); }
-    bool renegotiate() { return SSL_renegotiate(ssl_.get()) == 1 && SSL_do_handshake(ssl_.get()) == 1; }
-    void send(std::string_view bytes) { SSL_write(ssl_.get(), bytes.data(), static_cast<int>(bytes.size())); }
-    /// Until as much has come or the server closes.
-    std::string read(std::size_t size) {
+    std::string version() { return SSL_get_version(line_.ssl()); }
+    bool renegotiate() { return SSL_renegotiate(line_.ssl()) == 1 && SSL_do_handshake(line_.ssl()) == 1; }
+    void send(std::string_view bytes) { line_.send(bytes); }
+    /// Until the server closes.
+    std::string readAll() {
         std::string bytes;
-        std::array<char, 16384> space;
-        while (bytes.size() < size) {
-            const int count = SSL_read(ssl_.get(), space.data(), static_cast<int>(space.size()));
-            if (count <= 0) break;
-            bytes.append(space.data(), static_cast<std::size_t>(count));
+        while (auto more = line_.receive(std::chrono::seconds(10))) {
+            if (more->empty()) break;
+            bytes += *more;
         }
         return bytes;
     }
-    std::string readAll() { return read(std::string::npos); }
 
   private:
-    test::RawHttpClient connection_;
-    Held<SSL_CTX, SSL_CTX_free> context_;
-    Held<SSL, SSL_free> ssl_;
+    test::TlsLine line_;
 };
 
 class TlsTest : public testing::Test {
   protected:
     TlsTest() {
-        std::signal(SIGPIPE,
-                    SIG_IGN);  // the client's library writes to connections that the server has closed
         running.options.tls = {files.path() + "/server.crt", files.path() + "/server.key"};
-        writeCertificate(running.options.tls.certificate, running.options.tls.key);
+        test::writeCertificate(running.options.tls.certificate, running.options.tls.key);
         running.page("/hello.asp", [](HostContext& host) {
             host.response.write("Hello " + host.request.serverVariable("https"));
         });
     }
 
     std::string ask(std::string_view target, const std::string& lines = {}) {
-        TlsClient client(running.client());
+        TlsClient client(running.server->port());
         EXPECT_TRUE(client.shakeHands());
         client.send("GET " + std::string(target) + " HTTP/1.1\r\nHost: a\r\nConnection: close\r\n" + lines +
                     "\r\n");
@@ -128,7 +86,7 @@ TEST_F(TlsTest, BothSchemesAreServedSideBySideWithTheSameSessions) {
     ASSERT_NE(running.server->tlsPort(), running.server->port());
     const test::RawReply first = running.client().get("/count.asp");
     EXPECT_EQ(first.body, "count 1");
-    TlsClient client{test::RawHttpClient(running.server->tlsPort())};
+    TlsClient client(running.server->tlsPort());
     ASSERT_TRUE(client.shakeHands());
     client.send("GET /count.asp HTTP/1.1\r\nHost: a\r\nConnection: close\r\nCookie: " +
                 first.sessionCookie() + "\r\n\r\n");
@@ -207,7 +165,7 @@ TEST_F(TlsTest, HttpIsAnsweredWhereTheSiteIsOnBoth) {
     const test::RawReply reply = running.client().get("/hello.asp");
     EXPECT_EQ(reply.body, "Hello off");
     EXPECT_EQ(reply.field("Strict-Transport-Security"), "");
-    TlsClient client{test::RawHttpClient(running.server->tlsPort())};
+    TlsClient client(running.server->tlsPort());
     ASSERT_TRUE(client.shakeHands());
     client.send("GET /hello.asp HTTP/1.1\r\nHost: a\r\nConnection: close\r\n\r\n");
     EXPECT_EQ(client.readAll().find("Strict-Transport-Security"), std::string::npos);
@@ -239,14 +197,14 @@ TEST_F(TlsTest, OnlySuitesWithPassingKeysAndAuthenticationAreSpoken) {
     running.start();
     for (const char* suites : {"ECDHE-ECDSA-AES128-GCM-SHA256", "ECDHE-ECDSA-AES256-GCM-SHA384",
                                "ECDHE-ECDSA-CHACHA20-POLY1305"}) {
-        TlsClient client(running.client());
+        TlsClient client(running.server->port());
         client.offer(suites);
         EXPECT_TRUE(client.shakeHands()) << suites;
         EXPECT_EQ(client.version(), "TLSv1.2");
     }
     for (const char* suites : {"ECDHE-ECDSA-AES128-SHA", "ECDHE-ECDSA-AES256-SHA384",
                                "ECDHE-ECDSA-AES128-CCM", "AES128-GCM-SHA256", "DHE-RSA-AES128-GCM-SHA256"}) {
-        TlsClient client(running.client());
+        TlsClient client(running.server->port());
         client.offer(suites);
         EXPECT_FALSE(client.shakeHands()) << suites;
     }
@@ -254,14 +212,14 @@ TEST_F(TlsTest, OnlySuitesWithPassingKeysAndAuthenticationAreSpoken) {
 
 TEST_F(TlsTest, TheNewestVersionIsSpoken) {
     running.start();
-    TlsClient client(running.client());
+    TlsClient client(running.server->port());
     EXPECT_TRUE(client.shakeHands());
     EXPECT_EQ(client.version(), "TLSv1.3");
 }
 
 TEST_F(TlsTest, AConnectionIsNotNegotiatedAnew) {
     running.start();
-    TlsClient client(running.client());
+    TlsClient client(running.server->port());
     client.allowOnly(TLS1_2_VERSION);
     ASSERT_TRUE(client.shakeHands());
     EXPECT_FALSE(client.renegotiate());
@@ -280,7 +238,7 @@ TEST_F(TlsTest, SmallAndLargeFilesArriveWhole) {
 
 TEST_F(TlsTest, AConnectionServesSeveralRequests) {
     running.start();
-    TlsClient client(running.client());
+    TlsClient client(running.server->port());
     ASSERT_TRUE(client.shakeHands());
     client.send(
         "GET /hello.asp HTTP/1.1\r\nHost: a\r\n\r\nGET /hello.asp HTTP/1.1\r\nHost: a\r\nConnection: "
@@ -289,9 +247,37 @@ TEST_F(TlsTest, AConnectionServesSeveralRequests) {
     EXPECT_NE(answers.find("Hello on"), answers.rfind("Hello on"));
 }
 
+TEST_F(TlsTest, WhatIsSpokenIsAgreedOn) {
+    running.start();
+    const auto agreed = [&](std::string_view offered) {
+        TlsClient client(running.server->port(), offered);
+        return client.shakeHands() ? client.protocol() : "refused";
+    };
+    EXPECT_EQ(agreed("\x08http/1.1\x02h2"), "h2");
+    EXPECT_EQ(agreed("\x08http/1.1"), "http/1.1");
+    EXPECT_EQ(agreed(""), "");
+    EXPECT_EQ(agreed("\x04smtp"), "refused");
+}
+
+TEST_F(TlsTest, Http2IsNotOfferedWhereTheSettingIsOff) {
+    running.options.http2 = false;
+    running.start();
+    TlsClient client(running.server->port(), "\x02h2\x08http/1.1");
+    ASSERT_TRUE(client.shakeHands());
+    EXPECT_EQ(client.protocol(), "http/1.1");
+}
+
+TEST_F(TlsTest, Http2IsSpokenOverTheOlderTlsToo) {
+    running.start();
+    TlsClient client(running.server->port(), "\x02h2");
+    client.offer("ECDHE-ECDSA-AES128-GCM-SHA256");
+    ASSERT_TRUE(client.shakeHands());
+    EXPECT_EQ(client.protocol(), "h2");
+}
+
 TEST_F(TlsTest, OldVersionsAreRefused) {
     running.start();
-    TlsClient client(running.client());
+    TlsClient client(running.server->port());
     client.allowOnly(TLS1_1_VERSION);
     EXPECT_FALSE(client.shakeHands());
 }
@@ -305,7 +291,7 @@ TEST_F(TlsTest, AVisitorWhoNeverShakesHandsIsCutOff) {
 TEST_F(TlsTest, ASlowHeaderIsCutOffByItsTotalTime) {
     running.options.deadlines.header = std::chrono::milliseconds(300);
     running.start();
-    TlsClient client(running.client());
+    TlsClient client(running.server->port());
     ASSERT_TRUE(client.shakeHands());
     client.send("GET /hello.asp HTTP/1.1\r\n");
     EXPECT_NE(client.readAll().find("HTTP/1.1 408 "), std::string::npos);

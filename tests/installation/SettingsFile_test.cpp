@@ -42,6 +42,8 @@ TEST(NewSettingsFile, CommentedSettingsShowTheDefaults) {
     EXPECT_EQ(given.server.workers, defaults.server.workers);
     EXPECT_EQ(given.server.queuedPages, defaults.server.queuedPages);
     EXPECT_EQ(given.server.connections, defaults.server.connections);
+    EXPECT_EQ(given.server.http2, defaults.server.http2);
+    EXPECT_EQ(given.server.streams, defaults.server.streams);
     EXPECT_EQ(given.server.secureCookies, defaults.server.secureCookies);
     EXPECT_EQ(given.server.trustedProxies, defaults.server.trustedProxies);
     EXPECT_EQ(given.server.hosts, defaults.server.hosts);

@@ -1,17 +1,11 @@
 #include "support/RawHttpClient.h"
 
-#include <algorithm>
-#include <arpa/inet.h>
-#include <array>
 #include <cstdlib>
-#include <netinet/in.h>
-#include <netinet/tcp.h>
-#include <poll.h>
 #include <stdexcept>
-#include <sys/socket.h>
-#include <thread>
 
-#include "host/http/Ascii.h"
+#include "support/PlainLine.h"
+#include "support/TlsLine.h"
+#include "support/TranslatedLine.h"
 
 namespace torvex::test {
 
@@ -19,86 +13,45 @@ namespace {
 
 constexpr std::chrono::milliseconds patience{10'000};
 
-Descriptor connectTo(std::uint16_t port, const std::string& from) {
-    Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    sockaddr_in own{};
-    own.sin_family = AF_INET;
-    own.sin_addr.s_addr = ::inet_addr(from.c_str());
-    if (::bind(socket.number(), reinterpret_cast<const sockaddr*>(&own), sizeof own) != 0)
-        throw std::runtime_error("can't send from " + from);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(port);
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    if (::connect(socket.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
-        throw std::runtime_error("can't connect to port " + std::to_string(port));
-    const int on = 1;
-    ::setsockopt(socket.number(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-    return socket;
+std::unique_ptr<ClientLine> lineOf(std::uint16_t port, const std::string& from, Protocol protocol) {
+    if (protocol == Protocol::Http2) return std::make_unique<TranslatedLine>(port, from);
+    if (protocol == Protocol::Http1) return std::make_unique<PlainLine>(connectTo(port, from));
+    auto line = std::make_unique<TlsLine>(connectTo(port, from));
+    if (!line->shakeHands()) throw std::runtime_error("https isn't spoken");
+    return line;
 }
 
 }  // namespace
 
-std::vector<std::string> RawReply::fields(std::string_view name) const {
-    std::vector<std::string> values;
-    std::string_view rest = head;
-    while (!rest.empty()) {
-        const std::size_t end = std::min(rest.find("\r\n"), rest.size());
-        const std::string_view line = rest.substr(0, end);
-        rest.remove_prefix(std::min(end + 2, rest.size()));
-        const std::size_t colon = line.find(':');
-        if (colon != std::string_view::npos && ascii::equals(line.substr(0, colon), name))
-            values.emplace_back(ascii::trimmed(line.substr(colon + 1)));
-    }
-    return values;
+std::string nameOf(const testing::TestParamInfo<Protocol>& tested) {
+    if (tested.param == Protocol::Http2) return "Http2";
+    return tested.param == Protocol::Http1 ? "Http1" : "Http1Tls";
 }
 
-std::string RawReply::field(std::string_view name) const {
-    const std::vector<std::string> values = fields(name);
-    return values.empty() ? std::string() : values.front();
-}
-
-std::string RawReply::sessionCookie() const {
-    for (const std::string& cookie : fields("Set-Cookie"))
-        if (cookie.starts_with("torvex_session=") || cookie.starts_with("__Host-torvex_session="))
-            return cookie.substr(0, cookie.find(';'));
-    return {};
-}
-
-RawHttpClient::RawHttpClient(std::uint16_t port, const std::string& from) : socket_(connectTo(port, from)) {}
+RawHttpClient::RawHttpClient(std::uint16_t port, const std::string& from, Protocol protocol)
+    : line_(lineOf(port, from, protocol)) {}
 
 void RawHttpClient::send(std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::send(socket_.number(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        if (count <= 0) return;  // the server has closed: what it answered can still be read
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
+    line_->send(bytes);
 }
 
 std::size_t RawHttpClient::drip(std::string_view bytes, std::chrono::milliseconds pause) {
     for (std::size_t i = 0; i < bytes.size(); ++i) {
-        if (::send(socket_.number(), bytes.data() + i, 1, MSG_NOSIGNAL) != 1) return i;
-        pollfd wait{socket_.number(), POLLIN, 0};
-        if (::poll(&wait, 1, static_cast<int>(pause.count())) > 0) return i + 1;
+        line_->send(bytes.substr(i, 1));
+        if (receive(pause) || isAtEnd_) return i + 1;
     }
     return bytes.size();
 }
 
 void RawHttpClient::endSending() {
-    ::shutdown(socket_.number(), SHUT_WR);
+    line_->endSending();
 }
 
 bool RawHttpClient::receive(std::chrono::milliseconds time) {
-    pollfd wait{socket_.number(), POLLIN, 0};
-    if (isAtEnd_ || ::poll(&wait, 1, static_cast<int>(time.count())) <= 0) return false;
-    std::array<char, 65536> space;
-    const ssize_t count = ::recv(socket_.number(), space.data(), space.size(), 0);
-    if (count <= 0) {
-        isAtEnd_ = true;
-        return false;
-    }
-    received_.append(space.data(), static_cast<std::size_t>(count));
-    return true;
+    const auto bytes = isAtEnd_ ? std::nullopt : line_->receive(time);
+    if (bytes && bytes->empty()) isAtEnd_ = true;
+    if (bytes) received_ += *bytes;
+    return bytes && !bytes->empty();
 }
 
 RawReply RawHttpClient::readHead() {

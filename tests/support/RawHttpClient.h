@@ -2,33 +2,30 @@
 
 #include <chrono>
 #include <cstdint>
+#include <gtest/gtest.h>
+#include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "platform/files/Descriptor.h"
+#include "support/ClientLine.h"
+#include "support/RawReply.h"
 
 namespace torvex::test {
 
-struct RawReply {
-    int status = 0;    ///< 0 when the connection ended without an answer
-    std::string head;  ///< with the empty line
-    std::string body;
+/// What a client speaks with the server.
+enum class Protocol { Http1, Http1Tls, Http2 };
 
-    /// The value of the field, "" when it isn't there.
-    std::string field(std::string_view name) const;
-    /// The values of all fields of the name.
-    std::vector<std::string> fields(std::string_view name) const;
-    /// "name=value" of the session's cookie, "" when none is set.
-    std::string sessionCookie() const;
-};
+/// For tests that hold whatever is spoken.
+inline const auto everyProtocol = testing::Values(Protocol::Http1, Protocol::Http1Tls, Protocol::Http2);
+std::string nameOf(const testing::TestParamInfo<Protocol>& tested);
 
 /// A client that sends any bytes, well-formed or not, at any pace, to a server on this machine. Nothing it
-/// does waits longer than ten seconds.
+/// does waits longer than ten seconds. With HTTP/2 it translates what it is given, which must be well-formed then.
 class RawHttpClient {
   public:
     /// From an address of this machine: all of 127.0.0.0/8 are, and each counts as another visitor.
-    explicit RawHttpClient(std::uint16_t port, const std::string& from = "127.0.0.1");
+    explicit RawHttpClient(std::uint16_t port, const std::string& from = "127.0.0.1",
+                           Protocol protocol = Protocol::Http1);
 
     void send(std::string_view bytes);
     /// Byte by byte, until all is sent or the server has closed; the number sent.
@@ -51,13 +48,13 @@ class RawHttpClient {
     /// A GET with the extra header lines given ("Name: value\r\n").
     RawReply get(std::string_view target, std::string_view lines = {});
 
-    int descriptor() const { return socket_.number(); }
+    int descriptor() const { return line_->descriptor(); }
 
   private:
     bool receive(std::chrono::milliseconds time);
     RawReply readHead();
 
-    Descriptor socket_;
+    std::unique_ptr<ClientLine> line_;
     std::string received_;
     bool isAtEnd_ = false;
 };

@@ -5,6 +5,8 @@
 #include <spdlog/logger.h>
 #include <spdlog/sinks/base_sink.h>
 
+#include "support/Certificate.h"
+
 namespace torvex::test {
 
 class RunningServer::Lines final : public spdlog::sinks::base_sink<std::mutex> {
@@ -35,7 +37,14 @@ RunningServer::~RunningServer() {
     stop();
 }
 
+void RunningServer::makeCertificate() {
+    certificates_.emplace();
+    options.tls = {certificates_->path() + "/server.crt", certificates_->path() + "/server.key"};
+    writeCertificate(options.tls.certificate, options.tls.key);
+}
+
 void RunningServer::start() {
+    if (protocol != Protocol::Http1) makeCertificate();
     server = std::make_unique<HttpServer>(options, services ? *services : host.services(), log_,
                                           ServedPages{startSession, pages, guards, interface});
     thread_ = std::thread([this] { server->run(); });

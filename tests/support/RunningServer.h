@@ -37,13 +37,15 @@ class RunningServer {
     /// Waits until it has stopped.
     void stop();
 
-    RawHttpClient client() const { return RawHttpClient(server->port()); }
+    RawHttpClient client() const { return clientFrom("127.0.0.1"); }
     RawHttpClient clientFrom(const std::string& address) const {
-        return RawHttpClient(server->port(), address);
+        return RawHttpClient(server->port(), address, protocol);
     }
     /// What was logged, a line each.
     std::vector<std::string> logged() const;
 
+    /// What its clients speak. Over TLS, the server has a certificate that it has signed itself.
+    Protocol protocol = Protocol::Http1;
     ServerOptions options;
     std::vector<PageRoute> pages;
     std::vector<FileGuard> guards;
@@ -55,9 +57,12 @@ class RunningServer {
 
   private:
     class Lines;
+    void makeCertificate();
+
     std::shared_ptr<Lines> lines_;
     std::shared_ptr<spdlog::logger> logger_;
     LineLog log_;
+    std::optional<TemporaryFolder> certificates_{};
     std::thread thread_;
 };
 

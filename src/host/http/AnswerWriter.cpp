@@ -8,9 +8,8 @@
 #include <sys/sendfile.h>
 #include <sys/socket.h>
 #include <sys/uio.h>
-#include <unistd.h>
 
-#include "host/http/Ascii.h"
+#include "host/http/AnswerParts.h"
 
 namespace torvex {
 
@@ -21,15 +20,6 @@ constexpr std::uint64_t burst = 1024 * 1024;  ///< of a file, before others have
 
 iovec vectorOf(std::string_view text) {
     return {const_cast<char*>(text.data()), text.size()};
-}
-
-/// `name` ends with its colon.
-bool hasField(std::string_view fields, std::string_view name) {
-    while (!fields.empty()) {
-        if (ascii::startsWith(fields, name)) return true;
-        fields.remove_prefix(std::min(fields.find('\n'), fields.size() - 1) + 1);
-    }
-    return false;
 }
 
 bool isBlocked() {
@@ -43,7 +33,7 @@ void AnswerWriter::start(Answer answer, const AnswerFrame& frame) {
     headSent_ = 0;
     bodySent_ = 0;
     failed_ = false;
-    bodyToSend_ = frame.isHead || !answer_.hasLength ? 0 : bodyLength();
+    bodyToSend_ = frame.isHead || !answer_.hasLength ? 0 : answerParts::bodyLength(answer_);
     composeHead(frame);
 }
 
@@ -66,39 +56,14 @@ void AnswerWriter::composeHead(const AnswerFrame& frame) {
     auto out = std::back_inserter(head_);
     fmt::format_to(out, "HTTP/1.1 {} {}\r\nDate: {}\r\n", answer_.status, statusName(answer_.status),
                    frame.date);
-    if (answer_.hasLength) fmt::format_to(out, "Content-Length: {}\r\n", bodyLength());
+    if (answer_.hasLength) fmt::format_to(out, "Content-Length: {}\r\n", answerParts::bodyLength(answer_));
     if (!frame.keepAlive) {
         head_ += "Connection: close\r\n";
     } else if (frame.isHttp10) {
         head_ += "Connection: keep-alive\r\n";
     }
-    head_.append(answer_.fields);
-    if (answer_.replacesFields) {
-        addMissing(frame.fields);
-    } else {
-        head_.append(frame.fields);
-    }
+    answerParts::appendFields(head_, answer_, frame.fields);
     head_.append("\r\n");
-}
-
-/// Of fields with a line each, those that the answer hasn't got.
-void AnswerWriter::addMissing(std::string_view fields) {
-    while (!fields.empty()) {
-        const std::string_view line = fields.substr(0, fields.find('\n') + 1);
-        fields.remove_prefix(line.size());
-        if (!hasField(answer_.fields, line.substr(0, line.find(':') + 1))) head_.append(line);
-    }
-}
-
-std::string_view AnswerWriter::bodyText() const {
-    if (const auto* own = std::get_if<std::string>(&answer_.body)) return *own;
-    if (const auto* shared = std::get_if<std::shared_ptr<const std::string>>(&answer_.body)) return **shared;
-    return {};
-}
-
-std::uint64_t AnswerWriter::bodyLength() const {
-    const auto* file = std::get_if<FileAnswer>(&answer_.body);
-    return file ? file->length : bodyText().size();
 }
 
 AnswerWriter::Progress AnswerWriter::writeTo(int socket) {
@@ -113,7 +78,8 @@ AnswerWriter::Progress AnswerWriter::writeTo(int socket) {
 /// The header, and the body if it is a text.
 AnswerWriter::Progress AnswerWriter::writeText(int socket) {
     const bool isFile = std::holds_alternative<FileAnswer>(answer_.body) && bodyToSend_ > 0;
-    const std::string_view body = bodyText().substr(0, static_cast<std::size_t>(bodyToSend_));
+    const std::string_view body =
+        answerParts::bodyText(answer_).substr(0, static_cast<std::size_t>(bodyToSend_));
     while (true) {
         const std::string_view headRest = std::string_view(head_).substr(headSent_);
         const std::string_view bodyRest =
@@ -159,26 +125,23 @@ void AnswerWriter::advance(std::size_t count) {
 
 std::string_view AnswerWriter::next() {
     if (headSent_ == 0 && !std::holds_alternative<FileAnswer>(answer_.body) && bodyToSend_ < chunkSize) {
-        head_.append(bodyText().substr(0, static_cast<std::size_t>(bodyToSend_)));  // one record for both
+        head_.append(answerParts::bodyText(answer_).substr(
+            0, static_cast<std::size_t>(bodyToSend_)));  // one record for both
         bodyToSend_ = 0;
     }
     if (headSent_ < head_.size()) return std::string_view(head_).substr(headSent_);
-    if (const auto* file = std::get_if<FileAnswer>(&answer_.body)) return nextOfFile(*file);
-    const std::string_view body = bodyText().substr(0, static_cast<std::size_t>(bodyToSend_));
+    if (std::holds_alternative<FileAnswer>(answer_.body)) return nextOfFile();
+    const std::string_view body =
+        answerParts::bodyText(answer_).substr(0, static_cast<std::size_t>(bodyToSend_));
     return body.substr(static_cast<std::size_t>(bodySent_), chunkSize);
 }
 
-std::string_view AnswerWriter::nextOfFile(const FileAnswer& file) {
+std::string_view AnswerWriter::nextOfFile() {
     const std::uint64_t rest = bodyToSend_ - bodySent_;
     if (rest == 0) return {};
-    chunk_.resize(static_cast<std::size_t>(std::min<std::uint64_t>(rest, chunkSize)));
-    const ssize_t count = ::pread(file.file->number(), chunk_.data(), chunk_.size(),
-                                  static_cast<off_t>(file.offset + bodySent_));
-    if (count <= 0) {
-        failed_ = true;
-        return {};
-    }
-    chunk_.resize(static_cast<std::size_t>(count));
+    const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(rest, chunkSize));
+    chunk_.clear();
+    failed_ = !answerParts::appendBody(chunk_, answer_, bodySent_, count);
     return chunk_;
 }
 

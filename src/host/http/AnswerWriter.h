@@ -43,12 +43,9 @@ class AnswerWriter {
 
   private:
     void composeHead(const AnswerFrame& frame);
-    void addMissing(std::string_view fields);
-    std::uint64_t bodyLength() const;
-    std::string_view bodyText() const;
     Progress writeText(int socket);
     Progress writeFile(int socket, const FileAnswer& file);
-    std::string_view nextOfFile(const FileAnswer& file);
+    std::string_view nextOfFile();
 
     Answer answer_;
     std::string head_;

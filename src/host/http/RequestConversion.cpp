@@ -43,8 +43,7 @@ constexpr std::array<OwnVariable, 11> ownVariables{{
     {"query_string", [](const Exchange& one) { return std::string(one.target.query); }},
     {"server_name", [](const Exchange& one) { return std::string(hostName(one.host)); }},
     {"server_port", [](const Exchange& one) { return std::to_string(one.localPort); }},
-    {"server_protocol",
-     [](const Exchange& one) { return std::string(one.head().version == 10 ? "HTTP/1.0" : "HTTP/1.1"); }},
+    {"server_protocol", [](const Exchange& one) { return std::string(one.head().protocol()); }},
     {"content_type", [](const Exchange& one) { return std::string(one.head().field("Content-Type")); }},
     {"content_length", [](const Exchange& one) { return std::to_string(one.body().size()); }},
 }};

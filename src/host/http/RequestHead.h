@@ -11,12 +11,12 @@
 
 namespace torvex {
 
-/// The header of one request, as views of the bytes that its parser holds: valid until that is reset.
+/// The header of one request, as views of the bytes that whoever read it holds: valid until that is reset.
 struct RequestHead {
     Method method = Method::Unknown;
     std::string_view methodText;
     std::string_view target;
-    int version = 11;  ///< 10 or 11
+    int version = 11;  ///< 10, 11 or 20
     std::vector<std::pair<std::string_view, std::string_view>> fields;
     bool keepAlive = false;
     bool hasBody = false;
@@ -27,6 +27,14 @@ struct RequestHead {
         for (const auto& [key, value] : fields)
             if (ascii::equals(key, name)) return value;
         return {};
+    }
+    /// Whether it says of itself that it brings a longer body, or any where none is taken.
+    bool hasMoreThan(std::uint64_t limit) const {
+        return contentLength.value_or(0) > limit || (limit == 0 && hasBody);
+    }
+    std::string_view protocol() const {
+        if (version == 20) return "HTTP/2.0";
+        return version == 10 ? "HTTP/1.0" : "HTTP/1.1";
     }
     std::size_t count(std::string_view name) const {
         std::size_t found = 0;

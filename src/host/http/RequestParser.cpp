@@ -5,6 +5,9 @@
 #include <limits>
 #include <optional>
 
+#include "host/http/BodyGrowth.h"
+#include "host/http/MethodNames.h"
+
 namespace torvex {
 
 namespace http = boost::beast::http;
@@ -14,34 +17,9 @@ using boost::beast::string_view;
 namespace {
 
 constexpr std::size_t notFound = std::string_view::npos;
-constexpr std::size_t reservedBody =
-    64 * 1024;  ///< a length that is only claimed gets no more memory than this
 
 std::string_view view(string_view text) {
     return {text.data(), text.size()};
-}
-
-Method methodOf(http::verb verb) {
-    switch (verb) {
-        case http::verb::get:
-            return Method::Get;
-        case http::verb::head:
-            return Method::Head;
-        case http::verb::post:
-            return Method::Post;
-        case http::verb::patch:
-            return Method::Patch;
-        case http::verb::put:
-            return Method::Put;
-        case http::verb::delete_:
-            return Method::Delete;
-        case http::verb::options:
-            return Method::Options;
-        case http::verb::unknown:
-            return Method::Unknown;
-        default:
-            return Method::Other;
-    }
 }
 
 bool isTokenStart(char c) {
@@ -66,10 +44,10 @@ class RequestParser::Reader final : public http::basic_parser<true> {
     Reader(RequestHead& head, std::string& body) : head_(head), body_(body) {}
 
   private:
-    void on_request_impl(http::verb verb, string_view method, string_view target, int version,
+    void on_request_impl(http::verb, string_view method, string_view target, int version,
                          error_code& error) override {
         error = {};
-        head_.method = methodOf(verb);
+        head_.method = methodOf(view(method));
         head_.methodText = view(method);
         head_.target = view(target);
         head_.version = version;
@@ -84,8 +62,7 @@ class RequestParser::Reader final : public http::basic_parser<true> {
     }
     void on_body_init_impl(const boost::optional<std::uint64_t>& length, error_code& error) override {
         error = {};
-        announced_ = static_cast<std::size_t>(length.value_or(0));
-        body_.reserve(std::min(announced_, reservedBody));
+        growth_.begin(body_, static_cast<std::size_t>(length.value_or(0)));
     }
     std::size_t on_body_impl(string_view bytes, error_code& error) override { return add(bytes, error); }
     std::size_t on_chunk_body_impl(std::uint64_t, string_view bytes, error_code& error) override {
@@ -97,24 +74,13 @@ class RequestParser::Reader final : public http::basic_parser<true> {
 
     std::size_t add(string_view bytes, error_code& error) {
         error = {};
-        const std::size_t needed = body_.size() + bytes.size();
-        if (needed > body_.capacity() && needed <= announced_)
-            grow(std::min(std::max(needed, body_.capacity() * 2), announced_));
-        body_.append(bytes.data(), bytes.size());
+        growth_.add(body_, view(bytes));
         return bytes.size();
-    }
-
-    /// A string that grows by itself doubles, also beyond the announced length, where it is never used.
-    void grow(std::size_t size) {
-        std::string larger;
-        larger.reserve(size);
-        larger += body_;
-        body_.swap(larger);
     }
 
     RequestHead& head_;
     std::string& body_;
-    std::size_t announced_ = 0;
+    BodyGrowth growth_;
     bool headerDone_ = false;
 };
 
@@ -132,7 +98,7 @@ void RequestParser::reset() {
     head_.fields.clear();
     head_.method = Method::Unknown;
     body_.clear();
-    if (body_.capacity() > reservedBody) body_.shrink_to_fit();
+    if (body_.capacity() > BodyGrowth::reserved) body_.shrink_to_fit();
     reader_.reset();
 }
 
@@ -222,8 +188,7 @@ void RequestParser::checkHeader() {
 }
 
 void RequestParser::readBody(std::uint64_t limit) {
-    const bool isTooLong = head_.contentLength.value_or(0) > limit || (limit == 0 && head_.hasBody);
-    if (isTooLong) {
+    if (head_.hasMoreThan(limit)) {
         refuse(413);
         return;
     }

@@ -26,6 +26,15 @@ class Transport {
     bool isEncrypted() const { return tls_.has_value(); }
     Socket& socket() { return socket_; }
 
+    /// Once the encryption stands: whether both sides have agreed on HTTP/2.
+    bool speaksHttp2() const {
+        if (!tls_) return false;
+        const unsigned char* name = nullptr;
+        unsigned size = 0;
+        SSL_get0_alpn_selected(tls_->native_handle(), &name, &size);
+        return size == 2 && name[0] == 'h' && name[1] == '2';
+    }
+
     template <class Handler>
     void handshake(Handler&& handler) {
         tls_->async_handshake(asio::ssl::stream_base::server, std::forward<Handler>(handler));
@@ -45,7 +54,7 @@ class Transport {
 
   private:
     Socket socket_;
-    std::optional<asio::ssl::stream<Socket&>> tls_;
+    mutable std::optional<asio::ssl::stream<Socket&>> tls_;  // it gives out its handle only to change
 };
 
 }  // namespace torvex
