@@ -134,10 +134,15 @@ describe("a visitor of the demo", () => {
     assert.equal(await page.locator("h1").innerText(), "Log in");
   });
 
+  test("has no cookie while it only reads", async () => {
+    for (const pageId of [4, 7, 44]) await open(pageId);
+    assert.deepEqual(await context.cookies(), []);
+  });
+
   test("gets a new cookie at the login", async () => {
-    await open(44);
+    await open(42);  // the page applied for is kept until then
     const before = (await context.cookies()).find((cookie) => cookie.name === "torvex_session").value;
-    await logIn(page, "flora", "orchid");
+    await logIn(page, "rowan", "spade");
     const now = (await context.cookies()).find((cookie) => cookie.name === "torvex_session");
     assert.notEqual(now.value, before);
     assert.ok(now.httpOnly);
