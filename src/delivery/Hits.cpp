@@ -40,7 +40,7 @@ bool areViewsCounted(const ApplicationValues& application, std::string_view addr
 }
 
 void countView(HostContext& host, std::string_view nodeId) {
-    if (nodeId.size() < PageIdentity::rootLength || host.hits.defersView(nodeId)) return;
+    if (nodeId.size() < PageIdentity::rootLength || host.hits.deferView(nodeId)) return;
     if (!areViewsCounted(host.application, host.request.serverVariable("remote_addr"))) return;
     const std::string mark = "," + std::string(nodeId) + ",";
     const std::string visited = host.session.text(sessionKey::visitedPages);

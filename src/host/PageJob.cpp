@@ -27,8 +27,6 @@ namespace torvex {
 
 namespace {
 
-constexpr std::array quickestFirst{Coding::Zstd, Coding::Brotli, Coding::Gzip};
-
 /// Whether all who bring no session may have the answer: it leaves nothing behind with this visitor and says nothing
 /// that only holds now.
 bool isForAll(const HostContext& context) {
@@ -95,7 +93,7 @@ Answer PageJob::produce() {
 Answer PageJob::runWith(const Services& services, Request& request) {
     Response response;
     HostContext context{services, request, response, lease_->session()};
-    begin(context);
+    limitTime(context);
     return exchange_->guard ? runGuard(context) : runPage(context);
 }
 
@@ -106,7 +104,7 @@ Answer PageJob::runShared(Request& request) {
     request.noteQuestions(recording.questions());
     Response response;
     HostContext context{recording.services(), request, response, lease_->session()};
-    begin(context);
+    limitTime(context);
     const bool isPersonal = runHandler(context);
     setting_.pages.count(*exchange_, recording.views());
     const bool compresses = mayCompress(response, isPersonal);
@@ -127,7 +125,7 @@ void PageJob::openSession(HostContext& context) {
     isSessionReady_ = true;
 }
 
-void PageJob::begin(HostContext& context) {
+void PageJob::limitTime(HostContext& context) {
     context.begin = Deadline::Clock::now();
     context.scriptTimeout = normalTimeout(context);
 }

@@ -62,7 +62,7 @@ class PageJob : public std::enable_shared_from_this<PageJob> {
     void openSession(HostContext& context);
     Answer runWith(const Services& services, Request& request);
     Answer runShared(Request& request);
-    static void begin(HostContext& context);
+    static void limitTime(HostContext& context);
     bool runHandler(HostContext& context);
     Answer runPage(HostContext& context);
     bool mayCompress(const Response& response, bool isPersonal) const;

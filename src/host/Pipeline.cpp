@@ -207,14 +207,14 @@ BodyReception Pipeline::receive(const Exchange& exchange) const {
                                    [&head](std::string_view name) { return head.field(name); });
 }
 
-/// On a worker, as it takes milliseconds; once for each version of a file. When too much waits already, the bytes go as
-/// they are.
-std::optional<Answer> Pipeline::encode(const std::shared_ptr<Exchange>& exchange, FileToEncode work) const {
-    Answer plain = work.file.answer({});
+/// On a worker, as it takes milliseconds; once for each version of what is encoded. When too much waits already, the bytes go
+/// as they are.
+std::optional<Answer> Pipeline::encode(const std::shared_ptr<Exchange>& exchange, Answer plain,
+                                       std::function<Answer()> encoded) const {
     const bool isTaken = setting_.workers.submit(
-        [exchange = exchange, work = std::move(work), &encoded = setting_.encoded]() mutable {
+        [exchange = exchange, encoded = std::move(encoded)]() mutable {
             Exchange& one = *exchange;
-            Answer answer = work.answer(encoded);
+            Answer answer = encoded();
             one.finish(std::move(exchange), std::move(answer));
         },
         exchange->origin);
@@ -226,7 +226,12 @@ std::optional<Answer> Pipeline::answerFile(const std::shared_ptr<Exchange>& exch
                                            StaticFiles& files) const {
     try {
         FileReply reply = files.answer(exchange->target.path, exchange->head());
-        if (auto* work = std::get_if<FileToEncode>(&reply)) return encode(exchange, std::move(*work));
+        if (auto* work = std::get_if<FileToEncode>(&reply)) {
+            Answer plain = work->file.answer({});
+            return encode(exchange, std::move(plain), [work = std::move(*work), &encoded = setting_.encoded] {
+                return work.answer(encoded);
+            });
+        }
         return std::get<Answer>(std::move(reply));
     } catch (const OutOfDescriptors&) {
         return outOfDescriptors(setting_.log);
@@ -251,15 +256,7 @@ std::optional<Answer> Pipeline::answerKept(const std::shared_ptr<Exchange>& exch
     if (page->isKnownTo(exchange->head())) return page->notModified();
     const Coding coding = page->codingFor(exchange->head());
     if (page->hasForm(coding)) return page->answer(coding);
-    const bool isTaken = setting_.workers.submit(
-        [exchange = exchange, page, coding]() mutable {
-            Exchange& one = *exchange;
-            Answer answer = page->answer(coding);
-            one.finish(std::move(exchange), std::move(answer));
-        },
-        exchange->origin);
-    if (isTaken) return std::nullopt;
-    return page->answer(Coding::Identity);
+    return encode(exchange, page->answer(Coding::Identity), [page, coding] { return page->answer(coding); });
 }
 
 std::optional<Answer> Pipeline::answer(const std::shared_ptr<Exchange>& exchange, StaticFiles* files,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -54,7 +55,8 @@ class Pipeline {
     void findResponsible(Exchange& exchange) const;
     const PageRoute* pageAt(const std::string& path) const;
     std::optional<Answer> answerFile(const std::shared_ptr<Exchange>& exchange, StaticFiles& files) const;
-    std::optional<Answer> encode(const std::shared_ptr<Exchange>& exchange, FileToEncode work) const;
+    std::optional<Answer> encode(const std::shared_ptr<Exchange>& exchange, Answer plain,
+                                 std::function<Answer()> encoded) const;
     std::optional<Answer> answerKept(const std::shared_ptr<Exchange>& exchange,
                                      const PageCache::Page& page) const;
     bool hasSession(const Exchange& exchange) const;

@@ -25,8 +25,8 @@ class HitCounter {
     /// node. Returns whether the view was counted as a unique one. Throws `Error` when it can't be stored.
     virtual bool count(std::string_view nodeId, std::string_view day, bool unique) = 0;
 
-    /// True when a view is counted later, by who knows the visitor better; then nothing is counted here.
-    virtual bool defersView(std::string_view /*nodeId*/) { return false; }
+    /// Leaves a view to who knows the visitor better; true when that one counts it later.
+    virtual bool deferView(std::string_view /*nodeId*/) { return false; }
     /// Whether `count` would return at once, without waiting for the database.
     virtual bool isReadyFor(std::string_view /*nodeId*/, std::string_view /*day*/) { return true; }
 

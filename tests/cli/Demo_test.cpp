@@ -269,12 +269,8 @@ class ServedDemoTest : public DemoTest {
   protected:
     void SetUp() override {
         DemoTest::SetUp();
-        server_ = std::make_unique<RunningProgram>(
-            folder(), Arguments{"serve", "--install", site(), "--listen", "127.0.0.1:0"});
-        server_->waitForError("serving ");
-        const Texts address = found(server_->err(), R"(http://127\.0\.0\.1:(\d+)/)");
-        ASSERT_THAT(address, SizeIs(1));
-        port_ = static_cast<std::uint16_t>(std::stoi(*address.begin()));
+        server_ = serve();
+        port_ = portOf(*server_);
     }
     void TearDown() override {
         if (!server_) return;

@@ -2,7 +2,6 @@
 
 #include <atomic>
 #include <chrono>
-#include <csignal>
 #include <filesystem>
 #include <fmt/format.h>
 #include <fstream>
@@ -12,7 +11,6 @@
 #include <thread>
 
 #include "cli/ProgramFixture.h"
-#include "platform/text/Text.h"
 #include "support/RawHttpClient.h"
 
 namespace torvex::test {
@@ -21,50 +19,21 @@ namespace {
 using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 
-/// A server of an installation, ended with the object.
-class Server {
-  public:
-    Server(const std::string& folder, const std::string& site, const std::string& settings)
-        : program_(started(folder, site, settings)) {
-        const std::string said = program_->err();
-        std::smatch address;
-        if (!std::regex_search(said, address, std::regex(R"(http://127\.0\.0\.1:(\d+)/)")))
-            throw std::runtime_error("no address: " + said);
-        port_ = static_cast<std::uint16_t>(std::stoi(address[1]));
-    }
-
-    RawReply get(const std::string& target, const std::string& lines = "") const {
-        return RawHttpClient(port_).get(target, "User-Agent: Mozilla\r\n" + lines);
-    }
-
-  private:
-    static std::unique_ptr<RunningProgram> started(const std::string& folder, const std::string& site,
-                                                   const std::string& settings) {
-        const std::string file = site + "/torvex.toml";
-        std::ifstream in(file);
-        const std::string before((std::istreambuf_iterator<char>(in)), {});
-        std::ofstream(file) << text::replaceAll(before, "\n[server]\n", "\n[server]\n" + settings + "\n");
-        auto program = std::make_unique<RunningProgram>(
-            folder, std::vector<std::string>{"serve", "--install", site, "--listen", "127.0.0.1:0"});
-        program->waitForError("serving ");
-        std::ofstream(file) << before;
-        return program;
-    }
-
-    std::unique_ptr<RunningProgram> program_;
-    std::uint16_t port_ = 0;
-};
-
 class KeptAnswersTest : public ProgramDatabaseTest {
   protected:
     void SetUp() override {
         init({"--demo", "--admin-password", "word"});
         pools_ = db::makeDatabase();
         connection_ = pools_->open(postgres_ ? postgres_->connectionText() : "sqlite:" + site() + "/data");
-        keeping_ = std::make_unique<Server>(folder(), site(), "");
-        anew_ = std::make_unique<Server>(folder(), site(), "page_cache_bytes = 0");
+        keeping_ = serve();
+        addSettings("server", "page_cache_bytes = 0");
+        anew_ = serve();
     }
     void TearDown() override { connection_.reset(); }
+
+    static RawReply get(const RunningProgram& server, const std::string& target) {
+        return RawHttpClient(portOf(server)).get(target, "User-Agent: Mozilla\r\n");
+    }
 
     int random(int most) { return std::uniform_int_distribution<int>(0, most - 1)(numbers_); }
 
@@ -99,12 +68,12 @@ class KeptAnswersTest : public ProgramDatabaseTest {
 
     /// Both say the same of a page, the embedded engine's at once; PostgreSQL tells of a change in its own time.
     void expectSame(const std::string& target) {
-        RawReply kept = keeping_->get(target);
-        RawReply anew = anew_->get(target);
+        RawReply kept = get(*keeping_, target);
+        RawReply anew = get(*anew_, target);
         for (int i = 0; GetParam() == db::Engine::PostgreSql && i < 100 && kept.body != anew.body; ++i) {
             std::this_thread::sleep_for(10ms);
-            kept = keeping_->get(target);
-            anew = anew_->get(target);
+            kept = get(*keeping_, target);
+            anew = get(*anew_, target);
         }
         EXPECT_EQ(kept.status, anew.status) << target;
         EXPECT_EQ(kept.body, anew.body) << target;
@@ -114,8 +83,8 @@ class KeptAnswersTest : public ProgramDatabaseTest {
 
     std::unique_ptr<db::Database> pools_;
     db::Lease connection_;
-    std::unique_ptr<Server> keeping_;
-    std::unique_ptr<Server> anew_;
+    std::unique_ptr<RunningProgram> keeping_;
+    std::unique_ptr<RunningProgram> anew_;
     std::mt19937 numbers_{20261123};
     int changes_ = 0;
     int kept_ = 0;  ///< answers that could be kept
@@ -159,7 +128,7 @@ TEST_P(ExactAnswersTest, AreNeverOlderThanWhatWasCommittedBeforeTheyWereAskedFor
             const std::regex state("state-(\\d+)-");
             while (!isDone) {
                 const int before = committed;
-                const std::string body = keeping_->get("/tvx.asp?pageId=4").body;
+                const std::string body = get(*keeping_, "/tvx.asp?pageId=4").body;
                 std::smatch shown;
                 ASSERT_TRUE(std::regex_search(body, shown, state)) << body.substr(0, 500);
                 ASSERT_GE(std::stoi(shown[1]), before);

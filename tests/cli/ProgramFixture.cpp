@@ -2,7 +2,10 @@
 
 #include <filesystem>
 #include <fstream>
+#include <regex>
 #include <sstream>
+
+#include "platform/text/Text.h"
 
 namespace torvex::test {
 
@@ -21,6 +24,35 @@ std::string ProgramTest::content(const std::string& name) const {
     std::ostringstream text;
     text << stream.rdbuf();
     return text.str();
+}
+
+std::unique_ptr<RunningProgram> ProgramTest::serve(const std::string& listen,
+                                                   const std::map<std::string, std::string>& variables) {
+    auto program = std::make_unique<RunningProgram>(
+        folder(), Arguments{"serve", "--install", site(), "--listen", listen}, "", variables);
+    program->waitForError("serving ");
+    return program;
+}
+
+void ProgramTest::addSettings(const std::string& section, const std::string& lines) {
+    const std::string head = "\n[" + section + "]\n";
+    const std::string before = content("site/torvex.toml");
+    ASSERT_NE(before.find(head), std::string::npos) << section;
+    std::ofstream(site() + "/torvex.toml") << text::replaceAll(before, head, head + lines + "\n");
+}
+
+std::string addressOf(const RunningProgram& server) {
+    const std::string said = server.err();
+    std::smatch found;
+    return std::regex_search(said, found, std::regex(R"(https?://127\.[0-9.]+:\d+/)")) ? found.str() : "";
+}
+
+std::uint16_t portOf(const std::string& address) {
+    return static_cast<std::uint16_t>(std::stoi(address.substr(address.rfind(':') + 1)));
+}
+
+std::uint16_t portOf(const RunningProgram& server) {
+    return portOf(addressOf(server));
 }
 
 ProgramDatabaseTest::ProgramDatabaseTest() {

@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
-#include <regex>
 
 #include "cli/ProgramFixture.h"
 #include "platform/net/CurlHttpClient.h"
@@ -123,13 +122,8 @@ class RoundTrip : public ProgramDatabaseTest {
         std::ofstream(path) << text;
     }
     void startServer() {
-        server_ = std::make_unique<RunningProgram>(
-            folder(), Arguments{"serve", "--install", site(), "--listen", "127.0.0.1:0"});
-        server_->waitForError("serving ");
-        const std::string said = server_->err();
-        std::smatch found;
-        ASSERT_TRUE(std::regex_search(said, found, std::regex(R"(http://127\.0\.0\.1:\d+/)")));
-        address_ = found[0];
+        server_ = serve();
+        address_ = addressOf(*server_);
     }
 
     std::unique_ptr<RunningProgram> server_;

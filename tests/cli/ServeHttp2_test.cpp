@@ -1,9 +1,7 @@
 // The program with a certificate, asked by a client that others have made.
 
 #include <curl/curl.h>
-#include <fstream>
 #include <gmock/gmock.h>
-#include <regex>
 
 #include "cli/ProgramFixture.h"
 #include "support/Certificate.h"
@@ -30,25 +28,13 @@ class ServeHttp2 : public ProgramTest {
     void init(const std::string& server = {}) {
         output({"init", site(), "--demo", "--admin-password", "word"});
         writeCertificate(site() + "/cert.pem", site() + "/key.pem");
-        const std::string settings = content("site/torvex.toml");
-        std::ofstream(site() + "/torvex.toml") << std::regex_replace(
-            std::regex_replace(settings, std::regex(R"(\n\[tls\])"),
-                               "\n[tls]\ncertificate = \"cert.pem\"\nkey = \"key.pem\""),
-            std::regex(R"(\n\[server\])"), "\n[server]\n" + server);
-    }
-    std::unique_ptr<RunningProgram> serve() {
-        auto program = std::make_unique<RunningProgram>(
-            folder(), Arguments{"serve", "--install", site(), "--listen", "127.0.0.1:0"});
-        program->waitForError("serving ");
-        return program;
+        addSettings("tls", "certificate = \"cert.pem\"\nkey = \"key.pem\"");
+        addSettings("server", server);
     }
     static Told ask(const RunningProgram& program, const std::string& path) {
-        const std::string said = program.err();
-        std::smatch found;
-        EXPECT_TRUE(std::regex_search(said, found, std::regex(R"(https://127\.0\.0\.1:\d+)"))) << said;
         Told told;
         CURL* const handle = curl_easy_init();
-        const std::string url = found.str() + path;
+        const std::string url = addressOf(program) + path;
         curl_easy_setopt(handle, CURLOPT_URL, url.c_str());
         curl_easy_setopt(handle, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_2TLS));
         curl_easy_setopt(handle, CURLOPT_SSL_VERIFYPEER, 0L);
@@ -66,7 +52,7 @@ class ServeHttp2 : public ProgramTest {
 TEST_F(ServeHttp2, AnswersPagesByIt) {
     init();
     const auto server = serve();
-    const Told told = ask(*server, "/tvx.asp?pageId=4");
+    const Told told = ask(*server, "tvx.asp?pageId=4");
     EXPECT_EQ(told.status, 200);
     EXPECT_EQ(told.version, CURL_HTTP_VERSION_2_0);
     EXPECT_THAT(told.body, HasSubstr("</html>"));
@@ -75,7 +61,7 @@ TEST_F(ServeHttp2, AnswersPagesByIt) {
 TEST_F(ServeHttp2, SpeaksTheOlderOneWhereTheSettingSaysSo) {
     init("http2 = false");
     const auto server = serve();
-    const Told told = ask(*server, "/tvx.asp?pageId=4");
+    const Told told = ask(*server, "tvx.asp?pageId=4");
     EXPECT_EQ(told.status, 200);
     EXPECT_EQ(told.version, CURL_HTTP_VERSION_1_1);
 }

@@ -49,22 +49,13 @@ class ServerUser : public ProgramDatabaseTest {
     }
     std::unique_ptr<RunningProgram> serve(const std::string& listen = "127.0.0.1:0") {
         // A process that has given up rights can't be traced, which the search for leaks would have to.
-        auto program = std::make_unique<RunningProgram>(
-            folder(), Arguments{"serve", "--install", site(), "--listen", listen}, "",
-            std::map<std::string, std::string>{{"ASAN_OPTIONS", "detect_leaks=0"}});
-        program->waitForError("serving ");
-        return program;
+        return ProgramTest::serve(listen, {{"ASAN_OPTIONS", "detect_leaks=0"}});
     }
     std::string refusal(const std::string& listen = "127.0.0.1:0") {
         const ProgramResult result = run({"serve", "--install", site(), "--listen", listen});
         EXPECT_EQ(result.code, 1);
         EXPECT_THAT(result.err, Not(HasSubstr("serving ")));
         return result.err;
-    }
-    static std::string addressOf(const RunningProgram& program) {
-        const std::string said = program.err();
-        std::smatch found;
-        return std::regex_search(said, found, std::regex(R"(http://127\.[0-9.:]+/)")) ? found.str() : "";
     }
 
   private:

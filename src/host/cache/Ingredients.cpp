@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "platform/ApplicationValues.h"
-#include "platform/DateTime.h"
 
 namespace torvex {
 
@@ -21,8 +20,8 @@ bool Ingredients::holdsByConditions() const {
     return std::ranges::all_of(conditions, [](const auto& holds) { return holds(); });
 }
 
-bool Ingredients::holdsToday(const Clock& clock) const {
-    return day.empty() || clock.today() == day;
+bool Ingredients::holdsOn(std::string_view today) const {
+    return day.empty() || day == today;
 }
 
 bool Ingredients::holdsInContent(const db::SharedStates& now) const {

@@ -14,7 +14,6 @@
 namespace torvex {
 
 class ApplicationValues;
-class Clock;
 
 /// What an answer was made of: as long as all of it stands, the answer made anew would be the same. Plain data, made by
 /// `Recording`.
@@ -32,7 +31,7 @@ struct Ingredients {
     bool holdsInApplication(const ApplicationValues& values) const;
     bool holdsInFiles() const;
     bool holdsByConditions() const;
-    bool holdsToday(const Clock& clock) const;
+    bool holdsOn(std::string_view today) const;
     /// Null agrees with nothing but an answer that no table was read for.
     bool holdsInContent(const db::SharedStates& now) const;
 };

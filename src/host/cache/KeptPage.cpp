@@ -5,18 +5,15 @@
 #include <fmt/format.h>
 #include <sodium.h>
 
+#include "host/http/AnswerParts.h"
 #include "host/http/ByteRange.h"
 #include "host/http/RequestHead.h"
 #include "platform/ApplicationValues.h"
-#include "platform/Services.h"
 #include "platform/text/Text.h"
 
 namespace torvex {
 
 namespace {
-
-constexpr std::array smallestFirst{Coding::Brotli, Coding::Zstd, Coding::Gzip};
-constexpr std::array quickestFirst{Coding::Zstd, Coding::Brotli, Coding::Gzip};
 
 /// Weak, as it stands for all forms of the answer. Whoever writes pages must not be able to make two of one tag.
 std::string tagOf(const Answer& head, std::string_view body) {
@@ -47,14 +44,11 @@ std::string varyOf(const RequestQuestions& questions) {
     return vary;
 }
 
-/// The lines of some fields.
 std::string linesOf(std::string_view fields, std::string_view name) {
     std::string lines;
     while (!fields.empty()) {
-        const std::size_t end = std::min(fields.find("\r\n"), fields.size() - 2) + 2;
-        const std::string_view line = fields.substr(0, end);
-        if (ascii::startsWith(line, name) && line.substr(name.size()).starts_with(':')) lines += line;
-        fields.remove_prefix(end);
+        const std::string_view line = answerParts::takeLine(fields);
+        if (ascii::equals(line.substr(0, line.find(':')), name)) lines += line;
     }
     return lines;
 }
@@ -77,16 +71,17 @@ KeptPage::KeptPage(Ingredients made, std::uint64_t changes, MadePage page)
     caching_ += added;
 }
 
-bool KeptPage::stands(const Services& services, const db::SharedStates& content) const {
-    return made_.holdsToday(services.clock) && made_.holdsByConditions() && standsInContent(content) &&
-           standsInApplication(services) && made_.holdsInFiles();
+bool KeptPage::stands(const ApplicationValues& application, const db::SharedStates& content,
+                      std::string_view today) const {
+    return made_.holdsOn(today) && made_.holdsByConditions() && standsInContent(content) &&
+           standsInApplication(application) && made_.holdsInFiles();
 }
 
 /// What was looked at last stands for all that is looked at again.
-bool KeptPage::standsInApplication(const Services& services) const {
-    const std::uint64_t now = services.application.changes();
+bool KeptPage::standsInApplication(const ApplicationValues& application) const {
+    const std::uint64_t now = application.changes();
     if (changes_.load(std::memory_order_relaxed) == now) return true;
-    if (!made_.holdsInApplication(services.application)) return false;
+    if (!made_.holdsInApplication(application)) return false;
     changes_.store(now, std::memory_order_relaxed);
     return true;
 }

@@ -13,8 +13,8 @@
 
 namespace torvex {
 
+class ApplicationValues;
 struct RequestHead;
-struct Services;
 
 /// An answer as it was made.
 struct MadePage {
@@ -32,7 +32,8 @@ class KeptPage {
     KeptPage(Ingredients made, std::uint64_t changes, MadePage page);
 
     /// Whether the answer, made anew, would be the same.
-    bool stands(const Services& services, const db::SharedStates& content) const;
+    bool stands(const ApplicationValues& application, const db::SharedStates& content,
+                std::string_view today) const;
 
     /// Whether the request says that it knows the answer; then `notModified` is all it needs.
     bool isKnownTo(const RequestHead& head) const;
@@ -54,7 +55,7 @@ class KeptPage {
   private:
     std::atomic<Bytes>& form(Coding coding) const { return forms_[static_cast<std::size_t>(coding)]; }
     Answer withBody(Answer::Body body, Coding coding) const;
-    bool standsInApplication(const Services& services) const;
+    bool standsInApplication(const ApplicationValues& application) const;
     bool standsInContent(const db::SharedStates& content) const;
 
     const Ingredients made_;

@@ -136,7 +136,7 @@ class Recording::Views final : public HitCounter {
   public:
     explicit Views(Recording& to) : to_(to) {}
 
-    bool defersView(std::string_view nodeId) override {
+    bool deferView(std::string_view nodeId) override {
         to_.views_.emplace_back(nodeId);
         return true;
     }

@@ -20,12 +20,13 @@ PageCache::Page SharedPages::find(const Exchange& exchange, db::ContentWatch* wa
     if (!watch) return nullptr;
     auto page = cache_.find(exchange);
     if (!page) return nullptr;
-    if (!page->stands(services_, watch->now())) {
+    const std::string today = services_.clock.today();
+    if (!page->stands(services_.application, watch->now(), today)) {
         cache_.drop(exchange, page);
         return nullptr;
     }
-    if (!canCount(page->views())) return nullptr;
-    count(exchange, page->views());
+    if (!canCount(page->views(), today)) return nullptr;
+    count(exchange, page->views(), today);
     return page;
 }
 
@@ -36,15 +37,18 @@ PageCache::Page SharedPages::keep(const Exchange& exchange, Ingredients made, st
     return kept;
 }
 
-bool SharedPages::canCount(const std::vector<std::string>& views) const {
-    const std::string today = services_.clock.today();
+bool SharedPages::canCount(const std::vector<std::string>& views, const std::string& today) const {
     return std::ranges::all_of(
         views, [&](const std::string& nodeId) { return services_.hits.isReadyFor(nodeId, today); });
 }
 
 void SharedPages::count(const Exchange& exchange, const std::vector<std::string>& views) {
+    count(exchange, views, services_.clock.today());
+}
+
+void SharedPages::count(const Exchange& exchange, const std::vector<std::string>& views,
+                        const std::string& today) {
     if (views.empty() || !areViewsCounted(services_.application, exchange.remoteAddress)) return;
-    const std::string today = services_.clock.today();
     for (const std::string& nodeId : views)
         services_.hits.count(nodeId, today, strangers_.isFirst(exchange, nodeId, today));
 }

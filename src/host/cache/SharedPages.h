@@ -33,7 +33,8 @@ class SharedPages {
     StrangerViews& strangers() { return strangers_; }
 
   private:
-    bool canCount(const std::vector<std::string>& views) const;
+    void count(const Exchange& exchange, const std::vector<std::string>& views, const std::string& today);
+    bool canCount(const std::vector<std::string>& views, const std::string& today) const;
 
     const Services services_;
     PageCache cache_;

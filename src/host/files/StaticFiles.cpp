@@ -24,8 +24,6 @@ FileConditions conditionsOf(const RequestHead& head) {
     return conditions;
 }
 
-constexpr std::array smallestFirst{Coding::Brotli, Coding::Zstd, Coding::Gzip};
-
 std::string relative(std::string_view path) {
     return std::string(path.substr(1));
 }

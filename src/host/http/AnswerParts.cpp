@@ -12,18 +12,15 @@ namespace {
 
 /// `name` ends with its colon.
 bool hasField(std::string_view fields, std::string_view name) {
-    while (!fields.empty()) {
-        if (ascii::startsWith(fields, name)) return true;
-        fields.remove_prefix(std::min(fields.find('\n'), fields.size() - 1) + 1);
-    }
+    while (!fields.empty())
+        if (ascii::startsWith(takeLine(fields), name)) return true;
     return false;
 }
 
 /// Of fields with a line each, those that the answer hasn't got.
 void appendMissing(std::string& out, std::string_view own, std::string_view fields) {
     while (!fields.empty()) {
-        const std::string_view line = fields.substr(0, fields.find('\n') + 1);
-        fields.remove_prefix(line.size());
+        const std::string_view line = takeLine(fields);
         if (!hasField(own, line.substr(0, line.find(':') + 1))) out.append(line);
     }
 }
@@ -40,6 +37,12 @@ bool readAll(const FileAnswer& file, std::uint64_t offset, char* space, std::siz
 }
 
 }  // namespace
+
+std::string_view takeLine(std::string_view& fields) {
+    const std::string_view line = fields.substr(0, std::min(fields.find('\n'), fields.size() - 1) + 1);
+    fields.remove_prefix(line.size());
+    return line;
+}
 
 void appendFields(std::string& out, const Answer& answer, std::string_view common) {
     out.append(answer.fields);

@@ -13,6 +13,9 @@ namespace torvex::answerParts {
 /// "Name: value\r\n" for each field: the answer's own, and of `common` those whose place it doesn't take.
 void appendFields(std::string& out, const Answer& answer, std::string_view common);
 
+/// Takes the first line off fields, with its end.
+std::string_view takeLine(std::string_view& fields);
+
 /// Of the body as a whole, also where none is sent.
 std::uint64_t bodyLength(const Answer& answer);
 

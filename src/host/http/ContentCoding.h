@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <span>
 #include <string>
 #include <string_view>
@@ -13,6 +14,10 @@ enum class Coding { Identity, Gzip, Brotli, Zstd };
 
 /// As in `Content-Encoding`; "" for `Identity`.
 std::string_view codingName(Coding coding);
+
+/// What is offered for bytes that are kept, and for those that are made for one request.
+inline constexpr std::array smallestFirst{Coding::Brotli, Coding::Zstd, Coding::Gzip};
+inline constexpr std::array quickestFirst{Coding::Zstd, Coding::Brotli, Coding::Gzip};
 
 /// Of `offered`, in the server's order of preference, the one that a request's `Accept-Encoding` gives the
 /// most weight; `Identity` when it takes none of them or prefers the bytes as they are, and also when it

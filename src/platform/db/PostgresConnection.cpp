@@ -22,11 +22,6 @@ constexpr const char* connectTimeout = "10";
 /// Seconds after which the system asks whether the other side of a silent connection is still there.
 constexpr const char* keepalivesIdle = "60";
 
-struct CloseConnection {
-    void operator()(PGconn* connection) const noexcept { PQfinish(connection); }
-};
-using Handle = std::unique_ptr<PGconn, CloseConnection>;
-
 struct FreeOptions {
     void operator()(PQconninfoOption* options) const noexcept { PQconninfoFree(options); }
 };
@@ -90,7 +85,9 @@ std::string wholeText(const std::string& text, std::string_view user, std::strin
     return whole;
 }
 
-Handle connect(const std::string& text) {
+void ignoreNotice(void* /*unused*/, const PGresult* /*notice*/) {}
+
+PostgresHandle connect(const std::string& text) {
     parseText(text);
     // What comes later wins: the text over our defaults, the encoding over the text.
     const std::array<const char*, 6> names = {"fallback_application_name", "connect_timeout",
@@ -98,18 +95,18 @@ Handle connect(const std::string& text) {
                                               "client_encoding",           nullptr};
     const std::array<const char*, 6> values = {"torvex",     connectTimeout, keepalivesIdle,
                                                text.c_str(), "UTF8",         nullptr};
-    Handle handle(PQconnectdbParams(names.data(), values.data(), 1));
+    PostgresHandle handle(PQconnectdbParams(names.data(), values.data(), 1));
     if (PQstatus(handle.get()) != CONNECTION_OK) {
         throw DatabaseError(firstLine(PQerrorMessage(handle.get())));
     }
+    PQsetNoticeReceiver(handle.get(), ignoreNotice, nullptr);
     return handle;
 }
 
-void ignoreNotice(void* /*unused*/, const PGresult* /*notice*/) {}
-
 class PostgresConnection final : public PooledConnection {
   public:
-    PostgresConnection(Handle handle, std::string text) : handle_(std::move(handle)), text_(std::move(text)) {
+    PostgresConnection(PostgresHandle handle, std::string text)
+        : handle_(std::move(handle)), text_(std::move(text)) {
         setUp();
     }
 
@@ -138,7 +135,7 @@ class PostgresConnection final : public PooledConnection {
     bool isOutdatedPlan(const PGresult* result);
     void forgetStatements();
 
-    Handle handle_;
+    PostgresHandle handle_;
     std::string text_;
     PostgresNames names_;
     std::optional<ScopeMemory> memory_;  ///< while it only reads
@@ -148,7 +145,6 @@ class PostgresConnection final : public PooledConnection {
 };
 
 void PostgresConnection::setUp() {
-    PQsetNoticeReceiver(handle_.get(), ignoreNotice, nullptr);
     command("set datestyle to iso");
     // Whoever waits longer for another's change than a visitor would is told.
     command("set lock_timeout to '30s'");
@@ -291,14 +287,14 @@ bool PostgresConnection::makeReusable() noexcept {
 
 }  // namespace
 
-PGconn* connectPostgres(std::string_view text, std::string_view user, std::string_view password) {
-    return connect(wholeText(std::string(text), user, password)).release();
+PostgresHandle connectPostgres(std::string_view text, std::string_view user, std::string_view password) {
+    return connect(wholeText(std::string(text), user, password));
 }
 
 std::unique_ptr<PooledConnection> openPostgres(std::string_view text, std::string_view user,
                                                std::string_view password) {
     std::string whole = wholeText(std::string(text), user, password);
-    Handle handle = connect(whole);
+    PostgresHandle handle = connect(whole);
     return std::make_unique<PostgresConnection>(std::move(handle), std::move(whole));
 }
 

@@ -13,7 +13,12 @@ namespace torvex::db {
 std::unique_ptr<PooledConnection> openPostgres(std::string_view text, std::string_view user,
                                                std::string_view password);
 
-/// The bare connection, for who listens on it; the caller ends it by `PQfinish`. Throws as above.
-PGconn* connectPostgres(std::string_view text, std::string_view user, std::string_view password);
+struct ClosePostgres {
+    void operator()(PGconn* connection) const noexcept { PQfinish(connection); }
+};
+using PostgresHandle = std::unique_ptr<PGconn, ClosePostgres>;
+
+/// The bare connection, for who listens on it. Throws as `openPostgres` does.
+PostgresHandle connectPostgres(std::string_view text, std::string_view user, std::string_view password);
 
 }  // namespace torvex::db

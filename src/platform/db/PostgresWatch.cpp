@@ -20,16 +20,10 @@ namespace {
 
 constexpr int betweenTries = 1000;  ///< milliseconds, to a server that can't be reached
 
-struct CloseConnection {
-    void operator()(PGconn* connection) const noexcept { PQfinish(connection); }
-};
-using Handle = std::unique_ptr<PGconn, CloseConnection>;
 struct FreeNotification {
     void operator()(PGnotify* notification) const noexcept { PQfreemem(notification); }
 };
 using Notification = std::unique_ptr<PGnotify, FreeNotification>;
-
-void ignoreNotice(void* /*unused*/, const PGresult* /*notice*/) {}
 
 PostgresResult run(PGconn* connection, const char* statement) {
     PostgresResult result(PQexec(connection, statement));
@@ -64,9 +58,7 @@ class PostgresListener::Implementation {
     void work() {
         while (!isStopping_) {
             try {
-                const Handle connection(connectPostgres(text_, user_, password_));
-                PQsetNoticeReceiver(connection.get(), ignoreNotice, nullptr);
-                listen(connection.get());
+                listen(connectPostgres(text_, user_, password_).get());
             } catch (const std::exception&) {
                 // Tried again below. Whoever needs the database is told by what fails there.
             }

@@ -9,6 +9,7 @@
 
 #include "platform/db/ScopeMemory.h"
 #include "platform/db/SqliteFunctions.h"
+#include "platform/db/SqliteHandle.h"
 #include "platform/db/SqliteStatement.h"
 #include "platform/db/SqliteStore.h"
 
@@ -75,28 +76,17 @@ unsigned fileOfTable(sqlite3* database, const std::string& table) {
     return NoFile;
 }
 
-struct CloseDatabase {
-    void operator()(sqlite3* database) const noexcept { sqlite3_close_v2(database); }
-};
-using Handle = std::unique_ptr<sqlite3, CloseDatabase>;
-
 void run(sqlite3* database, const std::string& script) {
     if (sqlite3_exec(database, script.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) failSqlite(database);
 }
 
-Handle openFile(const std::string& path) {
+SqliteHandle openFile(const std::string& path) {
     if (!std::filesystem::exists(path)) {
         throw DatabaseError(fmt::format("there is no database {}", path));
     }
-    sqlite3* opened = nullptr;
-    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
-    const int code = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
-    Handle handle(opened);
-    if (code != SQLITE_OK) {
-        throw DatabaseError(fmt::format("the database {} can't be opened: {}", path, sqlite3_errstr(code)));
-    }
-    sqlite3_extended_result_codes(opened, 0);
-    sqlite3_busy_timeout(opened, lockWaitSeconds * 1000);
+    SqliteHandle handle = openSqlite(path, SQLITE_OPEN_READWRITE);
+    sqlite3_extended_result_codes(handle.get(), 0);
+    sqlite3_busy_timeout(handle.get(), lockWaitSeconds * 1000);
     return handle;
 }
 
@@ -125,7 +115,7 @@ std::optional<unsigned> contentVersion(sqlite3* database) {
 
 class SqliteConnection final : public PooledConnection {
   public:
-    SqliteConnection(Handle handle, std::string text, bool wholeStore)
+    SqliteConnection(SqliteHandle handle, std::string text, bool wholeStore)
         : handle_(std::move(handle)), text_(std::move(text)), wholeStore_(wholeStore) {
         setStrictQuotes(handle_.get());
         addTextFunctions(handle_.get());
@@ -159,7 +149,7 @@ class SqliteConnection final : public PooledConnection {
     void endReading();
     SharedStates statesNow();
 
-    Handle handle_;
+    SqliteHandle handle_;
     std::string text_;
     bool wholeStore_;
     SqliteUse preparing_;
@@ -349,11 +339,11 @@ std::unique_ptr<PooledConnection> openSqliteStore(const std::string& folder, Pur
     }
     // A lost hit after a power cut is no loss; a lost change or audit line would be.
     if (purpose == Purpose::Hits) {
-        Handle hits = openFile(storeFile(folder, "hits"));
+        SqliteHandle hits = openFile(storeFile(folder, "hits"));
         tune(hits.get(), "main", "normal");
         return std::make_unique<SqliteConnection>(std::move(hits), "sqlite:" + folder, false);
     }
-    Handle handle = openFile(storeFile(folder, "content"));
+    SqliteHandle handle = openFile(storeFile(folder, "content"));
     tune(handle.get(), "main", "full");
     auto connection = std::make_unique<SqliteConnection>(std::move(handle), "sqlite:" + folder, true);
     connection->attach(folder, "hits", "normal");
@@ -363,7 +353,7 @@ std::unique_ptr<PooledConnection> openSqliteStore(const std::string& folder, Pur
 
 std::unique_ptr<Connection> openSqliteFile(const std::string& folder, const std::string& store) {
     setUpSqlite();
-    Handle handle = openFile(storeFile(folder, store));
+    SqliteHandle handle = openFile(storeFile(folder, store));
     tune(handle.get(), "main", "full");
     return std::make_unique<SqliteConnection>(std::move(handle), "sqlite:" + folder, false);
 }

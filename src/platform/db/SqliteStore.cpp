@@ -7,6 +7,7 @@
 
 #include "platform/db/Connection.h"
 #include "platform/db/SqliteConnection.h"
+#include "platform/db/SqliteHandle.h"
 #include "platform/text/Text.h"
 
 namespace torvex::db {
@@ -21,21 +22,8 @@ constexpr int backupStep = 1024;
 constexpr int backupWaitMilliseconds = 20;
 constexpr int backupTries = 500;
 
-struct CloseDatabase {
-    void operator()(sqlite3* database) const noexcept { sqlite3_close_v2(database); }
-};
-using Handle = std::unique_ptr<sqlite3, CloseDatabase>;
-
 [[noreturn]] void fail(std::string_view doing, const std::string& file, const char* message) {
     throw DatabaseError(fmt::format("{} {}: {}", doing, file, message));
-}
-
-Handle openRaw(const std::string& file, int flags) {
-    sqlite3* opened = nullptr;
-    const int code = sqlite3_open_v2(file.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, nullptr);
-    Handle handle(opened);
-    if (code != SQLITE_OK) fail("can't open the database", file, sqlite3_errstr(code));
-    return handle;
 }
 
 void makeFolder(const std::string& folder) {
@@ -52,7 +40,7 @@ void makePrivate(const std::string& file) {
 void createFile(const std::string& folder, std::string_view store) {
     const std::string file = storeFile(folder, store);
     if (fs::exists(file)) throw DatabaseError(fmt::format("there is a database {} already", file));
-    const Handle handle = openRaw(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    const SqliteHandle handle = openSqlite(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     makePrivate(file);
     const std::string script = "pragma journal_mode = wal; " + createVersionTable(store);
     if (sqlite3_exec(handle.get(), script.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
@@ -71,8 +59,8 @@ void copyPages(sqlite3_backup* backup) {
 }
 
 void copyFile(const std::string& from, const std::string& to) {
-    const Handle source = openRaw(from, SQLITE_OPEN_READWRITE);
-    const Handle target = openRaw(to, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    const SqliteHandle source = openSqlite(from, SQLITE_OPEN_READWRITE);
+    const SqliteHandle target = openSqlite(to, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     makePrivate(to);
     sqlite3_backup* backup = sqlite3_backup_init(target.get(), "main", source.get(), "main");
     if (backup == nullptr) fail("can't back up the database", from, sqlite3_errmsg(target.get()));

@@ -1,10 +1,10 @@
 #include "platform/db/SqliteWatch.h"
 
 #include <optional>
-#include <sqlite3.h>
 
 #include "platform/db/Connection.h"
 #include "platform/db/SqliteConnection.h"
+#include "platform/db/SqliteHandle.h"
 #include "platform/db/SqliteStatement.h"
 #include "platform/db/SqliteStore.h"
 
@@ -12,19 +12,9 @@ namespace torvex::db {
 
 namespace {
 
-struct CloseDatabase {
-    void operator()(sqlite3* database) const noexcept { sqlite3_close_v2(database); }
-};
-using Handle = std::unique_ptr<sqlite3, CloseDatabase>;
-
-Handle openContent(const std::string& folder) {
+SqliteHandle openContent(const std::string& folder) {
     setUpSqlite();
-    sqlite3* opened = nullptr;
-    const int code = sqlite3_open_v2(storeFile(folder, "content").c_str(), &opened,
-                                     SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
-    Handle handle(opened);
-    if (code != SQLITE_OK) throw DatabaseError(sqlite3_errstr(code));
-    return handle;
+    return openSqlite(storeFile(folder, "content"), SQLITE_OPEN_READWRITE);
 }
 
 class SqliteWatch final : public ContentWatch {
@@ -32,36 +22,46 @@ class SqliteWatch final : public ContentWatch {
     explicit SqliteWatch(const std::string& folder)
         : file_(openContent(folder)),
           version_(file_.get(), "pragma data_version"),
-          connection_(openSqliteFile(folder, "content")) {}
+          changes_(file_.get(), selectTableChanges) {}
 
-    SharedStates now() override {
-        const auto version = look();
-        if (!version) return nullptr;
-        // The version comes first: what changes between the two looks is then looked at once more.
+    /// The version comes first: what changes between the two looks is then looked at once more.
+    SharedStates now() override try {
+        const int version = look();
         if (!states_ || versionOf_ != version) states_ = read();
-        versionOf_ = states_ ? version : std::nullopt;
+        versionOf_ = version;
         return states_;
-    }
-
-  private:
-    std::optional<int> look() noexcept {
-        const int code = sqlite3_step(version_.handle());
-        const int version = code == SQLITE_ROW ? sqlite3_column_int(version_.handle(), 0) : 0;
-        version_.reset();
-        return code == SQLITE_ROW ? std::optional(version) : std::nullopt;
-    }
-
-    SharedStates read() try {
-        return readStates(connection_->query(selectTableChanges));
     } catch (const DatabaseError&) {
+        states_ = nullptr;
         return nullptr;
     }
 
-    Handle file_;
+  private:
+    int look() {
+        const Reset reset{version_};
+        return version_.step() ? sqlite3_column_int(version_.handle(), 0) : 0;
+    }
+
+    SharedStates read() {
+        const Reset reset{changes_};
+        auto states = std::make_shared<TableStates>();
+        while (changes_.step()) {
+            const auto* table = reinterpret_cast<const char*>(sqlite3_column_text(changes_.handle(), 0));
+            if (table) states->note(table, sqlite3_column_int64(changes_.handle(), 1));
+        }
+        return states;
+    }
+
+    /// Whatever happens, nothing of the file stays held.
+    struct Reset {
+        SqliteStatement& statement;
+        ~Reset() { statement.reset(); }
+    };
+
+    const SqliteHandle file_;
     SqliteStatement version_;
-    std::unique_ptr<Connection> connection_;
+    SqliteStatement changes_;
     SharedStates states_;
-    std::optional<int> versionOf_;
+    int versionOf_ = 0;  ///< of the states
 };
 
 }  // namespace

@@ -230,6 +230,20 @@ TEST_P(SharedPagesTest, OnlyParametersThatWereAskedForMakePagesOfTheirOwn) {
     EXPECT_EQ(get("/p.asp?pageId=1"), first);
 }
 
+TEST_P(SharedPagesTest, AThousandUnknownParametersMakeNoFurtherPage) {
+    serve([](HostContext& host) { return host.request.queryString("pageId"); });
+    kept();
+    const std::string first = get("/p.asp?pageId=1");
+    std::string forwards;
+    std::string backwards;
+    for (int i = 0; i < 1000; ++i) {
+        forwards += "&x" + std::to_string(i);
+        backwards = "&x" + std::to_string(i) + backwards;
+    }
+    EXPECT_EQ(get("/p.asp?pageId=1" + forwards), first);
+    EXPECT_EQ(get("/p.asp?pageId=1" + backwards), first);
+}
+
 TEST_P(SharedPagesTest, WhatIsAskedOfAFieldIsReducedToWhatMatters) {
     serve([](HostContext& host) {
         return host.request.reduced("http_user_agent", [](const std::string& agent) {
@@ -310,7 +324,7 @@ TEST_P(SharedPagesTest, AConditionThatFailsMakesThePageAnew) {
 
 TEST_P(SharedPagesTest, ViewsOfKeptPagesAreCountedOncePerVisitorAsUnique) {
     serve([](HostContext& host) {
-        host.hits.defersView("aa.en.01");
+        host.hits.deferView("aa.en.01");
         return std::string();
     });
     const auto unique = [&] { return running.host.hits.uniqueViews[{"aa.en.01", "20260615"}]; };
@@ -337,6 +351,31 @@ TEST_P(SharedPagesTest, WithoutMemoryNothingIsKept) {
     running.options.pageCache = 0;
     serve([](HostContext&) { return "x"; });
     EXPECT_NE(get(), get());
+}
+
+/// PostgreSQL tells of changes over a connection.
+class BrokenLineTest : public SharedPagesTest {};
+INSTANTIATE_TEST_SUITE_P(Engines, BrokenLineTest, testing::Values(db::Engine::PostgreSql), test::engineName);
+
+TEST_P(BrokenLineTest, NothingKeptIsServedUntilItStandsAgain) {
+    serve(titleIn);
+    const std::string before = kept();
+    const auto another = openAnother();
+    auto ended = another->query(
+        "select pg_terminate_backend(pid) as done from pg_stat_activity where datname = current_database() "
+        "and query like 'select tableName from TORVEX_TABLE_CHANGES%' and pid <> pg_backend_pid()");
+    ASSERT_TRUE(ended.next());
+    EXPECT_TRUE(isMadeAnew(before));
+    EXPECT_NE(get(), get());
+    change("insert into TORVEX_PAGES_LIVE (pageId, nodeId, title) values (1, 'aa.en', 'unheard')");
+    EXPECT_TRUE(get().ends_with("unheard"));
+    std::string again = get();
+    for (int i = 0; i < 300 && get() != again; ++i) {
+        std::this_thread::sleep_for(10ms);
+        again = get();
+    }
+    EXPECT_EQ(get(), again);
+    EXPECT_TRUE(again.ends_with("unheard"));
 }
 
 class SharedFilesTest : public SharedPagesTest {
