@@ -158,6 +158,7 @@ void Connection::onRead(const error_code& error, std::size_t count) {
         if (buffer_.size() == 0 && stage_ == Stage::Header) movingSince_ = lastMove_;
     }
     buffer_.commit(count);
+    isBehindAnother_ = false;
     process();
 }
 
@@ -219,7 +220,7 @@ void Connection::cutShort() {
     isCut_ = true;
     enter(Stage::Handling);
     auto answer = loop_.pipeline().answer(std::static_pointer_cast<Exchange>(shared_from_this()),
-                                          loop_.files(), loop_.content());
+                                          loop_.files(), &loop_.looks());
     if (answer && send(std::move(*answer))) process();
 }
 
@@ -235,8 +236,10 @@ bool Connection::askForBody() {
 bool Connection::onComplete() {
     enter(Stage::Handling);
     body_.swap(parser_.body());
+    // It may have come later than what told the loop that there is something to read.
+    if (isBehindAnother_) loop_.looks().end();
     auto answer = loop_.pipeline().answer(std::static_pointer_cast<Exchange>(shared_from_this()),
-                                          loop_.files(), loop_.content());
+                                          loop_.files(), &loop_.looks());
     return answer && send(std::move(*answer));
 }
 
@@ -318,6 +321,7 @@ bool Connection::afterAnswer() {
         return true;
     }
     if (closesAfterAnswer_) return linger(), false;
+    isBehindAnother_ = true;
     parser_.reset();
     page = nullptr;
     guard = nullptr;

@@ -29,7 +29,6 @@ using boost::system::error_code;
 /// connections.
 constexpr std::chrono::milliseconds tickLength{50};
 constexpr std::chrono::milliseconds afterFailedAccept{100};
-constexpr std::chrono::seconds afterFailedWatch{1};
 
 /// A connection in the middle of a request may be ended for another when nothing has moved for so long.
 constexpr std::chrono::seconds idleUnderWay{1};
@@ -47,7 +46,9 @@ void ignoreBrokenPipes() {
 
 }  // namespace
 
-EventLoop::EventLoop(const LoopSetting& setting) : setting_(setting) {
+EventLoop::EventLoop(const LoopSetting& setting)
+    : setting_(setting),
+      looks_(context_, setting.pipeline.clock(), [this] { return pipeline().watchContent(); }) {
     if (!setting.root) return;
     const ServerOptions& options = setting.options;
     files_.emplace(*setting.root, setting.encoded,
@@ -251,19 +252,6 @@ void EventLoop::noteRest(LoopConnection& connection) {
     noteBusy(connection);
     idle_.resting.push_back(connection);
     connection.orderOfPeer().resting.push_back(connection);
-}
-
-db::ContentWatch* EventLoop::content() {
-    if (content_ || options().pageCache == 0) return content_.get();
-    const TimePoint now = std::chrono::steady_clock::now();
-    if (now - triedContentAt_ < afterFailedWatch) return nullptr;
-    triedContentAt_ = now;
-    try {
-        content_ = pipeline().watchContent();
-    } catch (const std::exception&) {
-        // Pages are made anew until it can be had; what keeps them from it is told where they are made.
-    }
-    return content_.get();
 }
 
 std::string_view EventLoop::fieldsFor(const Exchange& exchange) const {

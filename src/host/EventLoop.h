@@ -19,10 +19,10 @@
 #include "host/IdleOrder.h"
 #include "host/PeerLimits.h"
 #include "host/Pipeline.h"
+#include "host/cache/Looks.h"
 #include "host/files/StaticFiles.h"
 #include "host/http/Transport.h"
 #include "installation/ServerOptions.h"
-#include "platform/db/TableStates.h"
 
 namespace torvex {
 
@@ -88,8 +88,8 @@ class EventLoop {
     const TrustedProxies& proxies() const { return setting_.proxies; }
     const Pipeline& pipeline() const { return setting_.pipeline; }
     StaticFiles* files() { return files_ ? &*files_ : nullptr; }
-    /// Null while the database can't be watched.
-    db::ContentWatch* content();
+    /// By which pages that are kept are judged.
+    Looks& looks() { return looks_; }
     asio::io_context& context() { return context_; }
     bool isStopping() const { return isStopping_; }
     /// The current time as header fields give it.
@@ -127,8 +127,7 @@ class EventLoop {
                                asio::io_context::executor_type>
         timer_{context_};
     std::optional<StaticFiles> files_;
-    std::unique_ptr<db::ContentWatch> content_;
-    TimePoint triedContentAt_{};
+    Looks looks_;
     /// What this loop has of one address.
     struct OfOne {
         std::size_t connections = 0;

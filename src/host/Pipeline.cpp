@@ -260,7 +260,7 @@ std::optional<Answer> Pipeline::answerKept(const std::shared_ptr<Exchange>& exch
 }
 
 std::optional<Answer> Pipeline::answer(const std::shared_ptr<Exchange>& exchange, StaticFiles* files,
-                                       db::ContentWatch* content) const {
+                                       Looks* looks) const {
     const bool isOfInterface = interface_ && isBelow(exchange->target.path, interfaceFolder);
     if (!exchange->page && isOfInterface)
         return interfaceAnswer(*interface_, exchange->target.path, exchange->head());
@@ -273,8 +273,8 @@ std::optional<Answer> Pipeline::answer(const std::shared_ptr<Exchange>& exchange
     }
     if (hasForm(*exchange) && formFields(exchange->body()) > setting_.limits.formFields)
         return refusals::of(*exchange, 413);
-    if (setting_.pages.mayShare(*exchange) && !hasSession(*exchange)) {
-        if (const auto page = setting_.pages.find(*exchange, content)) return answerKept(exchange, page);
+    if (looks && setting_.pages.mayShare(*exchange) && !hasSession(*exchange)) {
+        if (const auto page = setting_.pages.find(*exchange, *looks)) return answerKept(exchange, page);
     }
     if (std::make_shared<PageJob>(setting_, exchange)->start()) return std::nullopt;
     return refusals::of(*exchange, 503);

@@ -15,6 +15,7 @@ namespace torvex {
 
 class BuiltInterface;
 class Exchange;
+class Looks;
 class StaticFiles;
 
 /// The way of every request, the same for all event loops. See the source for its steps and their order. Safe
@@ -32,13 +33,14 @@ class Pipeline {
     BodyReception receive(const Exchange& exchange) const;
 
     /// Answers a whole request: at once, or later through the exchange. `files` are the calling loop's, null
-    /// when none are served, and so is `content`, without which no page is answered at once.
+    /// when none are served, and so are `looks`, without which no page is answered at once.
     std::optional<Answer> answer(const std::shared_ptr<Exchange>& exchange, StaticFiles* files,
-                                 db::ContentWatch* content = nullptr) const;
+                                 Looks* looks = nullptr) const;
 
     /// For one loop, whose thread alone may ask it; null when the database can't be watched.
     std::unique_ptr<db::ContentWatch> watchContent() const;
 
+    const Clock& clock() const { return setting_.services.clock; }
     SessionStore& sessions() const { return setting_.sessions; }
     LineLog& log() const { return setting_.log; }
 

@@ -22,7 +22,7 @@ bool ApplicationValues::KeyEqual::operator()(std::string_view a, std::string_vie
 ApplicationValues::ApplicationValues() : map_(std::make_shared<const Map>()) {}
 
 Value ApplicationValues::get(std::string_view key) const {
-    const auto map = snapshot();
+    const auto map = map_.load();
     const auto found = map->find(key);
     return found == map->end() ? Value() : found->second;
 }
@@ -30,14 +30,14 @@ Value ApplicationValues::get(std::string_view key) const {
 void ApplicationValues::set(std::string_view key, Value value) {
     const std::scoped_lock guard(writing_);
     const bool bracketed = pending_ != nullptr;
-    if (!bracketed) pending_ = std::make_shared<Map>(*snapshot());
+    if (!bracketed) pending_ = std::make_shared<Map>(*map_.load());
     (*pending_)[std::string(key)] = std::move(value);
     if (!bracketed) publish();
 }
 
 void ApplicationValues::lock() {
     writing_.lock();
-    pending_ = std::make_shared<Map>(*snapshot());
+    pending_ = std::make_shared<Map>(*map_.load());
 }
 
 void ApplicationValues::unlock() {
@@ -47,7 +47,7 @@ void ApplicationValues::unlock() {
 
 /// Counted behind the values: whoever knows of the change finds it.
 void ApplicationValues::publish() {
-    map_.store(std::exchange(pending_, nullptr), std::memory_order_release);
+    map_.store(std::exchange(pending_, nullptr));
     changes_.fetch_add(1, std::memory_order_release);
 }
 

@@ -8,13 +8,14 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "platform/SharedCell.h"
 #include "platform/Value.h"
 
 namespace torvex {
 
 /// The values of one installation, shared by all requests. Keys ignore case; a key never written is empty.
-/// Reading takes an immutable snapshot and never waits; `lock` and `unlock` bracket writers, so that a
-/// sequence of writes is seen whole.
+/// Reading takes an immutable snapshot and waits for no writer's work; `lock` and `unlock` bracket writers, so that
+/// a sequence of writes is seen whole.
 class ApplicationValues {
   public:
     ApplicationValues();
@@ -49,9 +50,8 @@ class ApplicationValues {
     using Map = std::unordered_map<std::string, Value, KeyHash, KeyEqual>;
 
     void publish();
-    std::shared_ptr<const Map> snapshot() const { return map_.load(std::memory_order_acquire); }
 
-    std::atomic<std::shared_ptr<const Map>> map_;
+    SharedCell<Map> map_;
     std::atomic<std::uint64_t> changes_ = 0;
     std::recursive_mutex writing_;
     std::shared_ptr<Map> pending_;  ///< the copy being written between `lock` and `unlock`

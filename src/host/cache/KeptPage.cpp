@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 #include <sodium.h>
 
+#include "host/cache/Looks.h"
 #include "host/http/AnswerParts.h"
 #include "host/http/ByteRange.h"
 #include "host/http/RequestHead.h"
@@ -71,9 +72,18 @@ KeptPage::KeptPage(Ingredients made, std::uint64_t changes, MadePage page)
     caching_ += added;
 }
 
-bool KeptPage::stands(const ApplicationValues& application, const db::SharedStates& content,
-                      std::string_view today) const {
-    return made_.holdsOn(today) && made_.holdsByConditions() && standsInContent(content) &&
+/// What another loop has found by a later look holds for this one.
+bool KeptPage::stands(const ApplicationValues& application, const Look& look) const {
+    std::uint64_t last = look_.load(std::memory_order_acquire);
+    if (last >= look.number) return true;
+    if (!standsAt(application, look)) return false;
+    while (last < look.number && !look_.compare_exchange_weak(last, look.number, std::memory_order_acq_rel)) {
+    }
+    return true;
+}
+
+bool KeptPage::standsAt(const ApplicationValues& application, const Look& look) const {
+    return made_.holdsOn(look.today) && made_.holdsByConditions() && standsInContent(look.content) &&
            standsInApplication(application) && made_.holdsInFiles();
 }
 
@@ -88,7 +98,7 @@ bool KeptPage::standsInApplication(const ApplicationValues& application) const {
 
 bool KeptPage::standsInContent(const db::SharedStates& content) const {
     if (!content) return false;
-    if (states_.load() == content) return true;
+    if (states_.holds(content)) return true;
     if (!made_.holdsInContent(content)) return false;
     states_.store(content);
     return true;

@@ -10,10 +10,12 @@
 #include "host/cache/Ingredients.h"
 #include "host/http/Answer.h"
 #include "host/http/ContentCoding.h"
+#include "platform/SharedCell.h"
 
 namespace torvex {
 
 class ApplicationValues;
+struct Look;
 struct RequestHead;
 
 /// An answer as it was made.
@@ -31,9 +33,8 @@ class KeptPage {
     /// `changes` are those of the application's values at a moment before the first of them was read.
     KeptPage(Ingredients made, std::uint64_t changes, MadePage page);
 
-    /// Whether the answer, made anew, would be the same.
-    bool stands(const ApplicationValues& application, const db::SharedStates& content,
-                std::string_view today) const;
+    /// Whether the answer, made anew at the moment of the look or later, would be the same.
+    bool stands(const ApplicationValues& application, const Look& look) const;
 
     /// Whether the request says that it knows the answer; then `notModified` is all it needs.
     bool isKnownTo(const RequestHead& head) const;
@@ -42,7 +43,7 @@ class KeptPage {
     /// The form in which a request is answered: `Identity` when nothing is gained, or wanted.
     Coding codingFor(const RequestHead& head) const;
     /// Whether the form is at hand; it is made otherwise, which takes a millisecond or some.
-    bool hasForm(Coding coding) const { return coding == Coding::Identity || form(coding).load() != nullptr; }
+    bool hasForm(Coding coding) const { return coding == Coding::Identity || !form(coding).isEmpty(); }
     Answer answer(Coding coding);
     /// For the first one, who has waited long enough: in whatever form is quickest made.
     Answer firstAnswer(const RequestHead& head) const;
@@ -53,8 +54,9 @@ class KeptPage {
     std::size_t bytes() const;
 
   private:
-    std::atomic<Bytes>& form(Coding coding) const { return forms_[static_cast<std::size_t>(coding)]; }
+    SharedCell<std::string>& form(Coding coding) const { return forms_[static_cast<std::size_t>(coding)]; }
     Answer withBody(Answer::Body body, Coding coding) const;
+    bool standsAt(const ApplicationValues& application, const Look& look) const;
     bool standsInApplication(const ApplicationValues& application) const;
     bool standsInContent(const db::SharedStates& content) const;
 
@@ -65,10 +67,11 @@ class KeptPage {
     std::string etag_;
     std::string caching_;  ///< the fields that a "not modified" has, too
     bool isEncoded_ = false;
-    mutable std::array<std::atomic<Bytes>, 4> forms_;
+    mutable std::array<SharedCell<std::string>, 4> forms_;
     // What was looked at last and found to make no difference.
+    mutable std::atomic<std::uint64_t> look_ = 0;
     mutable std::atomic<std::uint64_t> changes_;
-    mutable std::atomic<db::SharedStates> states_;
+    mutable SharedCell<db::TableStates> states_;
 };
 
 }  // namespace torvex

@@ -8,6 +8,7 @@
 #include "platform/HitCounter.h"
 #include "platform/OperatorLog.h"
 #include "platform/db/Database.h"
+#include "platform/files/RootFolder.h"
 #include "platform/net/HttpClient.h"
 #include "platform/text/Text.h"
 #include "platform/xml/XmlTransformer.h"
@@ -207,12 +208,14 @@ Services Recording::services() {
 
 /// Before the file is read: what changes behind this look is found by the next one.
 void Recording::noteFile(const std::string& path) {
+    auto normal = normalPath(path);
+    if (!normal) return;  // nothing ever lies there
     const bool isKnown =
-        std::ranges::any_of(made_.files, [&](const auto& entry) { return entry.first == path; });
+        std::ranges::any_of(made_.files, [&](const auto& entry) { return entry.first == *normal; });
     if (isKnown) return;
-    auto stamp = FileStamp::at(path);
+    auto stamp = FileStamp::at(*normal);
     if (stamp && !stamp->isSettled()) refuse();
-    made_.files.emplace_back(path, stamp);
+    made_.files.emplace_back(std::move(*normal), stamp);
 }
 
 /// All that was read must be of one state, or as good as that.

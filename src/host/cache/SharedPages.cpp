@@ -16,17 +16,17 @@ bool SharedPages::mayShare(const Exchange& exchange) const {
            methods::page.has(exchange.head().method);
 }
 
-PageCache::Page SharedPages::find(const Exchange& exchange, db::ContentWatch* watch) {
-    if (!watch) return nullptr;
+PageCache::Page SharedPages::find(const Exchange& exchange, Looks& looks) {
+    // Also when nothing is kept: what can be kept is known by those who watch.
+    const Look& look = looks.now();
     auto page = cache_.find(exchange);
     if (!page) return nullptr;
-    const std::string today = services_.clock.today();
-    if (!page->stands(services_.application, watch->now(), today)) {
+    if (!page->stands(services_.application, look)) {
         cache_.drop(exchange, page);
         return nullptr;
     }
-    if (!canCount(page->views(), today)) return nullptr;
-    count(exchange, page->views(), today);
+    if (!canCount(page->views(), look.today)) return nullptr;
+    count(exchange, page->views(), look.today);
     return page;
 }
 

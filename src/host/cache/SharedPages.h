@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/cache/Looks.h"
 #include "host/cache/PageCache.h"
 #include "host/cache/StrangerViews.h"
 #include "platform/Services.h"
@@ -19,9 +20,9 @@ class SharedPages {
     /// Whether answers to this request may be shared, provided that no session is known by it.
     bool mayShare(const Exchange& exchange) const;
 
-    /// The page for a request without a session, if one is kept and stands; its views are counted then. `watch` is the
-    /// calling thread's, null when it has none. Never waits.
-    PageCache::Page find(const Exchange& exchange, db::ContentWatch* watch);
+    /// The page for a request without a session, if one is kept and stands; its views are counted then. `looks` are the
+    /// calling loop's. Never waits.
+    PageCache::Page find(const Exchange& exchange, Looks& looks);
 
     /// Keeps a page, if there is room for one like it; never null. `changes` are those of the application's values
     /// before it was begun.

@@ -3,8 +3,6 @@
 #include <ctime>
 #include <sys/stat.h>
 
-#include "platform/files/RootFolder.h"
-
 namespace torvex {
 
 namespace {
@@ -29,8 +27,7 @@ bool FileStamp::isSettled() const {
 
 std::optional<FileStamp> FileStamp::at(const std::string& path) {
     struct stat status {};
-    const auto normal = normalPath(path);
-    if (!normal || ::stat(normal->c_str(), &status) != 0) return std::nullopt;
+    if (::stat(path.c_str(), &status) != 0) return std::nullopt;
     return of(status);
 }
 

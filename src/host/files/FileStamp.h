@@ -18,7 +18,7 @@ struct FileStamp {
     std::int64_t changed = 0;   ///< nanoseconds; can't be set back, unlike `modified`
 
     static FileStamp of(const struct stat& status);
-    /// Of what lies at an absolute path, be it a folder; nothing when nothing does.
+    /// Of what lies at a `normalPath`, be it a folder; nothing when nothing does.
     static std::optional<FileStamp> at(const std::string& path);
     /// False while another change could leave the stamp as it is, because the file system's clock has not
     /// moved on.

@@ -59,6 +59,8 @@ void Connection::onRead(const error_code& error, std::size_t count) {
     if (isLingering_) lingered_ += count;
     if (error || lingered_ > lingerBytes) return close();
     if (!isLingering_) {
+        // What has told the loop of these bytes may have been others than those of their requests.
+        loop_.looks().end();
         session_.take({in_.data(), count});
         followHeader(count);
         goOn();

@@ -126,7 +126,7 @@ void Stream::leaveFile() {
 
 void Stream::work() {
     EventLoop& loop = connection_.loop();
-    if (auto answer = loop.pipeline().answer(shared_from_this(), loop.files(), loop.content()))
+    if (auto answer = loop.pipeline().answer(shared_from_this(), loop.files(), &loop.looks()))
         onFinished(std::move(*answer));
 }
 

@@ -10,6 +10,7 @@
 #include <thread>
 #include <unistd.h>
 
+#include "platform/SharedCell.h"
 #include "platform/db/PostgresConnection.h"
 #include "platform/db/PostgresStatement.h"
 #include "platform/files/Descriptor.h"
@@ -108,7 +109,7 @@ class PostgresListener::Implementation {
     const Descriptor stop_;
     std::int64_t begun_ = 0;
     std::atomic<bool> isStopping_ = false;
-    std::atomic<SharedStates> states_;
+    SharedCell<TableStates> states_;
     std::thread thread_;
 };
 

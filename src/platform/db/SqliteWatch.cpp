@@ -1,12 +1,11 @@
 #include "platform/db/SqliteWatch.h"
 
-#include <optional>
-
 #include "platform/db/Connection.h"
 #include "platform/db/SqliteConnection.h"
 #include "platform/db/SqliteHandle.h"
 #include "platform/db/SqliteStatement.h"
 #include "platform/db/SqliteStore.h"
+#include "platform/db/WalHead.h"
 
 namespace torvex::db {
 
@@ -20,15 +19,15 @@ SqliteHandle openContent(const std::string& folder) {
 class SqliteWatch final : public ContentWatch {
   public:
     explicit SqliteWatch(const std::string& folder)
-        : file_(openContent(folder)),
-          version_(file_.get(), "pragma data_version"),
-          changes_(file_.get(), selectTableChanges) {}
+        : file_(openContent(folder)), changes_(file_.get(), selectTableChanges) {
+        head_.lookAt(file_.get());
+    }
 
-    /// The version comes first: what changes between the two looks is then looked at once more.
+    /// The head comes first: what changes between the two looks is then looked at once more.
     SharedStates now() override try {
-        const int version = look();
-        if (!states_ || versionOf_ != version) states_ = read();
-        versionOf_ = version;
+        if (states_ && !head_.hasMoved()) return states_;
+        head_.note();
+        states_ = read();
         return states_;
     } catch (const DatabaseError&) {
         states_ = nullptr;
@@ -36,11 +35,6 @@ class SqliteWatch final : public ContentWatch {
     }
 
   private:
-    int look() {
-        const Reset reset{version_};
-        return version_.step() ? sqlite3_column_int(version_.handle(), 0) : 0;
-    }
-
     SharedStates read() {
         const Reset reset{changes_};
         auto states = std::make_shared<TableStates>();
@@ -58,10 +52,9 @@ class SqliteWatch final : public ContentWatch {
     };
 
     const SqliteHandle file_;
-    SqliteStatement version_;
     SqliteStatement changes_;
+    WalHead head_;
     SharedStates states_;
-    int versionOf_ = 0;  ///< of the states
 };
 
 }  // namespace

@@ -7,8 +7,8 @@
 
 namespace torvex::db {
 
-/// Looks at the content of a store by the count that its file keeps of its changes, some two microseconds a look. Throws
-/// `DatabaseError` when the store can't be opened.
+/// Looks at the content of a store by what all who have it open share in memory of its log: nanoseconds a look, while nothing
+/// is committed. Throws `DatabaseError` when the store can't be opened.
 std::unique_ptr<ContentWatch> watchSqliteStore(const std::string& folder);
 
 }  // namespace torvex::db

@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <filesystem>
+#include <fmt/format.h>
 #include <fstream>
 #include <gtest/gtest.h>
 
@@ -17,6 +18,7 @@ namespace torvex {
 namespace {
 
 using namespace std::chrono_literals;
+using test::RawHttpClient;
 using test::RawReply;
 
 constexpr const char* selectTitle = "select title from TORVEX_PAGES_LIVE where pageId = 1";
@@ -319,6 +321,35 @@ TEST_P(SharedPagesTest, AConditionThatFailsMakesThePageAnew) {
     const std::string before = kept();
     isTrue = false;
     EXPECT_NE(get(), before);
+    running.stop();
+}
+
+/// A request that comes behind another one on its connection may be younger than what was looked at for that one.
+TEST_P(SharedPagesTest, WhatChangesBetweenTwoRequestsThatAreReadTogetherIsSeen) {
+    std::atomic<int> state = 1;
+    std::atomic<bool> isAsked = false;
+    serve([&](HostContext& host) {
+        if (host.request.queryString("who") == "changer") {
+            host.response.holdsWhile([&] {
+                if (isAsked.exchange(false)) ++state;
+                return true;
+            });
+            return std::string();
+        }
+        host.response.holdsWhile([&, made = state.load()] { return state == made; });
+        return std::to_string(state);
+    });
+    const std::string before = kept();
+    get("/p.asp?who=changer");
+    isAsked = true;
+    RawHttpClient client = running.client();
+    const auto request = [](std::string_view target) {
+        return fmt::format("GET {} HTTP/1.1\r\nHost: a\r\n\r\n", target);
+    };
+    client.send(request("/p.asp") + request("/p.asp?who=changer") + request("/p.asp"));
+    EXPECT_EQ(client.read().body, before);
+    client.read();
+    EXPECT_NE(client.read().body, before);
     running.stop();
 }
 
