@@ -9,6 +9,7 @@
 #include "host/http/AnswerParts.h"
 #include "host/http/ByteRange.h"
 #include "host/http/RequestHead.h"
+#include "host/http/SecurityFields.h"
 #include "platform/ApplicationValues.h"
 #include "platform/text/Text.h"
 
@@ -45,11 +46,14 @@ std::string varyOf(const RequestQuestions& questions) {
     return vary;
 }
 
-std::string linesOf(std::string_view fields, std::string_view name) {
+/// Of a page's fields those that a "not modified" has, too. What stands in the place of others' would be overwritten by
+/// them in whoever's store the page lies.
+std::string fieldsWithoutPage(std::string_view fields) {
     std::string lines;
     while (!fields.empty()) {
         const std::string_view line = answerParts::takeLine(fields);
-        if (ascii::equals(line.substr(0, line.find(':')), name)) lines += line;
+        const std::string_view name = line.substr(0, line.find(':'));
+        if (ascii::equals(name, "Cache-Control") || SecurityFields::has(name)) lines += line;
     }
     return lines;
 }
@@ -66,7 +70,7 @@ KeptPage::KeptPage(Ingredients made, std::uint64_t changes, MadePage page)
     head_.body = std::string();
     isEncoded_ = page.compresses && body_->size() >= leastEncoded;
     etag_ = tagOf(head_, *body_);
-    caching_ = linesOf(head_.fields, "Cache-Control");
+    caching_ = fieldsWithoutPage(head_.fields);
     const std::string added = fmt::format("ETag: {}\r\nVary: {}\r\n", etag_, varyOf(made_.questions));
     head_.fields += added;
     caching_ += added;

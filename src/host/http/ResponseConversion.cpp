@@ -7,6 +7,7 @@
 
 #include "host/http/Ascii.h"
 #include "host/http/ContentCoding.h"
+#include "host/http/SecurityFields.h"
 #include "platform/net/HttpDate.h"
 #include "platform/text/Charset.h"
 
@@ -96,7 +97,8 @@ Answer toAnswer(Response response) {
     addContentType(answer, response, fieldValue(charset));
     addCaching(answer, response);
     addFields(answer, response);
-    answer.replacesFields = !response.headers.empty();
+    answer.replacesFields = std::ranges::any_of(
+        response.headers, [](const auto& field) { return SecurityFields::has(field.first); });
     const bool asUtf8 = response.isBinary() || charset.empty() || ascii::equals(charset, "utf-8");
     std::string body = response.takeBody();
     answer.body = asUtf8 ? std::move(body) : charset::encodeForHtml(body, charset);

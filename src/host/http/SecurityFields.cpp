@@ -1,7 +1,9 @@
 #include "host/http/SecurityFields.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 
+#include "host/http/Ascii.h"
 #include "installation/ServerOptions.h"
 
 namespace torvex {
@@ -38,7 +40,20 @@ std::string compose(const ServerOptions& options, SecurityFields::Kind kind, boo
     return fields;
 }
 
+constexpr std::array<std::string_view, 8> names{"X-Content-Type-Options",
+                                                "Referrer-Policy",
+                                                "X-Frame-Options",
+                                                "Cross-Origin-Resource-Policy",
+                                                "Cross-Origin-Opener-Policy",
+                                                "Access-Control-Allow-Origin",
+                                                "Permissions-Policy",
+                                                "Strict-Transport-Security"};
+
 }  // namespace
+
+bool SecurityFields::has(std::string_view name) {
+    return std::ranges::any_of(names, [name](std::string_view one) { return ascii::equals(one, name); });
+}
 
 SecurityFields::SecurityFields(const ServerOptions& options)
     : texts_{compose(options, Kind::Page, false), compose(options, Kind::Page, true),

@@ -20,6 +20,9 @@ class SecurityFields {
         return texts_[(kind == Kind::PublicFile ? 2U : 0U) + (isTls ? 1U : 0U)];
     }
 
+    /// Whether a field of this name, in any case, is among those that some answers carry.
+    static bool has(std::string_view name);
+
   private:
     std::array<std::string, 4> texts_;
 };

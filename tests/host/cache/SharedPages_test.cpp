@@ -304,6 +304,22 @@ TEST_P(SharedPagesTest, ThePageIsKnownByItsTag) {
     EXPECT_EQ(ask("/p.asp?n=2", "If-None-Match: " + tag + "\r\n").status, 200);
 }
 
+/// Whoever has the page takes over what the answer says of it.
+TEST_P(SharedPagesTest, WhoKnowsThePageIsToldTheSameOfWhoMayFrameIt) {
+    serve([](HostContext& host) {
+        host.response.addHeader("x-frame-options", "DENY");
+        return std::string();
+    });
+    kept();
+    const std::string tag = ask().field("ETag");
+    auto client = running.client();
+    client.send("GET /p.asp HTTP/1.1\r\nHost: a\r\nIf-None-Match: " + tag + "\r\n\r\n");
+    const RawReply known = client.readWithoutBody();
+    EXPECT_EQ(known.status, 304);
+    EXPECT_EQ(known.fields("X-Frame-Options"), std::vector<std::string>{"DENY"});
+    EXPECT_EQ(known.fields("X-Content-Type-Options"), std::vector<std::string>{"nosniff"});
+}
+
 TEST_P(SharedPagesTest, WhatMayNotBeStoredIsNotKept) {
     serve([](HostContext& host) {
         host.response.cacheControl = "no-store";

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "host/http/AnswerParts.h"
 #include "support/RunningServer.h"
 
 namespace torvex {
@@ -127,5 +128,21 @@ TEST_F(SecurityFieldsTest, PagesOfTheServersOwnRunNoScript) {
 }
 
 }  // namespace
+
+TEST(SecurityFields, AreKnownByTheirNames) {
+    ServerOptions options;
+    options.httpsAlone = true;
+    options.strictTransport = std::chrono::seconds(1);
+    const SecurityFields fields(options);
+    for (const auto kind : {SecurityFields::Kind::Page, SecurityFields::Kind::PublicFile}) {
+        std::string_view lines = fields.of(kind, true);
+        while (!lines.empty()) {
+            const std::string_view line = answerParts::takeLine(lines);
+            EXPECT_TRUE(SecurityFields::has(line.substr(0, line.find(':')))) << line;
+        }
+    }
+    EXPECT_TRUE(SecurityFields::has("x-frame-options"));
+    EXPECT_FALSE(SecurityFields::has("Content-Security-Policy"));
+}
 
 }  // namespace torvex
