@@ -84,7 +84,7 @@ class HttpServer::Implementation {
           tls_(openTls(options_.tls, options_.http2)),
           sessions_(options_.sessions),
           workers_(workerCount(options_), options_.queuedPages, options_.mostWorkers),
-          pages_(services, options_.pageCache),
+          pages_(services, options_.pageCache, options_.pageCacheAsks),
           pipeline_({services, log, std::move(served.startSession), sessions_, workers_, pages_, root_.get(),
                      encoded_, options_.compression, guardedFiles("private, no-cache"),
                      guardedFiles("private, no-store"), options_.secureCookies,

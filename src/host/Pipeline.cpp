@@ -15,7 +15,6 @@
 #include "platform/ApplicationValues.h"
 #include "platform/Keys.h"
 #include "platform/Response.h"
-#include "platform/db/Database.h"
 
 // The steps of a request, in order:
 //
@@ -239,10 +238,7 @@ std::optional<Answer> Pipeline::answerFile(const std::shared_ptr<Exchange>& exch
 }
 
 std::unique_ptr<db::ContentWatch> Pipeline::watchContent() const {
-    const ApplicationValues& values = setting_.services.application;
-    return setting_.services.database.watch(values.text(applicationKey::databaseText),
-                                            values.text(applicationKey::databaseUser),
-                                            values.text(applicationKey::databasePassword));
+    return setting_.pages.watch();
 }
 
 bool Pipeline::hasSession(const Exchange& exchange) const {
@@ -273,11 +269,31 @@ std::optional<Answer> Pipeline::answer(const std::shared_ptr<Exchange>& exchange
     }
     if (hasForm(*exchange) && formFields(exchange->body()) > setting_.limits.formFields)
         return refusals::of(*exchange, 413);
-    if (looks && setting_.pages.mayShare(*exchange) && !hasSession(*exchange)) {
-        if (const auto page = setting_.pages.find(*exchange, *looks)) return answerKept(exchange, page);
-    }
+    const bool mayShare = looks && setting_.pages.mayShare(*exchange) && !hasSession(*exchange);
+    return mayShare ? answerShared(exchange, *looks) : makeAnew(exchange);
+}
+
+std::optional<Answer> Pipeline::makeAnew(const std::shared_ptr<Exchange>& exchange) const {
     if (std::make_shared<PageJob>(setting_, exchange)->start()) return std::nullopt;
     return refusals::of(*exchange, 503);
+}
+
+std::optional<Answer> Pipeline::answerShared(const std::shared_ptr<Exchange>& exchange, Looks& looks) const {
+    // Looks begin to watch although nothing is kept: what can be kept is known by those who watch.
+    const bool mustAsk = looks.mustAsk();
+    const PageCache::Page page = setting_.pages.find(*exchange);
+    if (!page) return makeAnew(exchange);
+    if (!mustAsk) return answerFound(exchange, page, looks.now());
+    looks.ask([this, exchange, page](const Look& look) {
+        auto answer = answerFound(exchange, page, look);
+        if (answer) exchange->finish(exchange, std::move(*answer));
+    });
+    return std::nullopt;
+}
+
+std::optional<Answer> Pipeline::answerFound(const std::shared_ptr<Exchange>& exchange,
+                                            const PageCache::Page& page, const Look& look) const {
+    return setting_.pages.serves(*exchange, page, look) ? answerKept(exchange, page) : makeAnew(exchange);
 }
 
 }  // namespace torvex

@@ -16,6 +16,7 @@ namespace torvex {
 class BuiltInterface;
 class Exchange;
 class Looks;
+struct Look;
 class StaticFiles;
 
 /// The way of every request, the same for all event loops. See the source for its steps and their order. Safe
@@ -59,6 +60,10 @@ class Pipeline {
     std::optional<Answer> answerFile(const std::shared_ptr<Exchange>& exchange, StaticFiles& files) const;
     std::optional<Answer> encode(const std::shared_ptr<Exchange>& exchange, Answer plain,
                                  std::function<Answer()> encoded) const;
+    std::optional<Answer> makeAnew(const std::shared_ptr<Exchange>& exchange) const;
+    std::optional<Answer> answerShared(const std::shared_ptr<Exchange>& exchange, Looks& looks) const;
+    std::optional<Answer> answerFound(const std::shared_ptr<Exchange>& exchange, const PageCache::Page& page,
+                                      const Look& look) const;
     std::optional<Answer> answerKept(const std::shared_ptr<Exchange>& exchange,
                                      const PageCache::Page& page) const;
     bool hasSession(const Exchange& exchange) const;

@@ -154,6 +154,9 @@ struct ServerOptions {
     /// Of memory for pages that visitors without a session share, as long as nothing has changed that they were made of; 0
     /// makes each page anew.
     std::size_t pageCache = 64 * 1024 * 1024;
+    /// PostgreSQL tells of changes within a message's time. Whoever can't have a page of before that has it asked for
+    /// each kept page, which takes a round trip; all who wait at one moment share it.
+    bool pageCacheAsks = false;
 };
 
 }  // namespace torvex

@@ -104,6 +104,7 @@ void readServer(SettingsSection section, ServerOptions& server) {
     section.readNumber("file_cache_bytes", server.fileCache, 0, 4096 * mebibyte);
     section.read("compression", server.compression);
     section.readNumber("page_cache_bytes", server.pageCache, 0, 4096 * mebibyte);
+    section.read("page_cache_asks", server.pageCacheAsks);
     section.refuseOthers();
     checkNetworks(section, server.trustedProxies);
     checkHosts(section, server.hosts);

@@ -25,11 +25,15 @@ class KeptAnswersTest : public ProgramDatabaseTest {
         init({"--demo", "--admin-password", "word"});
         pools_ = db::makeDatabase();
         connection_ = pools_->open(postgres_ ? postgres_->connectionText() : "sqlite:" + site() + "/data");
+        addSettings("server", settings());
         keeping_ = serve();
         addSettings("server", "page_cache_bytes = 0");
         anew_ = serve();
     }
     void TearDown() override { connection_.reset(); }
+
+    /// A line for the server that keeps pages.
+    virtual std::string settings() const { return ""; }
 
     static RawReply get(const RunningProgram& server, const std::string& target) {
         return RawHttpClient(portOf(server)).get(target, "User-Agent: Mozilla\r\n");
@@ -108,10 +112,12 @@ TEST_P(KeptAnswersTest, AreThoseOfAServerThatKeepsNone) {
     EXPECT_GT(kept_, 100);
 }
 
-/// PostgreSQL tells of changes in its own time.
 /// Readers while somebody writes: no answer is older than what was committed before it was asked for.
 class ExactAnswersTest : public KeptAnswersTest {
   protected:
+    /// PostgreSQL is to be asked for that.
+    std::string settings() const override { return "page_cache_asks = true"; }
+
     void commit(int number) {
         connection_->execute(
             fmt::format("update TORVEX_PAGES_LIVE set title = 'state-{}-' where pageId = 4", number));
@@ -159,7 +165,7 @@ class ExactAnswersTest : public KeptAnswersTest {
     std::atomic<bool> isDone_ = false;
     std::atomic<int> asked_ = 0;
 };
-INSTANTIATE_TEST_SUITE_P(Engines, ExactAnswersTest, testing::Values(db::Engine::Sqlite), engineName);
+INSTANTIATE_TEST_SUITE_P(Engines, ExactAnswersTest, bothEngines(), engineName);
 
 TEST_P(ExactAnswersTest, AreNeverOlderThanWhatWasCommittedBeforeTheyWereAskedFor) {
     readAndWrite({1, 1, 1});

@@ -60,8 +60,8 @@ class LateDatabase final : public db::Database {
     db::Lease open(std::string_view text, std::string_view user, std::string_view password,
                    db::Purpose purpose) override;
     std::unique_ptr<db::ContentWatch> watch(std::string_view text, std::string_view user,
-                                            std::string_view password) override {
-        return target ? target->watch(text, user, password) : nullptr;
+                                            std::string_view password, bool asks) override {
+        return target ? target->watch(text, user, password, asks) : nullptr;
     }
     db::SharedStates watched(std::string_view text, std::string_view user,
                              std::string_view password) override {

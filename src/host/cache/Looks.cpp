@@ -26,6 +26,19 @@ const Look& Looks::now() {
     return *look_;
 }
 
+bool Looks::mustAsk() {
+    db::ContentWatch* const opened = watch();
+    return opened && opened->mustAsk();
+}
+
+void Looks::ask(std::function<void(const Look&)> done) {
+    watch_->ask([this, number = nextNumber(), done = std::move(done)](db::SharedStates content) {
+        boost::asio::post(loop_, [this, number, done, content = std::move(content)]() mutable {
+            done({number, std::move(content), clock_.today()});
+        });
+    });
+}
+
 db::SharedStates Looks::content() {
     db::ContentWatch* const opened = watch();
     return opened ? opened->now() : nullptr;

@@ -36,6 +36,10 @@ class Looks {
 
     /// For a request whose first byte had come before the loop was told of it.
     const Look& now();
+    /// Whether the content must be asked for its state, which takes a while.
+    bool mustAsk();
+    /// The same for one request, when that is so: calls back on the loop.
+    void ask(std::function<void(const Look&)> done);
     /// Before requests of which only that can be said that they have come by now.
     void end() { look_.reset(); }
 

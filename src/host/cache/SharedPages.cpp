@@ -8,6 +8,8 @@
 #include "platform/ApplicationValues.h"
 #include "platform/DateTime.h"
 #include "platform/HitCounter.h"
+#include "platform/Keys.h"
+#include "platform/db/Database.h"
 
 namespace torvex {
 
@@ -16,18 +18,21 @@ bool SharedPages::mayShare(const Exchange& exchange) const {
            methods::page.has(exchange.head().method);
 }
 
-PageCache::Page SharedPages::find(const Exchange& exchange, Looks& looks) {
-    // Also when nothing is kept: what can be kept is known by those who watch.
-    const Look& look = looks.now();
-    auto page = cache_.find(exchange);
-    if (!page) return nullptr;
+std::unique_ptr<db::ContentWatch> SharedPages::watch() const {
+    const ApplicationValues& values = services_.application;
+    return services_.database.watch(values.text(applicationKey::databaseText),
+                                    values.text(applicationKey::databaseUser),
+                                    values.text(applicationKey::databasePassword), asks_);
+}
+
+bool SharedPages::serves(const Exchange& exchange, const PageCache::Page& page, const Look& look) {
     if (!page->stands(services_.application, look)) {
         cache_.drop(exchange, page);
-        return nullptr;
+        return false;
     }
-    if (!canCount(page->views(), look.today)) return nullptr;
+    if (!canCount(page->views(), look.today)) return false;
     count(exchange, page->views(), look.today);
-    return page;
+    return true;
 }
 
 PageCache::Page SharedPages::keep(const Exchange& exchange, Ingredients made, std::uint64_t changes,

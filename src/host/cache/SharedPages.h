@@ -15,14 +15,20 @@ namespace torvex {
 /// The pages that all visitors without a session share, and the count of who views them. Safe to share between threads.
 class SharedPages {
   public:
-    SharedPages(const Services& services, std::size_t mostBytes) : services_(services), cache_(mostBytes) {}
+    /// `asks` wants the database asked before each page, where it tells of changes in its own time.
+    SharedPages(const Services& services, std::size_t mostBytes, bool asks)
+        : services_(services), cache_(mostBytes), asks_(asks) {}
+
+    /// For one loop, whose thread alone may use it; null when the database can't be watched.
+    std::unique_ptr<db::ContentWatch> watch() const;
 
     /// Whether answers to this request may be shared, provided that no session is known by it.
     bool mayShare(const Exchange& exchange) const;
 
-    /// The page for a request without a session, if one is kept and stands; its views are counted then. `looks` are the
-    /// calling loop's. Never waits.
-    PageCache::Page find(const Exchange& exchange, Looks& looks);
+    /// The page for a request without a session; null when none is kept.
+    PageCache::Page find(const Exchange& exchange) { return cache_.find(exchange); }
+    /// Whether a page that was found stands and may go out: its views are counted then. Never waits.
+    bool serves(const Exchange& exchange, const PageCache::Page& page, const Look& look);
 
     /// Keeps a page, if there is room for one like it; never null. `changes` are those of the application's values
     /// before it was begun.
@@ -39,6 +45,7 @@ class SharedPages {
 
     const Services services_;
     PageCache cache_;
+    const bool asks_;
     StrangerViews strangers_;
 };
 

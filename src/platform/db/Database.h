@@ -29,9 +29,10 @@ class Database {
     virtual Lease open(std::string_view text, std::string_view user = {}, std::string_view password = {},
                        Purpose purpose = Purpose::Everything) = 0;
 
-    /// Looks at the content of the database that `open` opens by the same text. Null where that can't be done.
+    /// Looks at the content of the database that `open` opens by the same text. Null where that can't be done. `asks`
+    /// wants one that must be asked where the engine tells of changes in its own time.
     virtual std::unique_ptr<ContentWatch> watch(std::string_view /*text*/, std::string_view /*user*/ = {},
-                                                std::string_view /*password*/ = {}) {
+                                                std::string_view /*password*/ = {}, bool /*asks*/ = false) {
         return nullptr;
     }
     /// The state that the content of that database had at some moment before this one, where a `watch` knows it from any

@@ -47,9 +47,9 @@ class Pool : public std::enable_shared_from_this<Pool> {
     }
 
     /// Begins to listen when it is first asked for.
-    std::shared_ptr<const PostgresListener> listener() {
+    std::shared_ptr<PostgresListener> listener() {
         const std::scoped_lock lock(mutex_);
-        if (!listener_) listener_ = std::make_shared<const PostgresListener>(text_, user_, password_);
+        if (!listener_) listener_ = std::make_shared<PostgresListener>(text_, user_, password_);
         return listener_;
     }
     /// Null when nobody listens.
@@ -87,7 +87,7 @@ class Pool : public std::enable_shared_from_this<Pool> {
     Purpose purpose_;
     std::mutex mutex_;
     std::vector<std::unique_ptr<PooledConnection>> idle_;
-    std::shared_ptr<const PostgresListener> listener_;
+    std::shared_ptr<PostgresListener> listener_;
 };
 
 class Pools final : public Database {
@@ -100,9 +100,9 @@ class Pools final : public Database {
     }
 
     std::unique_ptr<ContentWatch> watch(std::string_view text, std::string_view user,
-                                        std::string_view password) override {
+                                        std::string_view password, bool asks) override {
         if (engineOf(text) == Engine::Sqlite) return watchSqliteStore(storeFolder(text));
-        return watchBy(poolOf({text, user, password, Purpose::Everything})->listener());
+        return watchBy(poolOf({text, user, password, Purpose::Everything})->listener(), asks);
     }
 
     SharedStates watched(std::string_view text, std::string_view user, std::string_view password) override {

@@ -19,13 +19,18 @@ class PostgresListener {
 
     /// Null while nothing is known.
     SharedStates now() const;
+    /// Asks the server, once for all who wait for it: what was committed before is known then. Tells from the listener's
+    /// thread, which must not ask again from there, or at once; null while nothing is known.
+    void ask(const void* asker, ContentWatch::Told told);
+    /// The asker is told nothing any more.
+    void forget(const void* asker);
 
   private:
     class Implementation;
     std::unique_ptr<Implementation> implementation_;
 };
 
-/// What a listener knows.
-std::unique_ptr<ContentWatch> watchBy(std::shared_ptr<const PostgresListener> listener);
+/// What a listener knows, or, when it is to ask, what it learns.
+std::unique_ptr<ContentWatch> watchBy(std::shared_ptr<PostgresListener> listener, bool asks);
 
 }  // namespace torvex::db

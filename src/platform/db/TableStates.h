@@ -3,6 +3,7 @@
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -67,6 +68,13 @@ class ContentWatch {
     /// The state of the content at this moment, whoever has changed it last; null when that can't be told. The same
     /// object as long as nothing has changed.
     virtual SharedStates now() = 0;
+
+    /// Whether `now` may lag behind what was committed before it is called, and whoever can't have that is to `ask`.
+    virtual bool mustAsk() const { return false; }
+    /// Tells the state at a moment after this call, from any thread or before it returns, null when it can't be told; not at
+    /// all when the watch ends before that. Whoever is told must be quick, and not ask again from there.
+    using Told = std::function<void(SharedStates)>;
+    virtual void ask(Told told) { told(now()); }
 };
 
 }  // namespace torvex::db

@@ -425,6 +425,46 @@ TEST_P(BrokenLineTest, NothingKeptIsServedUntilItStandsAgain) {
     EXPECT_TRUE(again.ends_with("unheard"));
 }
 
+/// Where PostgreSQL is asked before each page that is kept.
+class AskedPagesTest : public SharedPagesTest {
+  protected:
+    void SetUp() override {
+        SharedPagesTest::SetUp();
+        running.options.pageCacheAsks = true;
+    }
+};
+INSTANTIATE_TEST_SUITE_P(Engines, AskedPagesTest, test::bothEngines(), test::engineName);
+
+TEST_P(AskedPagesTest, WhatNothingHasChangedIsMadeOnce) {
+    serve(titleIn);
+    EXPECT_EQ(kept(), kept());
+}
+
+TEST_P(AskedPagesTest, AChangeIsSeenByTheVeryNextRequest) {
+    change("insert into TORVEX_PAGES_LIVE (pageId, nodeId, title) values (1, 'aa.en', 'before')");
+    serve(titleIn);
+    kept();
+    const auto writer = openAnother();
+    RawHttpClient reader = running.client();
+    for (int i = 0; i < 300; ++i) {
+        const std::string title = fmt::format("title-{}-", i);
+        writer->execute(fmt::format("update TORVEX_PAGES_LIVE set title = '{}' where pageId = 1", title));
+        ASSERT_TRUE(reader.get("/p.asp").body.ends_with(title)) << i;
+        reader.get("/p.asp");
+    }
+}
+
+TEST_P(AskedPagesTest, ManyWhoAskAtOnceAreAllAnswered) {
+    serve(titleIn);
+    const std::string body = kept();
+    std::vector<RawHttpClient> clients;
+    for (int i = 0; i < 40; ++i) clients.push_back(running.client());
+    for (int round = 0; round < 20; ++round) {
+        for (RawHttpClient& client : clients) client.send("GET /p.asp HTTP/1.1\r\nHost: a\r\n\r\n");
+        for (RawHttpClient& client : clients) EXPECT_EQ(client.read().body, body);
+    }
+}
+
 class SharedFilesTest : public SharedPagesTest {
   protected:
     void SetUp() override {
