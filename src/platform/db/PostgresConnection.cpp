@@ -6,6 +6,7 @@
 #include <optional>
 #include <poll.h>
 
+#include "platform/db/PostgresForesight.h"
 #include "platform/db/PostgresStatement.h"
 #include "platform/db/ScopeMemory.h"
 #include "platform/text/Text.h"
@@ -16,6 +17,8 @@ namespace {
 
 /// Statements are constants, some hundreds of them; more than this means texts put together by their callers.
 constexpr std::size_t mostNames = 2000;
+
+constexpr const char* beginReadOnly = "begin transaction isolation level repeatable read read only";
 
 /// Seconds to wait for a server that doesn't answer at all.
 constexpr const char* connectTimeout = "10";
@@ -103,6 +106,10 @@ PostgresHandle connect(const std::string& text) {
     return handle;
 }
 
+[[noreturn]] void refuseWithin() {
+    throw DatabaseError("a transaction can't be begun within another one");
+}
+
 class PostgresConnection final : public PooledConnection {
   public:
     PostgresConnection(PostgresHandle handle, std::string text)
@@ -114,8 +121,11 @@ class PostgresConnection final : public PooledConnection {
     const std::string& connectionText() const override { return text_; }
     Rows query(std::string_view statement, Parameters parameters) override;
     std::int64_t execute(std::string_view statement, Parameters parameters) override;
-    void executeScript(const std::string& script) override { command(script.c_str()); }
-    void begin() override { beginWith("begin"); }
+    void executeScript(const std::string& script) override {
+        beginReadingNow();
+        command(script.c_str());
+    }
+    void begin() override;
     void beginReading() override;
     ScopeMemory* memory() override { return memory_ ? &*memory_ : nullptr; }
     void record(ReadRecord& record) override;
@@ -128,20 +138,28 @@ class PostgresConnection final : public PooledConnection {
     void reviveWhenDead();
     void reconnect();
     void beginWith(const char* statement);
+    void settle();
+    void endReading();
+    void startReading(std::string_view statement, const PostgresQuestion& first);
+    void beginReadingNow();
+    PostgresResult ask(std::string_view statement, Parameters parameters);
     PostgresResult command(const char* statement);
     PostgresResult run(std::string_view statement, Parameters parameters);
     std::string nameOf(std::string_view statement, const PostgresParameters& parameters);
-    PostgresResult runPrepared(std::string_view statement, const PostgresParameters& parameters);
+    PostgresResult runPrepared(const std::string& name, const PostgresParameters& parameters);
     bool isOutdatedPlan(const PGresult* result);
     void forgetStatements();
 
     PostgresHandle handle_;
     std::string text_;
     PostgresNames names_;
-    std::optional<ScopeMemory> memory_;  ///< while it only reads
-    ReadRecord* record_ = nullptr;       ///< null: nobody wants to know
-    bool rested_ = false;                ///< it comes from the pool and hasn't been used since
-    bool outdated_ = false;              ///< prepared statements no longer fit the schema
+    PostgresForesight foresight_;
+    std::optional<PostgresReading> reading_;  ///< while it only reads
+    bool isEnding_ = false;                   ///< the end of a read scope is under way
+    std::optional<ScopeMemory> memory_;       ///< while it only reads
+    ReadRecord* record_ = nullptr;            ///< null: nobody wants to know
+    bool rested_ = false;                     ///< it comes from the pool and hasn't been used since
+    bool outdated_ = false;                   ///< prepared statements no longer fit the schema
 };
 
 void PostgresConnection::setUp() {
@@ -150,18 +168,27 @@ void PostgresConnection::setUp() {
     command("set lock_timeout to '30s'");
 }
 
+/// Nobody has waited for the end of what was only read.
+void PostgresConnection::settle() {
+    if (!std::exchange(isEnding_, false)) return;
+    while (PostgresResult(PQgetResult(handle_.get()))) {
+    }
+}
+
 /// To a connection at rest the server says nothing but its end, or that its settings have changed; a new
 /// connection is right for both.
 void PostgresConnection::reviveWhenDead() {
+    settle();
     if (!rested_) return;
     rested_ = false;
     pollfd socket = {PQsocket(handle_.get()), POLLIN, 0};
-    if (poll(&socket, 1, 0) != 0) reconnect();
+    if (PQstatus(handle_.get()) != CONNECTION_OK || poll(&socket, 1, 0) != 0) reconnect();
 }
 
 void PostgresConnection::reconnect() {
     handle_ = connect(text_);
     names_.clear();
+    foresight_.clear();
     setUp();
 }
 
@@ -172,11 +199,17 @@ PostgresResult PostgresConnection::command(const char* statement) {
     return result;
 }
 
+void PostgresConnection::begin() {
+    if (reading_) refuseWithin();
+    beginWith("begin");
+}
+
 void PostgresConnection::beginWith(const char* statement) {
     const bool rested = rested_;
     // The server would only warn, and the inner end would end the outer one.
+    settle();
     if (PQtransactionStatus(handle_.get()) == PQTRANS_INTRANS) {
-        throw DatabaseError("a transaction can't be begun within another one");
+        refuseWithin();
     }
     try {
         command(statement);
@@ -189,8 +222,50 @@ void PostgresConnection::beginWith(const char* statement) {
 }
 
 void PostgresConnection::beginReading() {
-    beginWith("begin transaction isolation level repeatable read read only");
+    settle();
+    if (reading_ || PQtransactionStatus(handle_.get()) == PQTRANS_INTRANS) refuseWithin();
+    reading_.emplace();
     memory_.emplace();
+}
+
+/// With the first question, which begins it.
+void PostgresConnection::startReading(std::string_view statement, const PostgresQuestion& first) {
+    const bool rested = rested_;
+    reviveWhenDead();
+    const PostgresNames::Name name = names_.find(statement, first.values->signature());
+    const bool isBegun =
+        name.prepared && reading_->begin(handle_.get(), beginReadOnly, {name.text, first.values}, foresight_);
+    if (isBegun) return;
+    rested_ = rested;
+    beginReadingNow();
+}
+
+/// By itself.
+void PostgresConnection::beginReadingNow() {
+    if (!reading_ || reading_->isBegun()) return;
+    beginWith(beginReadOnly);
+    reading_->noteBegun();
+}
+
+/// What is only read has nothing to be told of its end: whoever uses the connection next takes the answer.
+void PostgresConnection::endReading() {
+    memory_.reset();
+    const bool isBegun = reading_->isBegun();
+    if (PQtransactionStatus(handle_.get()) == PQTRANS_INTRANS) reading_->teach(foresight_);
+    reading_.reset();
+    if (isBegun) isEnding_ = PQsendQuery(handle_.get(), "rollback") == 1;
+}
+
+PostgresResult PostgresConnection::ask(std::string_view statement, Parameters given) {
+    PostgresQuestion question{{}, std::make_shared<const PostgresParameters>(given)};
+    if (!reading_->isBegun()) startReading(statement, question);
+    question.name = nameOf(statement, *question.values);
+    PostgresResult result = reading_->take(question);
+    if (!result) result = runPrepared(question.name, *question.values);
+    isOutdatedPlan(result.get());
+    if (!isFine(result.get())) fail(handle_.get(), result.get());
+    reading_->note(std::move(question));
+    return result;
 }
 
 /// All that is read was so when the states were looked at, or has been changed since and is told of.
@@ -200,7 +275,7 @@ void PostgresConnection::record(ReadRecord& record) {
 }
 
 void PostgresConnection::commit() {
-    memory_.reset();
+    if (reading_) return endReading();
     const PostgresResult result = command("commit");
     if (std::string_view(PQcmdStatus(result.get())) == "ROLLBACK") {
         throw DatabaseError("nothing was committed: a statement of the transaction had failed");
@@ -208,7 +283,8 @@ void PostgresConnection::commit() {
 }
 
 void PostgresConnection::rollback() {
-    memory_.reset();
+    if (reading_) return endReading();
+    if (isEnding_) return;
     if (PQtransactionStatus(handle_.get()) != PQTRANS_IDLE) command("rollback");
 }
 
@@ -227,9 +303,8 @@ std::string PostgresConnection::nameOf(std::string_view statement, const Postgre
     return name.text;
 }
 
-PostgresResult PostgresConnection::runPrepared(std::string_view statement,
+PostgresResult PostgresConnection::runPrepared(const std::string& name,
                                                const PostgresParameters& parameters) {
-    const std::string name = nameOf(statement, parameters);
     return PostgresResult(PQexecPrepared(handle_.get(), name.c_str(), parameters.count(), parameters.values(),
                                          nullptr, nullptr, 0));
 }
@@ -237,10 +312,10 @@ PostgresResult PostgresConnection::runPrepared(std::string_view statement,
 PostgresResult PostgresConnection::run(std::string_view statement, Parameters given) {
     reviveWhenDead();
     const PostgresParameters parameters(given);
-    PostgresResult result = runPrepared(statement, parameters);
+    PostgresResult result = runPrepared(nameOf(statement, parameters), parameters);
     if (isOutdatedPlan(result.get()) && PQtransactionStatus(handle_.get()) == PQTRANS_IDLE) {
         forgetStatements();
-        result = runPrepared(statement, parameters);
+        result = runPrepared(nameOf(statement, parameters), parameters);
     }
     if (!isFine(result.get())) fail(handle_.get(), result.get());
     return result;
@@ -258,16 +333,18 @@ bool PostgresConnection::isOutdatedPlan(const PGresult* result) {
 void PostgresConnection::forgetStatements() {
     command("deallocate all");
     names_.clear();
+    foresight_.clear();
     outdated_ = false;
 }
 
 Rows PostgresConnection::query(std::string_view statement, Parameters parameters) {
     if (record_) record_->tables |= tablesNamedIn(statement);
-    return Rows(openPostgresRows(run(statement, parameters)));
+    return Rows(openPostgresRows(reading_ ? ask(statement, parameters) : run(statement, parameters)));
 }
 
 std::int64_t PostgresConnection::execute(std::string_view statement, Parameters parameters) {
     if (record_) record_->isWhole = false;
+    beginReadingNow();
     const PostgresResult result = run(statement, parameters);
     return static_cast<std::int64_t>(text::toNumber(PQcmdTuples(result.get())));
 }

@@ -78,6 +78,13 @@ void PostgresParameters::endValue(Oid type, char letter) {
     signature_.push_back(letter);
 }
 
+/// A text ends with its NUL; null is none.
+std::string PostgresParameters::key() const {
+    std::string key = signature_;
+    for (const std::size_t position : positions_) key.push_back(position == noText ? '0' : '1');
+    return key + texts_;
+}
+
 PostgresNames::Name PostgresNames::find(std::string_view statement, const std::string& signature) {
     const auto found = names_.find(statement);
     if (found != names_.end()) {

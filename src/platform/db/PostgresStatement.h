@@ -27,12 +27,20 @@ NumberedStatement numberParameters(std::string_view statement);
 class PostgresParameters {
   public:
     explicit PostgresParameters(Parameters parameters);
+    PostgresParameters(const PostgresParameters&) = delete;
+    PostgresParameters& operator=(const PostgresParameters&) = delete;
+    ~PostgresParameters() = default;
 
     int count() const { return static_cast<int>(types_.size()); }
     const Oid* types() const { return types_.data(); }
     const char* const* values() const { return values_.data(); }
     /// One letter for each parameter's type: a statement is prepared once for each of these.
     const std::string& signature() const { return signature_; }
+    /// The same for the same values of the same types, and for no others.
+    std::string key() const;
+    bool operator==(const PostgresParameters& other) const {
+        return texts_ == other.texts_ && positions_ == other.positions_;
+    }
 
   private:
     void add(const Parameter& parameter);
