@@ -206,11 +206,9 @@ void PostgresConnection::begin() {
 
 void PostgresConnection::beginWith(const char* statement) {
     const bool rested = rested_;
-    // The server would only warn, and the inner end would end the outer one.
     settle();
-    if (PQtransactionStatus(handle_.get()) == PQTRANS_INTRANS) {
-        refuseWithin();
-    }
+    // The server would only warn, and the inner end would end the outer one.
+    if (PQtransactionStatus(handle_.get()) == PQTRANS_INTRANS) refuseWithin();
     try {
         command(statement);
     } catch (const DatabaseError&) {

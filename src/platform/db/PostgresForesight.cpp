@@ -7,8 +7,8 @@ namespace torvex::db {
 
 namespace {
 
-/// Of one connection: pages that are asked for all the time are far fewer. Of one scope: a menu of many levels.
-constexpr std::size_t mostScopes = 512;
+/// Of one connection, of which there are some: pages that are made all the time are few. Of one scope: a menu of many levels.
+constexpr std::size_t mostScopes = 128;
 constexpr std::size_t mostQuestions = 64;
 
 std::string keyOf(const PostgresQuestion& question) {

@@ -1,6 +1,7 @@
 #include "platform/db/WalHead.h"
 
 #include <atomic>
+#include <cstring>
 #include <sqlite3.h>
 #include <string_view>
 
@@ -9,6 +10,7 @@ namespace torvex::db {
 namespace {
 
 constexpr int regionBytes = 32'768;  ///< in which SQLite maps the index
+constexpr std::uint32_t knownFormat = 3'007'000;
 
 /// The file holds its log in shared memory as long as it is open: no other connection can end that meanwhile.
 std::uint64_t* mappedIndex(sqlite3* database) {
@@ -34,6 +36,9 @@ bool hasLog(sqlite3* database) {
 
 void WalHead::lookAt(sqlite3* database) {
     shared_ = hasLog(database) ? mappedIndex(database) : nullptr;
+    std::uint32_t format = 0;
+    if (shared_) std::memcpy(&format, shared_, sizeof format);
+    if (format != knownFormat) shared_ = nullptr;
 }
 
 WalHead::Head WalHead::read() const {

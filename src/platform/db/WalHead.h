@@ -9,8 +9,8 @@ struct sqlite3;
 namespace torvex::db {
 
 /// The head of the index that all connections to a file with a write-ahead log share in memory: SQLite writes it anew with
-/// each commit, whichever process makes it, before the commit returns. To look at it takes nanoseconds, where a statement
-/// takes locks. Its place and length are part of SQLite's documented format. For the thread that has the connection.
+/// each commit, whichever process makes it, before the commit returns. Looking at it takes no locks, as a statement would.
+/// Its place and length are part of SQLite's documented format. For the thread that has the connection.
 class WalHead {
   public:
     /// Looks at the index of the connection's main file from now on, if it has one. The connection must have read from the
