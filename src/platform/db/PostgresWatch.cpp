@@ -89,7 +89,7 @@ class PostgresListener::Implementation {
             states_.store(nullptr);
             take();
             tell(nullptr);
-            wait(-1, betweenTries);
+            if (!isStopping_) wait(-1, betweenTries);
         }
     }
 
