@@ -223,7 +223,7 @@ class PostgresWatch final : public ContentWatch {
 
     SharedStates now() override { return listener_->now(); }
     bool mustAsk() const override { return asks_; }
-    void ask(Told told) override { listener_->ask(this, std::move(told)); }
+    void ask(const Told& told) override { listener_->ask(this, told); }
 
   private:
     const std::shared_ptr<PostgresListener> listener_;

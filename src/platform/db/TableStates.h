@@ -74,7 +74,7 @@ class ContentWatch {
     /// Tells the state at a moment after this call, from any thread or before it returns, null when it can't be told; not at
     /// all when the watch ends before that. Whoever is told must be quick, and not ask again from there.
     using Told = std::function<void(SharedStates)>;
-    virtual void ask(Told told) { told(now()); }
+    virtual void ask(const Told& told) { told(now()); }
 };
 
 }  // namespace torvex::db
