@@ -37,8 +37,9 @@ CONF
     PATH=$PATH:/usr/sbin nginx -c "$folder/nginx/nginx.conf" 2>"$folder/nginx/start.log" &
     nginx=$!
     processes+=("$nginx")
-    sleep 0.5
-    kill -0 "$nginx" || { cat "$folder/nginx/start.log" >&2; return 1; }
+    for _ in $(seq 100); do [ -e "$folder/nginx/pid" ] && return; sleep 0.05; done
+    cat "$folder/nginx/start.log" >&2
+    return 1
 }
 
 # Puts the home page at ADDRESS, its compressed form, and the static file of the demo to where nginx serves from.

@@ -18,7 +18,7 @@ most=$((${most:-10100} - 100)) # some are about to end while others are opened
 counts=(1 100 1000 "$((most < 10000 ? most : 10000))")
 page=$(home_page)
 copy_for_nginx "$site$page"
-nginx_port=$((port + 10001))
+nginx_port=$((port + 20))
 serve_nginx "server { listen 127.0.0.1:$nginx_port reuseport backlog=4096; root $folder/www; }"
 nginx_page=http://127.0.0.1:$nginx_port/page.html
 keep_page "$site$page"

@@ -15,7 +15,7 @@ anew=$server
 
 page=$(home_page)
 copy_for_nginx "$site$page"
-nginx_port=$((port + 10001))
+nginx_port=$((port + 20))
 mkdir -p "$folder/nginx/kept"
 serve_nginx "
     proxy_cache_path $folder/nginx/kept keys_zone=kept:10m;

@@ -1,7 +1,11 @@
 #!/bin/bash
 # The part "postgres" of bench/serve.sh: the home page on a PostgreSQL server of its own behind a socket, kept and made anew, for one
 # client and for 16; and how many times a page that is made anew asks that server and waits for its answer.
-if [ -z "${TORVEX_TEST_POSTGRES:-}" ]; then exec tests/with_postgres.sh "$0"; fi
+if [ -z "${TORVEX_TEST_POSTGRES:-}" ]; then
+    # Debian keeps the server's programs off the path.
+    compgen -G "/usr/lib/postgresql/*/bin/initdb" >/dev/null || (. bench/common.sh && need initdb:postgresql)
+    exec tests/with_postgres.sh "$0"
+fi
 . bench/serve/common.sh
 need strace psql:postgresql-client
 

@@ -23,7 +23,7 @@ serve_secure() {
     serve_demo
     copy_for_nginx "$secure$page"
     printf 'hi' | tee "$folder/www/hi.txt" >"$folder/site/wwwroot/hi.txt"
-    local nginx_port=$((port + 10001))
+    local nginx_port=$((port + 20))
     nginx_secure=https://127.0.0.1:$nginx_port
     serve_nginx "
         server {
