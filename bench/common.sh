@@ -12,13 +12,13 @@ finish() {
 }
 trap finish EXIT
 
-# need TOOL...: installs those that are missing, which are packages of Debian of the same names.
+# need TOOL...: installs those that are missing, which are packages of Debian of the same names, or TOOL:PACKAGE.
 need() {
     local tool
     for tool in "$@"; do
-        PATH=$PATH:/usr/sbin command -v "$tool" >/dev/null && continue
-        echo "installing $tool"
-        ${SUDO:-$([ "$(id -u)" -eq 0 ] || echo sudo)} apt-get install -y --no-install-recommends "$tool" >/dev/null
+        PATH=$PATH:/usr/sbin command -v "${tool%:*}" >/dev/null && continue
+        echo "installing ${tool#*:}"
+        ${SUDO:-$([ "$(id -u)" -eq 0 ] || echo sudo)} apt-get install -y --no-install-recommends "${tool#*:}" >/dev/null
     done
 }
 
@@ -35,6 +35,12 @@ init_demo() {
     port=$((20000 + RANDOM % 10000))
     site=http://127.0.0.1:$port
     "$torvex" init "$folder/site" --demo >/dev/null
+}
+
+# set_option INSTALLATION SECTION KEY VALUE: a setting of torvex.toml that isn't there yet; a server reads it as it starts.
+set_option() {
+    sed -i "s|^\\[$2\\]|&\\n$3 = $4|" "$1/torvex.toml"
+    grep -q "^$3 = " "$1/torvex.toml"
 }
 
 # The code of the demo's first website.
@@ -72,6 +78,12 @@ ticks() {
     local total=0 process
     for process in "$@"; do total=$((total + $(awk '{print $14 + $15}' "/proc/$process/stat"))); done
     echo "$total"
+}
+
+# Of a process and its children.
+ticks_of_all() {
+    # shellcheck disable=SC2046
+    ticks "$1" $(pgrep -P "$1" || true)
 }
 
 # memory NAME: of the server in kB, VmRSS what it has now, VmHWM the most so far.
