@@ -12,6 +12,17 @@ plain_demo() {
         where parameter in ('torvex_hyperlink_check', 'torvex_extranet') and loginId = 0" >/dev/null
 }
 
+# serve_both: the demo as ever (`keeping`), and beside it by a server that keeps no pages (`anew` at `anew_port`).
+# shellcheck disable=SC2034 # which the parts read
+serve_both() {
+    serve_demo
+    keeping=$server
+    set_option "$folder/site" server page_cache_bytes 0
+    anew_port=$((port + 1))
+    serve "$torvex" "$folder/site" "$anew_port" "$folder/anew.log"
+    anew=$server
+}
+
 # serve_nginx SERVERS: sets `nginx` to the process; it may read what is in `$folder/www`.
 serve_nginx() {
     chmod 755 "$folder"

@@ -6,12 +6,7 @@
 
 init_demo
 [ -z "$plain" ] || plain_demo
-serve_demo
-keeping=$server
-set_option "$folder/site" server page_cache_bytes 0
-anew_port=$((port + 1))
-serve "$torvex" "$folder/site" "$anew_port" "$folder/anew.log"
-anew=$server
+serve_both
 
 page=$(home_page)
 copy_for_nginx "$site$page"

@@ -15,12 +15,7 @@ database=${TORVEX_TEST_POSTGRES/dbname=*/dbname=bench}
 psql -q "$TORVEX_TEST_POSTGRES" -c "create database bench"
 "$torvex" init "$folder/site" --demo --database "$database" >/dev/null
 psql -q "$database" -c "analyze"
-serve_demo
-keeping=$server
-set_option "$folder/site" server page_cache_bytes 0
-anew_port=$((port + 1))
-serve "$torvex" "$folder/site" "$anew_port" "$folder/anew.log"
-anew=$server
+serve_both
 page=$(home_page)
 made=http://127.0.0.1:$anew_port$page
 socket=$(sed -n 's/.*host=\([^ ]*\) .*/\1/p' <<<"$TORVEX_TEST_POSTGRES")

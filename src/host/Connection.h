@@ -80,8 +80,7 @@ class Connection final : public Exchange,
     ReaderPace readerPace_;
     std::size_t lingered_ = 0;
     int inOneGo_ = 0;
-    bool isBehindAnother_ =
-        false;  ///< the request has come with, or behind, one that was answered since the last read
+    bool isBehindAnother_ = false;  ///< one was answered since the last read
     bool isTimedOut_ = false;
     std::uint64_t poured_ = 0;  ///< bytes of the body that went to its sink
     bool isCut_ = false;        ///< the rest of the body won't come

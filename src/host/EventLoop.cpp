@@ -47,8 +47,7 @@ void ignoreBrokenPipes() {
 }  // namespace
 
 EventLoop::EventLoop(const LoopSetting& setting)
-    : setting_(setting),
-      looks_(context_, setting.pipeline.clock(), [this] { return pipeline().watchContent(); }) {
+    : setting_(setting), looks_(setting.pipeline.looksOf(context_)) {
     if (!setting.root) return;
     const ServerOptions& options = setting.options;
     files_.emplace(*setting.root, setting.encoded,

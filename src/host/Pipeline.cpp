@@ -237,8 +237,8 @@ std::optional<Answer> Pipeline::answerFile(const std::shared_ptr<Exchange>& exch
     }
 }
 
-std::unique_ptr<db::ContentWatch> Pipeline::watchContent() const {
-    return setting_.pages.watch();
+Looks Pipeline::looksOf(boost::asio::io_context& loop) const {
+    return setting_.pages.looksOf(loop);
 }
 
 bool Pipeline::hasSession(const Exchange& exchange) const {

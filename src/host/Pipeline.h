@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/PageJob.h"
+#include "host/cache/Looks.h"
 #include "host/http/Answer.h"
 #include "pages/PageRoute.h"
 
@@ -15,8 +16,6 @@ namespace torvex {
 
 class BuiltInterface;
 class Exchange;
-class Looks;
-struct Look;
 class StaticFiles;
 
 /// The way of every request, the same for all event loops. See the source for its steps and their order. Safe
@@ -38,10 +37,9 @@ class Pipeline {
     std::optional<Answer> answer(const std::shared_ptr<Exchange>& exchange, StaticFiles* files,
                                  Looks* looks = nullptr) const;
 
-    /// For one loop, whose thread alone may ask it; null when the database can't be watched.
-    std::unique_ptr<db::ContentWatch> watchContent() const;
+    /// For one loop, which must outlive them.
+    Looks looksOf(boost::asio::io_context& loop) const;
 
-    const Clock& clock() const { return setting_.services.clock; }
     SessionStore& sessions() const { return setting_.sessions; }
     LineLog& log() const { return setting_.log; }
 

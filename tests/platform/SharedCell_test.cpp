@@ -19,6 +19,7 @@ TEST(SharedCell, HoldsWhatWasStoredLast) {
     EXPECT_EQ(first.use_count(), 1);
 }
 
+/// Under the sanitizers above all.
 TEST(SharedCell, WhatIsReadStaysWholeWhileOthersReplaceIt) {
     SharedCell<std::string> cell(std::make_shared<const std::string>(40, 'a'));
     std::atomic<bool> isDone = false;

@@ -78,10 +78,11 @@ KeptPage::KeptPage(Ingredients made, std::uint64_t changes, MadePage page)
 
 /// What another loop has found by a later look holds for this one.
 bool KeptPage::stands(const ApplicationValues& application, const Look& look) const {
-    std::uint64_t last = look_.load(std::memory_order_acquire);
+    std::uint64_t last = lastLook_.load(std::memory_order_acquire);
     if (last >= look.number) return true;
     if (!standsAt(application, look)) return false;
-    while (last < look.number && !look_.compare_exchange_weak(last, look.number, std::memory_order_acq_rel)) {
+    while (last < look.number &&
+           !lastLook_.compare_exchange_weak(last, look.number, std::memory_order_acq_rel)) {
     }
     return true;
 }

@@ -69,7 +69,7 @@ class KeptPage {
     bool isEncoded_ = false;
     mutable std::array<SharedCell<std::string>, 4> forms_;
     // What was looked at last and found to make no difference.
-    mutable std::atomic<std::uint64_t> look_ = 0;
+    mutable std::atomic<std::uint64_t> lastLook_ = 0;
     mutable std::atomic<std::uint64_t> changes_;
     mutable SharedCell<db::TableStates> states_;
 };

@@ -18,6 +18,10 @@ bool SharedPages::mayShare(const Exchange& exchange) const {
            methods::page.has(exchange.head().method);
 }
 
+Looks SharedPages::looksOf(boost::asio::io_context& loop) const {
+    return {loop, services_.clock, [this] { return watch(); }};
+}
+
 std::unique_ptr<db::ContentWatch> SharedPages::watch() const {
     const ApplicationValues& values = services_.application;
     return services_.database.watch(values.text(applicationKey::databaseText),

@@ -19,8 +19,8 @@ class SharedPages {
     SharedPages(const Services& services, std::size_t mostBytes, bool asks)
         : services_(services), cache_(mostBytes), asks_(asks) {}
 
-    /// For one loop, whose thread alone may use it; null when the database can't be watched.
-    std::unique_ptr<db::ContentWatch> watch() const;
+    /// For one loop, which must outlive them, and so must this.
+    Looks looksOf(boost::asio::io_context& loop) const;
 
     /// Whether answers to this request may be shared, provided that no session is known by it.
     bool mayShare(const Exchange& exchange) const;
@@ -40,6 +40,7 @@ class SharedPages {
     StrangerViews& strangers() { return strangers_; }
 
   private:
+    std::unique_ptr<db::ContentWatch> watch() const;
     void count(const Exchange& exchange, const std::vector<std::string>& views, const std::string& today);
     bool canCount(const std::vector<std::string>& views, const std::string& today) const;
 

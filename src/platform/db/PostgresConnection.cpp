@@ -18,8 +18,6 @@ namespace {
 /// Statements are constants, some hundreds of them; more than this means texts put together by their callers.
 constexpr std::size_t mostNames = 2000;
 
-constexpr const char* beginReadOnly = "begin transaction isolation level repeatable read read only";
-
 /// Seconds to wait for a server that doesn't answer at all.
 constexpr const char* connectTimeout = "10";
 /// Seconds after which the system asks whether the other side of a silent connection is still there.
@@ -49,11 +47,6 @@ std::string field(const PGresult* result, int code) {
     }
     const std::string message = field(result, PG_DIAG_MESSAGE_PRIMARY);
     throw DatabaseError(message.empty() ? firstLine(PQerrorMessage(connection)) : message);
-}
-
-bool isFine(const PGresult* result) {
-    const ExecStatusType status = PQresultStatus(result);
-    return status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK || status == PGRES_EMPTY_QUERY;
 }
 
 Options parseText(const std::string& text) {
@@ -127,7 +120,7 @@ class PostgresConnection final : public PooledConnection {
     }
     void begin() override;
     void beginReading() override;
-    ScopeMemory* memory() override { return memory_ ? &*memory_ : nullptr; }
+    ScopeMemory* memory() override { return reading_ ? &reading_->memory() : nullptr; }
     void record(ReadRecord& record) override;
     void commit() override;
     void rollback() override;
@@ -156,7 +149,6 @@ class PostgresConnection final : public PooledConnection {
     PostgresForesight foresight_;
     std::optional<PostgresReading> reading_;  ///< while it only reads
     bool isEnding_ = false;                   ///< the end of a read scope is under way
-    std::optional<ScopeMemory> memory_;       ///< while it only reads
     ReadRecord* record_ = nullptr;            ///< null: nobody wants to know
     bool rested_ = false;                     ///< it comes from the pool and hasn't been used since
     bool outdated_ = false;                   ///< prepared statements no longer fit the schema
@@ -223,7 +215,6 @@ void PostgresConnection::beginReading() {
     settle();
     if (reading_ || PQtransactionStatus(handle_.get()) == PQTRANS_INTRANS) refuseWithin();
     reading_.emplace();
-    memory_.emplace();
 }
 
 /// With the first question, which begins it.
@@ -232,7 +223,7 @@ void PostgresConnection::startReading(std::string_view statement, const Postgres
     reviveWhenDead();
     const PostgresNames::Name name = names_.find(statement, first.values->signature());
     const bool isBegun =
-        name.prepared && reading_->begin(handle_.get(), beginReadOnly, {name.text, first.values}, foresight_);
+        name.prepared && reading_->begin(handle_.get(), {name.text, first.values}, foresight_);
     if (isBegun) return;
     rested_ = rested;
     beginReadingNow();
@@ -241,13 +232,12 @@ void PostgresConnection::startReading(std::string_view statement, const Postgres
 /// By itself.
 void PostgresConnection::beginReadingNow() {
     if (!reading_ || reading_->isBegun()) return;
-    beginWith(beginReadOnly);
+    beginWith(PostgresReading::beginning);
     reading_->noteBegun();
 }
 
 /// What is only read has nothing to be told of its end: whoever uses the connection next takes the answer.
 void PostgresConnection::endReading() {
-    memory_.reset();
     const bool isBegun = reading_->isBegun();
     if (PQtransactionStatus(handle_.get()) == PQTRANS_INTRANS) reading_->teach(foresight_);
     reading_.reset();

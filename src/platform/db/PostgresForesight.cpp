@@ -20,11 +20,6 @@ bool send(PGconn* connection, const PostgresQuestion& question) {
                                question.values->values(), nullptr, nullptr, 0) == 1;
 }
 
-bool isFine(const PostgresResult& result) {
-    const ExecStatusType status = PQresultStatus(result.get());
-    return status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK;
-}
-
 /// What comes until the server has answered all; fewer results when the line breaks.
 std::vector<PostgresResult> results(PGconn* connection) {
     std::vector<PostgresResult> all;
@@ -38,10 +33,10 @@ std::vector<PostgresResult> results(PGconn* connection) {
 }
 
 /// Some kilobytes, which the system takes at once: neither side waits for the other to read.
-std::vector<PostgresResult> askTogether(PGconn* connection, const char* statement,
-                                        const PostgresQuestions& questions) {
+std::vector<PostgresResult> askTogether(PGconn* connection, const PostgresQuestions& questions) {
     if (PQenterPipelineMode(connection) == 0) return {};
-    bool isSent = PQsendQueryParams(connection, statement, 0, nullptr, nullptr, nullptr, nullptr, 0) == 1;
+    bool isSent = PQsendQueryParams(connection, PostgresReading::beginning, 0, nullptr, nullptr, nullptr,
+                                    nullptr, 0) == 1;
     for (const PostgresQuestion& question : questions) isSent = isSent && send(connection, question);
     std::vector<PostgresResult> all;
     if (PQpipelineSync(connection) == 1) all = results(connection);
@@ -71,13 +66,15 @@ void PostgresForesight::learn(PostgresQuestions asked) {
     known_.insert_or_assign(std::move(key), std::move(asked));
 }
 
-bool PostgresReading::begin(PGconn* connection, const char* statement, const PostgresQuestion& first,
+bool PostgresReading::begin(PGconn* connection, const PostgresQuestion& first,
                             const PostgresForesight& foresight) {
     PostgresQuestions questions{first};
     if (const PostgresQuestions* behind = foresight.after(first))
         questions.insert(questions.end(), behind->begin(), behind->end());
-    std::vector<PostgresResult> answers = askTogether(connection, statement, questions);
-    isBegun_ = answers.size() == questions.size() + 1 && std::ranges::all_of(answers, isFine);
+    std::vector<PostgresResult> answers = askTogether(connection, questions);
+    isBegun_ =
+        answers.size() == questions.size() + 1 &&
+        std::ranges::all_of(answers, [](const PostgresResult& answer) { return isFine(answer.get()); });
     if (!isBegun_) {
         const PostgresResult ended(PQexec(connection, "rollback"));
         return false;

@@ -2,13 +2,12 @@
 
 #include <cstddef>
 #include <memory>
-#include <optional>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include "platform/db/PostgresStatement.h"
+#include "platform/db/ScopeMemory.h"
 
 namespace torvex::db {
 
@@ -39,13 +38,14 @@ class PostgresForesight {
 /// is of one state of the database, whether it is asked for afterwards or not.
 class PostgresReading {
   public:
+    static constexpr const char* beginning = "begin transaction isolation level repeatable read read only";
+
     bool isBegun() const { return isBegun_; }
     void noteBegun() { isBegun_ = true; }
 
-    /// Begins it by a statement, with a question and with what has followed that one, in one round trip. False when any
-    /// of it has failed: nothing is begun then.
-    bool begin(PGconn* connection, const char* statement, const PostgresQuestion& first,
-               const PostgresForesight& foresight);
+    /// Begins it with a question and with what has followed that one, in one round trip. False when any of it has failed:
+    /// nothing is begun then.
+    bool begin(PGconn* connection, const PostgresQuestion& first, const PostgresForesight& foresight);
     /// The answer that is there already; null for a question that wasn't foreseen.
     PostgresResult take(const PostgresQuestion& question);
     void note(PostgresQuestion question) { asked_.push_back(std::move(question)); }
@@ -53,12 +53,15 @@ class PostgresReading {
     /// For the next scope like this one.
     void teach(PostgresForesight& foresight);
 
+    ScopeMemory& memory() { return memory_; }
+
   private:
     struct Foreseen {
         PostgresQuestion question;
         PostgresResult result;
     };
 
+    ScopeMemory memory_;
     bool isBegun_ = false;
     PostgresQuestions asked_;
     std::vector<Foreseen> foreseen_;

@@ -28,6 +28,11 @@ std::size_t skipQuoted(std::string_view statement, std::size_t at) {
 
 }  // namespace
 
+bool isFine(const PGresult* result) {
+    const ExecStatusType status = PQresultStatus(result);
+    return status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK || status == PGRES_EMPTY_QUERY;
+}
+
 NumberedStatement numberParameters(std::string_view statement) {
     NumberedStatement numbered;
     numbered.text.reserve(statement.size() + 16);

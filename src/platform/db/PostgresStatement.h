@@ -16,6 +16,9 @@ struct FreeResult {
 };
 using PostgresResult = std::unique_ptr<PGresult, FreeResult>;
 
+/// Whether the server has done what it was asked.
+bool isFine(const PGresult* result);
+
 /// A statement with each "?" outside quotes and comments as "$1", "$2" and so on.
 struct NumberedStatement {
     std::string text;

@@ -34,8 +34,7 @@ using Notification = std::unique_ptr<PGnotify, FreeNotification>;
 
 PostgresResult run(PGconn* connection, const char* statement) {
     PostgresResult result(PQexec(connection, statement));
-    const ExecStatusType status = PQresultStatus(result.get());
-    if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK) throw DatabaseError("the watch has failed");
+    if (!isFine(result.get())) throw DatabaseError("the watch has failed");
     return result;
 }
 

@@ -20,7 +20,7 @@ class SqliteWatch final : public ContentWatch {
   public:
     explicit SqliteWatch(const std::string& folder)
         : file_(openContent(folder)), changes_(file_.get(), selectTableChanges) {
-        head_.lookAt(file_.get());
+        head_.attachTo(file_.get());
     }
 
     /// The head comes first: what changes between the two looks is then looked at once more.

@@ -34,7 +34,7 @@ bool hasLog(sqlite3* database) {
 
 }  // namespace
 
-void WalHead::lookAt(sqlite3* database) {
+void WalHead::attachTo(sqlite3* database) {
     shared_ = hasLog(database) ? mappedIndex(database) : nullptr;
     std::uint32_t format = 0;
     if (shared_) std::memcpy(&format, shared_, sizeof format);

@@ -13,9 +13,9 @@ namespace torvex::db {
 /// Its place and length are part of SQLite's documented format. For the thread that has the connection.
 class WalHead {
   public:
-    /// Looks at the index of the connection's main file from now on, if it has one. The connection must have read from the
+    /// From now on this is the index of the connection's main file, if it has one. The connection must have read from the
     /// file or prepared a statement for it, and stay open as long as this is used.
-    void lookAt(sqlite3* database);
+    void attachTo(sqlite3* database);
 
     /// Whether something may have been committed since the last `note`; always true when there is no such index.
     bool hasMoved() const;

@@ -31,8 +31,11 @@ function row(what, goal, cells) {
   console.log(`${what}: ${Object.entries(cells).map(([name, value]) => `${name} ${value}`).join(", ")} (goal ${goal})`);
 }
 
+// How authors sit before it.
+const desk = { viewport: { width: 1440, height: 900 }, reducedMotion: "reduce", locale: "en" };
+
 async function workAt(name, path) {
-  const context = await site.browser.newContext({ viewport: { width: 1440, height: 900 }, reducedMotion: "reduce", locale: "en" });
+  const context = await site.browser.newContext(desk);
   const page = await context.newPage();
   page.setDefaultTimeout(120_000);
   await logInAs(page, site, name);
@@ -120,8 +123,6 @@ async function load(page, path) {
   return page.evaluate(() => window.ready);
 }
 
-const window1440 = { viewport: { width: 1440, height: 900 }, reducedMotion: "reduce", locale: "en" };
-
 // The browser makes ready what a new window of its own has: some 400 scripts, none of them ours.
 async function newTab(context) {
   const page = await context.newPage();
@@ -151,7 +152,7 @@ async function bytesOver(page) {
 
 /** In a private window, which has nothing from before. */
 async function firstStart() {
-  const context = await site.browser.newContext(window1440);
+  const context = await site.browser.newContext(desk);
   const door = await context.newPage();
   await logInAs(door, site, "iris");
   await door.close();
@@ -168,7 +169,7 @@ const earlierStarts = 3;
 /** In the window of a browser that has a profile, in which the interface was begun before. */
 async function laterStarts() {
   const profile = mkdtempSync(join(tmpdir(), "torvex-profile-"));
-  const context = await chromium.launchPersistentContext(profile, { ...browserOptions, ...window1440 });
+  const context = await chromium.launchPersistentContext(profile, { ...browserOptions, ...desk });
   try {
     const door = await context.newPage();
     await logInAs(door, site, "iris");

@@ -12,13 +12,6 @@ namespace torvex {
 
 namespace {
 
-class FixedDay : public Clock {
-  public:
-    DateTime now() const override { return {}; }
-    std::int64_t unixSeconds() const override { return 0; }
-    std::string today() const override { return "20260615"; }
-};
-
 class OneState : public db::ContentWatch {
   public:
     db::SharedStates now() override { return std::make_shared<const db::TableStates>(); }
@@ -36,7 +29,7 @@ class LooksTest : public testing::Test {
     }
 
     boost::asio::io_context loop_{1};
-    FixedDay clock_;
+    FixedClock clock_{DateTime{2026, 6, 15, 12, 0, 0}};
     int opened_ = 0;
     Looks looks_{loop_, clock_, [this] {
                      ++opened_;

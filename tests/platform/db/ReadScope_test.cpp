@@ -113,14 +113,6 @@ class PostgresReadScopeTest : public ReadScopeTest {};
 INSTANTIATE_TEST_SUITE_P(Engines, PostgresReadScopeTest, testing::Values(Engine::PostgreSql),
                          test::engineName);
 
-TEST_P(PostgresReadScopeTest, RefusesToWriteFromItsBeginning) {
-    {
-        const ReadScope oneState(connection());
-        EXPECT_THROW(connection().execute("update Thing set name = 'written' where id = 1"), DatabaseError);
-    }
-    EXPECT_EQ(nameOf(1), "1");
-}
-
 TEST_P(PostgresReadScopeTest, IsReadOnANewLineWhenTheOldOneHasDiedAtRest) {
     const auto readOn = [&] {
         const Lease lease = openAnother();
@@ -131,7 +123,8 @@ TEST_P(PostgresReadScopeTest, IsReadOnANewLineWhenTheOldOneHasDiedAtRest) {
     };
     const double first = readOn();
     EXPECT_EQ(readOn(), first);
-    auto ended = connection().query("select pg_terminate_backend(cast(? as integer)) as done", {static_cast<int>(first)});
+    auto ended = connection().query("select pg_terminate_backend(cast(? as integer)) as done",
+                                    {static_cast<int>(first)});
     ASSERT_TRUE(ended.next());
     EXPECT_NE(readOn(), first);
 }
