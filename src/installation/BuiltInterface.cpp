@@ -37,8 +37,12 @@ BuiltInterface::Bytes readFrom(const fs::path& file) {
 BuiltInterface::BuiltInterface() {
     for (std::uint64_t i = 0; i < torvex_interface_file_count; ++i) {
         const EmbeddedFile& file = torvex_interface_files[i];
-        files_.emplace(file.name(), std::make_shared<const std::string>(file.bytes()));
+        files_[std::string(file.name())].embedded = file.bytes();
     }
+}
+
+BuiltInterface::BuiltInterface(const Files& files) {
+    for (const auto& [name, bytes] : files) files_[name].text.store(bytes);
 }
 
 BuiltInterface::BuiltInterface(fs::path folder) : folder_(std::move(folder)) {}
@@ -47,7 +51,13 @@ BuiltInterface::Bytes BuiltInterface::file(std::string_view name) const {
     if (!isPlainName(name)) return nullptr;
     if (!folder_.empty()) return readFrom(folder_ / name);
     const auto found = files_.find(name);
-    return found == files_.end() ? nullptr : found->second;
+    if (found == files_.end()) return nullptr;
+    const Held& held = found->second;
+    Bytes bytes = held.text.load();
+    if (bytes) return bytes;
+    bytes = std::make_shared<const std::string>(held.embedded);
+    held.text.store(bytes);
+    return bytes;
 }
 
 }  // namespace torvex

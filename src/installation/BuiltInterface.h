@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/SharedCell.h"
+
 namespace torvex {
 
 /// The interface of authors as it was built: its files by name ("main-BJm3x1yZ.js"). They are those that the
@@ -19,7 +21,7 @@ class BuiltInterface {
     /// What the program carries.
     BuiltInterface();
     /// These files, for as long as the object lives.
-    explicit BuiltInterface(Files files) : files_(std::move(files)) {}
+    explicit BuiltInterface(const Files& files);
     /// Reads `folder` anew each time.
     explicit BuiltInterface(std::filesystem::path folder);
 
@@ -31,8 +33,14 @@ class BuiltInterface {
     bool isFixed() const { return folder_.empty(); }
 
   private:
+    /// The program's own bytes are copied when they are first asked for: most servers are asked by visitors alone.
+    struct Held {
+        std::string_view embedded;
+        mutable SharedCell<std::string> text;
+    };
+
     std::filesystem::path folder_;
-    Files files_;
+    std::map<std::string, Held, std::less<>> files_;
 };
 
 }  // namespace torvex

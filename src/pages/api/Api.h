@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
+#include <string>
 #include <vector>
 
 #include "accounts/GuessThrottle.h"
@@ -19,17 +21,25 @@ inline constexpr std::string_view folder = "/torvex/api/";
 struct Api {
     explicit Api(std::shared_ptr<GuessThrottle> shared,
                  operations::Register known = operations::makeRegister())
-        : throttle(std::move(shared)), classes(std::move(known)), description(openApi(classes)) {}
+        : throttle(std::move(shared)), classes(std::move(known)) {}
 
     std::shared_ptr<GuessThrottle> throttle;  ///< with the form by which visitors log in
     const operations::Register classes;
-    const std::string description;  ///< by OpenAPI
     Words words;
     Rates rates;
     Rate ofSessions = rate::ofSessions;
     Rate ofTokens = rate::ofTokens;
 
     Shared shared() { return {classes, *throttle, words}; }
+    /// By OpenAPI; a megabyte, made when it is first asked for.
+    const std::string& description() const {
+        std::call_once(isDescribed_, [this] { description_ = openApi(classes); });
+        return description_;
+    }
+
+  private:
+    mutable std::once_flag isDescribed_;
+    mutable std::string description_;
 };
 
 /// The addresses below /torvex/api/.

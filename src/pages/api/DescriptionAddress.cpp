@@ -5,7 +5,7 @@
 namespace torvex::api {
 
 void answerDescription(HostContext& host, Api& api) {
-    answerKept(host, api.description);
+    answerKept(host, api.description());
 }
 
 }  // namespace torvex::api
